@@ -1,0 +1,183 @@
+#pragma once
+
+#include "host/drawing/IndexBaseData.h"
+#include "host/records/CFormulaParam.h"
+#include "host/records/Enumerations.h"
+#include "host/services/CFormulaManager.h"
+#include "host/services/CLinkageManager.h"
+
+#include <QList>
+#include <QMap>
+#include <QPair>
+#include <QPixmap>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+#include <QTime>
+#include <QVector>
+#include <boost/enable_shared_from_this.hpp>
+#include <boost/shared_ptr.hpp>
+#include <boost/signals2/connection.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+class QPainter;
+
+namespace TC {
+
+class CGraphAxisWidget;
+class CRealtimeUiParam;
+
+/// What a result changed; combined by or.
+enum EChangeFlag : int {
+    eNothingChanged = 0,
+    ePointChanged = 1,  ///< a point changed in place
+    eRangeChanged = 2,  ///< the wanted value range changed, or was reset
+    eSeriesChanged = 4, ///< replaced, a point gained or an older point changed: the pixmap is redrawn
+};
+
+/// The series of one graph pane: requests, results, value ranges and pre-rendered pixmaps.
+///
+/// Results may arrive on a thread of the service. One recursive mutex guards all state; host calls that
+/// withdraw requests are made outside it. Always held by boost::shared_ptr, and kept alive by the callbacks of
+/// its requests until the service lets go of them.
+class CRealtimeData : public IndexBaseData, public boost::enable_shared_from_this<CRealtimeData> {
+    Q_OBJECT
+public:
+    template <class Record>
+    using Marks = std::map<int, std::map<int, std::map<std::string, boost::shared_ptr<Record>>>>; ///< x, y, key
+    using SeriesMap = QMap<CFormulaKey, se::RPCFormulaResultCache>;
+
+    /// `next` hears of new data.
+    CRealtimeData(boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
+                  GZ::CEventDeliverer *next);
+    ~CRealtimeData() override;
+
+    // Formulas. Names are upper-cased.
+
+    void addFormula(const QString &name);
+    bool hasFormula(const QString &name) const;
+    /// Formulas for which isMainGraph is false, in order.
+    QList<QString> getSubFormulas() const;
+    void removeFormula(const QString &name, bool redrawAfter);
+    void removeAllFormulas();
+    /// Withdraws, clears and leaves the main formulas and the new one. The caller requests again.
+    void replaceSubFormula(const QString &name);
+    /// A formula that the catalogue lists as one of the main chart, or a main formula of the kind shown.
+    bool isMainGraph(const QString &formula) const override;
+    /// The first formula of the main chart that is no volume formula, else the basic formula.
+    QString getMainGraph() const override;
+
+    // Requests
+
+    void request(corvane::ERunMode mode);
+    /// The same from the replay service.
+    void requestReplay(corvane::ERunMode mode);
+    /// Blocks until results are in, and stores them without drawing.
+    void syncRequest(corvane::ERunMode mode);
+    void unrequest();
+    void unrequestOverlays();
+    void removeOverlayData();
+    void clearData();
+
+    // Set-up
+
+    void setAxisWidget(CGraphAxisWidget *axisWidget);
+    /// Trading day shown, seconds since the epoch at its midnight; 0 takes that of the view model.
+    void setTradeDate(int date);
+    void setDrawEnabled(bool enabled);
+    void setReplayMode(bool replay);
+    void setFillGaps(bool fill);
+
+    // Results
+
+    void onHistoryCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result, const QString &requestId,
+                           int dataType, const QString &formula, bool keepRange);
+    void onRealtimeCallback(int number, const QString &requestId, const FormulaInstantPtr &point);
+    /// Takes a whole series in; answers EChangeFlag bits.
+    int applyHistory(const FormulaMetaPtr &meta, const FormulaResultPtr &result, const QString &requestId,
+                     int dataType, const QString &formula, bool keepRange);
+    /// Merges one point; answers EChangeFlag bits.
+    int doRealtimeCallback(int number, const QString &requestId, const FormulaInstantPtr &point);
+    /// Takes in a series that the host pushes without a request; answers EChangeFlag bits.
+    int applyPushedResult(const FormulaMetaPtr &meta, const FormulaResultPtr &result, const QString &formula);
+    void minitermFormulaDataCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
+                                     const QString &stock, const QString &formula, int dataType);
+    /// Brings an overlay series onto the points of the main series, from index `first` on.
+    void alignOverlay(const CFormulaKey &key, int first);
+
+    // Value range and scale
+
+    /// Recomputes the wanted range of a series from index `first` on; true when a wanted range changed.
+    bool updateMaxMin(const CFormulaKey &key, int first);
+    /// Whether a wanted range has left the drawn one.
+    bool isRangeOutgrown() const;
+    /// Takes ranges to draw with; widens what is there unless `overwrite`.
+    void adoptMaxMin(const MaxMinMap &ranges, bool overwrite);
+    double valueAtIndex(int index) const;
+    double valueAtY(int y, const QRect &rect, bool *valid) const;
+    int yAtIndex(int index, const QRect &rect);
+    int yOfValue(double value, const QRect &rect) const;
+    /// Rows of the price chart inside a pane.
+    int mainChartHeight(const QRect &rect) const;
+
+    // Pixmaps
+
+    void setChartRect(const QRect &rect);
+    void drawChart(const QRect &rect);
+    void drawLinkage(const QRect &rect);
+    void redraw();
+    void paintTo(QPainter *painter, const QRect &rect);
+    /// The part of the pane, in its pixels, that changed on the screen since the last call: the columns of the
+    /// newest points when only they moved, the whole pane otherwise, null when nothing did.
+    QRect takeDirtyRect();
+    /// Device pixels per pixel of the pane; the pixmaps are rendered at it. 1 until set.
+    void setPixelRatio(double ratio);
+
+    // Trade linkage
+
+    void drawLinkageMarks(QPainter *painter, const QRect &rect);
+    bool hitOrder(int x, int y) const;
+    bool hitDeal(int x, int y) const;
+    bool hitTask(int x, int y) const;
+    bool getOrdersAt(int x, int y, QList<boost::shared_ptr<kvservice::COrderDetail>> &orders) const;
+    bool getDealsAt(int x, int y, QList<boost::shared_ptr<kvservice::CDealDetail>> &deals) const;
+    bool getTasksAt(int x, int y, QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks) const;
+
+    /// The text of all series, for the export of a pane.
+    QString getResultText() const;
+
+private:
+    /// What a key is for this pane; worked out anew on every result.
+    enum class ERole { Main, Overlay, Ordinary };
+
+    ERole roleOf(const CFormulaKey &key) const;
+    void buildRequestParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
+    void buildFixedPriceParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
+    void onLinkageChanged(const std::vector<std::string> &instruments);
+    void react(int flags, void *sender);
+    void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total);
+    void drawTail(QPainter *painter, const QRect &rect);
+
+    boost::shared_ptr<CRealtimeUiParam> mUiParam;
+    CGraphAxisWidget *mAxisWidget = nullptr; ///< not owned, may be null
+    SeriesMap mOverlayData;                  ///< series of overlays, on their own time stamps
+    MaxMinMap mDrawnMaxMin;                  ///< range each key was last drawn with
+    bool mDrawEnabled = false;
+    QRect mChartRect{0, 0, 0, 0};
+    QPixmap mChartPixmap;
+    QPixmap mLinkagePixmap;
+    qint32 mTradeDate = 0; ///< seconds since the epoch at midnight
+    bool mIsLastTradingDay = false;
+    QTime mReplayTime; ///< newest point during replay
+    bool mReplayMode = false;
+    bool mFillGaps = false;
+    Marks<kvservice::CTaskDetail> mTaskMarks;
+    Marks<kvservice::COrderDetail> mOrderMarks;
+    Marks<kvservice::CDealDetail> mDealMarks;
+    boost::signals2::connection mLinkageConnection;
+};
+
+} // namespace TC

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "chartview/CRealtimeBaseFormulaAxis.h"
+
+namespace TC {
+
+/// A user-defined index.
+class CRealTimeCustomIndexAxis : public CRealtimeBaseFormulaAxis {
+public:
+    CRealTimeCustomIndexAxis();
+    QList<QString> getMainFormula() const override;
+    QString getBasicFormula() const override;
+    QString getVolFormula() const override;
+    bool showContextMenu() const override;
+    bool fillRequestParam(CFormulaParam &param, const QString &key,
+                          boost::shared_ptr<CFormulaDetail> formula) override;
+};
+
+} // namespace TC

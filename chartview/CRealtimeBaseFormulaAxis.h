@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/records/CFormulaDetail.h"
+#include "host/records/CFormulaParam.h"
+
+#include <QList>
+#include <QString>
+#include <boost/shared_ptr.hpp>
+
+namespace TC {
+
+/// What differs between the kinds of instrument that a view can show: the formulas of the main chart, how a
+/// request is addressed, and whether the graph has a context menu. Knows the host only.
+class CRealtimeBaseFormulaAxis {
+public:
+    virtual ~CRealtimeBaseFormulaAxis() = default;
+
+    /// Membership in the main chart, letter case included.
+    virtual bool isMainFormula(const QString &name) const;
+    /// The basic formula, in any letter case.
+    virtual bool isBasicFormula(const QString &name) const;
+    /// The volume formula, in any letter case.
+    virtual bool isVolFormula(const QString &name) const;
+    virtual QList<QString> getMainFormula() const = 0;
+    virtual QString getBasicFormula() const = 0;
+    virtual QString getVolFormula() const = 0;
+    virtual void setPortfolioGraphType(int type);
+    virtual bool showContextMenu() const = 0;
+    /// Addresses a request; false when it must not be sent.
+    virtual bool fillRequestParam(CFormulaParam &param, const QString &key,
+                                  boost::shared_ptr<CFormulaDetail> formula) = 0;
+
+protected:
+    QList<QString> mMainFormulas;
+};
+
+} // namespace TC

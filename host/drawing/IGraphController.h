@@ -1,0 +1,13 @@
+#pragma once
+
+namespace TC {
+
+/// Hears of the drawings that the user makes on a graph.
+class IGraphController {
+public:
+    virtual ~IGraphController() = default;
+    /// A drawing was finished; `notification` belongs to the drawing layer and is valid during the call.
+    virtual void onGraphFinished(void *notification) = 0;
+};
+
+} // namespace TC

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/records/IData.h"
+
+namespace kvservice {
+
+/// One trading account of the user.
+class CAccountInfo : public IData {
+public:
+    std::string getKey() const override { return mAccountId; }
+
+    std::string mAccountId;
+    std::string mAccountName; ///< shown beside the id, UTF-8
+};
+
+} // namespace kvservice

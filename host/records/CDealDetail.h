@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/records/CCommandDetail.h"
+#include "host/records/IData.h"
+
+namespace kvservice {
+
+/// One deal of the user.
+class CDealDetail : public IData {
+public:
+    std::string getKey() const override { return mDealKey; }
+
+    std::string mDealKey;
+    std::string mAccount;
+    int mDirection = 0;  ///< see isBuyByDirection
+    int mOffsetFlag = 0; ///< see isBuyByDirection
+    double mPrice = 0.0;
+    int mVolume = 0;
+    double mAmount = 0.0;
+    std::string mTime; ///< "hh:mm:ss" or "hhmmss"
+    boost::shared_ptr<CCommandDetail> mCommand;
+};
+
+} // namespace kvservice

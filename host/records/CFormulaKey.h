@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <tuple>
+
+namespace TC {
+
+/// Identifies one series inside a chart. Orders by instrument, then by formula.
+struct CFormulaKey {
+    QString mStock;   ///< instrument key
+    QString mFormula; ///< name of the formula (not of its file)
+
+    CFormulaKey() = default;
+    CFormulaKey(QString stock, QString formula) : mStock(std::move(stock)), mFormula(std::move(formula)) {}
+};
+
+inline bool operator<(const CFormulaKey &a, const CFormulaKey &b) {
+    const int byStock = QString::compare(a.mStock, b.mStock);
+    return byStock != 0 ? byStock < 0 : a.mFormula < b.mFormula;
+}
+inline bool operator==(const CFormulaKey &a, const CFormulaKey &b) {
+    return a.mStock == b.mStock && a.mFormula == b.mFormula;
+}
+inline bool operator!=(const CFormulaKey &a, const CFormulaKey &b) {
+    return !(a == b);
+}
+inline uint qHash(const CFormulaKey &key, uint seed = 0) {
+    return ::qHash(key.mStock + QStringLiteral("__") + key.mFormula, seed);
+}
+
+} // namespace TC

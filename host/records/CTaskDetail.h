@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/records/CAccountInfo.h"
+#include "host/records/CCommandDetail.h"
+#include "host/records/Enumerations.h"
+#include "host/records/IData.h"
+
+#include <vector>
+
+namespace kvservice {
+
+/// What a task item does. Values that are not named are carried unchanged.
+enum class EOperationType : int { Sell = 24, BuyByAmount = 25, Buy = 23 };
+
+/// One instrument's part of a task.
+struct CTaskItem {
+    boost::shared_ptr<CAccountInfo> mAccount;
+    EOperationType mOperation = EOperationType::Buy;
+    std::string mMarket;
+    std::string mCode;
+    int mPriceType = 0;
+    double mPrice = 0.0;
+    long long mQuantity = 0;
+};
+
+/// One algorithmic task of the user.
+class CTaskDetail : public IData {
+public:
+    std::string getKey() const override { return std::to_string(mTaskId); }
+
+    int mTaskId = 0;
+    int mFlag = 0;                      ///< first flag; 0 on a task that can count as finished
+    int mStatus = 0;                    ///< 3 and 4 can be cancelled, 8 and 10 are finished
+    int mStartTime = TC::kUnsetTime;    ///< seconds since the epoch
+    int mEndTime = TC::kUnsetTime;      ///< seconds since the epoch
+    int mCancelTime = TC::kUnsetTime;   ///< seconds since the epoch, the second end time
+    std::vector<boost::shared_ptr<CTaskItem>> mItems;
+    boost::shared_ptr<CCommandDetail> mCommand;
+};
+
+} // namespace kvservice

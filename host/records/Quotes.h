@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <string>
+#include <vector>
+
+namespace quoter {
+
+/// Base of one quote record.
+struct QuoterBase {
+    virtual ~QuoterBase() = default;
+    qint64 mTime = 0;    ///< milliseconds since the epoch
+    double mPrice = 0.0; ///< the price that follows the time
+};
+
+/// What CFormulaManager::requestHistoryQuote fetches.
+struct TSMetaInfo {
+    std::string mMarket;
+    std::string mCode;
+    qint32 mDataKind = 0; ///< 1806: transactions
+    qint64 mPeriod = 0;
+};
+
+/// The range of a quote request.
+struct TRegionInfo {
+    qint64 mStart = 0; ///< milliseconds since the epoch
+    qint64 mEnd = 0;
+    qint32 mLimit = 2147483647;
+};
+
+} // namespace quoter
+
+namespace se {
+
+/// Asks CFormulaManager::fetchCacheData for cached records.
+struct RPCFetchCacheDataParam {
+    std::string mMarket;
+    std::vector<std::string> mCodes;
+    qint64 mStart = 0; ///< milliseconds since the epoch
+    qint64 mEnd = 0;
+    qint64 mPeriod = 86400000; ///< milliseconds
+    qint32 mKind = 3000;
+    qint32 mCount = 0;
+};
+
+} // namespace se

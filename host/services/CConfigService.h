@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/records/Enumerations.h"
+#include "host/records/UserConfigRecord.h"
+#include "host/services/CSingletonT.h"
+
+#include <QMap>
+#include <QString>
+
+namespace TC {
+
+/// Configuration of the program.
+class CConfig {
+public:
+    virtual ~CConfig() = default;
+    virtual bool conciseStyle() const { return false; }
+    /// The vertical cross line starts beneath the title strip, whatever its height.
+    virtual bool crossLineBelowTitle() const { return false; }
+    /// Request traffic of sub panes is logged point by point.
+    virtual bool debugLog() const { return false; }
+};
+
+/// Configuration of the user who is logged in.
+class CUserConfig {
+public:
+    virtual ~CUserConfig() = default;
+    virtual bool isBoardNewRules() const { return false; }
+    virtual bool hasFormulaEditorAuth() const { return false; }
+    /// Refresh interval of native formulas in sub panes, in seconds.
+    virtual int subIndexRefresh() const { return 0; }
+    /// Tasks are cancelled at once, without the dialog.
+    virtual bool quickCancel() const { return false; }
+    /// Saved layout of a table.
+    virtual QString tableConfig(int /*tableId*/) const { return QString(); }
+    virtual void setTableConfig(int /*tableId*/, const QString & /*text*/) {}
+};
+
+/// The host's configuration.
+class CConfigService {
+public:
+    virtual ~CConfigService() = default;
+    virtual CConfig *config() = 0;         ///< may be null
+    virtual CUserConfig *userConfig() = 0; ///< may be null
+    virtual bool isClientType(EClientType type) = 0;
+    virtual UserConfigInterface &indexUserConfig() = 0;
+    /// Models are hidden from catalogues.
+    virtual bool hideModel() = 0;
+};
+
+/// Program configuration; null when there is none.
+inline CConfig *getConfig() {
+    return CSingletonT<CConfigService>::instance().config();
+}
+/// User configuration; null when nobody is logged in.
+inline CUserConfig *getUserConfig() {
+    return CSingletonT<CConfigService>::instance().userConfig();
+}
+
+struct CAppConfig {
+    static bool isClientType(EClientType type) {
+        return CSingletonT<CConfigService>::instance().isClientType(type);
+    }
+    static bool isClientType(int type) { return isClientType(static_cast<EClientType>(type)); }
+};
+
+struct SingletonManager {
+    static UserConfigInterface &getIndexUserConfig() {
+        return CSingletonT<CConfigService>::instance().indexUserConfig();
+    }
+};
+
+struct ConfigCollector {
+    static bool getHideModel() { return CSingletonT<CConfigService>::instance().hideModel(); }
+};
+
+} // namespace TC

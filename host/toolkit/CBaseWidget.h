@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/toolkit/CEventWidgetT.h"
+#include "host/toolkit/CUiResource.h"
+
+namespace GZ {
+
+/// Base of the widgets of a view: takes part in the event bus, follows the theme.
+class CBaseWidget : public CEventWidgetT<QWidget>, public CUiResourceChangeHandler {
+    Q_OBJECT
+public:
+    explicit CBaseWidget(QWidget *parent = nullptr);
+    ~CBaseWidget() override;
+
+    /// Repaints; a derived widget renews what it keeps of the theme first.
+    void onUiResourceChanged() override;
+};
+
+} // namespace GZ

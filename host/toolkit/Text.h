@@ -1,0 +1,41 @@
+#pragma once
+
+/// \file
+/// Text and time helpers of the toolkit.
+
+#include "host/records/Enumerations.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <string>
+
+namespace GZ {
+
+/// A number as text with a fixed count of decimals.
+///
+/// `flags` are bits of utils::EFormatNumberFlag: eFormatPercent multiplies by 100 and appends "%";
+/// eFormatScaled divides by 10000, 1e8 or 1e12, from those magnitudes on (with a tolerance of 1e-5), and
+/// appends "万", "亿" or "万亿". `grouped` puts commas between groups of three digits. A number that is not
+/// finite, or is the unset value, gives `fallback`. Negative zero is written without its sign. `decimals` is
+/// held to 0..10.
+QString formatDoubleNumber(long double number, int decimals, int flags, bool grouped, const QString &fallback);
+
+/// UTF-8 text as QString.
+inline QString sToQs(const std::string &text) {
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+/// Seconds since the epoch as local date and time.
+inline QDateTime secondToQDateTime(qint64 seconds) {
+    return QDateTime::fromSecsSinceEpoch(seconds);
+}
+
+} // namespace GZ
+
+namespace utils {
+
+/// Local clock time of milliseconds since the epoch, as the number HHMMSS.
+int millisecondsToTime(qint64 milliseconds);
+
+} // namespace utils

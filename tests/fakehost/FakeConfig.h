@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/services/CConfigService.h"
+
+#include <QSet>
+
+#include <optional>
+
+namespace fakehost {
+
+class FakeProgramConfig : public TC::CConfig {
+public:
+    bool conciseStyle() const override { return mConcise; }
+    bool crossLineBelowTitle() const override { return mCrossLineBelowTitle; }
+    bool debugLog() const override { return mDebugLog; }
+    bool mConcise = false;
+    bool mCrossLineBelowTitle = false;
+    bool mDebugLog = false;
+};
+
+class FakeUserConfig : public TC::CUserConfig {
+public:
+    bool isBoardNewRules() const override { return mBoardNewRules; }
+    bool hasFormulaEditorAuth() const override { return mEditorAuth; }
+    int subIndexRefresh() const override { return mSubIndexRefresh; }
+    bool quickCancel() const override { return mQuickCancel; }
+    bool mBoardNewRules = false;
+    bool mEditorAuth = false;
+    int mSubIndexRefresh = 0;
+    bool mQuickCancel = false;
+};
+
+/// Both configurations exist unless told; the client is of no type unless told.
+class FakeConfigService : public TC::CConfigService, public TC::UserConfigInterface {
+public:
+    TC::CConfig *config() override { return mHasConfig ? &mConfig : nullptr; }
+    TC::CUserConfig *userConfig() override { return mHasUserConfig ? &mUserConfig : nullptr; }
+    bool isClientType(TC::EClientType type) override { return mClientType && *mClientType == type; }
+    TC::UserConfigInterface &indexUserConfig() override { return *this; }
+    bool hideModel() override { return mHideModel; }
+    TC::UserConfigRecord read() const override { return mRecord; }
+    void write(const TC::UserConfigRecord &record) override { mRecord = record; }
+
+    FakeProgramConfig mConfig;
+    FakeUserConfig mUserConfig;
+    bool mHasConfig = true;
+    bool mHasUserConfig = true;
+    bool mHideModel = false;
+    std::optional<TC::EClientType> mClientType;
+    TC::UserConfigRecord mRecord;
+};
+
+} // namespace fakehost

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tests/fakehost/CallLog.h"
+#include "tests/fakehost/FakeCatalogues.h"
+#include "tests/fakehost/FakeClock.h"
+#include "tests/fakehost/FakeConfig.h"
+#include "tests/fakehost/FakeFormulaServices.h"
+#include "tests/fakehost/FakeLinkageManager.h"
+#include "tests/fakehost/FakeStockManager.h"
+
+namespace fakehost {
+
+/// A whole host of recording doubles, installed while it lives. Make it the first member of a fixture.
+class FakeHost {
+public:
+    FakeHost();
+    ~FakeHost();
+    FakeHost(const FakeHost &) = delete;
+    FakeHost &operator=(const FakeHost &) = delete;
+
+    CallLog mLog; ///< calls of all services, in order
+    FakeClock mClock;
+    FakeStockManager mStocks{mLog};
+    FakeTradeTimes mTimes;
+    FakeSectorManager mSectors;
+    FakeIndexManager mIndexes;
+    FakeStockTypes mTypes;
+    FakeIdGenerator mIds;
+    FakeConfigService mConfig;
+    FakeFormulaManager mFormulas{mLog};
+    FakeFormulaOperateManager mCatalogue{mLog};
+    FakeHistoryCache mCache{mLog};
+    FakeReplayManager mReplay{mLog};
+    FakeStrategyTradeManager mStrategies{mLog};
+    FakeLinkageManager mLinkage{mLog};
+    FakeEnhanceDrawManager mEnhance{mLog};
+};
+
+} // namespace fakehost
