@@ -1,0 +1,147 @@
+#include "chartdata/LinkageGeometry.h"
+
+#include "host/records/Enumerations.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+namespace {
+
+constexpr int kFlagWidth = 8;
+constexpr int kFlagHeight = 13;
+constexpr double kFlagFillHeight = 12.0;
+constexpr int kFlagHitWidth = 10;
+constexpr int kCircleReach = 4;
+constexpr double kNoLow = 1e10;
+
+/// Rounds half up by truncation, held to what a coordinate can be.
+int rounded(double value) {
+    constexpr double kLimit = 1e6;
+    return static_cast<int>(std::max(-kLimit, std::min(kLimit, value + 0.5)));
+}
+
+bool isZero(double value) {
+    return std::abs(value) <= kValueTolerance;
+}
+
+} // namespace
+
+QTime recordTime(const std::string &text) {
+    const QString clock = QString::fromStdString(text);
+    const QTime time = QTime::fromString(clock, QStringLiteral("hh:mm:ss"));
+    return time.isNull() ? QTime::fromString(clock, QStringLiteral("hhmmss")) : time;
+}
+
+double relativeValue(double price, double recordClose, double chartClose) {
+    return ((price - recordClose) / recordClose + 1.0) * chartClose;
+}
+
+QRect markCircle(int x, int y, bool otherInstrument) {
+    return otherInstrument ? QRect(x - 2, y - 2, 4, 4) : QRect(x - 3, y - 3, 6, 6);
+}
+
+TaskFlag taskFlag(int x, int y, long long done, long long total) {
+    const int height = done >= total ? static_cast<int>(kFlagFillHeight)
+                                     : rounded(static_cast<double>(done) * kFlagFillHeight / double(total));
+    TaskFlag flag;
+    flag.fill = QRect(x, y - height, kFlagWidth, height);
+    flag.frame = QRect(x, y - kFlagHeight, kFlagWidth, kFlagHeight);
+    flag.letter = QRect(x + 1, y - kFlagHeight, kFlagWidth, kFlagHeight);
+    return flag;
+}
+
+HitBox circleHitBox(int x, int y) {
+    return {x - kCircleReach, x + kCircleReach, y - kCircleReach, y + kCircleReach};
+}
+
+HitBox flagHitBox(int x, int y) {
+    return {x - kFlagHitWidth, x, y, y + kFlagHeight};
+}
+
+int curveRow(double value, const CurveScale &scale, int height) {
+    const double span = scale.high - scale.low;
+    if (!std::isfinite(value) || !std::isfinite(span)) {
+        return height;
+    }
+    if (span == 0.0) {
+        return rounded(height / 2.0);
+    }
+    return rounded(height - (value - scale.low) * (height / span));
+}
+
+CurveScale totalAmountScale(const TimedAmounts &totals) {
+    double firstBuy = 0.0; // zero stands for none
+    double firstSell = 0.0;
+    double lastBuy = 0.0;
+    double lastSell = 0.0;
+    for (const auto &total : totals) {
+        const double buy = total.second.first;
+        const double sell = total.second.second;
+        if (!isZero(buy)) {
+            firstBuy = isZero(firstBuy) ? buy : firstBuy;
+            lastBuy = buy;
+        }
+        if (!isZero(sell)) {
+            firstSell = isZero(firstSell) ? sell : firstSell;
+            lastSell = sell;
+        }
+    }
+    CurveScale scale{firstBuy > 0.0 ? firstBuy : kNoLow, lastBuy > 0.0 ? lastBuy : 0.0};
+    if (firstSell > 0.0) {
+        scale.low = std::min(scale.low, firstSell);
+    }
+    if (lastSell > 0.0) {
+        scale.high = std::max(scale.high, lastSell);
+    }
+    if (std::abs(scale.high - scale.low) <= kValueTolerance) {
+        scale.low *= 0.9;
+        scale.high *= 1.1;
+    }
+    return scale;
+}
+
+CurveScale balancedScale(const TimedValues &values) {
+    double lowest = kNoLow;
+    double highest = -kNoLow;
+    for (const auto &value : values) {
+        lowest = std::min(lowest, value.second);
+        highest = std::max(highest, value.second);
+    }
+    const double bound = std::max(std::abs(lowest), std::abs(highest));
+    return {-bound, bound};
+}
+
+CurveScale positiveScale(const TimedValues &values) {
+    double bound = 0.0;
+    for (const auto &value : values) {
+        bound = std::max(bound, value.second);
+    }
+    return {-bound, bound};
+}
+
+std::vector<QLine> costSteps(const TradedAmounts &traded, CostStep &at, const std::function<int(int)> &column,
+                             const std::function<int(double)> &row) {
+    std::vector<QLine> lines;
+    long long count = 0;
+    double amount = 0.0;
+    for (const auto &trade : traded) {
+        count += trade.second.first;
+        amount += trade.second.second;
+        if (count == 0) {
+            continue;
+        }
+        const int x = column(trade.first);
+        const int y = row(amount / static_cast<double>(count));
+        if (at.any) {
+            lines.emplace_back(at.x, at.y, x, at.y);
+            lines.emplace_back(x, at.y, x, y);
+        }
+        at = {true, x, y};
+    }
+    return lines;
+}
+
+} // namespace TC

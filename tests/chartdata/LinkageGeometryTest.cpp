@@ -1,0 +1,139 @@
+#include "chartdata/LinkageGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace TC {
+namespace {
+
+TEST(LinkageGeometry, RecordTimeReadsBothFormats) {
+    EXPECT_EQ(recordTime("09:31:05"), QTime(9, 31, 5));
+    EXPECT_EQ(recordTime("093105"), QTime(9, 31, 5));
+}
+
+TEST(LinkageGeometry, UnreadableRecordTimeIsNull) {
+    for (const char *text : {"", "9:31", "93105", "25:00:00", "noon", "09:31:05.123"}) {
+        EXPECT_TRUE(recordTime(text).isNull()) << text;
+    }
+}
+
+TEST(LinkageGeometry, PriceOfAnotherInstrumentKeepsItsRelativeDistance) {
+    // 22 is 10 % above 20; on a chart around 50 that is 55.
+    EXPECT_NEAR(relativeValue(22.0, 20.0, 50.0), 55.0, 1e-9);
+    EXPECT_NEAR(relativeValue(18.0, 20.0, 50.0), 45.0, 1e-9);
+    EXPECT_FALSE(std::isfinite(relativeValue(22.0, 0.0, 50.0)));
+}
+
+TEST(LinkageGeometry, CircleOfAnotherInstrumentIsSmaller) {
+    EXPECT_EQ(markCircle(100, 50, false), QRect(97, 47, 6, 6));
+    EXPECT_EQ(markCircle(100, 50, true), QRect(98, 48, 4, 4));
+}
+
+TEST(LinkageGeometry, FlagStandsRightOfAndAboveItsPoint) {
+    const TaskFlag flag = taskFlag(100, 50, 1, 4);
+    EXPECT_EQ(flag.fill, QRect(100, 47, 8, 3));
+    EXPECT_EQ(flag.frame, QRect(100, 37, 8, 13));
+    EXPECT_EQ(flag.letter, QRect(101, 37, 8, 13));
+}
+
+TEST(LinkageGeometry, TaskWithTotalZeroShowsAFullFlag) {
+    EXPECT_EQ(taskFlag(100, 50, 0, 0).fill.height(), 12);
+    EXPECT_EQ(taskFlag(100, 50, 9, 4).fill.height(), 12);
+}
+
+TEST(LinkageGeometry, FillHeightRoundsToTheNearestPixel) {
+    EXPECT_EQ(taskFlag(0, 0, 0, 100).fill.height(), 0);
+    EXPECT_EQ(taskFlag(0, 0, 4, 100).fill.height(), 0); // 0.48
+    EXPECT_EQ(taskFlag(0, 0, 5, 100).fill.height(), 1); // 0.60
+    EXPECT_EQ(taskFlag(0, 0, 99, 100).fill.height(), 12); // 11.88
+}
+
+TEST(LinkageGeometry, HitBoxes) {
+    const HitBox circle = circleHitBox(100, 50);
+    EXPECT_EQ(circle.left, 96);
+    EXPECT_EQ(circle.right, 104);
+    EXPECT_EQ(circle.top, 46);
+    EXPECT_EQ(circle.bottom, 54);
+    const HitBox flag = flagHitBox(100, 50);
+    EXPECT_EQ(flag.left, 90);
+    EXPECT_EQ(flag.right, 100);
+    EXPECT_EQ(flag.top, 50);
+    EXPECT_EQ(flag.bottom, 63);
+}
+
+TEST(LinkageGeometry, CurveRowRunsFromBottomToTop) {
+    const CurveScale scale{100.0, 200.0};
+    EXPECT_EQ(curveRow(100.0, scale, 400), 400);
+    EXPECT_EQ(curveRow(200.0, scale, 400), 0);
+    EXPECT_EQ(curveRow(150.1, scale, 400), 200); // 199.6 rounds up
+}
+
+TEST(LinkageGeometry, CurveRowOfARangeWithoutHeightIsTheMiddle) {
+    EXPECT_EQ(curveRow(0.0, {0.0, 0.0}, 401), 201);
+}
+
+TEST(LinkageGeometry, CurveRowOfNoNumberIsTheBottom) {
+    EXPECT_EQ(curveRow(std::nan(""), {0.0, 1.0}, 400), 400);
+    EXPECT_EQ(curveRow(std::numeric_limits<double>::infinity(), {0.0, 1.0}, 400), 400);
+    EXPECT_EQ(curveRow(1.0, {0.0, std::numeric_limits<double>::infinity()}, 400), 400);
+}
+
+TEST(LinkageGeometry, TotalScaleRunsFromTheFirstToTheLastAmounts) {
+    const CurveScale scale = totalAmountScale({{570, {0.0, 0.0}}, {571, {300.0, 0.0}}, {572, {500.0, 200.0}}});
+    EXPECT_DOUBLE_EQ(scale.low, 200.0);
+    EXPECT_DOUBLE_EQ(scale.high, 500.0);
+}
+
+TEST(LinkageGeometry, OneAmountAloneIsSpreadToNineTenthsAndElevenTenths) {
+    const CurveScale scale = totalAmountScale({{571, {300.0, 0.0}}, {575, {300.0, 0.0}}});
+    EXPECT_DOUBLE_EQ(scale.low, 270.0);
+    EXPECT_DOUBLE_EQ(scale.high, 330.0);
+}
+
+TEST(LinkageGeometry, BalancedScaleTakesTheLargerSide) {
+    EXPECT_DOUBLE_EQ(balancedScale({{570, -40.0}, {571, 30.0}}).high, 40.0);
+    EXPECT_DOUBLE_EQ(balancedScale({{570, -40.0}, {571, 30.0}}).low, -40.0);
+}
+
+TEST(LinkageGeometry, NegativeBalancesDoNotWidenTheRange) {
+    EXPECT_DOUBLE_EQ(positiveScale({{570, -400.0}, {571, 30.0}}).high, 30.0);
+    EXPECT_DOUBLE_EQ(positiveScale({{570, -400.0}}).high, 0.0);
+}
+
+int columnOf(int index) {
+    return index * 10;
+}
+int rowOf(double value) {
+    return static_cast<int>(value);
+}
+
+TEST(LinkageGeometry, CostStepsGoAcrossAndThenToTheNewCost) {
+    // 100 at 10, then 100 at 20: cost 10, then 15.
+    CostStep at;
+    const auto lines = costSteps({{1, {100, 1000.0}}, {4, {100, 2000.0}}}, at, columnOf, rowOf);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0], QLine(10, 10, 40, 10));
+    EXPECT_EQ(lines[1], QLine(40, 10, 40, 15));
+    EXPECT_TRUE(at.any);
+    EXPECT_EQ(at.x, 40);
+    EXPECT_EQ(at.y, 15);
+}
+
+TEST(LinkageGeometry, FirstStepOfTheSecondWalkStartsWhereTheFirstEnded) {
+    CostStep at{true, 40, 15};
+    const auto lines = costSteps({{6, {50, 600.0}}}, at, columnOf, rowOf);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0], QLine(40, 15, 60, 15));
+    EXPECT_EQ(lines[1], QLine(60, 15, 60, 12));
+}
+
+TEST(LinkageGeometry, RunningCountOfZeroMakesNoStep) {
+    CostStep at;
+    EXPECT_TRUE(costSteps({{1, {0, 0.0}}}, at, columnOf, rowOf).empty());
+    EXPECT_FALSE(at.any);
+}
+
+} // namespace
+} // namespace TC
