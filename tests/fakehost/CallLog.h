@@ -13,7 +13,9 @@ class CallLog {
 public:
     void add(const QString &call) {
         std::lock_guard<std::mutex> hold(mLock);
-        mCalls.append(call);
+        if (mRecording) {
+            mCalls.append(call);
+        }
     }
     QStringList all() const {
         std::lock_guard<std::mutex> hold(mLock);
@@ -34,7 +36,14 @@ public:
         mCalls.clear();
     }
 
+    /// Whether calls are kept; they are unless told.
+    void setRecording(bool recording) {
+        std::lock_guard<std::mutex> hold(mLock);
+        mRecording = recording;
+    }
+
 private:
+    bool mRecording = true;
     mutable std::mutex mLock;
     QStringList mCalls;
 };

@@ -1,0 +1,242 @@
+#include "bench/BenchChart.h"
+
+#include "chartdata/CRealtimeData.h"
+#include "chartview/CGraphAxisWidget.h"
+#include "chartview/CRealtimeGraphWidget.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace bench {
+namespace {
+
+constexpr int kStripWidth = 50; // pixels
+const char *const kMarket = "SH";
+const char *const kCode = "600000";
+
+/// Every point of the first `count` minutes, with the given lines of a minute.
+TC::FormulaResultPtr seriesOf(const std::vector<Minute> &minutes, int count,
+                              const std::vector<double Minute::*> &lines,
+                              const std::function<qint64(int)> &timeOf) {
+    auto result = std::make_shared<se::RPCFormulaResult>();
+    result->mValues.resize(lines.size());
+    for (int i = 0; i < count; ++i) {
+        result->mTimes.emplace_back(timeOf(i), 0);
+        result->mValid.push_back(1);
+        for (std::size_t line = 0; line < lines.size(); ++line) {
+            result->mValues[line].push_back(minutes[static_cast<std::size_t>(i)].*lines[line]);
+        }
+    }
+    return result;
+}
+
+TC::FormulaInstantPtr pointOf(const Minute &minute, const std::vector<double Minute::*> &lines, qint64 time) {
+    auto point = std::make_shared<se::RPCFormulaInstantResult>();
+    point->mTime = {time, 0};
+    for (const auto line : lines) {
+        point->mValues.push_back(minute.*line);
+    }
+    point->mExtra1.assign(lines.size(), se::kDefaultColor);
+    point->mTexts.resize(lines.size());
+    point->mExtra2.assign(lines.size(), 0.0);
+    return point;
+}
+
+TC::FormulaMetaPtr metaOf(const std::vector<std::string> &names, int style, const std::vector<qint32> &colors) {
+    auto meta = std::make_shared<se::RPCFormulaMetaResult>();
+    meta->mLineCount = static_cast<qint32>(names.size());
+    meta->mLineNames = names;
+    meta->mLineStyles.assign(names.size(), style);
+    meta->mLineColors = colors;
+    meta->mLineFlags.assign(names.size(), 0);
+    meta->mLineAxis.assign(names.size(), se::eLineShared);
+    return meta;
+}
+
+const std::vector<double Minute::*> kPriceLines = {&Minute::price, &Minute::average};
+const std::vector<double Minute::*> kVolumeLines = {&Minute::volume};
+
+} // namespace
+
+struct BenchChart::Day {
+    boost::shared_ptr<TC::CRealtimeData> data;
+    TC::CRealtimeGraphWidget *graph = nullptr;
+    int date = 0;
+    std::vector<qint64> times; ///< of every axis index, milliseconds since the epoch
+    fakehost::LiveRequest price;
+    fakehost::LiveRequest volume;
+};
+
+BenchChart::BenchChart(int points, int days, LineColors colors) : mColors(colors) {
+    setAttribute(Qt::WA_OpaquePaintEvent, false);
+    mHost.mLog.setRecording(false);
+    mHost.mStocks.add(kMarket, kCode, 10.0, 0.01);
+    mHost.mConfig.mRecord.mShowGradient = 0;
+    mHost.mCatalogue.add(QStringLiteral("REALTIME"), 2);
+    mHost.mCatalogue.add(QStringLiteral("REALTIMEVOL"), 2);
+    if (points != 241) {
+        mHost.mTimes.mTables[QStringLiteral("SH600000")] = {{{300, 300 + points - 1}}, points};
+    }
+    mParam.reset(new TC::CRealtimeUiParam(TC::EIndexViewType::Ordinary));
+    mParam->setStock(QStringLiteral("SH600000"), false);
+    mParam->mLeftAxisWidth = mParam->mRightAxisWidth = kStripWidth;
+    mParam->mDayCount = days;
+    for (int day = 0; day < days; ++day) {
+        auto item = std::make_unique<Day>();
+        item->date = mHost.mStocks.mLastTradingDay - day * 86400;
+        item->data.reset(new TC::CRealtimeData(mParam, TC::EIndexDisplayType::Main, this));
+        for (int index = 0; index < points; ++index) {
+            const QTime time = mParam->getDateTimeByIndex(index).time();
+            item->times.push_back((item->date + qint64(time.msecsSinceStartOfDay()) / 1000) * 1000);
+        }
+        item->data->addFormula(QStringLiteral("REALTIME"));
+        item->data->addFormula(QStringLiteral("REALTIMEVOL"));
+        item->graph = new TC::CRealtimeGraphWidget(day, item->data, mParam, TC::EIndexDisplayType::Main,
+                                                   TC::EIndexViewType::Ordinary, this, day == 0);
+        mDays.push_back(std::move(item));
+    }
+    mLeft = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eLeft, this);
+    mRight = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eRight, this);
+    mParam->mLeftAxis = mLeft;
+    mParam->mRightAxis = mRight;
+    for (const auto &day : mDays) {
+        day->data->setAxisWidget(mLeft);
+    }
+    setPreviousClose(10.0);
+    restart();
+}
+
+BenchChart::~BenchChart() {
+    for (const auto &day : mDays) {
+        delete day->graph;
+        day->graph = nullptr;
+    }
+    delete mLeft;
+    delete mRight;
+    mDays.clear();
+}
+
+void BenchChart::setBottomMargin(int pixels) {
+    mBottom = pixels;
+    layOut();
+}
+
+void BenchChart::setPreviousClose(double close) {
+    mHost.mStocks.getInstrumentDetail(QStringLiteral("SH600000"))->mLastClose = close;
+    mHost.mStocks.mCloses[qMakePair(QStringLiteral("SH600000"), 0)] = close;
+}
+
+void BenchChart::restart() {
+    for (const auto &day : mDays) {
+        day->data->unrequest();
+        day->data->clearData();
+        day->data->setTradeDate(day->date);
+        day->data->request(corvane::ERunMode::Ordinary);
+        day->price = mHost.mFormulas.mLive.find(QStringLiteral("REALTIME.lua"), QLatin1String(kCode));
+        day->volume = mHost.mFormulas.mLive.find(QStringLiteral("REALTIMEVOL.lua"), QLatin1String(kCode));
+    }
+}
+
+qint64 BenchChart::timeOf(int index) const {
+    return mDays[0]->times[static_cast<std::size_t>(index)];
+}
+
+void BenchChart::deliverHistory(const std::vector<Minute> &minutes, int count, int day) {
+    const Day &target = *mDays[static_cast<std::size_t>(day)];
+    const auto at = [&](int index) { return target.times[static_cast<std::size_t>(index)]; };
+    target.price.onHistory(metaOf({"价格", "均价"}, 0, {mColors.price, mColors.average}),
+                           seriesOf(minutes, count, kPriceLines, at), target.price.id(), 1, QString(), true);
+    target.volume.onHistory(metaOf({"成交量"}, 2, {se::kDefaultColor}),
+                            seriesOf(minutes, count, kVolumeLines, at), target.volume.id(), 1, QString(), true);
+}
+
+void BenchChart::deliverPoint(int index, const Minute &minute) {
+    const Day &target = *mDays[0];
+    target.price.onRealtime(0, target.price.id(), pointOf(minute, kPriceLines, timeOf(index)));
+    target.volume.onRealtime(0, target.volume.id(), pointOf(minute, kVolumeLines, timeOf(index)));
+}
+
+void BenchChart::addOverlay(const QString &code, const std::vector<Minute> &minutes, int count) {
+    mHost.mStocks.add(kMarket, code.toStdString(), minutes.front().price, 0.01);
+    mParam->addStock(QLatin1String(kMarket) + code, QString(), true);
+    restart();
+    deliverOverlayHistory(code, minutes, count);
+}
+
+void BenchChart::deliverOverlayHistory(const QString &code, const std::vector<Minute> &minutes, int count) {
+    const fakehost::LiveRequest price = mHost.mFormulas.mLive.find(QStringLiteral("REALTIME.lua"), code);
+    price.onHistory(metaOf({"价格", "均价"}, 0, {se::kDefaultColor, se::kDefaultColor}),
+                    seriesOf(minutes, count, kPriceLines, [&](int index) { return timeOf(index); }), price.id(),
+                    1, QString(), true);
+}
+
+void BenchChart::redrawAll() {
+    for (const auto &day : mDays) {
+        day->data->redraw();
+        day->graph->update();
+    }
+    update();
+}
+
+TC::CRealtimeData &BenchChart::data(int day) {
+    return *mDays[static_cast<std::size_t>(day)]->data;
+}
+
+TC::CRealtimeGraphWidget &BenchChart::graph(int day) {
+    return *mDays[static_cast<std::size_t>(day)]->graph;
+}
+
+bool BenchChart::handleEvent(int event, int, int, QString, void *) {
+    if (event == 3151) {
+        mergeRanges();
+    }
+    if (event == 3151 || event == 3029) {
+        for (const auto &day : mDays) {
+            day->graph->updateChanged();
+        }
+    }
+    return true;
+}
+
+void BenchChart::mergeRanges() {
+    TC::IndexBaseData::MaxMinMap merged;
+    for (const auto &day : mDays) {
+        const TC::IndexBaseData::MaxMinMap ranges = day->data->getMaxMinMap();
+        for (auto it = ranges.constBegin(); it != ranges.constEnd(); ++it) {
+            const auto present = merged.find(it.key());
+            if (present == merged.end()) {
+                merged.insert(it.key(), it.value());
+            } else {
+                present->first = std::max(present->first, it->first);
+                present->second = std::min(present->second, it->second);
+            }
+        }
+    }
+    mLeft->setMaxMinMap(merged);
+    mRight->setMaxMinMap(merged);
+    for (const auto &day : mDays) {
+        day->data->adoptMaxMin(merged, false);
+    }
+}
+
+void BenchChart::resizeEvent(QResizeEvent *) {
+    layOut();
+}
+
+void BenchChart::layOut() {
+    if (!mLeft || mDays.empty()) {
+        return;
+    }
+    const QRect all(0, 0, width(), height() - mBottom);
+    mParam->resize(all);
+    mLeft->setGeometry(0, 0, kStripWidth, all.height());
+    mRight->setGeometry(width() - kStripWidth, 0, kStripWidth, all.height());
+    const int days = static_cast<int>(mDays.size());
+    for (int day = 0; day < days; ++day) {
+        const int x = kStripWidth + int(mParam->mDayWidth * (days - 1 - day));
+        mDays[static_cast<std::size_t>(day)]->graph->setGeometry(x, 0, int(mParam->mDayWidth), all.height());
+    }
+}
+
+} // namespace bench

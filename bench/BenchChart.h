@@ -1,0 +1,83 @@
+#pragma once
+
+#include "host/drawing/IndexBaseData.h"
+#include "host/toolkit/CEventWidgetT.h"
+#include "tests/fakehost/FakeHost.h"
+
+#include <QWidget>
+#include <boost/shared_ptr.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace TC {
+class CGraphAxisWidget;
+class CRealtimeData;
+class CRealtimeGraphWidget;
+class CRealtimeUiParam;
+} // namespace TC
+
+namespace bench {
+
+/// Price, running average and volume of one minute.
+struct Minute {
+    double price = 0.0;
+    double average = 0.0;
+    double volume = 0.0;
+};
+
+/// Colours of the two lines, red | green << 8 | blue << 16, or se::kDefaultColor.
+struct LineColors {
+    int price = se::kDefaultColor;
+    int average = se::kDefaultColor;
+};
+
+/// One view of one or more day graphs side by side between two axis strips, on a host of doubles: the product's
+/// own classes, with nothing in between but the merging of ranges that a pane does.
+class BenchChart : public GZ::CEventWidgetT<QWidget> {
+public:
+    /// `points` is the number of positions of a day: 241, or any other for a single session of that length.
+    explicit BenchChart(int points = 241, int days = 1, LineColors colors = {});
+    ~BenchChart() override;
+
+    /// Room that the chart leaves free below, in pixels.
+    void setBottomMargin(int pixels);
+    void setPreviousClose(double close);
+    /// Withdraws, clears and requests again: the state of a fresh view of another day.
+    void restart();
+    /// Hands over the history of the first `count` minutes, price and average first, then volume.
+    void deliverHistory(const std::vector<Minute> &minutes, int count, int day = 0);
+    /// Hands over one point of the newest day: the minute at `index`.
+    void deliverPoint(int index, const Minute &minute);
+    /// Overlays an instrument, requests everything anew and hands over the overlay's history.
+    void addOverlay(const QString &code, const std::vector<Minute> &minutes, int count);
+    void deliverOverlayHistory(const QString &code, const std::vector<Minute> &minutes, int count);
+    /// Drops every cache: all pixmaps are drawn anew and everything is repainted.
+    void redrawAll();
+
+    TC::CRealtimeData &data(int day = 0);
+    TC::CRealtimeGraphWidget &graph(int day = 0);
+    TC::CRealtimeUiParam &param() { return *mParam; }
+    fakehost::FakeHost &host() { return mHost; }
+
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    struct Day;
+    qint64 timeOf(int index) const;
+    void mergeRanges();
+    void layOut();
+
+    fakehost::FakeHost mHost;
+    int mBottom = 0;
+    LineColors mColors;
+    boost::shared_ptr<TC::CRealtimeUiParam> mParam;
+    std::vector<std::unique_ptr<Day>> mDays; ///< newest first
+    TC::CGraphAxisWidget *mLeft = nullptr;
+    TC::CGraphAxisWidget *mRight = nullptr;
+};
+
+} // namespace bench
