@@ -21,9 +21,12 @@ public:
     virtual bool isBasicFormula(const QString &name) const;
     /// The volume formula, in any letter case.
     virtual bool isVolFormula(const QString &name) const;
+    /// The formulas of the main chart, in order. Every kind says its own; the bodies here are what an instrument
+    /// with a price and a volume says.
     virtual QList<QString> getMainFormula() const = 0;
     virtual QString getBasicFormula() const = 0;
     virtual QString getVolFormula() const = 0;
+    /// Chooses the analysis of a portfolio; nothing for the other kinds.
     virtual void setPortfolioGraphType(int type);
     virtual bool showContextMenu() const = 0;
     /// Addresses a request; false when it must not be sent.

@@ -33,6 +33,7 @@ class CRealtimeBaseFormulaAxis;
 class CRealTimeNomalAxis;
 class CRealTimeCustomIndexAxis;
 class CRealTimePortfolioAxis;
+struct TradingDay;
 
 /// The shared state of one intraday view: the instrument shown and its kind, the overlays, the roles of
 /// formulas, the cross line and the trading-time axis. One object is shared by all panes of a view; its members
@@ -114,6 +115,8 @@ public:
     int getIndexByTime(const QTime &time) const;
     /// Index of a minute. Not clamped: a gap of a night axis may give a negative value.
     int getIndexByTime(int minute) const;
+    /// Time of an index on the date of the view, which does not change at midnight. A negative index gives today's
+    /// midnight; the minute 24:00 of a night session is no time of a day and gives an invalid result.
     QDateTime getDateTimeByIndex(int index) const;
     /// Pixel of an index inside a day graph.
     int getXAxisByIndex(int index) const;
@@ -121,38 +124,38 @@ public:
     int getIndexByXAxis(int x) const;
 
     const EIndexViewType mViewType;
-    int mStockKind = 0;     ///< 0 instrument, 1 user-defined index, 2 portfolio; written only by setStock
-    int mMaxAddStock = 3;   ///< limit of overlays, those with and without an axis together
+    int mStockKind = 0; ///< 0 instrument, 1 user-defined index, 2 portfolio; written only by setStock
+    int mMaxAddStock = 3; ///< limit of overlays, those with and without an axis together
     bool mCrossShown = false;
     bool mCursorByKey = false; ///< the keyboard moved the cross line last, not the mouse
     bool mMouseIn = false;
-    int mCrossX = 0;        ///< pixels inside a day graph
-    int mCrossIndex = -1;   ///< axis index under the cross line, -1 none
+    int mCrossX = 0; ///< pixels inside a day graph
+    int mCrossIndex = -1; ///< axis index under the cross line, -1 none
     int mLeftAxisWidth = 0; ///< pixels
     int mRightAxisWidth = 0;
-    double mDayWidth = 0.0;                 ///< pixels of one day's graph
-    QVector<QPair<int, int>> mSessions;     ///< first and last minute of each, in axis order, ends included
-    int mDataCount = 0;                     ///< points of the main series received so far
-    int mDayCount = 1;                      ///< day graphs side by side, 1 to 6
-    int mPointCount = 0;                    ///< positions of a whole day
+    double mDayWidth = 0.0; ///< pixels of one day's graph
+    QVector<QPair<int, int>> mSessions; ///< first and last minute of each, in axis order, ends included
+    int mDataCount = 0; ///< points of the main series received so far
+    int mDayCount = 1; ///< day graphs side by side, 1 to 6
+    int mPointCount = 0; ///< positions of a whole day
     bool mShowVolume = true;
     bool mCanOverlaySector = false;
-    QList<CInstrumentDetailPtr> mAddStocks;       ///< overlays with an axis scale of their own
+    QList<CInstrumentDetailPtr> mAddStocks; ///< overlays with an axis scale of their own
     QList<CInstrumentDetailPtr> mAddNoAxisStocks; ///< overlays on the scale of the main instrument
-    QList<CIndexDetail *> mAddIndexes;            ///< owned copies of overlaid user-defined indexes
+    QList<CIndexDetail *> mAddIndexes; ///< owned copies of overlaid user-defined indexes
     QString mSector;
-    QList<int> mAddStockColors;        ///< red | green << 8 | blue << 16
-    QMap<QString, int> mStockColors;   ///< colour of each overlay, by key
+    QList<int> mAddStockColors; ///< red | green << 8 | blue << 16
+    QMap<QString, int> mStockColors; ///< colour of each overlay, by key
     int mRequestId = 0;
     boost::function<int()> mGetTradeDateFunc; ///< set: the past trading day shown, a time in seconds
-    CGraphAxisWidget *mLeftAxis = nullptr;    ///< the main pane's axis strips, not owned
+    CGraphAxisWidget *mLeftAxis = nullptr; ///< the main pane's axis strips, not owned
     CGraphAxisWidget *mRightAxis = nullptr;
-    int mLinkageFlags = 1;               ///< 1 nothing, value 2 account view, value 4 selected-data view
-    std::array<bool, 8> mLinkageShow{};  ///< orders, deals, tasks, totals, net, profit, balance, strategy filter
+    int mLinkageFlags = 1; ///< 1 nothing, value 2 account view, value 4 selected-data view
+    std::array<bool, 8> mLinkageShow{}; ///< orders, deals, tasks, totals, net, profit, balance, strategy filter
     std::set<std::string> mLinkageAccounts;
     std::set<std::string> mLinkageStrategys;
     std::set<std::string> mLinkageStocks;
-    std::map<int, std::pair<int, double>> mLinkageBuys;      ///< axis index to (count, amount)
+    std::map<int, std::pair<int, double>> mLinkageBuys; ///< axis index to (count, amount)
     std::map<int, std::pair<int, double>> mLinkageSells;
     std::map<int, std::pair<double, double>> mLinkageAmounts; ///< axis index to (buy, sell)
     std::map<int, double> mLinkageProfits;
@@ -162,8 +165,8 @@ public:
     int mFixedPriceLevel = 1;
     bool mFixedPriceRequest = false;
     boost::shared_ptr<CPanelInfo> mPanelInfo; ///< set by the host
-    int mAddSwBkzsLevel = -1;                 ///< classification level of the overlaid sector index, -1 none
-    QString mAddBkzsCode;                     ///< key of the sector index overlaid now
+    int mAddSwBkzsLevel = -1; ///< classification level of the overlaid sector index, -1 none
+    QString mAddBkzsCode; ///< key of the sector index overlaid now
     QString mFormulaAccount;
     int mAddStockFlags = 0; ///< bit 0: the convertible-bond overlay is on
     QSet<QString> mAddConvertibleCodes;
@@ -176,6 +179,15 @@ public:
     CRealTimeCustomIndexAxis *mIndexAxis = nullptr;
     CRealTimePortfolioAxis *mPortfolioAxis = nullptr;
     bool mShowFixedPriceDeal = false;
+
+private:
+    CRealtimeBaseFormulaAxis *axisOfKind(int kind) const;
+    void setTradingDay(const TradingDay &day);
+    void resetInstrumentAxis(bool useUnderlying);
+    void addIndex(const QString &key);
+    /// Puts a sector index in the place of the one overlaid, or adds it when there is room; null takes it away.
+    void showSectorIndex(const CInstrumentDetailPtr &detail);
+    int overlayColor(int position) const;
 };
 
 } // namespace TC

@@ -1,0 +1,78 @@
+#include "chartview/CRealTimeCustomIndexAxis.h"
+
+#include "host/services/CHostClock.h"
+#include "host/services/CIndexManager.h"
+#include "host/services/CStockManager.h"
+
+#include <cmath>
+
+namespace TC {
+namespace {
+
+constexpr double kDefaultBaseValue = 100.0;
+constexpr qint32 kDefaultOption2 = 100;
+
+bool isUnset(double value) {
+    return std::fabs(value) <= kValueTolerance;
+}
+
+qint64 nowInMilliseconds() {
+    return qint64(hostNow().toTime_t()) * 1000;
+}
+
+QList<QPair<QString, QString>> knownMembers(const QList<QString> &keys) {
+    QList<QPair<QString, QString>> members;
+    for (const QString &key : keys) {
+        const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key);
+        if (detail) {
+            members.append(qMakePair(getDetailQsMarket(detail), getDetailQsCode(detail)));
+        }
+    }
+    return members;
+}
+
+} // namespace
+
+CRealTimeCustomIndexAxis::CRealTimeCustomIndexAxis() {
+    mMainFormulas = {CRealtimeBaseFormulaAxis::getBasicFormula(), CRealtimeBaseFormulaAxis::getVolFormula()};
+}
+
+QList<QString> CRealTimeCustomIndexAxis::getMainFormula() const {
+    return CRealtimeBaseFormulaAxis::getMainFormula();
+}
+
+QString CRealTimeCustomIndexAxis::getBasicFormula() const {
+    return CRealtimeBaseFormulaAxis::getBasicFormula();
+}
+
+QString CRealTimeCustomIndexAxis::getVolFormula() const {
+    return CRealtimeBaseFormulaAxis::getVolFormula();
+}
+
+bool CRealTimeCustomIndexAxis::showContextMenu() const {
+    return true;
+}
+
+bool CRealTimeCustomIndexAxis::fillRequestParam(CFormulaParam &param, const QString &key,
+                                                boost::shared_ptr<CFormulaDetail>) {
+    const CIndexDetail *index = CSingletonT<CIndexManager>::instance().getIndex(key);
+    if (!index) {
+        return false;
+    }
+    param.mIndexName = key;
+    param.mIndexKey = key;
+    param.mIndexOption1 = index->mOption1;
+    param.mIndexStartTime = isUnset(double(index->mStartTime)) ? nowInMilliseconds() : index->mStartTime;
+    param.mIndexBaseValue = isUnset(index->mBaseValue) ? kDefaultBaseValue : index->mBaseValue;
+    param.mIndexOption2 = isUnset(index->mOption2) ? kDefaultOption2 : index->mOption2;
+    param.mCode = key;
+    param.mIndexOption3 = index->mOption3;
+    param.mMarket = QStringLiteral("CD");
+    if (index->mMembers.isEmpty()) {
+        return false;
+    }
+    param.mMembers += knownMembers(index->mMembers);
+    return true;
+}
+
+} // namespace TC

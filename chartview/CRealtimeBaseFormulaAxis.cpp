@@ -1,0 +1,31 @@
+#include "chartview/CRealtimeBaseFormulaAxis.h"
+
+namespace TC {
+
+bool CRealtimeBaseFormulaAxis::isMainFormula(const QString &name) const {
+    return mMainFormulas.contains(name);
+}
+
+bool CRealtimeBaseFormulaAxis::isBasicFormula(const QString &name) const {
+    return name.compare(getBasicFormula(), Qt::CaseInsensitive) == 0;
+}
+
+bool CRealtimeBaseFormulaAxis::isVolFormula(const QString &name) const {
+    return name.compare(getVolFormula(), Qt::CaseInsensitive) == 0;
+}
+
+QList<QString> CRealtimeBaseFormulaAxis::getMainFormula() const {
+    return mMainFormulas;
+}
+
+QString CRealtimeBaseFormulaAxis::getBasicFormula() const {
+    return QStringLiteral("REALTIME");
+}
+
+QString CRealtimeBaseFormulaAxis::getVolFormula() const {
+    return QStringLiteral("REALTIMEVOL");
+}
+
+void CRealtimeBaseFormulaAxis::setPortfolioGraphType(int) {}
+
+} // namespace TC
