@@ -1,6 +1,8 @@
 #pragma once
 
+#include "chartview/AxisTicks.h"
 #include "host/drawing/IndexBaseData.h"
+#include "host/records/CFormulaKey.h"
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CBaseWidget.h"
 
@@ -10,31 +12,33 @@
 #include <QVector>
 #include <boost/shared_ptr.hpp>
 
+#include <mutex>
+
 namespace TC {
 
 class CRealtimeData;
 class CRealtimeUiParam;
 
-/// One value tick of an axis strip.
-struct AxisTick {
-    double value = 0.0;
-    int y = 0; ///< pixel row of the strip
-};
-
 /// The strip beside a pane: value ticks on the left, percentages against the last close on the right. Its tick
 /// rows and time columns are the grid lines of the graphs.
+///
+/// Lives on the user-interface thread. Copies of its lists may be taken on any thread: a graph draws its
+/// background on the thread that a result came in on.
 class CGraphAxisWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     enum ESide : int { eLeft = 0, eRight = 1 };
 
-    CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> data, int side,
-                     QWidget *parent = nullptr);
+    CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> data,
+                     int side, QWidget *parent = nullptr);
 
     void setDisplayType(EIndexDisplayType displayType);
     /// Takes the merged ranges of the pane and recomputes ticks and time lines.
     void setMaxMinMap(const IndexBaseData::MaxMinMap &ranges);
+    /// Shows the button in the band of the last tick. Event 263 tells of a press on it.
     void showHolographicButon(bool show);
+    /// Recomputes ticks and time lines for the present size, sessions and day width.
+    void recompute();
 
     IndexBaseData::MaxMinMap getMaxMinMap() const;
     QVector<AxisTick> getTicks() const;
@@ -44,17 +48,29 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void onUiResourceChanged() override;
 
 private:
+    /// Key of a formula of this pane, and the first of its formulas that has a series, empty when none has.
+    CFormulaKey keyOf(const QString &formula) const;
+    QString firstFormulaWithSeries() const;
+    /// Key whose range the ticks show.
+    CFormulaKey axisKey() const;
+    QVector<AxisTick> computeTicks() const;
+    QVector<AxisLabel> labels() const;
+    void drawHolographicButton(QPainter &painter) const;
+    QRect holographicRect() const;
+
     EIndexDisplayType mDisplayType = EIndexDisplayType::Main;
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     boost::shared_ptr<CRealtimeData> mData;
     IndexBaseData::MaxMinMap mMaxMinMap;
-    QVector<AxisTick> mTicks;    ///< top down
-    QVector<int> mTimeLines;     ///< columns of a day graph
+    QVector<AxisTick> mTicks; ///< top down
+    QVector<int> mTimeLines; ///< columns of a day graph
     int mSide;
     bool mHolographicShown = false;
     QPixmap mHolographicPixmap;
+    mutable std::mutex mListLock; ///< guards the three lists against readers on other threads
 };
 
 } // namespace TC

@@ -50,6 +50,11 @@ public:
 
     /// The series held. The reference is for the thread that changes them, or for a holder of the lock.
     const QMap<CFormulaKey, se::RPCFormulaResultCache> &getData() const { return mData; }
+    /// Whether a series is held. Any thread.
+    bool hasSeries(const CFormulaKey &key) const {
+        boost::recursive_mutex::scoped_lock hold(mLock);
+        return mData.contains(key);
+    }
     QList<QString> getFormulas() const;
     /// The main formula of this chart: the first of its formulas for which isMainGraph holds, else the first.
     virtual QString getMainGraph() const;

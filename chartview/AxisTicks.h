@@ -1,0 +1,71 @@
+#pragma once
+
+/// \file
+/// Arithmetic of an axis strip: which ticks it has, where the time lines stand, what its labels are.
+
+#include "host/records/Enumerations.h"
+
+#include <QPair>
+#include <QRect>
+#include <QVector>
+
+#include <optional>
+
+namespace TC {
+
+/// One value tick of an axis strip.
+struct AxisTick {
+    double value = 0.0;
+    int y = 0; ///< pixel row of the strip
+};
+
+/// A value range, first the maximum, second the minimum.
+using AxisRange = QPair<double, double>;
+
+/// How many ticks find room above each other in a strip; 0 for a font without height.
+int axisTickCount(int height, int fontHeight);
+
+/// `count` + 1 ticks from the top edge to the bottom edge; none for a count below 1.
+QVector<AxisTick> subPaneTicks(int height, int count, const AxisRange &range);
+
+/// Ticks of a main pane, without one at the bottom edge. With a volume band the count is brought to a multiple
+/// of 3, and the last third are those of the band; without one it is brought to an even number. None when
+/// fewer than 2 remain.
+QVector<AxisTick> mainPaneTicks(int height, int count, bool volume, const AxisRange &price,
+                                const AxisRange &volumeRange);
+
+/// Axis indices of the time lines: every 30 minutes from the start of each session, and the end of each session
+/// but the last. Sessions are pairs of first and last minute; the break before a session takes no room.
+QVector<int> timeLineIndexes(const QVector<QPair<int, int>> &sessions);
+
+/// One label of a strip.
+struct AxisLabel {
+    QRect rect; ///< in pixels of the strip
+    int alignment = 0; ///< of the text in the rectangle, Qt::Alignment
+    double number = 0.0; ///< what is written, see GZ::formatDoubleNumber
+    int decimals = 0; ///< at most; the text holds to the limits of that function
+    int flags = 0; ///< utils::EFormatNumberFlag
+    const char *color = ""; ///< theme key of the text
+};
+
+/// What the labels of a strip depend on.
+struct AxisLabelInput {
+    QVector<AxisTick> ticks; ///< top down
+    EIndexDisplayType displayType = EIndexDisplayType::Main;
+    bool right = false;
+    bool volume = false; ///< the main chart shows its volume band; not read for a sub pane
+    int width = 0; ///< pixels of the strip
+    int fontHeight = 0;
+    double lastClose = 0.0; ///< base of the percentages; zero leaves them at zero
+    int tickDecimals = 2; ///< decimals of the smallest price step
+    std::optional<int> formulaPrecision; ///< what the formula wants for its first line
+};
+
+/// The labels of a strip, top down: values on the left and on both sides of a sub pane, percentages against the
+/// last close on the right of a main pane.
+QVector<AxisLabel> planAxisLabels(const AxisLabelInput &input);
+
+/// The band of the last of `count` ticks of a strip; null without ticks.
+QRect lastTickBand(const QRect &strip, int fontHeight, int count);
+
+} // namespace TC
