@@ -1,0 +1,98 @@
+#include "chartview/TimeScalePlan.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+namespace {
+
+constexpr int kLabelDistance = 48; // pixels between neighbouring labels
+constexpr int kStepMinutes = 30;
+constexpr int kLastLabelInset = 2; // pixels
+
+/// Walks the sessions of one day.
+class DayPlan {
+public:
+    DayPlan(const TimeScaleInput &input, double base) : mInput(input), mBase(base), mUsed(base) {
+        mDay.clipLeft = static_cast<int>(base);
+        mDay.clipWidth = static_cast<int>(input.dayWidth + 0.5);
+    }
+
+    TimeScaleDay walk(int daysAgo) {
+        const int count = mInput.sessions.size();
+        for (int i = 0; i < count; ++i) {
+            if (i == 0) {
+                head(daysAgo);
+            }
+            const int first = mInput.sessions[i].first - (i > 0 ? 1 : 0);
+            session(mInput.sessions[i].second - first, i == count - 1);
+        }
+        return mDay;
+    }
+
+private:
+    void head(int daysAgo) {
+        const QString text = mInput.dayCount == 1 ? mInput.timeOfIndex(0) : mInput.dateOfDay(daysAgo);
+        mDay.labels.append({std::trunc(mBase) + 1, text, true});
+        mUsed += mInput.textWidth(text) + kLabelDistance;
+        mDay.ticks.append(mBase);
+    }
+
+    void session(int minutes, bool last) {
+        int rest = minutes;
+        for (; rest > kStepMinutes; rest -= kStepMinutes) {
+            mIndex += kStepMinutes;
+            centred(mInput.columnOfIndex(mIndex) + mBase, mInput.timeOfIndex(mIndex));
+        }
+        if (rest <= 0) {
+            return;
+        }
+        if (last) {
+            atTheEnd(mInput.timeOfIndex(mIndex + rest));
+        } else if (rest == kStepMinutes) {
+            centred(mInput.columnOfIndex(mIndex + rest) + mBase, mInput.timeOfIndex(mIndex + rest));
+        }
+        mIndex += rest;
+    }
+
+    void centred(double x, const QString &text) {
+        const int width = mInput.textWidth(text);
+        const double left = x - width / 2;
+        if (left >= mUsed) {
+            mDay.labels.append({left, text, false});
+            mUsed = x + width / 2 + kLabelDistance;
+        }
+        mDay.ticks.append(x);
+    }
+
+    void atTheEnd(const QString &text) {
+        const int width = mInput.textWidth(text);
+        const double x = std::trunc(mBase + mInput.dayWidth - 1);
+        const double left = x - width;
+        if (left >= mUsed) {
+            mDay.labels.append({left - kLastLabelInset, text, false});
+            mUsed = x + kLabelDistance + width;
+        }
+        mDay.ticks.append(x);
+    }
+
+    const TimeScaleInput &mInput;
+    const double mBase;
+    double mUsed; ///< right end of the last label, with its distance
+    int mIndex = 0;
+    TimeScaleDay mDay;
+};
+
+} // namespace
+
+QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input) {
+    QVector<TimeScaleDay> days;
+    double base = input.leftWidth;
+    for (int daysAgo = std::min(input.dayCount, 6) - 1; daysAgo >= 0; --daysAgo) {
+        days.append(DayPlan(input, base).walk(daysAgo));
+        base += input.dayWidth;
+    }
+    return days;
+}
+
+} // namespace TC

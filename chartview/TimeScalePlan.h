@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QPair>
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+/// \file
+/// Where the time scale beneath the panes puts its ticks and labels.
+
+namespace TC {
+
+/// What the scale is drawn from.
+struct TimeScaleInput {
+    QVector<QPair<int, int>> sessions; ///< first and last minute of each
+    double dayWidth = 0.0; ///< pixels of one day
+    int leftWidth = 0; ///< pixels left of the first day
+    int dayCount = 1;
+    std::function<int(int)> columnOfIndex; ///< pixel of an axis index inside a day
+    std::function<QString(int)> timeOfIndex; ///< "hh:mm" of an axis index
+    std::function<QString(int)> dateOfDay; ///< "yy-MM-dd" of the day that many trading days ago
+    std::function<int(const QString &)> textWidth; ///< pixels of a label
+};
+
+/// One label. `x` is its left end.
+struct TimeScaleLabel {
+    double x = 0.0;
+    QString text;
+    bool head = false; ///< the first label of a day
+};
+
+/// One day of the scale.
+struct TimeScaleDay {
+    int clipLeft = 0; ///< pixels that its drawing is held to
+    int clipWidth = 0;
+    QVector<double> ticks; ///< columns
+    QVector<TimeScaleLabel> labels;
+};
+
+/// Ticks every 30 minutes of a session and at its end; labels where they keep their distance from the one before.
+/// The oldest day comes first.
+QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input);
+
+} // namespace TC
