@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing: setup/packages.sh [run|test]
+# "run" is what building and running the terminal takes, "test" adds what the tests take.
+set -euo pipefail
+
+run_packages=(
+  g++ cmake ninja-build ccache pkg-config
+  qtbase5-dev libqt5sql5-sqlite
+  libboost-dev libboost-thread-dev liblog4cxx-dev libbson-dev liblua5.4-dev
+  fonts-noto-cjk fonts-dejavu-core tzdata
+)
+test_packages=(
+  clang clang-format clang-tidy libclang-rt-14-dev
+  libgtest-dev libgmock-dev libbenchmark-dev python3
+  xvfb xauth xdotool imagemagick jwm
+)
+
+case "${1:-run}" in
+  run) wanted=("${run_packages[@]}") ;;
+  test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+  *)
+    echo "setup/packages.sh: unknown set '$1': give run or test" >&2
+    exit 2
+    ;;
+esac
+
+# One call for all of them: dpkg-query takes longer to start than to answer.
+installed="$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null |
+  sed -n 's/^installed //p' || true)"
+missing=()
+for package in "${wanted[@]}"; do
+  if ! grep -qxF -- "$package" <<<"$installed"; then
+    missing+=("$package")
+  fi
+done
+if [ "${#missing[@]}" -eq 0 ]; then
+  exit 0
+fi
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "setup/packages.sh: missing packages: ${missing[*]}; not root and no sudo: install them as root with" \
+      "apt-get install --no-install-recommends ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+echo "installing ${#missing[@]} missing packages: ${missing[*]}" >&2
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get -q -o DPkg::Lock::Timeout=300 update >&2
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 install -y \
+  --no-install-recommends "${missing[@]}" >&2

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDate>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace terminal {
+
+/// What the program was asked for. A value that was not given is empty or stands at its default.
+struct CommandLineOptions {
+    bool help = false;
+    QString instrument; ///< key, as in "SH600000"
+    QDate date; ///< trading day to show; null is the running one
+    QString snapshot; ///< picture to write instead of opening a window
+    QSize size{1200, 700};
+    double ratio = 1.0; ///< device pixels per pixel
+    QString theme = QStringLiteral("dark");
+    QStringList imports; ///< files of minute bars, in order
+    std::optional<double> speed; ///< market seconds a second
+    QString market; ///< of the imported files
+    QString code;
+    std::optional<bool> volumeInLots;
+    std::optional<bool> labelAtStart;
+    QString store; ///< folder or file of the market store
+};
+
+/// The options, or one line that says what is wrong, why, and what to do.
+using ParsedCommandLine = std::variant<CommandLineOptions, QString>;
+
+/// Reads the arguments behind the program's name. Values follow their option or stand behind "=".
+ParsedCommandLine parseCommandLine(const QStringList &arguments);
+
+/// The text of --help.
+QString commandLineHelp();
+
+/// Number of single-character insertions, deletions and replacements between two texts (Levenshtein), letter case
+/// aside.
+int editDistance(const QString &a, const QString &b);
+
+/// Those of the candidates that are nearest to a text by edit distance, nearest first, `count` at most.
+QStringList nearestTexts(const QString &text, const QStringList &candidates, int count);
+
+} // namespace terminal

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/services/CConfigService.h"
+
+#include <QJsonObject>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <mutex>
+
+namespace terminal {
+
+/// The terminal's configuration: defaults, and over them what a JSON file says.
+///
+/// The file is written whole to a temporary file and renamed, so that a crash leaves the old one or the new one. A
+/// damaged file is kept beside the new one as "<file>.damaged" (with a number when there is one already) and told in
+/// messages(). Values of the wrong kind stand at their defaults. Fields that this version does not know are kept.
+class ConfigService : public TC::CConfigService, private TC::UserConfigInterface {
+public:
+    /// Reads the file; without a path nothing is read or written.
+    explicit ConfigService(QString path = {});
+
+    TC::CConfig *config() override { return &mProgram; }
+    TC::CUserConfig *userConfig() override { return &mUser; }
+    bool isClientType(TC::EClientType type) override { return type == TC::EClientType::Standard; }
+    TC::UserConfigInterface &indexUserConfig() override { return *this; }
+    bool hideModel() override;
+
+    /// A value of the terminal's own, as the theme chosen last; `fallback` when there is none.
+    QString value(const QString &name, const QString &fallback = {}) const;
+    void setValue(const QString &name, const QString &value);
+
+    /// What went wrong with the file so far, in words for the user.
+    QStringList messages() const;
+
+private:
+    /// The program's part, read from the file's fields.
+    class Program : public TC::CConfig {
+    public:
+        explicit Program(const ConfigService &service) : mService(service) {}
+        bool conciseStyle() const override { return mService.flag("conciseStyle", false); }
+        bool crossLineBelowTitle() const override { return mService.flag("crossLineBelowTitle", false); }
+        bool debugLog() const override { return mService.flag("debugLog", false); }
+
+    private:
+        const ConfigService &mService;
+    };
+    /// The user's part.
+    class User : public TC::CUserConfig {
+    public:
+        explicit User(ConfigService &service) : mService(service) {}
+        bool isBoardNewRules() const override { return mService.flag("boardNewRules", true); }
+        bool hasFormulaEditorAuth() const override { return mService.flag("formulaEditor", true); }
+        int subIndexRefresh() const override { return mService.number("subIndexRefresh", 0); }
+        bool quickCancel() const override { return mService.flag("quickCancel", false); }
+        QString tableConfig(int tableId) const override;
+        void setTableConfig(int tableId, const QString &text) override;
+
+    private:
+        ConfigService &mService;
+    };
+
+    TC::UserConfigRecord read() const override;
+    void write(const TC::UserConfigRecord &record) override;
+
+    bool flag(const char *name, bool fallback) const;
+    int number(const char *name, int fallback) const;
+    void load();
+    void keepDamaged(const QString &reason);
+    /// Changes fields and writes the file.
+    void change(const QJsonObject &fields);
+
+    const QString mPath;
+    mutable std::mutex mLock; ///< guards what follows
+    QJsonObject mFields;
+    QStringList mMessages;
+    Program mProgram{*this};
+    User mUser{*this};
+};
+
+} // namespace terminal

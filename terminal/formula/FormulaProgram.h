@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/records/CFormulaParam.h"
+#include "host/records/RPCFormulaResult.h"
+#include "terminal/market/MinuteBar.h"
+
+#include <functional>
+#include <memory>
+
+namespace terminal {
+
+/// One formula at work for one request: turns the bars of a day into lines. Made and used on one worker thread.
+class FormulaProgram {
+public:
+    virtual ~FormulaProgram() = default;
+
+    /// Description of the lines; its mLineCount is the number of lines of every result.
+    virtual se::RPCFormulaMetaResult describe() const = 0;
+    /// The lines over all bars, one point per bar.
+    virtual se::RPCFormulaResult evaluate(const MinuteBars &bars) const = 0;
+    /// The point of the last bar; `bars` is not empty. A program that can work it out without the others does so:
+    /// this is called with every trade.
+    virtual se::RPCFormulaInstantResult evaluateLast(const MinuteBars &bars) const;
+};
+
+/// Makes the program of a request, or answers null when there is no such formula.
+using FormulaProgramMaker = std::function<std::unique_ptr<FormulaProgram>(const TC::CFormulaParam &)>;
+
+} // namespace terminal

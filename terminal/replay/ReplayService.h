@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host/services/CReplayManager.h"
+#include "terminal/formula/FormulaProgram.h"
+#include "terminal/formula/FormulaService.h"
+#include "terminal/market/MarketFeed.h"
+
+#include <QList>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <mutex>
+
+namespace terminal {
+
+/// Plays stored days again: every request gets the series up to the start of the range as its history, and then one
+/// point after the other at the replay's pace, until the range ends. Without a range the whole day is played.
+///
+/// All requests share one replay time, so that the panes of a chart grow together. Results come on the
+/// user-interface thread, on which the service is made; requests may be withdrawn on any thread.
+class ReplayService : public QObject, public TC::CReplayManager {
+    Q_OBJECT
+public:
+    ReplayService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay);
+    ~ReplayService() override;
+
+    void requestFormulas(const QString &stock, QVector<TC::CFormulaParam> &params,
+                         TC::FormulaHistoryCallback onHistory, TC::FormulaRealtimeCallback onRealtime) override;
+    void deleteFormulas(QVector<QString> &requestIds) override;
+    /// Also sets the replay time back to the start. An end not after the start gives the whole day.
+    void setThousandRange(qint64 start, qint64 end) override;
+
+    /// Milliseconds between two minutes of the market, 0 as fast as the screen follows.
+    void setPace(int millisecondsPerMinute);
+    void setPaused(bool paused);
+    /// Minute played last, in milliseconds since the epoch; 0 before the first one.
+    qint64 replayTime() const;
+    int liveRequests() const;
+
+signals:
+    /// The last minute of all requests has been played.
+    void finished();
+
+private:
+    struct Request;
+    using RequestPtr = std::shared_ptr<Request>;
+
+    void begin(const RequestPtr &request);
+    void step();
+    void play(const RequestPtr &request, qint64 until);
+    QList<RequestPtr> requests() const;
+    void updateTimer();
+
+    MarketFeed &mFeed;
+    const FormulaProgramMaker mMaker;
+    const RequestDay mRequestDay;
+    QTimer mTimer;
+    bool mPaused = false;
+    qint64 mStart = 0;
+    qint64 mEnd = 0;
+    qint64 mTime = 0;
+    mutable std::mutex mLock; ///< guards what follows
+    QList<RequestPtr> mRequests;
+};
+
+} // namespace terminal
