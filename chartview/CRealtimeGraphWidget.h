@@ -1,0 +1,168 @@
+#pragma once
+
+#include "host/drawing/IGraphWidget.h"
+#include "host/drawing/IndexBaseData.h"
+#include "host/records/Enumerations.h"
+#include "host/services/CFormulaManager.h"
+#include "host/toolkit/CBaseWidget.h"
+
+#include <QColor>
+#include <QList>
+#include <QPen>
+#include <QPoint>
+#include <QPointF>
+#include <QRect>
+#include <QString>
+#include <QVector>
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+
+class QAction;
+
+namespace kvservice {
+class CDealDetail;
+class COrderDetail;
+} // namespace kvservice
+
+namespace TC {
+
+class CModifyModelParamDialog;
+class CRealtimeData;
+class CRealtimeUiParam;
+class CViewVariableDialog;
+
+/// One drawn graph of a pane: the price chart of a trading day with its volume band, or a formula pane of that
+/// day. It owns no series: it paints what its data has rendered, puts the interactive layers on top, and turns
+/// input into events. User-interface thread only.
+class CRealtimeGraphWidget : public GZ::CBaseWidget, public IGraphWidget {
+    Q_OBJECT
+public:
+    /// `id` is told in the events of this graph. The last argument says whether it is the graph of the newest
+    /// day; the graph itself does not read it.
+    CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeData> data,
+                         boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
+                         EIndexViewType viewType, QWidget *parent, bool newest);
+    /// Withdraws the requests of the data and empties it.
+    ~CRealtimeGraphWidget() override;
+
+    boost::shared_ptr<CRealtimeData> getData() const;
+
+    // Formulas and requests, passed on to the data
+
+    void addIndex(const QString &name);
+    void delIndex(const QString &name);
+    void delAllIndex();
+    /// Leaves the main formulas and this one; the caller requests again.
+    void updateIndex(const QString &name);
+    bool findIndex(const QString &name) const;
+    QList<QString> getIndexes() const;
+    bool hasGroupModelIndex() const;
+    bool hasPythonIndex() const;
+    /// Requests, from the replay service while in replay. A group model in a sub pane of a view that does not
+    /// show group graphs is requested only when its first formula is a script model.
+    void request(corvane::ERunMode mode);
+    void syncRequest(corvane::ERunMode mode);
+    void unrequest();
+    void minitermFormulaDataCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
+                                     const QString &stock, const QString &formula, int dataType);
+
+    // View
+
+    /// Takes the ranges to draw with; the user's drawings follow.
+    void updateAxis(const IndexBaseData::MaxMinMap &ranges, bool overwrite);
+    /// Renders the chart anew. The caller repaints.
+    void updateView();
+    /// Repaints what of the data has changed since the last call, and nothing else.
+    void updateChanged();
+    /// Drops the series of overlays and repaints.
+    void updateOverlay();
+    void beHistory(bool history);
+    void beReplay(bool replay);
+    void setCreateNewWorkShow(bool show);
+    void setMouseIn(bool in);
+    void setPairParamFunc(boost::function<void(QString)> func);
+    /// Whether the mouse moves over this graph.
+    bool isCrossActive() const;
+    /// Row of the mouse in this graph, -1 unless it moves over it.
+    int getMouseY() const;
+    /// Moves the region lines to two axis indices.
+    void setRegionLine(int startIndex, int endIndex);
+    void setRegionLineHide();
+
+    /// Passes a finished drawing to the host, as event 3183.
+    void onGraphFinished(void *notification) override;
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+    void onUiResourceChanged() override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    /// What a paint needs of the theme and of the formulas, kept from paint to paint.
+    struct PaintCache {
+        int generation = -1; ///< of the theme
+        QColor background;
+        QColor leftBorder;
+        QColor rightBorder;
+        QList<QString> formulas;
+        bool formulasKnown = false; ///< the flag below belongs to `formulas`
+        bool groupModelOnly = false; ///< a group model among the formulas, and no script model
+        double pixelRatio = 0.0; ///< the chart is rendered at; 0 before the first
+        QRect chartRect; ///< the chart covers
+    };
+
+    const PaintCache &paintCache();
+    void adoptPixelRatio(double ratio);
+    bool isCoveredByChart() const;
+    void paintGroupModelNotice(QPainter &painter);
+    void paintSelections(QPainter &painter);
+    void paintRegionLines(QPainter &painter);
+    void paintTip(QPainter &painter);
+    void paintEnhancement(QPainter &painter);
+
+    /// Pixel of this widget to (axis index, value), and back.
+    QPointF toLogical(const QPointF &pixel) const;
+    QPointF toPixel(const QPointF &logical) const;
+
+    boost::shared_ptr<CRealtimeData> mData;
+    boost::shared_ptr<CRealtimeUiParam> mUiParam;
+    CViewVariableDialog *mVariableDialog = nullptr; ///< made on first use
+    CModifyModelParamDialog *mModifyParamDialog = nullptr; ///< made on first use, child of this widget
+    QVector<QAction *> mAccountActions; ///< of the last opened menu of accounts
+    bool mAllAccountsSelected = false; ///< when that menu was built
+    EIndexDisplayType mDisplayType;
+    int mId;
+    bool mShowTip = false;
+    bool mMouseIn = false;
+    int mMouseX = 0; ///< last mouse position, valid from the first move on
+    int mMouseY = 0;
+    EIndexViewType mViewType;
+    bool mDragging = false; ///< a left drag with the cross line off
+    int mDragStartX = -1;
+    bool mLeftSelecting = false;
+    bool mRightSelecting = false;
+    bool mNormalContextMenu = true; ///< false when the next context menu is that of the region
+    QPoint mLeftStart;
+    QRect mLeftRect;
+    QPoint mRightStart;
+    QRect mRightRect;
+    bool mCrossActive = false; ///< the cross line follows the mouse of this graph
+    QString mStock; ///< key of the instrument
+    boost::function<void(QString)> mPairParamFunc; ///< stored only
+    QString mMenuStyle;
+    bool mCreateNewWorkShow = true;
+    int mRegionLeftX = 0;
+    int mRegionRightX = 0;
+    bool mRegionLinesVisible = false;
+    bool mReplay = false;
+    QList<boost::shared_ptr<kvservice::COrderDetail>> mOrderTips; ///< under the mouse
+    QList<boost::shared_ptr<kvservice::CDealDetail>> mDealTips;
+    bool mAHOverlay = false; ///< a paired view with automatic overlay
+    bool mHistory = false; ///< shows a past day
+    PaintCache mPaintCache;
+};
+
+} // namespace TC
