@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chartdata/ChartLook.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaParam.h"
 #include "host/records/Enumerations.h"
@@ -11,6 +12,7 @@
 #include <QPair>
 #include <QPixmap>
 #include <QRect>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTime>
@@ -20,6 +22,7 @@
 #include <boost/signals2/connection.hpp>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -33,8 +36,8 @@ class CRealtimeUiParam;
 /// What a result changed; combined by or.
 enum EChangeFlag : int {
     eNothingChanged = 0,
-    ePointChanged = 1,  ///< a point changed in place
-    eRangeChanged = 2,  ///< the wanted value range changed, or was reset
+    ePointChanged = 1, ///< a point changed in place
+    eRangeChanged = 2, ///< the wanted value range changed, or was reset
     eSeriesChanged = 4, ///< replaced, a point gained or an older point changed: the pixmap is redrawn
 };
 
@@ -153,22 +156,66 @@ private:
     /// What a key is for this pane; worked out anew on every result.
     enum class ERole { Main, Overlay, Ordinary };
 
+    /// One line as the walk over the series meets it.
+    struct DrawnLine;
+
     ERole roleOf(const CFormulaKey &key) const;
     void buildRequestParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
     void buildFixedPriceParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
+    /// One of the two above, as the view asks.
+    QVector<CFormulaParam> buildParams(corvane::ERunMode mode);
+    /// Calls `fill` for each series that this pane asks for, and registers those for which it answers true.
+    template <class Fill> void buildEach(QVector<CFormulaParam> &params, corvane::ERunMode mode, Fill fill);
+    QSet<CFormulaKey> wantedKeys() const;
+    void applyCached(const QVector<CFormulaParam> &params);
+    FormulaHistoryCallback historyCallback();
+    FormulaRealtimeCallback realtimeCallback();
+    QVector<QString> takeOverlayRequests();
+    void withdrawOverlays(const QVector<QString> &ids);
+    /// Stores a series as that of its key.
+    void storeSeries(const CFormulaKey &key, ERole role, se::RPCFormulaResultCache &&entry);
+    se::RPCFormulaResultCache makeEntry(const CFormulaKey &key, ERole role, const FormulaMetaPtr &meta,
+                                        const FormulaResultPtr &result) const;
+    void publishDataCount(ERole role, std::size_t length);
+    bool realignOverlays(int first, bool untilChanged);
+    void forgetRange(const CFormulaKey &key);
+    void deliverAverage(const std::vector<double> *line);
+    void logPoint(const CFormulaKey &key, const QString &requestId, const se::TimePosition &time) const;
     void onLinkageChanged(const std::vector<std::string> &instruments);
     void react(int flags, void *sender);
     void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total);
     void drawTail(QPainter *painter, const QRect &rect);
+    /// Remembers what EChangeFlag bits changed on the screen, for takeDirtyRect.
+    void noteDamage(int flags);
+    template <class Visit> void visitLines(const QRect &rect, int start, int end, Visit visit) const;
+    void drawLine(QPainter *painter, const DrawnLine &line, int total) const;
+    bool isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta, int line) const;
+    void drawGrid(QPainter &painter, const QSize &size) const;
+    int drawnPointCount() const;
+    QRect tailRect() const;
+    void makePixmaps();
+    uint laggingDigest() const;
+    double baseOf(const CFormulaKey &key, const se::RPCFormulaResultCache &middleOf) const;
+    bool updateJointRange(const CFormulaKey &key);
+    bool updateSingleRange(const CFormulaKey &key);
+    bool isForeign(const CFormulaKey &key) const;
+    MaxMinMap axisRanges() const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     CGraphAxisWidget *mAxisWidget = nullptr; ///< not owned, may be null
-    SeriesMap mOverlayData;                  ///< series of overlays, on their own time stamps
-    MaxMinMap mDrawnMaxMin;                  ///< range each key was last drawn with
+    SeriesMap mOverlayData; ///< series of overlays, on their own time stamps
+    MaxMinMap mDrawnMaxMin; ///< range each key was last drawn with
     bool mDrawEnabled = false;
     QRect mChartRect{0, 0, 0, 0};
     QPixmap mChartPixmap;
     QPixmap mLinkagePixmap;
+    double mPixelRatio = 1.0; ///< device pixels per pixel of the pixmaps
+    ChartLook mLook; ///< of the pixmaps
+    int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
+    QRect mTailOnScreen; ///< where the newest points were then
+    int mDrawnEnd = -1; ///< last index in the chart pixmap
+    uint mDrawnDigest = 0; ///< of the points in it that may still change
+    bool mChartStale = false; ///< a point in it has changed
     qint32 mTradeDate = 0; ///< seconds since the epoch at midnight
     bool mIsLastTradingDay = false;
     QTime mReplayTime; ///< newest point during replay
@@ -177,6 +224,8 @@ private:
     Marks<kvservice::CTaskDetail> mTaskMarks;
     Marks<kvservice::COrderDetail> mOrderMarks;
     Marks<kvservice::CDealDetail> mDealMarks;
+    struct LinkageBond;
+    std::shared_ptr<LinkageBond> mLinkageBond; ///< what the linkage signal holds of this object
     boost::signals2::connection mLinkageConnection;
 };
 

@@ -1,0 +1,449 @@
+// The chart and the trade marks as pixmaps, and the newest points over them.
+
+#include "chartdata/CRealtimeData.h"
+#include "chartdata/ChartLayout.h"
+#include "chartdata/GapFilling.h"
+#include "chartdata/SeriesDigest.h"
+#include "chartview/CGraphAxisWidget.h"
+#include "host/services/CConfigService.h"
+#include "host/services/CStockManager.h"
+#include "host/services/StockTypeCenter.h"
+#include "host/toolkit/CUiResource.h"
+#include "viewmodel/CRealtimeUiParam.h"
+#include "viewmodel/PriceDecimals.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+
+struct CRealtimeData::DrawnLine {
+    const CFormulaKey &key;
+    const se::RPCFormulaResultCache &series;
+    QRect target;
+    CDrawStyle::Range range;
+    int line;
+    int start;
+    int end;
+
+    int style() const { return styleOf(series.meta, line); }
+    static int styleOf(const se::RPCFormulaMetaResult &meta, int line) {
+        return std::size_t(line) < meta.mLineStyles.size() ? meta.mLineStyles[std::size_t(line)] : 0;
+    }
+};
+
+namespace {
+
+constexpr int kNoLinkage = 1; ///< of mLinkageFlags
+constexpr int kReplayTimeEvent = 3239;
+constexpr int kTextExStyle = 31; ///< drawn as a whole, whatever points are asked for
+constexpr double kLargestSide = 16384.0; ///< device pixels
+constexpr double kLargestArea = 67108864.0; ///< device pixels
+
+int pointCount(const se::RPCFormulaResultCache &entry) {
+    return static_cast<int>(entry.result.mTimes.size());
+}
+
+int lineCount(const se::RPCFormulaResultCache &entry) {
+    return std::min(entry.meta.mLineCount, static_cast<int>(entry.result.mValues.size()));
+}
+
+/// A pixmap for a pane, not filled; null when it would be empty or unreasonably large.
+QPixmap newPixmap(const QSize &size, double ratio) {
+    const double width = std::ceil(size.width() * ratio);
+    const double height = std::ceil(size.height() * ratio);
+    if (size.isEmpty() || width > kLargestSide || height > kLargestSide || width * height > kLargestArea) {
+        return QPixmap();
+    }
+    QPixmap pixmap(static_cast<int>(width), static_cast<int>(height));
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+/// One column with a dot in every other row.
+QImage dottedColumn(int height, double ratio, const QColor &color) {
+    const int dot = static_cast<int>(std::ceil(ratio));
+    QImage column(dot, static_cast<int>(std::ceil(height * ratio)), QImage::Format_ARGB32_Premultiplied);
+    column.setDevicePixelRatio(ratio);
+    const QRgb on = qPremultiply(color.rgba());
+    for (int y = 0; y < column.height(); ++y) {
+        auto *pixels = reinterpret_cast<QRgb *>(column.scanLine(y));
+        std::fill(pixels, pixels + dot, static_cast<int>(y / ratio) % 2 == 0 ? on : QRgb(0));
+    }
+    return column;
+}
+
+void blit(QPainter *painter, const QRect &rect, const QPixmap &pixmap, const QSize &drawnFor) {
+    if (rect.size() == drawnFor) {
+        painter->drawPixmap(rect.topLeft(), pixmap); // pixel by pixel, also at fractional ratios
+    } else {
+        painter->drawPixmap(rect, pixmap);
+    }
+}
+
+/// Device pixels per pixel that a painter has; 0 when it does not scale evenly.
+double ratioOf(const QPainter *painter) {
+    const QTransform transform = painter->deviceTransform();
+    const bool even = transform.type() <= QTransform::TxScale && transform.m11() == transform.m22();
+    return even ? std::clamp(transform.m11(), 1.0, 8.0) : 0.0;
+}
+
+} // namespace
+
+void CRealtimeData::makePixmaps() {
+    mLook.refresh();
+    mChartPixmap = newPixmap(mChartRect.size(), mPixelRatio);
+    if (!mDrawEnabled && !mChartPixmap.isNull()) {
+        mChartPixmap.fill(mLook.background);
+    }
+    mLinkagePixmap = QPixmap();
+    if (mDisplayType == EIndexDisplayType::Main && CSingletonT<CLinkageManager>::instance().isEnabled()) {
+        mLinkagePixmap = newPixmap(mChartRect.size(), mPixelRatio);
+        if (!mLinkagePixmap.isNull()) {
+            mLinkagePixmap.fill(Qt::transparent);
+        }
+    }
+}
+
+void CRealtimeData::setChartRect(const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    mChartRect = rect;
+    noteDamage(eSeriesChanged);
+    if (rect.width() > 0 && rect.height() > 0) {
+        makePixmaps();
+    }
+    redraw();
+}
+
+void CRealtimeData::setPixelRatio(double ratio) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    if (!std::isfinite(ratio) || ratio <= 0.0 || ratio == mPixelRatio) {
+        return;
+    }
+    mPixelRatio = ratio;
+    makePixmaps();
+    redraw();
+}
+
+void CRealtimeData::redraw() {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    if (mDrawEnabled) {
+        drawChart(mChartRect);
+        drawLinkage(mChartRect);
+    }
+}
+
+int CRealtimeData::drawnPointCount() const {
+    if (mDisplayType == EIndexDisplayType::Main && mIsLastTradingDay) {
+        return mUiParam->mDataCount;
+    }
+    int most = 0;
+    for (const se::RPCFormulaResultCache &entry : mData) {
+        most = std::max(most, pointCount(entry));
+    }
+    return most;
+}
+
+void CRealtimeData::drawChart(const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    if (rect.width() <= 0 || rect.height() <= 0 || mChartPixmap.isNull()) {
+        return;
+    }
+    noteDamage(eSeriesChanged);
+    mChartStale = false;
+    mDrawnEnd = -1;
+    mLook.refresh();
+    mChartPixmap.fill(mLook.background);
+    QPainter painter;
+    if (!painter.begin(&mChartPixmap)) {
+        return;
+    }
+    painter.setClipRect(rect);
+    drawGrid(painter, rect.size());
+    const int count = mData.isEmpty() ? 0 : drawnPointCount();
+    const int end = mIsLastTradingDay ? count - 2 : count - 1; // the newest segment is drawn at paint time
+    if (count <= 0 || end < 0) {
+        return;
+    }
+    drawSeries(&painter, rect, 0, end, mUiParam->mPointCount - 1);
+    mDrawnEnd = end;
+    mDrawnDigest = laggingDigest();
+}
+
+/// Frame and grid lines, one pixel of the pane wide at every ratio.
+void CRealtimeData::drawGrid(QPainter &painter, const QSize &size) const {
+    const int width = size.width();
+    const int height = size.height();
+    painter.fillRect(0, 0, width, 1, mLook.border);
+    painter.fillRect(0, height - 1, width, 1, mLook.border);
+    painter.fillRect(0, 0, 1, height, mLook.border);
+    painter.fillRect(width - 1, 0, 1, height, mLook.border);
+    if (!mAxisWidget) {
+        return;
+    }
+    // Dashes of one pixel and gaps of one: copied, since dashed pens are slow.
+    const QImage column = dottedColumn(height, mPixelRatio, mLook.grid);
+    const QVector<int> columns = mAxisWidget->getTimeLines();
+    for (const int x : columns) {
+        painter.drawImage(x, 0, column);
+    }
+    const QVector<AxisTick> rows = mAxisWidget->getTicks();
+    for (const AxisTick &row : rows) {
+        painter.fillRect(0, row.y, width, 1, mLook.grid);
+    }
+}
+
+/// Hands every line that is to be drawn to `visit`, in order. Indices grow with a series whose gaps are filled,
+/// and stay grown for the series after it.
+template <class Visit>
+void CRealtimeData::visitLines(const QRect &rect, int start, int end, Visit visit) const {
+    const bool mainPane = mDisplayType == EIndexDisplayType::Main;
+    const bool withVolume = mainPane && mUiParam->mShowVolume;
+    const ChartLayout layout = chartLayout(rect.size(), withVolume);
+    se::RPCFormulaResultCache filled;
+    for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
+        const se::RPCFormulaResultCache *series = &*entry;
+        if (mFillGaps) {
+            filled = fillGaps(*entry, mUiParam->mPointCount, [this](int index) {
+                return mUiParam->getDateTimeByIndex(index).toSecsSinceEpoch();
+            });
+            series = &filled;
+            const int grown = pointCount(filled) - end;
+            end = pointCount(filled);
+            start = start > 0 ? std::max(start + grown, 0) : start;
+        }
+        const bool volume = mUiParam->isVolFormula(entry.key().mFormula);
+        const auto drawn = mDrawnMaxMin.constFind(entry.key());
+        if ((volume && !mUiParam->mShowVolume) || drawn == mDrawnMaxMin.constEnd()) {
+            continue;
+        }
+        const QRect target = volume && mainPane ? layout.volume : layout.price;
+        for (int line = 0; line < lineCount(*series); ++line) {
+            CDrawStyle::Range range = *drawn;
+            if (!isNeedYAxis(*series, line) &&
+                !CDrawStyle::calcMaxMin(range.first, range.second, 0, end, *series, line, rect)) {
+                continue; // on an axis of its own, without a value to measure
+            }
+            if (!isHiddenNetValue(entry.key(), series->meta, line)) {
+                visit(DrawnLine{entry.key(), *series, target, range, line, start, end});
+            }
+        }
+    }
+}
+
+/// The net value of a fund is shown only where one is published.
+bool CRealtimeData::isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta,
+                                     int line) const {
+    static const std::string kNetValue = QStringLiteral("基金份额参考净值").toStdString();
+    if (std::size_t(line) >= meta.mLineNames.size() ||
+        meta.mLineNames[std::size_t(line)].find(kNetValue) == std::string::npos ||
+        key.mFormula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) != 0) {
+        return false;
+    }
+    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key.mStock);
+    const auto isTyped = [&](const char *market, int type) {
+        return detail->mMarket == market &&
+               kvservice::StockTypeCenter::isTypedStock(type, detail->mMarket, detail->mCode);
+    };
+    return detail && !isTyped("SH", 105) && !isTyped("SZ", 10008);
+}
+
+void CRealtimeData::drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total) {
+    if (mReplayMode && !mData.isEmpty() && !mData.last().result.mTimes.empty()) {
+        const qint64 newest = mData.last().result.mTimes.back().first;
+        mReplayTime = QDateTime::fromSecsSinceEpoch(newest / 1000).time();
+        deliverEvent(kReplayTimeEvent, 2, 0, QString(), &mReplayTime);
+    }
+    visitLines(rect, start, end, [&](const DrawnLine &line) { drawLine(painter, line, total); });
+}
+
+void CRealtimeData::drawLine(QPainter *painter, const DrawnLine &drawn, int total) const {
+    using Draw = CDrawStyle;
+    const auto &[key, series, rect, range, line, start, end] = drawn;
+    const int style = drawn.style();
+    switch (style) {
+    case 0:
+    case 27: {
+        const bool gradient = style == 0 && line == 0 && mDisplayType == EIndexDisplayType::Main &&
+                              key.mFormula == QLatin1String("REALTIME") &&
+                              SingletonManager::getIndexUserConfig().read().mShowGradient;
+        Draw::drawSimpleLine(painter, rect, series, range, line, start, end, total, Qt::SolidLine, 1, true,
+                             false, 1.0f, gradient, true);
+        break;
+    }
+    case 1:
+        Draw::drawCircleDot(painter, rect, series, range, line, start, end, total, 1, true, true);
+        break;
+    case 2:
+        Draw::drawColorStick(painter, rect, series, range, line, start, end, total, Qt::SolidLine, 1, true,
+                             key.mFormula.contains(QLatin1String("REALTIMEVOL")), true);
+        break;
+    case 4:
+    case 6:
+    case 8:
+    case 5:
+        Draw::drawSimpleLine(painter, rect, series, range, line, start, end, total,
+                             style == 5 ? Qt::DashDotLine : Qt::DotLine, 1, false, false, 1.0f, false, false);
+        break;
+    case 10:
+        Draw::drawVolStick(painter, rect, series, range, line, start, end, total, 1, false, true, 0.0, true);
+        break;
+    case 12: {
+        const CInstrumentDetailPtr detail =
+            CSingletonT<CStockManager>::instance().getInstrumentDetail(key.mStock);
+        const int digits = detail ? std::max(decimals(getDetailPriceTick(detail)), 2) : 2;
+        Draw::drawKLine(painter, rect, series, range, line, start, end, total, 1, 60, false, 1.0f, digits);
+        break;
+    }
+    case 13:
+        Draw::drawText(painter, rect, series, range, line, start, end, total, 1);
+        break;
+    case 14:
+    case 19:
+        Draw::drawVertLine(painter, rect, series, range, line, start, end, total, Qt::SolidLine, 1);
+        break;
+    case 15:
+    case 16:
+        Draw::drawVertLine(painter, rect, series, range, line, start, end, total, Qt::DotLine, 1);
+        break;
+    case 17:
+        Draw::drawVertLine(painter, rect, series, range, line, start, end, total, Qt::DashDotLine, 1);
+        break;
+    case 18:
+        Draw::drawVertLine(painter, rect, series, range, line, start, end, total, Qt::DashDotDotLine, 1);
+        break;
+    case 26:
+        Draw::drawIcon(painter, rect, series, range, line, start, end, total, mLook.arrow, 1);
+        break;
+    case 28:
+        Draw::drawNumber(painter, rect, series, range, line, start, end, total, 1, false);
+        break;
+    case kTextExStyle:
+        Draw::drawTextEx(painter, rect, series, range, line, total, 1);
+        break;
+    case 36:
+        Draw::drawStickKline(painter, rect, series, range, line, start, end, total, 1, false);
+        break;
+    case 37:
+        Draw::drawBoolLine(painter, rect, series, range, line, start, end, total, Qt::SolidLine, 1);
+        break;
+    case 40:
+        Draw::drawVolStick(painter, rect, series, range, line, start, end, total, 1, false, true, 1.0, false);
+        break;
+    case 41:
+        Draw::drawSegmentLine(painter, rect, series, range, line, start, end, total, 1, false);
+        break;
+    case 42:
+        Draw::drawStackVolstick(painter, rect, series, range, line, start, end, total, 1, true, true);
+        break;
+    default:
+        break; // the other numbers are no drawing
+    }
+}
+
+void CRealtimeData::paintTo(QPainter *painter, const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    if (mDrawEnabled) {
+        const double ratio = ratioOf(painter);
+        if (ratio > 0.0 && ratio != mPixelRatio) {
+            setPixelRatio(ratio);
+        } else if (mChartStale || mLook.generation != GZ::CUiResource::instance().generation()) {
+            redraw();
+        }
+    }
+    if (!mChartPixmap.isNull()) {
+        blit(painter, rect, mChartPixmap, mChartRect.size());
+        drawTail(painter, rect);
+    }
+    if (mDisplayType == EIndexDisplayType::Main && mUiParam->mLinkageFlags != kNoLinkage &&
+        !mLinkagePixmap.isNull() && CSingletonT<CLinkageManager>::instance().isEnabled()) {
+        painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
+        blit(painter, mChartRect, mLinkagePixmap, mChartRect.size());
+    }
+}
+
+void CRealtimeData::drawTail(QPainter *painter, const QRect &rect) {
+    const int count = mUiParam->mDataCount;
+    if (!mIsLastTradingDay || count == 0) {
+        return;
+    }
+    painter->save();
+    painter->setClipRect(rect, Qt::IntersectClip); // lines are drawn much faster under a clip
+    drawSeries(painter, rect, std::max(count - 2, 0), count - 1, mUiParam->mPointCount - 1);
+    painter->restore();
+}
+
+QRect CRealtimeData::tailRect() const {
+    const int count = mUiParam->mDataCount;
+    QRect touched;
+    if (mIsLastTradingDay && count != 0) {
+        visitLines(mChartRect, std::max(count - 2, 0), count - 1, [&](const DrawnLine &line) {
+            touched |= CDrawStyle::touchedRect(line.target, line.series, line.line, line.start, line.end,
+                                               mUiParam->mPointCount - 1);
+        });
+    }
+    return touched;
+}
+
+/// Tells the points in the chart pixmap that can change without anything but a point being said to change: those
+/// of overlays, of series that are shorter than the main one, and of drawings that always show the whole line.
+uint CRealtimeData::laggingDigest() const {
+    uint digest = 0;
+    for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
+        const int points = pointCount(*entry);
+        bool whole = mFillGaps;
+        for (int line = 0; line < lineCount(*entry); ++line) {
+            whole |= DrawnLine::styleOf(entry->meta, line) == kTextExStyle;
+        }
+        const bool lagging = points - 1 <= mDrawnEnd || !mUiParam->isMainStock(entry.key().mStock);
+        if (whole || lagging) {
+            digest = digestOfPoints(entry->result, whole ? points : std::min(points, mDrawnEnd + 1), digest);
+        }
+    }
+    return digest;
+}
+
+void CRealtimeData::noteDamage(int flags) {
+    mDamage |= flags;
+    if (flags == ePointChanged && mDrawnEnd >= 0 && !mChartStale && laggingDigest() != mDrawnDigest) {
+        mChartStale = true;
+        mDamage |= eSeriesChanged;
+    }
+}
+
+QRect CRealtimeData::takeDirtyRect() {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    const QRect before = mTailOnScreen;
+    const int damage = mDamage;
+    mTailOnScreen = tailRect();
+    mDamage = 0;
+    if (damage & ~ePointChanged) {
+        return mChartRect;
+    }
+    const bool moved = damage != 0 || before != mTailOnScreen;
+    return moved ? (before | mTailOnScreen) & mChartRect : QRect();
+}
+
+void CRealtimeData::drawLinkage(const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    if (mDisplayType != EIndexDisplayType::Main || !CSingletonT<CLinkageManager>::instance().isEnabled() ||
+        mUiParam->mLinkageFlags == kNoLinkage || rect.width() <= 0 || rect.height() <= 0) {
+        return;
+    }
+    if (mLinkagePixmap.isNull()) {
+        mLinkagePixmap = newPixmap(mChartRect.size(), mPixelRatio);
+    }
+    if (mLinkagePixmap.isNull()) {
+        return;
+    }
+    noteDamage(eSeriesChanged);
+    mLinkagePixmap.fill(Qt::transparent);
+    QPainter painter;
+    if (painter.begin(&mLinkagePixmap)) {
+        drawLinkageMarks(&painter, chartLayout(rect.size(), mUiParam->mShowVolume).price);
+    }
+}
+
+} // namespace TC
