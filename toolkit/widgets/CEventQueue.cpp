@@ -1,0 +1,68 @@
+#include "toolkit/widgets/CEventQueue.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+namespace GZ {
+
+CEventQueue::CEventQueue() {
+    if (const QCoreApplication *application = QCoreApplication::instance()) {
+        moveToThread(application->thread());
+    }
+}
+
+CEventQueue &CEventQueue::instance() {
+    // Lives as long as the process: a service thread may deliver until the very end.
+    static auto *queue = new CEventQueue;
+    return *queue;
+}
+
+bool CEventQueue::isUserInterfaceThread() {
+    const QCoreApplication *application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}
+
+void CEventQueue::post(const std::weak_ptr<CEventDeliverer::Token> &sender, int event, int first, int second,
+                       const QString &text, void *data) {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mEntries.push_back({sender, event, first, second, text, data});
+    }
+    // The queued call carries nothing: what it is about stays under our own lock.
+    QMetaObject::invokeMethod(this, "handleNext", Qt::QueuedConnection);
+}
+
+void CEventQueue::handleNext() {
+    Entry entry;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (mEntries.empty()) {
+            return;
+        }
+        entry = std::move(mEntries.front());
+        mEntries.pop_front();
+    }
+    handOver(entry);
+}
+
+void CEventQueue::handOver(const Entry &entry) {
+    // Both stay on the bus until the event has been handled, unless the handler itself destroys them. The tokens
+    // outlive the locks on them.
+    const std::shared_ptr<CEventDeliverer::Token> sender = entry.mSender.lock();
+    if (!sender) {
+        return;
+    }
+    std::lock_guard<std::recursive_mutex> holdSender(sender->mHandling);
+    CEventDeliverer *next = sender->mParticipant ? sender->mParticipant->nextParticipant() : nullptr;
+    if (!next) {
+        return;
+    }
+    const std::shared_ptr<CEventDeliverer::Token> receiver = next->mToken;
+    std::lock_guard<std::recursive_mutex> holdReceiver(receiver->mHandling);
+    if (receiver->mParticipant) {
+        receiver->mParticipant->handleEvent(entry.mEvent, entry.mFirst, entry.mSecond, entry.mText,
+                                            entry.mData);
+    }
+}
+
+} // namespace GZ

@@ -1,0 +1,85 @@
+#include "host/toolkit/Text.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace GZ {
+namespace {
+
+/// A unit that a large number is counted in.
+struct Unit {
+    long double mSize;
+    const char *mName;
+};
+
+/// The largest first.
+constexpr Unit kUnits[] = {
+    {1e12L, QT_TRANSLATE_NOOP("GZ::Text", "万亿")},
+    {1e8L, QT_TRANSLATE_NOOP("GZ::Text", "亿")},
+    {1e4L, QT_TRANSLATE_NOOP("GZ::Text", "万")},
+};
+
+/// Digits with a point, whatever the locale; negative zero without its sign.
+std::string fixedText(long double number, int decimals) {
+    std::string text(std::numeric_limits<long double>::max_exponent10 + 32, '\0');
+    const std::to_chars_result end =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, decimals);
+    text.resize(end.ptr - text.data());
+    if (text.front() == '-' && text.find_first_of("123456789") == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
+
+void insertCommas(std::string &text) {
+    const std::size_t first = text.front() == '-' ? 1 : 0;
+    const std::size_t point = std::min(text.find('.'), text.size());
+    for (std::size_t at = point; at > first + 3;) {
+        at -= 3;
+        text.insert(at, 1, ',');
+    }
+}
+
+} // namespace
+
+QString formatDoubleNumber(long double number, int decimals, int flags, bool grouped, const QString &fallback) {
+    if (number == static_cast<long double>(TC::kUnsetValue)) {
+        return fallback;
+    }
+    if (flags & utils::eFormatPercent) {
+        number *= 100;
+    }
+    if (!std::isfinite(number)) {
+        return fallback;
+    }
+    QString unit;
+    if (flags & utils::eFormatScaled) {
+        for (const Unit &candidate : kUnits) {
+            if (std::fabs(number) >= candidate.mSize - TC::kValueTolerance) {
+                number /= candidate.mSize;
+                unit = QCoreApplication::translate("GZ::Text", candidate.mName);
+                break;
+            }
+        }
+    }
+    std::string text = fixedText(number, std::clamp(decimals, 0, 10));
+    if (grouped) {
+        insertCommas(text);
+    }
+    return QString::fromLatin1(text.data(), static_cast<int>(text.size())) + unit +
+           (flags & utils::eFormatPercent ? QStringLiteral("%") : QString());
+}
+
+} // namespace GZ
+
+namespace utils {
+
+int millisecondsToTime(qint64 milliseconds) {
+    const QTime time = QDateTime::fromMSecsSinceEpoch(milliseconds).time();
+    return time.isValid() ? time.hour() * 10000 + time.minute() * 100 + time.second() : 0;
+}
+
+} // namespace utils
