@@ -136,6 +136,11 @@ public:
     /// The part of the pane, in its pixels, that changed on the screen since the last call: the columns of the
     /// newest points when only they moved, the whole pane otherwise, null when nothing did.
     QRect takeDirtyRect();
+    /// Whether paintTo leaves nothing of a pane of this size uncovered.
+    bool covers(const QSize &size) const {
+        boost::recursive_mutex::scoped_lock hold(mLock);
+        return !mChartPixmap.isNull() && mChartRect.size() == size;
+    }
     /// Device pixels per pixel of the pane; the pixmaps are rendered at it. 1 until set.
     void setPixelRatio(double ratio);
 
@@ -172,15 +177,20 @@ private:
     FormulaRealtimeCallback realtimeCallback();
     QVector<QString> takeOverlayRequests();
     void withdrawOverlays(const QVector<QString> &ids);
-    /// Stores a series as that of its key.
-    void storeSeries(const CFormulaKey &key, ERole role, se::RPCFormulaResultCache &&entry);
     se::RPCFormulaResultCache makeEntry(const CFormulaKey &key, ERole role, const FormulaMetaPtr &meta,
                                         const FormulaResultPtr &result) const;
+    /// Stores a series whole, in place of the one that its key has.
+    void storeSeries(const CFormulaKey &key, ERole role, se::RPCFormulaResultCache &&entry);
+    SeriesMap &seriesOf(ERole role);
     void publishDataCount(ERole role, std::size_t length);
+    /// Aligns all overlays after the main series changed from `first` on; true when a wanted range changed. With
+    /// `untilChanged` no further range is computed then.
     bool realignOverlays(int first, bool untilChanged);
     void forgetRange(const CFormulaKey &key);
-    void deliverAverage(const std::vector<double> *line);
-    void logPoint(const CFormulaKey &key, const QString &requestId, const se::TimePosition &time) const;
+    /// Tells the host the newest average price; null, or an empty line, is 0.
+    void deliverAverage(const double *value);
+    void logPoint(const se::RPCFormulaResult &series, const QString &requestId,
+                  const se::RPCFormulaInstantResult &point) const;
     void onLinkageChanged(const std::vector<std::string> &instruments);
     void react(int flags, void *sender);
     void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total);
