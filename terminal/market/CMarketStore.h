@@ -1,0 +1,76 @@
+#pragma once
+
+#include "terminal/market/Catalogue.h"
+#include "terminal/market/MinuteBar.h"
+#include "terminal/market/SqlConnections.h"
+
+#include <QString>
+#include <QVector>
+
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace terminal {
+
+/// Where the bars of a day came from.
+enum class BarSource : int { Simulated = 0, Imported = 1 };
+
+/// One trading day of an instrument.
+struct DaySummary {
+    int day = 0; ///< seconds since the epoch at its midnight (UTC+8)
+    BarSource source = BarSource::Simulated;
+    double open = 0.0;
+    double high = 0.0;
+    double low = 0.0;
+    double close = 0.0;
+    double volume = 0.0;
+    double amount = 0.0;
+};
+
+/// The market store: instruments, calendars, minute bars and what belongs to them, in one SQLite file with
+/// write-ahead log. It is opened on one thread; after that every operation may be called from any. Writing goes
+/// through MarketWriter.
+class CMarketStore {
+public:
+    CMarketStore() = default;
+    CMarketStore(const CMarketStore &) = delete;
+    CMarketStore &operator=(const CMarketStore &) = delete;
+
+    /// Opens or creates the store and brings its tables up to date. Answers an empty text, or one line that says
+    /// why not: held by another process, damaged, no store, of a newer version, not writable.
+    QString open(const QString &path);
+    bool isOpen() const { return mConnections != nullptr; }
+    QString path() const { return mPath; }
+
+    /// What the store knows but for the bars, as of the last reading.
+    std::shared_ptr<const Catalogue> catalogue() const;
+    /// Reads the catalogue again, after a change. Answers an empty text or what went wrong.
+    QString reload();
+
+    /// Bars of an instrument's day, in the order of time; after-hours minutes included.
+    MinuteBars bars(qint64 instrument, int day);
+    /// Days of an instrument that have bars, ascending.
+    QVector<int> days(qint64 instrument);
+    std::optional<DaySummary> summary(qint64 instrument, int day);
+    /// The last stored day before a day.
+    std::optional<DaySummary> summaryBefore(qint64 instrument, int day);
+    /// A value of the store's own bookkeeping, or empty.
+    QString note(const QString &name);
+
+    /// The calling thread's connection, for writers.
+    QSqlDatabase connection();
+    /// One line for a failed query of this store.
+    QString describe(const QSqlError &error) const;
+
+private:
+    QString prepare(QSqlDatabase database);
+    QString readCatalogue(QSqlDatabase database, Catalogue &catalogue) const;
+
+    QString mPath;
+    std::unique_ptr<SqlConnections> mConnections;
+    mutable std::mutex mLock; ///< guards the pointer below
+    std::shared_ptr<const Catalogue> mCatalogue = std::make_shared<Catalogue>();
+};
+
+} // namespace terminal

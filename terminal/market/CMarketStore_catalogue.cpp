@@ -1,0 +1,198 @@
+#include "terminal/market/CMarketStore.h"
+
+#include "terminal/market/MarketDate.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <functional>
+
+namespace terminal {
+namespace {
+
+/// Reads the tables into a catalogue, one after the other; the first error ends the reading.
+class CatalogueReader {
+public:
+    CatalogueReader(QSqlDatabase database, Catalogue &catalogue) : mQuery(database), mCatalogue(catalogue) {
+        mQuery.setForwardOnly(true);
+    }
+
+    bool read() {
+        return readInstruments() && readCalendars() && readSectors() && readLinks() && readIndexes() &&
+               readPortfolios();
+    }
+    QSqlError error() const { return mQuery.lastError(); }
+
+private:
+    bool eachRow(const QString &statement, const std::function<void(const QSqlQuery &)> &take) {
+        if (!mQuery.exec(statement)) {
+            return false;
+        }
+        while (mQuery.next()) {
+            take(mQuery);
+        }
+        return !mQuery.lastError().isValid();
+    }
+
+    Instrument *byId(const QVariant &id) {
+        const auto key = mKeys.constFind(id.toLongLong());
+        return key == mKeys.constEnd() ? nullptr : &mCatalogue.instruments[*key];
+    }
+    QString keyOf(const QVariant &id) const { return mKeys.value(id.toLongLong()); }
+
+    bool readInstruments() {
+        const QString statement =
+            QStringLiteral("SELECT id, market, code, name, initials, product, kind, price_tick, last_close, "
+                           "float_shares, underlying_market, underlying_code, own_sessions, simulated "
+                           "FROM instruments");
+        QMap<qint64, TradingSessions::Table> sessions;
+        return eachRow(statement, [this](const QSqlQuery &row) { takeInstrument(row); }) &&
+               eachRow(
+                   QStringLiteral("SELECT instrument, type FROM instrument_types"),
+                   [this](const QSqlQuery &row) { byId(row.value(0))->types.append(row.value(1).toInt()); }) &&
+               eachRow(QStringLiteral("SELECT instrument, first_minute, last_minute FROM sessions "
+                                      "ORDER BY instrument, ordinal"),
+                       [&sessions](const QSqlQuery &row) {
+                           sessions[row.value(0).toLongLong()].append(
+                               qMakePair(row.value(1).toInt(), row.value(2).toInt()));
+                       }) &&
+               takeSessions(sessions);
+    }
+
+    void takeInstrument(const QSqlQuery &row) {
+        Instrument instrument;
+        instrument.id = row.value(0).toLongLong();
+        instrument.market = row.value(1).toString();
+        instrument.code = row.value(2).toString();
+        instrument.name = row.value(3).toString();
+        instrument.initials = row.value(4).toString();
+        instrument.product = row.value(5).toString();
+        instrument.kind = static_cast<InstrumentKind>(row.value(6).toInt());
+        instrument.priceTick = row.value(7).toDouble();
+        instrument.lastClose = row.value(8).isNull() ? TC::kUnsetValue : row.value(8).toDouble();
+        instrument.floatShares = row.value(9).toDouble();
+        instrument.underlyingMarket = row.value(10).toString();
+        instrument.underlyingCode = row.value(11).toString();
+        instrument.ownSessions = row.value(12).toBool();
+        instrument.simulated = row.value(13).toBool();
+        mKeys[instrument.id] = instrument.key();
+        mCatalogue.instruments[instrument.key()] = instrument;
+    }
+
+    bool takeSessions(const QMap<qint64, TradingSessions::Table> &sessions) {
+        for (auto entry = sessions.begin(); entry != sessions.end(); ++entry) {
+            Instrument *instrument = byId(entry.key());
+            instrument->sessions = TradingSessions(entry.value());
+            if (instrument->sessions.hasNight()) {
+                mCatalogue.nightMarkets.insert(instrument->market);
+            }
+        }
+        return true;
+    }
+
+    bool readCalendars() {
+        for (const Instrument &instrument : qAsConst(mCatalogue.instruments)) {
+            if (!mCatalogue.calendars.contains(instrument.market)) {
+                mCatalogue.calendars[instrument.market] = MarketCalendar::ofMarket(instrument.market);
+            }
+        }
+        return eachRow(QStringLiteral("SELECT market, date, open FROM trading_days"),
+                       [this](const QSqlQuery &row) {
+                           const QString market = row.value(0).toString();
+                           if (!mCatalogue.calendars.contains(market)) {
+                               mCatalogue.calendars[market] = MarketCalendar::ofMarket(market);
+                           }
+                           mCatalogue.calendars[market].setException(
+                               QDate::fromString(row.value(1).toString(), Qt::ISODate), row.value(2).toBool());
+                       });
+    }
+
+    bool readSectors() {
+        QMap<qint64, Sector> sectors;
+        const bool read =
+            eachRow(QStringLiteral("SELECT id, level, name, index_instrument FROM sectors"),
+                    [&](const QSqlQuery &row) {
+                        sectors[row.value(0).toLongLong()] = {
+                            row.value(1).toInt(), row.value(2).toString(), keyOf(row.value(3)), {}};
+                    }) &&
+            eachRow(QStringLiteral("SELECT sector, instrument FROM sector_members"), [&](const QSqlQuery &row) {
+                sectors[row.value(0).toLongLong()].members.append(keyOf(row.value(1)));
+            });
+        for (const Sector &sector : qAsConst(sectors)) {
+            mCatalogue.sectors.append(sector);
+        }
+        return read;
+    }
+
+    bool readLinks() {
+        return eachRow(QStringLiteral("SELECT bond, share FROM convertible_links"),
+                       [this](const QSqlQuery &row) {
+                           mCatalogue.convertibles[keyOf(row.value(0))].insert(keyOf(row.value(1)));
+                           mCatalogue.convertibles[keyOf(row.value(1))].insert(keyOf(row.value(0)));
+                       }) &&
+               eachRow(QStringLiteral("SELECT a_share, h_share FROM listed_pairs"),
+                       [this](const QSqlQuery &row) {
+                           mCatalogue.hShareOf[keyOf(row.value(0))] = keyOf(row.value(1));
+                           mCatalogue.aShareOf[keyOf(row.value(1))] = keyOf(row.value(0));
+                       });
+    }
+
+    bool readIndexes() {
+        QMap<qint64, QString> keys;
+        return eachRow(
+                   QStringLiteral("SELECT id, key, name, start_time, base_value, option1, option2, option3, "
+                                  "last_value FROM user_indexes"),
+                   [&](const QSqlQuery &row) {
+                       UserIndex index;
+                       index.key = row.value(1).toString();
+                       index.detail = TC::CIndexDetail(index.key);
+                       index.detail.mCode = row.value(2).toString();
+                       index.detail.mStartTime = row.value(3).toLongLong();
+                       index.detail.mBaseValue = row.value(4).toDouble();
+                       index.detail.mOption1 = row.value(5).toInt();
+                       index.detail.mOption2 = row.value(6).toInt();
+                       index.detail.mOption3 = row.value(7).toInt();
+                       index.lastValue = row.value(8).toDouble();
+                       keys[row.value(0).toLongLong()] = index.key;
+                       mCatalogue.indexes[index.key] = index;
+                   }) &&
+               eachRow(QStringLiteral("SELECT user_index, instrument FROM user_index_members "
+                                      "ORDER BY user_index, ordinal"),
+                       [&](const QSqlQuery &row) {
+                           mCatalogue.indexes[keys.value(row.value(0).toLongLong())].detail.mMembers.append(
+                               keyOf(row.value(1)));
+                       });
+    }
+
+    bool readPortfolios() {
+        QMap<int, Portfolio> portfolios;
+        const bool read =
+            eachRow(QStringLiteral("SELECT number, name FROM portfolios"),
+                    [&](const QSqlQuery &row) {
+                        portfolios[row.value(0).toInt()] = {row.value(0).toInt(), row.value(1).toString(), {}};
+                    }) &&
+            eachRow(QStringLiteral("SELECT portfolio, instrument, quantity FROM portfolio_positions"),
+                    [&](const QSqlQuery &row) {
+                        portfolios[row.value(0).toInt()].positions.append(
+                            {keyOf(row.value(1)), row.value(2).toDouble()});
+                    });
+        for (const Portfolio &portfolio : qAsConst(portfolios)) {
+            mCatalogue.portfolios[portfolio.key()] = portfolio;
+        }
+        return read;
+    }
+
+    QSqlQuery mQuery;
+    Catalogue &mCatalogue;
+    QHash<qint64, QString> mKeys; ///< of instruments, by row
+};
+
+} // namespace
+
+QString CMarketStore::readCatalogue(QSqlDatabase database, Catalogue &catalogue) const {
+    CatalogueReader reader(database, catalogue);
+    return reader.read() ? QString() : describe(reader.error());
+}
+
+} // namespace terminal

@@ -1,0 +1,42 @@
+#include "terminal/market/MarketDate.h"
+
+namespace terminal {
+namespace {
+
+constexpr int kZoneSeconds = 8 * 3600;
+constexpr int kDaySeconds = 86400;
+constexpr qint64 kDayMs = kDaySeconds * 1000LL;
+const QDate kEpoch(1970, 1, 1);
+
+qint64 floorDivide(qint64 number, qint64 by) {
+    return number / by - (number % by < 0 ? 1 : 0);
+}
+
+} // namespace
+
+int dayOf(const QDate &date) {
+    return date.isValid() ? static_cast<int>(kEpoch.daysTo(date) * kDaySeconds - kZoneSeconds) : 0;
+}
+
+QDate dateOf(int day) {
+    return dateAt(day * 1000LL);
+}
+
+qint64 timeOf(const QDate &date, int minute) {
+    return dayOf(date) * 1000LL + minute * 60000LL;
+}
+
+QDate dateAt(qint64 time) {
+    return kEpoch.addDays(floorDivide(time + kZoneSeconds * 1000LL, kDayMs));
+}
+
+int minuteAt(qint64 time) {
+    const qint64 local = time + kZoneSeconds * 1000LL;
+    return static_cast<int>((local - floorDivide(local, kDayMs) * kDayMs) / 60000);
+}
+
+QDateTime marketDateTime(qint64 time) {
+    return QDateTime::fromMSecsSinceEpoch(time, Qt::OffsetFromUTC, kZoneSeconds);
+}
+
+} // namespace terminal

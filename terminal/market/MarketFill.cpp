@@ -1,0 +1,101 @@
+#include "terminal/market/MarketFill.h"
+
+#include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketWriter.h"
+#include "terminal/market/SimulatedMarket.h"
+
+namespace terminal {
+namespace {
+
+const QString kFilledNote = QStringLiteral("simulated market");
+
+bool putLinks(MarketWriter &writer) {
+    const Catalogue &links = simulatedLinks();
+    for (const Sector &sector : links.sectors) {
+        writer.addSector(sector);
+    }
+    for (auto entry = links.convertibles.begin(); entry != links.convertibles.end(); ++entry) {
+        for (const QString &share : *entry) {
+            writer.addConvertible(entry.key(), share);
+        }
+    }
+    for (auto entry = links.hShareOf.begin(); entry != links.hShareOf.end(); ++entry) {
+        writer.addListedPair(entry.key(), *entry);
+    }
+    for (const UserIndex &index : links.indexes) {
+        writer.addIndex(index);
+    }
+    for (const Portfolio &portfolio : links.portfolios) {
+        writer.addPortfolio(portfolio);
+    }
+    return writer.isGood();
+}
+
+/// Instruments and links of a store that has none of them yet.
+bool putMarket(MarketWriter &writer) {
+    for (const SimulatedInstrument &simulated : simulatedInstruments()) {
+        if (!writer.putInstrument(simulated.instrument)) {
+            return false;
+        }
+    }
+    return putLinks(writer) && writer.putNote(kFilledNote, QString::number(kMarketSeed));
+}
+
+QSet<QString> simulatedNightMarkets() {
+    QSet<QString> markets;
+    for (const SimulatedInstrument &simulated : simulatedInstruments()) {
+        if (simulated.instrument.sessions.hasNight()) {
+            markets.insert(simulated.instrument.market);
+        }
+    }
+    return markets;
+}
+
+/// Adds the missing days of one instrument, up to and with `last`.
+bool fillDays(CMarketStore &store, MarketWriter &writer, const SimulatedInstrument &simulated, qint64 row,
+              const MarketCalendar &calendar, const QDate &last) {
+    const QDate first = calendar.shifted(last, 1 - kFilledDays);
+    const std::optional<DaySummary> before = store.summaryBefore(row, dayOf(first));
+    double close = before && before->source == BarSource::Simulated ? before->close : simulated.basePrice;
+    for (QDate day = first; day <= last; day = calendar.next(day)) {
+        if (const std::optional<DaySummary> stored = store.summary(row, dayOf(day))) {
+            close = stored->close;
+            continue;
+        }
+        const MinuteBars bars = simulateDay(simulated, {day, calendar.eveningBefore(day), close, kMarketSeed});
+        if (!writer.putDay(row, dayOf(day), BarSource::Simulated, bars)) {
+            return false;
+        }
+        close = bars.empty() ? close : bars.back().price;
+    }
+    return true;
+}
+
+} // namespace
+
+QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {
+    const bool isNew = store.note(kFilledNote).isEmpty();
+    const QSet<QString> nightMarkets = simulatedNightMarkets();
+    const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
+    MarketWriter writer(store);
+    if (isNew && !putMarket(writer)) {
+        return writer.error();
+    }
+    const int total = simulatedInstruments().size();
+    for (int done = 0; done < total && writer.isGood(); ++done) {
+        if (progress && !progress(done, total)) {
+            return QStringLiteral("%1: filling the store was stopped").arg(store.path());
+        }
+        const SimulatedInstrument &simulated = simulatedInstruments()[done];
+        const QString &market = simulated.instrument.market;
+        const MarketCalendar calendar = catalogue->calendar(market);
+        const qint64 row = writer.rowOf(simulated.instrument.key());
+        fillDays(store, writer, simulated, row, calendar, calendar.dayAt(now, nightMarkets.contains(market)));
+    }
+    if (writer.commit() && progress) {
+        progress(total, total);
+    }
+    return writer.error();
+}
+
+} // namespace terminal

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "terminal/market/CMarketStore.h"
+
+#include <functional>
+
+namespace terminal {
+
+/// Hears of long work: steps done and steps in all. Answering false stops the work.
+using Progress = std::function<bool(int done, int total)>;
+
+/// The seed of the made-up market.
+constexpr quint64 kMarketSeed = 20260101;
+/// Trading days that a new store has, the current one among them.
+constexpr int kFilledDays = 30;
+
+/// Fills a new store with the made-up market, or adds the days since the last time, up to the trading day of `now`
+/// (milliseconds since the epoch). Days that are stored are left as they are, imported ones among them. All or
+/// nothing; answers an empty text or what went wrong ("stopped" when `progress` said so).
+QString fillStore(CMarketStore &store, qint64 now, const Progress &progress = {});
+
+} // namespace terminal

@@ -1,0 +1,111 @@
+#include "terminal/market/MarketSessions.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+const TradingSessions::Table kStock{{570, 690}, {781, 900}};
+const TradingSessions::Table kStockAfterHours{{570, 690}, {781, 900}, {905, 930}};
+const TradingSessions::Table kLongAfternoon{{570, 690}, {781, 930}};
+const TradingSessions::Table kTreasury{{555, 690}, {781, 915}};
+const TradingSessions::Table kCommodity{{540, 615}, {631, 690}, {811, 900}};
+const TradingSessions::Table kCommodityAfterNight{{541, 615}, {631, 690}, {811, 900}};
+const TradingSessions::Table kHongKong{{570, 720}, {781, 970}};
+const TradingSessions::Table kOverseas{{540, 955}, {1001, 1440}, {1, 120}};
+
+const QStringList kCommodityMarkets{QStringLiteral("DF"),   QStringLiteral("DCE"), QStringLiteral("ZF"),
+                                    QStringLiteral("CZCE"), QStringLiteral("SF"),  QStringLiteral("SHFE"),
+                                    QStringLiteral("INE"),  QStringLiteral("GFEX")};
+const QStringList kFinancialMarkets{QStringLiteral("IF"), QStringLiteral("CFFEX")};
+const QStringList kHongKongMarkets{QStringLiteral("HK"), QStringLiteral("HGT"), QStringLiteral("SSEHKEX"),
+                                   QStringLiteral("SGT"), QStringLiteral("SZSEHKEX")};
+const QStringList kOtherMarkets{QStringLiteral("SH"), QStringLiteral("SZ"), QStringLiteral("BJ"),
+                                QStringLiteral("YSWP"), QStringLiteral("BKZS")};
+
+/// Products by the end of their night session.
+struct NightProducts {
+    int end;
+    const char *products;
+};
+constexpr NightProducts kNightProducts[] = {
+    {150, "AU AG SC"},
+    {60, "CU AL ZN PB NI SN SS AO AD BC"},
+    {1380, "RB HC BU RU BR FU SP OP LU NR "
+           "I J JM A B M Y P C CS L V PP EG EB PG RR BZ "
+           "MA TA SR CF RM FG SA OI ZC CY PF PX SH PR PL"},
+    {0, "WR EC JD LH LG BB FB SM SF AP CJ JR RI LR PM WH RS UR PK SI LC PS PT PD"},
+};
+
+QHash<QString, int> nightEnds() {
+    QHash<QString, int> ends;
+    for (const NightProducts &group : kNightProducts) {
+        for (const QString &product : QString::fromLatin1(group.products).split(QLatin1Char(' '))) {
+            ends.insert(product, group.end);
+        }
+    }
+    return ends;
+}
+
+TradingSessions shareSessions(const QVector<int> &types) {
+    if (types.contains(277) || types.contains(10006)) {
+        return TradingSessions(kStockAfterHours);
+    }
+    return TradingSessions(types.contains(126) || types.contains(100017) ? kLongAfternoon : kStock);
+}
+
+} // namespace
+
+const QStringList &knownMarkets() {
+    static const QStringList all = kOtherMarkets + kFinancialMarkets + kCommodityMarkets + kHongKongMarkets;
+    return all;
+}
+
+bool isFuturesMarket(const QString &market) {
+    return kCommodityMarkets.contains(market) || kFinancialMarkets.contains(market);
+}
+
+QString productOfCode(const QString &code) {
+    const auto end = std::find_if(code.begin(), code.end(), [](QChar c) { return !c.isLetter(); });
+    return code.left(static_cast<int>(end - code.begin())).toUpper();
+}
+
+int nightEndOfProduct(const QString &product) {
+    static const QHash<QString, int> ends = nightEnds();
+    return ends.value(product, -1);
+}
+
+TradingSessions commoditySessions(int nightEnd) {
+    if (nightEnd <= 0) {
+        return TradingSessions(kCommodity);
+    }
+    TradingSessions::Table table{{1260, std::max(nightEnd, 1260)}};
+    if (nightEnd < 1260) { // past midnight
+        table = {{1260, 1440}, {1, nightEnd}};
+    }
+    return TradingSessions(table + kCommodityAfterNight);
+}
+
+TradingSessions marketSessions(const SessionQuery &query) {
+    const QString product = query.product.isEmpty() ? productOfCode(query.code) : query.product;
+    if (query.market == QLatin1String("SH") || query.market == QLatin1String("SZ")) {
+        return shareSessions(query.types);
+    }
+    if (kFinancialMarkets.contains(query.market)) {
+        const bool treasury =
+            QStringList{QStringLiteral("TS"), QStringLiteral("TF"), QStringLiteral("T")}.contains(product);
+        return TradingSessions(treasury ? kTreasury : kStock);
+    }
+    if (kCommodityMarkets.contains(query.market)) {
+        return commoditySessions(nightEndOfProduct(product));
+    }
+    if (kHongKongMarkets.contains(query.market)) {
+        return TradingSessions(kHongKong);
+    }
+    const bool overseas = query.market == QLatin1String("YSWP") && query.code != QLatin1String("CNINDEX");
+    return TradingSessions(overseas ? kOverseas : kStock);
+}
+
+} // namespace terminal

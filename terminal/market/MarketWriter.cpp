@@ -1,0 +1,222 @@
+#include "terminal/market/MarketWriter.h"
+
+#include <QSqlError>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+/// A null text is bound as NULL, which no column of texts takes.
+QString text(const QString &value) {
+    return value.isNull() ? QStringLiteral("") : value;
+}
+
+} // namespace
+
+DaySummary summarize(int day, BarSource source, const MinuteBars &bars) {
+    DaySummary summary;
+    summary.day = day;
+    summary.source = source;
+    for (const MinuteBar &bar : bars) {
+        const bool first = &bar == &bars.front();
+        summary.open = first ? (bar.open > 0.0 ? bar.open : bar.price) : summary.open;
+        summary.high = first ? bar.high : std::max(summary.high, bar.high);
+        summary.low = first ? bar.low : std::min(summary.low, bar.low);
+        summary.close = bar.price;
+        summary.volume += bar.volume;
+        summary.amount += bar.amount;
+    }
+    return summary;
+}
+
+MarketWriter::MarketWriter(CMarketStore &store)
+    : mStore(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteDay(mDatabase),
+      mInsertBar(mDatabase) {
+    mOpen = runText(QStringLiteral("BEGIN IMMEDIATE"));
+    if (!mOpen) {
+        return;
+    }
+    mInsertDay.prepare(QStringLiteral("INSERT INTO days VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    mDeleteDay.prepare(QStringLiteral("DELETE FROM days WHERE instrument = ? AND day = ?"));
+    mInsertBar.prepare(QStringLiteral("INSERT INTO minute_bars VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+}
+
+MarketWriter::~MarketWriter() {
+    if (mOpen) {
+        mInsertDay.finish();
+        mDeleteDay.finish();
+        mInsertBar.finish();
+        QSqlQuery(mDatabase).exec(QStringLiteral("ROLLBACK"));
+    }
+}
+
+bool MarketWriter::run(QSqlQuery &query) {
+    if (mError.isEmpty() && !query.exec()) {
+        mError = mStore.describe(query.lastError());
+    }
+    return mError.isEmpty();
+}
+
+bool MarketWriter::runText(const QString &statement, const QVariantList &values) {
+    if (!mError.isEmpty()) {
+        return false;
+    }
+    QSqlQuery query(mDatabase);
+    query.prepare(statement);
+    for (const QVariant &value : values) {
+        query.addBindValue(value);
+    }
+    return run(query);
+}
+
+qint64 MarketWriter::rowOf(const QString &key) {
+    QSqlQuery query(mDatabase);
+    query.prepare(QStringLiteral("SELECT id FROM instruments WHERE market || code = ?"));
+    query.addBindValue(key);
+    if (!run(query)) {
+        return 0;
+    }
+    if (!query.next()) {
+        mError = QStringLiteral("%1: no instrument %2").arg(mStore.path(), key);
+        return 0;
+    }
+    return query.value(0).toLongLong();
+}
+
+qint64 MarketWriter::putInstrument(const Instrument &instrument) {
+    const QVariant lastClose = instrument.lastClose == TC::kUnsetValue ? QVariant() : instrument.lastClose;
+    if (!runText(
+            QStringLiteral(
+                "INSERT INTO instruments (market, code, name, initials, product, kind, price_tick, last_close, "
+                "float_shares, underlying_market, underlying_code, own_sessions, simulated) "
+                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (market, code) DO UPDATE SET "
+                "name = excluded.name, initials = excluded.initials, product = excluded.product, "
+                "kind = excluded.kind, price_tick = excluded.price_tick, last_close = excluded.last_close, "
+                "float_shares = excluded.float_shares, underlying_market = excluded.underlying_market, "
+                "underlying_code = excluded.underlying_code, own_sessions = excluded.own_sessions, "
+                "simulated = excluded.simulated"),
+            {text(instrument.market), text(instrument.code), text(instrument.name), text(instrument.initials),
+             text(instrument.product), static_cast<int>(instrument.kind), instrument.priceTick, lastClose,
+             instrument.floatShares, text(instrument.underlyingMarket), text(instrument.underlyingCode),
+             instrument.ownSessions, instrument.simulated})) {
+        return 0;
+    }
+    const qint64 row = rowOf(instrument.key());
+    runText(QStringLiteral("DELETE FROM instrument_types WHERE instrument = ?"), {row});
+    runText(QStringLiteral("DELETE FROM sessions WHERE instrument = ?"), {row});
+    for (int type : instrument.types) {
+        runText(QStringLiteral("INSERT INTO instrument_types VALUES (?, ?)"), {row, type});
+    }
+    const TradingSessions::Table &table = instrument.sessions.table();
+    for (int i = 0; i < table.size(); ++i) {
+        runText(QStringLiteral("INSERT INTO sessions VALUES (?, ?, ?, ?)"),
+                {row, i, table[i].first, table[i].second});
+    }
+    return isGood() ? row : 0;
+}
+
+bool MarketWriter::putTradingDay(const QString &market, const QDate &date, bool open) {
+    return runText(QStringLiteral("INSERT INTO trading_days VALUES (?, ?, ?) "
+                                  "ON CONFLICT (market, date) DO UPDATE SET open = excluded.open"),
+                   {market, date.toString(Qt::ISODate), open});
+}
+
+bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars) {
+    mDeleteDay.bindValue(0, instrument);
+    mDeleteDay.bindValue(1, day);
+    const DaySummary summary = summarize(day, source, bars);
+    mInsertDay.bindValue(0, instrument);
+    mInsertDay.bindValue(1, day);
+    mInsertDay.bindValue(2, static_cast<int>(source));
+    mInsertDay.bindValue(3, summary.open);
+    mInsertDay.bindValue(4, summary.high);
+    mInsertDay.bindValue(5, summary.low);
+    mInsertDay.bindValue(6, summary.close);
+    mInsertDay.bindValue(7, summary.volume);
+    mInsertDay.bindValue(8, summary.amount);
+    if (!run(mDeleteDay) || !run(mInsertDay)) {
+        return false;
+    }
+    mInsertBar.bindValue(0, instrument);
+    mInsertBar.bindValue(1, day);
+    for (const MinuteBar &bar : bars) {
+        mInsertBar.bindValue(2, bar.time);
+        mInsertBar.bindValue(3, bar.open);
+        mInsertBar.bindValue(4, bar.high);
+        mInsertBar.bindValue(5, bar.low);
+        mInsertBar.bindValue(6, bar.price);
+        mInsertBar.bindValue(7, bar.average);
+        mInsertBar.bindValue(8, bar.volume);
+        mInsertBar.bindValue(9, bar.amount);
+        if (!run(mInsertBar)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool MarketWriter::putNote(const QString &name, const QString &value) {
+    return runText(QStringLiteral("INSERT INTO notes VALUES (?, ?) "
+                                  "ON CONFLICT (name) DO UPDATE SET value = excluded.value"),
+                   {name, value});
+}
+
+bool MarketWriter::addSector(const Sector &sector) {
+    const QVariant index = sector.indexKey.isEmpty() ? QVariant() : QVariant(rowOf(sector.indexKey));
+    runText(QStringLiteral("INSERT INTO sectors (level, name, index_instrument) VALUES (?, ?, ?)"),
+            {sector.level, sector.name, index});
+    for (const QString &member : sector.members) {
+        runText(
+            QStringLiteral("INSERT INTO sector_members SELECT id, ? FROM sectors WHERE level = ? AND name = ?"),
+            {rowOf(member), sector.level, sector.name});
+    }
+    return isGood();
+}
+
+bool MarketWriter::addConvertible(const QString &bond, const QString &share) {
+    return runText(QStringLiteral("INSERT INTO convertible_links VALUES (?, ?)"), {rowOf(bond), rowOf(share)});
+}
+
+bool MarketWriter::addListedPair(const QString &aShare, const QString &hShare) {
+    return runText(QStringLiteral("INSERT INTO listed_pairs VALUES (?, ?)"), {rowOf(aShare), rowOf(hShare)});
+}
+
+bool MarketWriter::addIndex(const UserIndex &index) {
+    const TC::CIndexDetail &detail = index.detail;
+    runText(QStringLiteral(
+                "INSERT INTO user_indexes (key, name, start_time, base_value, option1, option2, option3, "
+                "last_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+            {index.key, text(detail.mCode), detail.mStartTime, detail.mBaseValue, detail.mOption1,
+             detail.mOption2, detail.mOption3, index.lastValue});
+    for (int i = 0; i < detail.mMembers.size(); ++i) {
+        runText(
+            QStringLiteral("INSERT INTO user_index_members SELECT id, ?, ? FROM user_indexes WHERE key = ?"),
+            {i, rowOf(detail.mMembers[i]), index.key});
+    }
+    return isGood();
+}
+
+bool MarketWriter::addPortfolio(const Portfolio &portfolio) {
+    runText(QStringLiteral("INSERT INTO portfolios VALUES (?, ?)"), {portfolio.number, text(portfolio.name)});
+    for (const PortfolioPosition &position : portfolio.positions) {
+        runText(QStringLiteral("INSERT INTO portfolio_positions VALUES (?, ?, ?)"),
+                {portfolio.number, rowOf(position.key), position.quantity});
+    }
+    return isGood();
+}
+
+bool MarketWriter::commit() {
+    mInsertDay.finish();
+    mDeleteDay.finish();
+    mInsertBar.finish();
+    if (!runText(QStringLiteral("COMMIT"))) {
+        return false;
+    }
+    mOpen = false;
+    mError = mStore.reload();
+    return isGood();
+}
+
+} // namespace terminal

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "terminal/market/CMarketStore.h"
+
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace terminal {
+
+/// One transaction on the store: all of what is written through it, or nothing. It is rolled back when it goes
+/// without commit(). To be used on the thread that made it. After an error every further call answers false.
+class MarketWriter {
+public:
+    explicit MarketWriter(CMarketStore &store);
+    ~MarketWriter();
+    MarketWriter(const MarketWriter &) = delete;
+    MarketWriter &operator=(const MarketWriter &) = delete;
+
+    /// Whether all went well so far, and otherwise one line that says what did not.
+    bool isGood() const { return mError.isEmpty(); }
+    QString error() const { return mError; }
+
+    /// Adds an instrument with its types and sessions, or replaces the one of the same key; answers its row, 0 on an
+    /// error.
+    qint64 putInstrument(const Instrument &instrument);
+    /// Declares a date of a market open or closed.
+    bool putTradingDay(const QString &market, const QDate &date, bool open);
+    /// Replaces a day of an instrument by these bars, in ascending time.
+    bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars);
+    bool putNote(const QString &name, const QString &value);
+
+    // The members of these are named by key and have to be in the store.
+    bool addSector(const Sector &sector);
+    bool addConvertible(const QString &bond, const QString &share);
+    bool addListedPair(const QString &aShare, const QString &hShare);
+    bool addIndex(const UserIndex &index);
+    bool addPortfolio(const Portfolio &portfolio);
+
+    /// Row of the instrument of a key; 0, and an error, when there is none.
+    qint64 rowOf(const QString &key);
+
+    /// Ends the transaction and has the store read its catalogue again.
+    bool commit();
+
+private:
+    bool run(QSqlQuery &query);
+    bool runText(const QString &statement, const QVariantList &values = {});
+
+    CMarketStore &mStore;
+    QSqlDatabase mDatabase;
+    QSqlQuery mInsertDay;
+    QSqlQuery mDeleteDay;
+    QSqlQuery mInsertBar;
+    bool mOpen = false;
+    QString mError;
+};
+
+/// Figures of a day from its bars.
+DaySummary summarize(int day, BarSource source, const MinuteBars &bars);
+
+} // namespace terminal

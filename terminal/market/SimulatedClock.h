@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/services/CHostClock.h"
+
+#include <functional>
+#include <mutex>
+
+namespace terminal {
+
+/// The clock of a simulated market: from a start on, market time runs at a pace, until it is paused. May be used
+/// from any thread.
+class SimulatedClock : public TC::CHostClock {
+public:
+    /// Answers milliseconds that only grow, at the speed of real time.
+    using RealTime = std::function<qint64()>;
+
+    static constexpr double kSlowest = 1.0;
+    static constexpr double kFastest = 600.0;
+
+    /// Starts at a market time, in milliseconds since the epoch, and runs at once. Without a source of real time it
+    /// takes the machine's steady clock.
+    explicit SimulatedClock(qint64 start, double pace = 1.0, RealTime real = {});
+
+    QDateTime currentDateTime() const override;
+    /// The market time in milliseconds since the epoch.
+    qint64 now() const;
+
+    /// Market seconds a real second, held within 1 and 600.
+    void setPace(double pace);
+    double pace() const;
+    void pause();
+    void resume();
+    bool isPaused() const;
+    /// Jumps to a market time.
+    void setTime(qint64 time);
+
+private:
+    qint64 nowLocked() const;
+
+    const RealTime mReal;
+    mutable std::mutex mLock;
+    qint64 mMarketBase;
+    qint64 mRealBase;
+    double mPace;
+    bool mPaused = false;
+};
+
+} // namespace terminal

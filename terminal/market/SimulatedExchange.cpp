@@ -1,0 +1,256 @@
+#include "terminal/market/SimulatedExchange.h"
+
+#include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketFill.h"
+#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedRandom.h"
+#include "terminal/market/SimulatedTicks.h"
+
+#include <QtDebug>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+namespace terminal {
+namespace {
+
+constexpr auto kLookInterval = std::chrono::milliseconds(100);
+constexpr int kClose = 900; ///< 15:00
+constexpr int kAuction = 565; ///< 09:25, when the opening auction is matched
+
+quint64 tickSeed(const QString &key) {
+    return SimulatedRandom::mix(kMarketSeed, key);
+}
+
+const SimulatedInstrument *findSimulated(const QString &key) {
+    const QVector<SimulatedInstrument> &all = simulatedInstruments();
+    const auto found = std::find_if(all.begin(), all.end(), [&key](const SimulatedInstrument &candidate) {
+        return candidate.instrument.key() == key;
+    });
+    return found == all.end() ? nullptr : &*found;
+}
+
+int runningDayOf(const Catalogue &catalogue, const QString &market, qint64 now) {
+    return dayOf(catalogue.calendar(market).dayAt(now, catalogue.nightMarkets.contains(market)));
+}
+
+} // namespace
+
+/// A listener and how far it has been told.
+struct SimulatedExchange::Subscriber {
+    QString key;
+    int day = 0;
+    WholeDay bars;
+    qint64 told = 0; ///< market time
+    std::recursive_mutex calling; ///< held while the listener runs; guards the following
+    Listener listener;
+    bool active = true;
+    bool running = false;
+};
+
+SimulatedExchange::SimulatedExchange(CMarketStore &store, const SimulatedClock &clock)
+    : mStore(store), mClock(clock) {}
+
+SimulatedExchange::~SimulatedExchange() {
+    stop();
+}
+
+void SimulatedExchange::start() {
+    if (mThread.joinable()) {
+        return;
+    }
+    mStopping = false;
+    mThread = std::thread([this] { run(); });
+}
+
+void SimulatedExchange::stop() {
+    if (!mThread.joinable()) {
+        return;
+    }
+    {
+        std::lock_guard<std::mutex> hold(mStopLock);
+        mStopping = true;
+    }
+    mStopSignal.notify_all();
+    mThread.join();
+}
+
+void SimulatedExchange::run() {
+    std::unique_lock<std::mutex> hold(mStopLock);
+    while (!mStopping) {
+        hold.unlock();
+        advance();
+        hold.lock();
+        mStopSignal.wait_for(hold, kLookInterval, [this] { return mStopping; });
+    }
+}
+
+void SimulatedExchange::advance() {
+    std::lock_guard<std::mutex> one(mAdvancing);
+    keepFinishedDays();
+    const qint64 now = mClock.now();
+    std::vector<std::shared_ptr<Subscriber>> subscribers;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        for (const auto &entry : mSubscribers) {
+            subscribers.push_back(entry.second);
+        }
+    }
+    for (const std::shared_ptr<Subscriber> &subscriber : subscribers) {
+        deliver(*subscriber, now);
+    }
+}
+
+/// When a market has gone on to its next day, the one before becomes a day of the store.
+void SimulatedExchange::keepFinishedDays() {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const qint64 now = mClock.now();
+    bool changed = false;
+    for (auto calendar = catalogue->calendars.begin(); calendar != catalogue->calendars.end(); ++calendar) {
+        const int day = runningDayOf(*catalogue, calendar.key(), now);
+        int &known = mDays[calendar.key()];
+        changed = changed || (known != 0 && known != day);
+        known = day;
+    }
+    if (changed) {
+        const QString trouble = fillStore(mStore, now);
+        if (!trouble.isEmpty()) {
+            qWarning("%s", qPrintable(trouble));
+        }
+    }
+}
+
+void SimulatedExchange::deliver(Subscriber &subscriber, qint64 now) {
+    std::lock_guard<std::recursive_mutex> hold(subscriber.calling);
+    if (subscriber.running) {
+        return;
+    }
+    subscriber.running = true;
+    for (const SimulatedTick &tick :
+         ticksBetween(*subscriber.bars, subscriber.told, now, tickSeed(subscriber.key))) {
+        if (!subscriber.active) {
+            break;
+        }
+        subscriber.listener({subscriber.key, subscriber.day, tick.bar});
+    }
+    subscriber.told = now;
+    subscriber.running = false;
+    if (!subscriber.active) {
+        subscriber.listener = nullptr;
+    }
+}
+
+int SimulatedExchange::runningDay(const QString &key) const {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    return instrument ? runningDayOf(*catalogue, instrument->market, mClock.now()) : 0;
+}
+
+/// The bars of a whole simulated day, made from the close before it.
+SimulatedExchange::WholeDay SimulatedExchange::simulatedDay(const Instrument &instrument, int day) {
+    const SimulatedInstrument *simulated = findSimulated(instrument.key());
+    if (!simulated) {
+        return std::make_shared<MinuteBars>();
+    }
+    const std::optional<DaySummary> before = mStore.summaryBefore(instrument.id, day);
+    const double close = before && before->close > 0.0 ? before->close : simulated->basePrice;
+    const QDate date = dateOf(day);
+    const MarketCalendar calendar = mStore.catalogue()->calendar(instrument.market);
+    return std::make_shared<MinuteBars>(
+        simulateDay(*simulated, {date, calendar.eveningBefore(date), close, kMarketSeed}));
+}
+
+SimulatedExchange::WholeDay SimulatedExchange::wholeDay(const Instrument &instrument, int day, Part part) {
+    const QString name =
+        instrument.key() + (part == Part::Ordinary ? QStringLiteral("/o") : QStringLiteral("/a"));
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        const auto found = mRunning.constFind(name);
+        if (found != mRunning.constEnd() && found->first == day) {
+            return found->second;
+        }
+    }
+    const std::optional<DaySummary> stored = mStore.summary(instrument.id, day);
+    const WholeDay all =
+        stored ? std::make_shared<MinuteBars>(mStore.bars(instrument.id, day)) : simulatedDay(instrument, day);
+    const qint64 close = timeOf(dateOf(day), kClose);
+    auto wanted = std::make_shared<MinuteBars>();
+    std::copy_if(all->begin(), all->end(), std::back_inserter(*wanted), [&](const MinuteBar &bar) {
+        const bool after = instrument.hasAfterHours() && bar.time > close;
+        return after == (part == Part::AfterHours);
+    });
+    std::lock_guard<std::mutex> hold(mLock);
+    mRunning[name] = {day, wanted};
+    return wanted;
+}
+
+MinuteBars SimulatedExchange::barsOf(const QString &key, int day, Part part, qint64 now) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    if (!instrument) {
+        return {};
+    }
+    const int running = runningDayOf(*catalogue, instrument->market, now);
+    const bool past = day < running;
+    if (!instrument->simulated || past) {
+        return *wholeDay(*instrument, day, part);
+    }
+    return day == running ? barsAt(*wholeDay(*instrument, day, part), now, tickSeed(key)) : MinuteBars();
+}
+
+MinuteBars SimulatedExchange::dayBars(const QString &key, int day) {
+    return barsOf(key, day, Part::Ordinary, mClock.now());
+}
+
+MinuteBars SimulatedExchange::afterHoursBars(const QString &key, int day) {
+    return barsOf(key, day, Part::AfterHours, mClock.now());
+}
+
+MarketFeed::Subscription SimulatedExchange::subscribe(const QString &key, int day, Listener listener) {
+    Subscription subscription;
+    const qint64 now = mClock.now();
+    subscription.bars = barsOf(key, day, Part::Ordinary, now);
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    const bool runs = instrument && instrument->simulated && listener &&
+                      day == runningDayOf(*catalogue, instrument->market, now);
+    if (!runs) {
+        return subscription;
+    }
+    auto subscriber = std::make_shared<Subscriber>();
+    subscriber->key = key;
+    subscriber->day = day;
+    subscriber->bars = wholeDay(*instrument, day, Part::Ordinary);
+    subscriber->told = now;
+    subscriber->listener = std::move(listener);
+    std::lock_guard<std::mutex> hold(mLock);
+    subscription.id = ++mLastId;
+    mSubscribers[subscription.id] = subscriber;
+    return subscription;
+}
+
+void SimulatedExchange::unsubscribe(int id) {
+    std::shared_ptr<Subscriber> subscriber;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        const auto found = mSubscribers.find(id);
+        if (found == mSubscribers.end()) {
+            return;
+        }
+        subscriber = found->second;
+        mSubscribers.erase(found);
+    }
+    std::lock_guard<std::recursive_mutex> wait(subscriber->calling);
+    subscriber->active = false;
+    if (!subscriber->running) {
+        subscriber->listener = nullptr;
+    }
+}
+
+qint64 simulationStart(const Catalogue &catalogue, qint64 now) {
+    const MarketCalendar calendar = catalogue.calendar(QStringLiteral("SH"));
+    return timeOf(calendar.dayAt(now, false), kAuction);
+}
+
+} // namespace terminal

@@ -1,0 +1,79 @@
+#include "terminal/market/SqlConnections.h"
+
+#include <QSqlQuery>
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace terminal {
+
+struct SqlConnections::State {
+    explicit State(const QString &file) : path(file) {}
+
+    void close(std::thread::id thread) {
+        std::lock_guard<std::mutex> hold(lock);
+        const auto found = names.find(thread);
+        if (found != names.end()) {
+            QSqlDatabase::removeDatabase(found->second);
+            names.erase(found);
+        }
+    }
+
+    const QString path;
+    std::mutex lock;
+    std::map<std::thread::id, QString> names;
+};
+
+/// Closes the connections of a thread when it ends.
+struct SqlConnections::ThreadEnd {
+    ~ThreadEnd() {
+        for (const std::weak_ptr<State> &state : states) {
+            if (const std::shared_ptr<State> alive = state.lock()) {
+                alive->close(std::this_thread::get_id());
+            }
+        }
+    }
+    std::vector<std::weak_ptr<State>> states;
+};
+
+SqlConnections::SqlConnections(const QString &path) : mState(std::make_shared<State>(path)) {}
+
+SqlConnections::~SqlConnections() {
+    std::lock_guard<std::mutex> hold(mState->lock);
+    for (const auto &entry : mState->names) {
+        QSqlDatabase::removeDatabase(entry.second);
+    }
+    mState->names.clear();
+}
+
+QSqlDatabase SqlConnections::forThisThread() {
+    static std::atomic<int> sequence{0};
+    static thread_local ThreadEnd threadEnd;
+
+    QString name;
+    {
+        std::lock_guard<std::mutex> hold(mState->lock);
+        QString &mine = mState->names[std::this_thread::get_id()];
+        if (!mine.isEmpty()) {
+            return QSqlDatabase::database(mine);
+        }
+        mine = QStringLiteral("market-store-%1").arg(++sequence);
+        name = mine;
+    }
+    threadEnd.states.push_back(mState);
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+    database.setDatabaseName(mState->path);
+    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
+    if (database.open()) {
+        QSqlQuery query(database);
+        query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
+        query.exec(QStringLiteral("PRAGMA synchronous = NORMAL")); // a crash of the program loses nothing
+        query.exec(QStringLiteral("PRAGMA cache_size = -16000"));
+    }
+    return database;
+}
+
+} // namespace terminal

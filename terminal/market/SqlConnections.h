@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+#include <memory>
+
+namespace terminal {
+
+/// The connections of one SQLite file: each thread that asks gets its own, which ends with the thread or with this
+/// object, whichever goes first. Other threads have to be done with the file by then.
+class SqlConnections {
+public:
+    explicit SqlConnections(const QString &path);
+    ~SqlConnections();
+    SqlConnections(const SqlConnections &) = delete;
+    SqlConnections &operator=(const SqlConnections &) = delete;
+
+    /// The calling thread's connection, opened when it is new. It is not open when that failed; lastError() says why.
+    QSqlDatabase forThisThread();
+
+private:
+    struct State;
+    struct ThreadEnd;
+    std::shared_ptr<State> mState;
+};
+
+} // namespace terminal

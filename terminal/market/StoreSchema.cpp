@@ -1,0 +1,142 @@
+#include "terminal/market/StoreSchema.h"
+
+#include <QSqlQuery>
+#include <QStringList>
+#include <QVariant>
+
+namespace terminal {
+namespace {
+
+constexpr int kApplicationId = 0x54534d53; ///< marks the file as a market store
+
+/// Statements that lead from version to version; the first entry makes version 1.
+const QVector<QStringList> &migrations() {
+    static const QVector<QStringList> steps{
+        {
+            QStringLiteral("CREATE TABLE notes (name TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID"),
+            QStringLiteral(
+                "CREATE TABLE instruments ("
+                "id INTEGER PRIMARY KEY, market TEXT NOT NULL, code TEXT NOT NULL, name TEXT NOT NULL, "
+                "initials TEXT NOT NULL, product TEXT NOT NULL, kind INTEGER NOT NULL, "
+                "price_tick REAL NOT NULL CHECK (price_tick > 0), last_close REAL, "
+                "float_shares REAL NOT NULL, underlying_market TEXT NOT NULL, "
+                "underlying_code TEXT NOT NULL, own_sessions INTEGER NOT NULL, "
+                "simulated INTEGER NOT NULL, UNIQUE (market, code))"),
+            QStringLiteral("CREATE TABLE instrument_types ("
+                           "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "type INTEGER NOT NULL, PRIMARY KEY (instrument, type)) WITHOUT ROWID"),
+            QStringLiteral(
+                "CREATE TABLE sessions ("
+                "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                "ordinal INTEGER NOT NULL, first_minute INTEGER NOT NULL, last_minute INTEGER NOT NULL, "
+                "PRIMARY KEY (instrument, ordinal)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE trading_days (market TEXT NOT NULL, date TEXT NOT NULL, "
+                           "open INTEGER NOT NULL, PRIMARY KEY (market, date)) WITHOUT ROWID"),
+            QStringLiteral(
+                "CREATE TABLE days ("
+                "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                "day INTEGER NOT NULL, source INTEGER NOT NULL, open REAL NOT NULL, high REAL NOT NULL, "
+                "low REAL NOT NULL, close REAL NOT NULL, volume REAL NOT NULL, amount REAL NOT NULL, "
+                "PRIMARY KEY (instrument, day)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE minute_bars ("
+                           "instrument INTEGER NOT NULL, day INTEGER NOT NULL, time INTEGER NOT NULL, "
+                           "open REAL NOT NULL, high REAL NOT NULL, low REAL NOT NULL, price REAL NOT NULL, "
+                           "average REAL NOT NULL, volume REAL NOT NULL, amount REAL NOT NULL, "
+                           "PRIMARY KEY (instrument, day, time), "
+                           "FOREIGN KEY (instrument, day) REFERENCES days (instrument, day) ON DELETE CASCADE) "
+                           "WITHOUT ROWID"),
+        },
+        {
+            QStringLiteral("CREATE TABLE sectors (id INTEGER PRIMARY KEY, "
+                           "level INTEGER NOT NULL CHECK (level BETWEEN 1 AND 3), name TEXT NOT NULL, "
+                           "index_instrument INTEGER REFERENCES instruments (id), UNIQUE (level, name))"),
+            QStringLiteral("CREATE TABLE sector_members ("
+                           "sector INTEGER NOT NULL REFERENCES sectors (id) ON DELETE CASCADE, "
+                           "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "PRIMARY KEY (sector, instrument)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE convertible_links ("
+                           "bond INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "share INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "PRIMARY KEY (bond, share)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE listed_pairs ("
+                           "a_share INTEGER PRIMARY KEY REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "h_share INTEGER NOT NULL UNIQUE REFERENCES instruments (id) ON DELETE CASCADE)"),
+            QStringLiteral("CREATE TABLE user_indexes (id INTEGER PRIMARY KEY, key TEXT NOT NULL UNIQUE, "
+                           "name TEXT NOT NULL, start_time INTEGER NOT NULL, base_value REAL NOT NULL, "
+                           "option1 INTEGER NOT NULL, option2 INTEGER NOT NULL, option3 INTEGER NOT NULL, "
+                           "last_value REAL NOT NULL)"),
+            QStringLiteral("CREATE TABLE user_index_members ("
+                           "user_index INTEGER NOT NULL REFERENCES user_indexes (id) ON DELETE CASCADE, "
+                           "ordinal INTEGER NOT NULL, "
+                           "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "PRIMARY KEY (user_index, ordinal)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE portfolios (number INTEGER PRIMARY KEY, name TEXT NOT NULL)"),
+            QStringLiteral("CREATE TABLE portfolio_positions ("
+                           "portfolio INTEGER NOT NULL REFERENCES portfolios (number) ON DELETE CASCADE, "
+                           "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
+                           "quantity REAL NOT NULL, PRIMARY KEY (portfolio, instrument)) WITHOUT ROWID"),
+        },
+    };
+    return steps;
+}
+
+int pragma(QSqlQuery &query, const QString &name) {
+    return query.exec(QStringLiteral("PRAGMA ") + name) && query.next() ? query.value(0).toInt() : -1;
+}
+
+SchemaOutcome failed(const QSqlQuery &query) {
+    return {SchemaOutcome::State::Failed, query.lastError()};
+}
+
+/// Runs the statements from a version to the current one, inside a transaction that is open.
+bool runSteps(QSqlQuery &query, int version) {
+    for (int step = version; step < migrations().size(); ++step) {
+        for (const QString &statement : migrations()[step]) {
+            if (!query.exec(statement)) {
+                return false;
+            }
+        }
+    }
+    return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(kApplicationId)) &&
+           query.exec(QStringLiteral("PRAGMA user_version = %1").arg(currentSchemaVersion()));
+}
+
+} // namespace
+
+int currentSchemaVersion() {
+    return migrations().size();
+}
+
+SchemaOutcome migrateSchema(QSqlDatabase database) {
+    QSqlQuery query(database);
+    // Taking the write lock here shows that nobody else holds the store, and keeps two programs that start together
+    // from creating the same tables.
+    if (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        return failed(query);
+    }
+    SchemaOutcome outcome;
+    const int version = pragma(query, QStringLiteral("user_version"));
+    const int application = pragma(query, QStringLiteral("application_id"));
+    const int tables = query.exec(QStringLiteral("SELECT count(*) FROM sqlite_master")) && query.next()
+                           ? query.value(0).toInt()
+                           : -1;
+    query.finish();
+    if (version < 0 || tables < 0) {
+        outcome = failed(query);
+    } else if (application != kApplicationId && (tables > 0 || version > 0)) {
+        outcome.state = SchemaOutcome::State::Foreign;
+    } else if (version > currentSchemaVersion()) {
+        outcome.state = SchemaOutcome::State::Newer;
+    } else if (version == currentSchemaVersion() || runSteps(query, version)) {
+        if (query.exec(QStringLiteral("COMMIT"))) {
+            return outcome;
+        }
+        outcome = failed(query);
+    } else {
+        outcome = failed(query);
+    }
+    query.exec(QStringLiteral("ROLLBACK"));
+    return outcome;
+}
+
+} // namespace terminal

@@ -1,0 +1,121 @@
+#include "terminal/market/StoreStockManager.h"
+
+#include "host/services/CHostClock.h"
+#include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketSessions.h"
+
+namespace terminal {
+namespace {
+
+const QString kDefaultKey = QStringLiteral("SH600000");
+constexpr int kTwoWeeks = 14;
+
+qint64 nowMilliseconds() {
+    return TC::hostNow().toMSecsSinceEpoch();
+}
+
+} // namespace
+
+TC::CInstrumentDetailPtr StoreStockManager::makeDetail(const Instrument &instrument, int day) {
+    auto detail = std::make_shared<TC::CInstrumentDetail>();
+    detail->mMarket = instrument.market.toStdString();
+    detail->mCode = instrument.code.toStdString();
+    detail->mName = instrument.name.toStdString();
+    detail->mProductId = instrument.product.toStdString();
+    detail->mFloatShares = instrument.floatShares;
+    detail->mPriceTick = instrument.priceTick;
+    detail->mLastClose = getCurrentDateLastClose(instrument.key(), day);
+    if (!instrument.underlyingCode.isEmpty()) {
+        detail->mUnderlying = std::make_shared<TC::CUnderlyingInfo>();
+        detail->mUnderlying->mCode = instrument.underlyingCode.toStdString();
+        detail->mUnderlying->mMarket = instrument.underlyingMarket.toStdString();
+    }
+    return detail;
+}
+
+TC::CInstrumentDetailPtr StoreStockManager::getInstrumentDetail(const QString &key) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    if (!instrument) {
+        return nullptr;
+    }
+    const int day = getLastTradingDay(instrument->market);
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (mKnown != catalogue) {
+            mDetails.clear();
+            mKnown = catalogue;
+        }
+        const auto found = mDetails.constFind(key);
+        if (found != mDetails.constEnd() && found->first == day) {
+            return found->second;
+        }
+    }
+    const TC::CInstrumentDetailPtr detail = makeDetail(*instrument, day);
+    std::lock_guard<std::mutex> hold(mLock);
+    mDetails[key] = {day, detail};
+    return detail;
+}
+
+bool StoreStockManager::isExist(const QString &key) {
+    return mStore.catalogue()->find(key) != nullptr;
+}
+
+bool StoreStockManager::isPortfolio(const QString &key) {
+    return mStore.catalogue()->portfolios.contains(key);
+}
+
+TC::CInstrumentDetailPtr StoreStockManager::getDefaultDetail() {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    if (catalogue->find(kDefaultKey) || catalogue->instruments.isEmpty()) {
+        return getInstrumentDetail(kDefaultKey);
+    }
+    return getInstrumentDetail(catalogue->instruments.firstKey());
+}
+
+double StoreStockManager::getCurrentDateLastClose(const QString &key, int date) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    if (!instrument) {
+        return TC::kUnsetValue;
+    }
+    const std::optional<DaySummary> before = mStore.summaryBefore(instrument->id, date);
+    if (!before) {
+        return instrument->lastClose;
+    }
+    const QDate day = dateOf(date);
+    const QDate stored = dateOf(before->day);
+    const MarketCalendar calendar = catalogue->calendar(instrument->market);
+    const bool exact = calendar.knowsYear(day.year()) && calendar.knowsYear(stored.year());
+    const bool isDayBefore = exact ? stored >= calendar.previous(day) : stored.daysTo(day) <= kTwoWeeks;
+    return isDayBefore ? before->close : TC::kUnsetValue;
+}
+
+double StoreStockManager::getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) {
+    return getCurrentDateLastClose(TC::getDetailQsKey(detail), date);
+}
+
+int StoreStockManager::getLastTradingDay(const QString &market) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    return dayOf(
+        catalogue->calendar(market).dayAt(nowMilliseconds(), catalogue->nightMarkets.contains(market)));
+}
+
+int StoreStockManager::getShiftTradeDate(const QString &market, int date, int shift) {
+    return dayOf(mStore.catalogue()->calendar(market).shifted(dateOf(date), shift));
+}
+
+QPair<qint64, qint64> StoreStockManager::getStartEndTime(const TC::CInstrumentDetailPtr &detail, int &date) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(TC::getDetailQsKey(detail));
+    const QDate day = dateOf(date);
+    const TradingSessions sessions = instrument && !instrument->sessions.isEmpty()
+                                         ? instrument->sessions
+                                         : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+    const QString market = instrument ? instrument->market : TC::getDetailQsMarket(detail);
+    const QDate evening = sessions.hasNight() ? catalogue->calendar(market).eveningBefore(day) : QDate();
+    const qint64 start = evening.isNull() ? timeOf(day, 0) : timeOf(evening, sessions.table().first().first);
+    return {start, sessions.endTime(day, evening)};
+}
+
+} // namespace terminal
