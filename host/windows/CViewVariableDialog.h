@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/toolkit/CUiResource.h"
+
 #include <QDialog>
 
 class QPlainTextEdit;
@@ -7,12 +9,13 @@ class QPlainTextEdit;
 namespace TC {
 
 /// Shows the variables of a formula at the cursor. Not modal.
-class CViewVariableDialog : public QDialog {
+class CViewVariableDialog : public QDialog, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     explicit CViewVariableDialog(QWidget *parent = nullptr);
     void setText(const QString &text);
     QString text() const;
+    void onUiResourceChanged() override;
 
 private:
     QPlainTextEdit *mText;
