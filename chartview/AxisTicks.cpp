@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kRowsPerTick = 3.2;
 constexpr int kLineMinutes = 30;
+constexpr int kMinutesOfDay = 1440; ///< no session is longer
 constexpr int kLabelInset = 48; ///< where labels end on the left strip, and how far from the right they begin
 constexpr int kRightLabelWidth = 50;
 constexpr double kScaledFrom = 100000.0;
@@ -169,8 +170,8 @@ QVector<int> timeLineIndexes(const QVector<QPair<int, int>> &sessions) {
     int index = 0;
     for (int i = 0; i < sessions.size(); ++i) {
         // The end of a session and the start of the next are one line.
-        const int first = i == 0 ? sessions[i].first : sessions[i].first - 1;
-        int rest = sessions[i].second - first;
+        const qint64 first = i == 0 ? sessions[i].first : sessions[i].first - 1LL;
+        int rest = static_cast<int>(qBound<qint64>(0, sessions[i].second - first, kMinutesOfDay));
         while (rest > kLineMinutes) {
             index += kLineMinutes;
             rest -= kLineMinutes;
