@@ -1,8 +1,10 @@
 #pragma once
 
 #include "chartdata/ChartLook.h"
+#include "chartdata/LinkageGeometry.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaParam.h"
+#include "host/records/CInstrumentDetail.h"
 #include "host/records/Enumerations.h"
 #include "host/services/CFormulaManager.h"
 #include "host/services/CLinkageManager.h"
@@ -32,6 +34,7 @@ namespace TC {
 
 class CGraphAxisWidget;
 class CRealtimeUiParam;
+struct LinkageScope;
 
 /// What a result changed; combined by or.
 enum EChangeFlag : int {
@@ -210,6 +213,36 @@ private:
     bool updateSingleRange(const CFormulaKey &key);
     bool isForeign(const CFormulaKey &key) const;
     MaxMinMap axisRanges() const;
+
+    bool findLinkageReference(LinkageScope &scope) const;
+    void drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawAccountView(QPainter &painter, const QRect &rect, LinkageScope scope);
+    double recordClose(const CInstrumentDetailPtr &detail, bool ofTradeDate) const;
+    bool placeRecord(const QTime &time, double price, double close, const LinkageScope &scope, const QRect &rect,
+                     QPoint &at) const;
+    template <class Record, class Draw>
+    void placeRecords(const CLinkageManager::Records<Record> &accounts, double close, const LinkageScope &scope,
+                      const QRect &rect, Marks<Record> &marks, Draw draw);
+    void drawOrderMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawDealMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    int costStepEnd() const;
+    void drawCostSteps(QPainter &painter, const QRect &rect);
+    void drawTask(QPainter &painter, const QRect &rect, const LinkageScope &scope, const std::string &instrument,
+                  double close, const boost::shared_ptr<kvservice::CTaskDetail> &task);
+    template <class IsShown>
+    void drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope, const std::string &instrument,
+                   IsShown isShown);
+    void drawTaskMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawAccountTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawTotalAmounts(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
+    void drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
+    void drawProfitCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawBalanceCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values, const CurveScale &scale,
+                         const QColor &color) const;
+    TimedValues byIndex(const TimedValues &byMinute) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     CGraphAxisWidget *mAxisWidget = nullptr; ///< not owned, may be null

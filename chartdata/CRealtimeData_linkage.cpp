@@ -2,9 +2,13 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageGeometry.h"
+#include "chartdata/LinkageScope.h"
 #include "chartdata/ValueRange.h"
 #include "host/services/CStockManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
+
+#include <QPainter>
+#include <QSet>
 
 namespace TC {
 namespace {
@@ -13,7 +17,7 @@ constexpr int kAccountView = 2; ///< of mLinkageFlags
 constexpr int kSelectedDataView = 4;
 
 /// Places of mLinkageShow.
-enum EShown : std::size_t { eOrders = 0, eDeals = 1, eTasks = 2 };
+enum EShown : std::size_t { eOrders, eDeals, eTasks, eTotals, eNet, eProfit, eBalance, eStrategyFilter };
 
 /// Calls `visit` with every row of marks in a box until it answers true; true when it did.
 template <class Columns, class Visit> bool anyRowIn(const Columns &columns, const HitBox &box, Visit visit) {
@@ -47,6 +51,14 @@ bool listMarksIn(const Columns &columns, const HitBox &box, QList<Record> &list)
 /// Whether the selected-data view shows a kind of record.
 bool isSelectedShown(const CRealtimeUiParam &uiParam, EShown kind) {
     return (uiParam.mLinkageFlags & kSelectedDataView) && uiParam.mLinkageShow[kind];
+}
+
+bool isFuturesMarket(const QString &market) {
+    static const QSet<QString> kMarkets = {
+        QStringLiteral("DF"),   QStringLiteral("DCE"),   QStringLiteral("ZF"),
+        QStringLiteral("CZCE"), QStringLiteral("SF"),    QStringLiteral("SHFE"),
+        QStringLiteral("IF"),   QStringLiteral("CFFEX"), QStringLiteral("INE")};
+    return kMarkets.contains(market);
 }
 
 bool isShown(const CRealtimeUiParam &uiParam, EShown kind) {
@@ -88,32 +100,81 @@ bool CRealtimeData::getTasksAt(int x, int y, QList<boost::shared_ptr<kvservice::
     return isShown(*mUiParam, eTasks) && listMarksIn(mTaskMarks, flagHitBox(x, y), tasks);
 }
 
-void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
-    boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    if (!painter || rect.isEmpty() || mUiParam->mDayCount != 1) {
-        return;
-    }
-    double close = kUnsetValue;
-    std::string key;
+/// Reference price and key of the instrument shown; false when marks have nothing to be placed against.
+bool CRealtimeData::findLinkageReference(LinkageScope &scope) const {
+    scope.close = kUnsetValue;
     if (mUiParam->mStockKind == 0) {
         const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
         if (!detail) {
-            return;
+            return false;
         }
         CStockManager &stocks = CSingletonT<CStockManager>::instance();
         const int date = mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc()
                                                      : stocks.getLastTradingDay(getDetailQsMarket(detail));
-        close = stocks.getCurrentDateLastClose(detail, date);
-        key = vmStockKey(detail->mMarket, detail->mCode);
+        scope.close = stocks.getCurrentDateLastClose(detail, date);
+        scope.key = vmStockKey(detail->mMarket, detail->mCode);
     } else if (mUiParam->mStockKind == 1) {
-        close = mUiParam->getLastClose();
+        scope.close = mUiParam->getLastClose();
     }
-    if (isUnset(close)) {
+    return !isUnset(scope.close);
+}
+
+void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    LinkageScope scope;
+    if (!painter || rect.isEmpty() || mUiParam->mDayCount != 1 || !findLinkageReference(scope)) {
         return;
     }
     mDealMarks.clear();
     mOrderMarks.clear();
     mTaskMarks.clear();
+    painter->setClipRect(QRect(QPoint(0, 0), mChartRect.size()));
+    scope.strategies = mUiParam->mLinkageStrategys;
+    scope.filter = mUiParam->mLinkageShow[eStrategyFilter];
+    if (mUiParam->mLinkageFlags & kSelectedDataView) {
+        scope.accounts = mUiParam->mLinkageAccounts;
+        scope.instruments = mUiParam->mLinkageStocks;
+        drawSelectedData(*painter, rect, scope);
+    }
+    if ((mUiParam->mLinkageFlags & kAccountView) && !scope.key.empty()) {
+        drawAccountView(*painter, rect, scope);
+    }
+}
+
+void CRealtimeData::drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+    const auto &shown = mUiParam->mLinkageShow;
+    if (shown[eOrders]) {
+        drawOrderMarks(painter, rect, scope);
+    }
+    if (shown[eDeals]) {
+        drawDealMarks(painter, rect, scope);
+    }
+    if (shown[eTasks]) {
+        drawTaskMarks(painter, rect, scope);
+    }
+    if (shown[eTotals] || shown[eNet]) {
+        drawAmountCurves(painter, rect, scope);
+    }
+    if (shown[eProfit]) {
+        drawProfitCurve(painter, rect, scope);
+    }
+    if (shown[eBalance]) {
+        drawBalanceCurve(painter, rect, scope);
+    }
+}
+
+void CRealtimeData::drawAccountView(QPainter &painter, const QRect &rect, LinkageScope scope) {
+    const QString market = getDetailQsMarket(mUiParam->getStockDetail());
+    const QList<QString> &names =
+        isFuturesMarket(market) ? mUiParam->mFutureAccounts : mUiParam->mStockAccounts;
+    scope.accounts.clear();
+    if (!CSingletonT<CLinkageManager>::instance().getAccounts(names, scope.accounts)) {
+        return;
+    }
+    scope.instruments = {scope.key};
+    drawOrderMarks(painter, rect, scope);
+    drawAccountDeals(painter, rect, scope);
+    drawAccountTasks(painter, rect, scope);
 }
 
 } // namespace TC

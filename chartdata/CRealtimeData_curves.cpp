@@ -1,0 +1,134 @@
+// Curves of the user's amounts, profit and balance over the day.
+
+#include "chartdata/CRealtimeData.h"
+#include "chartdata/LinkageGeometry.h"
+#include "chartdata/LinkageScope.h"
+#include "chartdata/ValueRange.h"
+#include "host/services/CHostClock.h"
+#include "host/toolkit/CUiResource.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QPainter>
+#include <QPolygon>
+
+namespace TC {
+namespace {
+
+enum EShown : std::size_t { eTotals = 3, eNet = 4 }; ///< places of mLinkageShow
+
+const QColor kProfitColor(255, 255, 128, 192);
+const QColor kBalanceColor(255, 128, 0, 192);
+
+/// A curve from point to point, drawn flat on to `end` where that lies beyond its last point.
+void drawCurve(QPainter &painter, QPolygon curve, int end, const QColor &color) {
+    if (curve.isEmpty()) {
+        return;
+    }
+    if (end > curve.last().x()) {
+        curve.append(QPoint(end, curve.last().y()));
+    }
+    painter.setPen(color);
+    if (curve.size() > 1) {
+        painter.drawPolyline(curve);
+    }
+}
+
+/// The points of a curve; `column` gives the pixel of a key.
+template <class Column>
+QPolygon curveOf(const TimedValues &values, const CurveScale &scale, int height, Column column) {
+    QPolygon curve;
+    for (const auto &value : values) {
+        curve.append(QPoint(column(value.first), curveRow(value.second, scale, height)));
+    }
+    return curve;
+}
+
+QColor themeColor(const char *key) {
+    return GZ::CUiResource::instance().getColor(QLatin1String(key));
+}
+
+} // namespace
+
+void CRealtimeData::drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+    mUiParam->mLinkageAmounts.clear();
+    const TimedAmounts totals = CSingletonT<CLinkageManager>::instance().getTotalBuySellAmounts(
+        scope.instruments, scope.accounts, scope.strategies, scope.filter);
+    if (totals.empty()) {
+        return;
+    }
+    for (const auto &total : totals) {
+        mUiParam->mLinkageAmounts[mUiParam->getIndexByTime(total.first)] = total.second;
+    }
+    const int now = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(hostNow().time()));
+    if (mUiParam->mLinkageShow[eTotals]) {
+        drawTotalAmounts(painter, rect, totals, now);
+    }
+    if (mUiParam->mLinkageShow[eNet]) {
+        drawNetAmount(painter, rect, totals, now);
+    }
+}
+
+void CRealtimeData::drawTotalAmounts(QPainter &painter, const QRect &rect, const TimedAmounts &totals,
+                                     int now) const {
+    const CurveScale scale = totalAmountScale(totals);
+    QPolygon buys;
+    QPolygon sells;
+    for (const auto &total : totals) {
+        const int x = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(total.first));
+        if (!isZero(total.second.first)) {
+            buys.append(QPoint(x, curveRow(total.second.first, scale, rect.height())));
+        }
+        if (!isZero(total.second.second)) {
+            sells.append(QPoint(x, curveRow(total.second.second, scale, rect.height())));
+        }
+    }
+    drawCurve(painter, buys, now, themeColor("tc_clr_total_buyamount"));
+    drawCurve(painter, sells, now, themeColor("tc_clr_total_sellamount"));
+}
+
+void CRealtimeData::drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals,
+                                  int now) const {
+    TimedValues net; // by minute
+    for (const auto &total : totals) {
+        if (!isZero(total.second.first) || !isZero(total.second.second)) {
+            net[total.first] = total.second.first - total.second.second;
+        }
+    }
+    const auto column = [this](int index) { return mUiParam->getXAxisByIndex(index); };
+    drawCurve(painter, curveOf(byIndex(net), balancedScale(net), rect.height(), column), now,
+              themeColor("tc_clr_buyamount"));
+}
+
+/// Values by minute as values by index: the last of those that share one.
+TimedValues CRealtimeData::byIndex(const TimedValues &byMinute) const {
+    TimedValues values;
+    for (const auto &value : byMinute) {
+        values[mUiParam->getIndexByTime(value.first)] = value.second;
+    }
+    return values;
+}
+
+void CRealtimeData::drawProfitCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+    const TimedValues profits = CSingletonT<CLinkageManager>::instance().getTotalProfits(
+        scope.instruments, scope.accounts, scope.strategies, scope.filter);
+    mUiParam->mLinkageProfits = byIndex(profits);
+    drawMinuteCurve(painter, rect, profits, balancedScale(profits), kProfitColor);
+}
+
+void CRealtimeData::drawBalanceCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+    const TimedValues balances = CSingletonT<CLinkageManager>::instance().getTotalBalances(
+        scope.instruments, scope.accounts, scope.strategies, scope.filter);
+    mUiParam->mLinkageBalances = byIndex(balances);
+    drawMinuteCurve(painter, rect, balances, positiveScale(balances), kBalanceColor);
+}
+
+void CRealtimeData::drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values,
+                                    const CurveScale &scale, const QColor &color) const {
+    const auto column = [this](int minute) {
+        return mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(minute));
+    };
+    const QPolygon curve = curveOf(values, scale, rect.height(), column);
+    drawCurve(painter, curve, 0, color);
+}
+
+} // namespace TC
