@@ -1,5 +1,7 @@
 #include "terminal/app/CommandLine.h"
 
+#include "terminal/market/SimulatedClock.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QVector>
@@ -14,7 +16,6 @@ namespace {
 constexpr int kSmallestSide = 160; ///< pixels
 constexpr int kLargestSide = 10000; ///< pixels
 constexpr double kLargestRatio = 4.0;
-constexpr double kLargestSpeed = 3600.0;
 
 QString tr(const char *text) {
     return QCoreApplication::translate("CommandLine", text);
@@ -28,6 +29,16 @@ struct Option {
     const char *what;
     QString (*take)(CommandLineOptions &options, const QString &value);
 };
+
+/// A message with a text of the user's in it stays one line.
+QString oneLine(QString message) {
+    for (QChar &c : message) {
+        if (c.category() == QChar::Other_Control) {
+            c = QLatin1Char(' ');
+        }
+    }
+    return message;
+}
 
 QString takeSize(CommandLineOptions &options, const QString &value) {
     static const QRegularExpression pattern(QStringLiteral("^(\\d{1,6})[xX](\\d{1,6})$"));
@@ -60,9 +71,10 @@ QString takeRatio(CommandLineOptions &options, const QString &value) {
 QString takeSpeed(CommandLineOptions &options, const QString &value) {
     bool ok = false;
     const double speed = value.toDouble(&ok);
-    if (!ok || !std::isfinite(speed) || speed <= 0.0 || speed > kLargestSpeed) {
-        return QStringLiteral("no number above 0 and up to %1: give market seconds a second, as in 60")
-            .arg(kLargestSpeed);
+    if (!ok || !(speed >= SimulatedClock::kSlowest && speed <= SimulatedClock::kFastest)) {
+        return QStringLiteral("no number from %1 to %2: give market seconds a second, as in 60")
+            .arg(SimulatedClock::kSlowest)
+            .arg(SimulatedClock::kFastest);
     }
     options.speed = speed;
     return {};
@@ -186,7 +198,7 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         const QString name = arguments[i].left(equals);
         const Option *option = findOption(name);
         if (!option) {
-            return unknownOption(name);
+            return oneLine(unknownOption(name));
         }
         QString value;
         if (option->value && equals >= 0) {
@@ -201,7 +213,7 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         }
         const QString wrong = option->take(options, value);
         if (!wrong.isEmpty()) {
-            return QStringLiteral("%1 %2: %3").arg(name, value, wrong);
+            return oneLine(QStringLiteral("%1 %2: %3").arg(name, value, wrong));
         }
     }
     return options;

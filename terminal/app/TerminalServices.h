@@ -1,0 +1,100 @@
+#pragma once
+
+#include "terminal/config/ConfigService.h"
+#include "terminal/formula/FormulaCatalogue.h"
+#include "terminal/formula/FormulaService.h"
+#include "terminal/formula/HistoryCache.h"
+#include "terminal/formula/RequestIds.h"
+#include "terminal/market/CMarketStore.h"
+#include "terminal/market/MarketFill.h"
+#include "terminal/market/MarketServices.h"
+#include "terminal/market/SimulatedClock.h"
+#include "terminal/market/SimulatedExchange.h"
+#include "terminal/replay/ReplayService.h"
+#include "terminal/trade/EnhanceDrawService.h"
+#include "terminal/trade/StrategyService.h"
+#include "terminal/trade/TradeService.h"
+
+#include <QDate>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace terminal {
+
+/// Installs a service while it lives, and what was there before afterwards.
+template <class Service> class Installation {
+public:
+    explicit Installation(Service &service) : mBefore(TC::CSingletonT<Service>::install(&service)) {}
+    ~Installation() { TC::CSingletonT<Service>::install(mBefore); }
+    Installation(const Installation &) = delete;
+    Installation &operator=(const Installation &) = delete;
+
+private:
+    Service *mBefore;
+};
+
+/// Where a terminal keeps its files and how it starts.
+struct TerminalSettings {
+    QString store; ///< file of the market store
+    QString config; ///< file of the configuration; empty for none
+    double speed = 1.0; ///< market seconds a second
+    std::optional<qint64>
+        start; ///< market time to start at, milliseconds since the epoch; else by the real time
+};
+
+/// Every service of the terminal, made, installed and owned. On the user-interface thread.
+class TerminalServices {
+public:
+    /// Opens the store, fills it on the first run, and starts the exchange. Answers null, and one line that says why,
+    /// when that fails or `progress` stops it.
+    static std::unique_ptr<TerminalServices> open(const TerminalSettings &settings, QString &error,
+                                                  const Progress &progress = {});
+    ~TerminalServices();
+
+    CMarketStore &store() { return mStore; }
+    ConfigService &config() { return mConfig; }
+    SimulatedClock &clock() { return *mClock; }
+    SimulatedExchange &exchange() { return *mExchange; }
+    FormulaService &formulas() { return *mFormulas; }
+    HistoryCache &historyCache() { return mCache; }
+
+    /// Trading days of an instrument that can be shown, the newest first: those stored and the running one.
+    QVector<QDate> daysOf(const QString &key);
+    /// The running trading day of an instrument; null for an unknown one.
+    QDate runningDayOf(const QString &key) const;
+
+private:
+    TerminalServices(const TerminalSettings &settings);
+    QString start(const TerminalSettings &settings, const Progress &progress);
+
+    // In the order of use: each is gone before those above it.
+    ConfigService mConfig;
+    CMarketStore mStore;
+    std::unique_ptr<SimulatedClock> mClock;
+    std::unique_ptr<Installation<TC::CHostClock>> mClockInstallation;
+    std::unique_ptr<MarketServices> mMarket;
+    std::unique_ptr<SimulatedExchange> mExchange;
+    RequestIds mIds;
+    FormulaCatalogue mCatalogue;
+    HistoryCache mCache;
+    StrategyService mStrategies;
+    TradeService mTrade;
+    EnhanceDrawService mEnhance;
+    std::unique_ptr<FormulaService> mFormulas;
+    std::unique_ptr<ReplayService> mReplay;
+    struct Installations;
+    std::unique_ptr<Installations> mInstallations;
+};
+
+/// The market time to start at when it is `now`, both in milliseconds since the epoch: `now` while the Chinese share
+/// market trades, otherwise an hour into its day, today's or the last one.
+qint64 marketStart(const Catalogue &catalogue, qint64 now);
+
+/// The store file when none is named, in the user's data folder.
+QString defaultStorePath();
+/// The configuration file, in the user's configuration folder.
+QString defaultConfigPath();
+
+} // namespace terminal

@@ -1,0 +1,112 @@
+#include "terminal/config/ConfigService.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using terminal::ConfigService;
+
+namespace {
+
+class ConfigServiceTest : public ::testing::Test {
+protected:
+    QString path() const { return mFolder.path() + "/sub/config.json"; }
+    void writeFile(const QByteArray &text) {
+        QDir().mkpath(mFolder.path() + "/sub");
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+    QByteArray readFile(const QString &name) {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+    }
+    QStringList files() const { return QDir(mFolder.path() + "/sub").entryList(QDir::Files, QDir::Name); }
+
+    QTemporaryDir mFolder;
+};
+
+} // namespace
+
+TEST_F(ConfigServiceTest, WithoutAFileEverythingStandsAtItsDefault) {
+    ConfigService service(path());
+    EXPECT_FALSE(service.config()->conciseStyle());
+    EXPECT_FALSE(service.config()->crossLineBelowTitle());
+    EXPECT_EQ(service.userConfig()->subIndexRefresh(), 0);
+    EXPECT_EQ(service.indexUserConfig().read().mShowGradient, 1);
+    EXPECT_EQ(service.value("theme", "dark"), "dark");
+    EXPECT_TRUE(service.messages().isEmpty());
+    EXPECT_TRUE(files().isEmpty()) << "reading alone writes no file";
+}
+
+TEST_F(ConfigServiceTest, WhatIsWrittenIsReadByTheNextRun) {
+    {
+        ConfigService service(path());
+        service.setValue("theme", "light");
+        TC::UserConfigRecord record = service.indexUserConfig().read();
+        record.mShowGradient = 0;
+        record.mFilterStock = 2;
+        record.mOverlaySector = true;
+        service.indexUserConfig().write(record);
+        service.userConfig()->setTableConfig(7, "a,b");
+    }
+    ConfigService next(path());
+    EXPECT_EQ(next.value("theme"), "light");
+    EXPECT_EQ(next.indexUserConfig().read().mShowGradient, 0);
+    EXPECT_EQ(next.indexUserConfig().read().mFilterStock, 2);
+    EXPECT_TRUE(next.indexUserConfig().read().mOverlaySector);
+    EXPECT_EQ(next.userConfig()->tableConfig(7), "a,b");
+    EXPECT_EQ(files(), QStringList({"config.json"})) << "no temporary file stays behind";
+}
+
+TEST_F(ConfigServiceTest, ADamagedFileIsKeptAsideAndTold) {
+    writeFile("{\"theme\": \"li");
+    ConfigService service(path());
+    ASSERT_EQ(service.messages().size(), 1);
+    EXPECT_TRUE(service.messages().first().contains("config.json.damaged"));
+    EXPECT_EQ(service.value("theme", "dark"), "dark");
+    EXPECT_EQ(readFile(path() + ".damaged"), "{\"theme\": \"li");
+    service.setValue("theme", "light");
+    EXPECT_EQ(ConfigService(path()).value("theme"), "light");
+}
+
+TEST_F(ConfigServiceTest, ASecondDamagedFileDoesNotReplaceTheFirst) {
+    writeFile("first");
+    { ConfigService service(path()); }
+    writeFile("[1]");
+    { ConfigService service(path()); }
+    EXPECT_EQ(readFile(path() + ".damaged"), "first");
+    EXPECT_EQ(readFile(path() + ".damaged2"), "[1]");
+}
+
+TEST_F(ConfigServiceTest, ValuesOfTheWrongKindStandAtTheirDefaults) {
+    writeFile(R"({"theme": 3, "conciseStyle": "yes", "subIndexRefresh": {}, "showGradient": null})");
+    ConfigService service(path());
+    EXPECT_EQ(service.value("theme", "dark"), "dark");
+    EXPECT_FALSE(service.config()->conciseStyle());
+    EXPECT_EQ(service.userConfig()->subIndexRefresh(), 0);
+    EXPECT_EQ(service.indexUserConfig().read().mShowGradient, 1);
+    EXPECT_TRUE(service.messages().isEmpty());
+}
+
+TEST_F(ConfigServiceTest, FieldsOfOtherVersionsAreKept) {
+    writeFile(R"({"later": [1, 2], "conciseStyle": true})");
+    {
+        ConfigService service(path());
+        EXPECT_TRUE(service.config()->conciseStyle());
+        service.setValue("theme", "light");
+    }
+    EXPECT_TRUE(readFile(path()).contains("later"));
+}
+
+TEST_F(ConfigServiceTest, AFileThatCannotBeWrittenIsTold) {
+    QFile blocker(mFolder.path() + "/sub");
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly)); // a file where the folder should be
+    blocker.close();
+    ConfigService service(path());
+    service.setValue("theme", "light");
+    EXPECT_EQ(service.messages().size(), 1);
+    EXPECT_EQ(service.value("theme"), "light") << "it holds for this run";
+}

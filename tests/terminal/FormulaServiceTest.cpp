@@ -1,0 +1,385 @@
+#include "terminal/formula/FormulaService.h"
+
+#include "host/toolkit/CUiResource.h"
+#include "terminal/formula/NativeFormulas.h"
+#include "tests/terminal/ScriptedFeed.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+using namespace terminal;
+using tests::ScriptedFeed;
+
+namespace {
+
+constexpr int kToday = 1763654400; // 2025-11-21 00:00 at UTC+8
+constexpr int kYesterday = 1763568000; // one day earlier
+constexpr qint64 kOpen = kToday * 1000LL + 34200000; // 09:30
+constexpr qint64 kMinute = 60000;
+
+MinuteBar bar(qint64 time, double price, double average, double volume, double open = 0.0) {
+    MinuteBar made;
+    made.time = time;
+    made.open = open;
+    made.high = price;
+    made.low = price;
+    made.price = price;
+    made.average = average;
+    made.volume = volume;
+    return made;
+}
+
+qint32 themeColor(const char *key) {
+    const QColor color = GZ::CUiResource::instance().getColor(key);
+    return color.red() | color.green() << 8 | color.blue() << 16;
+}
+
+struct Received {
+    enum { History, Point } kind = History;
+    QString id;
+    TC::FormulaMetaPtr meta;
+    TC::FormulaResultPtr result;
+    TC::FormulaInstantPtr point;
+    bool keepRange = false;
+};
+
+class FormulaServiceTest : public ::testing::Test {
+protected:
+    FormulaServiceTest() {
+        mFeed.setRunningDay(kToday);
+        mFeed.setBars("SH600000", kToday, {bar(kOpen, 10.0, 10.0, 100), bar(kOpen + kMinute, 10.2, 10.1, 300)});
+        mFeed.setBars("SH600000", kYesterday, {bar(kOpen - 86400000, 9.0, 9.0, 50)});
+    }
+
+    TC::CFormulaParam param(const QString &id, const QString &formula = "REALTIME", int demand = 3,
+                            int day = kToday) {
+        TC::CFormulaParam made;
+        made.mRequestId = id.toStdString();
+        made.mMarket = "SH";
+        made.mCode = "600000";
+        made.mFormulaName = formula;
+        made.mDataMode = 1;
+        made.mDataDemand = demand;
+        made.mStart = {day * 1000LL, 0};
+        return made;
+    }
+    void request(QVector<TC::CFormulaParam> params) {
+        mService->requestFormulas(params, onHistory(), onPoint());
+    }
+    TC::FormulaHistoryCallback onHistory() {
+        return [this](const TC::FormulaMetaPtr &meta, const TC::FormulaResultPtr &result, const QString &id,
+                      int, const QString &, bool keepRange) {
+            EXPECT_EQ(QThread::currentThread(), qApp->thread());
+            Received received;
+            received.id = id;
+            received.meta = meta;
+            received.result = result;
+            received.keepRange = keepRange;
+            mReceived.append(received);
+        };
+    }
+    TC::FormulaRealtimeCallback onPoint() {
+        return [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
+            EXPECT_EQ(QThread::currentThread(), qApp->thread());
+            Received received;
+            received.kind = Received::Point;
+            received.id = id;
+            received.point = point;
+            mReceived.append(received);
+        };
+    }
+    bool waitForResults(int count) {
+        return QTest::qWaitFor([&] { return mReceived.size() >= count; }, 10000);
+    }
+
+    ScriptedFeed mFeed;
+    QList<Received> mReceived;
+    std::unique_ptr<FormulaService> mService =
+        std::make_unique<FormulaService>(mFeed, makeNativeFormula, [](const TC::CFormulaParam &request) {
+            return static_cast<int>(request.mStart.first / 1000);
+        });
+};
+
+} // namespace
+
+TEST_F(FormulaServiceTest, HistoryOfThePriceHasPriceAndAverage) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    const Received &history = mReceived[0];
+    EXPECT_EQ(history.id, "a");
+    EXPECT_FALSE(history.keepRange);
+    EXPECT_EQ(history.meta->mLineCount, 2);
+    EXPECT_EQ(history.meta->mLineStyles, (std::vector<qint32>{0, 0}));
+    EXPECT_EQ(history.result->mTimes, (std::vector<se::TimePosition>{{kOpen, 0}, {kOpen + kMinute, 0}}));
+    EXPECT_EQ(history.result->mValid, (std::vector<qint32>{1, 1}));
+    EXPECT_EQ(history.result->mValues, (std::vector<std::vector<double>>{{10.0, 10.2}, {10.0, 10.1}}));
+}
+
+TEST_F(FormulaServiceTest, VolumeIsColouredByThePriceAgainstTheMinuteBefore) {
+    mFeed.setBars("SH600000", kToday,
+                  {bar(kOpen, 10.0, 10.0, 100, 10.1), bar(kOpen + kMinute, 10.2, 10.1, 300),
+                   bar(kOpen + 2 * kMinute, 10.2, 10.1, 0), bar(kOpen + 3 * kMinute, 10.1, 10.1, 70)});
+    request({param("v", "REALTIMEVOL", 1)});
+    ASSERT_TRUE(waitForResults(1));
+    const Received &history = mReceived[0];
+    EXPECT_EQ(history.meta->mLineStyles, (std::vector<qint32>{2}));
+    EXPECT_EQ(history.result->mValues, (std::vector<std::vector<double>>{{100, 300, 0, 70}}));
+    const qint32 rise = themeColor("ic_clr_index_default_rise");
+    const qint32 fall = themeColor("ic_clr_index_default_fall");
+    ASSERT_NE(rise, fall);
+    EXPECT_EQ(history.result->mExtra1,
+              (std::vector<std::vector<qint32>>{{fall, rise, se::kDefaultColor, fall}}))
+        << "the first minute against its own opening price";
+}
+
+TEST_F(FormulaServiceTest, TheStreamFollowsTheHistory) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    mFeed.change("SH600000", bar(kOpen + kMinute, 10.3, 10.15, 400));
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    ASSERT_TRUE(waitForResults(3));
+    ASSERT_EQ(mReceived[1].kind, Received::Point);
+    EXPECT_EQ(mReceived[1].point->mTime, (se::TimePosition{kOpen + kMinute, 0}));
+    EXPECT_EQ(mReceived[1].point->mValues, (std::vector<double>{10.3, 10.15}));
+    ASSERT_EQ(mReceived[2].kind, Received::Point);
+    EXPECT_EQ(mReceived[2].point->mTime, (se::TimePosition{kOpen + 2 * kMinute, 0}));
+    EXPECT_EQ(mReceived[2].point->mValues, (std::vector<double>{10.4, 10.2}));
+}
+
+TEST_F(FormulaServiceTest, ChangesBeforeTheHistoryIsDeliveredComeBehindIt) {
+    request({param("a")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mFeed.listeners() == 1; }, 10000));
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    ASSERT_TRUE(waitForResults(2));
+    EXPECT_EQ(mReceived[0].kind, Received::History);
+    EXPECT_EQ(mReceived[1].kind, Received::Point);
+}
+
+TEST_F(FormulaServiceTest, ARevisedOrLateMinuteBringsTheWholeSeriesAgain) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    mFeed.change("SH600000", bar(kOpen, 9.9, 9.9, 100));
+    ASSERT_TRUE(waitForResults(2));
+    ASSERT_EQ(mReceived[1].kind, Received::History);
+    EXPECT_TRUE(mReceived[1].keepRange);
+    EXPECT_EQ(mReceived[1].result->mValues[0], (std::vector<double>{9.9, 10.2}));
+    mFeed.change("SH600000", bar(kOpen + kMinute / 2, 9.8, 9.9, 1));
+    ASSERT_TRUE(waitForResults(3));
+    EXPECT_EQ(mReceived[2].result->mValues[0], (std::vector<double>{9.9, 9.8, 10.2}));
+}
+
+TEST_F(FormulaServiceTest, AnUnchangedMinuteSendsNothing) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    mFeed.change("SH600000", bar(kOpen + kMinute, 10.2, 10.1, 300));
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    ASSERT_TRUE(waitForResults(2));
+    EXPECT_EQ(mReceived[1].point->mValues[0], 10.4);
+    EXPECT_EQ(mReceived.size(), 2);
+}
+
+TEST_F(FormulaServiceTest, DemandOneIsHistoryOnly) {
+    request({param("a", "REALTIME", 1)});
+    ASSERT_TRUE(waitForResults(1));
+    EXPECT_EQ(mFeed.listeners(), 0);
+    EXPECT_EQ(mReceived[0].result->mTimes.size(), 2u);
+}
+
+TEST_F(FormulaServiceTest, APastDayGivesItsOwnBarsAndNoStream) {
+    request({param("a", "REALTIME", 3, kYesterday)});
+    ASSERT_TRUE(waitForResults(1));
+    EXPECT_EQ(mReceived[0].result->mValues[0], (std::vector<double>{9.0}));
+    EXPECT_EQ(mFeed.listeners(), 0);
+}
+
+TEST_F(FormulaServiceTest, AFixedPriceRequestGetsTheAfterHoursMinutes) {
+    mFeed.setAfterHours("SH600000", kToday, {bar(kOpen + 335 * kMinute, 10.5, 10.2, 7)});
+    TC::CFormulaParam made = param("f");
+    made.mDataMode = 3;
+    request({made});
+    ASSERT_TRUE(waitForResults(1));
+    EXPECT_EQ(mReceived[0].result->mValues[0], (std::vector<double>{10.5}));
+}
+
+TEST_F(FormulaServiceTest, AnUnknownFormulaAndAnUnknownInstrumentGiveAnEmptySeries) {
+    TC::CFormulaParam nowhere = param("b");
+    nowhere.mCode = "999999";
+    request({param("a", "NOSUCH"), nowhere});
+    ASSERT_TRUE(waitForResults(2));
+    for (const Received &received : mReceived) {
+        EXPECT_TRUE(received.result->mTimes.empty());
+    }
+}
+
+TEST_F(FormulaServiceTest, SyncAnswersOneResultPerParameterInOrder) {
+    QVector<TC::CFormulaParam> params{param("a", "REALTIMEVOL"), param("b", "NOSUCH"), param("c")};
+    std::vector<TC::FormulaMetaPtr> metas;
+    std::vector<TC::FormulaResultPtr> results;
+    mService->requestFormulasSync(params, metas, results);
+    ASSERT_EQ(metas.size(), 3u);
+    ASSERT_EQ(results.size(), 3u);
+    EXPECT_EQ(results[0]->mValues, (std::vector<std::vector<double>>{{100, 300}}));
+    EXPECT_TRUE(results[1]->mTimes.empty());
+    EXPECT_EQ(results[2]->mValues[0], (std::vector<double>{10.0, 10.2}));
+    EXPECT_EQ(mService->liveRequests(), 0);
+}
+
+TEST_F(FormulaServiceTest, AWithdrawnRequestIsNotCalledBackAnyMore) {
+    request({param("a"), param("b")});
+    ASSERT_TRUE(waitForResults(2));
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    mService->unrequestFormula("a");
+    ASSERT_TRUE(waitForResults(3));
+    QCoreApplication::processEvents();
+    ASSERT_EQ(mReceived.size(), 3);
+    EXPECT_EQ(mReceived[2].id, "b");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mFeed.listeners() == 1; }, 10000)) << "its subscription ends";
+}
+
+TEST_F(FormulaServiceTest, UnknownIdsAreHarmless) {
+    mService->unrequestFormula("never");
+    mService->unrequestFormulas({"", "x"});
+    EXPECT_EQ(mService->liveRequests(), 0);
+}
+
+TEST_F(FormulaServiceTest, AnIdThatIsUsedAgainTakesOver) {
+    request({param("a")});
+    request({param("a", "REALTIMEVOL")});
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return !mReceived.isEmpty() && mReceived.last().meta->mLineCount == 1; }));
+    EXPECT_EQ(mService->liveRequests(), 1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mFeed.listeners() == 1; }, 10000));
+}
+
+namespace {
+
+/// Tells on which thread, and that no lock of the service was held, when it goes.
+struct Tracer {
+    FormulaService *service = nullptr;
+    std::atomic<bool> *gone = nullptr;
+    std::atomic<bool> *onUiThread = nullptr;
+    ~Tracer() {
+        service->liveRequests(); // would hang when the lock was held
+        *onUiThread = QThread::currentThread() == qApp->thread();
+        *gone = true;
+    }
+};
+
+} // namespace
+
+TEST_F(FormulaServiceTest, CallbacksAreReleasedOnTheUserInterfaceThreadWithoutLocks) {
+    for (const bool fromOtherThread : {false, true}) {
+        std::atomic<bool> gone{false};
+        std::atomic<bool> onUiThread{false};
+        {
+            auto tracer = std::make_shared<Tracer>();
+            tracer->service = mService.get();
+            tracer->gone = &gone;
+            tracer->onUiThread = &onUiThread;
+            QVector<TC::CFormulaParam> params{param("a")};
+            mService->requestFormulas(
+                params,
+                [tracer](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &, const QString &, int,
+                         const QString &, bool) {},
+                TC::FormulaRealtimeCallback());
+        }
+        EXPECT_FALSE(gone);
+        if (fromOtherThread) {
+            std::thread([this] { mService->unrequestFormula("a"); }).join();
+        } else {
+            mService->unrequestFormula("a");
+        }
+        ASSERT_TRUE(QTest::qWaitFor([&] { return gone.load(); }, 10000));
+        EXPECT_TRUE(onUiThread);
+    }
+}
+
+TEST_F(FormulaServiceTest, ACallbackMayWithdrawAndRequest) {
+    QVector<TC::CFormulaParam> params{param("a")};
+    mService->requestFormulas(
+        params,
+        [this](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &, const QString &id, int,
+               const QString &, bool) {
+            mService->unrequestFormula(id);
+            request({param("b")});
+        },
+        TC::FormulaRealtimeCallback());
+    ASSERT_TRUE(waitForResults(1));
+    EXPECT_EQ(mReceived[0].id, "b");
+    EXPECT_EQ(mService->liveRequests(), 1);
+}
+
+TEST_F(FormulaServiceTest, AThousandRequestsComeAndGoFromFourThreadsWhileTheMarketMoves) {
+    constexpr int kPairs = 1000;
+    std::atomic<int> running{4};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([this, t, &running] {
+            for (int i = 0; i < kPairs; ++i) {
+                const QString id = QStringLiteral("%1/%2").arg(t).arg(i);
+                request({param(id, i % 2 ? "REALTIME" : "REALTIMEVOL", i % 3 ? 3 : 1)});
+                mService->unrequestFormula(id);
+            }
+            --running;
+        });
+    }
+    for (int i = 0; running > 0; ++i) {
+        mFeed.change("SH600000", bar(kOpen + (2 + i % 200) * kMinute, 10.0 + i % 7, 10.0, i));
+        QCoreApplication::processEvents();
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(mService->liveRequests(), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mFeed.listeners() == 0; }, 10000));
+}
+
+TEST_F(FormulaServiceTest, EndsWithRequestsAndResultsUnderWay) {
+    for (int i = 0; i < 50; ++i) {
+        request({param(QString::number(i))});
+    }
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    mService.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mFeed.listeners(), 0);
+    EXPECT_TRUE(mReceived.isEmpty()) << "nothing was handed over: the event loop never turned";
+}
+
+TEST_F(FormulaServiceTest, AFloodOfResultsLetsTheEventLoopTurn) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    for (int i = 0; i < 3000; ++i) {
+        mFeed.change("SH600000", bar(kOpen + kMinute, 10.0 + i, 10.0, i));
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mReceived.size() == 3001; }, 20000));
+    EXPECT_EQ(mReceived.last().point->mValues[0], 10.0 + 2999);
+    for (int i = 0; i < 3000; ++i) {
+        ASSERT_EQ(mReceived[i + 1].point->mValues[0], 10.0 + i) << "in order";
+    }
+}
+
+TEST_F(FormulaServiceTest, QuotesOfARangeComeThroughTheCallback) {
+    quoter::TSMetaInfo meta;
+    meta.mMarket = "SH";
+    meta.mCode = "600000";
+    quoter::TRegionInfo region;
+    region.mStart = kOpen + kMinute;
+    region.mEnd = kOpen + 10 * kMinute;
+    std::vector<std::pair<qint64, double>> quotes;
+    bool called = false;
+    mService->requestHistoryQuote(
+        meta, region,
+        [&](int, int, const std::vector<std::shared_ptr<quoter::QuoterBase>> &records, const QString &) {
+            for (const auto &record : records) {
+                quotes.emplace_back(record->mTime, record->mPrice);
+            }
+            called = true;
+        });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return called; }, 10000));
+    EXPECT_EQ(quotes, (std::vector<std::pair<qint64, double>>{{kOpen + kMinute, 10.2}}));
+}
