@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <vector>
 
 namespace terminal {
@@ -29,6 +30,16 @@ const SimulatedInstrument *findSimulated(const QString &key) {
         return candidate.instrument.key() == key;
     });
     return found == all.end() ? nullptr : &*found;
+}
+
+/// The bars of a day up to the close, or those after it.
+MinuteBars partOf(const MinuteBars &bars, const Instrument &instrument, int day, bool afterHours) {
+    const qint64 close = timeOf(dateOf(day), kClose);
+    MinuteBars wanted;
+    std::copy_if(bars.begin(), bars.end(), std::back_inserter(wanted), [&](const MinuteBar &bar) {
+        return (instrument.hasAfterHours() && bar.time > close) == afterHours;
+    });
+    return wanted;
 }
 
 int runningDayOf(const Catalogue &catalogue, const QString &market, qint64 now) {
@@ -147,23 +158,32 @@ int SimulatedExchange::runningDay(const QString &key) const {
     return instrument ? runningDayOf(*catalogue, instrument->market, mClock.now()) : 0;
 }
 
+/// Whether the exchange itself makes the bars of a day: it is the current one, and nothing was imported for it.
+bool SimulatedExchange::isRunning(const Instrument &instrument, int day, int runningDay) {
+    if (!instrument.simulated || day != runningDay) {
+        return false;
+    }
+    const std::optional<DaySummary> stored = mStore.summary(instrument.id, day);
+    return !stored || stored->source == BarSource::Simulated;
+}
+
 /// The bars of a whole simulated day, made from the close before it.
-SimulatedExchange::WholeDay SimulatedExchange::simulatedDay(const Instrument &instrument, int day) {
+MinuteBars SimulatedExchange::simulatedDay(const Instrument &instrument, int day) {
     const SimulatedInstrument *simulated = findSimulated(instrument.key());
     if (!simulated) {
-        return std::make_shared<MinuteBars>();
+        return {};
     }
     const std::optional<DaySummary> before = mStore.summaryBefore(instrument.id, day);
     const double close = before && before->close > 0.0 ? before->close : simulated->basePrice;
     const QDate date = dateOf(day);
     const MarketCalendar calendar = mStore.catalogue()->calendar(instrument.market);
-    return std::make_shared<MinuteBars>(
-        simulateDay(*simulated, {date, calendar.eveningBefore(date), close, kMarketSeed}));
+    return simulateDay(*simulated, {date, calendar.eveningBefore(date), close, kMarketSeed});
 }
 
-SimulatedExchange::WholeDay SimulatedExchange::wholeDay(const Instrument &instrument, int day, Part part) {
+/// All bars that the running day is going to have.
+SimulatedExchange::WholeDay SimulatedExchange::runningBars(const Instrument &instrument, int day, Part part) {
     const QString name =
-        instrument.key() + (part == Part::Ordinary ? QStringLiteral("/o") : QStringLiteral("/a"));
+        instrument.key() + (part == Part::Ordinary ? QString() : QStringLiteral(" after hours"));
     {
         std::lock_guard<std::mutex> hold(mLock);
         const auto found = mRunning.constFind(name);
@@ -171,18 +191,11 @@ SimulatedExchange::WholeDay SimulatedExchange::wholeDay(const Instrument &instru
             return found->second;
         }
     }
-    const std::optional<DaySummary> stored = mStore.summary(instrument.id, day);
-    const WholeDay all =
-        stored ? std::make_shared<MinuteBars>(mStore.bars(instrument.id, day)) : simulatedDay(instrument, day);
-    const qint64 close = timeOf(dateOf(day), kClose);
-    auto wanted = std::make_shared<MinuteBars>();
-    std::copy_if(all->begin(), all->end(), std::back_inserter(*wanted), [&](const MinuteBar &bar) {
-        const bool after = instrument.hasAfterHours() && bar.time > close;
-        return after == (part == Part::AfterHours);
-    });
+    const auto bars = std::make_shared<MinuteBars>(
+        partOf(simulatedDay(instrument, day), instrument, day, part == Part::AfterHours));
     std::lock_guard<std::mutex> hold(mLock);
-    mRunning[name] = {day, wanted};
-    return wanted;
+    mRunning[name] = {day, bars};
+    return bars;
 }
 
 MinuteBars SimulatedExchange::barsOf(const QString &key, int day, Part part, qint64 now) {
@@ -192,11 +205,14 @@ MinuteBars SimulatedExchange::barsOf(const QString &key, int day, Part part, qin
         return {};
     }
     const int running = runningDayOf(*catalogue, instrument->market, now);
-    const bool past = day < running;
-    if (!instrument->simulated || past) {
-        return *wholeDay(*instrument, day, part);
+    if (isRunning(*instrument, day, running)) {
+        return barsAt(*runningBars(*instrument, day, part), now, tickSeed(key));
     }
-    return day == running ? barsAt(*wholeDay(*instrument, day, part), now, tickSeed(key)) : MinuteBars();
+    const std::optional<DaySummary> stored = mStore.summary(instrument->id, day);
+    if (!stored || (stored->source == BarSource::Simulated && day > running)) {
+        return {};
+    }
+    return partOf(mStore.bars(instrument->id, day), *instrument, day, part == Part::AfterHours);
 }
 
 MinuteBars SimulatedExchange::dayBars(const QString &key, int day) {
@@ -213,15 +229,14 @@ MarketFeed::Subscription SimulatedExchange::subscribe(const QString &key, int da
     subscription.bars = barsOf(key, day, Part::Ordinary, now);
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = catalogue->find(key);
-    const bool runs = instrument && instrument->simulated && listener &&
-                      day == runningDayOf(*catalogue, instrument->market, now);
-    if (!runs) {
+    if (!instrument || !listener ||
+        !isRunning(*instrument, day, runningDayOf(*catalogue, instrument->market, now))) {
         return subscription;
     }
     auto subscriber = std::make_shared<Subscriber>();
     subscriber->key = key;
     subscriber->day = day;
-    subscriber->bars = wholeDay(*instrument, day, Part::Ordinary);
+    subscriber->bars = runningBars(*instrument, day, Part::Ordinary);
     subscriber->told = now;
     subscriber->listener = std::move(listener);
     std::lock_guard<std::mutex> hold(mLock);

@@ -46,9 +46,10 @@ private:
 
     void run();
     void keepFinishedDays();
+    bool isRunning(const Instrument &instrument, int day, int runningDay);
     MinuteBars barsOf(const QString &key, int day, Part part, qint64 now);
-    WholeDay wholeDay(const Instrument &instrument, int day, Part part);
-    WholeDay simulatedDay(const Instrument &instrument, int day);
+    WholeDay runningBars(const Instrument &instrument, int day, Part part);
+    MinuteBars simulatedDay(const Instrument &instrument, int day);
     void deliver(Subscriber &subscriber, qint64 now);
 
     CMarketStore &mStore;

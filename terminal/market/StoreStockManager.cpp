@@ -14,6 +14,15 @@ qint64 nowMilliseconds() {
     return TC::hostNow().toMSecsSinceEpoch();
 }
 
+/// Whether a stored day is the trading day before `date`. Where the holidays between are unknown, two weeks may lie
+/// between them.
+bool isDayBefore(const DaySummary &stored, int date, const MarketCalendar &calendar) {
+    const QDate day = dateOf(date);
+    const QDate before = dateOf(stored.day);
+    const bool exact = calendar.knowsYear(day.year()) && calendar.knowsYear(before.year());
+    return exact ? before >= calendar.previous(day) : before.daysTo(day) <= kTwoWeeks;
+}
+
 } // namespace
 
 TC::CInstrumentDetailPtr StoreStockManager::makeDetail(const Instrument &instrument, int day) {
@@ -80,15 +89,11 @@ double StoreStockManager::getCurrentDateLastClose(const QString &key, int date) 
         return TC::kUnsetValue;
     }
     const std::optional<DaySummary> before = mStore.summaryBefore(instrument->id, date);
-    if (!before) {
-        return instrument->lastClose;
+    if (before && isDayBefore(*before, date, catalogue->calendar(instrument->market))) {
+        return before->close;
     }
-    const QDate day = dateOf(date);
-    const QDate stored = dateOf(before->day);
-    const MarketCalendar calendar = catalogue->calendar(instrument->market);
-    const bool exact = calendar.knowsYear(day.year()) && calendar.knowsYear(stored.year());
-    const bool isDayBefore = exact ? stored >= calendar.previous(day) : stored.daysTo(day) <= kTwoWeeks;
-    return isDayBefore ? before->close : TC::kUnsetValue;
+    const std::optional<DaySummary> today = mStore.summary(instrument->id, date);
+    return today && today->source == BarSource::Simulated ? instrument->lastClose : TC::kUnsetValue;
 }
 
 double StoreStockManager::getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) {

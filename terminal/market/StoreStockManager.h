@@ -20,7 +20,7 @@ public:
     /// "SH600000", or the first instrument when the store has none of that key.
     TC::CInstrumentDetailPtr getDefaultDetail() override;
     /// Known when the trading day before is stored. In years whose holidays are unknown it is the last stored day of
-    /// the two weeks before; before the first day of all it is the instrument's reference price.
+    /// the two weeks before. Before the first simulated day it is the instrument's reference price.
     double getCurrentDateLastClose(const QString &key, int date) override;
     double getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) override;
     /// By the host clock; in a market with night trading the next day starts in the evening.
