@@ -6,7 +6,8 @@ namespace TC {
 class IGraphController {
 public:
     virtual ~IGraphController() = default;
-    /// A drawing was finished; `notification` belongs to the drawing layer and is valid during the call.
+    /// A drawing was finished; `notification` belongs to the drawing layer and is valid during the call. It
+    /// points at a bson::BSONObj, the drawing as it stands in IGraphWidget::getParam.
     virtual void onGraphFinished(void *notification) = 0;
 };
 

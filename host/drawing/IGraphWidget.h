@@ -36,21 +36,25 @@ public:
     void recalcAxisByValue();
     void recalcValueByAxis();
 
-    /// Offer an event to the layer; true when a tool took it.
+    /// Offer an event to the layer; true when a tool took it. A left press inside the rectangle makes a drawing
+    /// when a tool is chosen, and else grabs the drawing that it hits; a press that hits none lets go of the
+    /// selected one and is not taken.
     bool onMousePress(QMouseEvent *event, QWidget *widget);
     bool onMouseMove(QMouseEvent *event, QWidget *widget);
     /// Ends what is under way; null ends it without a position.
     bool onMouseRelease(QMouseEvent *event);
 
     void drawGraph(QPainter &painter);
-    /// The tool of the next press; EVmGraphType::None is no tool.
+    /// The tool of the next press, until a drawing is finished; EVmGraphType::None is no tool.
     void setGraphType(EVmGraphType type);
     /// Colour of the selected drawing and of the next ones, as "#rrggbb". An invalid one changes nothing.
     void setCurrGraphColor(const QString &color);
     /// Deletes the selected drawing; false when there is none.
     bool deleteCurrGraph();
 
-    /// All drawings as a document, and back. A document that is not one of this layer leaves what is there.
+    /// All drawings as a document, and back: "version" 1 and the list "graphs" of objects with "type" (the
+    /// number of EVmGraphType), "color" ("#rrggbb", empty for the theme's) and the list "points" of objects with
+    /// "index" and "value". A document that is not one of this layer leaves what is there.
     bson::BSONObj getParam() const;
     void setParam(const bson::BSONObj &param);
 

@@ -20,7 +20,7 @@ public:
     /// Reads JSON text, UTF-8. Throws BSONError on text that is no document.
     static BSONObj fromJson(const std::string &text);
 
-    /// The document as JSON text, UTF-8, which fromJson reads back.
+    /// The document as JSON text, UTF-8, which fromJson reads back. Documents and arrays may be nested 90 deep.
     std::string jsonString() const;
     bool isEmpty() const;
     bool hasField(const std::string &key) const;
