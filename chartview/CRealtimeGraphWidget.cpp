@@ -235,9 +235,7 @@ void CRealtimeGraphWidget::onUiResourceChanged() {
 void CRealtimeGraphWidget::resizeEvent(QResizeEvent *event) {
     CBaseWidget::resizeEvent(event);
     mData->setPixelRatio(devicePixelRatioF());
-    mPaintCache.pixelRatio = devicePixelRatioF();
     mData->setChartRect(rect());
-    mPaintCache.chartRect = rect();
     setGraphRect(
         QRect(kDrawingMargin, kDrawingMargin, width() - 2 * kDrawingMargin, height() - 2 * kDrawingMargin));
     recalcAxisByValue();

@@ -110,13 +110,9 @@ private:
         QList<QString> formulas;
         bool formulasKnown = false; ///< the flag below belongs to `formulas`
         bool groupModelOnly = false; ///< a group model among the formulas, and no script model
-        double pixelRatio = 0.0; ///< the chart is rendered at; 0 before the first
-        QRect chartRect; ///< the chart covers
     };
 
     const PaintCache &paintCache();
-    void adoptPixelRatio(double ratio);
-    bool isCoveredByChart() const;
     void paintGroupModelNotice(QPainter &painter);
     void paintSelections(QPainter &painter);
     void paintRegionLines(QPainter &painter);

@@ -6,7 +6,6 @@
 #include "host/services/CEnhanceDrawManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
-#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -29,16 +28,14 @@ void CRealtimeGraphWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     const PaintCache &cache = paintCache();
     const bool valid = mUiParam->isValid();
-    if (!valid || !isCoveredByChart()) {
+    const bool covered = valid && cache.background.alpha() == 255 && mData->covers(size());
+    if (!covered) {
         painter.fillRect(event->rect(), cache.background);
     }
     if (!valid) {
         return;
     }
-    adoptPixelRatio(painter.paintEngine()->paintDevice()->devicePixelRatioF());
-    painter.save();
     mData->paintTo(&painter, rect());
-    painter.restore();
     if (cache.groupModelOnly && !mUiParam->isShowGroupIndexGraph()) {
         paintGroupModelNotice(painter);
     }
@@ -66,19 +63,6 @@ const CRealtimeGraphWidget::PaintCache &CRealtimeGraphWidget::paintCache() {
         mPaintCache.groupModelOnly = mData->hasGroupModelIndex() && !mData->hasPythonIndex();
     }
     return mPaintCache;
-}
-
-/// The chart follows when the widget goes to a screen of another resolution.
-void CRealtimeGraphWidget::adoptPixelRatio(double ratio) {
-    if (ratio != mPaintCache.pixelRatio) {
-        mPaintCache.pixelRatio = ratio;
-        mData->setPixelRatio(ratio);
-    }
-}
-
-/// Whether the chart, which is painted next, leaves nothing of the background to be seen.
-bool CRealtimeGraphWidget::isCoveredByChart() const {
-    return isVisible() && mPaintCache.chartRect == rect() && mPaintCache.background.alpha() == 255;
 }
 
 void CRealtimeGraphWidget::paintGroupModelNotice(QPainter &painter) {
