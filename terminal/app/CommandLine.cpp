@@ -149,7 +149,7 @@ const QVector<Option> &table() {
          takeText<&CommandLineOptions::snapshot>},
         {"--size", "WxH", QT_TRANSLATE_NOOP("CommandLine", "窗口或图片的大小，缺省 1200x700"), takeSize},
         {"--ratio", "N", QT_TRANSLATE_NOOP("CommandLine", "每像素的设备像素数，1 至 4，缺省 1"), takeRatio},
-        {"--theme", "dark|light", QT_TRANSLATE_NOOP("CommandLine", "配色，缺省 dark"), takeTheme},
+        {"--theme", "dark|light", QT_TRANSLATE_NOOP("CommandLine", "配色，缺省为上次所选"), takeTheme},
         {"--import", "FILE", QT_TRANSLATE_NOOP("CommandLine", "导入分钟线文件；可以多次给出"), takeImport},
         {"--market", "WORD", QT_TRANSLATE_NOOP("CommandLine", "导入文件的市场，如 SH"),
          takeText<&CommandLineOptions::market>},

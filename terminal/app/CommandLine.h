@@ -18,7 +18,7 @@ struct CommandLineOptions {
     QString snapshot; ///< picture to write instead of opening a window
     QSize size{1200, 700};
     double ratio = 1.0; ///< device pixels per pixel
-    QString theme = QStringLiteral("dark");
+    QString theme; ///< "dark" or "light"; empty is the one chosen last
     QStringList imports; ///< files of minute bars, in order
     std::optional<double> speed; ///< market seconds a second
     QString market; ///< of the imported files

@@ -80,6 +80,18 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     return {};
 }
 
+InstrumentSearch TerminalServices::search() const {
+    QVector<SearchEntry> entries;
+    for (const Instrument &instrument : mStore.catalogue()->instruments) {
+        entries.append({instrument.key(), instrument.code, instrument.name, instrument.initials});
+    }
+    return InstrumentSearch(entries);
+}
+
+TC::CInstrumentDetailPtr TerminalServices::detailOf(const QString &key) const {
+    return TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail(key);
+}
+
 QVector<QDate> TerminalServices::daysOf(const QString &key) {
     QVector<QDate> dates;
     if (const Instrument *instrument = mStore.catalogue()->find(key)) {

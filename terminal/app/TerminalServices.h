@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/app/InstrumentSearch.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/FormulaCatalogue.h"
 #include "terminal/formula/FormulaService.h"
@@ -60,6 +61,10 @@ public:
     FormulaService &formulas() { return *mFormulas; }
     HistoryCache &historyCache() { return mCache; }
 
+    /// All instruments, to search in.
+    InstrumentSearch search() const;
+    /// The record of an instrument, or null.
+    TC::CInstrumentDetailPtr detailOf(const QString &key) const;
     /// Trading days of an instrument that can be shown, the newest first: those stored and the running one.
     QVector<QDate> daysOf(const QString &key);
     /// The running trading day of an instrument; null for an unknown one.

@@ -27,7 +27,7 @@ TEST(CommandLine, NothingGivenLeavesTheDefaults) {
     EXPECT_TRUE(options.date.isNull());
     EXPECT_EQ(options.size, QSize(1200, 700));
     EXPECT_EQ(options.ratio, 1.0);
-    EXPECT_EQ(options.theme, "dark");
+    EXPECT_TRUE(options.theme.isEmpty()) << "the one chosen last";
     EXPECT_TRUE(options.imports.isEmpty());
     EXPECT_FALSE(options.speed.has_value());
     EXPECT_FALSE(options.volumeInLots.has_value());

@@ -1,0 +1,49 @@
+#include "terminal/app/ImportJob.h"
+
+#include "terminal/market/MarketDate.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <utility>
+
+namespace terminal {
+
+ImportJob::ImportJob(CMarketStore &store, QString path, ImportOptions options)
+    : mStore(store), mPath(std::move(path)), mOptions(std::move(options)) {}
+
+ImportJob::~ImportJob() {
+    stop();
+    if (mThread) {
+        mThread->wait();
+    }
+}
+
+void ImportJob::start() {
+    mThread.reset(QThread::create([this] { run(); }));
+    // Emitted by the thread object, which lives here: whoever hears of it is on this thread.
+    connect(mThread.get(), &QThread::finished, this, &ImportJob::finished);
+    mThread->start();
+}
+
+void ImportJob::run() {
+    MinuteBarImporter importer(mStore, mOptions);
+    importer.setProgress([this](int done, int total) {
+        emit progress(done, total);
+        return !mStopped;
+    });
+    mOutcome = importer.importFile(mPath);
+}
+
+QString importedText(const ImportOutcome &outcome) {
+    QStringList parts;
+    for (const ImportedBars &imported : outcome.instruments) {
+        parts.append(QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%4 根分钟线")
+                         .arg(imported.key, dateOf(imported.firstDay).toString(QStringLiteral("yyyy-MM-dd")),
+                              dateOf(imported.lastDay).toString(QStringLiteral("yyyy-MM-dd")))
+                         .arg(imported.bars));
+    }
+    return parts.join(QStringLiteral("；"));
+}
+
+} // namespace terminal

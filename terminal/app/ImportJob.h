@@ -1,0 +1,46 @@
+#pragma once
+
+#include "terminal/market/MinuteBarImporter.h"
+
+#include <QObject>
+#include <QString>
+#include <QThread>
+
+#include <atomic>
+#include <memory>
+
+namespace terminal {
+
+/// One import on a thread of its own. It can be stopped, and then leaves the store as it was.
+class ImportJob : public QObject {
+    Q_OBJECT
+public:
+    ImportJob(CMarketStore &store, QString path, ImportOptions options);
+    /// Stops the import and waits for its end.
+    ~ImportJob() override;
+
+    void start();
+    void stop() { mStopped = true; }
+    /// What came of it; for the time after finished().
+    const ImportOutcome &outcome() const { return mOutcome; }
+
+signals:
+    // On the user-interface thread.
+    void progress(int done, int total);
+    void finished();
+
+private:
+    void run();
+
+    CMarketStore &mStore;
+    const QString mPath;
+    const ImportOptions mOptions;
+    std::atomic<bool> mStopped{false};
+    ImportOutcome mOutcome;
+    std::unique_ptr<QThread> mThread;
+};
+
+/// What was imported, in words: "SZ000001 2018-01-02 至 2018-01-15，2400 根分钟线".
+QString importedText(const ImportOutcome &outcome);
+
+} // namespace terminal

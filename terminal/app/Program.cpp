@@ -1,0 +1,275 @@
+#include "terminal/app/Program.h"
+
+#include "host/toolkit/CUiResource.h"
+#include "terminal/app/ChartPane.h"
+#include "terminal/app/CommandLine.h"
+#include "terminal/app/ImportJob.h"
+#include "terminal/app/LogFile.h"
+#include "terminal/app/Snapshot.h"
+#include "terminal/app/TerminalServices.h"
+#include "terminal/app/TerminalWindow.h"
+#include "terminal/market/MarketDate.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QFont>
+#include <QProgressDialog>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <langinfo.h>
+
+namespace terminal {
+namespace {
+
+constexpr int kBadInput = 2; ///< exit status
+constexpr int kNearest = 3; ///< names told beside an unknown one
+const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
+
+int refuse(const QString &line) {
+    std::fprintf(stderr, "timeshare-terminal: %s\n", line.toUtf8().constData());
+    return kBadInput;
+}
+
+void setUpProcess() {
+    qputenv("TZ", "Asia/Shanghai");
+    tzset();
+    std::setlocale(LC_ALL, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        qputenv("LC_ALL", "C.UTF-8"); // file names and the log are UTF-8
+        std::setlocale(LC_ALL, "");
+    }
+}
+
+/// What has to stand before the application object is made.
+void setUpScreen(const CommandLineOptions &options) {
+    const bool hasDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!options.snapshot.isEmpty() || (!hasDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_FONT_DPI", "96"); // one picture on every machine
+    }
+    if (options.ratio != 1.0) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.ratio));
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    }
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
+
+void setUpLook() {
+    std::setlocale(LC_NUMERIC, "C"); // documents are read and written with a point
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QFont font(QStringLiteral("Noto Sans CJK SC"));
+    font.setPixelSize(13);
+    QApplication::setFont(font);
+}
+
+/// Tells long work: in a dialog with a stop button, or as one line of the standard error stream.
+class ProgressTeller {
+public:
+    ProgressTeller(const QString &what, bool inDialog) : mWhat(what) {
+        if (inDialog) {
+            mDialog = std::make_unique<QProgressDialog>(what, QObject::tr("停止"), 0, 100);
+            mDialog->setWindowTitle(QObject::tr("分时行情"));
+            mDialog->setMinimumDuration(300);
+            mDialog->setAutoReset(false);
+        }
+    }
+    ~ProgressTeller() {
+        if (mToldPercent >= 0) {
+            std::fputc('\n', stderr);
+        }
+    }
+    ProgressTeller(const ProgressTeller &) = delete;
+    ProgressTeller &operator=(const ProgressTeller &) = delete;
+
+    /// False when the user has stopped the work.
+    bool operator()(int done, int total) {
+        const int percent = total > 0 ? static_cast<int>(100LL * done / total) : 0;
+        if (mDialog) {
+            mDialog->setValue(percent);
+            QApplication::processEvents();
+            return !mDialog->wasCanceled();
+        }
+        if (percent != mToldPercent) {
+            mToldPercent = percent;
+            std::fprintf(stderr, "\r%s %d%%", mWhat.toUtf8().constData(), percent);
+        }
+        return true;
+    }
+
+private:
+    const QString mWhat;
+    std::unique_ptr<QProgressDialog> mDialog;
+    int mToldPercent = -1;
+};
+
+/// Imports the files of the command line; `key` becomes the instrument of the last one. Answers what went wrong.
+QString importFiles(TerminalServices &services, const CommandLineOptions &options, QString &key, QDate &day) {
+    const ImportOptions choices{options.market, options.code, options.volumeInLots, options.labelAtStart};
+    for (const QString &path : options.imports) {
+        ImportOutcome outcome;
+        {
+            ProgressTeller teller(QObject::tr("正在导入 %1").arg(QFileInfo(path).fileName()),
+                                  options.snapshot.isEmpty());
+            MinuteBarImporter importer(services.store(), choices);
+            importer.setProgress([&](int done, int total) { return teller(done, total); });
+            outcome = importer.importFile(path);
+        }
+        if (!outcome.isGood()) {
+            return outcome.error;
+        }
+        if (!outcome.instruments.isEmpty()) {
+            key = outcome.instruments.last().key;
+            day = dateOf(outcome.instruments.last().lastDay);
+            std::fprintf(stderr, "%s\n", importedText(outcome).toUtf8().constData());
+        }
+    }
+    return {};
+}
+
+QString unknownInstrument(const TerminalServices &services, const QString &key) {
+    return QStringLiteral("--instrument %1: unknown instrument: the nearest are %2")
+        .arg(key, services.search().nearest(key, kNearest).join(QStringLiteral(", ")));
+}
+
+/// One line for a day without bars, with the nearest that have some.
+QString noTradingDay(TerminalServices &services, const QString &key, const QDate &date) {
+    QVector<QDate> days = services.daysOf(key);
+    std::stable_sort(days.begin(), days.end(), [&](const QDate &a, const QDate &b) {
+        return std::abs(a.daysTo(date)) < std::abs(b.daysTo(date));
+    });
+    QStringList nearest;
+    for (int i = 0; i < days.size() && i < kNearest; ++i) {
+        nearest.append(days[i].toString(kDateFormat));
+    }
+    const Instrument *instrument = services.store().catalogue()->find(key);
+    const bool trades = services.store().catalogue()->calendar(instrument->market).isTradingDay(date);
+    return QStringLiteral("--date %1: %2 of %3: the nearest are %4")
+        .arg(date.toString(kDateFormat),
+             trades ? QStringLiteral("no bars are stored") : QStringLiteral("no trading day"), key,
+             nearest.isEmpty() ? QStringLiteral("none") : nearest.join(QStringLiteral(", ")));
+}
+
+/// Writes the picture of a day; answers what went wrong.
+QString snapshot(TerminalServices &services, const CommandLineOptions &options, const QString &key,
+                 const QDate &day) {
+    ChartPane pane;
+    pane.resize(options.size);
+    pane.setAttribute(Qt::WA_DontShowOnScreen);
+    pane.QWidget::show();
+    const bool live = day == services.runningDayOf(key);
+    pane.show(key, live ? QDate() : day);
+    if (!waitForChart(pane)) {
+        return QStringLiteral("%1: no data arrived in time: try again").arg(key);
+    }
+    return writePicture(pane, options.snapshot);
+}
+
+int showWindow(TerminalServices &services, const CommandLineOptions &options, const QString &key,
+               const QDate &day) {
+    TerminalWindow window(services);
+    window.resize(options.size);
+    window.show();
+    window.showInstrument(key, day);
+    return QApplication::exec();
+}
+
+int run(const CommandLineOptions &options) {
+    TerminalSettings settings;
+    settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
+    settings.config = defaultConfigPath();
+    settings.speed = options.speed.value_or(1.0);
+    QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);
+    if (!error.isEmpty()) {
+        return refuse(QStringLiteral("--snapshot ") + error);
+    }
+    std::unique_ptr<TerminalServices> services;
+    {
+        ProgressTeller teller(QObject::tr("正在生成行情库"), options.snapshot.isEmpty());
+        services = TerminalServices::open(settings, error, std::ref(teller));
+    }
+    if (!services) {
+        return refuse(error);
+    }
+    QString key;
+    QDate day;
+    error = importFiles(*services, options, key, day);
+    if (!error.isEmpty()) {
+        return refuse(error);
+    }
+    if (!options.instrument.isEmpty()) {
+        key = services->search().exact(options.instrument);
+        if (key.isEmpty()) {
+            return refuse(unknownInstrument(*services, options.instrument));
+        }
+        day = QDate();
+    } else if (key.isEmpty()) {
+        key = services->search().exact(services->config().value(QStringLiteral("instrument")));
+    }
+    if (key.isEmpty()) {
+        key = TC::getDetailQsKey(TC::CSingletonT<TC::CStockManager>::instance().getDefaultDetail());
+    }
+    const QVector<QDate> days = services->daysOf(key);
+    if (options.date.isValid()) {
+        day = options.date;
+        if (!days.contains(day)) {
+            return refuse(noTradingDay(*services, key, day));
+        }
+    }
+    if (!day.isValid()) {
+        const QDate running = services->runningDayOf(key);
+        day = days.contains(running) ? running : days.value(0);
+    }
+    const QString theme = options.theme.isEmpty()
+                              ? services->config().value(QStringLiteral("theme"), QStringLiteral("dark"))
+                              : options.theme;
+    if (!GZ::CUiResource::instance().setTheme(theme, &error)) {
+        return refuse(error);
+    }
+    if (options.snapshot.isEmpty()) {
+        return showWindow(*services, options, key, day);
+    }
+    error = snapshot(*services, options, key, day);
+    return error.isEmpty() ? 0 : refuse(QStringLiteral("--snapshot ") + error);
+}
+
+} // namespace
+
+int runTerminal(int argc, char **argv) {
+    setUpProcess();
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromUtf8(argv[i]));
+    }
+    const ParsedCommandLine parsed = parseCommandLine(arguments);
+    if (const QString *wrong = std::get_if<QString>(&parsed)) {
+        return refuse(*wrong);
+    }
+    const CommandLineOptions &options = std::get<CommandLineOptions>(parsed);
+    if (options.help) {
+        std::fputs(commandLineHelp().toUtf8().constData(), stdout);
+        return 0;
+    }
+    setUpScreen(options);
+    QTemporaryDir runtimeFolder;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        qputenv("XDG_RUNTIME_DIR", runtimeFolder.path().toLocal8Bit());
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("timeshare-terminal"));
+    setUpLook();
+    openLogFile(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                QStringLiteral("/terminal.log"));
+    const int status = run(options);
+    closeLogFile();
+    return status;
+}
+
+} // namespace terminal

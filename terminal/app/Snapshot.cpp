@@ -1,0 +1,63 @@
+#include "terminal/app/Snapshot.h"
+
+#include "terminal/app/ChartPane.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QSaveFile>
+#include <QThread>
+#include <QTimer>
+
+namespace terminal {
+namespace {
+
+constexpr int kPatience = 20000; ///< milliseconds
+
+QString notWritable(const QString &path, const QString &reason) {
+    return QStringLiteral(
+               "%1: the picture cannot be written (%2): give a file in a folder that you may write to")
+        .arg(path, reason);
+}
+
+} // namespace
+
+QString checkPicturePath(const QString &path) {
+    if (QFileInfo(path).isDir()) {
+        return notWritable(path, QStringLiteral("it is a folder"));
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return notWritable(path, file.errorString());
+    }
+    file.cancelWriting();
+    return {};
+}
+
+bool waitForChart(const ChartPane &pane) {
+    if (pane.isComplete()) {
+        return true;
+    }
+    QEventLoop loop;
+    QObject::connect(&pane, &ChartPane::changed, &loop, [&] {
+        if (pane.isComplete()) {
+            loop.quit();
+        }
+    });
+    QTimer::singleShot(kPatience, &loop, &QEventLoop::quit);
+    loop.exec();
+    return pane.isComplete();
+}
+
+QString writePicture(QWidget &widget, const QString &path) {
+    const QPixmap picture = widget.grab();
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG") || !file.commit()) {
+        return notWritable(path, file.errorString());
+    }
+    return {};
+}
+
+} // namespace terminal

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "host/toolkit/CUiResource.h"
+#include "terminal/app/InstrumentSearch.h"
+#include "terminal/app/TerminalServices.h"
+
+#include <QDate>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace terminal {
+
+class ChartPane;
+class ImportJob;
+class InstrumentBox;
+
+/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath.
+///
+/// Typing anywhere goes to the instrument box. Page up and page down go to the trading day before and after, space
+/// pauses the exchange and lets it go on, Ctrl+O imports a file, Ctrl+T changes the theme.
+class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
+    Q_OBJECT
+public:
+    explicit TerminalWindow(TerminalServices &services, QWidget *parent = nullptr);
+    ~TerminalWindow() override;
+
+    /// Shows an instrument; a null day is the running one, or the newest stored one where none runs. False, with the
+    /// reason in the status line, when that cannot be.
+    bool showInstrument(const QString &key, const QDate &day = {});
+    /// Imports a file of minute bars on a thread of its own, and shows what it holds.
+    void importFile(const QString &path);
+    void setPaused(bool paused);
+    void setPace(double pace);
+    /// "dark" or "light"; remembered for the next start.
+    void setThemeName(const QString &name);
+
+    ChartPane *pane() const { return mPane; }
+    InstrumentBox *box() const { return mBox; }
+    QComboBox *days() const { return mDays; }
+    QString status() const;
+
+    void onUiResourceChanged() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildControls(QWidget *row);
+    void buildStatus(QWidget *row);
+    void applyTheme();
+    void refreshSearch();
+    void refreshDays();
+    void shiftDay(int days);
+    void chooseFile();
+    void onImported();
+    void onSecond();
+    void say(const QString &text, bool isError = false);
+
+    TerminalServices &mServices;
+    InstrumentSearch mSearch;
+    ChartPane *mPane;
+    InstrumentBox *mBox = nullptr;
+    QComboBox *mDays = nullptr;
+    QPushButton *mPause = nullptr;
+    QComboBox *mPace = nullptr;
+    QPushButton *mTheme = nullptr;
+    QPushButton *mImport = nullptr;
+    QLabel *mStatus = nullptr;
+    QLabel *mClock = nullptr;
+    QProgressBar *mProgress = nullptr;
+    QPushButton *mStop = nullptr;
+    std::unique_ptr<ImportJob> mJob;
+    QTimer mSecond; ///< shows the market's time, and notices a new trading day
+    QDate mRunningDay;
+    bool mErrorShown = false;
+};
+
+} // namespace terminal
