@@ -28,7 +28,6 @@ CRealtimeData::CRealtimeData(boost::shared_ptr<CRealtimeUiParam> uiParam, EIndex
                              GZ::CEventDeliverer *next)
     : IndexBaseData(next, displayType), mUiParam(std::move(uiParam)),
       mLinkageBond(std::make_shared<LinkageBond>()) {
-    mDrawStyle = new CDrawStyle;
     mLinkageBond->data = this;
     mLinkageConnection = CSingletonT<CLinkageManager>::instance().sigLinkageChanged.connect(
         [bond = mLinkageBond](const std::vector<std::string> &instruments) {
@@ -48,7 +47,6 @@ CRealtimeData::~CRealtimeData() {
         mLinkageBond->data = nullptr;
     }
     clearData();
-    delete mDrawStyle;
 }
 
 void CRealtimeData::addFormula(const QString &name) {
