@@ -46,6 +46,12 @@ public:
             }
         }
     }
+    /// Lets go of everything.
+    void clear() {
+        QList<LiveRequest> gone;
+        std::lock_guard<std::mutex> hold(mLock);
+        mRequests.swap(gone);
+    }
     QList<LiveRequest> all() const {
         std::lock_guard<std::mutex> hold(mLock);
         return mRequests;

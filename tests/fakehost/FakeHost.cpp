@@ -21,6 +21,9 @@ FakeHost::FakeHost() {
 }
 
 FakeHost::~FakeHost() {
+    // Callbacks keep their objects alive, which call on the services when they go.
+    mFormulas.mLive.clear();
+    mReplay.mLive.clear();
     TC::CSingletonT<TC::CHostClock>::install(nullptr);
     TC::CSingletonT<TC::CStockManager>::install(nullptr);
     TC::CSingletonT<TC::CTradeOpenCloseTimeManager>::install(nullptr);
