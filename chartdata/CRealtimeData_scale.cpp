@@ -22,6 +22,16 @@ Extremes extremesOf(const se::RPCFormulaResultCache &entry) {
     return {entry.max, entry.min};
 }
 
+/// The close of an overlay. On a live day the view parameters know none; then the catalogue is asked.
+double overlayBase(const CRealtimeUiParam &uiParam, const QString &stock, int tradeDate) {
+    const double base = uiParam.getLastClose(stock);
+    if (base != 0.0) {
+        return base;
+    }
+    const double listed = CSingletonT<CStockManager>::instance().getCurrentDateLastClose(stock, tradeDate);
+    return isUsable(listed) ? listed : base;
+}
+
 } // namespace
 
 bool CRealtimeData::updateMaxMin(const CFormulaKey &key, int first) {
@@ -61,7 +71,8 @@ bool CRealtimeData::updateMaxMin(const CFormulaKey &key, int first) {
 /// overlay's. `middleOf` gives the extremes of a portfolio.
 double CRealtimeData::baseOf(const CFormulaKey &key, const se::RPCFormulaResultCache &middleOf) const {
     if (!mUiParam->isMainStock(key.mStock)) {
-        return mUiParam->isOverlayStock(key.mStock) ? mUiParam->getLastClose(key.mStock) : kUnsetValue;
+        return mUiParam->isOverlayStock(key.mStock) ? overlayBase(*mUiParam, key.mStock, mTradeDate)
+                                                    : kUnsetValue;
     }
     switch (mUiParam->mStockKind) {
     case 0: {
