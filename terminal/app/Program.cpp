@@ -11,6 +11,7 @@
 #include "terminal/market/MarketDate.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QFont>
 #include <QProgressDialog>
@@ -31,6 +32,13 @@ namespace {
 constexpr int kBadInput = 2; ///< exit status
 constexpr int kNearest = 3; ///< names told beside an unknown one
 const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
+
+/// What the offscreen platform says of itself is of no use to anybody; all else goes to the standard error stream.
+void onMessage(QtMsgType, const QMessageLogContext &, const QString &message) {
+    if (!message.startsWith(QLatin1String("This plugin does not support"))) {
+        std::fprintf(stderr, "%s\n", message.toUtf8().constData());
+    }
+}
 
 int refuse(const QString &line) {
     std::fprintf(stderr, "timeshare-terminal: %s\n", line.toUtf8().constData());
@@ -74,10 +82,11 @@ void setUpLook() {
 class ProgressTeller {
 public:
     ProgressTeller(const QString &what, bool inDialog) : mWhat(what) {
+        mSince.start();
         if (inDialog) {
             mDialog = std::make_unique<QProgressDialog>(what, QObject::tr("停止"), 0, 100);
             mDialog->setWindowTitle(QObject::tr("分时行情"));
-            mDialog->setMinimumDuration(300);
+            mDialog->setMinimumDuration(0);
             mDialog->setAutoReset(false);
         }
     }
@@ -91,6 +100,9 @@ public:
 
     /// False when the user has stopped the work.
     bool operator()(int done, int total) {
+        if (mSince.elapsed() < kPatience) {
+            return true;
+        }
         const int percent = total > 0 ? static_cast<int>(100LL * done / total) : 0;
         if (mDialog) {
             mDialog->setValue(percent);
@@ -105,7 +117,10 @@ public:
     }
 
 private:
+    static constexpr int kPatience = 300; ///< milliseconds of work before anything is told
+
     const QString mWhat;
+    QElapsedTimer mSince;
     std::unique_ptr<QProgressDialog> mDialog;
     int mToldPercent = -1;
 };
@@ -258,6 +273,7 @@ int runTerminal(int argc, char **argv) {
         return 0;
     }
     setUpScreen(options);
+    qInstallMessageHandler(onMessage);
     QTemporaryDir runtimeFolder;
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
         qputenv("XDG_RUNTIME_DIR", runtimeFolder.path().toLocal8Bit());
