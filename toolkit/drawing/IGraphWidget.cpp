@@ -240,7 +240,8 @@ void IGraphWidget::recalcValueByAxis() {
 }
 
 bool IGraphWidget::onMousePress(QMouseEvent *event, QWidget *widget) {
-    if (!event || event->button() != Qt::LeftButton || !mLayer->mRect.contains(event->pos())) {
+    const QRect &rect = mLayer->mRect;
+    if (!event || event->button() != Qt::LeftButton || rect.isEmpty() || !rect.contains(event->pos())) {
         return false;
     }
     onMouseRelease(nullptr); // one whose release was lost

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/CEventQueue.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
 
@@ -29,20 +30,35 @@ void CEventQueue::post(const std::weak_ptr<CEventDeliverer::Token> &sender, int 
         mEntries.push_back({sender, event, first, second, text, data});
     }
     // The queued call carries nothing: what it is about stays under our own lock.
-    QMetaObject::invokeMethod(this, "handleNext", Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, "drain", Qt::QueuedConnection);
 }
 
-void CEventQueue::handleNext() {
-    Entry entry;
+bool CEventQueue::take(Entry &entry, bool &more) {
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mEntries.empty()) {
+        return false;
+    }
+    entry = std::move(mEntries.front());
+    mEntries.pop_front();
+    more = !mEntries.empty();
+    return true;
+}
+
+void CEventQueue::drain() {
+    std::size_t count = 0; // what comes meanwhile has a call of its own
     {
         std::lock_guard<std::mutex> hold(mLock);
-        if (mEntries.empty()) {
-            return;
-        }
-        entry = std::move(mEntries.front());
-        mEntries.pop_front();
+        count = mEntries.size();
     }
-    handOver(entry);
+    Entry entry;
+    bool more = false;
+    for (; count > 0 && take(entry, more); --count) {
+        if (more) {
+            // An event loop inside the handler would not look again at calls that were queued before it began.
+            QAbstractEventDispatcher::instance()->wakeUp();
+        }
+        handOver(entry);
+    }
 }
 
 void CEventQueue::handOver(const Entry &entry) {

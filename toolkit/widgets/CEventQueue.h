@@ -39,9 +39,11 @@ private:
     };
 
     CEventQueue();
-    /// Hands over the oldest event. One call is queued per event, so that an event loop inside a handler goes on
-    /// with the next one.
-    Q_INVOKABLE void handleNext();
+    /// Hands over what is there. Called once for every event, so that an event loop inside a handler goes on with
+    /// the events after it.
+    Q_INVOKABLE void drain();
+    /// Takes the oldest event off; false when there is none. `more` tells whether others wait behind it.
+    bool take(Entry &entry, bool &more);
     static void handOver(const Entry &entry);
 
     std::mutex mLock; ///< guards mEntries; never held while an event is handled
