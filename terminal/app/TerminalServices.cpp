@@ -18,6 +18,20 @@ constexpr qint64 kHour = 3600 * 1000LL;
 constexpr qint64 kShareDay =
     5 * kHour + kHour / 2 + 5 * 60 * 1000LL; ///< opening auction to the close, noon included
 
+/// Times of the positions of an instrument's trading day. A night session that was not held keeps its positions, as it
+/// does on the axis of a chart.
+std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int day) {
+    const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    if (!instrument) {
+        return {};
+    }
+    const MarketCalendar calendar = catalogue->calendar(instrument->market);
+    const QDate date = dateOf(day);
+    const QDate held = calendar.eveningBefore(date);
+    return instrument->sessions.times(date, held.isNull() ? calendar.previous(date) : held);
+}
+
 } // namespace
 
 struct TerminalServices::Installations {
@@ -72,7 +86,9 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     }
     mMarket = std::make_unique<MarketServices>(mStore);
     mExchange = std::make_unique<SimulatedExchange>(mStore, *mClock);
-    mFormulas = std::make_unique<FormulaService>(*mExchange, makeNativeFormula, requestDayOf);
+    mFormulas = std::make_unique<FormulaService>(
+        *mExchange, makeNativeFormula, requestDayOf,
+        [this](const QString &key, int day) { return dayPositions(mStore, key, day); });
     mReplay = std::make_unique<ReplayService>(*mExchange, makeNativeFormula, requestDayOf);
     mInstallations = std::make_unique<Installations>(*this);
     mClock->resume();

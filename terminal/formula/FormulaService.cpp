@@ -13,6 +13,43 @@ constexpr int kHistoryOnly = 1;
 constexpr int kAfterHoursMode = 3; ///< mDataMode of a fixed-price request
 constexpr int kWholeSeries = 1; ///< data type of a history result
 
+/// Puts a count of values in front of each line.
+template <class Value> void padLines(std::vector<std::vector<Value>> &lines, size_t count, const Value &value) {
+    for (std::vector<Value> &line : lines) {
+        line.insert(line.begin(), count, value);
+    }
+}
+
+/// The series of a program over placed bars, with points that are not valid for the positions in front.
+se::RPCFormulaResult evaluatePlaced(const FormulaProgram &program, const PlacedBars &placed) {
+    se::RPCFormulaResult result = program.evaluate(placed.bars);
+    const size_t count = placed.leading.size();
+    if (count == 0 || result.mTimes.empty()) {
+        return result;
+    }
+    std::vector<se::TimePosition> times;
+    for (const qint64 time : placed.leading) {
+        times.emplace_back(time, 0);
+    }
+    result.mTimes.insert(result.mTimes.begin(), times.begin(), times.end());
+    result.mValid.insert(result.mValid.begin(), count, 0);
+    result.mPointTags.insert(result.mPointTags.begin(), count, 0);
+    padLines(result.mValues, count, TC::kUnsetValue);
+    padLines(result.mExtra1, count, se::kDefaultColor);
+    padLines(result.mTexts, count, std::string());
+    padLines(result.mExtra2, count, 0.0);
+    return result;
+}
+
+/// Whether a time is the position that follows the last placed bar.
+bool isNextPosition(const PlacedBars &placed, const std::vector<qint64> &positions, qint64 time) {
+    if (placed.bars.empty()) {
+        return false;
+    }
+    const auto next = std::upper_bound(positions.begin(), positions.end(), placed.bars.back().time);
+    return positions.empty() || (next != positions.end() && *next == time);
+}
+
 } // namespace
 
 /// One request at work. What stands under `worker` is touched by its worker thread alone.
@@ -27,7 +64,9 @@ struct FormulaService::Request {
 
     // worker
     std::unique_ptr<FormulaProgram> program;
-    MinuteBars bars;
+    std::vector<qint64> positions;
+    MinuteBars bars; ///< as the feed gave them
+    PlacedBars placed; ///< the same on the positions of the day
     int subscription = 0;
 
     std::shared_ptr<const Callbacks> takeCallbacks() {
@@ -40,8 +79,10 @@ struct FormulaService::Request {
     }
 };
 
-FormulaService::FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay, int workers)
-    : mFeed(feed), mMaker(std::move(maker)), mRequestDay(std::move(requestDay)) {
+FormulaService::FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
+                               DayPositions positions, int workers)
+    : mFeed(feed), mMaker(std::move(maker)), mRequestDay(std::move(requestDay)),
+      mPositions(std::move(positions)) {
     for (int i = 0; i < std::max(1, workers); ++i) {
         mWorkers.push_back(std::make_unique<Worker>());
     }
@@ -134,12 +175,18 @@ MinuteBars FormulaService::barsOf(const TC::CFormulaParam &param, int day) {
     return param.mDataMode == kAfterHoursMode ? mFeed.afterHoursBars(key, day) : mFeed.dayBars(key, day);
 }
 
+std::vector<qint64> FormulaService::positionsOf(const TC::CFormulaParam &param, int day) {
+    const bool known = mPositions && param.mDataMode != kAfterHoursMode;
+    return known ? mPositions(param.mMarket + param.mCode, day) : std::vector<qint64>();
+}
+
 void FormulaService::open(const RequestPtr &request) {
     if (request->withdrawn) {
         return;
     }
     const TC::CFormulaParam &param = request->param;
     request->program = mMaker(param);
+    request->positions = positionsOf(param, request->day);
     if (!request->program || param.mDataDemand == kHistoryOnly || param.mDataMode == kAfterHoursMode) {
         request->bars = barsOf(param, request->day);
     } else {
@@ -161,17 +208,22 @@ void FormulaService::update(const RequestPtr &request, const MinuteBar &bar) {
     if (request->withdrawn || !request->program) {
         return;
     }
-    switch (takeBar(request->bars, bar)) {
-    case BarChange::None:
+    const BarChange change = takeBar(request->bars, bar);
+    if (change == BarChange::None) {
         return;
-    case BarChange::Earlier:
+    }
+    PlacedBars &placed = request->placed;
+    if (change == BarChange::Last && !placed.bars.empty() && placed.bars.back().time == bar.time) {
+        placed.bars.back() = bar;
+    } else if (change == BarChange::Last && isNextPosition(placed, request->positions, bar.time)) {
+        placed.bars.push_back(bar);
+    } else {
+        // An earlier minute, the first one, or minutes without a trade in between: more than one point changes.
         sendHistory(request, true);
         return;
-    case BarChange::Last:
-        break;
     }
     const auto point =
-        std::make_shared<se::RPCFormulaInstantResult>(request->program->evaluateLast(request->bars));
+        std::make_shared<se::RPCFormulaInstantResult>(request->program->evaluateLast(placed.bars));
     deliver(request, [id = request->id, point](const Callbacks &callbacks) {
         if (callbacks.onRealtime) {
             callbacks.onRealtime(0, id, point);
@@ -183,8 +235,9 @@ void FormulaService::sendHistory(const RequestPtr &request, bool keepRange) {
     const auto meta = std::make_shared<se::RPCFormulaMetaResult>();
     const auto result = std::make_shared<se::RPCFormulaResult>();
     if (request->program) {
+        request->placed = placeBars(request->bars, request->positions);
         *meta = request->program->describe();
-        *result = request->program->evaluate(request->bars);
+        *result = evaluatePlaced(*request->program, request->placed);
     }
     deliver(request, [id = request->id, name = request->param.mFormulaName, meta, result,
                       keepRange](const Callbacks &callbacks) {
@@ -213,7 +266,8 @@ void FormulaService::requestFormulasSync(QVector<TC::CFormulaParam> &params,
         const auto result = std::make_shared<se::RPCFormulaResult>();
         if (const std::unique_ptr<FormulaProgram> program = mMaker(param)) {
             *meta = program->describe();
-            *result = program->evaluate(barsOf(param, mRequestDay(param)));
+            const int day = mRequestDay(param);
+            *result = evaluatePlaced(*program, placeBars(barsOf(param, day), positionsOf(param, day)));
         }
         metas.push_back(meta);
         results.push_back(result);

@@ -18,13 +18,17 @@ namespace terminal {
 
 /// The trading day that a request names by its range; 0 when it names none.
 using RequestDay = std::function<int(const TC::CFormulaParam &)>;
+/// The times of all positions of an instrument's trading day, ascending; empty when they are not known.
+using DayPositions = std::function<std::vector<qint64>(const QString &key, int day)>;
 
 /// Computes formulas over the market feed on worker threads, and hands results over on the user-interface thread.
 ///
 /// A request gets its history first: one whole series, as a replacement of what was shown before. With data demand 3
 /// the stream of the running day follows: a changed last minute and a new one as single points, and the whole series
 /// once more when an earlier minute was revised or came late. The results of one request come in order. A formula
-/// that is not known, and a day without bars, give an empty series. Every change is sent at once, which is at least
+/// that is not known, and a day without bars, give an empty series. A series has a point for every position of the day
+/// up to its last one, since a chart draws them by position: a minute without a trade repeats the price, and positions
+/// before the first bar have points that are not valid. Every change is sent at once, which is at least
 /// as fresh as any refresh interval asks for.
 ///
 /// Requests are made and withdrawn on any thread. What was withdrawn on the user-interface thread is not called back
@@ -32,7 +36,8 @@ using RequestDay = std::function<int(const TC::CFormulaParam &)>;
 /// without any lock held. The service ends on the user-interface thread.
 class FormulaService : public TC::CFormulaManager {
 public:
-    FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay, int workers = 1);
+    FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
+                   DayPositions positions = {}, int workers = 1);
     ~FormulaService() override;
 
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
@@ -80,10 +85,12 @@ private:
     void sendHistory(const RequestPtr &request, bool keepRange);
     void deliver(const RequestPtr &request, std::function<void(const Callbacks &)> call);
     MinuteBars barsOf(const TC::CFormulaParam &param, int day);
+    std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day);
 
     MarketFeed &mFeed;
     const FormulaProgramMaker mMaker;
     const RequestDay mRequestDay;
+    const DayPositions mPositions;
     const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
     mutable std::mutex mLock; ///< guards what follows

@@ -54,7 +54,7 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
                                          TC::HistoryQuoteCallback onQuotes) {
     const QString key = QString::fromStdString(meta.mMarket + meta.mCode);
     // The callback never becomes the worker's: it would be released there.
-    const auto callback = std::make_shared<TC::HistoryQuoteCallback>(std::move(onQuotes));
+    auto callback = std::make_shared<TC::HistoryQuoteCallback>(std::move(onQuotes));
     workerOf(key).post([this, key, region, callback]() mutable {
         Quotes quotes;
         const qint64 first = dayOf(dateAt(heldTime(region.mStart)));

@@ -363,6 +363,53 @@ TEST_F(FormulaServiceTest, AFloodOfResultsLetsTheEventLoopTurn) {
     }
 }
 
+namespace {
+
+class PlacedFormulaServiceTest : public FormulaServiceTest {
+protected:
+    PlacedFormulaServiceTest() {
+        mService = std::make_unique<FormulaService>(
+            mFeed, makeNativeFormula,
+            [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); },
+            [](const QString &, int) {
+                std::vector<qint64> times;
+                for (int i = 0; i < 10; ++i) {
+                    times.push_back(kOpen + i * kMinute);
+                }
+                return times;
+            });
+        mFeed.setBars("SH600000", kToday,
+                      {bar(kOpen + kMinute, 10.0, 10.0, 100), bar(kOpen + 3 * kMinute, 10.2, 10.1, 300)});
+    }
+};
+
+} // namespace
+
+TEST_F(PlacedFormulaServiceTest, ADayThatStartsAMinuteLateKeepsItsFirstPositionFree) {
+    request({param("a"), param("v", "REALTIMEVOL")});
+    ASSERT_TRUE(waitForResults(2));
+    const se::RPCFormulaResult &price = *mReceived[0].result;
+    EXPECT_EQ(price.mTimes,
+              (std::vector<se::TimePosition>{
+                  {kOpen, 0}, {kOpen + kMinute, 0}, {kOpen + 2 * kMinute, 0}, {kOpen + 3 * kMinute, 0}}));
+    EXPECT_EQ(price.mValid, (std::vector<qint32>{0, 1, 1, 1}));
+    EXPECT_EQ(price.mValues[0], (std::vector<double>{TC::kUnsetValue, 10.0, 10.0, 10.2}));
+    EXPECT_EQ(mReceived[1].result->mValues[0], (std::vector<double>{TC::kUnsetValue, 100, 0, 300}));
+}
+
+TEST_F(PlacedFormulaServiceTest, MinutesWithoutATradeInTheStreamBringTheWholeSeries) {
+    request({param("a")});
+    ASSERT_TRUE(waitForResults(1));
+    mFeed.change("SH600000", bar(kOpen + 4 * kMinute, 10.3, 10.1, 1)); // the next position
+    mFeed.change("SH600000", bar(kOpen + 6 * kMinute, 10.4, 10.1, 1)); // one left out
+    ASSERT_TRUE(waitForResults(3));
+    EXPECT_EQ(mReceived[1].kind, Received::Point);
+    ASSERT_EQ(mReceived[2].kind, Received::History);
+    EXPECT_TRUE(mReceived[2].keepRange);
+    EXPECT_EQ(mReceived[2].result->mValues[0],
+              (std::vector<double>{TC::kUnsetValue, 10.0, 10.0, 10.2, 10.3, 10.3, 10.4}));
+}
+
 TEST_F(FormulaServiceTest, QuotesOfARangeComeThroughTheCallback) {
     quoter::TSMetaInfo meta;
     meta.mMarket = "SH";
