@@ -218,8 +218,8 @@ private:
     void drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     void drawAccountView(QPainter &painter, const QRect &rect, LinkageScope scope);
     double recordClose(const CInstrumentDetailPtr &detail, bool ofTradeDate) const;
-    bool placeRecord(const QTime &time, double price, double close, const LinkageScope &scope, const QRect &rect,
-                     QPoint &at) const;
+    bool placeRecord(const QTime &time, double price, double close, const LinkageScope &scope,
+                     const QRect &rect, QPoint &at) const;
     template <class Record, class Draw>
     void placeRecords(const CLinkageManager::Records<Record> &accounts, double close, const LinkageScope &scope,
                       const QRect &rect, Marks<Record> &marks, Draw draw);
@@ -228,11 +228,12 @@ private:
     void drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     int costStepEnd() const;
     void drawCostSteps(QPainter &painter, const QRect &rect);
-    void drawTask(QPainter &painter, const QRect &rect, const LinkageScope &scope, const std::string &instrument,
-                  double close, const boost::shared_ptr<kvservice::CTaskDetail> &task);
+    void drawTask(QPainter &painter, const QRect &rect, const LinkageScope &scope,
+                  const std::string &instrument, double close,
+                  const boost::shared_ptr<kvservice::CTaskDetail> &task);
     template <class IsShown>
-    void drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope, const std::string &instrument,
-                   IsShown isShown);
+    void drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope,
+                   const std::string &instrument, IsShown isShown);
     void drawTaskMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     void drawAccountTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     void drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope);
@@ -240,8 +241,8 @@ private:
     void drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
     void drawProfitCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     void drawBalanceCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values, const CurveScale &scale,
-                         const QColor &color) const;
+    void drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values,
+                         const CurveScale &scale, const QColor &color) const;
     TimedValues byIndex(const TimedValues &byMinute) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;

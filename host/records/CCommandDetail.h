@@ -8,7 +8,7 @@ namespace kvservice {
 struct CCommandDetail {
     int mCommandId = 0;
     std::string mStrategyName; ///< UTF-8, empty when it was given by hand
-    int mCancelDisabled = 0;   ///< 1 disables cancelling
+    int mCancelDisabled = 0; ///< 1 disables cancelling
 };
 
 } // namespace kvservice

@@ -11,14 +11,14 @@ namespace TC {
 
 /// One formula of the catalogue. Owned by the host and read-only for the chart view.
 struct CFormulaDetail {
-    QString mName;                    ///< name, as in a CFormulaKey
-    QString mFileName;                ///< name of the compiled file, as a request addresses it
-    qint32 mType = 0;                 ///< 0 sub pane, 1 attached to the main chart, 2 replaces the main chart
-    QVector<QString> mParamNames;     ///< numeric parameters, parallel to mParamValues
+    QString mName; ///< name, as in a CFormulaKey
+    QString mFileName; ///< name of the compiled file, as a request addresses it
+    qint32 mType = 0; ///< 0 sub pane, 1 attached to the main chart, 2 replaces the main chart
+    QVector<QString> mParamNames; ///< numeric parameters, parallel to mParamValues
     QVector<double> mParamValues;
-    QVector<QString> mStrParamNames;  ///< text parameters, parallel to mStrParamValues
+    QVector<QString> mStrParamNames; ///< text parameters, parallel to mStrParamValues
     QVector<QString> mStrParamValues;
-    QMap<int, int> mPrecisions;       ///< line index to the decimals to show for it
+    QMap<int, int> mPrecisions; ///< line index to the decimals to show for it
     EFormulaLanguage mLanguage = EFormulaLanguage::Native;
     boost::shared_ptr<void> mRunData; ///< handed to the request when it is run with ERunMode::HandOver
 };

@@ -9,7 +9,7 @@ namespace TC {
 
 /// Identifies one series inside a chart. Orders by instrument, then by formula.
 struct CFormulaKey {
-    QString mStock;   ///< instrument key
+    QString mStock; ///< instrument key
     QString mFormula; ///< name of the formula (not of its file)
 
     CFormulaKey() = default;

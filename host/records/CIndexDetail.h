@@ -15,9 +15,9 @@ public:
     explicit CIndexDetail(const QString &key) : CStockInfo(key, key) {}
 
     QList<QString> mMembers; ///< keys of the member instruments
-    qint64 mStartTime = 0;   ///< milliseconds since the epoch, 0 when unset
+    qint64 mStartTime = 0; ///< milliseconds since the epoch, 0 when unset
     double mBaseValue = 0.0; ///< base value, and the last close of the index as an overlay
-    qint32 mOption1 = 0;     ///< options of the formula service, carried into requests unchanged
+    qint32 mOption1 = 0; ///< options of the formula service, carried into requests unchanged
     qint32 mOption2 = 0;
     qint32 mOption3 = 0;
 };

@@ -17,9 +17,9 @@ struct CUnderlyingInfo {
 
 /// One instrument of the catalogue. Owned by the host and read-only for the chart view.
 struct CInstrumentDetail {
-    std::string mMarket;    ///< market word, such as "SH"
-    std::string mCode;      ///< instrument code, such as "600000"
-    std::string mName;      ///< display name, UTF-8
+    std::string mMarket; ///< market word, such as "SH"
+    std::string mCode; ///< instrument code, such as "600000"
+    std::string mName; ///< display name, UTF-8
     std::string mProductId; ///< product of a futures contract, such as "TF"
     double mLastClose = kUnsetValue;
     double mFloatShares = 0.0;

@@ -12,7 +12,7 @@ public:
 
     std::string mOrderKey;
     std::string mAccount;
-    int mDirection = 0;  ///< see isBuyByDirection
+    int mDirection = 0; ///< see isBuyByDirection
     int mOffsetFlag = 0; ///< see isBuyByDirection
     double mPrice = 0.0;
     int mVolume = 0;

@@ -29,11 +29,11 @@ public:
     std::string getKey() const override { return std::to_string(mTaskId); }
 
     int mTaskId = 0;
-    int mFlag = 0;                      ///< first flag; 0 on a task that can count as finished
-    int mStatus = 0;                    ///< 3 and 4 can be cancelled, 8 and 10 are finished
-    int mStartTime = TC::kUnsetTime;    ///< seconds since the epoch
-    int mEndTime = TC::kUnsetTime;      ///< seconds since the epoch
-    int mCancelTime = TC::kUnsetTime;   ///< seconds since the epoch, the second end time
+    int mFlag = 0; ///< first flag; 0 on a task that can count as finished
+    int mStatus = 0; ///< 3 and 4 can be cancelled, 8 and 10 are finished
+    int mStartTime = TC::kUnsetTime; ///< seconds since the epoch
+    int mEndTime = TC::kUnsetTime; ///< seconds since the epoch
+    int mCancelTime = TC::kUnsetTime; ///< seconds since the epoch, the second end time
     std::vector<boost::shared_ptr<CTaskItem>> mItems;
     boost::shared_ptr<CCommandDetail> mCommand;
 };

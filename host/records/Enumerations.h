@@ -11,16 +11,16 @@ namespace TC {
 /// Kind of view that the host opens; chosen at construction, carried into every pane.
 enum class EIndexViewType : int {
     Ordinary = 0,
-    Template = 1,    ///< may carry the template bar; its graph offers the extra menu entries
-    Paired = 2,      ///< a paired-instrument view
-    Plain = 3,       ///< no pane highlight, double click goes to the host
+    Template = 1, ///< may carry the template bar; its graph offers the extra menu entries
+    Paired = 2, ///< a paired-instrument view
+    Plain = 3, ///< no pane highlight, double click goes to the host
     NoTimeScale = 8, ///< no time scale beneath the panes
 };
 
 /// What a pane shows.
 enum class EIndexDisplayType : int {
     Main = 0, ///< the price chart with its volume band
-    Sub = 1,  ///< a formula pane
+    Sub = 1, ///< a formula pane
 };
 
 /// Which analysis a portfolio view shows; any other value is the expected-order analysis.
@@ -32,12 +32,12 @@ enum class EFormulaLanguage : int { Native = 0, Python = 1 };
 /// Kind of a drawn graph object of the user's drawing layer.
 enum class EVmGraphType : int {
     None = 0,
-    Segment = 1,        ///< straight segment between two points
-    Line = 2,           ///< straight line through two points, to both edges
-    Ray = 3,            ///< from the first point through the second to the edge
+    Segment = 1, ///< straight segment between two points
+    Line = 2, ///< straight line through two points, to both edges
+    Ray = 3, ///< from the first point through the second to the edge
     HorizontalLine = 4, ///< one point, full width
-    VerticalLine = 5,   ///< one point, full height
-    Rectangle = 6,      ///< two opposite corners
+    VerticalLine = 5, ///< one point, full height
+    Rectangle = 6, ///< two opposite corners
 };
 
 /// Kind of client program the library runs in.
@@ -71,7 +71,7 @@ namespace utils {
 enum EFormatNumberFlag : int {
     eFormatPlain = 0,
     eFormatPercent = 0x10000, ///< times 100, followed by a percent sign
-    eFormatScaled = 0x40000,  ///< scaled into the units 万, 亿 and 万亿
+    eFormatScaled = 0x40000, ///< scaled into the units 万, 亿 and 万亿
 };
 
 } // namespace utils

@@ -10,7 +10,7 @@ namespace quoter {
 /// Base of one quote record.
 struct QuoterBase {
     virtual ~QuoterBase() = default;
-    qint64 mTime = 0;    ///< milliseconds since the epoch
+    qint64 mTime = 0; ///< milliseconds since the epoch
     double mPrice = 0.0; ///< the price that follows the time
 };
 

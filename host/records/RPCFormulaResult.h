@@ -18,7 +18,7 @@ using TimePosition = std::pair<qint64, qint64>;
 enum ELineAxis : qint32 {
     eLineHidden = 0, ///< neither drawn nor measured
     eLineShared = 1, ///< on the value axis of its pane
-    eLineOwn = 2,    ///< on an axis of its own, stretched over the pane
+    eLineOwn = 2, ///< on an axis of its own, stretched over the pane
 };
 
 /// Bit of an element of RPCFormulaMetaResult::mLineFlags: the line keeps its colour, whatever its points say.
@@ -32,30 +32,30 @@ struct RPCFormulaMetaResult {
     std::vector<std::string> mLineNames;
     std::vector<qint32> mLineStyles; ///< draw style per line
     std::vector<qint32> mLineColors; ///< red | green << 8 | blue << 16, or kDefaultColor
-    std::vector<qint32> mLineFlags;  ///< bits, see kLineFixedColor
-    std::vector<qint32> mLineAxis;   ///< ELineAxis
+    std::vector<qint32> mLineFlags; ///< bits, see kLineFixedColor
+    std::vector<qint32> mLineAxis; ///< ELineAxis
 };
 
 /// The points of a series.
 struct RPCFormulaResult {
-    std::vector<TimePosition> mTimes;              ///< per point, ascending
-    std::vector<qint32> mValid;                    ///< per point, 1 when valid
-    std::vector<qint32> mPointTags;                ///< per point, the formula service's own
-    std::vector<std::vector<double>> mValues;      ///< per line, per point
-    std::vector<std::vector<qint32>> mExtra1;      ///< per line, per point: colour, or kDefaultColor
-    std::vector<std::vector<std::string>> mTexts;  ///< per line, per point, UTF-8
-    std::vector<std::vector<double>> mExtra2;      ///< per line, per point: second value of the drawing
-    std::vector<double> mShared1;                  ///< the formula service's own
-    std::vector<std::string> mShared2;             ///< the formula service's own
+    std::vector<TimePosition> mTimes; ///< per point, ascending
+    std::vector<qint32> mValid; ///< per point, 1 when valid
+    std::vector<qint32> mPointTags; ///< per point, the formula service's own
+    std::vector<std::vector<double>> mValues; ///< per line, per point
+    std::vector<std::vector<qint32>> mExtra1; ///< per line, per point: colour, or kDefaultColor
+    std::vector<std::vector<std::string>> mTexts; ///< per line, per point, UTF-8
+    std::vector<std::vector<double>> mExtra2; ///< per line, per point: second value of the drawing
+    std::vector<double> mShared1; ///< the formula service's own
+    std::vector<std::string> mShared2; ///< the formula service's own
 };
 
 /// One point for all lines of a request.
 struct RPCFormulaInstantResult {
     TimePosition mTime;
-    std::vector<double> mValues;     ///< one per line
-    std::vector<qint32> mExtra1;     ///< one per line
+    std::vector<double> mValues; ///< one per line
+    std::vector<qint32> mExtra1; ///< one per line
     std::vector<std::string> mTexts; ///< one per line
-    std::vector<double> mExtra2;     ///< one per line
+    std::vector<double> mExtra2; ///< one per line
 };
 
 /// One series as the chart holds it.

@@ -39,7 +39,7 @@ public:
 class CConfigService {
 public:
     virtual ~CConfigService() = default;
-    virtual CConfig *config() = 0;         ///< may be null
+    virtual CConfig *config() = 0; ///< may be null
     virtual CUserConfig *userConfig() = 0; ///< may be null
     virtual bool isClientType(EClientType type) = 0;
     virtual UserConfigInterface &indexUserConfig() = 0;

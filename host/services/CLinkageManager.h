@@ -25,7 +25,7 @@ public:
     template <class Record>
     using Records = std::map<std::string, std::map<std::string, boost::shared_ptr<Record>>>; ///< account, key
     using TimedAmounts = std::map<int, std::pair<double, double>>; ///< minute to cumulative (buy, sell)
-    using TimedValues = std::map<int, double>;                     ///< minute to value
+    using TimedValues = std::map<int, double>; ///< minute to value
     using ChangeSignal = boost::signals2::signal<void(const std::vector<std::string> &)>; ///< instrument keys
     using PlainSignal = boost::signals2::signal<void()>;
 

@@ -41,7 +41,7 @@ public:
         return mNight.contains(market + code);
     }
     QMap<QString, Table> mTables; ///< by instrument key
-    QSet<QString> mNight;         ///< instrument keys
+    QSet<QString> mNight; ///< instrument keys
 };
 
 class FakeSectorManager : public TC::CSectorManager {

@@ -19,7 +19,8 @@ QString idsOf(const QVector<TC::CFormulaParam> &params) {
 
 } // namespace
 
-void FakeFormulaManager::requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
+void FakeFormulaManager::requestFormulas(QVector<TC::CFormulaParam> &params,
+                                         TC::FormulaHistoryCallback onHistory,
                                          TC::FormulaRealtimeCallback onRealtime) {
     mLog.add(QStringLiteral("CFormulaManager::requestFormulas %1").arg(idsOf(params)));
     mLastParams = params;
@@ -112,7 +113,8 @@ bool FakeHistoryCache::getFormulaHistoryData(const QString &stock, const QString
 }
 
 void FakeHistoryCache::addFormulaHistoryData(const QString &stock, const QString &formula,
-                                             const TC::FormulaMetaPtr &meta, const TC::FormulaResultPtr &result) {
+                                             const TC::FormulaMetaPtr &meta,
+                                             const TC::FormulaResultPtr &result) {
     mLog.add(QStringLiteral("CMultiRequestDataManager::addFormulaHistoryData %1 %2").arg(stock, formula));
     std::lock_guard<std::mutex> hold(mLock);
     mSeries[qMakePair(stock, formula)] = qMakePair(meta, result);

@@ -7,8 +7,9 @@ namespace {
 
 /// The records of the accounts asked for.
 template <class Record>
-TC::CLinkageManager::Records<Record> chosen(const std::map<std::string, TC::CLinkageManager::Records<Record>> &all,
-                                            const std::string &instrument, const std::set<std::string> &accounts) {
+TC::CLinkageManager::Records<Record>
+chosen(const std::map<std::string, TC::CLinkageManager::Records<Record>> &all, const std::string &instrument,
+       const std::set<std::string> &accounts) {
     TC::CLinkageManager::Records<Record> found;
     const auto records = all.find(instrument);
     if (records != all.end()) {

@@ -18,7 +18,8 @@ public:
                                                      const Keys &accounts) override;
     Records<kvservice::CDealDetail> getDealDetails(int date, const std::string &instrument,
                                                    const Keys &accounts) override;
-    Records<kvservice::CTaskDetail> getTaskDetails(const std::string &instrument, const Keys &accounts) override;
+    Records<kvservice::CTaskDetail> getTaskDetails(const std::string &instrument,
+                                                   const Keys &accounts) override;
     long long getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &task,
                                       const std::string &instrument) override;
     TimedAmounts getTotalBuySellAmounts(const Keys &, const Keys &, const Keys &, bool) override {
@@ -63,7 +64,7 @@ public:
     explicit FakeEnhanceDrawManager(CallLog &log) : mLog(log) {}
     void drawGraph(int kind, const std::string &key, QPainter *painter, const QRect &rect,
                    const boost::function<QPointF(const QPointF &)> &toPixel) override;
-    QPointF mProbe;  ///< converted at every call
+    QPointF mProbe; ///< converted at every call
     QPointF mProbed; ///< what came out
 
 private:

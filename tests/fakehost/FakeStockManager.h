@@ -48,7 +48,8 @@ public:
         return mTradingDays.value(at + shift);
     }
     QPair<qint64, qint64> getStartEndTime(const TC::CInstrumentDetailPtr &detail, int &date) override {
-        mLog.add(QStringLiteral("CStockManager::getStartEndTime %1 %2").arg(TC::getDetailQsKey(detail)).arg(date));
+        mLog.add(
+            QStringLiteral("CStockManager::getStartEndTime %1 %2").arg(TC::getDetailQsKey(detail)).arg(date));
         return qMakePair(date * 1000LL + mStartOffset, date * 1000LL + mEndOffset);
     }
 
@@ -56,11 +57,11 @@ public:
     QSet<QString> mPortfolios;
     TC::CInstrumentDetailPtr mDefault;
     QMap<QPair<QString, int>, double> mCloses; ///< by key and date; date 0 stands for every day
-    int mLastTradingDay = 1710432000;          ///< 2024-03-15 at UTC+8
-    QMap<QString, int> mLastTradingDays;       ///< by market, where it differs
-    QList<int> mTradingDays;                   ///< when empty, every day is one
-    qint64 mStartOffset = 0;                   ///< milliseconds after midnight
-    qint64 mEndOffset = 54000000;              ///< 15:00
+    int mLastTradingDay = 1710432000; ///< 2024-03-15 at UTC+8
+    QMap<QString, int> mLastTradingDays; ///< by market, where it differs
+    QList<int> mTradingDays; ///< when empty, every day is one
+    qint64 mStartOffset = 0; ///< milliseconds after midnight
+    qint64 mEndOffset = 54000000; ///< 15:00
 
 private:
     CallLog &mLog;
