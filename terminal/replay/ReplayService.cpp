@@ -1,5 +1,7 @@
 #include "terminal/replay/ReplayService.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <atomic>
 #include <limits>
@@ -68,7 +70,7 @@ void ReplayService::deleteFormulas(QVector<QString> &requestIds) {
             }
         }
     }
-    if (!gone.isEmpty()) {
+    if (QThread::currentThread() != thread()) {
         // The last owner of a chart's data is this thread.
         QMetaObject::invokeMethod(
             this, [gone] {}, Qt::QueuedConnection);
