@@ -72,6 +72,7 @@ QSqlDatabase SqlConnections::forThisThread() {
         query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
         query.exec(QStringLiteral("PRAGMA synchronous = NORMAL")); // a crash of the program loses nothing
         query.exec(QStringLiteral("PRAGMA cache_size = -16000"));
+        query.exec(QStringLiteral("PRAGMA journal_size_limit = 4194304"));
     }
     return database;
 }
