@@ -17,13 +17,20 @@ namespace TC {
 /// All of them take the painter; the target rectangle, whose width stands for the axis indices 0 to `last` and
 /// whose height stands for the range; the series; the range as (maximum, minimum); the line; the first and the
 /// last index to draw; and the last index of the axis. Point `i` lies at column
-/// `rect.left() + trunc(rect.width() / last * i)`. A point that is not flagged valid, not finite, unset, or
-/// outside the vectors is a gap: nothing is drawn for it and no line crosses it. Indices are held to the series,
-/// whatever is passed. A range of no height puts every value in the middle row. Nothing is drawn outside the
-/// rectangle. A line on an axis of kind se::eLineHidden is not drawn.
+/// `rect.left() + trunc(rect.width() / last * i)`, held to the right edge; the maximum lies on the first row of
+/// the rectangle and the minimum on its last. A point that is not flagged valid, not finite, unset, or outside
+/// the vectors is a gap: nothing is drawn for it and no line crosses it. Indices are held to the series and to
+/// the axis, whatever is passed. A range of no height puts every value in the middle row; over a range that is
+/// unset or not finite, nothing is drawn but what has no place on it. Nothing is drawn outside the rectangle. A
+/// line on an axis of kind se::eLineHidden is not drawn. A painter that is null or not active is left alone.
 ///
-/// The colour of a point is its element of RPCFormulaResult::mExtra1, else the line's element of
-/// RPCFormulaMetaResult::mLineColors, else the theme's colour for the line.
+/// The colour of a point is its element of RPCFormulaResult::mExtra1, unless se::kLineFixedColor is set, else the
+/// line's element of RPCFormulaMetaResult::mLineColors, else that of the theme for the style.
+///
+/// Everything lies on whole device pixels, without antialiasing, at any device pixel ratio. Points `a` to `b` and
+/// then `b` to `c` give the same pixels as `a` to `c` at once. Any thread. The pen and the font of the painter are
+/// not kept. A painter with a rectangular clip draws lines twice as fast. Arguments that a style does not mention
+/// have no effect.
 class CDrawStyle {
 public:
     using Range = QPair<double, double>;
@@ -35,31 +42,38 @@ public:
     /// Extremes of all lines of a series over `count` points from `first`. True when a value was found, and
     /// only then `max` and `min` change. `validOnly` leaves out points that are not flagged valid; `fromZero`
     /// takes 0 in; `scale` multiplies; `prices` leaves out the lines of stick styles. Lines that are hidden or
-    /// have their own axis do not count. The rectangle is not read.
+    /// have their own axis do not count, nor do those whose values are no places on the axis (lines of full
+    /// height, texts at fixed places). A bar counts with both ends, a stacked column with what it stands on, an
+    /// image at 0 not at all. The rectangle is not read.
     static bool calcMaxMin(double &max, double &min, int first, int count, Series &series, const QRect &rect,
                            bool validOnly, bool fromZero, float scale, bool prices);
-    /// The same for one line, hidden or not.
+    /// The same for the valid points of one line, hidden or not, of any style.
     static bool calcMaxMin(double &max, double &min, int first, int count, const Series &series, int line,
                            const QRect &rect);
 
-    /// Polyline through the points. With `gradient` the area beneath it is filled with the theme's gradient.
+    /// Polyline through the points, `width` pixels thick; the part that leads to a point has its colour, and a
+    /// point without one before or after it is a dot of that thickness. With `gradient` the area beneath it is filled with the theme's
+    /// gradient, which runs from the upper edge of the rectangle to the lower one.
     static void drawSimpleLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                                int line, int start, int end, int last, Qt::PenStyle pen, int mode, bool flag1,
                                bool flag2, float width, bool gradient, bool flag3);
-    /// A dot at each point.
+    /// A dot at each point inside the rectangle.
     static void drawCircleDot(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                               int line, int start, int end, int last, int mode, bool flag1, bool flag2);
-    /// A stick from the zero row, or from the bottom of a volume, to each point, coloured by rise and fall:
-    /// against zero, or for a volume against the price of the same minute where the second value of the point
-    /// says so, else against the point before.
+    /// A stick from the zero row, or from the bottom of a volume, to each point that is not 0, coloured by rise
+    /// and fall: that of the value against 0, or for a volume that of the second value, which stands for the
+    /// change of the price in that minute; a volume without one has a colour of its own.
     static void drawColorStick(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                                int line, int start, int end, int last, Qt::PenStyle pen, int mode, bool flag,
                                bool volume, bool lastFlag);
-    /// A column of the given share of a minute's width from the bottom to each point; 0.0 is one pixel wide.
+    /// A column of the given share of a minute's width from the bottom to each point that is not 0; 0.0 is one
+    /// pixel wide. `hollow` draws only the outline of columns of more than two pixels.
     static void drawVolStick(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                              int line, int start, int end, int last, int mode, bool flag1, bool flag2,
                              double widthFactor, bool hollow);
-    /// Candles: the line is the close, the three lines after it open, high and low.
+    /// Candles: the line is the close, the three lines after it open, high and low. A missing open price is the
+    /// close before, a missing high or low that of open and close. A rise is hollow. Open and close that agree in
+    /// `digits` decimals are neither rise nor fall. `width` is that of the wick, in pixels.
     static void drawKLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                           int line, int start, int end, int last, int mode, int period, bool flag, float width,
                           int digits);
@@ -76,10 +90,10 @@ public:
     /// An image centred beneath each point whose value is not zero.
     static void drawIcon(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                          int line, int start, int end, int last, const QPixmap &image, int mode);
-    /// The number of each point (its second value, else its value), centred over it.
+    /// The number of each point (its second value, else its value), centred over it, with up to four decimals.
     static void drawNumber(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                            int line, int start, int end, int last, int mode, bool flag);
-    /// A bar between the value and the second value of each point.
+    /// A bar between the value and the second value of each point that has both; a rise when the value is larger.
     static void drawStickKline(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                                int line, int start, int end, int last, int mode, bool flag);
     /// A polyline over the points whose value is positive, in the rise colour, and over the others, in the fall
@@ -89,12 +103,14 @@ public:
     /// Straight segments between consecutive valid points, gaps bridged.
     static void drawSegmentLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
                                 int line, int start, int end, int last, int mode, bool flag);
-    /// Columns stacked on those of the lines of the same style before it.
-    static void drawStackVolstick(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
-                                  int line, int start, int end, int last, int mode, bool flag, bool lastFlag);
+    /// Columns stacked on those of the visible lines of the same style before it.
+    static void drawStackVolstick(QPainter *painter, const QRect &rect, const Series &series,
+                                  const Range &range, int line, int start, int end, int last, int mode,
+                                  bool flag, bool lastFlag);
 
-    /// Columns that a drawing of points `start` to `end` of a line can touch, in pixels of `rect`; null when
-    /// the style draws nothing. Styles with text, images or fixed places answer the whole rectangle.
+    /// The part of `rect`, of its full height, that a drawing of points `start` to `end` of a line by the style of
+    /// its description can touch; null when nothing is drawn. Styles with text, images or fixed places answer the
+    /// whole rectangle.
     static QRect touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last);
 };
 
