@@ -29,7 +29,8 @@ public:
     /// Receives an event; true when it was consumed. Unless overridden, passes it on up the chain.
     virtual bool handleEvent(int event, int first, int second, QString text, void *data);
 
-    /// Hands an event to every participant below a widget, the widget included, from the top down.
+    /// Hands an event to every participant below a widget, the widget included, from the top down, whether or not
+    /// one takes it; none passes it on up the chain. User-interface thread.
     static void broadcast(QWidget *root, int event, int first, int second, const QString &text, void *data);
 
 protected:

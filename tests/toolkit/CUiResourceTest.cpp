@@ -181,6 +181,13 @@ TEST_F(CUiResourceTest, FontsAreSizedInPixelsAndNotHinted) {
     EXPECT_EQ(fixed.horizontalAdvance(QStringLiteral("1111")), fixed.horizontalAdvance(QStringLiteral("MMMM")));
 }
 
+TEST_F(CUiResourceTest, TheArrowIsSymmetricalAndInTheRiseColour) {
+    const QImage arrow = mTheme.getPixmap(QStringLiteral("ic_img_arrow_up")).toImage();
+    EXPECT_EQ(arrow, arrow.mirrored(true, false));
+    EXPECT_EQ(arrow.pixelColor(5, 8), color("ic_clr_index_default_rise"));
+    EXPECT_EQ(arrow.pixelColor(0, 0).alpha(), 0);
+}
+
 TEST_F(CUiResourceTest, AnUnknownKeyIsReportedOnceAndVisible) {
     tests::ExpectMessages messages(QStringLiteral("no_such_"));
     EXPECT_EQ(mTheme.getColor(QStringLiteral("no_such_color")), QColor(Qt::magenta));

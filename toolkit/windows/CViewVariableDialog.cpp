@@ -27,8 +27,8 @@ QString CViewVariableDialog::text() const {
 
 void CViewVariableDialog::onUiResourceChanged() {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, theme.getColor(QStringLiteral("clr_dialog_bg")));
+    QPalette colors(
+        theme.getColor(QStringLiteral("clr_dialog_bg"))); // with all shades of frames and scroll bars
     colors.setColor(QPalette::WindowText, theme.getColor(QStringLiteral("clr_text_default")));
     colors.setColor(QPalette::Base, theme.getColor(QStringLiteral("clr_edit_bg")));
     colors.setColor(QPalette::Text, theme.getColor(QStringLiteral("clr_text_default")));
