@@ -66,6 +66,7 @@ const CRealtimeGraphWidget::PaintCache &CRealtimeGraphWidget::paintCache() {
 }
 
 void CRealtimeGraphWidget::paintGroupModelNotice(QPainter &painter) {
+    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text")));
     painter.setPen(kNoticeColor);
     painter.drawText(QPoint(width() / 2 - 60, height() / 2 - 5), tr("组合模型只能在指数类视图下显示！"));
 }

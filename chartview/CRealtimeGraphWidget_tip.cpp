@@ -25,6 +25,7 @@ void CRealtimeGraphWidget::paintTip(QPainter &painter) {
     if (!mShowTip || (mDealTips.isEmpty() && mOrderTips.isEmpty())) {
         return;
     }
+    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text")));
     // The frame is made for deals; orders stand on the chart.
     painter.setPen(QPen(themeColor(QStringLiteral("clr_graph_frame_cross_line")), 1.0, Qt::SolidLine));
     painter.setBrush(themeColor(QStringLiteral("clr_graph_frame_cross_line_bg")));

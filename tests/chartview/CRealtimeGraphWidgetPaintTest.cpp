@@ -66,7 +66,7 @@ protected:
     QImage chartWith(const std::function<void(QPainter &)> &layers, double ratio = 1.0) {
         QImage image = chart(ratio);
         QPainter painter(&image);
-        painter.setFont(mGraph->font());
+        painter.setFont(axisFont());
         layers(painter);
         return image;
     }
