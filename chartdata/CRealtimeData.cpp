@@ -122,7 +122,7 @@ void CRealtimeData::replaceSubFormula(const QString &name) {
 
 bool CRealtimeData::isMainGraph(const QString &formula) const {
     const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
-    return (detail && (detail->mType == 1 || detail->mType == 2)) || mUiParam->isMainFormula(formula);
+    return (detail && detail->mType == 2) || mUiParam->isMainFormula(formula);
 }
 
 QString CRealtimeData::getMainGraph() const {

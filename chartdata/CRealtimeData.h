@@ -71,7 +71,7 @@ public:
     void removeAllFormulas();
     /// Withdraws, clears and leaves the main formulas and the new one. The caller requests again.
     void replaceSubFormula(const QString &name);
-    /// A formula that the catalogue lists as one of the main chart, or a main formula of the kind shown.
+    /// A formula that replaces the main chart, or a main formula of the kind shown; one attached to it is neither.
     bool isMainGraph(const QString &formula) const override;
     /// The first formula of the main chart that is no volume formula, else the basic formula.
     QString getMainGraph() const override;

@@ -43,7 +43,8 @@ TEST_F(Request, MainGraphIsTheFirstMainFormulaButTheVolume) {
     EXPECT_EQ(makeMain({"MACD", "REALTIMEVOL", "TREND", "REALTIME"})->getMainGraph(), "TREND");
     EXPECT_EQ(makeMain({"REALTIMEVOL"})->getMainGraph(), "REALTIME");
     auto data = makeMain({});
-    EXPECT_TRUE(data->isMainGraph("BOLL"));
+    EXPECT_TRUE(data->isMainGraph("TREND"));
+    EXPECT_FALSE(data->isMainGraph("BOLL")); // attached to the main chart
     EXPECT_TRUE(data->isMainGraph("REALTIMEVOL"));
     EXPECT_FALSE(data->isMainGraph("MACD"));
 }
