@@ -142,7 +142,7 @@ TEST(CommandLine, EditDistanceCountsSingleChanges) {
 }
 
 TEST(CommandLine, NearestTextsComeNearestFirst) {
-    const QStringList keys{"HK00700", "SH600000", "SH600519"}; // four, one and three changes away
+    const QStringList keys{"QQ999999", "SH600000", "SH600519"}; // eight, one and three changes away
     EXPECT_EQ(nearestTexts("SH60000", keys, 2), QStringList({"SH600000", "SH600519"}));
     EXPECT_TRUE(nearestTexts("X", {}, 3).isEmpty());
 }
