@@ -19,7 +19,19 @@ TEST(CDrawStyleLinesTest, ALevelLineAtRatioTwoIsTwoSharpDevicePixelsHigh) {
     const Series series = seriesOf(0, {{40, 40, 40}});
     const QImage image = drawn([&](QPainter *painter) { drawLine(painter, series, 0, 2); }, 2.0);
     EXPECT_EQ(inked(image), QRect(0, 120, 42, 2));
-    EXPECT_EQ(countOf(image, kRed), 42 + 41); // the lower right corner stays free
+    EXPECT_EQ(countOf(image, kRed), 84);
+}
+
+TEST(CDrawStyleLinesTest, RisingAndFallingLinesAreEquallyThick) {
+    const Series falling = seriesOf(0, {{90, 80}});
+    const Series rising = seriesOf(0, {{80, 90}});
+    for (const double ratio : {1.0, 2.0}) {
+        const QImage down = drawn([&](QPainter *painter) { drawLine(painter, falling, 0, 1); }, ratio);
+        const QImage up = drawn([&](QPainter *painter) { drawLine(painter, rising, 0, 1); }, ratio);
+        EXPECT_EQ(countOf(up, kRed), countOf(down, kRed)) << ratio;
+        const QRect part(QPoint(0, 10) * ratio, QSize(11, 11) * ratio);
+        EXPECT_EQ(up.copy(part).mirrored(true, false), down.copy(part)) << ratio;
+    }
 }
 
 TEST(CDrawStyleLinesTest, ALineIsSharpUnderAnAntialiasingPainterToo) {

@@ -92,14 +92,14 @@ void ChartCanvas::stroke(const QPointF *points, int count, int width, QRgb color
     strokes(lines, width, color);
 }
 
-/// One-pixel lines are many times faster than thick ones, so a thick stroke is drawn as several: moved sideways for
-/// the steep parts and downward for the flat ones.
+/// One-pixel lines are many times faster than thick ones, so a thick stroke is drawn as several: one for each pixel
+/// of a square brush, which makes rising and falling parts equally thick.
 void ChartCanvas::strokes(const Strokes &lines, int width, QRgb color) {
     mPainter->setPen(QPen(QColor::fromRgba(color), 0));
-    drawMoved(lines, 0, 0);
-    for (int offset = 1; offset < width; ++offset) {
-        drawMoved(lines, offset, 0);
-        drawMoved(lines, 0, offset);
+    for (int down = 0; down < width; ++down) {
+        for (int right = 0; right < width; ++right) {
+            drawMoved(lines, right, down);
+        }
     }
 }
 
