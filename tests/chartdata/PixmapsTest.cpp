@@ -1,4 +1,4 @@
-#include "tests/chartdata/ChartFixture.h"
+#include "tests/chartdata/ProbeFixture.h"
 
 #include "host/toolkit/CUiResource.h"
 #include "tests/support/MessageGuard.h"
@@ -18,7 +18,7 @@ QColor themeColor(const char *key) {
     return GZ::CUiResource::instance().getColor(QLatin1String(key));
 }
 
-class Pixmaps : public ChartFixture {
+class Pixmaps : public ProbeFixture {
 protected:
     Pixmaps() {
         mUiParam->mShowVolume = false;

@@ -1,6 +1,6 @@
 // The ranges of random charts against an independent program.
 
-#include "tests/chartdata/ChartFixture.h"
+#include "tests/chartdata/ProbeFixture.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -19,7 +19,7 @@ namespace {
 constexpr int kCases = 400;
 constexpr int kSteps = 25;
 
-class RangeReference : public ChartFixture {
+class RangeReference : public ProbeFixture {
 protected:
     int below(int limit) { return int(mRandom() % unsigned(limit)); }
     double unit() { return double(below(100001)) / 100000.0; }

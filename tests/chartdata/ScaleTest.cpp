@@ -1,4 +1,4 @@
-#include "tests/chartdata/ChartFixture.h"
+#include "tests/chartdata/ProbeFixture.h"
 
 #include <limits>
 
@@ -9,7 +9,7 @@ namespace {
 
 using Range = QPair<double, double>;
 
-class Scale : public ChartFixture {
+class Scale : public ProbeFixture {
 protected:
     Range wanted(const CFormulaKey &key) const { return mData->mMaxMin.value(key, Range(-1.0, -1.0)); }
     static void expectNear(const Range &range, double max, double min) {
@@ -242,6 +242,20 @@ TEST_F(Scale, LinkageMarksSwitchToTheJointRuleEvenWithoutAnOverlay) {
     expectNear(wanted(key), 10.5, 9.5);
 }
 
+TEST_F(Scale, AnOverlayWithFewerLinesThanTheMainSeriesIsMeasuredByItsOwn) {
+    overlay("SZ", "000001", 20.0, true);
+    mData->addFormula(QStringLiteral("REALTIME"));
+    mData->request(corvane::ERunMode::Ordinary);
+    const auto give = [&](const QString &stock, const FormulaMetaPtr &meta, const FormulaResultPtr &result) {
+        mData->onHistoryCallback(meta, result, mData->getReqID({stock, QStringLiteral("REALTIME")}), 1,
+                                 QString(), true);
+    };
+    const auto times = minuteTimes(kDay, 570, 2);
+    give(kStock, makeMeta(2), makeResult(times, {10.0, 10.1}, std::vector<double>{10.0, 10.05}));
+    give(QStringLiteral("SZ000001"), makeMeta(1), makeResult(times, {20.0, 20.4}));
+    expectNear(wanted({QStringLiteral("SZ000001"), QStringLiteral("REALTIME")}), 20.4, 19.6);
+}
+
 TEST_F(Scale, RecordsThatAreNotShownDoNotWidenTheJointRange) {
     mUiParam->mLinkageFlags = 4;
     mUiParam->mLinkageShow[0] = true;
@@ -322,8 +336,8 @@ TEST_F(Scale, ValueAtIndexIsThatOfTheFirstMainLineOnTheAxis) {
 }
 
 TEST_F(Scale, ValueAtIndexGoesOnWhenTheFirstSeriesIsTooShort) {
-    mHost.mCatalogue.add(QStringLiteral("BOLL"), 1);
-    const CFormulaKey band = put(kStock, QStringLiteral("BOLL"), {9.0});
+    mHost.mCatalogue.add(QStringLiteral("BAND"), 2);
+    const CFormulaKey band = put(kStock, QStringLiteral("BAND"), {9.0});
     const CFormulaKey price = putPrice({10.0, 10.5});
     axis({{band, {11.0, 9.0}}, {price, {11.0, 9.0}}});
     EXPECT_EQ(mData->valueAtIndex(0), 9.0);

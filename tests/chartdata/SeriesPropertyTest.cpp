@@ -1,7 +1,7 @@
 // Whatever order history and stream come in: series stay sorted, ranges only widen, and the screen is what a
 // drawing from scratch would be, though only what changed is repainted.
 
-#include "tests/chartdata/ChartFixture.h"
+#include "tests/chartdata/ProbeFixture.h"
 
 #include <algorithm>
 #include <random>
@@ -28,7 +28,7 @@ void PrintTo(const Walk &walk, std::ostream *out) {
          << (walk.fillGaps ? " filled gaps" : "") << (walk.overlay ? " overlay" : "");
 }
 
-class SeriesWalk : public ChartFixture, public ::testing::WithParamInterface<Walk> {
+class SeriesWalk : public ProbeFixture, public ::testing::WithParamInterface<Walk> {
 protected:
     int below(int limit) { return int(mRandom() % unsigned(limit)); }
     double price() { return 10.0 + (below(2001) - 1000) * (below(15) == 0 ? 0.0008 : 0.0003); }
@@ -213,7 +213,7 @@ TEST_P(SeriesWalk, RepaintingWhatChangedShowsWhatADrawingFromScratchShows) {
     }
 }
 
-TEST_F(ChartFixture, ATickInPlaceDirtiesOnlyTheColumnsOfTheLastTwoPoints) {
+TEST_F(ProbeFixture, ATickInPlaceDirtiesOnlyTheColumnsOfTheLastTwoPoints) {
     mData->addFormula(QStringLiteral("REALTIME"));
     mData->request(corvane::ERunMode::Ordinary);
     mData->setChartRect(QRect(0, 0, 482, 300)); // 480 columns for the indices 0 to 240: two each

@@ -52,9 +52,9 @@ public:
     QList<Event> mEvents;
 };
 
-class ChartFixture : public ::testing::Test {
+class ProbeFixture : public ::testing::Test {
 protected:
-    ChartFixture() {
+    ProbeFixture() {
         mHost.mStocks.add("SH", "600000", 10.0, 0.01);
         setClose("SH600000", 10.0);
         mHost.mCatalogue.add(QStringLiteral("REALTIME"), 2);
