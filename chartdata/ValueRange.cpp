@@ -129,7 +129,7 @@ double valueOfRow(int row, const ValueRange &range, int height) {
     if (room == 0.0) {
         return range.second; // every row stands for the one value
     }
-    return (height - row) / (height / room) + range.second;
+    return (static_cast<double>(height) - row) / (height / room) + range.second;
 }
 
 } // namespace TC

@@ -34,8 +34,8 @@ QColor themeColor(const char *key) {
 } // namespace
 
 CGraphAxisWidget::CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam,
-                                   boost::shared_ptr<CRealtimeData> data, int side, QWidget *parent)
-    : CBaseWidget(parent), mUiParam(std::move(uiParam)), mData(std::move(data)), mSide(side),
+                                   boost::shared_ptr<CRealtimeData> source, int side, QWidget *parent)
+    : CBaseWidget(parent), mUiParam(std::move(uiParam)), mData(std::move(source)), mSide(side),
       mHolographicPixmap(GZ::CUiResource::instance().getPixmap(QStringLiteral("tc_img_btn_holographic_view"))) {
     setObjectName(QStringLiteral("graphAxisWidget"));
     setAttribute(Qt::WA_OpaquePaintEvent);

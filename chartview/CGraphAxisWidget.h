@@ -29,7 +29,7 @@ class CGraphAxisWidget : public GZ::CBaseWidget {
 public:
     enum ESide : int { eLeft = 0, eRight = 1 };
 
-    CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> data,
+    CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> source,
                      int side, QWidget *parent = nullptr);
 
     void setDisplayType(EIndexDisplayType displayType);

@@ -51,11 +51,11 @@ int minuteOfDrawing(double milliseconds) {
 
 } // namespace
 
-CRealtimeGraphWidget::CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeData> data,
+CRealtimeGraphWidget::CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeData> source,
                                            boost::shared_ptr<CRealtimeUiParam> uiParam,
                                            EIndexDisplayType displayType, EIndexViewType viewType,
                                            QWidget *parent, bool /*newest*/)
-    : CBaseWidget(parent), mData(std::move(data)), mUiParam(std::move(uiParam)), mDisplayType(displayType),
+    : CBaseWidget(parent), mData(std::move(source)), mUiParam(std::move(uiParam)), mDisplayType(displayType),
       mId(id), mViewType(viewType), mMenuStyle(GZ::CStyleSheetCenter::getStyle(kMenuControl)) {
     setObjectName(QStringLiteral("realtime_graph_widget"));
     setMouseTracking(true);
@@ -211,7 +211,7 @@ void CRealtimeGraphWidget::onGraphFinished(void *notification) {
     deliverEvent(eDrawingFinished, 0, 0, QString(), notification);
 }
 
-bool CRealtimeGraphWidget::handleEvent(int event, int first, int second, QString text, void *data) {
+bool CRealtimeGraphWidget::handleEvent(int event, int first, int second, QString text, void *payload) {
     switch (event) {
     case eIgnoredByGraph1:
     case eIgnoredByGraph2:
@@ -222,7 +222,7 @@ bool CRealtimeGraphWidget::handleEvent(int event, int first, int second, QString
         request(corvane::ERunMode::Ordinary);
         return true;
     default:
-        return CBaseWidget::handleEvent(event, first, second, text, data);
+        return CBaseWidget::handleEvent(event, first, second, text, payload);
     }
 }
 

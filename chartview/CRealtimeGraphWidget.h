@@ -39,7 +39,7 @@ class CRealtimeGraphWidget : public GZ::CBaseWidget, public IGraphWidget {
 public:
     /// `id` is told in the events of this graph. The last argument says whether it is the graph of the newest
     /// day; the graph itself does not read it.
-    CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeData> data,
+    CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeData> source,
                          boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
                          EIndexViewType viewType, QWidget *parent, bool newest);
     /// Withdraws the requests of the data and empties it.
@@ -91,7 +91,7 @@ public:
 
     /// Passes a finished drawing to the host, as event 3183.
     void onGraphFinished(void *notification) override;
-    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+    bool handleEvent(int event, int first, int second, QString text, void *payload) override;
     void onUiResourceChanged() override;
 
 protected:

@@ -32,8 +32,8 @@ struct Event {
 /// Stands above the widgets under test: keeps every event that reaches it, and consumes it.
 class EventKeeper : public GZ::CBaseWidget {
 public:
-    bool handleEvent(int event, int first, int second, QString text, void *data) override {
-        mEvents.push_back({event, first, second, text, data});
+    bool handleEvent(int event, int first, int second, QString text, void *payload) override {
+        mEvents.push_back({event, first, second, text, payload});
         return true;
     }
     std::vector<Event> of(int number) const {
