@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QString>
 #include <QtGlobal>
 
 #include <string>
@@ -45,3 +47,17 @@ struct RPCFetchCacheDataParam {
 };
 
 } // namespace se
+
+namespace TC {
+
+/// Asks CFormulaManager::suppleDataFromServer for history of one or more instruments.
+struct CHistoryDataParam {
+    QList<QString> mMarkets; ///< parallel to mCodes
+    qint64 mPeriod = 60000; ///< milliseconds
+    qint64 mStart = 0; ///< milliseconds since the epoch
+    qint64 mEnd = 0;
+    qint32 mKind = 3001;
+    QList<QString> mCodes;
+};
+
+} // namespace TC

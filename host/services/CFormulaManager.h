@@ -55,8 +55,8 @@ public:
                                      HistoryQuoteCallback onQuotes) = 0;
     /// Hidden variables of a series at an axis index, as text.
     virtual QString lookHideVar(const QString &requestId, int index) = 0;
-    /// Fetches missing data from the server.
-    virtual void suppleDataFromServer(const QString &name, CFormulaParam &param,
+    /// Fetches missing history from the server. The progress may come on any thread.
+    virtual void suppleDataFromServer(const QString &name, CHistoryDataParam &param,
                                       SuppleProgressCallback onProgress) = 0;
     /// Progress of a group model run; false when the id is unknown.
     virtual bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) = 0;

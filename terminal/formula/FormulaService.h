@@ -55,8 +55,8 @@ public:
                              TC::HistoryQuoteCallback onQuotes) override;
     /// Native formulas have no hidden variables: empty.
     QString lookHideVar(const QString &requestId, int index) override;
-    /// All data are in the store already: one call that all is done.
-    void suppleDataFromServer(const QString &name, TC::CFormulaParam &param,
+    /// All data are in the store already: one call an instrument, that it is done.
+    void suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                               TC::SuppleProgressCallback onProgress) override;
     /// There are no group models here: false.
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;

@@ -80,11 +80,15 @@ QString FormulaService::lookHideVar(const QString &, int) {
     return {};
 }
 
-void FormulaService::suppleDataFromServer(const QString &, TC::CFormulaParam &param,
+void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam &param,
                                           TC::SuppleProgressCallback onProgress) {
-    mQueue.post([onProgress = std::move(onProgress), market = param.mMarket, code = param.mCode] {
-        if (onProgress) {
-            onProgress(1, 1, market, code);
+    if (!onProgress) {
+        return;
+    }
+    mQueue.post([onProgress = std::move(onProgress), markets = param.mMarkets, codes = param.mCodes] {
+        const int count = std::min(markets.size(), codes.size());
+        for (int i = 0; i < count; ++i) {
+            onProgress(i + 1, count, markets[i], codes[i]);
         }
     });
 }

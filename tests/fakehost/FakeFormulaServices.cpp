@@ -74,9 +74,11 @@ QString FakeFormulaManager::lookHideVar(const QString &requestId, int index) {
     return mHideVar;
 }
 
-void FakeFormulaManager::suppleDataFromServer(const QString &name, TC::CFormulaParam &param,
+void FakeFormulaManager::suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                                               TC::SuppleProgressCallback onProgress) {
-    mLog.add(QStringLiteral("CFormulaManager::suppleDataFromServer %1 %2").arg(name, param.mCode));
+    mLog.add(QStringLiteral("CFormulaManager::suppleDataFromServer %1 %2")
+                 .arg(name, QStringList(param.mCodes).join(QLatin1Char(','))));
+    mLastHistory = param;
     mOnProgress = onProgress;
 }
 
@@ -117,7 +119,9 @@ void FakeHistoryCache::addFormulaHistoryData(const QString &stock, const QString
                                              const TC::FormulaResultPtr &result) {
     mLog.add(QStringLiteral("CMultiRequestDataManager::addFormulaHistoryData %1 %2").arg(stock, formula));
     std::lock_guard<std::mutex> hold(mLock);
-    mSeries[qMakePair(stock, formula)] = qMakePair(meta, result);
+    if (mKeeping) {
+        mSeries[qMakePair(stock, formula)] = qMakePair(meta, result);
+    }
 }
 
 void FakeReplayManager::requestFormulas(const QString &stock, QVector<TC::CFormulaParam> &params,

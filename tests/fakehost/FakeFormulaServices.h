@@ -87,7 +87,7 @@ public:
     void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
                              TC::HistoryQuoteCallback onQuotes) override;
     QString lookHideVar(const QString &requestId, int index) override;
-    void suppleDataFromServer(const QString &name, TC::CFormulaParam &param,
+    void suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                               TC::SuppleProgressCallback onProgress) override;
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;
 
@@ -97,6 +97,7 @@ public:
     std::vector<TC::FormulaResultPtr> mSyncResults;
     std::vector<std::shared_ptr<quoter::QuoterBase>> mCached;
     TC::HistoryQuoteCallback mOnQuotes;
+    TC::CHistoryDataParam mLastHistory; ///< what the last download asked for
     TC::SuppleProgressCallback mOnProgress;
     QString mHideVar;
 
@@ -131,8 +132,12 @@ public:
     void addFormulaHistoryData(const QString &stock, const QString &formula, const TC::FormulaMetaPtr &meta,
                                const TC::FormulaResultPtr &result) override;
 
+    /// Whether series are kept; they are unless told.
+    void setKeeping(bool keeping) { mKeeping = keeping; }
+
 private:
     CallLog &mLog;
+    bool mKeeping = true;
     std::mutex mLock;
     QMap<QPair<QString, QString>, QPair<TC::FormulaMetaPtr, TC::FormulaResultPtr>> mSeries;
 };

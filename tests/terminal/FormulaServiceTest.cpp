@@ -430,3 +430,29 @@ TEST_F(FormulaServiceTest, QuotesOfARangeComeThroughTheCallback) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return called; }, 10000));
     EXPECT_EQ(quotes, (std::vector<std::pair<qint64, double>>{{kOpen + kMinute, 10.2}}));
 }
+
+TEST_F(FormulaServiceTest, ADownloadTellsItsProgressInstrumentByInstrument) {
+    TC::CHistoryDataParam history;
+    history.mMarkets = {"SH", "SZ"};
+    history.mCodes = {"600000", "000001"};
+    QStringList steps;
+    mService->suppleDataFromServer("suppledata", history,
+                                   [&](int done, int total, const QString &market, const QString &code) {
+                                       steps << QString("%1/%2 %3%4").arg(done).arg(total).arg(market, code);
+                                   });
+    EXPECT_TRUE(steps.isEmpty()); // not from within the call
+    ASSERT_TRUE(QTest::qWaitFor([&] { return steps.size() == 2; }, 10000));
+    EXPECT_EQ(steps, (QStringList{"1/2 SH600000", "2/2 SZ000001"}));
+}
+
+TEST_F(FormulaServiceTest, ADownloadOfNothingOrWithoutACallbackTellsNobody) {
+    TC::CHistoryDataParam history;
+    bool called = false;
+    mService->suppleDataFromServer("suppledata", history,
+                                   [&](int, int, const QString &, const QString &) { called = true; });
+    history.mMarkets = {"SH"};
+    history.mCodes = {"600000"};
+    mService->suppleDataFromServer("suppledata", history, {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mService->pendingResults() == 0; }, 10000));
+    EXPECT_FALSE(called);
+}
