@@ -91,13 +91,13 @@ double CRealtimeData::baseOf(const CFormulaKey &key, const se::RPCFormulaResultC
 
 /// Several instruments, or marks that carry prices of their own: every series gets the same percentages.
 bool CRealtimeData::updateJointRange(const CFormulaKey &key) {
-    double amplitude = 0.0;
-    double freeAmplitude = 0.0;
+    double amp = 0.0;
+    double ampFree = 0.0;
     if (mUiParam->mLinkageFlags & kSelectedDataView) {
         CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
         const auto take = [&](bool shown, double found) {
             if (shown && isUsable(found)) {
-                amplitude = std::max(amplitude, found);
+                amp = std::max(amp, found);
             }
         };
         const auto &stocks = mUiParam->mLinkageStocks;
@@ -109,7 +109,7 @@ bool CRealtimeData::updateJointRange(const CFormulaKey &key) {
     }
     const auto target = [&](const CFormulaKey &of) -> double & {
         const bool free = !mUiParam->isMainStock(of.mStock) && mUiParam->isNoAxisOverlayStock(of.mStock);
-        return free ? freeAmplitude : amplitude;
+        return free ? ampFree : amp;
     };
     for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
         if (!mUiParam->isVolFormula(entry.key().mFormula) && extremesOf(*entry).isSet()) {

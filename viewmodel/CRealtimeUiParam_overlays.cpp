@@ -164,7 +164,8 @@ void CRealtimeUiParam::updateAddSwBkzsCode() {
         return;
     }
     CSectorManager &sectors = CSingletonT<CSectorManager>::instance();
-    const QString code = sectors.getBkzsCodeByName(sectors.getSWSectorByStock(getStock(), mAddSwBkzsLevel));
+    const QString sectorName = sectors.getSWSectorByStock(getStock(), mAddSwBkzsLevel);
+    const QString code = sectors.getBkzsCodeByName(sectorName);
     if (code.isEmpty()) {
         removeOverlays(mAddStocks, mStockColors, isSectorIndex);
         mAddBkzsCode.clear();
