@@ -200,6 +200,8 @@ private:
     void drawTail(QPainter *painter, const QRect &rect);
     /// Remembers what EChangeFlag bits changed on the screen, for takeDirtyRect.
     void noteDamage(int flags);
+    /// Remembers for noteDamage that a point of a held series has other contents now.
+    void notePoint(const se::RPCFormulaResultCache &entry, std::size_t index);
     template <class Visit> void visitLines(const QRect &rect, int start, int end, Visit visit) const;
     void drawLine(QPainter *painter, const DrawnLine &line, int total) const;
     bool isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta, int line) const;
@@ -207,7 +209,6 @@ private:
     int drawnPointCount() const;
     QRect tailRect() const;
     void makePixmaps();
-    uint laggingDigest() const;
     double baseOf(const CFormulaKey &key, const se::RPCFormulaResultCache &middleOf) const;
     bool updateJointRange(const CFormulaKey &key);
     bool updateSingleRange(const CFormulaKey &key);
@@ -258,8 +259,8 @@ private:
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
     QRect mTailOnScreen; ///< where the newest points were then
     int mDrawnEnd = -1; ///< last index in the chart pixmap
-    uint mDrawnDigest = 0; ///< of the points in it that may still change
-    bool mChartStale = false; ///< a point in it has changed
+    bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
+    bool mChartStale = false; ///< it is drawn anew before it is shown
     qint32 mTradeDate = 0; ///< seconds since the epoch at midnight
     bool mIsLastTradingDay = false;
     QTime mReplayTime; ///< newest point during replay

@@ -3,7 +3,6 @@
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/ChartLayout.h"
 #include "chartdata/GapFilling.h"
-#include "chartdata/SeriesDigest.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
@@ -153,6 +152,7 @@ void CRealtimeData::drawChart(const QRect &rect) {
     }
     noteDamage(eSeriesChanged);
     mChartStale = false;
+    mDrawnPointChanged = false;
     mDrawnEnd = -1;
     mLook.refresh();
     mChartPixmap.fill(mLook.background);
@@ -169,7 +169,6 @@ void CRealtimeData::drawChart(const QRect &rect) {
     }
     drawSeries(&painter, rect, 0, end, mUiParam->mPointCount - 1);
     mDrawnEnd = end;
-    mDrawnDigest = laggingDigest();
 }
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio.
@@ -387,27 +386,19 @@ QRect CRealtimeData::tailRect() const {
     return touched;
 }
 
-/// Tells the points in the chart pixmap that can change without anything but a point being said to change: those
-/// of overlays, of series that are shorter than the main one, and of drawings that always show the whole line.
-uint CRealtimeData::laggingDigest() const {
-    uint digest = 0;
-    for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
-        const int points = pointCount(*entry);
-        bool whole = mFillGaps;
-        for (int line = 0; line < lineCount(*entry); ++line) {
-            whole |= DrawnLine::styleOf(entry->meta, line) == kTextExStyle;
-        }
-        const bool lagging = points - 1 <= mDrawnEnd || !mUiParam->isMainStock(entry.key().mStock);
-        if (whole || lagging) {
-            digest = digestOfPoints(entry->result, whole ? points : std::min(points, mDrawnEnd + 1), digest);
-        }
+/// Only the newest points may change without a redrawing. The chart pixmap holds more than that: points of series
+/// that are shorter than the main one, and drawings that always show the whole line.
+void CRealtimeData::notePoint(const se::RPCFormulaResultCache &entry, std::size_t index) {
+    bool whole = mFillGaps;
+    for (int line = 0; line < lineCount(entry); ++line) {
+        whole |= DrawnLine::styleOf(entry.meta, line) == kTextExStyle;
     }
-    return digest;
+    mDrawnPointChanged |= whole || static_cast<int>(index) <= mDrawnEnd;
 }
 
 void CRealtimeData::noteDamage(int flags) {
     mDamage |= flags;
-    if (flags == ePointChanged && mDrawnEnd >= 0 && !mChartStale && laggingDigest() != mDrawnDigest) {
+    if (flags == ePointChanged && mDrawnEnd >= 0 && mDrawnPointChanged && !mChartStale) {
         mChartStale = true;
         mDamage |= eSeriesChanged;
     }

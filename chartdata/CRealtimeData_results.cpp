@@ -221,7 +221,10 @@ void CRealtimeData::alignOverlay(const CFormulaKey &key, int first) {
     if (!hasShapeOf(aligned->result, main->result)) {
         shapeLike(aligned->result, main->result);
     }
-    alignValues(aligned->result, main->result, overlay->result, from);
+    const std::size_t changed = alignValues(aligned->result, main->result, overlay->result, from);
+    if (changed < main->result.mTimes.size()) {
+        notePoint(*aligned, changed);
+    }
 }
 
 // Pushed series
@@ -301,7 +304,11 @@ int CRealtimeData::doRealtimeCallback(int, const QString &requestId, const Formu
         return eNothingChanged;
     }
     const bool overlay = role == ERole::Overlay;
-    storePoint(stored, place, *point, overlay ? EPointParts::Values : EPointParts::Everything);
+    const EPointParts parts = overlay ? EPointParts::Values : EPointParts::Everything;
+    const bool shown = !overlay || mFillGaps; // an overlay is shown as it is, or as it is aligned
+    if (storePoint(stored, place, *point, parts) && shown) {
+        notePoint(*found, place.index);
+    }
     int flags = ePointChanged;
     if (place.kind == EPointPlace::New || (place.kind == EPointPlace::Older && !overlay)) {
         flags |= eSeriesChanged;

@@ -17,16 +17,20 @@ qint64 secondOf(const se::TimePosition &time) {
     return time.first / 1000;
 }
 
-void fillSlot(se::RPCFormulaResult &aligned, std::size_t slot, const se::TimePosition &time,
+/// Whether the values or the validity of the slot are others now.
+bool fillSlot(se::RPCFormulaResult &aligned, std::size_t slot, const se::TimePosition &time,
               const se::RPCFormulaResult &overlay, std::size_t point) {
+    bool changed = aligned.mValid[slot] != 1;
     aligned.mTimes[slot] = time;
     aligned.mValid[slot] = 1;
     const std::size_t lines = std::min(aligned.mValues.size(), overlay.mValues.size());
     for (std::size_t line = 0; line < lines; ++line) {
         if (point < overlay.mValues[line].size()) {
+            changed |= aligned.mValues[line][slot] != overlay.mValues[line][point];
             aligned.mValues[line][slot] = overlay.mValues[line][point];
         }
     }
+    return changed;
 }
 
 } // namespace
@@ -52,19 +56,21 @@ void shapeLike(se::RPCFormulaResult &series, const se::RPCFormulaResult &main) {
     series.mShared2 = main.mShared2;
 }
 
-void alignValues(se::RPCFormulaResult &aligned, const se::RPCFormulaResult &main,
-                 const se::RPCFormulaResult &overlay, std::size_t first) {
+std::size_t alignValues(se::RPCFormulaResult &aligned, const se::RPCFormulaResult &main,
+                        const se::RPCFormulaResult &overlay, std::size_t first) {
+    std::size_t firstChanged = main.mTimes.size();
     std::size_t point = first;
     std::size_t slot = first;
     while (point < overlay.mTimes.size() && slot < main.mTimes.size()) {
         const qint64 overlaySecond = secondOf(overlay.mTimes[point]);
         const qint64 mainSecond = secondOf(main.mTimes[slot]);
-        if (mainSecond == overlaySecond) {
-            fillSlot(aligned, slot, main.mTimes[slot], overlay, point);
+        if (mainSecond == overlaySecond && fillSlot(aligned, slot, main.mTimes[slot], overlay, point)) {
+            firstChanged = std::min(firstChanged, slot);
         }
         point += overlaySecond <= mainSecond ? 1 : 0;
         slot += mainSecond <= overlaySecond ? 1 : 0;
     }
+    return firstChanged;
 }
 
 } // namespace TC

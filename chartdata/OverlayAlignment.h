@@ -16,8 +16,9 @@ void shapeLike(se::RPCFormulaResult &series, const se::RPCFormulaResult &main);
 
 /// Puts the values of `overlay` into the points of `aligned`, which has the shape of `main`, from index `first`
 /// of both on. Two points share a slot when they lie in the same second. A point of the overlay without a slot
-/// is dropped; a slot without a point keeps what it had. Linear in what follows `first`.
-void alignValues(se::RPCFormulaResult &aligned, const se::RPCFormulaResult &main,
-                 const se::RPCFormulaResult &overlay, std::size_t first);
+/// is dropped; a slot without a point keeps what it had. Linear in what follows `first`. Answers the first slot
+/// whose values or validity are others now, or the length of `main`.
+std::size_t alignValues(se::RPCFormulaResult &aligned, const se::RPCFormulaResult &main,
+                        const se::RPCFormulaResult &overlay, std::size_t first);
 
 } // namespace TC

@@ -5,24 +5,29 @@
 namespace TC {
 namespace {
 
-/// Stores an element, growing the list up to it.
-template <class T> void put(std::vector<T> &list, std::size_t index, const T &item, const T &missing) {
-    if (list.size() <= index) {
+/// Stores an element, growing the list up to it. Whether the list is another one now.
+template <class T> bool put(std::vector<T> &list, std::size_t index, const T &item, const T &missing) {
+    const bool grown = list.size() <= index;
+    if (grown) {
         list.resize(index + 1, missing);
     }
+    const bool changed = grown || list[index] != item;
     list[index] = item;
+    return changed;
 }
 
-/// Stores the items of a point, one a line.
+/// Stores the items of a point, one a line. Whether any list is another one now.
 template <class T>
-void putLines(std::vector<std::vector<T>> &lists, std::size_t index, const std::vector<T> &items,
+bool putLines(std::vector<std::vector<T>> &lists, std::size_t index, const std::vector<T> &items,
               const T &missing) {
     if (lists.size() < items.size()) {
         lists.resize(items.size());
     }
+    bool changed = false;
     for (std::size_t line = 0; line < items.size(); ++line) {
-        put(lists[line], index, items[line], missing);
+        changed |= put(lists[line], index, items[line], missing);
     }
+    return changed;
 }
 
 /// Stores the last items of the lines of another series.
@@ -71,18 +76,20 @@ PointPlace findPlace(const std::vector<se::TimePosition> &times, const se::TimeP
     return {EPointPlace::Older, static_cast<std::size_t>(found - times.begin())};
 }
 
-void storePoint(se::RPCFormulaResult &series, const PointPlace &place, const se::RPCFormulaInstantResult &point,
+bool storePoint(se::RPCFormulaResult &series, const PointPlace &place, const se::RPCFormulaInstantResult &point,
                 EPointParts parts) {
-    if (place.kind == EPointPlace::New) {
+    bool changed = place.kind == EPointPlace::New;
+    if (changed) {
         series.mTimes.push_back(point.mTime);
     }
-    put(series.mValid, place.index, kValid, kInvalid);
-    putLines(series.mValues, place.index, point.mValues, kUnsetValue);
+    changed |= put(series.mValid, place.index, kValid, kInvalid);
+    changed |= putLines(series.mValues, place.index, point.mValues, kUnsetValue);
     if (parts == EPointParts::Everything) {
-        putLines(series.mTexts, place.index, point.mTexts, kNoText);
-        putLines(series.mExtra1, place.index, point.mExtra1, se::kDefaultColor);
-        putLines(series.mExtra2, place.index, point.mExtra2, 0.0);
+        changed |= putLines(series.mTexts, place.index, point.mTexts, kNoText);
+        changed |= putLines(series.mExtra1, place.index, point.mExtra1, se::kDefaultColor);
+        changed |= putLines(series.mExtra2, place.index, point.mExtra2, 0.0);
     }
+    return changed;
 }
 
 EPushOutcome mergeLastPoint(se::RPCFormulaResult &series, const se::RPCFormulaResult &incoming,

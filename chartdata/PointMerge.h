@@ -32,8 +32,8 @@ enum class EPointParts { Values, Everything };
 
 /// Stores a point at its place, which is not None. Values, and with Everything also texts and further items,
 /// are taken line by line; a line that the point does not have keeps what it had. The point becomes valid.
-/// Lists that are too short are grown, missing values being unset.
-void storePoint(se::RPCFormulaResult &series, const PointPlace &place, const se::RPCFormulaInstantResult &point,
+/// Lists that are too short are grown, missing values being unset. Answers whether anything is different now.
+bool storePoint(se::RPCFormulaResult &series, const PointPlace &place, const se::RPCFormulaInstantResult &point,
                 EPointParts parts);
 
 /// What became of a whole series of which only the last point counts.

@@ -5,6 +5,9 @@
 #include "tests/support/Series.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QImage>
+#include <QPainter>
+
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
 
@@ -119,6 +122,14 @@ protected:
         data.setChartRect(QRect(0, 0, 300, 200));
         data.adoptMaxMin(data.getMaxMinMap(), true);
         data.setDrawEnabled(true);
+    }
+    /// What a pane of that size shows.
+    static QImage painted(TC::CRealtimeData &data) {
+        QImage image(300, 200, QImage::Format_RGB32);
+        image.fill(Qt::magenta);
+        QPainter painter(&image);
+        data.paintTo(&painter, image.rect());
+        return image;
     }
 
     fakehost::FakeHost mHost;

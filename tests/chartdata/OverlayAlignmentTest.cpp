@@ -92,6 +92,19 @@ TEST(OverlayAlignment, BeginsAtTheFirstIndexOfBoth) {
     EXPECT_EQ(aligned.mValues[0], (std::vector<double>{0, 0, 30, 40}));
 }
 
+TEST(OverlayAlignment, TellsTheFirstSlotThatIsAnotherOneNow) {
+    const auto main = makeResult(minuteTimes(kDay, 570, 4), {1, 2, 3, 4});
+    auto overlay = makeResult(minuteTimes(kDay, 570, 4), {0, 20, 30, 40});
+    se::RPCFormulaResult aligned;
+    shapeLike(aligned, *main);
+    EXPECT_EQ(alignValues(aligned, *main, *overlay, 0), 0u); // the value is the 0 of a new slot, but valid now
+    EXPECT_EQ(alignValues(aligned, *main, *overlay, 0), 4u); // nothing
+    overlay->mValues[0][1] = 21;
+    overlay->mValues[0][3] = 41;
+    EXPECT_EQ(alignValues(aligned, *main, *overlay, 2), 3u);
+    EXPECT_EQ(alignValues(aligned, *main, *overlay, 0), 1u);
+}
+
 TEST(OverlayAlignment, ShortLinesAndUnsortedTimesAreHarmless) {
     auto main = makeResult({after(5000), after(1000), after(5000)}, {1, 2, 3}, std::vector<double>{1});
     auto overlay =

@@ -90,6 +90,29 @@ TEST(PointMerge, StoringValuesAloneLeavesTextsAndFurtherItems) {
     EXPECT_EQ(series->mExtra1[0].size(), 3u);
 }
 
+TEST(PointMerge, StoringTellsWhetherAnythingIsDifferent) {
+    auto series = makeResult(threeMinutes(), {1, 2, 3});
+    const PointPlace newest{EPointPlace::Newest, 2};
+    auto point = makePoint(minuteTime(kDay, 573), {3});
+    const auto differs = [&](EPointParts parts) { return storePoint(*series, newest, *point, parts); };
+    EXPECT_FALSE(differs(EPointParts::Values));
+    point->mValues = {4};
+    EXPECT_TRUE(differs(EPointParts::Values));
+    EXPECT_FALSE(differs(EPointParts::Values));
+    series->mValid[2] = 0;
+    EXPECT_TRUE(differs(EPointParts::Values));
+    point->mTexts = {"a"};
+    EXPECT_FALSE(differs(EPointParts::Values));
+    EXPECT_TRUE(differs(EPointParts::Everything));
+    point->mExtra1 = {7};
+    EXPECT_TRUE(differs(EPointParts::Everything));
+    point->mExtra2 = {0.5};
+    EXPECT_TRUE(differs(EPointParts::Everything));
+    EXPECT_FALSE(differs(EPointParts::Everything));
+    EXPECT_TRUE(
+        storePoint(*series, {EPointPlace::New, 3}, *makePoint(minuteTime(kDay, 574), {}), EPointParts::Values));
+}
+
 TEST(PointMerge, PointWithFewerLinesLeavesTheOthers) {
     auto series = makeResult(threeMinutes(), {1, 2, 3}, std::vector<double>{4, 5, 6});
     storePoint(*series, {EPointPlace::Newest, 2}, *makePoint(minuteTime(kDay, 573), {30}),

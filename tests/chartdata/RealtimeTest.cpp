@@ -204,6 +204,29 @@ TEST_F(Realtime, OverlayUpdateMovesTheLastSlotAndAnnouncesNoAverage) {
     EXPECT_EQ(mUi->mDataCount, 3);
 }
 
+/// An overlay that lags behind is in the chart pixmap with its newest point.
+TEST_F(Realtime, OverlayTickInADrawnSlotRepaintsThePaneAndARepeatedOneItsNewestPoints) {
+    auto data = liveWithOverlay();
+    point(*data, mMain, makePoint(minuteTime(kDay, 573), {11.5, 11}));
+    data->adoptMaxMin(data->getMaxMinMap(), true);
+    const QRect pane(0, 0, 300, 200);
+    const auto tick = [&](const TC::CFormulaKey &which, int minute, double price) {
+        painted(*data);
+        data->takeDirtyRect();
+        data->onRealtimeCallback(0, data->getReqID(which), makePoint(minuteTime(kDay, minute), {price, 11}));
+        return data->takeDirtyRect();
+    };
+    EXPECT_EQ(tick(mOverlay, 572, 10.5), pane);
+    QImage redrawn = painted(*data);
+    data->redraw();
+    EXPECT_EQ(redrawn, painted(*data));
+    const QRect again = tick(mOverlay, 572, 10.5);
+    EXPECT_LT(again.width(), 20);
+    EXPECT_FALSE(again.isEmpty());
+    EXPECT_LT(tick(mMain, 573, 11.25).width(), 20); // the newest segment is not in the pixmap
+    EXPECT_EQ(tick(mOverlay, 572, 10.75), pane);
+}
+
 TEST_F(Realtime, OlderOverlayPointIsNoOutOfOrderMarkAndAlignsTheLastIndexOnly) {
     auto data = liveWithOverlay();
     EXPECT_EQ(point(*data, mOverlay, makePoint(minuteTime(kDay, 571), {10.5})), ePointChanged);

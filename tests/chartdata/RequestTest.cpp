@@ -559,6 +559,21 @@ TEST_F(Request, SynchronousResultsAreStoredInOrderWithoutEvents) {
     }
 }
 
+TEST_F(Request, SynchronousResultsLeaveThePixmapsAlone) {
+    auto data = makeSub();
+    mHost.mFormulas.mSyncMetas = {makeMeta(1)};
+    mHost.mFormulas.mSyncResults = {makeResult(minuteTimes(kDay, 570, 4), {10, 14, 12, 13})};
+    data->syncRequest(ERunMode::Ordinary);
+    startDrawing(*data);
+    const QImage before = painted(*data);
+    mHost.mFormulas.mSyncResults = {makeResult(minuteTimes(kDay, 570, 4), {13, 10, 14, 11})};
+    data->syncRequest(ERunMode::Ordinary);
+    EXPECT_EQ(series(*data, key("SH600000", "MACD")).mValues[0], (std::vector<double>{13, 10, 14, 11}));
+    EXPECT_EQ(painted(*data), before);
+    data->redraw();
+    EXPECT_NE(painted(*data), before);
+}
+
 TEST_F(Request, FewerSynchronousResultsThanRequestsChangeNothing) {
     auto data = makeMain({"REALTIME", "REALTIMEVOL"});
     mHost.mFormulas.mSyncMetas = {makeMeta(1)};
