@@ -29,6 +29,7 @@ namespace TC {
 class CModifyModelParamDialog;
 class CRealtimeData;
 class CRealtimeUiParam;
+class CStockInfo;
 class CViewVariableDialog;
 
 /// One drawn graph of a pane: the price chart of a trading day with its volume band, or a formula pane of that
@@ -94,11 +95,31 @@ public:
     bool handleEvent(int event, int first, int second, QString text, void *payload) override;
     void onUiResourceChanged() override;
 
+    /// An instrument picked in the smart keyboard, to be overlaid; `withAxis` on an axis scale of its own. One
+    /// that is there already, or is the main one, changes nothing. The shortcuts "03" and "04" stand for an index.
+    void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis);
+
+public slots:
+    /// Shows the region lines and asks for the statistics of a region: its first index, and its text (end index,
+    /// start and end in seconds since the epoch, joined by commas).
+    void slotStatistic(bool checked, int startIndex, const QString &text);
+    /// Sets the range of the market replay to that of a region's text, which may have a key as its fourth field.
+    void slotSetReplayTimeRegin(bool checked, int index, const QString &text);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    /// Looks for the trades under the mouse when a tip is due.
+    bool event(QEvent *event) override;
+    void enterEvent(QEvent *event) override;
+    /// Ends whatever the mouse has under way.
+    void leaveEvent(QEvent *event) override;
 
 private:
     /// What a paint needs of the theme and of the formulas, kept from paint to paint.
@@ -118,6 +139,11 @@ private:
     void paintRegionLines(QPainter &painter);
     void paintTip(QPainter &painter);
     void paintEnhancement(QPainter &painter);
+
+    void growSelection(const QPoint &mouse);
+    void moveCrossLine(int x, bool on);
+    void deliverLeftSelection();
+    QString markAt(int x, int y) const;
 
     /// Pixel of this widget to (axis index, value), and back.
     QPointF toLogical(const QPointF &pixel) const;

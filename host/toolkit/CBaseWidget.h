@@ -14,6 +14,10 @@ public:
 
     /// Repaints; a derived widget renews what it keeps of the theme first.
     void onUiResourceChanged() override;
+
+protected:
+    /// Ignores it. A double click is no further press.
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
 };
 
 } // namespace GZ

@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -34,6 +35,9 @@ class EventKeeper : public GZ::CBaseWidget {
 public:
     bool handleEvent(int event, int first, int second, QString text, void *payload) override {
         mEvents.push_back({event, first, second, text, payload});
+        if (mOnEvent) {
+            mOnEvent(event);
+        }
         return true;
     }
     std::vector<Event> of(int number) const {
@@ -46,6 +50,7 @@ public:
         return found;
     }
     std::vector<Event> mEvents;
+    std::function<void(int)> mOnEvent; ///< hears the number of every event
 };
 
 /// A view of the stock SH600000, last close 10.00, step 0.01, on 2024-03-15.

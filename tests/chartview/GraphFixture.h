@@ -30,6 +30,13 @@ TESTS_PEEK(mDealTips, QList<boost::shared_ptr<kvservice::CDealDetail>> TC::CReal
 TESTS_PEEK(mOrderTips, QList<boost::shared_ptr<kvservice::COrderDetail>> TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mCrossActive, bool TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mMouseY, int TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mMouseIn, bool TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mDragging, bool TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mNormalContextMenu, bool TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mLeftStart, QPoint TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mRightStart, QPoint TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mRegionLeftX, int TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mRegionRightX, int TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(toLogical, QPointF (TC::CRealtimeGraphWidget::*)(const QPointF &) const);
 TESTS_PEEK(toPixel, QPointF (TC::CRealtimeGraphWidget::*)(const QPointF &) const);
 #undef TESTS_PEEK
@@ -50,13 +57,13 @@ public:
 /// A graph with its data and its left axis strip, in a window of the keeper.
 class GraphFixture : public ChartFixture {
 protected:
-    void makeGraph(TC::EIndexDisplayType type, const QStringList &formulas) {
+    void makeGraph(TC::EIndexDisplayType type, const QStringList &formulas,
+                   TC::EIndexViewType viewType = TC::EIndexViewType::Ordinary) {
         mData = makeData(type, formulas);
         mStrip = std::make_unique<TC::CGraphAxisWidget>(mUi, mData, TC::CGraphAxisWidget::eLeft);
         mStrip->setDisplayType(type);
         mData->setAxisWidget(mStrip.get());
-        mGraph = std::make_unique<TC::CRealtimeGraphWidget>(7, mData, mUi, type, TC::EIndexViewType::Ordinary,
-                                                            mKeeper.get(), true);
+        mGraph = std::make_unique<TC::CRealtimeGraphWidget>(7, mData, mUi, type, viewType, mKeeper.get(), true);
     }
     void makeMainGraph() { makeGraph(TC::EIndexDisplayType::Main, {"REALTIME", "REALTIMEVOL"}); }
     void showGraph(int width, int height) {

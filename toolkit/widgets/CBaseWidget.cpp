@@ -10,4 +10,8 @@ void CBaseWidget::onUiResourceChanged() {
     update();
 }
 
+void CBaseWidget::mouseDoubleClickEvent(QMouseEvent *event) {
+    QWidget::mousePressEvent(event); // that of QWidget itself: an override is not called
+}
+
 } // namespace GZ
