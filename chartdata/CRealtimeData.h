@@ -34,6 +34,7 @@ namespace TC {
 
 class CGraphAxisWidget;
 class CRealtimeUiParam;
+class MarkStamps;
 struct LinkageScope;
 
 /// What a result changed; combined by or.
@@ -229,8 +230,8 @@ private:
     void drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     int costStepEnd() const;
     void drawCostSteps(QPainter &painter, const QRect &rect);
-    void drawTask(QPainter &painter, const QRect &rect, const LinkageScope &scope,
-                  const std::string &instrument, double close,
+    void drawTask(MarkStamps &stamps, const QRect &rect, const LinkageScope &scope,
+                  const std::string &instrument, double close, const QTime &time,
                   const boost::shared_ptr<kvservice::CTaskDetail> &task);
     template <class IsShown>
     void drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope,

@@ -14,31 +14,37 @@
 namespace TC {
 namespace {
 
-enum EShown : std::size_t { eTotals = 3, eNet = 4 }; ///< places of mLinkageShow
-
 const QColor kProfitColor(255, 255, 128, 192);
 const QColor kBalanceColor(255, 128, 0, 192);
 
-/// A curve from point to point, drawn flat on to `end` where that lies beyond its last point.
-void drawCurve(QPainter &painter, QPolygon curve, int end, const QColor &color) {
-    if (curve.isEmpty()) {
-        return;
-    }
-    if (end > curve.last().x()) {
-        curve.append(QPoint(end, curve.last().y()));
-    }
+void drawCurve(QPainter &painter, const QPolygon &curve, const QColor &color) {
     painter.setPen(color);
     if (curve.size() > 1) {
         painter.drawPolyline(curve);
     }
 }
 
-/// The points of a curve; `column` gives the pixel of a key.
+/// The same, drawn flat on to `end` where that lies beyond the last point.
+void drawCurveTo(QPainter &painter, QPolygon curve, int end, const QColor &color) {
+    if (!curve.isEmpty() && end > curve.last().x()) {
+        curve.append(QPoint(end, curve.last().y()));
+    }
+    drawCurve(painter, curve, color);
+}
+
+/// Whether an amount makes a point of a curve.
+bool isDrawn(double amount) {
+    return isUsable(amount) && !isZero(amount);
+}
+
+/// The points of a curve; `column` gives the pixel of a key. What is no number makes no point.
 template <class Column>
 QPolygon curveOf(const TimedValues &values, const CurveScale &scale, int height, Column column) {
     QPolygon curve;
     for (const auto &value : values) {
-        curve.append(QPoint(column(value.first), curveRow(value.second, scale, height)));
+        if (isUsable(value.second)) {
+            curve.append(QPoint(column(value.first), curveRow(value.second, scale, height)));
+        }
     }
     return curve;
 }
@@ -60,10 +66,10 @@ void CRealtimeData::drawAmountCurves(QPainter &painter, const QRect &rect, const
         mUiParam->mLinkageAmounts[mUiParam->getIndexByTime(total.first)] = total.second;
     }
     const int now = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(hostNow().time()));
-    if (mUiParam->mLinkageShow[eTotals]) {
+    if (mUiParam->mLinkageShow[eShowTotals]) {
         drawTotalAmounts(painter, rect, totals, now);
     }
-    if (mUiParam->mLinkageShow[eNet]) {
+    if (mUiParam->mLinkageShow[eShowNet]) {
         drawNetAmount(painter, rect, totals, now);
     }
 }
@@ -75,15 +81,15 @@ void CRealtimeData::drawTotalAmounts(QPainter &painter, const QRect &rect, const
     QPolygon sells;
     for (const auto &total : totals) {
         const int x = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(total.first));
-        if (!isZero(total.second.first)) {
+        if (isDrawn(total.second.first)) {
             buys.append(QPoint(x, curveRow(total.second.first, scale, rect.height())));
         }
-        if (!isZero(total.second.second)) {
+        if (isDrawn(total.second.second)) {
             sells.append(QPoint(x, curveRow(total.second.second, scale, rect.height())));
         }
     }
-    drawCurve(painter, buys, now, themeColor("tc_clr_total_buyamount"));
-    drawCurve(painter, sells, now, themeColor("tc_clr_total_sellamount"));
+    drawCurveTo(painter, buys, now, themeColor("tc_clr_total_buyamount"));
+    drawCurveTo(painter, sells, now, themeColor("tc_clr_total_sellamount"));
 }
 
 void CRealtimeData::drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals,
@@ -95,8 +101,8 @@ void CRealtimeData::drawNetAmount(QPainter &painter, const QRect &rect, const Ti
         }
     }
     const auto column = [this](int index) { return mUiParam->getXAxisByIndex(index); };
-    drawCurve(painter, curveOf(byIndex(net), balancedScale(net), rect.height(), column), now,
-              themeColor("tc_clr_buyamount"));
+    drawCurveTo(painter, curveOf(byIndex(net), balancedScale(net), rect.height(), column), now,
+                themeColor("tc_clr_buyamount"));
 }
 
 /// Values by minute as values by index: the last of those that share one.
@@ -127,8 +133,7 @@ void CRealtimeData::drawMinuteCurve(QPainter &painter, const QRect &rect, const 
     const auto column = [this](int minute) {
         return mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(minute));
     };
-    const QPolygon curve = curveOf(values, scale, rect.height(), column);
-    drawCurve(painter, curve, 0, color);
+    drawCurve(painter, curveOf(values, scale, rect.height(), column), color);
 }
 
 } // namespace TC

@@ -13,12 +13,6 @@
 namespace TC {
 namespace {
 
-constexpr int kAccountView = 2; ///< of mLinkageFlags
-constexpr int kSelectedDataView = 4;
-
-/// Places of mLinkageShow.
-enum EShown : std::size_t { eOrders, eDeals, eTasks, eTotals, eNet, eProfit, eBalance, eStrategyFilter };
-
 /// Calls `visit` with every row of marks in a box until it answers true; true when it did.
 template <class Columns, class Visit> bool anyRowIn(const Columns &columns, const HitBox &box, Visit visit) {
     for (auto column = columns.lower_bound(box.left); column != columns.end() && column->first <= box.right;
@@ -49,8 +43,8 @@ bool listMarksIn(const Columns &columns, const HitBox &box, QList<Record> &list)
 }
 
 /// Whether the selected-data view shows a kind of record.
-bool isSelectedShown(const CRealtimeUiParam &uiParam, EShown kind) {
-    return (uiParam.mLinkageFlags & kSelectedDataView) && uiParam.mLinkageShow[kind];
+bool isSelectedShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {
+    return (uiParam.mLinkageFlags & eSelectedDataView) && uiParam.mLinkageShow[kind];
 }
 
 bool isFuturesMarket(const QString &market) {
@@ -61,43 +55,43 @@ bool isFuturesMarket(const QString &market) {
     return kMarkets.contains(market);
 }
 
-bool isShown(const CRealtimeUiParam &uiParam, EShown kind) {
-    return isSelectedShown(uiParam, kind) || (uiParam.mLinkageFlags & kAccountView);
+bool isShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {
+    return isSelectedShown(uiParam, kind) || (uiParam.mLinkageFlags & eAccountView);
 }
 
 } // namespace
 
 bool CRealtimeData::hitOrder(int x, int y) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    return isSelectedShown(*mUiParam, eOrders) && hasMarkIn(mOrderMarks, circleHitBox(x, y));
+    return isSelectedShown(*mUiParam, eShowOrders) && hasMarkIn(mOrderMarks, circleHitBox(x, y));
 }
 
 bool CRealtimeData::hitDeal(int x, int y) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    return isShown(*mUiParam, eDeals) && hasMarkIn(mDealMarks, circleHitBox(x, y));
+    return isShown(*mUiParam, eShowDeals) && hasMarkIn(mDealMarks, circleHitBox(x, y));
 }
 
 bool CRealtimeData::hitTask(int x, int y) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    return isShown(*mUiParam, eTasks) && hasMarkIn(mTaskMarks, flagHitBox(x, y));
+    return isShown(*mUiParam, eShowTasks) && hasMarkIn(mTaskMarks, flagHitBox(x, y));
 }
 
 bool CRealtimeData::getOrdersAt(int x, int y, QList<boost::shared_ptr<kvservice::COrderDetail>> &orders) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     orders.clear();
-    return isShown(*mUiParam, eOrders) && listMarksIn(mOrderMarks, circleHitBox(x, y), orders);
+    return isShown(*mUiParam, eShowOrders) && listMarksIn(mOrderMarks, circleHitBox(x, y), orders);
 }
 
 bool CRealtimeData::getDealsAt(int x, int y, QList<boost::shared_ptr<kvservice::CDealDetail>> &deals) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     deals.clear();
-    return isShown(*mUiParam, eDeals) && listMarksIn(mDealMarks, circleHitBox(x, y), deals);
+    return isShown(*mUiParam, eShowDeals) && listMarksIn(mDealMarks, circleHitBox(x, y), deals);
 }
 
 bool CRealtimeData::getTasksAt(int x, int y, QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     tasks.clear();
-    return isShown(*mUiParam, eTasks) && listMarksIn(mTaskMarks, flagHitBox(x, y), tasks);
+    return isShown(*mUiParam, eShowTasks) && listMarksIn(mTaskMarks, flagHitBox(x, y), tasks);
 }
 
 /// Reference price and key of the instrument shown; false when marks have nothing to be placed against.
@@ -128,37 +122,39 @@ void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
     mDealMarks.clear();
     mOrderMarks.clear();
     mTaskMarks.clear();
-    painter->setClipRect(QRect(QPoint(0, 0), mChartRect.size()));
+    painter->save();
+    painter->setClipRect(painter->window(), Qt::IntersectClip); // lines are drawn much faster under a clip
     scope.strategies = mUiParam->mLinkageStrategys;
-    scope.filter = mUiParam->mLinkageShow[eStrategyFilter];
-    if (mUiParam->mLinkageFlags & kSelectedDataView) {
+    scope.filter = mUiParam->mLinkageShow[eFilterStrategies];
+    if (mUiParam->mLinkageFlags & eSelectedDataView) {
         scope.accounts = mUiParam->mLinkageAccounts;
         scope.instruments = mUiParam->mLinkageStocks;
         drawSelectedData(*painter, rect, scope);
     }
-    if ((mUiParam->mLinkageFlags & kAccountView) && !scope.key.empty()) {
+    if ((mUiParam->mLinkageFlags & eAccountView) && !scope.key.empty()) {
         drawAccountView(*painter, rect, scope);
     }
+    painter->restore();
 }
 
 void CRealtimeData::drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
     const auto &shown = mUiParam->mLinkageShow;
-    if (shown[eOrders]) {
+    if (shown[eShowOrders]) {
         drawOrderMarks(painter, rect, scope);
     }
-    if (shown[eDeals]) {
+    if (shown[eShowDeals]) {
         drawDealMarks(painter, rect, scope);
     }
-    if (shown[eTasks]) {
+    if (shown[eShowTasks]) {
         drawTaskMarks(painter, rect, scope);
     }
-    if (shown[eTotals] || shown[eNet]) {
+    if (shown[eShowTotals] || shown[eShowNet]) {
         drawAmountCurves(painter, rect, scope);
     }
-    if (shown[eProfit]) {
+    if (shown[eShowProfit]) {
         drawProfitCurve(painter, rect, scope);
     }
-    if (shown[eBalance]) {
+    if (shown[eShowBalance]) {
         drawBalanceCurve(painter, rect, scope);
     }
 }

@@ -3,14 +3,17 @@
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageGeometry.h"
 #include "chartdata/LinkageScope.h"
+#include "chartdata/MarkStamps.h"
 #include "chartdata/ValueRange.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/CUiResource.h"
-#include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
+
+#include <algorithm>
+#include <climits>
 
 namespace TC {
 namespace {
@@ -37,15 +40,38 @@ bool isFinished(const kvservice::CTaskDetail &task) {
     return task.mFlag == 0 && (task.mStatus == 8 || task.mStatus == 10);
 }
 
+/// Adds a deal to what was traded; one whose amount is no number does not count.
+void addTrade(std::pair<int, double> &traded, const kvservice::CDealDetail &deal) {
+    if (isUsable(deal.mAmount)) {
+        const qint64 count = qint64(traded.first) + deal.mVolume;
+        traded.first = static_cast<int>(std::clamp<qint64>(count, INT_MIN, INT_MAX));
+        traded.second += deal.mAmount;
+    }
+}
+
+/// The circle of an order, or with `filled` that of a deal.
+void stampCircle(MarkStamps &stamps, const QPoint &at, bool filled, bool small, bool buy, int alpha) {
+    const QRect circle = markCircle(0, 0, small);
+    stamps.draw({filled, small, buy, alpha}, at, circle.adjusted(-2, -2, 2, 2), [&](QPainter &painter) {
+        painter.setPen(sideColor(buy, alpha));
+        painter.setBrush(filled ? QBrush(sideColor(buy, alpha)) : QBrush(Qt::NoBrush));
+        painter.drawEllipse(circle);
+    });
+}
+
 /// The flag of one task item, with the letter of its side.
-void drawFlag(QPainter &painter, const TaskFlag &flag, bool buy, bool finished) {
-    const QColor white(255, 255, 255, kOpaque);
-    painter.fillRect(flag.fill, finished ? QColor(255, 255, 255, kFaintAlpha) : sideColor(buy, kSoftAlpha));
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(finished ? white : sideColor(buy, kOpaque));
-    painter.drawRect(flag.frame);
-    painter.setPen(finished ? sideColor(buy, kOpaque) : white);
-    painter.drawText(flag.letter, Qt::AlignCenter, buy ? QStringLiteral("B") : QStringLiteral("S"));
+void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool buy, bool finished) {
+    constexpr int kLetterMargin = 8; // a wide letter leaves its room
+    const QRect bounds = flag.frame.united(flag.letter).adjusted(-kLetterMargin, -4, kLetterMargin, 4);
+    stamps.draw({flag.fill.height(), buy, finished, 0}, at, bounds, [&](QPainter &painter) {
+        const QColor white(255, 255, 255, kOpaque);
+        painter.fillRect(flag.fill, finished ? QColor(255, 255, 255, kFaintAlpha) : sideColor(buy, kSoftAlpha));
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(finished ? white : sideColor(buy, kOpaque));
+        painter.drawRect(flag.frame);
+        painter.setPen(finished ? sideColor(buy, kOpaque) : white);
+        painter.drawText(flag.letter, Qt::AlignCenter, buy ? QStringLiteral("B") : QStringLiteral("S"));
+    });
 }
 
 } // namespace
@@ -91,7 +117,7 @@ void CRealtimeData::placeRecords(const CLinkageManager::Records<Record> &account
 
 void CRealtimeData::drawOrderMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
     CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
-    painter.setBrush(Qt::NoBrush);
+    MarkStamps stamps(painter);
     for (const std::string &instrument : scope.instruments) {
         const CInstrumentDetailPtr detail = detailOf(instrument);
         if (!detail) {
@@ -102,14 +128,14 @@ void CRealtimeData::drawOrderMarks(QPainter &painter, const QRect &rect, const L
                      recordClose(detail, !mIsLastTradingDay), scope, rect, mOrderMarks,
                      [&](const kvservice::COrderDetail &order, const QPoint &at) {
                          const bool buy = kvservice::isBuyByDirection(order.mDirection, order.mOffsetFlag);
-                         painter.setPen(sideColor(buy, other ? kSoftAlpha : kStrongAlpha));
-                         painter.drawEllipse(markCircle(at.x(), at.y(), other));
+                         stampCircle(stamps, at, false, other, buy, other ? kSoftAlpha : kStrongAlpha);
                      });
     }
 }
 
 void CRealtimeData::drawDealMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
     CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
+    MarkStamps stamps(painter);
     for (const std::string &instrument : scope.instruments) {
         const CInstrumentDetailPtr detail = detailOf(instrument);
         if (!detail) {
@@ -119,13 +145,9 @@ void CRealtimeData::drawDealMarks(QPainter &painter, const QRect &rect, const Li
         placeRecords(linkage.getDealDetails(mTradeDate, instrument, scope.accounts), recordClose(detail, false),
                      scope, rect, mDealMarks, [&](const kvservice::CDealDetail &deal, const QPoint &at) {
                          const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-                         const QColor color = sideColor(buy, other ? kSoftAlpha : kStrongAlpha);
-                         painter.setPen(color);
-                         painter.setBrush(color);
-                         painter.drawEllipse(markCircle(at.x(), at.y(), other));
+                         stampCircle(stamps, at, true, other, buy, other ? kSoftAlpha : kStrongAlpha);
                      });
     }
-    painter.setBrush(Qt::NoBrush);
 }
 
 void CRealtimeData::drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
@@ -145,20 +167,16 @@ void CRealtimeData::drawAccountDeals(QPainter &painter, const QRect &rect, const
             deal = isAhead(deal->second) ? account.second.erase(deal) : std::next(deal);
         }
     }
+    MarkStamps stamps(painter);
     LinkageScope unfiltered = scope;
     unfiltered.filter = false;
     placeRecords(accounts, recordClose(detail, !mIsLastTradingDay || mReplayMode), unfiltered, rect, mDealMarks,
                  [&](const kvservice::CDealDetail &deal, const QPoint &at) {
                      const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
                      auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
-                     auto &traded = side[mUiParam->getIndexByTime(recordTime(deal.mTime))];
-                     traded.first += deal.mVolume;
-                     traded.second += deal.mAmount;
-                     painter.setPen(sideColor(buy, kSoftAlpha));
-                     painter.setBrush(sideColor(buy, kSoftAlpha));
-                     painter.drawEllipse(markCircle(at.x(), at.y(), false));
+                     addTrade(side[mUiParam->getIndexByTime(recordTime(deal.mTime))], deal);
+                     stampCircle(stamps, at, true, false, buy, kSoftAlpha);
                  });
-    painter.setBrush(Qt::NoBrush);
     drawCostSteps(painter, rect);
 }
 
@@ -189,10 +207,9 @@ void CRealtimeData::drawCostSteps(QPainter &painter, const QRect &rect) {
 }
 
 /// The items of a task that belong to an instrument, as flags.
-void CRealtimeData::drawTask(QPainter &painter, const QRect &rect, const LinkageScope &scope,
-                             const std::string &instrument, double close,
+void CRealtimeData::drawTask(MarkStamps &stamps, const QRect &rect, const LinkageScope &scope,
+                             const std::string &instrument, double close, const QTime &time,
                              const boost::shared_ptr<kvservice::CTaskDetail> &task) {
-    const QTime time = GZ::secondToQDateTime(task->mStartTime).time();
     for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
         QPoint at;
         if (!item || vmStockKey(item->mMarket, item->mCode) != instrument ||
@@ -202,12 +219,12 @@ void CRealtimeData::drawTask(QPainter &painter, const QRect &rect, const Linkage
         const long long done =
             CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
         mTaskMarks[at.x()][at.y()][task->getKey()] = task;
-        drawFlag(painter, taskFlag(at.x(), at.y(), done, item->mQuantity),
-                 kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
+        stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
+                  kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
     }
 }
 
-/// Draws the tasks of an instrument that `isShown` lets pass.
+/// Draws the tasks of an instrument that `isShown`, given a task and its time, lets pass.
 template <class IsShown>
 void CRealtimeData::drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope,
                               const std::string &instrument, IsShown isShown) {
@@ -215,14 +232,19 @@ void CRealtimeData::drawTasks(QPainter &painter, const QRect &rect, const Linkag
     if (!detail) {
         return;
     }
-    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
     const double close = recordClose(detail, false);
+    MarkStamps stamps(painter);
+    ClockTimes clock;
     for (const auto &account :
          CSingletonT<CLinkageManager>::instance().getTaskDetails(instrument, scope.accounts)) {
         for (const auto &item : account.second) {
             const boost::shared_ptr<kvservice::CTaskDetail> &task = item.second;
-            if (task && !task->mItems.empty() && task->mItems.front() && isShown(*task)) {
-                drawTask(painter, rect, scope, instrument, close, task);
+            if (!task || task->mItems.empty() || !task->mItems.front()) {
+                continue;
+            }
+            const QTime time = clock(task->mStartTime);
+            if (isShown(*task, time)) {
+                drawTask(stamps, rect, scope, instrument, close, time, task);
             }
         }
     }
@@ -230,8 +252,9 @@ void CRealtimeData::drawTasks(QPainter &painter, const QRect &rect, const Linkag
 
 void CRealtimeData::drawTaskMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
     for (const std::string &instrument : scope.instruments) {
-        drawTasks(painter, rect, scope, instrument,
-                  [&](const kvservice::CTaskDetail &task) { return scope.admits(strategyOf(task.mCommand)); });
+        drawTasks(painter, rect, scope, instrument, [&](const kvservice::CTaskDetail &task, const QTime &) {
+            return scope.admits(strategyOf(task.mCommand));
+        });
     }
 }
 
@@ -239,8 +262,9 @@ void CRealtimeData::drawAccountTasks(QPainter &painter, const QRect &rect, const
     if (!mIsLastTradingDay) {
         return;
     }
-    drawTasks(painter, rect, scope, scope.key, [this](const kvservice::CTaskDetail &task) {
-        const bool ahead = mReplayMode && GZ::secondToQDateTime(task.mStartTime).time() > mReplayTime;
+    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
+    drawTasks(painter, rect, scope, scope.key, [this](const kvservice::CTaskDetail &task, const QTime &time) {
+        const bool ahead = mReplayMode && time > mReplayTime;
         return task.mStartTime != kUnsetTime && !ahead;
     });
 }

@@ -1,8 +1,6 @@
 #include "chartdata/LinkageGeometry.h"
 
-#include "host/records/Enumerations.h"
-
-#include <QString>
+#include "chartdata/ValueRange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,16 +21,26 @@ int rounded(double value) {
     return static_cast<int>(std::max(-kLimit, std::min(kLimit, value + 0.5)));
 }
 
-bool isZero(double value) {
-    return std::abs(value) <= kValueTolerance;
+/// A point that a box can be put around.
+QPoint heldToPixels(int x, int y) {
+    constexpr int kFar = 2000000000;
+    return QPoint(std::clamp(x, -kFar, kFar), std::clamp(y, -kFar, kFar));
 }
 
 } // namespace
 
+// Written out since QTime::fromString takes ten microseconds, and a day has thousands of records.
 QTime recordTime(const std::string &text) {
-    const QString clock = QString::fromStdString(text);
-    const QTime time = QTime::fromString(clock, QStringLiteral("hh:mm:ss"));
-    return time.isNull() ? QTime::fromString(clock, QStringLiteral("hhmmss")) : time;
+    const auto number = [&text](std::size_t at) {
+        const auto digit = [&text](std::size_t i) {
+            return text[i] >= '0' && text[i] <= '9' ? text[i] - '0' : 99;
+        };
+        return digit(at) * 10 + digit(at + 1);
+    };
+    if (text.size() == 8 && text[2] == ':' && text[5] == ':') {
+        return QTime(number(0), number(3), number(6));
+    }
+    return text.size() == 6 ? QTime(number(0), number(2), number(4)) : QTime();
 }
 
 double relativeValue(double price, double recordClose, double chartClose) {
@@ -44,8 +52,8 @@ QRect markCircle(int x, int y, bool otherInstrument) {
 }
 
 TaskFlag taskFlag(int x, int y, long long done, long long total) {
-    const int height = done >= total ? static_cast<int>(kFlagFillHeight)
-                                     : rounded(static_cast<double>(done) * kFlagFillHeight / double(total));
+    const double share = done >= total ? 1.0 : static_cast<double>(done) / static_cast<double>(total);
+    const int height = rounded(std::clamp(share, 0.0, 1.0) * kFlagFillHeight);
     TaskFlag flag;
     flag.fill = QRect(x, y - height, kFlagWidth, height);
     flag.frame = QRect(x, y - kFlagHeight, kFlagWidth, kFlagHeight);
@@ -54,11 +62,13 @@ TaskFlag taskFlag(int x, int y, long long done, long long total) {
 }
 
 HitBox circleHitBox(int x, int y) {
-    return {x - kCircleReach, x + kCircleReach, y - kCircleReach, y + kCircleReach};
+    const QPoint at = heldToPixels(x, y);
+    return {at.x() - kCircleReach, at.x() + kCircleReach, at.y() - kCircleReach, at.y() + kCircleReach};
 }
 
 HitBox flagHitBox(int x, int y) {
-    return {x - kFlagHitWidth, x, y, y + kFlagHeight};
+    const QPoint at = heldToPixels(x, y);
+    return {at.x() - kFlagHitWidth, at.x(), at.y(), at.y() + kFlagHeight};
 }
 
 int curveRow(double value, const CurveScale &scale, int height) {
@@ -77,17 +87,15 @@ CurveScale totalAmountScale(const TimedAmounts &totals) {
     double firstSell = 0.0;
     double lastBuy = 0.0;
     double lastSell = 0.0;
+    const auto take = [](double amount, double &first, double &last) {
+        if (isUsable(amount) && !isZero(amount)) {
+            first = isZero(first) ? amount : first;
+            last = amount;
+        }
+    };
     for (const auto &total : totals) {
-        const double buy = total.second.first;
-        const double sell = total.second.second;
-        if (!isZero(buy)) {
-            firstBuy = isZero(firstBuy) ? buy : firstBuy;
-            lastBuy = buy;
-        }
-        if (!isZero(sell)) {
-            firstSell = isZero(firstSell) ? sell : firstSell;
-            lastSell = sell;
-        }
+        take(total.second.first, firstBuy, lastBuy);
+        take(total.second.second, firstSell, lastSell);
     }
     CurveScale scale{firstBuy > 0.0 ? firstBuy : kNoLow, lastBuy > 0.0 ? lastBuy : 0.0};
     if (firstSell > 0.0) {
@@ -107,8 +115,10 @@ CurveScale balancedScale(const TimedValues &values) {
     double lowest = kNoLow;
     double highest = -kNoLow;
     for (const auto &value : values) {
-        lowest = std::min(lowest, value.second);
-        highest = std::max(highest, value.second);
+        if (isUsable(value.second)) {
+            lowest = std::min(lowest, value.second);
+            highest = std::max(highest, value.second);
+        }
     }
     const double bound = std::max(std::abs(lowest), std::abs(highest));
     return {-bound, bound};
@@ -117,7 +127,7 @@ CurveScale balancedScale(const TimedValues &values) {
 CurveScale positiveScale(const TimedValues &values) {
     double bound = 0.0;
     for (const auto &value : values) {
-        bound = std::max(bound, value.second);
+        bound = isUsable(value.second) ? std::max(bound, value.second) : bound;
     }
     return {-bound, bound};
 }

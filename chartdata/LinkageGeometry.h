@@ -33,7 +33,8 @@ struct TaskFlag {
     QRect frame; ///< outline, as QPainter::drawRect takes it
     QRect letter; ///< room of the letter
 };
-/// `done` of `total` are finished; a total that is not above `done` fills the flag.
+/// `done` of `total` are finished; a total that is not above `done` fills the flag, a negative `done` leaves it
+/// empty.
 TaskFlag taskFlag(int x, int y, long long done, long long total);
 
 /// Pixels, ends included, in which a mark's anchor is looked for.
@@ -59,6 +60,8 @@ int curveRow(double value, const CurveScale &scale, int height);
 
 using TimedAmounts = std::map<int, std::pair<double, double>>; ///< minute or index to (buy, sell)
 using TimedValues = std::map<int, double>; ///< minute or index to value
+
+/// Amounts and values that are no numbers count for none of the ranges.
 
 /// Range of total amounts: from the smaller of the first amounts that are not zero to the larger of the last.
 CurveScale totalAmountScale(const TimedAmounts &totals);

@@ -1,9 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
 
 namespace TC {
+
+/// Views of CRealtimeUiParam::mLinkageFlags.
+enum ELinkageView : int { eAccountView = 2, eSelectedDataView = 4 };
+/// Places of CRealtimeUiParam::mLinkageShow.
+enum ELinkageShow : std::size_t {
+    eShowOrders,
+    eShowDeals,
+    eShowTasks,
+    eShowTotals,
+    eShowNet,
+    eShowProfit,
+    eShowBalance,
+    eFilterStrategies
+};
 
 /// Whose trading a chart shows, and what its prices are placed against.
 struct LinkageScope {
