@@ -21,6 +21,10 @@ namespace GZ {
 /// held to 0..10.
 QString formatDoubleNumber(long double number, int decimals, int flags, bool grouped, const QString &fallback);
 
+/// Decimals of a value beside a graph: those of `precision`, but at least 2 where eFormatScaled writes the value in
+/// units of 万 or larger.
+int getGraphShowTick(double value, int precision);
+
 /// UTF-8 text as QString.
 inline QString sToQs(const std::string &text) {
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));

@@ -22,6 +22,16 @@ constexpr Unit kUnits[] = {
     {1e4L, QT_TRANSLATE_NOOP("GZ::Text", "万")},
 };
 
+/// The unit that a number is counted in; null for the number itself.
+const Unit *unitOf(long double number) {
+    for (const Unit &unit : kUnits) {
+        if (std::fabs(number) >= unit.mSize - TC::kValueTolerance) {
+            return &unit;
+        }
+    }
+    return nullptr;
+}
+
 /// Digits with a point, whatever the locale; negative zero without its sign.
 std::string fixedText(long double number, int decimals) {
     std::string text(std::numeric_limits<long double>::max_exponent10 + 32, '\0');
@@ -57,12 +67,9 @@ QString formatDoubleNumber(long double number, int decimals, int flags, bool gro
     }
     QString unit;
     if (flags & utils::eFormatScaled) {
-        for (const Unit &candidate : kUnits) {
-            if (std::fabs(number) >= candidate.mSize - TC::kValueTolerance) {
-                number /= candidate.mSize;
-                unit = QCoreApplication::translate("GZ::Text", candidate.mName);
-                break;
-            }
+        if (const Unit *large = unitOf(number)) {
+            number /= large->mSize;
+            unit = QCoreApplication::translate("GZ::Text", large->mName);
         }
     }
     std::string text = fixedText(number, std::clamp(decimals, 0, 10));
@@ -71,6 +78,10 @@ QString formatDoubleNumber(long double number, int decimals, int flags, bool gro
     }
     return QString::fromLatin1(text.data(), static_cast<int>(text.size())) + unit +
            (flags & utils::eFormatPercent ? QStringLiteral("%") : QString());
+}
+
+int getGraphShowTick(double value, int precision) {
+    return unitOf(value) ? std::max(precision, 2) : precision;
 }
 
 } // namespace GZ

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QLine>
+#include <QRect>
+#include <QRegion>
+#include <QSize>
+#include <QString>
+
+/// \file
+/// Where the cross line and its value labels lie over a pane. Pixels of the overlay.
+
+namespace TC {
+
+/// What the cross line is drawn from.
+struct CrossLineInput {
+    QSize size; ///< of the overlay
+    bool shown = false;
+    int index = -1; ///< axis index under the cross line, negative none
+    int x = 0; ///< column of the vertical line, relative to the graphs
+    int y = -1; ///< row that was set for the horizontal line, negative none
+    int row = -1; ///< row where it is drawn: the one set, or that of the newest value under the keyboard
+    int top = 0; ///< first row of the vertical line
+    double value = 0.0; ///< of the row or the index
+    int decimals = 2; ///< of the value
+    bool withPercent = false; ///< the value lies in a band that has percentages
+    double base = 0.0; ///< of the percentage; zero, or the unset value, makes it invalid
+    QString invalid; ///< text of what is no number
+};
+
+/// The cross line as it is drawn; a box that is null is not.
+struct CrossLinePlan {
+    bool hasHorizontal = false;
+    bool hasVertical = false;
+    QLine horizontal;
+    QLine vertical;
+    QRect leftBox;
+    QString leftText;
+    QRect rightBox;
+    QString rightText;
+
+    /// All pixels that it touches, at any device pixel ratio.
+    QRegion region() const;
+    bool operator==(const CrossLinePlan &other) const;
+    bool operator!=(const CrossLinePlan &other) const { return !(*this == other); }
+};
+
+CrossLinePlan planCrossLine(const CrossLineInput &input);
+
+} // namespace TC

@@ -1,0 +1,128 @@
+#include "chartview/CrossLinePlan.h"
+
+#include "host/records/Enumerations.h"
+#include "host/toolkit/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace TC {
+namespace {
+
+CrossLineInput mouseInput() {
+    CrossLineInput input;
+    input.size = QSize(600, 300);
+    input.shown = true;
+    input.index = 20;
+    input.x = 100;
+    input.y = input.row = 80;
+    input.top = 17;
+    input.value = 10.5;
+    input.withPercent = true;
+    input.base = 10.0;
+    input.invalid = QStringLiteral("bad");
+    return input;
+}
+
+TEST(CrossLinePlan, LinesLeaveTheAxisStripsFree) {
+    const CrossLinePlan plan = planCrossLine(mouseInput());
+    EXPECT_TRUE(plan.hasHorizontal && plan.hasVertical);
+    EXPECT_EQ(plan.horizontal, QLine(50, 80, 550, 80));
+    EXPECT_EQ(plan.vertical, QLine(150, 17, 150, 300));
+}
+
+TEST(CrossLinePlan, LabelsStandAboveTheLineOverBothStrips) {
+    const CrossLinePlan plan = planCrossLine(mouseInput());
+    EXPECT_EQ(plan.leftBox, QRect(0, 60, 50, 20));
+    EXPECT_EQ(plan.leftText, "10.50");
+    EXPECT_EQ(plan.rightBox, QRect(550, 60, 50, 20));
+    EXPECT_EQ(plan.rightText, "5.00%");
+}
+
+TEST(CrossLinePlan, LabelOfARowNearTheTopStandsAtZero) {
+    CrossLineInput input = mouseInput();
+    input.y = input.row = 10;
+    EXPECT_EQ(planCrossLine(input).leftBox, QRect(0, 0, 50, 20));
+    EXPECT_EQ(planCrossLine(input).rightBox, QRect(550, 0, 50, 20));
+    input.y = input.row = 0;
+    EXPECT_TRUE(planCrossLine(input).hasHorizontal);
+}
+
+TEST(CrossLinePlan, WithoutARowThereIsOnlyTheVerticalLine) {
+    CrossLineInput input = mouseInput();
+    input.y = input.row = -1;
+    const CrossLinePlan plan = planCrossLine(input);
+    EXPECT_TRUE(plan.hasVertical);
+    EXPECT_FALSE(plan.hasHorizontal);
+    EXPECT_TRUE(plan.leftBox.isNull() && plan.rightBox.isNull());
+}
+
+TEST(CrossLinePlan, NothingWithoutAnIndexOrWhenNotShown) {
+    CrossLineInput input = mouseInput();
+    input.index = -1;
+    EXPECT_EQ(planCrossLine(input), CrossLinePlan());
+    input.index = 0;
+    input.shown = false;
+    EXPECT_EQ(planCrossLine(input), CrossLinePlan());
+    EXPECT_TRUE(planCrossLine(input).region().isEmpty());
+}
+
+TEST(CrossLinePlan, RowWithoutAPercentageGetsOnlyTheLeftBox) {
+    CrossLineInput input = mouseInput();
+    input.withPercent = false;
+    EXPECT_FALSE(planCrossLine(input).leftBox.isNull());
+    EXPECT_TRUE(planCrossLine(input).rightBox.isNull());
+}
+
+TEST(CrossLinePlan, InvalidValuesAndAZeroBaseShowTheTextOfNoNumber) {
+    CrossLineInput input = mouseInput();
+    input.base = 0.0;
+    EXPECT_EQ(planCrossLine(input).leftText, "10.50");
+    EXPECT_EQ(planCrossLine(input).rightText, "bad");
+    input.base = kUnsetValue;
+    EXPECT_EQ(planCrossLine(input).rightText, "bad");
+    for (const double value :
+         {kUnsetValue, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+        input = mouseInput();
+        input.value = value;
+        EXPECT_EQ(planCrossLine(input).leftText, "bad");
+        EXPECT_EQ(planCrossLine(input).rightText, "bad");
+    }
+}
+
+TEST(CrossLinePlan, LargeValuesKeepTwoDecimalsInTheirUnit) {
+    CrossLineInput input = mouseInput();
+    input.decimals = 0;
+    input.value = 9999.0;
+    EXPECT_EQ(planCrossLine(input).leftText, "9999");
+    input.value = 12346.0;
+    EXPECT_EQ(planCrossLine(input).leftText, QStringLiteral("1.23万"));
+    input.decimals = 3;
+    EXPECT_EQ(planCrossLine(input).leftText, QStringLiteral("1.235万"));
+}
+
+TEST(CrossLinePlan, RegionHoldsLinesAndBoxesAndLittleElse) {
+    const QRegion region = planCrossLine(mouseInput()).region();
+    for (const QPoint &inside : {QPoint(50, 80), QPoint(550, 80), QPoint(150, 17), QPoint(150, 300),
+                                 QPoint(0, 60), QPoint(49, 79), QPoint(599, 60), QPoint(300, 79)}) {
+        EXPECT_TRUE(region.contains(inside)) << inside.x() << ' ' << inside.y();
+    }
+    for (const QPoint &outside : {QPoint(300, 82), QPoint(300, 78), QPoint(148, 200), QPoint(152, 200)}) {
+        EXPECT_FALSE(region.contains(outside)) << outside.x() << ' ' << outside.y();
+    }
+}
+
+TEST(GraphShowTick, LargeValuesKeepAtLeastTwoDecimals) {
+    EXPECT_EQ(GZ::getGraphShowTick(9999.99, 0), 0);
+    EXPECT_EQ(GZ::getGraphShowTick(9999.99, 3), 3);
+    for (const double large : {10000.0, -10000.0, 9999.999995, 3e8, -4e13}) {
+        EXPECT_EQ(GZ::getGraphShowTick(large, 0), 2) << large;
+        EXPECT_EQ(GZ::getGraphShowTick(large, 1), 2) << large;
+        EXPECT_EQ(GZ::getGraphShowTick(large, 4), 4) << large;
+    }
+    EXPECT_EQ(GZ::getGraphShowTick(std::numeric_limits<double>::quiet_NaN(), 1), 1);
+}
+
+} // namespace
+} // namespace TC
