@@ -68,10 +68,11 @@ struct BenchChart::Day {
     fakehost::LiveRequest volume;
 };
 
-BenchChart::BenchChart(int points, int days, LineColors colors) : mColors(colors) {
+BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     mHost.mLog.setRecording(false);
     mHost.mStocks.add(kMarket, kCode, 10.0, 0.01);
+    mHost.mCache.setKeeping(false);
     mHost.mConfig.mRecord.mShowGradient = 0;
     mHost.mCatalogue.add(QStringLiteral("REALTIME"), 2);
     mHost.mCatalogue.add(QStringLiteral("REALTIMEVOL"), 2);
@@ -138,6 +139,12 @@ void BenchChart::restart() {
     }
 }
 
+void BenchChart::clear() {
+    for (const auto &day : mDays) {
+        day->data->clearData();
+    }
+}
+
 qint64 BenchChart::timeOf(int index) const {
     return mDays[0]->times[static_cast<std::size_t>(index)];
 }
@@ -145,9 +152,9 @@ qint64 BenchChart::timeOf(int index) const {
 void BenchChart::deliverHistory(const std::vector<Minute> &minutes, int count, int day) {
     const Day &target = *mDays[static_cast<std::size_t>(day)];
     const auto at = [&](int index) { return target.times[static_cast<std::size_t>(index)]; };
-    target.price.onHistory(metaOf({"价格", "均价"}, 0, {mColors.price, mColors.average}),
+    target.price.onHistory(metaOf({"价格", "均价"}, 0, {mLook.price, mLook.average}),
                            seriesOf(minutes, count, kPriceLines, at), target.price.id(), 1, QString(), true);
-    target.volume.onHistory(metaOf({"成交量"}, 2, {se::kDefaultColor}),
+    target.volume.onHistory(metaOf({"成交量"}, mLook.volumeStyle, {mLook.volume}),
                             seriesOf(minutes, count, kVolumeLines, at), target.volume.id(), 1, QString(), true);
 }
 
@@ -171,12 +178,25 @@ void BenchChart::deliverOverlayHistory(const QString &code, const std::vector<Mi
                     1, QString(), true);
 }
 
+void BenchChart::drawHidden() {
+    for (const auto &day : mDays) {
+        day->data->setDrawEnabled(true);
+    }
+}
+
+void BenchChart::updateAll() {
+    for (const auto &day : mDays) {
+        day->graph->update();
+    }
+    mLeft->update();
+    mRight->update();
+}
+
 void BenchChart::redrawAll() {
     for (const auto &day : mDays) {
         day->data->redraw();
-        day->graph->update();
     }
-    update();
+    updateAll();
 }
 
 TC::CRealtimeData &BenchChart::data(int day) {

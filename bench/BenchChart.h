@@ -26,10 +26,12 @@ struct Minute {
     double volume = 0.0;
 };
 
-/// Colours of the two lines, red | green << 8 | blue << 16, or se::kDefaultColor.
-struct LineColors {
+/// Colours of the lines, red | green << 8 | blue << 16, or se::kDefaultColor, and the draw style of the volume.
+struct LineLook {
     int price = se::kDefaultColor;
     int average = se::kDefaultColor;
+    int volume = se::kDefaultColor;
+    int volumeStyle = 2;
 };
 
 /// One view of one or more day graphs side by side between two axis strips, on a host of doubles: the product's
@@ -37,7 +39,7 @@ struct LineColors {
 class BenchChart : public GZ::CEventWidgetT<QWidget> {
 public:
     /// `points` is the number of positions of a day: 241, or any other for a single session of that length.
-    explicit BenchChart(int points = 241, int days = 1, LineColors colors = {});
+    explicit BenchChart(int points = 241, int days = 1, LineLook look = {});
     ~BenchChart() override;
 
     /// Room that the chart leaves free below, in pixels.
@@ -45,6 +47,8 @@ public:
     void setPreviousClose(double close);
     /// Withdraws, clears and requests again: the state of a fresh view of another day.
     void restart();
+    /// Forgets all series and ranges; the requests stay. The next history is drawn like a first one.
+    void clear();
     /// Hands over the history of the first `count` minutes, price and average first, then volume.
     void deliverHistory(const std::vector<Minute> &minutes, int count, int day = 0);
     /// Hands over one point of the newest day: the minute at `index`.
@@ -52,6 +56,10 @@ public:
     /// Overlays an instrument, requests everything anew and hands over the overlay's history.
     void addOverlay(const QString &code, const std::vector<Minute> &minutes, int count);
     void deliverOverlayHistory(const QString &code, const std::vector<Minute> &minutes, int count);
+    /// Draws also while it is not shown.
+    void drawHidden();
+    /// Asks for a repaint of everything, with the caches as they are.
+    void updateAll();
     /// Drops every cache: all pixmaps are drawn anew and everything is repainted.
     void redrawAll();
 
@@ -73,7 +81,7 @@ private:
 
     fakehost::FakeHost mHost;
     int mBottom = 0;
-    LineColors mColors;
+    LineLook mLook;
     boost::shared_ptr<TC::CRealtimeUiParam> mParam;
     std::vector<std::unique_ptr<Day>> mDays; ///< newest first
     TC::CGraphAxisWidget *mLeft = nullptr;

@@ -66,12 +66,24 @@ void firstDrawing(benchmark::State &state) {
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     show(chart);
     for (auto _ : state) {
-        chart.restart();
+        chart.clear();
         chart.deliverHistory(day, 241);
         chart.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
     }
 }
 BENCHMARK(firstDrawing)->Unit(benchmark::kMicrosecond);
+
+/// The same without the screen: merging, scale and pixmap.
+void firstPixmap(benchmark::State &state) {
+    bench::BenchChart chart;
+    const auto day = makeDay(1, 241);
+    show(chart);
+    for (auto _ : state) {
+        chart.clear();
+        chart.deliverHistory(day, 241);
+    }
+}
+BENCHMARK(firstPixmap)->Unit(benchmark::kMicrosecond);
 
 /// A tick inside the range, by the number of points of the day.
 void tick(benchmark::State &state) {
@@ -153,7 +165,7 @@ void repaintEverything(benchmark::State &state) {
     chart.deliverHistory(day, 241);
     present();
     for (auto _ : state) {
-        chart.update();
+        chart.updateAll();
         present();
     }
 }
@@ -168,9 +180,7 @@ void threeOverlays(benchmark::State &state) {
         chart.addOverlay(code, makeDay(code.toUInt(), 241), 241);
     }
     for (auto _ : state) {
-        state.PauseTiming();
-        chart.restart();
-        state.ResumeTiming();
+        chart.clear();
         chart.deliverHistory(day, 241);
         for (const QString &code : codes) {
             chart.deliverOverlayHistory(code, day, 241);
@@ -185,9 +195,7 @@ void sixDays(benchmark::State &state) {
     const auto day = makeDay(7, 241);
     show(chart);
     for (auto _ : state) {
-        state.PauseTiming();
-        chart.restart();
-        state.ResumeTiming();
+        chart.clear();
         for (int i = 0; i < 6; ++i) {
             chart.deliverHistory(day, 241, i);
         }

@@ -16,6 +16,9 @@
 namespace peers {
 namespace {
 
+/// Columns as wide as a minute: the workload asks for bars, where the product draws sticks of one pixel.
+constexpr int kColumnStyle = 40;
+
 int packed(const QColor &color) {
     return color.red() | color.green() << 8 | color.blue() << 16;
 }
@@ -62,12 +65,14 @@ class TimeshareChart : public Chart {
 public:
     explicit TimeshareChart(Use use) {
         useWorkloadTheme();
-        mChart = std::make_unique<bench::BenchChart>(
-            kMinutes, use == Use::SixDays ? kDays : 1,
-            bench::LineColors{packed(colour::price), packed(colour::average)});
+        mChart =
+            std::make_unique<bench::BenchChart>(kMinutes, use == Use::SixDays ? kDays : 1,
+                                                bench::LineLook{packed(colour::price), packed(colour::average),
+                                                                packed(colour::volume), kColumnStyle});
         mTimes = new TimeRow(mChart->param(), mChart.get());
         mTimes->setGeometry(0, kHeight - kBottom, kWidth, kBottom);
         mChart->setBottomMargin(kBottom);
+        mChart->drawHidden();
     }
 
     QWidget *widget() override { return mChart.get(); }
@@ -75,13 +80,13 @@ public:
     void setDay(const Day &day, int count) override {
         mDay = toMinutes(day);
         mChart->setPreviousClose(day.prevClose);
-        mChart->restart();
+        mChart->clear();
         mChart->deliverHistory(mDay, count);
         mCount = count;
     }
     void setSixDays(const SixDays &six) override {
         mChart->setPreviousClose(six[0].prevClose);
-        mChart->restart();
+        mChart->clear();
         for (int day = 0; day < kDays; ++day) {
             mChart->deliverHistory(toMinutes(six[static_cast<std::size_t>(kDays - 1 - day)]), kMinutes, day);
         }

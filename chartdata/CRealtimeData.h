@@ -165,6 +165,8 @@ private:
     /// What a key is for this pane; worked out anew on every result.
     enum class ERole { Main, Overlay, Ordinary };
 
+    /// Which lines of the series are drawn.
+    enum class EBand { Both, Volume };
     /// One line as the walk over the series meets it.
     struct DrawnLine;
 
@@ -197,16 +199,18 @@ private:
                   const se::RPCFormulaInstantResult &point) const;
     void onLinkageChanged(const std::vector<std::string> &instruments);
     void react(int flags, void *sender);
-    void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total);
+    void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total, EBand band);
     void drawTail(QPainter *painter, const QRect &rect);
     /// Remembers what EChangeFlag bits changed on the screen, for takeDirtyRect.
     void noteDamage(int flags);
     /// Remembers for noteDamage that a point of a held series has other contents now.
     void notePoint(const se::RPCFormulaResultCache &entry, std::size_t index);
-    template <class Visit> void visitLines(const QRect &rect, int start, int end, Visit visit) const;
+    template <class Visit>
+    void visitLines(const QRect &rect, int start, int end, EBand band, Visit visit) const;
     void drawLine(QPainter *painter, const DrawnLine &line, int total) const;
     bool isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta, int line) const;
     void drawGrid(QPainter &painter, const QSize &size) const;
+    quint64 priceBandDigest(int end) const;
     int drawnPointCount() const;
     QRect tailRect() const;
     void makePixmaps();
@@ -260,6 +264,7 @@ private:
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
     QRect mTailOnScreen; ///< where the newest points were then
     int mDrawnEnd = -1; ///< last index in the chart pixmap
+    quint64 mPriceBandDigest = 0; ///< of what its price band was drawn from; 0 when nothing is known
     bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
     bool mChartStale = false; ///< it is drawn anew before it is shown
     qint32 mTradeDate = 0; ///< seconds since the epoch at midnight

@@ -2,7 +2,9 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/ChartLayout.h"
+#include "chartdata/ContentDigest.h"
 #include "chartdata/GapFilling.h"
+#include "chartdata/PanePixmap.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
@@ -38,8 +40,6 @@ namespace {
 constexpr int kNoLinkage = 1; ///< of mLinkageFlags
 constexpr int kReplayTimeEvent = 3239;
 constexpr int kTextExStyle = 31; ///< drawn as a whole, whatever points are asked for
-constexpr double kLargestSide = 16384.0; ///< device pixels
-constexpr double kLargestArea = 67108864.0; ///< device pixels
 
 int pointCount(const se::RPCFormulaResultCache &entry) {
     return static_cast<int>(entry.result.mTimes.size());
@@ -47,18 +47,6 @@ int pointCount(const se::RPCFormulaResultCache &entry) {
 
 int lineCount(const se::RPCFormulaResultCache &entry) {
     return std::min(entry.meta.mLineCount, static_cast<int>(entry.result.mValues.size()));
-}
-
-/// A pixmap for a pane, not filled; null when it would be empty or unreasonably large.
-QPixmap newPixmap(const QSize &size, double ratio) {
-    const double width = std::ceil(size.width() * ratio);
-    const double height = std::ceil(size.height() * ratio);
-    if (size.isEmpty() || width > kLargestSide || height > kLargestSide || width * height > kLargestArea) {
-        return QPixmap();
-    }
-    QPixmap pixmap(static_cast<int>(width), static_cast<int>(height));
-    pixmap.setDevicePixelRatio(ratio);
-    return pixmap;
 }
 
 /// One column with a dot in every other row.
@@ -82,24 +70,18 @@ void blit(QPainter *painter, const QRect &rect, const QPixmap &pixmap, const QSi
     }
 }
 
-/// Device pixels per pixel that a painter has; 0 when it does not scale evenly.
-double ratioOf(const QPainter *painter) {
-    const QTransform transform = painter->deviceTransform();
-    const bool even = transform.type() <= QTransform::TxScale && transform.m11() == transform.m22();
-    return even ? std::clamp(transform.m11(), 1.0, 8.0) : 0.0;
-}
-
 } // namespace
 
 void CRealtimeData::makePixmaps() {
     mLook.refresh();
-    mChartPixmap = newPixmap(mChartRect.size(), mPixelRatio);
+    mChartPixmap = panePixmap(mChartRect.size(), mPixelRatio);
+    mPriceBandDigest = 0;
     if (!mDrawEnabled && !mChartPixmap.isNull()) {
         mChartPixmap.fill(mLook.background);
     }
     mLinkagePixmap = QPixmap();
     if (mDisplayType == EIndexDisplayType::Main && CSingletonT<CLinkageManager>::instance().isEnabled()) {
-        mLinkagePixmap = newPixmap(mChartRect.size(), mPixelRatio);
+        mLinkagePixmap = panePixmap(mChartRect.size(), mPixelRatio);
         if (!mLinkagePixmap.isNull()) {
             mLinkagePixmap.fill(Qt::transparent);
         }
@@ -155,20 +137,67 @@ void CRealtimeData::drawChart(const QRect &rect) {
     mDrawnPointChanged = false;
     mDrawnEnd = -1;
     mLook.refresh();
-    mChartPixmap.fill(mLook.background);
+    const int count = mData.isEmpty() ? 0 : drawnPointCount();
+    const int end = mIsLastTradingDay ? count - 2 : count - 1; // the newest segment is drawn at paint time
+    const quint64 digest = rect.size() == mChartRect.size() ? priceBandDigest(end) : 0;
+    const EBand band = digest != 0 && digest == mPriceBandDigest ? EBand::Volume : EBand::Both;
+    mPriceBandDigest = digest;
+    if (band == EBand::Both) {
+        mChartPixmap.fill(mLook.background);
+    }
     QPainter painter;
     if (!painter.begin(&mChartPixmap)) {
         return;
     }
     painter.setClipRect(rect);
+    if (band == EBand::Volume) {
+        painter.setClipRect(rect.adjusted(0, volumeBandTop(rect.height()), 0, 0));
+        painter.fillRect(rect, mLook.background);
+    }
     drawGrid(painter, rect.size());
-    const int count = mData.isEmpty() ? 0 : drawnPointCount();
-    const int end = mIsLastTradingDay ? count - 2 : count - 1; // the newest segment is drawn at paint time
     if (count <= 0 || end < 0) {
         return;
     }
-    drawSeries(&painter, rect, 0, end, mUiParam->mPointCount - 1);
+    drawSeries(&painter, rect, 0, end, mUiParam->mPointCount - 1, band);
     mDrawnEnd = end;
+}
+
+/// Tells what the price band of the chart pixmap is drawn from: a minute's volume, or a volume that outgrows its
+/// range, leaves that band as it is. 0 when there is no volume band to draw by itself.
+quint64 CRealtimeData::priceBandDigest(int end) const {
+    const bool wholePixels = mPixelRatio == std::floor(mPixelRatio);
+    if (mDisplayType != EIndexDisplayType::Main || !mUiParam->mShowVolume || mFillGaps || !wholePixels) {
+        return 0;
+    }
+    ContentDigest digest;
+    digest.add(end);
+    digest.add(mUiParam->mPointCount);
+    digest.add(mChartPixmap.width());
+    digest.add(mChartPixmap.height());
+    digest.add(mPixelRatio);
+    digest.add(mLook.generation);
+    digest.add(SingletonManager::getIndexUserConfig().read().mShowGradient);
+    if (mAxisWidget) {
+        for (const int column : mAxisWidget->getTimeLines()) {
+            digest.add(column);
+        }
+        for (const AxisTick &tick : mAxisWidget->getTicks()) {
+            digest.add(tick.y);
+        }
+    }
+    for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
+        const auto drawn = mDrawnMaxMin.constFind(entry.key());
+        if (mUiParam->isVolFormula(entry.key().mFormula)) {
+            continue;
+        }
+        digest.add(entry.key().mStock.constData(), std::size_t(entry.key().mStock.size()) * sizeof(QChar));
+        digest.add(entry.key().mFormula.constData(), std::size_t(entry.key().mFormula.size()) * sizeof(QChar));
+        digest.add(drawn != mDrawnMaxMin.constEnd());
+        digest.add(drawn != mDrawnMaxMin.constEnd() ? drawn->first : 0.0);
+        digest.add(drawn != mDrawnMaxMin.constEnd() ? drawn->second : 0.0);
+        digest.add(*entry, false);
+    }
+    return digest.value();
 }
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio.
@@ -197,7 +226,7 @@ void CRealtimeData::drawGrid(QPainter &painter, const QSize &size) const {
 /// Hands every line that is to be drawn to `visit`, in order. Indices grow with a series whose gaps are filled,
 /// and stay grown for the series after it.
 template <class Visit>
-void CRealtimeData::visitLines(const QRect &rect, int start, int end, Visit visit) const {
+void CRealtimeData::visitLines(const QRect &rect, int start, int end, EBand band, Visit visit) const {
     const bool mainPane = mDisplayType == EIndexDisplayType::Main;
     const bool withVolume = mainPane && mUiParam->mShowVolume;
     const ChartLayout layout = chartLayout(rect.size(), withVolume);
@@ -214,6 +243,9 @@ void CRealtimeData::visitLines(const QRect &rect, int start, int end, Visit visi
             start = start > 0 ? std::max(start + grown, 0) : start;
         }
         const bool volume = mUiParam->isVolFormula(entry.key().mFormula);
+        if (band == EBand::Volume && !volume) {
+            continue;
+        }
         const auto drawn = mDrawnMaxMin.constFind(entry.key());
         if ((volume && !mUiParam->mShowVolume) || drawn == mDrawnMaxMin.constEnd()) {
             continue;
@@ -249,13 +281,14 @@ bool CRealtimeData::isHiddenNetValue(const CFormulaKey &key, const se::RPCFormul
     return detail && !isTyped("SH", 105) && !isTyped("SZ", 10008);
 }
 
-void CRealtimeData::drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total) {
+void CRealtimeData::drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total,
+                               EBand band) {
     if (mReplayMode && !mData.isEmpty() && !mData.last().result.mTimes.empty()) {
         const qint64 newest = mData.last().result.mTimes.back().first;
         mReplayTime = QDateTime::fromSecsSinceEpoch(newest / 1000).time();
         deliverEvent(kReplayTimeEvent, 2, 0, QString(), &mReplayTime);
     }
-    visitLines(rect, start, end, [&](const DrawnLine &line) { drawLine(painter, line, total); });
+    visitLines(rect, start, end, band, [&](const DrawnLine &line) { drawLine(painter, line, total); });
 }
 
 void CRealtimeData::drawLine(QPainter *painter, const DrawnLine &drawn, int total) const {
@@ -345,7 +378,7 @@ void CRealtimeData::drawLine(QPainter *painter, const DrawnLine &drawn, int tota
 void CRealtimeData::paintTo(QPainter *painter, const QRect &rect) {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     if (mDrawEnabled) {
-        const double ratio = ratioOf(painter);
+        const double ratio = evenRatio(*painter);
         if (ratio > 0.0 && ratio != mPixelRatio) {
             setPixelRatio(ratio);
         } else if (mChartStale || mLook.generation != GZ::CUiResource::instance().generation()) {
@@ -370,7 +403,7 @@ void CRealtimeData::drawTail(QPainter *painter, const QRect &rect) {
     }
     painter->save();
     painter->setClipRect(rect, Qt::IntersectClip); // lines are drawn much faster under a clip
-    drawSeries(painter, rect, std::max(count - 2, 0), count - 1, mUiParam->mPointCount - 1);
+    drawSeries(painter, rect, std::max(count - 2, 0), count - 1, mUiParam->mPointCount - 1, EBand::Both);
     painter->restore();
 }
 
@@ -378,7 +411,7 @@ QRect CRealtimeData::tailRect() const {
     const int count = mUiParam->mDataCount;
     QRect touched;
     if (mIsLastTradingDay && count != 0) {
-        visitLines(mChartRect, std::max(count - 2, 0), count - 1, [&](const DrawnLine &line) {
+        visitLines(mChartRect, std::max(count - 2, 0), count - 1, EBand::Both, [&](const DrawnLine &line) {
             touched |= CDrawStyle::touchedRect(line.target, line.series, line.line, line.start, line.end,
                                                mUiParam->mPointCount - 1);
         });
@@ -424,7 +457,7 @@ void CRealtimeData::drawLinkage(const QRect &rect) {
         return;
     }
     if (mLinkagePixmap.isNull()) {
-        mLinkagePixmap = newPixmap(mChartRect.size(), mPixelRatio);
+        mLinkagePixmap = panePixmap(mChartRect.size(), mPixelRatio);
     }
     if (mLinkagePixmap.isNull()) {
         return;

@@ -45,8 +45,12 @@ struct AxisLabel {
     double number = 0.0; ///< what is written, see GZ::formatDoubleNumber
     int decimals = 0; ///< at most; the text holds to the limits of that function
     int flags = 0; ///< utils::EFormatNumberFlag
-    const char *color = ""; ///< theme key of the text
+    const char *color = ""; ///< theme key of the text, a literal
 };
+inline bool operator==(const AxisLabel &a, const AxisLabel &b) {
+    return a.rect == b.rect && a.alignment == b.alignment && a.number == b.number && a.decimals == b.decimals &&
+           a.flags == b.flags && a.color == b.color;
+}
 
 /// What the labels of a strip depend on.
 struct AxisLabelInput {

@@ -1,6 +1,7 @@
 #include "chartview/CGraphAxisWidget.h"
 
 #include "chartdata/CRealtimeData.h"
+#include "chartdata/PanePixmap.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/Text.h"
@@ -170,19 +171,44 @@ void CGraphAxisWidget::resizeEvent(QResizeEvent *event) {
 
 void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), themeColor("ic_clr_realtime_axis_bg"));
+    refreshPicture(evenRatio(painter));
+    if (mPicture.isNull()) { // too large to keep, or scaled unevenly
+        painter.fillRect(event->rect(), themeColor("ic_clr_realtime_axis_bg"));
+        drawLabels(painter, labels());
+    } else {
+        painter.drawPixmap(0, 0, mPicture);
+    }
+    if (mHolographicShown) {
+        drawHolographicButton(painter);
+    }
+}
+
+void CGraphAxisWidget::refreshPicture(double ratio) {
+    const QVector<AxisLabel> wanted = labels();
+    const int generation = GZ::CUiResource::instance().generation();
+    const bool fits = mPicture.size() == panePixmapSize(size(), ratio) && mPicture.devicePixelRatio() == ratio;
+    if (fits && mPictureGeneration == generation && mPictureLabels == wanted) {
+        return;
+    }
+    if (!fits) {
+        mPicture = panePixmap(size(), ratio);
+    }
+    mPictureGeneration = generation;
+    mPictureLabels = wanted;
+    if (!mPicture.isNull()) {
+        mPicture.fill(themeColor("ic_clr_realtime_axis_bg"));
+        QPainter painter(&mPicture);
+        drawLabels(painter, wanted);
+    }
+}
+
+void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
     painter.setFont(labelFont());
-    for (const AxisLabel &label : labels()) {
-        if (!label.rect.intersects(event->rect())) {
-            continue;
-        }
+    for (const AxisLabel &label : labels) {
         painter.setPen(QPen(themeColor(label.color), 1.0, Qt::SolidLine));
         painter.drawText(
             label.rect, label.alignment,
             GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值")));
-    }
-    if (mHolographicShown) {
-        drawHolographicButton(painter);
     }
 }
 

@@ -58,6 +58,9 @@ private:
     CFormulaKey axisKey() const;
     QVector<AxisTick> computeTicks() const;
     QVector<AxisLabel> labels() const;
+    /// Draws background and labels into the picture, where they differ from what is in it.
+    void refreshPicture(double ratio);
+    void drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const;
     void drawHolographicButton(QPainter &painter) const;
     QRect holographicRect() const;
 
@@ -70,6 +73,9 @@ private:
     int mSide;
     bool mHolographicShown = false;
     QPixmap mHolographicPixmap;
+    QPixmap mPicture; ///< background and labels, so that a repaint is a copy
+    QVector<AxisLabel> mPictureLabels; ///< the labels in it
+    int mPictureGeneration = -1; ///< of the theme it was drawn in
     mutable std::mutex mListLock; ///< guards the three lists against readers on other threads
 };
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace GZ {
 namespace {
@@ -34,10 +36,10 @@ const Unit *unitOf(long double number) {
 
 /// Digits with a point, whatever the locale; negative zero without its sign.
 std::string fixedText(long double number, int decimals) {
-    std::string text(std::numeric_limits<long double>::max_exponent10 + 32, '\0');
+    char digits[std::numeric_limits<long double>::max_exponent10 + 32];
     const std::to_chars_result end =
-        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, decimals);
-    text.resize(end.ptr - text.data());
+        std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed, decimals);
+    std::string text(digits, end.ptr);
     if (text.front() == '-' && text.find_first_of("123456789") == std::string::npos) {
         text.erase(0, 1);
     }
