@@ -6,7 +6,8 @@ namespace {
 constexpr int kZoneSeconds = 8 * 3600;
 constexpr int kDaySeconds = 86400;
 constexpr qint64 kDayMs = kDaySeconds * 1000LL;
-const QDate kEpoch(1970, 1, 1);
+constexpr qint64 kEpochJulianDay =
+    2440588; // 1970-01-01; a constant, so that dates of other constants are right
 
 qint64 floorDivide(qint64 number, qint64 by) {
     return number / by - (number % by < 0 ? 1 : 0);
@@ -15,7 +16,9 @@ qint64 floorDivide(qint64 number, qint64 by) {
 } // namespace
 
 int dayOf(const QDate &date) {
-    return date.isValid() ? static_cast<int>(kEpoch.daysTo(date) * kDaySeconds - kZoneSeconds) : 0;
+    return date.isValid()
+               ? static_cast<int>((date.toJulianDay() - kEpochJulianDay) * kDaySeconds - kZoneSeconds)
+               : 0;
 }
 
 QDate dateOf(int day) {
@@ -27,7 +30,7 @@ qint64 timeOf(const QDate &date, int minute) {
 }
 
 QDate dateAt(qint64 time) {
-    return kEpoch.addDays(floorDivide(time + kZoneSeconds * 1000LL, kDayMs));
+    return QDate::fromJulianDay(kEpochJulianDay + floorDivide(time + kZoneSeconds * 1000LL, kDayMs));
 }
 
 int minuteAt(qint64 time) {
