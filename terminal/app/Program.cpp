@@ -25,6 +25,7 @@
 #include <cstring>
 #include <ctime>
 #include <langinfo.h>
+#include <unistd.h>
 
 namespace terminal {
 namespace {
@@ -78,7 +79,7 @@ void setUpLook() {
     QApplication::setFont(font);
 }
 
-/// Tells long work: in a dialog with a stop button, or as one line of the standard error stream.
+/// Tells long work: in a dialog with a stop button, or on a terminal as a line that goes when the work is done.
 class ProgressTeller {
 public:
     ProgressTeller(const QString &what, bool inDialog) : mWhat(what) {
@@ -92,7 +93,7 @@ public:
     }
     ~ProgressTeller() {
         if (mToldPercent >= 0) {
-            std::fputc('\n', stderr);
+            std::fputs("\r\033[K", stderr); // what follows has the line for itself
         }
     }
     ProgressTeller(const ProgressTeller &) = delete;
@@ -109,7 +110,7 @@ public:
             QApplication::processEvents();
             return !mDialog->wasCanceled();
         }
-        if (percent != mToldPercent) {
+        if (percent != mToldPercent && isatty(STDERR_FILENO)) {
             mToldPercent = percent;
             std::fprintf(stderr, "\r%s %d%%", mWhat.toUtf8().constData(), percent);
         }
