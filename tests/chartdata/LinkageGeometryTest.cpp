@@ -1,7 +1,10 @@
 #include "chartdata/LinkageGeometry.h"
 
+#include "host/records/Enumerations.h"
+
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -14,7 +17,8 @@ TEST(LinkageGeometry, RecordTimeReadsBothFormats) {
 }
 
 TEST(LinkageGeometry, UnreadableRecordTimeIsNull) {
-    for (const char *text : {"", "9:31", "93105", "25:00:00", "noon", "09:31:05.123"}) {
+    for (const char *text : {"", "9:31", "93105", "25:00:00", "noon", "09:31:05.123", "24:00:00", "09:60:00",
+                             "093160", "+9:31:05", "09-31-05", "９３"}) {
         EXPECT_TRUE(recordTime(text).isNull()) << text;
     }
 }
@@ -43,6 +47,12 @@ TEST(LinkageGeometry, TaskWithTotalZeroShowsAFullFlag) {
     EXPECT_EQ(taskFlag(100, 50, 9, 4).fill.height(), 12);
 }
 
+TEST(LinkageGeometry, FillStaysInsideTheFlagWhateverTheNumbers) {
+    EXPECT_EQ(taskFlag(0, 0, -5, 10).fill.height(), 0);
+    EXPECT_EQ(taskFlag(0, 0, -10, -5).fill.height(), 12);
+    EXPECT_EQ(taskFlag(0, 0, LLONG_MIN, LLONG_MAX).fill.height(), 0);
+}
+
 TEST(LinkageGeometry, FillHeightRoundsToTheNearestPixel) {
     EXPECT_EQ(taskFlag(0, 0, 0, 100).fill.height(), 0);
     EXPECT_EQ(taskFlag(0, 0, 4, 100).fill.height(), 0); // 0.48
@@ -61,6 +71,13 @@ TEST(LinkageGeometry, HitBoxes) {
     EXPECT_EQ(flag.right, 100);
     EXPECT_EQ(flag.top, 50);
     EXPECT_EQ(flag.bottom, 63);
+}
+
+TEST(LinkageGeometry, HitBoxesOfAnyPointAreBoxes) {
+    for (const int far : {INT_MIN, INT_MAX}) {
+        EXPECT_LT(circleHitBox(far, far).left, circleHitBox(far, far).right);
+        EXPECT_LT(flagHitBox(far, far).top, flagHitBox(far, far).bottom);
+    }
 }
 
 TEST(LinkageGeometry, CurveRowRunsFromBottomToTop) {
@@ -100,6 +117,23 @@ TEST(LinkageGeometry, BalancedScaleTakesTheLargerSide) {
 TEST(LinkageGeometry, NegativeBalancesDoNotWidenTheRange) {
     EXPECT_DOUBLE_EQ(positiveScale({{570, -400.0}, {571, 30.0}}).high, 30.0);
     EXPECT_DOUBLE_EQ(positiveScale({{570, -400.0}}).high, 0.0);
+}
+
+TEST(LinkageGeometry, WhatIsNoNumberCountsForNoRange) {
+    const double kInfinity = std::numeric_limits<double>::infinity();
+    const double kNone = std::nan("");
+    const CurveScale total = totalAmountScale(
+        {{570, {kNone, kInfinity}}, {571, {100.0, 0.0}}, {572, {kUnsetValue, 50.0}}, {573, {300.0, kNone}}});
+    EXPECT_DOUBLE_EQ(total.low, 50.0);
+    EXPECT_DOUBLE_EQ(total.high, 300.0);
+    EXPECT_DOUBLE_EQ(balancedScale({{570, kNone}, {571, -40.0}, {572, kInfinity}, {573, 10.0}}).high, 40.0);
+    EXPECT_DOUBLE_EQ(positiveScale({{570, kNone}, {571, 40.0}, {572, kUnsetValue}}).high, 40.0);
+}
+
+TEST(LinkageGeometry, SellsAloneMakeTheRangeOfTotals) {
+    const CurveScale scale = totalAmountScale({{571, {0.0, 20.0}}, {575, {0.0, 80.0}}});
+    EXPECT_DOUBLE_EQ(scale.low, 20.0);
+    EXPECT_DOUBLE_EQ(scale.high, 80.0);
 }
 
 int columnOf(int index) {

@@ -1,0 +1,94 @@
+#include "chartdata/MarkStamps.h"
+
+#include "host/toolkit/Text.h"
+#include "tests/support/Golden.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace TC {
+namespace {
+
+void drawMark(QPainter &painter) {
+    painter.setPen(QColor(255, 0, 0, 192));
+    painter.setBrush(QColor(255, 0, 0, 192));
+    painter.drawEllipse(QRect(-3, -3, 6, 6));
+    painter.drawText(QRect(4, -6, 12, 12), Qt::AlignCenter, QStringLiteral("B"));
+}
+
+const QRect kBounds(-8, -12, 32, 24);
+const QPoint kPlaces[] = {{20, 20}, {22, 21}, {50, 33}, {0, 0}, {63, 47}, {-3, 10}};
+
+QImage picture(double ratio, bool stamped) {
+    return tests::rendered(QSize(64, 48), ratio, Qt::transparent, [&](QPainter &painter) {
+        MarkStamps stamps(painter);
+        for (const QPoint &at : kPlaces) {
+            if (stamped) {
+                stamps.draw({1, 2, 3, 4}, at, kBounds, drawMark);
+                continue;
+            }
+            painter.save();
+            painter.translate(at);
+            drawMark(painter);
+            painter.restore();
+        }
+    });
+}
+
+TEST(MarkStamps, CopiesLookLikeDrawings) {
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const tests::GoldenDifference difference =
+            tests::compareImages(picture(ratio, true), picture(ratio, false), {3, 0.0});
+        EXPECT_TRUE(difference.accepted)
+            << ratio << ": " << difference.pixels << " pixels, by " << difference.largest;
+    }
+}
+
+TEST(MarkStamps, EachMarkIsDrawnOnce) {
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    MarkStamps stamps(painter);
+    int drawings = 0;
+    for (int i = 0; i < 30; ++i) {
+        stamps.draw({i % 2, 0, 0, 0}, QPoint(i, i), kBounds, [&drawings](QPainter &) { ++drawings; });
+    }
+    EXPECT_EQ(drawings, 2);
+}
+
+TEST(MarkStamps, FarAwayMarksDoNoHarm) {
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const QImage before = image;
+    {
+        QPainter painter(&image);
+        MarkStamps stamps(painter);
+        for (const int far : {-1000000000, -100000, 100000, 1000000000}) {
+            stamps.draw({0, 0, 0, 0}, QPoint(far, 10), kBounds, drawMark);
+            stamps.draw({0, 0, 0, 0}, QPoint(10, far), kBounds, drawMark);
+        }
+    }
+    EXPECT_EQ(image, before);
+}
+
+TEST(ClockTimes, AreThoseOfTheLocalZone) {
+    ClockTimes clock;
+    for (const int second :
+         {0, 1, 899, 900, 901, -1, -900, -901, 1710432000, 1710467999, 1710486305, INT_MAX}) {
+        EXPECT_EQ(clock(second), GZ::secondToQDateTime(second).time()) << second;
+    }
+    // Two nights on which a zone with summer time changes, second by second through the hour.
+    for (const int midnight : {1710028800, 1730592000}) {
+        for (int second = midnight; second < midnight + 86400; second += 59) {
+            ASSERT_EQ(clock(second), GZ::secondToQDateTime(second).time()) << second;
+        }
+    }
+}
+
+TEST(ClockTimes, AnyMomentHasATime) {
+    ClockTimes clock;
+    EXPECT_TRUE(clock(INT_MIN).isValid());
+}
+
+} // namespace
+} // namespace TC
