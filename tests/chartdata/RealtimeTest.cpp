@@ -157,6 +157,22 @@ TEST_F(Realtime, PointOutsideTheDrawnRangeOutgrowsItOnce) {
     }
 }
 
+TEST_F(Realtime, WantedRangeThatWidensInsideTheDrawnOneIsDrawnAnew) {
+    auto data = live();
+    data->adoptMaxMin({{mMain, qMakePair(20.0, 0.0)}}, true);
+    data->setReplayMode(true); // in which every drawing tells its time, by event 3239
+    mEvents.clear();
+    data->onRealtimeCallback(0, data->getReqID(mMain), makePoint(minuteTime(kDay, 572), {12.5, 10}));
+    EXPECT_EQ(mEvents.numbers(), (std::vector<int>{3072, 3239, 3029}));
+}
+
+TEST_F(Realtime, ClearedOverlayDoesNotComeBackWithTheMainSeries) {
+    auto data = liveWithOverlay();
+    data->clearData();
+    history(*data, mMain, makeResult(minuteTimes(kDay, 570, 3), {12, 10, 11}));
+    EXPECT_EQ(data->getData().keys(), (QList<TC::CFormulaKey>{mMain}));
+}
+
 TEST_F(Realtime, PointOfAPastPaneIsNotCounted) {
     auto data = live();
     mUi->mDataCount = 1;

@@ -485,6 +485,24 @@ TEST_F(Request, RemovedFormulaIsWithdrawnFromBothServicesWithItsRange) {
     EXPECT_TRUE(data->getReqID(volume).isEmpty());
 }
 
+TEST_F(Request, RemovedFormulaIsDrawnAwayOnlyWhenAskedFor) {
+    auto data = makeSub({"MACD"});
+    data->request(ERunMode::Ordinary);
+    const auto macd = key("SH600000", "MACD");
+    const auto values = makeResult(minuteTimes(kDay, 570, 4), {10, 14, 12, 13});
+    history(*data, macd, values);
+    startDrawing(*data);
+    const QImage before = painted(*data);
+    data->removeFormula("MACD", false);
+    EXPECT_EQ(painted(*data), before);
+    data->addFormula("MACD");
+    data->request(ERunMode::Ordinary);
+    history(*data, macd, values);
+    EXPECT_TRUE(data->isRangeOutgrown()); // the range it was drawn with went with it
+    data->removeFormula("MACD", true);
+    EXPECT_NE(painted(*data), before);
+}
+
 TEST_F(Request, RemovingAnUnknownFormulaTellsNobody) {
     auto data = makeMain({"REALTIME", "GONE"});
     mHost.mLog.clear();

@@ -285,6 +285,14 @@ TEST_F(CRealtimeUiParamOverlays, SectorWithoutARecordTakesTheSectorIndexAway) {
     EXPECT_EQ(mParam.mAddBkzsCode, "BKZSGHOST");
 }
 
+TEST_F(CRealtimeUiParamOverlays, SectorWithoutARecordTakesOneSectorIndexAwayThatWithAnAxisFirst) {
+    showSector("bank");
+    mParam.addStock("BKZSSTEEL", "", false);
+    showSector("ghost");
+    EXPECT_TRUE(mParam.mAddStocks.isEmpty());
+    EXPECT_EQ(mParam.mAddNoAxisStocks.size(), 1);
+}
+
 TEST_F(CRealtimeUiParamOverlays, InstrumentWithoutASectorLosesSectorIndexesWithAnAxisAlone) {
     mParam.addStock("BKZSSTEEL", "", true);
     mParam.addStock("SH600001", "", true);
