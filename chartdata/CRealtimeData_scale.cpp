@@ -2,6 +2,7 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/ChartLayout.h"
+#include "chartdata/LinkageScope.h"
 #include "chartdata/ValueRange.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "host/services/CFormulaOperateManager.h"
@@ -14,7 +15,6 @@
 namespace TC {
 namespace {
 
-constexpr int kSelectedDataView = 4;
 constexpr int kReplacesMainChart = 2; ///< CFormulaDetail::mType
 constexpr double kSmallestHalf = 0.01;
 
@@ -63,7 +63,7 @@ bool CRealtimeData::updateMaxMin(const CFormulaKey &key, int first) {
         return storeRange(mMaxMin, key, {entry.max, entry.min});
     }
     const bool single =
-        mUiParam->getAllAddStockList().isEmpty() && !(mUiParam->mLinkageFlags & kSelectedDataView);
+        mUiParam->getAllAddStockList().isEmpty() && !(mUiParam->mLinkageFlags & eSelectedDataView);
     return single ? updateSingleRange(key) : updateJointRange(key);
 }
 
@@ -93,7 +93,7 @@ double CRealtimeData::baseOf(const CFormulaKey &key, const se::RPCFormulaResultC
 bool CRealtimeData::updateJointRange(const CFormulaKey &key) {
     double amp = 0.0;
     double ampFree = 0.0;
-    if (mUiParam->mLinkageFlags & kSelectedDataView) {
+    if (mUiParam->mLinkageFlags & eSelectedDataView) {
         CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
         const auto take = [&](bool shown, double found) {
             if (shown && isUsable(found)) {
