@@ -2,6 +2,7 @@
 
 #include "chartdata/CRealtimeData.h"
 
+#include "chartview/CGraphAxisWidget.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CReplayManager.h"
 #include "host/services/CStockManager.h"
@@ -150,8 +151,21 @@ void CRealtimeData::forgetRange(const CFormulaKey &key) {
 }
 
 void CRealtimeData::setAxisWidget(CGraphAxisWidget *axisWidget) {
+    if (axisWidget) {
+        axisWidget->addReader(weak_from_this());
+    }
     const Hold hold(mLock);
     mAxisWidget = axisWidget;
+}
+
+void CRealtimeData::forgetAxisWidget(const CGraphAxisWidget *axisWidget) {
+    const Hold hold(mLock);
+    if (mAxisWidget == axisWidget) {
+        mAxisWidget = nullptr;
+    }
+    if (mUiParam->mLeftAxis == axisWidget) {
+        mUiParam->mLeftAxis = nullptr;
+    }
 }
 
 void CRealtimeData::setTradeDate(int date) {

@@ -91,7 +91,10 @@ public:
 
     // Set-up
 
+    /// The strip whose ticks and ranges are drawn by; it lets go of the data when it is destroyed. May be null.
     void setAxisWidget(CGraphAxisWidget *axisWidget);
+    /// Forgets a strip that is about to go. Waits for a drawing in progress.
+    void forgetAxisWidget(const CGraphAxisWidget *axisWidget);
     /// Trading day shown, seconds since the epoch at its midnight; 0 takes that of the view model.
     void setTradeDate(int date);
     void setDrawEnabled(bool enabled);

@@ -42,6 +42,18 @@ CGraphAxisWidget::CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam,
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
+CGraphAxisWidget::~CGraphAxisWidget() {
+    for (const boost::weak_ptr<CRealtimeData> &reader : mReaders) {
+        if (const boost::shared_ptr<CRealtimeData> data = reader.lock()) {
+            data->forgetAxisWidget(this); // a late result may be drawing on another thread
+        }
+    }
+}
+
+void CGraphAxisWidget::addReader(const boost::weak_ptr<CRealtimeData> &reader) {
+    mReaders.push_back(reader);
+}
+
 void CGraphAxisWidget::setDisplayType(EIndexDisplayType displayType) {
     mDisplayType = displayType;
 }

@@ -11,8 +11,10 @@
 #include <QPixmap>
 #include <QVector>
 #include <boost/shared_ptr.hpp>
+#include <boost/weak_ptr.hpp>
 
 #include <mutex>
+#include <vector>
 
 namespace TC {
 
@@ -31,6 +33,10 @@ public:
 
     CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> source,
                      int side, QWidget *parent = nullptr);
+    ~CGraphAxisWidget() override;
+
+    /// Remembers a data object that reads this strip, and that has to let go of it in time.
+    void addReader(const boost::weak_ptr<CRealtimeData> &reader);
 
     void setDisplayType(EIndexDisplayType displayType);
     /// Takes the merged ranges of the pane and recomputes ticks and time lines.
@@ -76,6 +82,7 @@ private:
     QPixmap mPicture; ///< background and labels, so that a repaint is a copy
     QVector<AxisLabel> mPictureLabels; ///< the labels in it
     int mPictureGeneration = -1; ///< of the theme it was drawn in
+    std::vector<boost::weak_ptr<CRealtimeData>> mReaders;
     mutable std::mutex mListLock; ///< guards the three lists against readers on other threads
 };
 

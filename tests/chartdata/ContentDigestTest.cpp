@@ -12,8 +12,8 @@ namespace {
 se::RPCFormulaResultCache someSeries() {
     se::RPCFormulaResultCache series;
     series.meta = *tests::makeMeta(2);
-    series.result =
-        *tests::makeResult(tests::minuteTimes(tests::kDay, 570, 3), {1.0, 2.0, 3.0}, {4.0, 5.0, 6.0});
+    series.result = *tests::makeResult(tests::minuteTimes(tests::kDay, 570, 3),
+                                       std::vector<std::vector<double>>{{1.0, 2.0, 3.0}, {4.0, 5.0, 6.0}});
     return series;
 }
 

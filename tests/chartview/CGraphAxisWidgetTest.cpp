@@ -92,6 +92,33 @@ constexpr char kMiddle[] = "ic_clr_realtime_axis_default_text";
 constexpr char kBand[] = "ic_clr_realtime_colorstick";
 constexpr char kPlain[] = "ic_clr_realtime_axis_text";
 
+TEST_F(GraphAxis, ChartsLetGoOfAStripThatGoes) {
+    auto strip = mainStrip(CGraphAxisWidget::eLeft, 9);
+    mUi->mLeftAxis = strip.get();
+    const boost::shared_ptr<CRealtimeData> past = makeData(EIndexDisplayType::Main, {"REALTIME"});
+    past->setAxisWidget(strip.get());
+    fillMain();
+    strip->setMaxMinMap(ranges());
+    EXPECT_NE(mMain->yOfValue(10.0, QRect(0, 0, 100, 100)), -1);
+    strip.reset();
+    EXPECT_EQ(mUi->mLeftAxis, nullptr);
+    for (const auto &data : {mMain, past}) {
+        data->setChartRect(QRect(0, 0, 100, 80));
+        data->setDrawEnabled(true); // draws its grid
+        EXPECT_EQ(data->yOfValue(10.0, QRect(0, 0, 100, 100)), -1);
+    }
+}
+
+TEST_F(GraphAxis, StripOutlivesAChartThatReadIt) {
+    auto strip = mainStrip(CGraphAxisWidget::eLeft, 9);
+    {
+        const boost::shared_ptr<CRealtimeData> past = makeData(EIndexDisplayType::Main, {"REALTIME"});
+        past->setAxisWidget(strip.get());
+    }
+    strip.reset();
+    EXPECT_EQ(mMain->valueAtY(10, QRect(0, 0, 100, 100), nullptr), 0.0);
+}
+
 TEST_F(GraphAxis, HasItsName) {
     EXPECT_EQ(mainStrip(CGraphAxisWidget::eLeft, 7)->objectName(), "graphAxisWidget");
 }
