@@ -45,7 +45,7 @@ void MarkStamps::draw(const Key &key, const QPoint &at, const QRect &bounds, con
 }
 
 QTime ClockTimes::operator()(int seconds) {
-    const int quarter = seconds >= 0 ? seconds / kQuarter : (seconds - kQuarter + 1) / kQuarter;
+    const int quarter = seconds / kQuarter - (seconds % kQuarter < 0 ? 1 : 0);
     const auto found = mQuarters.find(quarter);
     const QTime start = found != mQuarters.end()
                             ? found->second
