@@ -69,7 +69,7 @@ struct BenchChart::Day {
 };
 
 BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
-    setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setAttribute(Qt::WA_OpaquePaintEvent, days == 1); // one graph and its strips cover everything
     mHost.mLog.setRecording(false);
     mHost.mStocks.add(kMarket, kCode, 10.0, 0.01);
     mHost.mCache.setKeeping(false);
