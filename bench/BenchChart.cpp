@@ -194,7 +194,7 @@ void BenchChart::updateAll() {
 
 void BenchChart::redrawAll() {
     for (const auto &day : mDays) {
-        day->data->redraw();
+        day->data->setChartRect(day->graph->rect()); // new pixmaps
     }
     updateAll();
 }
