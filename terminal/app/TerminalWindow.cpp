@@ -56,13 +56,20 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     refreshSearch();
     connect(&mSecond, &QTimer::timeout, this, &TerminalWindow::onSecond);
     mSecond.start(1000);
-    const QStringList messages = mServices.config().messages();
-    if (!messages.isEmpty()) {
-        say(messages.last(), true);
-    }
+    tellMessages();
 }
 
 TerminalWindow::~TerminalWindow() = default;
+
+/// Tells what went wrong with the configuration since the last time.
+void TerminalWindow::tellMessages() {
+    const QStringList messages = mServices.config().messages();
+    if (messages.size() > mMessagesTold) {
+        mMessagesTold = messages.size();
+        say(messages.last(), true);
+        mErrorShown = false; // it stays when the next instrument is shown
+    }
+}
 
 void TerminalWindow::buildControls(QWidget *row) {
     row->setFixedHeight(kControlsHeight);
@@ -161,6 +168,7 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     if (mErrorShown) {
         say({});
     }
+    tellMessages();
     setFocus();
     return true;
 }
@@ -281,6 +289,7 @@ void TerminalWindow::onImported() {
 }
 
 void TerminalWindow::onSecond() {
+    tellMessages();
     mClock->setText(
         tr("市场时间 %1")
             .arg(mServices.clock().currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));

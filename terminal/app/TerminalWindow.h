@@ -63,6 +63,7 @@ private:
     void chooseFile();
     void onImported();
     void onSecond();
+    void tellMessages();
     void say(const QString &text, bool isError = false);
 
     TerminalServices &mServices;
@@ -81,6 +82,7 @@ private:
     std::unique_ptr<ImportJob> mJob;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
+    int mMessagesTold = 0;
     bool mErrorShown = false;
 };
 

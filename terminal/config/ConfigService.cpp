@@ -7,6 +7,7 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 
+#include <cmath>
 #include <utility>
 
 namespace terminal {
@@ -18,6 +19,17 @@ QString tr(const char *text) {
 
 QString tableField(int tableId) {
     return QStringLiteral("table%1").arg(tableId);
+}
+
+/// Puts fields into an object; a null value takes its field out.
+void merge(QJsonObject &object, const QJsonObject &fields) {
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        if (field.value().isNull()) {
+            object.remove(field.key());
+        } else {
+            object.insert(field.key(), field.value());
+        }
+    }
 }
 
 } // namespace
@@ -37,6 +49,45 @@ QString ConfigService::value(const QString &name, const QString &fallback) const
 
 void ConfigService::setValue(const QString &name, const QString &value) {
     change({{name, value}});
+}
+
+QJsonObject ConfigService::section(const QString &name) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mFields.value(name).toObject();
+}
+
+void ConfigService::changeSection(const QString &name, const QJsonObject &fields) {
+    std::lock_guard<std::mutex> hold(mLock);
+    QJsonObject whole = mFields.value(name).toObject();
+    merge(whole, fields);
+    mFields.insert(name, whole);
+    writeFile();
+}
+
+QMap<QString, double> ConfigService::numbers(const QString &section, const QString &entry) const {
+    const QJsonObject fields = this->section(section).value(entry).toObject();
+    QMap<QString, double> values;
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        if (field.value().isDouble()) {
+            values[field.key()] = field.value().toDouble();
+        }
+    }
+    return values;
+}
+
+void ConfigService::setNumbers(const QString &section, const QString &entry,
+                               const QMap<QString, double> &values) {
+    std::lock_guard<std::mutex> hold(mLock);
+    QJsonObject whole = mFields.value(section).toObject();
+    QJsonObject fields = whole.value(entry).toObject();
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (std::isfinite(*value)) {
+            fields.insert(value.key(), *value);
+        }
+    }
+    whole.insert(entry, fields);
+    mFields.insert(section, whole);
+    writeFile();
 }
 
 QStringList ConfigService::messages() const {
@@ -85,7 +136,7 @@ void ConfigService::load() {
         return;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        mMessages.append(tr("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.errorString()));
+        keepDamaged(file.errorString()); // the next change would replace it
         return;
     }
     QJsonParseError error;
@@ -112,9 +163,11 @@ void ConfigService::keepDamaged(const QString &reason) {
 
 void ConfigService::change(const QJsonObject &fields) {
     std::lock_guard<std::mutex> hold(mLock);
-    for (auto field = fields.begin(); field != fields.end(); ++field) {
-        mFields.insert(field.key(), field.value());
-    }
+    merge(mFields, fields);
+    writeFile();
+}
+
+void ConfigService::writeFile() {
     if (mPath.isEmpty()) {
         return;
     }
@@ -122,7 +175,14 @@ void ConfigService::change(const QJsonObject &fields) {
     QSaveFile file(mPath);
     const QByteArray text = QJsonDocument(mFields).toJson();
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        mMessages.append(tr("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
+        tell(tr("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
+    }
+}
+
+/// A trouble that lasts is told once.
+void ConfigService::tell(const QString &message) {
+    if (!mMessages.contains(message)) {
+        mMessages.append(message);
     }
 }
 

@@ -14,8 +14,9 @@ namespace terminal {
 /// The terminal's configuration: defaults, and over them what a JSON file says.
 ///
 /// The file is written whole to a temporary file and renamed, so that a crash leaves the old one or the new one. A
-/// damaged file is kept beside the new one as "<file>.damaged" (with a number when there is one already) and told in
-/// messages(). Values of the wrong kind stand at their defaults. Fields that this version does not know are kept.
+/// file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
+/// one already) and told in messages(). Values of the wrong kind stand at their defaults. Fields that this version does
+/// not know are kept. Every operation may be called from any thread.
 class ConfigService : public TC::CConfigService, private TC::UserConfigInterface {
 public:
     /// Reads the file; without a path nothing is read or written.
@@ -30,6 +31,15 @@ public:
     /// A value of the terminal's own, as the theme chosen last; `fallback` when there is none.
     QString value(const QString &name, const QString &fallback = {}) const;
     void setValue(const QString &name, const QString &value);
+
+    /// The fields of a part of the file, such as "formulas"; empty when there is none.
+    QJsonObject section(const QString &name) const;
+    /// Replaces these fields of a part and keeps its others; a null value removes its field.
+    void changeSection(const QString &name, const QJsonObject &fields);
+    /// Named numbers of an entry of a part, such as the parameters of a formula; what is no number is passed over.
+    QMap<QString, double> numbers(const QString &section, const QString &entry) const;
+    /// Replaces these numbers of an entry and keeps its others. Those that are not finite are left out.
+    void setNumbers(const QString &section, const QString &entry, const QMap<QString, double> &values);
 
     /// What went wrong with the file so far, in words for the user.
     QStringList messages() const;
@@ -70,6 +80,8 @@ private:
     void keepDamaged(const QString &reason);
     /// Changes fields and writes the file.
     void change(const QJsonObject &fields);
+    void writeFile();
+    void tell(const QString &message);
 
     const QString mPath;
     mutable std::mutex mLock; ///< guards what follows

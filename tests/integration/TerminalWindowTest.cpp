@@ -198,3 +198,31 @@ TEST_F(TerminalWindowTest, TheThemeChangesEveryColourAndIsRemembered) {
     EXPECT_EQ(mServices->config().value("theme"), "light");
     mWindow->setThemeName("dark");
 }
+
+TEST_F(TerminalWindowTest, AConfigurationThatCannotBeWrittenIsToldInTheStatusLine) {
+    QFile::remove(mFolder.path() + "/config.json");
+    ASSERT_TRUE(QDir().mkpath(mFolder.path() + "/config.json")); // a folder in place of the file
+    ASSERT_TRUE(mWindow->showInstrument("SH600519"));
+    EXPECT_TRUE(mWindow->status().contains("config.json")) << qPrintable(mWindow->status());
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    EXPECT_TRUE(mWindow->status().contains("config.json")) << "it is no trouble of the instrument";
+}
+
+TEST_F(TerminalWindowTest, ADamagedConfigurationIsToldAtTheStart) {
+    mWindow.reset();
+    mServices.reset();
+    QFile file(mFolder.path() + "/config.json");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{\"theme\": ");
+    file.close();
+    terminal::TerminalSettings settings;
+    settings.store = mFolder.path() + "/market.db";
+    settings.config = file.fileName();
+    settings.start = mNow;
+    QString error;
+    mServices = terminal::TerminalServices::open(settings, error);
+    ASSERT_TRUE(mServices) << qPrintable(error);
+    mWindow = std::make_unique<terminal::TerminalWindow>(*mServices);
+    ASSERT_TRUE(mWindow->showInstrument("SH600519"));
+    EXPECT_TRUE(mWindow->status().contains("config.json.damaged")) << qPrintable(mWindow->status());
+}

@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -109,4 +111,59 @@ TEST_F(ConfigServiceTest, AFileThatCannotBeWrittenIsTold) {
     service.setValue("theme", "light");
     EXPECT_EQ(service.messages().size(), 1);
     EXPECT_EQ(service.value("theme"), "light") << "it holds for this run";
+}
+
+TEST_F(ConfigServiceTest, NumbersOfAnEntryAreKeptBesideThoseOfOthers) {
+    {
+        ConfigService service(path());
+        service.setNumbers("formulas", "MACD", {{"SHORT", 10.0}, {"LONG", 26.5}});
+        service.setNumbers("formulas", "KDJ", {{"N", 9.0}});
+        service.setNumbers("formulas", "MACD", {{"SHORT", 12.0}});
+    }
+    const ConfigService next(path());
+    EXPECT_EQ(next.numbers("formulas", "MACD"), (QMap<QString, double>{{"SHORT", 12.0}, {"LONG", 26.5}}));
+    EXPECT_EQ(next.numbers("formulas", "KDJ"), (QMap<QString, double>{{"N", 9.0}}));
+    EXPECT_TRUE(next.numbers("formulas", "RSI").isEmpty());
+    EXPECT_TRUE(next.numbers("others", "MACD").isEmpty());
+}
+
+TEST_F(ConfigServiceTest, WhatIsNoNumberIsPassedOverAndStaysInTheFile) {
+    writeFile(R"({"formulas": {"MACD": {"SHORT": "x", "LONG": 26}, "KDJ": 5, "later": {"a": [1]}}})");
+    ConfigService service(path());
+    EXPECT_EQ(service.numbers("formulas", "MACD"), (QMap<QString, double>{{"LONG", 26.0}}));
+    EXPECT_TRUE(service.numbers("formulas", "KDJ").isEmpty());
+    service.setNumbers("formulas", "MACD", {{"LONG", 30.0}, {"MID", qQNaN()}});
+    const QJsonObject formulas = ConfigService(path()).section("formulas");
+    EXPECT_EQ(formulas["MACD"].toObject(), (QJsonObject{{"SHORT", "x"}, {"LONG", 30.0}}));
+    EXPECT_EQ(formulas["later"].toObject(), (QJsonObject{{"a", QJsonArray{1}}}));
+}
+
+TEST_F(ConfigServiceTest, FieldsOfASectionAreChangedOneByOne) {
+    {
+        ConfigService service(path());
+        service.changeSection("window", {{"width", 800}, {"names", QJsonArray{"a", "b"}}});
+        service.changeSection("window", {{"width", QJsonValue::Null}, {"height", 600}});
+    }
+    EXPECT_EQ(ConfigService(path()).section("window"),
+              (QJsonObject{{"height", 600}, {"names", QJsonArray{"a", "b"}}}));
+    EXPECT_TRUE(ConfigService(path()).section("elsewhere").isEmpty());
+}
+
+TEST_F(ConfigServiceTest, WhatCannotBeReadIsKeptAside) {
+    ASSERT_TRUE(QDir().mkpath(path() + "/inner")); // a folder in place of the file
+    ConfigService service(path());
+    ASSERT_EQ(service.messages().size(), 1);
+    EXPECT_TRUE(QFileInfo::exists(path() + ".damaged/inner"));
+    service.setValue("theme", "light");
+    EXPECT_EQ(ConfigService(path()).value("theme"), "light");
+}
+
+TEST_F(ConfigServiceTest, ATroubleThatLastsIsToldOnce) {
+    QFile blocker(mFolder.path() + "/sub");
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    ConfigService service(path());
+    service.setValue("theme", "light");
+    service.setValue("theme", "dark");
+    EXPECT_EQ(service.messages().size(), 1);
 }
