@@ -16,7 +16,7 @@ public:
     int mOffsetFlag = 0; ///< see isBuyByDirection
     double mPrice = 0.0;
     int mVolume = 0;
-    double mAmount = 0.0;
+    double mAmount = 0.0; ///< price times volume, without the multiplier of a contract
     std::string mTime; ///< "hh:mm:ss" or "hhmmss"
     boost::shared_ptr<CCommandDetail> mCommand;
 };

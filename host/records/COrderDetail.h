@@ -5,6 +5,15 @@
 
 namespace kvservice {
 
+/// What became of an order.
+enum EOrderStatus : int {
+    eOrderReported = 0, ///< rests at the exchange, nothing filled
+    eOrderPartlyFilled = 1,
+    eOrderFilled = 2,
+    eOrderCancelled = 3, ///< what was not filled has been taken back
+    eOrderRejected = 4,
+};
+
 /// One order of the user.
 class COrderDetail : public IData {
 public:
@@ -16,6 +25,8 @@ public:
     int mOffsetFlag = 0; ///< see isBuyByDirection
     double mPrice = 0.0;
     int mVolume = 0;
+    int mTradedVolume = 0; ///< filled so far
+    int mStatus = 0; ///< EOrderStatus
     std::string mContractNo;
     std::string mDate; ///< "yyyyMMdd"
     std::string mTime; ///< "hh:mm:ss" or "hhmmss"

@@ -23,6 +23,15 @@ struct CTaskItem {
     long long mQuantity = 0;
 };
 
+/// Where a task stands. Other numbers are carried unchanged.
+enum ETaskStatus : int {
+    eTaskWaiting = 3, ///< has not started; can be cancelled
+    eTaskRunning = 4, ///< can be cancelled
+    eTaskCancelled = 5,
+    eTaskFinished = 8, ///< everything filled
+    eTaskExpired = 10, ///< its time was over before everything was filled
+};
+
 /// One algorithmic task of the user.
 class CTaskDetail : public IData {
 public:
@@ -30,7 +39,7 @@ public:
 
     int mTaskId = 0;
     int mFlag = 0; ///< first flag; 0 on a task that can count as finished
-    int mStatus = 0; ///< 3 and 4 can be cancelled, 8 and 10 are finished
+    int mStatus = 0; ///< ETaskStatus: 3 and 4 can be cancelled, 8 and 10 are finished
     int mStartTime = TC::kUnsetTime; ///< seconds since the epoch
     int mEndTime = TC::kUnsetTime; ///< seconds since the epoch
     int mCancelTime = TC::kUnsetTime; ///< seconds since the epoch, the second end time

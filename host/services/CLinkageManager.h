@@ -28,6 +28,10 @@ public:
     using TimedValues = std::map<int, double>; ///< minute to value
     using ChangeSignal = boost::signals2::signal<void(const std::vector<std::string> &)>; ///< instrument keys
     using PlainSignal = boost::signals2::signal<void()>;
+    using DaySignal = boost::signals2::signal<void(const std::string &)>;
+
+    static constexpr int kFutureAccounts = 1; ///< type of getAccountIds()
+    static constexpr int kStockAccounts = 2;
 
     virtual ~CLinkageManager() = default;
 
@@ -57,13 +61,29 @@ public:
     virtual std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() = 0;
     /// Those of the named accounts that exist; false when there are none.
     virtual bool getAccounts(const QList<QString> &names, Keys &accounts) = 0;
-    virtual std::vector<std::string> getStrategys() = 0;
+    /// Ids of the accounts of a type, in the order in which they are listed: 1 futures, 2 stock.
+    virtual std::vector<std::string> getAccountIds(int type) = 0;
+    /// Names of the strategies that the user's records come from.
+    virtual Keys getStrategys() = 0;
+    /// Keys of the instruments that have records of the user.
+    virtual Keys getStocks() = 0;
 
+    /// Profits are wanted from now on, or no longer: while they are, the service tells every change of them.
+    virtual void startProfitCalculator() = 0;
+    virtual void stopProfitCalculator() = 0;
+    /// The same for balances.
+    virtual void startBalanceCalculator() = 0;
+    virtual void stopBalanceCalculator() = 0;
+
+    /// Takes a record that came about elsewhere: `time` in seconds since the epoch, `direction` as
+    /// isBuyByDirection() reads it. What the service cannot read it leaves out.
     virtual void importOrder(const std::string &account, const std::string &instrument, const std::string &key,
                              double price, int volume, long long time, int direction) = 0;
     virtual void importDeal(const std::string &account, const std::string &instrument, const std::string &key,
                             double price, int volume, long long time, int direction) = 0;
+    /// Forgets everything imported.
     virtual void clearImportData() = 0;
+    /// Cancels a task that can be cancelled; `text` tells on whose behalf.
     virtual void cancelTask(int taskId, const QString &text) = 0;
 
     /// Orders, deals or tasks of these instruments changed.
@@ -72,6 +92,12 @@ public:
     ChangeSignal sigTaskChanged;
     PlainSignal sigAccountsChanged;
     PlainSignal sigStrategysChanged;
+    /// Instruments with records came or went.
+    PlainSignal sigStocksChanged;
+    /// Records, amounts, profits or balances changed.
+    PlainSignal sigDatasChanged;
+    /// A market has gone on to its next trading day, told as "yyyyMMdd".
+    DaySignal sigNewTradingDay;
 };
 
 } // namespace TC

@@ -28,7 +28,13 @@ public:
 
     std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() override { return {}; }
     bool getAccounts(const QList<QString> &, Keys &) override { return false; }
-    std::vector<std::string> getStrategys() override { return {}; }
+    std::vector<std::string> getAccountIds(int) override { return {}; }
+    Keys getStrategys() override { return {}; }
+    Keys getStocks() override { return {}; }
+    void startProfitCalculator() override {}
+    void stopProfitCalculator() override {}
+    void startBalanceCalculator() override {}
+    void stopBalanceCalculator() override {}
 
     void importOrder(const std::string &, const std::string &, const std::string &, double, int, long long,
                      int) override {}

@@ -31,7 +31,22 @@ public:
     double getDealAmplitude(const Keys &, const Keys &) override { return mDealAmplitude; }
     std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() override { return mAccounts; }
     bool getAccounts(const QList<QString> &names, Keys &accounts) override;
-    std::vector<std::string> getStrategys() override { return mStrategys; }
+    std::vector<std::string> getAccountIds(int type) override {
+        mLog.add(QStringLiteral("CLinkageManager::getAccountIds %1").arg(type));
+        return mAccountIds[type];
+    }
+    Keys getStrategys() override { return mStrategys; }
+    Keys getStocks() override { return mStocks; }
+    void startProfitCalculator() override {
+        mLog.add(QStringLiteral("CLinkageManager::startProfitCalculator"));
+    }
+    void stopProfitCalculator() override { mLog.add(QStringLiteral("CLinkageManager::stopProfitCalculator")); }
+    void startBalanceCalculator() override {
+        mLog.add(QStringLiteral("CLinkageManager::startBalanceCalculator"));
+    }
+    void stopBalanceCalculator() override {
+        mLog.add(QStringLiteral("CLinkageManager::stopBalanceCalculator"));
+    }
     void importOrder(const std::string &account, const std::string &instrument, const std::string &key,
                      double price, int volume, long long time, int direction) override;
     void importDeal(const std::string &account, const std::string &instrument, const std::string &key,
@@ -52,7 +67,9 @@ public:
     double mOrderAmplitude = 0.0;
     double mDealAmplitude = 0.0;
     std::vector<boost::shared_ptr<kvservice::CAccountInfo>> mAccounts;
-    std::vector<std::string> mStrategys;
+    std::map<int, std::vector<std::string>> mAccountIds; ///< by type
+    Keys mStrategys;
+    Keys mStocks;
 
 private:
     CallLog &mLog;
