@@ -6,7 +6,7 @@ set -euo pipefail
 run_packages=(
   g++ cmake ninja-build ccache pkg-config
   qtbase5-dev libqt5sql5-sqlite
-  libboost-dev libboost-thread-dev liblog4cxx-dev libbson-dev
+  libboost-dev libboost-thread-dev liblog4cxx-dev libbson-dev liblua5.4-dev
   fonts-noto-cjk fonts-dejavu-core tzdata
 )
 test_packages=(
