@@ -20,6 +20,7 @@ struct CFormulaDetail {
     QVector<QString> mStrParamValues;
     QMap<int, int> mPrecisions; ///< line index to the decimals to show for it
     EFormulaLanguage mLanguage = EFormulaLanguage::Native;
+    bool mVisible = true; ///< offered in the menus of the catalogue
     boost::shared_ptr<void> mRunData; ///< handed to the request when it is run with ERunMode::HandOver
 };
 

@@ -1,5 +1,6 @@
 #include "terminal/formula/FormulaCatalogue.h"
 
+#include <QCoreApplication>
 #include <QStandardPaths>
 
 #include <boost/make_shared.hpp>
@@ -9,9 +10,13 @@ namespace {
 
 constexpr int kReplacesMainChart = 2;
 
+QString fixedText() {
+    return QCoreApplication::translate("FormulaCatalogue", "内置指标不能修改");
+}
+
 } // namespace
 
-FormulaCatalogue::FormulaCatalogue() {
+FormulaCatalogue::FormulaCatalogue() : mRoot(boost::make_shared<TC::CFormulaCatalogDetail>()) {
     // Prices take their decimals from the price step of the instrument, volumes have none.
     add(QStringLiteral("REALTIME"), kReplacesMainChart, {});
     add(QStringLiteral("REALTIMEVOL"), kReplacesMainChart, {{0, 0}});
@@ -23,7 +28,9 @@ void FormulaCatalogue::add(const QString &name, int type, const QMap<int, int> &
     detail->mFileName = name;
     detail->mType = type;
     detail->mPrecisions = precisions;
+    detail->mVisible = false;
     mFormulas.insert(name, detail);
+    mRoot->addChild(boost::make_shared<TC::CFormulaCatalogDetail>(name, TC::CFormulaCatalogDetail::eFormula));
 }
 
 TC::CFormulaDetailPtr FormulaCatalogue::getFormula(const QString &name) {
@@ -37,6 +44,34 @@ bool FormulaCatalogue::genLuaFormula(const QString &fileName, const QString &nam
 
 QString FormulaCatalogue::pythonDir() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/scripts");
+}
+
+TC::CFormulaParameters FormulaCatalogue::parameters(const QString &) {
+    return {};
+}
+
+QString FormulaCatalogue::setParameters(const QString &, const TC::CFormulaParameters &) {
+    return fixedText();
+}
+
+TC::CFormulaSource FormulaCatalogue::source(const QString &) {
+    return {};
+}
+
+QString FormulaCatalogue::newFormulaText(const QString &) {
+    return {};
+}
+
+TC::CFormulaFault FormulaCatalogue::checkFormula(const QString &) {
+    return {0, fixedText()};
+}
+
+TC::CFormulaFault FormulaCatalogue::saveFormula(QString &, const QString &) {
+    return {0, fixedText()};
+}
+
+QString FormulaCatalogue::restoreFormula(const QString &) {
+    return fixedText();
 }
 
 } // namespace terminal

@@ -101,6 +101,40 @@ bool FakeFormulaOperateManager::genLuaFormula(const QString &fileName, const QSt
     return mCompiles;
 }
 
+QString FakeFormulaOperateManager::setParameters(const QString &name,
+                                                 const TC::CFormulaParameters &parameters) {
+    mLog.add(QStringLiteral("CFormulaOperateManager::setParameters %1").arg(name));
+    if (mRefusal.isEmpty()) {
+        mParameters.insert(name.toUpper(), parameters);
+    }
+    return mRefusal;
+}
+
+TC::CFormulaFault FakeFormulaOperateManager::checkFormula(const QString &text) {
+    mLog.add(QStringLiteral("CFormulaOperateManager::checkFormula"));
+    return mFaults.value(text);
+}
+
+TC::CFormulaFault FakeFormulaOperateManager::saveFormula(QString &name, const QString &text) {
+    mLog.add(QStringLiteral("CFormulaOperateManager::saveFormula %1").arg(name));
+    const TC::CFormulaFault fault = mFaults.value(text);
+    if (fault.isGood()) {
+        name = name.isEmpty() ? mNewName : name;
+        TC::CFormulaSource &source = mSources[name.toUpper()];
+        source.mText = text;
+        source.mIsUserMade = true;
+    }
+    return fault;
+}
+
+QString FakeFormulaOperateManager::restoreFormula(const QString &name) {
+    mLog.add(QStringLiteral("CFormulaOperateManager::restoreFormula %1").arg(name));
+    if (mRefusal.isEmpty()) {
+        mSources[name.toUpper()].mIsUserMade = false;
+    }
+    return mRefusal;
+}
+
 bool FakeHistoryCache::getFormulaHistoryData(const QString &stock, const QString &formula,
                                              TC::FormulaMetaPtr &meta, TC::FormulaResultPtr &result) {
     mLog.add(QStringLiteral("CMultiRequestDataManager::getFormulaHistoryData %1 %2").arg(stock, formula));

@@ -12,6 +12,7 @@
 #include "tests/fakehost/CallLog.h"
 
 #include <QMap>
+#include <boost/make_shared.hpp>
 
 #include <mutex>
 
@@ -115,8 +116,24 @@ public:
     TC::CFormulaDetailPtr getFormula(const QString &name) override { return mFormulas.value(name.toUpper()); }
     bool genLuaFormula(const QString &fileName, const QString &name) override;
     QString pythonDir() override { return mPythonDir; }
+    TC::CFormulaCatalogDetailPtr getRootCatalog() override { return mRoot; }
+    TC::CFormulaParameters parameters(const QString &name) override {
+        return mParameters.value(name.toUpper());
+    }
+    QString setParameters(const QString &name, const TC::CFormulaParameters &parameters) override;
+    TC::CFormulaSource source(const QString &name) override { return mSources.value(name.toUpper()); }
+    QString newFormulaText(const QString &name) override { return QStringLiteral("new ") + name; }
+    TC::CFormulaFault checkFormula(const QString &text) override;
+    TC::CFormulaFault saveFormula(QString &name, const QString &text) override;
+    QString restoreFormula(const QString &name) override;
 
     QMap<QString, TC::CFormulaDetailPtr> mFormulas;
+    TC::CFormulaCatalogDetailPtr mRoot = boost::make_shared<TC::CFormulaCatalogDetail>();
+    QMap<QString, TC::CFormulaParameters> mParameters; ///< by upper-case name
+    QMap<QString, TC::CFormulaSource> mSources; ///< by upper-case name
+    QMap<QString, TC::CFormulaFault> mFaults; ///< what a text has, by the text
+    QString mRefusal; ///< what setParameters and restoreFormula answer
+    QString mNewName = QStringLiteral("NEW"); ///< the name in the text of a new formula
     QString mPythonDir = QStringLiteral("/scripts");
     bool mCompiles = true;
 

@@ -1,5 +1,7 @@
 #include "host/windows/CViewVariableDialog.h"
 
+#include "toolkit/windows/WindowLook.h"
+
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
@@ -26,16 +28,8 @@ QString CViewVariableDialog::text() const {
 }
 
 void CViewVariableDialog::onUiResourceChanged() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    QPalette colors(
-        theme.getColor(QStringLiteral("clr_dialog_bg"))); // with all shades of frames and scroll bars
-    colors.setColor(QPalette::WindowText, theme.getColor(QStringLiteral("clr_text_default")));
-    colors.setColor(QPalette::Base, theme.getColor(QStringLiteral("clr_edit_bg")));
-    colors.setColor(QPalette::Text, theme.getColor(QStringLiteral("clr_text_default")));
-    colors.setColor(QPalette::Highlight, theme.getColor(QStringLiteral("clr_selection_bg")));
-    colors.setColor(QPalette::HighlightedText, theme.getColor(QStringLiteral("clr_selection_text")));
-    setPalette(colors);
-    mText->setFont(theme.getFont(QStringLiteral("fnt_default_normal_fix")));
+    setPalette(GZ::windowPalette());
+    mText->setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
 }
 
 } // namespace TC

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/records/Enumerations.h"
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace TC {
+
+/// The editor windows of formulas. User-interface thread.
+class CFormulaEditorManager {
+public:
+    using ApplyFunction =
+        std::function<void(const QString &name, EFormulaLanguage language, corvane::ERunMode mode)>;
+
+    /// Shows the editor of a formula, the one that is open already if there is one; with an empty name that of a new
+    /// formula. `kind` is carried unchanged. The window closes by itself with its parent; answers it.
+    static QWidget *createWindow(const QString &name, int kind, QWidget *parent);
+
+    /// Called when the user applies a formula, with the run mode chosen, after its text was kept. One function for
+    /// all windows, installed by the host.
+    static void setApplyFunction(ApplyFunction function);
+};
+
+} // namespace TC

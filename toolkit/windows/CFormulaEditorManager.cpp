@@ -1,0 +1,47 @@
+#include "host/windows/CFormulaEditorManager.h"
+
+#include "toolkit/windows/FormulaEditorWindow.h"
+
+#include <QList>
+#include <QPointer>
+
+namespace TC {
+namespace {
+
+using WindowPtr = QPointer<GZ::FormulaEditorWindow>;
+
+QList<WindowPtr> &windows() {
+    static QList<WindowPtr> open;
+    return open;
+}
+
+/// The open window of a formula, or null. Windows of new formulas are all different.
+GZ::FormulaEditorWindow *windowOf(const QString &name) {
+    windows().removeAll(WindowPtr());
+    for (const WindowPtr &window : qAsConst(windows())) {
+        if (!name.isEmpty() && window->name().compare(name, Qt::CaseInsensitive) == 0) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent) {
+    GZ::FormulaEditorWindow *window = windowOf(name);
+    if (!window) {
+        window = new GZ::FormulaEditorWindow(name, parent);
+        windows().append(window);
+    }
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
+}
+
+void CFormulaEditorManager::setApplyFunction(ApplyFunction function) {
+    GZ::FormulaEditorWindow::setApplyFunction(std::move(function));
+}
+
+} // namespace TC
