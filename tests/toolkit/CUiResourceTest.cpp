@@ -25,6 +25,14 @@ using GZ::CUiResource;
 
 /// Every colour that the library and its toolkit ask for.
 const QStringList kColors{
+    "clr_code_comment",
+    "clr_code_error_bg",
+    "clr_code_function",
+    "clr_code_gutter_bg",
+    "clr_code_gutter_text",
+    "clr_code_keyword",
+    "clr_code_number",
+    "clr_code_text",
     "clr_dialog_bg",
     "clr_edit_bg",
     "clr_edit_border",
