@@ -179,6 +179,11 @@ void CRealtimeData::setTradeDate(int date) {
         mTradeDate != 0 && CSingletonT<CStockManager>::instance().getLastTradingDay(market) == mTradeDate;
 }
 
+int CRealtimeData::getTradeDate() const {
+    const Hold hold(mLock);
+    return mTradeDate;
+}
+
 void CRealtimeData::setDrawEnabled(bool enabled) {
     const Hold hold(mLock);
     mDrawEnabled = enabled;

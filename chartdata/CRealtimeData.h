@@ -97,6 +97,7 @@ public:
     void forgetAxisWidget(const CGraphAxisWidget *axisWidget);
     /// Trading day shown, seconds since the epoch at its midnight; 0 takes that of the view model.
     void setTradeDate(int date);
+    int getTradeDate() const override;
     void setDrawEnabled(bool enabled);
     void setReplayMode(bool replay);
     void setFillGaps(bool fill);

@@ -10,8 +10,8 @@
 #include "host/services/CStockManager.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/PriceDecimals.h"
 #include "viewmodel/CRealtimeUiParam.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "chartview/AxisTicks.h"
 
+#include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <Qt>
 

@@ -3,8 +3,8 @@
 #include "chartdata/CRealtimeData.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/PriceDecimals.h"
 #include "viewmodel/CRealtimeUiParam.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -4,9 +4,9 @@
 #include "chartdata/PanePixmap.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <QFontMetrics>
 #include <QImage>

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "host/records/CFormulaKey.h"
+#include "host/records/CInstrumentDetail.h"
 #include "host/records/RPCFormulaResult.h"
 
+#include <QList>
 #include <QPair>
 #include <QRect>
 #include <QString>
@@ -11,6 +14,8 @@ class QPainter;
 class QPixmap;
 
 namespace TC {
+
+class CArrowColorSimpleText;
 
 /// The drawing helpers, one per kind of line.
 ///
@@ -112,6 +117,14 @@ public:
     /// its description can touch; null when nothing is drawn. Styles with text, images or fixed places answer the
     /// whole rectangle.
     static QRect touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last);
+
+    /// Appends a series to a title: the name of the overlay when it belongs to one, then each line that is drawn as
+    /// "name:value" in its colour at that index, with an arrow for its move since the point before. A text stands in
+    /// place of the value of a point that has one. An index below 0 is the last point; "--" stands where there is no
+    /// value. Decimals are those of the formula's record, else of the price step.
+    static void getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
+                             int index, const CInstrumentDetailPtr &instrument,
+                             const QList<CInstrumentDetailPtr> &addStocks);
 };
 
 } // namespace TC

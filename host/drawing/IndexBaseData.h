@@ -50,6 +50,13 @@ public:
 
     /// The series held. The reference is for the thread that changes them, or for a holder of the lock.
     const QMap<CFormulaKey, se::RPCFormulaResultCache> &getData() const { return mData; }
+    /// Shows the series to `reader` while nothing can change them. Any thread.
+    template <class Reader> void readData(Reader reader) const {
+        boost::recursive_mutex::scoped_lock hold(mLock);
+        reader(mData);
+    }
+    /// The trading day of the series, seconds since the epoch at its midnight; 0 when it is not known.
+    virtual int getTradeDate() const { return 0; }
     /// Whether a series is held. Any thread.
     bool hasSeries(const CFormulaKey &key) const {
         boost::recursive_mutex::scoped_lock hold(mLock);

@@ -4,6 +4,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 #include <boost/shared_ptr.hpp>
 
@@ -25,5 +26,18 @@ struct CFormulaDetail {
 };
 
 using CFormulaDetailPtr = boost::shared_ptr<CFormulaDetail>;
+
+/// The parameters of a formula as they stand behind its name, "(12,26,9,close)": numbers with up to six digits, then
+/// texts. Empty when there are none.
+inline QString formulaParamText(const CFormulaDetail &formula) {
+    QStringList parts;
+    for (const double value : formula.mParamValues) {
+        parts.append(QString::number(value, 'g', 6));
+    }
+    for (const QString &value : formula.mStrParamValues) {
+        parts.append(value);
+    }
+    return parts.isEmpty() ? QString() : QLatin1Char('(') + parts.join(QLatin1Char(',')) + QLatin1Char(')');
+}
 
 } // namespace TC

@@ -4,11 +4,11 @@
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/PriceDecimals.h"
 #include "terminal/app/ChartTitle.h"
 #include "terminal/app/TimeRow.h"
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -1,8 +1,8 @@
 // Random strips against ticks_reference.py, which works them out in another way.
 
 #include "chartview/AxisTicks.h"
+#include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
-#include "viewmodel/PriceDecimals.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -19,11 +19,13 @@ OUTER = {"tests", "bench"}
 STRATEGIES = ("chartview/CRealtimeBaseFormulaAxis.h", "chartview/CRealTimeNomalAxis.h",
               "chartview/CRealTimeCustomIndexAxis.h", "chartview/CRealTimePortfolioAxis.h")
 # (source, header): the view parameters and their strategies, the view parameters and the axis strips, the data
-# and its axis strip, the time scale and the main widget.
+# and its axis strip, the time scale and the main widget, and the title strip, which reads the public members of the
+# view parameters that it is handed.
 MEETINGS = [("viewmodel/CRealtimeUiParam*.cpp", header) for header in STRATEGIES] + [
     ("viewmodel/CRealtimeUiParam*.cpp", "chartview/CGraphAxisWidget.h"),
     ("chartdata/CRealtimeData*.cpp", "chartview/CGraphAxisWidget.h"),
     ("chartview/CRealtimeTimeWidget*.cpp", "containers/CRealtimeMainWidget.h"),
+    ("toolkit/drawing/CIndexTitleWidget*.cpp", "viewmodel/CRealtimeUiParam.h"),
 ]
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]', re.MULTILINE)
 
@@ -36,8 +38,9 @@ def is_allowed(source, header):
     if is_strategy(source):
         return there == "host" or header in STRATEGIES
     if TOOLKIT in (here, there):
-        return there in ("host", here) or here == "terminal"
-    if RANKS[there] <= RANKS[here]:
+        if there in ("host", here) or here == "terminal":
+            return True
+    elif RANKS[there] <= RANKS[here]:
         return True
     return any(fnmatch(source, pattern) and header == met for pattern, met in MEETINGS)
 
@@ -79,6 +82,9 @@ PLANTED = [
     ("host/records/Toolkit.h", '#include "toolkit/W.h"\n', 1),
     ("toolkit/W.h", '#include "host/records/A.h"\n#include "toolkit/V.h"\n', 0),
     ("toolkit/V.h", '#include "host/records/A.h"\n\n#include "viewmodel/CRealtimeUiParam.h"\n', 3),
+    ("toolkit/drawing/CIndexTitleWidget_text.cpp", '#include "viewmodel/CRealtimeUiParam.h"\n', 0),
+    ("toolkit/drawing/CIndexTitleWidget.h", '#include "viewmodel/CRealtimeUiParam.h"\n', 1),
+    ("toolkit/drawing/CIndexTitleWidget.cpp", '#include "viewmodel/Other.h"\n', 1),
     ("viewmodel/CRealtimeUiParam.h", '#include "host/records/A.h"\n', 0),
     ("viewmodel/CRealtimeUiParam_axis.cpp", '#include "chartview/CRealTimeNomalAxis.h"\n', 0),
     ("viewmodel/CRealtimeUiParam_bad.h", '#include "chartview/CRealTimeNomalAxis.h"\n', 1),

@@ -18,6 +18,8 @@ FakeHost::FakeHost() {
     TC::CSingletonT<TC::CStrategyTradeManager>::install(&mStrategies);
     TC::CSingletonT<TC::CLinkageManager>::install(&mLinkage);
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(&mEnhance);
+    TC::CSingletonT<TC::CSmartKeyManager>::install(&mSmartKeys);
+    TC::CSingletonT<TC::CIndexTemplateManager>::install(&mTemplates);
 }
 
 FakeHost::~FakeHost() {
@@ -39,6 +41,8 @@ FakeHost::~FakeHost() {
     TC::CSingletonT<TC::CStrategyTradeManager>::install(nullptr);
     TC::CSingletonT<TC::CLinkageManager>::install(nullptr);
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(nullptr);
+    TC::CSingletonT<TC::CSmartKeyManager>::install(nullptr);
+    TC::CSingletonT<TC::CIndexTemplateManager>::install(nullptr);
 }
 
 } // namespace fakehost

@@ -7,6 +7,7 @@
 #include "tests/fakehost/FakeFormulaServices.h"
 #include "tests/fakehost/FakeLinkageManager.h"
 #include "tests/fakehost/FakeStockManager.h"
+#include "tests/fakehost/FakeWindowServices.h"
 
 namespace fakehost {
 
@@ -34,6 +35,8 @@ public:
     FakeStrategyTradeManager mStrategies{mLog};
     FakeLinkageManager mLinkage{mLog};
     FakeEnhanceDrawManager mEnhance{mLog};
+    FakeSmartKeyManager mSmartKeys;
+    FakeIndexTemplateManager mTemplates;
 };
 
 } // namespace fakehost

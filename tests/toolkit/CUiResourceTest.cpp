@@ -47,6 +47,7 @@ const QStringList kColors{
     "clr_menu_text",
     "clr_menu_text_disable",
     "clr_pushbutton_group_border_new",
+    "clr_pushbutton_text",
     "clr_selection_bg",
     "clr_selection_text",
     "clr_task_op_button_text_disable",
@@ -58,6 +59,7 @@ const QStringList kColors{
     "ic_clr_concise_mainwindow_split_background",
     "ic_clr_graph_drawing",
     "ic_clr_highlight_widget_bg",
+    "ic_clr_highlight_widget_frame",
     "ic_clr_index_default_fall",
     "ic_clr_index_default_flat",
     "ic_clr_index_default_rise",
@@ -69,6 +71,10 @@ const QStringList kColors{
     "ic_clr_index_line_6",
     "ic_clr_index_line_7",
     "ic_clr_index_line_8",
+    "ic_clr_index_title_bg",
+    "ic_clr_index_title_name",
+    "ic_clr_index_title_selected_bg",
+    "ic_clr_index_title_text",
     "ic_clr_kline_graph_scale_border",
     "ic_clr_realtime_axis_bg",
     "ic_clr_realtime_axis_default_text",
@@ -106,8 +112,18 @@ const QStringList kFonts{
     "fnt_graph_axis_text", "fnt_index_title_text",   "fnt_timeline_text_default",
 };
 const QStringList kImages{
-    "ic_img_arrow_up", "img_btn_medium_normal",       "img_btn_ok",
-    "img_sys_btn_min", "tc_img_btn_holographic_view", "tc_img_op_hedge_type_bg",
+    "ic_img_arrow_up",
+    "img_btn_medium_normal",
+    "img_btn_ok",
+    "img_sys_btn_min",
+    "img_title_close",
+    "img_title_fewer_days",
+    "img_title_menu",
+    "img_title_more_days",
+    "img_title_one_day",
+    "img_title_settings",
+    "tc_img_btn_holographic_view",
+    "tc_img_op_hedge_type_bg",
 };
 
 /// Puts the default theme back.

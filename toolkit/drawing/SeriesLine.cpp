@@ -40,6 +40,14 @@ SeriesLine::SeriesLine(const se::RPCFormulaResultCache &series, int line) {
     mAxis = elementOr(meta.mLineAxis, line, qint32(se::eLineShared));
 }
 
+int SeriesLine::lastPoint() const {
+    int index = mSize - 1;
+    while (index >= 0 && !has(index)) {
+        --index;
+    }
+    return index;
+}
+
 const std::string &SeriesLine::text(int i) const {
     static const std::string kNone;
     return mTexts && i >= 0 && std::size_t(i) < mTexts->size() ? (*mTexts)[std::size_t(i)] : kNone;

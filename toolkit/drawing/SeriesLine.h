@@ -18,6 +18,8 @@ public:
     bool has(int i) const {
         return i >= 0 && i < mSize && i < mValidSize && mValid[i] == 1 && isPlaceable(mValues[i]);
     }
+    /// The last point that has() holds for; -1 when there is none.
+    int lastPoint() const;
     /// Whether point `i` has a value, valid or not.
     bool hasValue(int i) const { return i >= 0 && i < mSize && isPlaceable(mValues[i]); }
     /// Value of a point that has one.

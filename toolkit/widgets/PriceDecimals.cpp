@@ -1,4 +1,4 @@
-#include "viewmodel/PriceDecimals.h"
+#include "host/toolkit/PriceDecimals.h"
 
 #include "host/records/Enumerations.h"
 

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QVector>
+
+class QPainter;
+class QRect;
+
+namespace TC {
+
+/// A line of text in runs, each with a colour of its own and, where it tells a move, an arrow behind it.
+class CArrowColorSimpleText {
+public:
+    enum EArrow : int { eArrowDown = -1, eArrowNone = 0, eArrowUp = 1 };
+
+    explicit CArrowColorSimpleText(QString fontKey);
+
+    void clear() { mRuns.clear(); }
+    bool isEmpty() const { return mRuns.isEmpty(); }
+    /// Appends a run. An empty text is left out.
+    void append(const QString &text, const QColor &color, EArrow arrow = eArrowNone);
+    /// The runs from left to right, each with its colour.
+    QList<QPair<QString, QColor>> getTextColor() const;
+    /// The runs joined by a blank.
+    QString text() const;
+
+    /// Pixels that the whole line takes.
+    int width() const;
+    /// Draws the line centred over the height of a rectangle, from its left edge. The run that does not fit ends in
+    /// an ellipsis, those after it are left out. Answers whether all of it was drawn.
+    bool draw(QPainter &painter, const QRect &rect) const;
+
+    bool operator==(const CArrowColorSimpleText &other) const {
+        return mFontKey == other.mFontKey && mRuns == other.mRuns;
+    }
+    bool operator!=(const CArrowColorSimpleText &other) const { return !(*this == other); }
+
+private:
+    struct Run {
+        QString text;
+        QColor color;
+        EArrow arrow;
+        bool operator==(const Run &other) const {
+            return text == other.text && color == other.color && arrow == other.arrow;
+        }
+    };
+    QString mFontKey;
+    QVector<Run> mRuns;
+};
+
+} // namespace TC

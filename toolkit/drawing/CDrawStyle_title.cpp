@@ -1,0 +1,84 @@
+#include "host/drawing/CDrawStyle.h"
+
+#include "host/drawing/CArrowColorSimpleText.h"
+#include "host/services/CFormulaOperateManager.h"
+#include "host/toolkit/PriceDecimals.h"
+#include "host/toolkit/Text.h"
+#include "toolkit/drawing/DrawLook.h"
+#include "toolkit/drawing/SeriesLine.h"
+
+#include <algorithm>
+
+namespace TC {
+namespace {
+
+/// The overlay whose series it is; null for the instrument's own.
+CInstrumentDetailPtr overlayOf(const CFormulaKey &key, const CInstrumentDetailPtr &instrument,
+                               const QList<CInstrumentDetailPtr> &addStocks) {
+    if (instrument && getDetailQsKey(instrument) == key.mStock) {
+        return nullptr;
+    }
+    const auto found = std::find_if(addStocks.begin(), addStocks.end(), [&](const CInstrumentDetailPtr &stock) {
+        return getDetailQsKey(stock) == key.mStock;
+    });
+    return found == addStocks.end() ? nullptr : *found;
+}
+
+/// Decimals of a line: those that the formula's record asks for, else those of prices.
+int decimalsOf(const CFormulaDetailPtr &formula, int line, const CInstrumentDetailPtr &instrument) {
+    if (formula && formula->mPrecisions.contains(line)) {
+        return formula->mPrecisions.value(line);
+    }
+    return decimals(getDetailPriceTick(instrument));
+}
+
+QString pointText(const SeriesLine &line, int index, int digits) {
+    if (line.has(index) && !line.text(index).empty()) {
+        return GZ::sToQs(line.text(index));
+    }
+    const double value = line.has(index) ? line.value(index) : kUnsetValue;
+    return GZ::formatDoubleNumber(value, GZ::getGraphShowTick(value, digits), utils::eFormatScaled, false,
+                                  QStringLiteral("--"));
+}
+
+QString lineName(const se::RPCFormulaMetaResult &meta, int line) {
+    return std::size_t(line) < meta.mLineNames.size() ? GZ::sToQs(meta.mLineNames[std::size_t(line)])
+                                                      : QString();
+}
+
+CArrowColorSimpleText::EArrow moveOf(const SeriesLine &line, int index) {
+    if (!line.has(index) || !line.has(index - 1)) {
+        return CArrowColorSimpleText::eArrowNone;
+    }
+    const double move = line.value(index) - line.value(index - 1);
+    return move > kValueTolerance    ? CArrowColorSimpleText::eArrowUp
+           : move < -kValueTolerance ? CArrowColorSimpleText::eArrowDown
+                                     : CArrowColorSimpleText::eArrowNone;
+}
+
+} // namespace
+
+void CDrawStyle::getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
+                              int index, const CInstrumentDetailPtr &instrument,
+                              const QList<CInstrumentDetailPtr> &addStocks) {
+    const DrawLook &look = DrawLook::current();
+    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(key.mFormula);
+    const CInstrumentDetailPtr overlay = overlayOf(key, instrument, addStocks);
+    QString overlayName = getDetailQsName(overlay);
+    const int lines = std::min(series.meta.mLineCount, static_cast<int>(series.result.mValues.size()));
+    for (int i = 0; i < lines; ++i) {
+        const SeriesLine line(series, i);
+        if (line.isHidden()) {
+            continue;
+        }
+        const int at = index < 0 ? line.lastPoint() : index;
+        const QColor color = QColor::fromRgba(line.color(at, look.ofLine(i)));
+        title.append(overlayName, color);
+        overlayName.clear();
+        const QString value = pointText(line, at, decimalsOf(formula, i, overlay ? overlay : instrument));
+        const QString name = lineName(series.meta, i);
+        title.append(name.isEmpty() ? value : name + QLatin1Char(':') + value, color, moveOf(line, at));
+    }
+}
+
+} // namespace TC

@@ -1,0 +1,132 @@
+#include "host/drawing/CIndexTitleWidget.h"
+
+#include "host/services/CFormulaOperateManager.h"
+#include "host/services/CStockManager.h"
+#include "host/toolkit/PriceDecimals.h"
+#include "host/toolkit/Text.h"
+#include "toolkit/drawing/DrawLook.h"
+#include "toolkit/drawing/SeriesLine.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+namespace {
+
+QColor themeColor(const char *key) {
+    return GZ::CUiResource::instance().getColor(QLatin1String(key));
+}
+
+/// A number with its sign, a rise with "+".
+QString signedText(double value, int digits, int flags) {
+    const QString text = GZ::formatDoubleNumber(value, digits, flags, false, QStringLiteral("--"));
+    return value > 0.0 ? QLatin1Char('+') + text : text;
+}
+
+/// Name of a formula with its parameters.
+QString formulaHead(const QString &formula) {
+    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
+    return detail ? detail->mName + formulaParamText(*detail) : formula;
+}
+
+} // namespace
+
+void CIndexTitleWidget::readTitle(CArrowColorSimpleText &title) const {
+    if (mSimple) {
+        title.append(mSimpleTitle, themeColor("ic_clr_index_title_name"));
+        return;
+    }
+    const boost::shared_ptr<IndexBaseData> source = current();
+    if (!source) {
+        return;
+    }
+    if (mDisplayType == EIndexDisplayType::Main) {
+        addInstrument(title, *source);
+    }
+    addFormulas(title, *source);
+}
+
+void CIndexTitleWidget::addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const {
+    const QColor color = themeColor("ic_clr_index_title_name");
+    title.append(getDetailQsName(mStock), color);
+    if (getDetailQsCode(mStock) != getDetailQsName(mStock)) {
+        title.append(getDetailQsCode(mStock), color);
+    }
+    if (source.getTradeDate() != 0 && !showsToday(source)) {
+        title.append(GZ::secondToQDateTime(source.getTradeDate()).date().toString(QStringLiteral("yyyy-MM-dd")),
+                     themeColor("ic_clr_index_title_text"));
+    }
+}
+
+void CIndexTitleWidget::addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const {
+    const double close = lastClose(source);
+    const bool main = mDisplayType == EIndexDisplayType::Main;
+    QList<QString> formulas = source.getFormulas();
+    if (!mShowIndex.isEmpty() && !formulas.contains(mShowIndex.toUpper())) {
+        formulas.append(mShowIndex);
+    }
+    const auto isOverlay = [this](const CFormulaKey &key) {
+        return std::any_of(mAddStocks.begin(), mAddStocks.end(), [&](const CInstrumentDetailPtr &stock) {
+            return getDetailQsKey(stock) == key.mStock && getDetailQsKey(mStock) != key.mStock;
+        });
+    };
+    source.readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &data) {
+        for (const QString &formula : formulas) {
+            if (!main || !source.isMainGraph(formula)) {
+                title.append(formulaHead(formula), themeColor("ic_clr_index_title_name"));
+            }
+            for (auto entry = data.begin(); entry != data.end(); ++entry) {
+                if (entry.key().mFormula == formula && !isOverlay(entry.key())) {
+                    CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks);
+                    if (main && formula == QLatin1String("REALTIME")) {
+                        addChange(title, *entry, close);
+                    }
+                }
+            }
+        }
+        for (auto entry = data.begin(); entry != data.end(); ++entry) {
+            if (isOverlay(entry.key())) {
+                CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks);
+            }
+        }
+    });
+}
+
+void CIndexTitleWidget::addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
+                                  double lastClose) const {
+    const SeriesLine price(series, 0);
+    const int at = mIndex < 0 ? price.lastPoint() : mIndex;
+    if (!price.has(at) || lastClose == kUnsetValue || lastClose < kValueTolerance) {
+        return;
+    }
+    const double change = price.value(at) - lastClose;
+    const double sign = std::fabs(change) > kValueTolerance ? change : 0.0;
+    const QColor color = QColor::fromRgba(DrawLook::current().ofSign(sign));
+    const int digits = decimals(getDetailPriceTick(mStock));
+    title.append(tr("涨跌:%1").arg(signedText(sign, digits, utils::eFormatPlain)), color);
+    title.append(tr("涨幅:%1").arg(signedText(sign / lastClose, 2, utils::eFormatPercent)), color);
+}
+
+bool CIndexTitleWidget::showsToday(const IndexBaseData &source) const {
+    const int date = source.getTradeDate();
+    const bool past = mGetTradeDateFunc || (mUiParam && mUiParam->mGetTradeDateFunc);
+    if (date == 0) {
+        return !past;
+    }
+    return CSingletonT<CStockManager>::instance().getLastTradingDay(getDetailQsMarket(mStock)) == date;
+}
+
+double CIndexTitleWidget::lastClose(const IndexBaseData &source) const {
+    if (!mStock || !mUiParam || mUiParam->mStockKind != 0) {
+        return kUnsetValue;
+    }
+    if (showsToday(source)) {
+        return getDetailLastClose(mStock);
+    }
+    const int date = source.getTradeDate();
+    return date == 0 ? kUnsetValue
+                     : CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mStock, date);
+}
+
+} // namespace TC

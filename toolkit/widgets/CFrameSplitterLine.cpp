@@ -1,0 +1,26 @@
+#include "host/toolkit/CFrameSplitterLine.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace GZ {
+
+CFrameSplitterLine::CFrameSplitterLine(QString colorKey, int thickness, QWidget *parent,
+                                       Qt::Orientation orientation)
+    : CBaseWidget(parent), mColorKey(std::move(colorKey)) {
+    if (orientation == Qt::Horizontal) {
+        setFixedHeight(std::max(thickness, 0));
+    } else {
+        setFixedWidth(std::max(thickness, 0));
+    }
+}
+
+void CFrameSplitterLine::paintEvent(QPaintEvent *event) {
+    QPainter painter(this);
+    painter.fillRect(event->rect(), CUiResource::instance().getColor(mColorKey));
+}
+
+} // namespace GZ
