@@ -165,6 +165,15 @@ public:
     /// The text of all series, for the export of a pane.
     QString getResultText() const;
 
+    // Region figures
+
+    /// What prices and volumes come to between two indices of the series, both included, as text: first, highest,
+    /// lowest and last price, volume, change, mean price, amplitude, turnover, amount, change by the cached daily
+    /// quotes. Empty without both series, or when `start` lies outside; `end` is brought back into the series.
+    QStringList statisticRange(int &start, int &end) const;
+    /// Asks the host for the chart of the main instrument.
+    void showInstrumentChart();
+
 private:
     /// What a key is for this pane; worked out anew on every result.
     enum class ERole { Main, Overlay, Ordinary };
@@ -174,6 +183,7 @@ private:
     /// One line as the walk over the series meets it.
     struct DrawnLine;
 
+    double cachedChange(qint64 from, qint64 to, int count) const;
     ERole roleOf(const CFormulaKey &key) const;
     void buildRequestParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
     void buildFixedPriceParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);

@@ -8,7 +8,6 @@
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
-#include <QSet>
 
 namespace TC {
 namespace {
@@ -45,14 +44,6 @@ bool listMarksIn(const Columns &columns, const HitBox &box, QList<Record> &list)
 /// Whether the selected-data view shows a kind of record.
 bool isSelectedShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {
     return (uiParam.mLinkageFlags & eSelectedDataView) && uiParam.mLinkageShow[kind];
-}
-
-bool isFuturesMarket(const QString &market) {
-    static const QSet<QString> kMarkets = {
-        QStringLiteral("DF"),   QStringLiteral("DCE"),   QStringLiteral("ZF"),
-        QStringLiteral("CZCE"), QStringLiteral("SF"),    QStringLiteral("SHFE"),
-        QStringLiteral("IF"),   QStringLiteral("CFFEX"), QStringLiteral("INE")};
-    return kMarkets.contains(market);
 }
 
 bool isShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {

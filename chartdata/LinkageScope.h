@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QSet>
+#include <QString>
+
 #include <cstddef>
 #include <set>
 #include <string>
@@ -19,6 +22,15 @@ enum ELinkageShow : std::size_t {
     eShowBalance,
     eFilterStrategies
 };
+
+/// Whether the market word is that of a futures market, whose accounts are kept apart from those for stocks.
+inline bool isFuturesMarket(const QString &market) {
+    static const QSet<QString> kMarkets = {
+        QStringLiteral("DF"),   QStringLiteral("DCE"),   QStringLiteral("ZF"),
+        QStringLiteral("CZCE"), QStringLiteral("SF"),    QStringLiteral("SHFE"),
+        QStringLiteral("IF"),   QStringLiteral("CFFEX"), QStringLiteral("INE")};
+    return kMarkets.contains(market);
+}
 
 /// Whose trading a chart shows, and what its prices are placed against.
 struct LinkageScope {

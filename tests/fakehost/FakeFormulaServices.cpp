@@ -56,6 +56,7 @@ void FakeFormulaManager::fetchCacheData(se::RPCFetchCacheDataParam &param,
                  .arg(param.mPeriod)
                  .arg(param.mKind)
                  .arg(param.mCount));
+    mLastFetch = param;
     records = mCached;
 }
 

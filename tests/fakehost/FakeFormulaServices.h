@@ -97,6 +97,7 @@ public:
     std::vector<TC::FormulaMetaPtr> mSyncMetas; ///< what requestFormulasSync answers
     std::vector<TC::FormulaResultPtr> mSyncResults;
     std::vector<std::shared_ptr<quoter::QuoterBase>> mCached;
+    se::RPCFetchCacheDataParam mLastFetch; ///< what the last look-up in the cache asked for
     TC::HistoryQuoteCallback mOnQuotes;
     TC::CHistoryDataParam mLastHistory; ///< what the last download asked for
     TC::SuppleProgressCallback mOnProgress;
