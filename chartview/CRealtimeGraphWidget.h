@@ -67,6 +67,24 @@ public:
     void minitermFormulaDataCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
                                      const QString &stock, const QString &formula, int dataType);
 
+    // Instrument
+
+    /// The instrument of this graph. In a paired view, `isPair` overlays its counterpart of the other market when there
+    /// are overlays, and gives it up when it falls to false.
+    void setStock(const QString &key, bool isPair);
+    /// Adds accounts to those whose trades are shown, or takes them away: one, or several joined by commas. A single
+    /// one that is listed already, on either side, changes nothing.
+    void updateLinkageData(const QString &accounts, bool add);
+    void updateLinkageData(const QList<QString> &accounts, bool add);
+    /// Opens the smart keyboard for an overlay with an axis scale of its own.
+    void superposedStock();
+    /// Asks the host for the analysis of the instrument's sector.
+    void showContrastSector();
+    /// Shows the variables of the first series at the cross line.
+    void viewVariable();
+    /// Opens the menu of the pane's title at a point of the screen.
+    void showTitleMenu(const QPoint &at);
+
     // View
 
     /// Takes the ranges to draw with; the user's drawings follow.
@@ -100,6 +118,9 @@ public:
     void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis);
 
 public slots:
+    void slotDelAllStock();
+    /// Overlays the counterpart of a share that is listed in two markets.
+    void slotOverlayAHStock();
     /// Shows the region lines and asks for the statistics of a region: its first index, and its text (end index,
     /// start and end in seconds since the epoch, joined by commas).
     void slotStatistic(bool checked, int startIndex, const QString &text);
@@ -140,6 +161,7 @@ private:
     void paintTip(QPainter &painter);
     void paintEnhancement(QPainter &painter);
 
+    void warnOfLimit();
     void growSelection(const QPoint &mouse);
     void moveCrossLine(int x, bool on);
     void deliverLeftSelection();
