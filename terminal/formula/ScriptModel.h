@@ -18,6 +18,8 @@ namespace terminal {
 struct ScriptModelSettings {
     QString interpreter; ///< program or path; empty for defaultPython()
     ScriptModelLimits limits;
+    int pauseMilliseconds =
+        3000; ///< of real time between the end of a run and the next one of the same request
 };
 
 /// The bars of a day of one more instrument, for a group model.
