@@ -48,6 +48,12 @@ void CCrossLineWidget::setX(int x) {
     refresh();
 }
 
+void CCrossLineWidget::setPosition(int x, int y) {
+    mX = held(x);
+    mY = held(y);
+    refresh();
+}
+
 void CCrossLineWidget::setData(boost::shared_ptr<CRealtimeData> source) {
     mData = std::move(source);
     refresh();

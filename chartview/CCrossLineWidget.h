@@ -26,6 +26,8 @@ public:
     void setY(int y);
     /// Column of the vertical line, relative to the graphs.
     void setX(int x);
+    /// Both at once.
+    void setPosition(int x, int y);
     /// The data of the graph that the pointer is over.
     void setData(boost::shared_ptr<CRealtimeData> source);
     /// The main graph's rectangle, and the height of the title strip above it.

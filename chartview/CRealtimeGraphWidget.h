@@ -102,6 +102,8 @@ public:
     void setPairParamFunc(boost::function<void(QString)> func);
     /// Whether the mouse moves over this graph.
     bool isCrossActive() const;
+    /// Whether a selection is under way. It is painted with the next repaint, which is the view's to ask for.
+    bool isSelecting() const { return mLeftSelecting || mRightSelecting; }
     /// Row of the mouse in this graph, -1 unless it moves over it.
     int getMouseY() const;
     /// Moves the region lines to two axis indices.

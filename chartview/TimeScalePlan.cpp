@@ -9,6 +9,7 @@ namespace {
 constexpr int kLabelDistance = 48; // pixels between neighbouring labels
 constexpr int kStepMinutes = 30;
 constexpr int kLastLabelInset = 2; // pixels
+constexpr int kFlagMargin = 10; // pixels, both sides together
 
 /// Walks the sessions of one day.
 class DayPlan {
@@ -93,6 +94,14 @@ QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input) {
         base += input.dayWidth;
     }
     return days;
+}
+
+QRect planTimeFlag(const TimeFlagInput &input) {
+    const int width = input.textWidth + kFlagMargin;
+    const int left = input.leftWidth + static_cast<int>(input.daysBefore * input.dayWidth);
+    const int right = static_cast<int>(left + input.dayWidth);
+    const int centred = input.cursorX - width / 2 + left;
+    return {std::max(std::min(centred, right - width), left), 0, width, input.height};
 }
 
 } // namespace TC

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QPair>
+#include <QRect>
 #include <QString>
 #include <QVector>
 
 #include <functional>
 
 /// \file
-/// Where the time scale beneath the panes puts its ticks and labels.
+/// Where the time scale beneath the panes puts its ticks, its labels and its flag.
 
 namespace TC {
 
@@ -41,5 +42,18 @@ struct TimeScaleDay {
 /// Ticks every 30 minutes of a session and at its end; labels where they keep their distance from the one before.
 /// The oldest day comes first.
 QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input);
+
+/// What the time flag is placed by.
+struct TimeFlagInput {
+    int cursorX = 0; ///< column inside its day
+    int leftWidth = 0; ///< pixels left of the first day
+    int daysBefore = 0; ///< days that stand left of that of the cursor
+    double dayWidth = 0.0; ///< pixels of one day
+    int textWidth = 0;
+    int height = 0; ///< of the scale
+};
+
+/// The flag's box: centred at the cursor and held inside its day, at the left edge where it is wider than the day.
+QRect planTimeFlag(const TimeFlagInput &input);
 
 } // namespace TC

@@ -21,10 +21,8 @@ namespace terminal {
 class ChartPane;
 class ImportJob;
 class InstrumentBox;
-class MessagePanel;
 
-/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath, with the messages
-/// of formulas and models over it when there are any.
+/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath.
 ///
 /// Typing anywhere goes to the instrument box. Page up and page down go to the trading day before and after, space
 /// pauses the exchange and lets it go on, Ctrl+O imports a file, Ctrl+T changes the theme.
@@ -47,7 +45,6 @@ public:
     ChartPane *pane() const { return mPane; }
     InstrumentBox *box() const { return mBox; }
     QComboBox *days() const { return mDays; }
-    MessagePanel *messages() const { return mMessages; }
     QString status() const;
 
     void onUiResourceChanged() override;
@@ -63,7 +60,6 @@ private:
     void refreshSearch();
     void refreshDays();
     void shiftDay(int days);
-    void editFormula(const QString &formula);
     void chooseFile();
     void onImported();
     void onSecond();
@@ -73,7 +69,6 @@ private:
     TerminalServices &mServices;
     InstrumentSearch mSearch;
     ChartPane *mPane;
-    MessagePanel *mMessages;
     InstrumentBox *mBox = nullptr;
     QComboBox *mDays = nullptr;
     QPushButton *mPause = nullptr;

@@ -2,16 +2,13 @@
 
 #include "host/services/CFormulaManager.h"
 #include "terminal/formula/DeliveryQueue.h"
-#include "terminal/formula/FormulaError.h"
 #include "terminal/formula/FormulaProgram.h"
-#include "terminal/formula/ScriptModel.h"
 #include "terminal/formula/Worker.h"
 #include "terminal/market/MarketFeed.h"
 
 #include <QHash>
 #include <QThread>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -31,13 +28,8 @@ using DayPositions = std::function<std::vector<qint64>(const QString &key, int d
 /// once more when an earlier minute was revised or came late. The results of one request come in order. A formula
 /// that is not known, and a day without bars, give an empty series. A series has a point for every position of the day
 /// up to its last one, since a chart draws them by position: a minute without a trade repeats the price, and positions
-/// before the first bar have points that are not valid. A change is sent at once, or with a refresh interval when that
-/// much real time lies between it and the result before; what has changed meanwhile goes out together, as one point
-/// where it is the last minute alone. The minutes after hours are streamed too.
-///
-/// Script models run as child processes, two at a time, and give whole series: once, and in a stream again when a
-/// minute has been added or an earlier one has changed. Their errors go to the sink, and an error leaves the series as
-/// it was.
+/// before the first bar have points that are not valid. Every change is sent at once, which is at least
+/// as fresh as any refresh interval asks for.
 ///
 /// Requests are made and withdrawn on any thread. What was withdrawn on the user-interface thread is not called back
 /// any more; from another thread a call under way is finished. Callbacks are released on the user-interface thread
@@ -47,10 +39,6 @@ public:
     FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
                    DayPositions positions = {}, int workers = 1);
     ~FormulaService() override;
-
-    /// How script models are run, and who hears of their errors, on a thread of the service. To be called before the
-    /// first request.
-    void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
                          TC::FormulaRealtimeCallback onRealtime) override;
@@ -65,14 +53,12 @@ public:
     /// The minutes of the range; they come through the callback, on the user-interface thread.
     void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
                              TC::HistoryQuoteCallback onQuotes) override;
-    /// The lines of a request's series that are not shown, as "name:value", at a point counted from 0. Empty when
-    /// there are none, and for an unknown id.
+    /// Native formulas have no hidden variables: empty.
     QString lookHideVar(const QString &requestId, int index) override;
     /// All data are in the store already: one call an instrument, that it is done.
     void suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                               TC::SuppleProgressCallback onProgress) override;
-    /// The fields "done", "total", "text" and "state" ("waiting", "running", "finished" or "failed") of a script
-    /// model's last run; false for any other id.
+    /// There are no group models here: false.
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;
 
     /// Requests that live.
@@ -88,28 +74,15 @@ private:
     struct Request;
     using RequestPtr = std::shared_ptr<Request>;
 
-    Worker &workerOf(const Request &request);
-    RequestPtr find(const QString &requestId) const;
+    Worker &workerOf(const QString &requestId);
     void start(const RequestPtr &request);
     void stop(const RequestPtr &request);
     void withdraw(const QVector<QString> &requestIds);
-    // On the request's worker.
+    /// On the worker: the first history, and the subscription.
     void open(const RequestPtr &request);
-    void subscribe(const RequestPtr &request);
-    void lookAfterHours(const RequestPtr &request);
+    /// On the worker: one change of the running day.
     void update(const RequestPtr &request, const MinuteBar &bar);
-    void sendWhenDue(const RequestPtr &request);
-    void sendPoint(const RequestPtr &request);
     void sendHistory(const RequestPtr &request, bool keepRange);
-    void sendSeries(const RequestPtr &request, se::RPCFormulaMetaResult described, se::RPCFormulaResult points,
-                    bool keepRange);
-    void noteModelChange(const RequestPtr &request, bool isNewMinute);
-    void runModel(const RequestPtr &request, bool again);
-
-    /// Any thread.
-    ScriptModelOutcome runOnce(ScriptModelProcess &process, const TC::CFormulaParam &param, int day,
-                               const PlacedBars &placed,
-                               const std::function<void(const ScriptModelProgress &)> &onProgress);
     void deliver(const RequestPtr &request, std::function<void(const Callbacks &)> call);
     MinuteBars barsOf(const TC::CFormulaParam &param, int day);
     std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day);
@@ -118,16 +91,11 @@ private:
     const FormulaProgramMaker mMaker;
     const RequestDay mRequestDay;
     const DayPositions mPositions;
-    ScriptModelSettings mModels;
-    FormulaErrorSink mOnError;
     const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
     mutable std::mutex mLock; ///< guards what follows
     QHash<QString, RequestPtr> mRequests;
-    std::atomic<bool> mEnding{false};
-    // Fixed after construction. A worker goes only when no thread posts to it any more.
-    std::vector<std::unique_ptr<Worker>> mWorkers;
-    std::vector<std::unique_ptr<Worker>> mModelWorkers;
+    std::vector<std::unique_ptr<Worker>> mWorkers; ///< fixed after construction
 };
 
 } // namespace terminal

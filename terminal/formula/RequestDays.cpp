@@ -7,12 +7,11 @@ namespace terminal {
 namespace {
 
 constexpr int kAfterHoursMode = 3; ///< mDataMode of a fixed-price request
-const QString kIndexMarket = QStringLiteral("CD"); ///< of user-defined indexes
 
 } // namespace
 
 int requestDayOf(const TC::CFormulaParam &param) {
-    if (isAfterHours(param) || param.mMarket == kIndexMarket) {
+    if (param.mDataMode == kAfterHoursMode) {
         return dayOf(dateAt(param.mStart.first));
     }
     auto &stocks = TC::CSingletonT<TC::CStockManager>::instance();
@@ -27,14 +26,6 @@ int requestDayOf(const TC::CFormulaParam &param) {
         }
     }
     return dayOf(end);
-}
-
-QString feedKeyOf(const TC::CFormulaParam &param) {
-    return param.mMarket == kIndexMarket ? param.mCode : param.mMarket + param.mCode;
-}
-
-bool isAfterHours(const TC::CFormulaParam &param) {
-    return param.mDataMode == kAfterHoursMode;
 }
 
 } // namespace terminal

@@ -94,5 +94,36 @@ TEST(TimeScalePlan, NoSessionsAndManyDaysAreHarmless) {
     EXPECT_TRUE(planTimeScale(input).isEmpty());
 }
 
+/// A flag of 40 pixels in days of 220.4 beside a strip of 50.
+QRect flagAt(int cursorX, int daysBefore, double dayWidth = 220.4) {
+    TimeFlagInput input;
+    input.cursorX = cursorX;
+    input.leftWidth = 50;
+    input.daysBefore = daysBefore;
+    input.dayWidth = dayWidth;
+    input.textWidth = 30;
+    input.height = 20;
+    return planTimeFlag(input);
+}
+
+TEST(TimeFlagPlan, FlagIsCentredAtTheCursorAndAsHighAsTheScale) {
+    EXPECT_EQ(flagAt(100, 0), QRect(50 + 100 - 20, 0, 40, 20));
+}
+
+TEST(TimeFlagPlan, FlagStaysInsideTheDayUnderThePointerAtBothEnds) {
+    EXPECT_EQ(flagAt(0, 0).x(), 50);
+    EXPECT_EQ(flagAt(20, 0).x(), 50);
+    EXPECT_EQ(flagAt(21, 0).x(), 51);
+    EXPECT_EQ(flagAt(219, 0).x(), 270 - 40); // the day ends at 50 + 220.4
+    EXPECT_EQ(flagAt(200, 0).x(), 230);
+    EXPECT_EQ(flagAt(199, 0).x(), 229);
+    EXPECT_EQ(flagAt(0, 2).x(), 490); // 50 + 440.8
+    EXPECT_EQ(flagAt(219, 2).x(), 710 - 40); // 490 + 220.4
+}
+
+TEST(TimeFlagPlan, FlagThatIsWiderThanItsDayBeginsAtTheDaysLeftEdge) {
+    EXPECT_EQ(flagAt(10, 1, 25.0).x(), 75);
+}
+
 } // namespace
 } // namespace TC

@@ -1,0 +1,194 @@
+#include "chartview/CRealtimeTimeWidget.h"
+
+#include "chartdata/PanePixmap.h"
+#include "chartview/CRealtimeGraphWidget.h"
+#include "chartview/TimeScalePlan.h"
+#include "containers/CRealtimeMainWidget.h"
+#include "host/services/CStockManager.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QDateTime>
+#include <QFontMetrics>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace TC {
+
+namespace {
+
+constexpr int kCrossLineMoved = 3031;
+constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
+constexpr int kTickLength = 4; ///< rows of a tick
+constexpr int kExchangeOffset = 8 * 3600; ///< seconds from UTC to the clock of the exchange
+
+QColor themeColor(const char *key) {
+    return GZ::CUiResource::instance().getColor(QLatin1String(key));
+}
+
+QFont labelFont() {
+    return GZ::CUiResource::instance().getFont(QStringLiteral("fnt_timeline_text_default"));
+}
+
+/// Position of the graph that the mouse moves over among those of a pane, which are newest first; as the number of
+/// days left of it, or -1.
+int daysBeforeActive(const CRealtimeWidget &pane) {
+    const QList<CRealtimeGraphWidget *> graphs = pane.getGraphWidgets();
+    for (int i = 0; i < graphs.size(); ++i) {
+        if (graphs[i]->isCrossActive()) {
+            return graphs.size() - i - 1;
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam,
+                                         CRealtimeMainWidget *parent)
+    : CBaseWidget(parent), mMainWidget(parent), mUiParam(std::move(uiParam)) {
+    setObjectName(QStringLiteral("realtime_time_widget"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void CRealtimeTimeWidget::setCursor(int index, int x) {
+    mCursorIndex = index;
+    mCursorX = x;
+}
+
+void CRealtimeTimeWidget::refreshFlag() {
+    Flag flag = makeFlag();
+    if (flag.box != mFlag.box || flag.text != mFlag.text) {
+        update(mFlag.box);
+        update(flag.box);
+        std::swap(mFlag, flag);
+    }
+}
+
+void CRealtimeTimeWidget::updateScale() {
+    drawScale(devicePixelRatioF());
+    update();
+}
+
+void CRealtimeTimeWidget::onUiResourceChanged() {
+    updateScale();
+    CBaseWidget::onUiResourceChanged();
+}
+
+void CRealtimeTimeWidget::resizeEvent(QResizeEvent *event) {
+    CBaseWidget::resizeEvent(event);
+    drawScale(devicePixelRatioF());
+}
+
+void CRealtimeTimeWidget::enterEvent(QEvent * /*event*/) {
+    deliverEvent(kCrossLineMoved, -1, -1, QString(), nullptr);
+}
+
+void CRealtimeTimeWidget::paintEvent(QPaintEvent * /*event*/) {
+    QPainter painter(this);
+    const double ratio = evenRatio(painter);
+    if (ratio > 0 && mPixmap.devicePixelRatio() != ratio) { // moved to another screen
+        drawScale(ratio);
+    }
+    if (mPixmap.isNull()) {
+        painter.fillRect(rect(), themeColor("ic_clr_realtime_graph_bg"));
+    } else {
+        painter.drawPixmap(0, 0, mPixmap);
+    }
+    refreshFlag(); // what has changed beside the region of this paint is painted next
+    if (!mFlag.box.isNull()) {
+        painter.fillRect(mFlag.box, themeColor("ic_clr_realtime_cross_line_bg"));
+        painter.setFont(labelFont());
+        painter.setPen(themeColor("ic_clr_realtime_cross_line_text"));
+        painter.drawText(mFlag.box, Qt::AlignCenter, mFlag.text);
+    }
+}
+
+CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() const {
+    if (mCursorIndex < 0 || !mUiParam->mCrossShown) {
+        return {};
+    }
+    Flag flag;
+    flag.text = mUiParam->getDateTimeByIndex(mCursorIndex).toString(QStringLiteral("hh:mm"));
+    TimeFlagInput input;
+    input.cursorX = mCursorX;
+    input.leftWidth = mUiParam->mLeftAxisWidth;
+    input.daysBefore = daysBeforeCursor();
+    input.dayWidth = mUiParam->mDayWidth;
+    input.textWidth = QFontMetrics(labelFont()).horizontalAdvance(flag.text);
+    input.height = height();
+    flag.box = planTimeFlag(input);
+    return flag;
+}
+
+int CRealtimeTimeWidget::daysBeforeCursor() const {
+    if (!mMainWidget || !mMainWidget->getRealTimeWidget()) {
+        return 0;
+    }
+    int days = daysBeforeActive(*mMainWidget->getRealTimeWidget());
+    if (days < 0) {
+        for (const CRealtimeWidget *pane : mMainWidget->getSubIndexWidgets()) {
+            const int here = daysBeforeActive(*pane);
+            days = here < 0 ? days : here;
+        }
+    }
+    return qMax(days, 0);
+}
+
+int CRealtimeTimeWidget::referenceDate() const {
+    return mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc()
+                                       : CSingletonT<CStockManager>::instance().getLastTradingDay(
+                                             getDetailQsMarket(mUiParam->getStockDetail()));
+}
+
+/// Draws the scale into its pixmap, at that many device pixels per pixel.
+void CRealtimeTimeWidget::drawScale(double ratio) {
+    mPixmap = panePixmap(size(), ratio);
+    if (mPixmap.isNull()) {
+        return;
+    }
+    const bool empty = mUiParam->getStock().isEmpty();
+    mPixmap.fill(themeColor(empty ? "ic_clr_realtime_graph_bg" : "ic_clr_account_report_timeline_bg"));
+    if (!empty) {
+        QPainter painter(&mPixmap);
+        drawDays(painter);
+    }
+}
+
+void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
+    const QString market = getDetailQsMarket(mUiParam->getStockDetail());
+    const int date = referenceDate();
+    const QFont font = labelFont();
+    TimeScaleInput input;
+    input.sessions = mUiParam->mSessions;
+    input.dayWidth = mUiParam->mDayWidth;
+    input.leftWidth = mUiParam->mLeftAxisWidth;
+    input.dayCount = mUiParam->mDayCount;
+    input.columnOfIndex = [this](int index) { return mUiParam->getXAxisByIndex(index); };
+    input.timeOfIndex = [this](int index) {
+        return mUiParam->getDateTimeByIndex(index).toString(QStringLiteral("hh:mm"));
+    };
+    input.dateOfDay = [&market, date](int daysAgo) {
+        const int day = CSingletonT<CStockManager>::instance().getShiftTradeDate(market, date, -daysAgo);
+        return QDateTime::fromSecsSinceEpoch(day, Qt::OffsetFromUTC, kExchangeOffset)
+            .toString(QStringLiteral("yy-MM-dd"));
+    };
+    input.textWidth = [metrics = QFontMetrics(font)](const QString &text) {
+        return metrics.horizontalAdvance(text);
+    };
+    const QColor tickColor = themeColor("ic_clr_timeline_time_scale");
+    painter.setPen(themeColor("ic_clr_timeline_text"));
+    painter.setFont(font);
+    for (const TimeScaleDay &day : planTimeScale(input)) {
+        painter.setClipRect(day.clipLeft, 0, day.clipWidth, height());
+        for (const TimeScaleLabel &label : day.labels) {
+            painter.drawText(static_cast<int>(label.x), height() - kBaseline, label.text);
+        }
+        for (const double tick : day.ticks) {
+            painter.fillRect(static_cast<int>(tick), height() - kTickLength, 1, kTickLength, tickColor);
+        }
+    }
+}
+
+} // namespace TC

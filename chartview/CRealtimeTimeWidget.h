@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/toolkit/CBaseWidget.h"
+
+#include <QPixmap>
+#include <QRect>
+#include <QString>
+#include <boost/shared_ptr.hpp>
+
+namespace TC {
+
+class CRealtimeMainWidget;
+class CRealtimeUiParam;
+
+/// The time scale beneath the panes: ticks and times of one day, or the dates of several, and over them the flag with
+/// the time under the cross line. While the mouse is on it, there is no cross line.
+class CRealtimeTimeWidget : public GZ::CBaseWidget {
+    Q_OBJECT
+public:
+    /// The graph under the mouse, whose day the flag stands in, is looked for among the panes of `parent`; without a
+    /// parent the flag stands in the oldest day.
+    CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, CRealtimeMainWidget *parent);
+
+    /// Takes the axis index of the flag, negative for none, and its column inside a day graph.
+    void setCursor(int index, int x);
+    /// Asks for a repaint of what of the flag has changed, and of nothing else.
+    void refreshFlag();
+    /// Draws the scale anew, after the instrument, the days or their width have changed.
+    void updateScale();
+
+    void onUiResourceChanged() override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void enterEvent(QEvent *event) override;
+
+private:
+    /// The flag on the screen; null when there is none.
+    struct Flag {
+        QRect box;
+        QString text;
+    };
+
+    Flag makeFlag() const;
+    /// Days that stand left of the one under the mouse.
+    int daysBeforeCursor() const;
+    void drawScale(double ratio);
+    void drawDays(QPainter &painter) const;
+    /// Midnight of the newest day shown, in seconds since the epoch.
+    int referenceDate() const;
+
+    CRealtimeMainWidget *mMainWidget; ///< the parent, may be null
+    boost::shared_ptr<CRealtimeUiParam> mUiParam;
+    QPixmap mPixmap; ///< the scale without the flag
+    int mCursorIndex = -1; ///< axis index of the flag, negative none
+    int mCursorX = 0; ///< pixels inside a day graph
+    Flag mFlag; ///< on the screen, or asked for
+};
+
+} // namespace TC
