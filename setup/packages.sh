@@ -7,11 +7,11 @@ run_packages=(
   g++ cmake ninja-build ccache pkg-config
   qtbase5-dev libqt5sql5-sqlite
   libboost-dev libboost-thread-dev liblog4cxx-dev libbson-dev liblua5.4-dev
-  fonts-noto-cjk fonts-dejavu-core tzdata
+  fonts-noto-cjk fonts-dejavu-core tzdata python3
 )
 test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev
-  libgtest-dev libgmock-dev libbenchmark-dev python3
+  libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xdotool imagemagick jwm
 )
 

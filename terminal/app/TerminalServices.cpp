@@ -89,6 +89,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas = std::make_unique<FormulaService>(
         *mExchange, makeNativeFormula, requestDayOf,
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); });
+    mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mReplay = std::make_unique<ReplayService>(*mExchange, makeNativeFormula, requestDayOf);
     mInstallations = std::make_unique<Installations>(*this);
     mClock->resume();

@@ -3,6 +3,7 @@
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/FormulaCatalogue.h"
+#include "terminal/formula/FormulaMessages.h"
 #include "terminal/formula/FormulaService.h"
 #include "terminal/formula/HistoryCache.h"
 #include "terminal/formula/RequestIds.h"
@@ -60,6 +61,7 @@ public:
     SimulatedExchange &exchange() { return *mExchange; }
     FormulaService &formulas() { return *mFormulas; }
     HistoryCache &historyCache() { return mCache; }
+    FormulaMessages &messages() { return mMessages; }
 
     /// All instruments, to search in.
     InstrumentSearch search() const;
@@ -84,6 +86,7 @@ private:
     RequestIds mIds;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;
+    FormulaMessages mMessages;
     StrategyService mStrategies;
     TradeService mTrade;
     EnhanceDrawService mEnhance;

@@ -1,10 +1,13 @@
 #include "terminal/app/TerminalWindow.h"
 
 #include "chartview/CRealtimeGraphWidget.h"
+#include "host/services/CFormulaOperateManager.h"
 #include "host/toolkit/Text.h"
+#include "host/windows/CFormulaEditorManager.h"
 #include "terminal/app/ChartPane.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/InstrumentBox.h"
+#include "terminal/app/MessagePanel.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QCloseEvent>
@@ -37,7 +40,8 @@ QString shownDate(const QDate &date) {
 } // namespace
 
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
-    : QWidget(parent), mServices(services), mPane(new ChartPane(this)) {
+    : QWidget(parent), mServices(services), mPane(new ChartPane(this)),
+      mMessages(new MessagePanel(services.messages(), this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
     auto *controls = new QWidget(this);
@@ -49,11 +53,13 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     column->setSpacing(0);
     column->addWidget(controls);
     column->addWidget(mPane, 1);
+    column->addWidget(mMessages);
     column->addWidget(status);
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
     applyTheme();
     refreshSearch();
+    connect(mMessages, &MessagePanel::formulaChosen, this, &TerminalWindow::editFormula);
     connect(&mSecond, &QTimer::timeout, this, &TerminalWindow::onSecond);
     mSecond.start(1000);
     tellMessages();
@@ -186,6 +192,14 @@ void TerminalWindow::shiftDay(int days) {
     const int index = mDays->currentIndex() - days; // the newest stands first
     if (index >= 0 && index < mDays->count()) {
         showInstrument(mPane->instrument(), mDays->itemData(index).toDate());
+    }
+}
+
+void TerminalWindow::editFormula(const QString &formula) {
+    const TC::CFormulaDetailPtr detail =
+        TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
+    if (detail) {
+        TC::CFormulaEditorManager::createWindow(detail->mName, detail->mType, this);
     }
 }
 

@@ -21,8 +21,10 @@ namespace terminal {
 class ChartPane;
 class ImportJob;
 class InstrumentBox;
+class MessagePanel;
 
-/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath.
+/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath, with the messages
+/// of formulas and models over it when there are any.
 ///
 /// Typing anywhere goes to the instrument box. Page up and page down go to the trading day before and after, space
 /// pauses the exchange and lets it go on, Ctrl+O imports a file, Ctrl+T changes the theme.
@@ -45,6 +47,7 @@ public:
     ChartPane *pane() const { return mPane; }
     InstrumentBox *box() const { return mBox; }
     QComboBox *days() const { return mDays; }
+    MessagePanel *messages() const { return mMessages; }
     QString status() const;
 
     void onUiResourceChanged() override;
@@ -60,6 +63,7 @@ private:
     void refreshSearch();
     void refreshDays();
     void shiftDay(int days);
+    void editFormula(const QString &formula);
     void chooseFile();
     void onImported();
     void onSecond();
@@ -69,6 +73,7 @@ private:
     TerminalServices &mServices;
     InstrumentSearch mSearch;
     ChartPane *mPane;
+    MessagePanel *mMessages;
     InstrumentBox *mBox = nullptr;
     QComboBox *mDays = nullptr;
     QPushButton *mPause = nullptr;

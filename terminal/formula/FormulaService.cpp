@@ -1,17 +1,18 @@
 #include "terminal/formula/FormulaService.h"
 
-#include "terminal/formula/MinuteSeries.h"
+#include "terminal/formula/FormulaServiceRequest.h"
+#include "terminal/formula/RequestDays.h"
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
 namespace terminal {
 namespace {
 
 constexpr int kHistoryOnly = 1;
-constexpr int kAfterHoursMode = 3; ///< mDataMode of a fixed-price request
 constexpr int kWholeSeries = 1; ///< data type of a history result
+constexpr int kAfterHoursLook = 1000; ///< milliseconds between looks at the after-hours minutes
+constexpr int kModelsAtOnce = 2;
 
 /// Puts a count of values in front of each line.
 template <class Value> void padLines(std::vector<std::vector<Value>> &lines, size_t count, const Value &value) {
@@ -23,21 +24,7 @@ template <class Value> void padLines(std::vector<std::vector<Value>> &lines, siz
 /// The series of a program over placed bars, with points that are not valid for the positions in front.
 se::RPCFormulaResult evaluatePlaced(const FormulaProgram &program, const PlacedBars &placed) {
     se::RPCFormulaResult result = program.evaluate(placed.bars);
-    const size_t count = placed.leading.size();
-    if (count == 0 || result.mTimes.empty()) {
-        return result;
-    }
-    std::vector<se::TimePosition> times;
-    for (const qint64 time : placed.leading) {
-        times.emplace_back(time, 0);
-    }
-    result.mTimes.insert(result.mTimes.begin(), times.begin(), times.end());
-    result.mValid.insert(result.mValid.begin(), count, 0);
-    result.mPointTags.insert(result.mPointTags.begin(), count, 0);
-    padLines(result.mValues, count, TC::kUnsetValue);
-    padLines(result.mExtra1, count, se::kDefaultColor);
-    padLines(result.mTexts, count, std::string());
-    padLines(result.mExtra2, count, 0.0);
+    padSeries(result, placed.leading);
     return result;
 }
 
@@ -52,32 +39,23 @@ bool isNextPosition(const PlacedBars &placed, const std::vector<qint64> &positio
 
 } // namespace
 
-/// One request at work. What stands under `worker` is touched by its worker thread alone.
-struct FormulaService::Request {
-    TC::CFormulaParam param;
-    QString id;
-    int day = 0;
-    std::atomic<bool> withdrawn{false};
-
-    std::mutex lock; ///< guards the callbacks
-    std::shared_ptr<const Callbacks> callbacks;
-
-    // worker
-    std::unique_ptr<FormulaProgram> program;
-    std::vector<qint64> positions;
-    MinuteBars bars; ///< as the feed gave them
-    PlacedBars placed; ///< the same on the positions of the day
-    int subscription = 0;
-
-    std::shared_ptr<const Callbacks> takeCallbacks() {
-        std::lock_guard<std::mutex> hold(lock);
-        return std::exchange(callbacks, nullptr);
+void padSeries(se::RPCFormulaResult &series, const std::vector<qint64> &times) {
+    const size_t count = times.size();
+    if (count == 0 || series.mTimes.empty()) {
+        return;
     }
-    std::shared_ptr<const Callbacks> copyCallbacks() {
-        std::lock_guard<std::mutex> hold(lock);
-        return callbacks;
+    std::vector<se::TimePosition> leading;
+    for (const qint64 time : times) {
+        leading.emplace_back(time, 0);
     }
-};
+    series.mTimes.insert(series.mTimes.begin(), leading.begin(), leading.end());
+    series.mValid.insert(series.mValid.begin(), count, 0);
+    series.mPointTags.insert(series.mPointTags.begin(), count, 0);
+    padLines(series.mValues, count, TC::kUnsetValue);
+    padLines(series.mExtra1, count, se::kDefaultColor);
+    padLines(series.mTexts, count, std::string());
+    padLines(series.mExtra2, count, 0.0);
+}
 
 FormulaService::FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
                                DayPositions positions, int workers)
@@ -85,6 +63,9 @@ FormulaService::FormulaService(MarketFeed &feed, FormulaProgramMaker maker, Requ
       mPositions(std::move(positions)) {
     for (int i = 0; i < std::max(1, workers); ++i) {
         mWorkers.push_back(std::make_unique<Worker>());
+    }
+    for (int i = 0; i < kModelsAtOnce; ++i) {
+        mModelWorkers.push_back(std::make_unique<Worker>());
     }
 }
 
@@ -94,17 +75,27 @@ FormulaService::~FormulaService() {
         std::lock_guard<std::mutex> hold(mLock);
         requests.swap(mRequests);
     }
+    mEnding = true;
     for (const RequestPtr &request : qAsConst(requests)) {
         stop(request);
     }
     // All subscriptions end on the workers; only then may what the listeners use go.
-    for (const std::unique_ptr<Worker> &worker : mWorkers) {
-        worker->finish();
+    for (const auto *workers : {&mWorkers, &mModelWorkers}) {
+        for (const std::unique_ptr<Worker> &worker : *workers) {
+            worker->finish();
+        }
     }
 }
 
-Worker &FormulaService::workerOf(const QString &requestId) {
-    return *mWorkers[qHash(requestId) % mWorkers.size()];
+/// Where a request is worked on. A model may take long, so it goes where fewest wait.
+Worker &FormulaService::workerOf(const Request &request) {
+    if (!request.isModel()) {
+        return *mWorkers[qHash(request.id) % mWorkers.size()];
+    }
+    const auto idlest =
+        std::min_element(mModelWorkers.begin(), mModelWorkers.end(),
+                         [](const auto &one, const auto &other) { return one->load() < other->load(); });
+    return **idlest;
 }
 
 void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
@@ -115,7 +106,9 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
         const auto request = std::make_shared<Request>();
         request->param = param;
         request->id = QString::fromStdString(param.mRequestId);
+        request->key = feedKeyOf(param);
         request->day = mRequestDay(param);
+        request->home = &workerOf(*request);
         request->callbacks = callbacks;
         start(request);
     }
@@ -130,7 +123,7 @@ void FormulaService::start(const RequestPtr &request) {
     if (before) {
         stop(before); // an id that is used again takes over
     }
-    workerOf(request->id).post([this, request] { open(request); });
+    request->home->post([this, request] { open(request); });
 }
 
 void FormulaService::unrequestFormula(const QString &requestId) {
@@ -157,9 +150,9 @@ void FormulaService::withdraw(const QVector<QString> &requestIds) {
 }
 
 void FormulaService::stop(const RequestPtr &request) {
-    request->withdrawn = true;
+    request->withdraw();
     std::shared_ptr<const Callbacks> callbacks = request->takeCallbacks();
-    workerOf(request->id).post([this, request] {
+    request->home->post([this, request] {
         mFeed.unsubscribe(std::exchange(request->subscription, 0));
         request->program.reset();
         request->bars.clear();
@@ -171,13 +164,13 @@ void FormulaService::stop(const RequestPtr &request) {
 }
 
 MinuteBars FormulaService::barsOf(const TC::CFormulaParam &param, int day) {
-    const QString key = param.mMarket + param.mCode;
-    return param.mDataMode == kAfterHoursMode ? mFeed.afterHoursBars(key, day) : mFeed.dayBars(key, day);
+    const QString key = feedKeyOf(param);
+    return isAfterHours(param) ? mFeed.afterHoursBars(key, day) : mFeed.dayBars(key, day);
 }
 
 std::vector<qint64> FormulaService::positionsOf(const TC::CFormulaParam &param, int day) {
-    const bool known = mPositions && param.mDataMode != kAfterHoursMode;
-    return known ? mPositions(param.mMarket + param.mCode, day) : std::vector<qint64>();
+    const bool known = mPositions && !isAfterHours(param);
+    return known ? mPositions(feedKeyOf(param), day) : std::vector<qint64>();
 }
 
 void FormulaService::open(const RequestPtr &request) {
@@ -185,64 +178,137 @@ void FormulaService::open(const RequestPtr &request) {
         return;
     }
     const TC::CFormulaParam &param = request->param;
-    request->program = mMaker(param);
+    request->program = request->isModel() ? nullptr : mMaker(param);
     request->positions = positionsOf(param, request->day);
-    if (!request->program || param.mDataDemand == kHistoryOnly || param.mDataMode == kAfterHoursMode) {
-        request->bars = barsOf(param, request->day);
+    const bool works = request->program || request->isModel();
+    const bool isStream = works && param.mDataDemand != kHistoryOnly;
+    if (isStream && !isAfterHours(param)) {
+        subscribe(request);
     } else {
-        // The listener comes on the feed's thread; what it brings queues up behind this history.
-        const std::weak_ptr<Request> weak = request;
-        MarketFeed::Subscription subscription = mFeed.subscribe(
-            param.mMarket + param.mCode, request->day, [this, weak](const MinuteUpdate &change) {
-                if (const RequestPtr alive = weak.lock()) {
-                    workerOf(alive->id).post([this, alive, bar = change.bar] { update(alive, bar); });
-                }
-            });
-        request->subscription = subscription.id;
-        request->bars = std::move(subscription.bars);
+        request->bars = barsOf(param, request->day);
     }
-    sendHistory(request, false);
+    if (request->isModel()) {
+        runModel(request, false);
+    } else {
+        sendHistory(request, false);
+    }
+    if (isStream && isAfterHours(param)) {
+        request->home->postAfter(kAfterHoursLook, [this, request] { lookAfterHours(request); });
+    }
+}
+
+void FormulaService::subscribe(const RequestPtr &request) {
+    // The listener comes on the feed's thread; what it brings queues up behind the history.
+    const std::weak_ptr<Request> weak = request;
+    MarketFeed::Subscription subscription =
+        mFeed.subscribe(request->key, request->day, [this, weak](const MinuteUpdate &change) {
+            if (const RequestPtr alive = weak.lock()) {
+                alive->home->post([this, alive, bar = change.bar] { update(alive, bar); });
+            }
+        });
+    request->subscription = subscription.id;
+    request->bars = std::move(subscription.bars);
+}
+
+/// The feed has no stream of the minutes after hours: there are few of them, and it is asked once a second.
+void FormulaService::lookAfterHours(const RequestPtr &request) {
+    if (request->withdrawn) {
+        return;
+    }
+    for (const MinuteBar &bar : barsOf(request->param, request->day)) {
+        update(request, bar);
+    }
+    request->home->postAfter(kAfterHoursLook, [this, request] { lookAfterHours(request); });
 }
 
 void FormulaService::update(const RequestPtr &request, const MinuteBar &bar) {
-    if (request->withdrawn || !request->program) {
+    using Due = Request::Due;
+    if (request->withdrawn || !(request->program || request->isModel())) {
         return;
     }
+    const size_t before = request->bars.size();
     const BarChange change = takeBar(request->bars, bar);
     if (change == BarChange::None) {
         return;
     }
-    PlacedBars &placed = request->placed;
-    if (change == BarChange::Last && !placed.bars.empty() && placed.bars.back().time == bar.time) {
-        placed.bars.back() = bar;
-    } else if (change == BarChange::Last && isNextPosition(placed, request->positions, bar.time)) {
-        placed.bars.push_back(bar);
-    } else {
-        // An earlier minute, the first one, or minutes without a trade in between: more than one point changes.
-        sendHistory(request, true);
+    if (request->isModel()) {
+        noteModelChange(request, change == BarChange::Earlier || request->bars.size() > before);
         return;
     }
+    PlacedBars &placed = request->placed;
+    const bool isLast = change == BarChange::Last && request->due != Due::Whole && !placed.bars.empty();
+    if (isLast && placed.bars.back().time == bar.time) {
+        placed.bars.back() = bar;
+        request->due = Due::Point;
+    } else if (isLast && request->due == Due::Nothing && isNextPosition(placed, request->positions, bar.time)) {
+        placed.bars.push_back(bar);
+        request->due = Due::Point;
+    } else {
+        // An earlier minute, the first one, or minutes without a trade in between: more than one point changes.
+        request->due = Due::Whole;
+    }
+    sendWhenDue(request);
+}
+
+/// Sends what has changed, at once or when the refresh interval is over.
+void FormulaService::sendWhenDue(const RequestPtr &request) {
+    using Due = Request::Due;
+    const int wait = request->wait(request->param.mInterval);
+    if (request->withdrawn || request->due == Due::Nothing || request->scheduled) {
+        return;
+    }
+    if (wait > 0) {
+        request->scheduled = true;
+        request->home->postAfter(wait, [this, request] {
+            request->scheduled = false;
+            sendWhenDue(request);
+        });
+    } else if (std::exchange(request->due, Due::Nothing) == Due::Whole) {
+        sendHistory(request, true);
+    } else {
+        sendPoint(request);
+    }
+}
+
+void FormulaService::sendPoint(const RequestPtr &request) {
     const auto point =
-        std::make_shared<se::RPCFormulaInstantResult>(request->program->evaluateLast(placed.bars));
-    deliver(request, [id = request->id, point](const Callbacks &callbacks) {
+        std::make_shared<se::RPCFormulaInstantResult>(request->program->evaluateLast(request->placed.bars));
+    request->sent.start();
+    deliver(request, [request, point](const Callbacks &callbacks) {
+        {
+            std::lock_guard<std::mutex> hold(request->lock);
+            request->hidden.take(*point);
+        }
         if (callbacks.onRealtime) {
-            callbacks.onRealtime(0, id, point);
+            callbacks.onRealtime(0, request->id, point);
         }
     });
 }
 
 void FormulaService::sendHistory(const RequestPtr &request, bool keepRange) {
-    const auto meta = std::make_shared<se::RPCFormulaMetaResult>();
-    const auto result = std::make_shared<se::RPCFormulaResult>();
+    se::RPCFormulaMetaResult meta;
+    se::RPCFormulaResult result;
     if (request->program) {
         request->placed = placeBars(request->bars, request->positions);
-        *meta = request->program->describe();
-        *result = evaluatePlaced(*request->program, request->placed);
+        meta = request->program->describe();
+        result = evaluatePlaced(*request->program, request->placed);
     }
-    deliver(request, [id = request->id, name = request->param.mFormulaName, meta, result,
-                      keepRange](const Callbacks &callbacks) {
+    sendSeries(request, std::move(meta), std::move(result), keepRange);
+}
+
+void FormulaService::sendSeries(const RequestPtr &request, se::RPCFormulaMetaResult described,
+                                se::RPCFormulaResult points, bool keepRange) {
+    const auto meta = std::make_shared<se::RPCFormulaMetaResult>(std::move(described));
+    const auto result = std::make_shared<se::RPCFormulaResult>(std::move(points));
+    request->sent.start();
+    deliver(request, [request, meta, result, keepRange](const Callbacks &callbacks) {
+        {
+            std::lock_guard<std::mutex> hold(request->lock);
+            request->hidden.take(*meta, *result);
+        }
         if (callbacks.onHistory) {
-            callbacks.onHistory(meta, result, id, kWholeSeries, name, keepRange);
+            callbacks.onHistory(meta, result, request->id, kWholeSeries, request->param.mFormulaName,
+                                keepRange);
         }
     });
 }
@@ -264,14 +330,34 @@ void FormulaService::requestFormulasSync(QVector<TC::CFormulaParam> &params,
     for (const TC::CFormulaParam &param : qAsConst(params)) {
         const auto meta = std::make_shared<se::RPCFormulaMetaResult>();
         const auto result = std::make_shared<se::RPCFormulaResult>();
-        if (const std::unique_ptr<FormulaProgram> program = mMaker(param)) {
+        const int day = mRequestDay(param);
+        if (param.mLanguage == static_cast<qint32>(TC::EFormulaLanguage::Python)) {
+            const PlacedBars placed = placeBars(barsOf(param, day), positionsOf(param, day));
+            ScriptModelProcess process;
+            ScriptModelOutcome outcome = runOnce(process, param, day, placed, {});
+            *meta = std::move(outcome.meta);
+            *result = std::move(outcome.result);
+        } else if (const std::unique_ptr<FormulaProgram> program = mMaker(param)) {
             *meta = program->describe();
-            const int day = mRequestDay(param);
             *result = evaluatePlaced(*program, placeBars(barsOf(param, day), positionsOf(param, day)));
         }
         metas.push_back(meta);
         results.push_back(result);
     }
+}
+
+QString FormulaService::lookHideVar(const QString &requestId, int index) {
+    const RequestPtr request = find(requestId);
+    if (!request) {
+        return {};
+    }
+    std::lock_guard<std::mutex> hold(request->lock);
+    return request->hidden.textAt(index);
+}
+
+FormulaService::RequestPtr FormulaService::find(const QString &requestId) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mRequests.value(requestId);
 }
 
 int FormulaService::liveRequests() const {

@@ -2,13 +2,16 @@
 
 #include "host/services/CFormulaManager.h"
 #include "terminal/formula/DeliveryQueue.h"
+#include "terminal/formula/FormulaError.h"
 #include "terminal/formula/FormulaProgram.h"
+#include "terminal/formula/ScriptModel.h"
 #include "terminal/formula/Worker.h"
 #include "terminal/market/MarketFeed.h"
 
 #include <QHash>
 #include <QThread>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -28,8 +31,13 @@ using DayPositions = std::function<std::vector<qint64>(const QString &key, int d
 /// once more when an earlier minute was revised or came late. The results of one request come in order. A formula
 /// that is not known, and a day without bars, give an empty series. A series has a point for every position of the day
 /// up to its last one, since a chart draws them by position: a minute without a trade repeats the price, and positions
-/// before the first bar have points that are not valid. Every change is sent at once, which is at least
-/// as fresh as any refresh interval asks for.
+/// before the first bar have points that are not valid. A change is sent at once, or with a refresh interval when that
+/// much real time lies between it and the result before; what has changed meanwhile goes out together, as one point
+/// where it is the last minute alone. The minutes after hours are streamed too.
+///
+/// Script models run as child processes, two at a time, and give whole series: once, and in a stream again when a
+/// minute has been added or an earlier one has changed. Their errors go to the sink, and an error leaves the series as
+/// it was.
 ///
 /// Requests are made and withdrawn on any thread. What was withdrawn on the user-interface thread is not called back
 /// any more; from another thread a call under way is finished. Callbacks are released on the user-interface thread
@@ -39,6 +47,10 @@ public:
     FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
                    DayPositions positions = {}, int workers = 1);
     ~FormulaService() override;
+
+    /// How script models are run, and who hears of their errors, on a thread of the service. To be called before the
+    /// first request.
+    void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
                          TC::FormulaRealtimeCallback onRealtime) override;
@@ -53,12 +65,14 @@ public:
     /// The minutes of the range; they come through the callback, on the user-interface thread.
     void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
                              TC::HistoryQuoteCallback onQuotes) override;
-    /// Native formulas have no hidden variables: empty.
+    /// The lines of a request's series that are not shown, as "name:value", at a point counted from 0. Empty when
+    /// there are none, and for an unknown id.
     QString lookHideVar(const QString &requestId, int index) override;
     /// All data are in the store already: one call an instrument, that it is done.
     void suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                               TC::SuppleProgressCallback onProgress) override;
-    /// There are no group models here: false.
+    /// The fields "done", "total", "text" and "state" ("waiting", "running", "finished" or "failed") of a script
+    /// model's last run; false for any other id.
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;
 
     /// Requests that live.
@@ -74,15 +88,28 @@ private:
     struct Request;
     using RequestPtr = std::shared_ptr<Request>;
 
-    Worker &workerOf(const QString &requestId);
+    Worker &workerOf(const Request &request);
+    RequestPtr find(const QString &requestId) const;
     void start(const RequestPtr &request);
     void stop(const RequestPtr &request);
     void withdraw(const QVector<QString> &requestIds);
-    /// On the worker: the first history, and the subscription.
+    // On the request's worker.
     void open(const RequestPtr &request);
-    /// On the worker: one change of the running day.
+    void subscribe(const RequestPtr &request);
+    void lookAfterHours(const RequestPtr &request);
     void update(const RequestPtr &request, const MinuteBar &bar);
+    void sendWhenDue(const RequestPtr &request);
+    void sendPoint(const RequestPtr &request);
     void sendHistory(const RequestPtr &request, bool keepRange);
+    void sendSeries(const RequestPtr &request, se::RPCFormulaMetaResult described, se::RPCFormulaResult points,
+                    bool keepRange);
+    void noteModelChange(const RequestPtr &request, bool isNewMinute);
+    void runModel(const RequestPtr &request, bool again);
+
+    /// Any thread.
+    ScriptModelOutcome runOnce(ScriptModelProcess &process, const TC::CFormulaParam &param, int day,
+                               const PlacedBars &placed,
+                               const std::function<void(const ScriptModelProgress &)> &onProgress);
     void deliver(const RequestPtr &request, std::function<void(const Callbacks &)> call);
     MinuteBars barsOf(const TC::CFormulaParam &param, int day);
     std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day);
@@ -91,11 +118,16 @@ private:
     const FormulaProgramMaker mMaker;
     const RequestDay mRequestDay;
     const DayPositions mPositions;
+    ScriptModelSettings mModels;
+    FormulaErrorSink mOnError;
     const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
     mutable std::mutex mLock; ///< guards what follows
     QHash<QString, RequestPtr> mRequests;
-    std::vector<std::unique_ptr<Worker>> mWorkers; ///< fixed after construction
+    std::atomic<bool> mEnding{false};
+    // Fixed after construction. A worker goes only when no thread posts to it any more.
+    std::vector<std::unique_ptr<Worker>> mWorkers;
+    std::vector<std::unique_ptr<Worker>> mModelWorkers;
 };
 
 } // namespace terminal

@@ -55,7 +55,7 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
     const QString key = QString::fromStdString(meta.mMarket + meta.mCode);
     // The callback never becomes the worker's: it would be released there.
     auto callback = std::make_shared<TC::HistoryQuoteCallback>(std::move(onQuotes));
-    workerOf(key).post([this, key, region, callback]() mutable {
+    mWorkers.front()->post([this, key, region, callback]() mutable {
         Quotes quotes;
         const qint64 first = dayOf(dateAt(heldTime(region.mStart)));
         const qint64 last = dayOf(dateAt(heldTime(region.mEnd))) + qint64(kLongestWeekend) * kSecondsOfDay;
@@ -76,10 +76,6 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
     });
 }
 
-QString FormulaService::lookHideVar(const QString &, int) {
-    return {};
-}
-
 void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam &param,
                                           TC::SuppleProgressCallback onProgress) {
     if (!onProgress) {
@@ -91,10 +87,6 @@ void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam
             onProgress(i + 1, count, markets[i], codes[i]);
         }
     });
-}
-
-bool FormulaService::groupRunProgress(const std::string &, bson::BSONObj &) {
-    return false;
 }
 
 } // namespace terminal

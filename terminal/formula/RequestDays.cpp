@@ -7,11 +7,12 @@ namespace terminal {
 namespace {
 
 constexpr int kAfterHoursMode = 3; ///< mDataMode of a fixed-price request
+const QString kIndexMarket = QStringLiteral("CD"); ///< of user-defined indexes
 
 } // namespace
 
 int requestDayOf(const TC::CFormulaParam &param) {
-    if (param.mDataMode == kAfterHoursMode) {
+    if (isAfterHours(param) || param.mMarket == kIndexMarket) {
         return dayOf(dateAt(param.mStart.first));
     }
     auto &stocks = TC::CSingletonT<TC::CStockManager>::instance();
@@ -26,6 +27,14 @@ int requestDayOf(const TC::CFormulaParam &param) {
         }
     }
     return dayOf(end);
+}
+
+QString feedKeyOf(const TC::CFormulaParam &param) {
+    return param.mMarket == kIndexMarket ? param.mCode : param.mMarket + param.mCode;
+}
+
+bool isAfterHours(const TC::CFormulaParam &param) {
+    return param.mDataMode == kAfterHoursMode;
 }
 
 } // namespace terminal

@@ -1,8 +1,5 @@
-#include "terminal/formula/FormulaService.h"
-
 #include "host/toolkit/CUiResource.h"
-#include "terminal/formula/NativeFormulas.h"
-#include "tests/terminal/ScriptedFeed.h"
+#include "tests/terminal/FormulaServiceFixture.h"
 
 #include <QTest>
 #include <QTimer>
@@ -13,97 +10,16 @@
 #include <thread>
 
 using namespace terminal;
-using tests::ScriptedFeed;
+using namespace tests;
 
 namespace {
-
-constexpr int kToday = 1763654400; // 2025-11-21 00:00 at UTC+8
-constexpr int kYesterday = 1763568000; // one day earlier
-constexpr qint64 kOpen = kToday * 1000LL + 34200000; // 09:30
-constexpr qint64 kMinute = 60000;
-
-MinuteBar bar(qint64 time, double price, double average, double volume, double open = 0.0) {
-    MinuteBar made;
-    made.time = time;
-    made.open = open;
-    made.high = price;
-    made.low = price;
-    made.price = price;
-    made.average = average;
-    made.volume = volume;
-    return made;
-}
 
 qint32 themeColor(const char *key) {
     const QColor color = GZ::CUiResource::instance().getColor(key);
     return color.red() | color.green() << 8 | color.blue() << 16;
 }
 
-struct Received {
-    enum { History, Point } kind = History;
-    QString id;
-    TC::FormulaMetaPtr meta;
-    TC::FormulaResultPtr result;
-    TC::FormulaInstantPtr point;
-    bool keepRange = false;
-};
-
-class FormulaServiceTest : public ::testing::Test {
-protected:
-    FormulaServiceTest() {
-        mFeed.setRunningDay(kToday);
-        mFeed.setBars("SH600000", kToday, {bar(kOpen, 10.0, 10.0, 100), bar(kOpen + kMinute, 10.2, 10.1, 300)});
-        mFeed.setBars("SH600000", kYesterday, {bar(kOpen - 86400000, 9.0, 9.0, 50)});
-    }
-
-    TC::CFormulaParam param(const QString &id, const QString &formula = "REALTIME", int demand = 3,
-                            int day = kToday) {
-        TC::CFormulaParam made;
-        made.mRequestId = id.toStdString();
-        made.mMarket = "SH";
-        made.mCode = "600000";
-        made.mFormulaName = formula;
-        made.mDataMode = 1;
-        made.mDataDemand = demand;
-        made.mStart = {day * 1000LL, 0};
-        return made;
-    }
-    void request(QVector<TC::CFormulaParam> params) {
-        mService->requestFormulas(params, onHistory(), onPoint());
-    }
-    TC::FormulaHistoryCallback onHistory() {
-        return [this](const TC::FormulaMetaPtr &meta, const TC::FormulaResultPtr &result, const QString &id,
-                      int, const QString &, bool keepRange) {
-            EXPECT_EQ(QThread::currentThread(), qApp->thread());
-            Received received;
-            received.id = id;
-            received.meta = meta;
-            received.result = result;
-            received.keepRange = keepRange;
-            mReceived.append(received);
-        };
-    }
-    TC::FormulaRealtimeCallback onPoint() {
-        return [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
-            EXPECT_EQ(QThread::currentThread(), qApp->thread());
-            Received received;
-            received.kind = Received::Point;
-            received.id = id;
-            received.point = point;
-            mReceived.append(received);
-        };
-    }
-    bool waitForResults(int count) {
-        return QTest::qWaitFor([&] { return mReceived.size() >= count; }, 10000);
-    }
-
-    ScriptedFeed mFeed;
-    QList<Received> mReceived;
-    std::unique_ptr<FormulaService> mService =
-        std::make_unique<FormulaService>(mFeed, makeNativeFormula, [](const TC::CFormulaParam &request) {
-            return static_cast<int>(request.mStart.first / 1000);
-        });
-};
+class FormulaServiceTest : public tests::FormulaServiceFixture {};
 
 } // namespace
 

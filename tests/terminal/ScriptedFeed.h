@@ -19,7 +19,10 @@ public:
     using Bars = terminal::MinuteBars;
 
     void setBars(const QString &key, int day, Bars bars) { mBars[{key, day}] = std::move(bars); }
-    void setAfterHours(const QString &key, int day, Bars bars) { mAfterHours[{key, day}] = std::move(bars); }
+    void setAfterHours(const QString &key, int day, Bars bars) {
+        std::lock_guard<std::mutex> hold(mLock);
+        mAfterHours[{key, day}] = std::move(bars);
+    }
     void setRunningDay(int day) { mRunningDay = day; }
 
     Bars dayBars(const QString &key, int day) override {

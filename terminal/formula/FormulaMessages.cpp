@@ -1,0 +1,67 @@
+#include "terminal/formula/FormulaMessages.h"
+
+#include "host/services/CHostClock.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace terminal {
+namespace {
+
+/// Puts a message in front; true when its error was not in the list.
+bool putFirst(QList<FormulaMessage> &messages, FormulaMessage message) {
+    const auto known = std::find_if(messages.begin(), messages.end(), [&message](const FormulaMessage &other) {
+        return other.error == message.error;
+    });
+    const bool isNew = known == messages.end();
+    if (!isNew) {
+        message.count += known->count;
+        messages.erase(known);
+    }
+    messages.prepend(std::move(message));
+    if (messages.size() > FormulaMessages::kMost) {
+        messages.removeLast();
+    }
+    return isNew;
+}
+
+} // namespace
+
+FormulaErrorSink FormulaMessages::sink() {
+    return [this](const FormulaError &error) { post(error); };
+}
+
+void FormulaMessages::post(const FormulaError &error) {
+    const FormulaMessage message{TC::hostNow(), error, 1};
+    bool wasEmpty = false;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        wasEmpty = mWaiting.isEmpty();
+        putFirst(mWaiting, message);
+    }
+    if (wasEmpty) {
+        QMetaObject::invokeMethod(this, "drain", Qt::QueuedConnection);
+    }
+}
+
+void FormulaMessages::drain() {
+    QList<FormulaMessage> waiting;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        waiting.swap(mWaiting);
+    }
+    bool isNew = false;
+    for (auto message = waiting.rbegin(); message != waiting.rend(); ++message) {
+        isNew = putFirst(mMessages, *message) || isNew;
+    }
+    if (!waiting.isEmpty()) {
+        emit changed(isNew);
+    }
+}
+
+void FormulaMessages::clear() {
+    mMessages.clear();
+    emit changed(false);
+}
+
+} // namespace terminal

@@ -1,0 +1,348 @@
+#include "terminal/formula/ScriptModel.h"
+
+#include "terminal/formula/ScriptModelCatalogue.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+
+using namespace terminal;
+
+namespace {
+
+constexpr int kDay = 1763654400; // 2025-11-21 00:00 at UTC+8
+const QString kScripts = QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts/");
+
+MinuteBars barsOf(const std::vector<double> &prices) {
+    MinuteBars bars;
+    for (const double price : prices) {
+        MinuteBar bar;
+        bar.time = kDay * 1000LL + (571 + static_cast<qint64>(bars.size())) * 60000;
+        bar.open = bar.high = bar.low = bar.price = bar.average = price;
+        bar.volume = 100;
+        bars.push_back(bar);
+    }
+    return bars;
+}
+
+class ScriptModelTest : public ::testing::Test {
+protected:
+    ScriptModelTest() {
+        mInput.key = "SH600000";
+        mInput.day = kDay;
+        mInput.bars = barsOf({10.0, 11.0});
+        mSettings.limits.milliseconds = 30000;
+    }
+
+    /// Writes a model and makes it the one to run.
+    void write(const QByteArray &text) {
+        QFile file(mFolder.filePath("MODEL.py"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        mInput.file = file.fileName();
+    }
+    ScriptModelOutcome run() {
+        ScriptModelProcess process;
+        return runScriptModel(process, mInput, mSettings);
+    }
+    /// The number that the model has written into a file; 0 while there is none.
+    qint64 numberIn(const char *name) const {
+        QFile file(mFolder.filePath(QString::fromLatin1(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong() : 0;
+    }
+    static bool isGone(qint64 process) {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        // A zombie has gone, but for whoever has to note it.
+        return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
+    }
+
+    QTemporaryDir mFolder;
+    ScriptModelInput mInput;
+    ScriptModelSettings mSettings;
+};
+
+} // namespace
+
+TEST_F(ScriptModelTest, AModelReadsBarsAndArgumentsAndGivesLines) {
+    write("import json, sys\n"
+          "told = json.loads(sys.stdin.readline())\n"
+          "factor = float(told['arguments']['F'])\n"
+          "print(json.dumps({'line': told['instrument'] + ' ' + told['day'],\n"
+          "                  'values': [p * factor for p in told['bars']['price']]}))\n");
+    mInput.arguments["F"] = "2.5";
+    const ScriptModelOutcome outcome = run();
+    ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
+    EXPECT_EQ(outcome.meta.mLineNames, (std::vector<std::string>{"SH600000 2025-11-21"}));
+    EXPECT_EQ(outcome.result.mValues, (std::vector<std::vector<double>>{{25.0, 27.5}}));
+    EXPECT_EQ(outcome.result.mTimes.front(), (se::TimePosition{kDay * 1000LL + 571 * 60000, 0}));
+}
+
+TEST_F(ScriptModelTest, AMissingFileIsToldByItsName) {
+    mInput.file = mFolder.filePath("GONE.py");
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->formula, "GONE");
+    EXPECT_TRUE(outcome.error->text.contains(mInput.file));
+    EXPECT_TRUE(outcome.result.mTimes.empty());
+}
+
+TEST_F(ScriptModelTest, AMissingInterpreterIsTold) {
+    write("print()");
+    mSettings.interpreter = "no-such-python";
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("no-such-python"));
+    mSettings.interpreter = "/nowhere/python3";
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("/nowhere/python3"));
+}
+
+TEST_F(ScriptModelTest, AnExceptionIsToldWithItsLine) {
+    write("import sys\n\ndef f():\n    raise ValueError('参数 N 太小')\n\nf()\n");
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->formula, "MODEL");
+    EXPECT_EQ(outcome.error->line, 4);
+    EXPECT_EQ(outcome.error->text, "ValueError: 参数 N 太小");
+}
+
+TEST_F(ScriptModelTest, ASyntaxErrorIsToldWithItsLine) {
+    write("x = 1\nif x\n    pass\n");
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->line, 2);
+    EXPECT_TRUE(outcome.error->text.contains("SyntaxError"));
+}
+
+TEST_F(ScriptModelTest, AnErrorThatTheModelTellsIsItsText) {
+    write("import sys\nprint('{\"error\": \"今天没有数据\"}')\nsys.exit(1)\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_EQ(run().error->text, "今天没有数据");
+}
+
+TEST_F(ScriptModelTest, OutputThatIsNoResultIsTold) {
+    write("print('hello')\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("hello"));
+}
+
+TEST_F(ScriptModelTest, AModelWithoutOutputIsTold) {
+    write("pass\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_FALSE(run().error->text.isEmpty());
+}
+
+TEST_F(ScriptModelTest, AModelThatDoesNotReadItsInputIsNoError) {
+    mInput.bars = barsOf(std::vector<double>(20000, 10.0)); // more than a pipe holds
+    write("print('{\"line\":\"a\",\"values\":[' + ','.join(['1'] * 20000) + ']}')\n");
+    const ScriptModelOutcome outcome = run();
+    ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
+    EXPECT_EQ(outcome.result.mTimes.size(), 20000u);
+}
+
+TEST_F(ScriptModelTest, AModelThatNeverEndsIsStopped) {
+    write("while True:\n    pass\n");
+    mSettings.limits.milliseconds = 300;
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_TRUE(outcome.error->text.contains("0.3 秒")) << qPrintable(outcome.error->text);
+}
+
+TEST_F(ScriptModelTest, AModelThatPrintsWithoutEndIsStopped) {
+    write("while True:\n    print('{\"progress\": 0, \"total\": 1}' * 1, flush=False)\n");
+    mSettings.limits.outputBytes = 1 << 20;
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_TRUE(outcome.error->text.contains("1 MB")) << qPrintable(outcome.error->text);
+}
+
+TEST_F(ScriptModelTest, AModelThatPrintsNoLineEndIsStopped) {
+    write("import sys\nwhile True:\n    sys.stdout.write('x' * 65536)\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("4194304")) << qPrintable(run().error->text);
+}
+
+TEST_F(ScriptModelTest, AModelThatTakesMemoryWithoutEndGetsAnError) {
+    write("held = []\nwhile True:\n    held.append(bytearray(1 << 20))\n");
+    mSettings.limits.memoryBytes = 256 << 20;
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->text, "MemoryError");
+    EXPECT_EQ(outcome.error->line, 3);
+}
+
+TEST_F(ScriptModelTest, AModelThatWritesErrorsWithoutEndIsStopped) {
+    write("import sys\nwhile True:\n    sys.stderr.write('x' * 65536)\n");
+    mSettings.limits.milliseconds = 300;
+    ASSERT_TRUE(run().error);
+}
+
+TEST_F(ScriptModelTest, ASignalThatEndsTheModelIsTold) {
+    write("import os, signal\nos.kill(os.getpid(), signal.SIGSEGV)\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains(QString::number(SIGSEGV)));
+}
+
+TEST_F(ScriptModelTest, AStoppedRunGivesNothingAndLeavesNoProcess) {
+    write("import os, subprocess, sys, time\n"
+          "child = subprocess.Popen(['sleep', '1000'])\n"
+          "open('child.tmp', 'w').write(str(child.pid))\nos.rename('child.tmp', 'child')\n"
+          "open('own.tmp', 'w').write(str(os.getpid()))\nos.rename('own.tmp', 'own')\n"
+          "time.sleep(1000)\n");
+    ScriptModelProcess process;
+    ScriptModelOutcome outcome;
+    std::thread runner([&] { outcome = runScriptModel(process, mInput, mSettings); });
+    const bool started = QTest::qWaitFor([this] { return numberIn("own") > 0; }, 20000);
+    process.stop();
+    runner.join();
+    ASSERT_TRUE(started);
+    EXPECT_TRUE(outcome.stopped);
+    EXPECT_FALSE(outcome.error);
+    EXPECT_TRUE(isGone(numberIn("own")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isGone(numberIn("child")); }, 20000));
+}
+
+TEST_F(ScriptModelTest, ARunThatIsStoppedBeforeItBeginsDoesNotBegin) {
+    write("open('ran', 'w').write('1')\n");
+    ScriptModelProcess process;
+    process.stop();
+    EXPECT_TRUE(runScriptModel(process, mInput, mSettings).stopped);
+    EXPECT_EQ(numberIn("ran"), 0);
+}
+
+TEST_F(ScriptModelTest, WhatAModelLeavesRunningEndsWithItAndDoesNotHoldItUp) {
+    write("import subprocess\n"
+          "child = subprocess.Popen(['sleep', '1000'])\n" // holds the output open
+          "open('child', 'w').write(str(child.pid))\n"
+          "print('{\"line\":\"a\",\"values\":[1,2]}')\n");
+    QElapsedTimer time;
+    time.start();
+    const ScriptModelOutcome outcome = run();
+    EXPECT_LT(time.elapsed(), mSettings.limits.milliseconds);
+    ASSERT_FALSE(outcome.error);
+    EXPECT_EQ(outcome.meta.mLineCount, 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isGone(numberIn("child")); }, 20000));
+}
+
+TEST_F(ScriptModelTest, ProgressIsToldWhileItRuns) {
+    write("for i in range(4):\n    print('{\"progress\": %d, \"total\": 3, \"text\": \"s%d\"}' % (i, i))\n"
+          "print('{\"line\":\"a\",\"values\":[1,2]}')\n");
+    ScriptModelProcess process;
+    QStringList told;
+    runScriptModel(process, mInput, mSettings, [&told](const ScriptModelProgress &progress) {
+        told << QString("%1/%2 %3").arg(progress.done).arg(progress.total).arg(progress.text);
+    });
+    ASSERT_FALSE(told.isEmpty());
+    EXPECT_EQ(told.last(), "3/3 s3");
+}
+
+TEST(ScriptModelNames, APathMayHaveABackslash) {
+    EXPECT_EQ(scriptModelPath("/home/u/scripts\\ABC.py"), "/home/u/scripts/ABC.py");
+    EXPECT_EQ(scriptModelName("/home/u/scripts/ABC.py"), "ABC");
+}
+
+TEST(ScriptModelNames, AGroupIsSeparatedByCommasAndBlanks) {
+    EXPECT_EQ(scriptModelGroup({{"group", "SH600000, SZ000001，SZ300750;HK02318"}}),
+              (QStringList{"SH600000", "SZ000001", "SZ300750", "HK02318"}));
+    EXPECT_TRUE(scriptModelGroup({}).isEmpty());
+}
+
+TEST(ScriptModelCatalogue, ARecordStandsInTheHeadOfTheFile) {
+    const TC::CFormulaDetail detail =
+        readScriptModelHeader("abc", "# type: 1\n#parameter N : 20\n# parameter K: -2.5\n# words\n"
+                                     "# parameter group: \"SH600000,SZ000001\"\n# parameter bad: x\n"
+                                     "import os\n# parameter late: 3\n");
+    EXPECT_EQ(detail.mName, "ABC");
+    EXPECT_EQ(detail.mLanguage, TC::EFormulaLanguage::Python);
+    EXPECT_EQ(detail.mType, 1);
+    EXPECT_EQ(detail.mParamNames, (QVector<QString>{"N", "K"}));
+    EXPECT_EQ(detail.mParamValues, (QVector<double>{20, -2.5}));
+    EXPECT_EQ(detail.mStrParamNames, (QVector<QString>{"group"}));
+    EXPECT_EQ(detail.mStrParamValues, (QVector<QString>{"SH600000,SZ000001"}));
+    EXPECT_EQ(readScriptModelHeader("a", "# type: 7\n").mType, 0);
+}
+
+TEST(ScriptModelCatalogue, TheModelsOfAFolderAreItsFilesOfUpperCaseNames) {
+    QStringList names;
+    for (const TC::CFormulaDetailPtr &model : readScriptModels(kScripts)) {
+        names << model->mName;
+    }
+    EXPECT_EQ(names, (QStringList{"GROUPRANK", "MEANBAND"}));
+    EXPECT_TRUE(readScriptModels("/nowhere").isEmpty());
+}
+
+TEST(ScriptModelCatalogue, CopyingLeavesTheUsersFilesAlone) {
+    QTemporaryDir folder;
+    const QString target = folder.filePath("a/b");
+    ASSERT_TRUE(QDir().mkpath(target));
+    QFile own(target + "/MEANBAND.py");
+    ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+    own.write("mine");
+    own.close();
+    EXPECT_TRUE(copyMissingFiles(kScripts, target));
+    EXPECT_EQ(QFileInfo(own).size(), 4);
+    EXPECT_TRUE(QFile::exists(target + "/GROUPRANK.py"));
+    EXPECT_TRUE(QFile::exists(target + "/timeshare_model.py"));
+}
+
+namespace {
+
+/// The models that come with the terminal.
+class SampleModelTest : public ScriptModelTest {
+protected:
+    ScriptModelOutcome runSample(const QString &name) {
+        mInput.file = kScripts + name + ".py";
+        return run();
+    }
+};
+
+} // namespace
+
+TEST_F(SampleModelTest, TheBandLiesAroundTheAverageOfTheLastPrices) {
+    mInput.bars = barsOf({2, 4, 4, 4, 5, 5, 7, 9});
+    mInput.arguments = {{"N", "8"}, {"K", "2"}};
+    const ScriptModelOutcome outcome = runSample("MEANBAND");
+    ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
+    // The eight numbers have the mean 5 and the standard deviation 2.
+    ASSERT_EQ(outcome.result.mValues.size(), 3u);
+    EXPECT_EQ(outcome.result.mValues[0][6], TC::kUnsetValue);
+    EXPECT_DOUBLE_EQ(outcome.result.mValues[0][7], 5.0);
+    EXPECT_DOUBLE_EQ(outcome.result.mValues[1][7], 9.0);
+    EXPECT_DOUBLE_EQ(outcome.result.mValues[2][7], 1.0);
+}
+
+TEST_F(SampleModelTest, ABadArgumentIsToldInWords) {
+    mInput.arguments = {{"N", "x"}, {"K", "2"}};
+    ASSERT_TRUE(runSample("MEANBAND").error);
+    EXPECT_TRUE(runSample("MEANBAND").error->text.contains("参数 N 不是数：x"));
+    EXPECT_GT(runSample("MEANBAND").error->line, 0);
+    mInput.arguments = {{"K", "2"}};
+    EXPECT_TRUE(runSample("MEANBAND").error->text.contains("缺少参数 N"));
+}
+
+TEST_F(SampleModelTest, TheRankIsThatOfTheReturnWithinTheGroup) {
+    mInput.bars = barsOf({10.0, 11.0}); // +10 %
+    mInput.group = {{"A", barsOf({10.0, 12.0})},
+                    {"B", barsOf({10.0, 11.0})},
+                    {"C", barsOf({20.0, 19.0})},
+                    {"D", barsOf({50.0, 50.0})}}; // +20, +10, -5, 0 %
+    const ScriptModelOutcome outcome = runSample("GROUPRANK");
+    ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
+    ASSERT_EQ(outcome.result.mValues.size(), 3u);
+    EXPECT_NEAR(outcome.result.mValues[0][1], 10.0, 1e-9);
+    EXPECT_NEAR(outcome.result.mValues[1][1], 6.25, 1e-9);
+    EXPECT_NEAR(outcome.result.mValues[2][0], 50.0, 1e-9); // all are equal
+    EXPECT_NEAR(outcome.result.mValues[2][1], 62.5, 1e-9); // two of four below, one equal
+}
+
+TEST_F(SampleModelTest, AGroupWithoutInstrumentsIsTold) {
+    ASSERT_TRUE(runSample("GROUPRANK").error);
+    EXPECT_TRUE(runSample("GROUPRANK").error->text.contains("group"));
+}
