@@ -1,0 +1,236 @@
+#include "terminal/formula/LuaFormula.h"
+
+#include "terminal/formula/FormulaRun.h"
+#include "terminal/formula/LuaSandbox.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <utility>
+
+namespace terminal {
+namespace {
+
+double shown(double value) {
+    return std::isfinite(value) ? value : TC::kUnsetValue;
+}
+
+/// First bar from which on bars differ from those before.
+std::size_t firstChange(const MinuteBars &before, const MinuteBars &now) {
+    const auto place = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).second;
+    return static_cast<std::size_t>(place - now.begin());
+}
+
+/// The same when only the last bars can differ.
+std::size_t firstOfLastChanges(const MinuteBars &before, const MinuteBars &now) {
+    std::size_t first = now.empty() ? 0 : now.size() - 1;
+    while (first > 0 && (first > before.size() || before[first - 1] != now[first - 1])) {
+        --first;
+    }
+    return first;
+}
+
+class LuaProgram : public FormulaProgram {
+public:
+    LuaProgram(LuaFormulaFile file, const FormulaInputs &inputs, FormulaErrorSink sink,
+               const FormulaLimits &limits)
+        : mFile(std::move(file)), mInputs(inputs), mSink(std::move(sink)), mLimits(limits) {
+        start({});
+        if (mRun->readsValues && !mRun->overLimit) {
+            mRun->error.reset(); // it has asked for values that are not there yet
+        }
+        mDescription = mRun->description;
+        takeStyles();
+        tell(mRun->error);
+    }
+
+    se::RPCFormulaMetaResult describe() const override { return mDescription.meta(); }
+
+    se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
+        bring(bars, firstChange(mRun->graph.bars(), bars));
+        return result(bars);
+    }
+
+    se::RPCFormulaInstantResult evaluateLast(const MinuteBars &bars) const override {
+        bring(bars, firstOfLastChanges(mRun->graph.bars(), bars));
+        return point(bars);
+    }
+
+    std::vector<HiddenValue> hiddenValues(std::size_t bar) const override {
+        std::vector<HiddenValue> values;
+        if (!mRun->error && bar < mRun->graph.bars().size()) {
+            for (const auto &[name, value] : mRun->hidden) {
+                values.emplace_back(name, value.at(bar));
+            }
+        }
+        return values;
+    }
+
+private:
+    void start(const MinuteBars &bars) const {
+        mRun = FormulaRun::of(mFile, mInputs, mLimits, bars, RunDepth::Compute);
+    }
+
+    /// Has the run stand at these bars, of which those before `from` are as they were.
+    void bring(const MinuteBars &bars, std::size_t from) const {
+        if (mRun->overLimit || (mRun->error && !mRun->readsValues)) {
+            return;
+        }
+        if (mRun->readsValues) {
+            start(bars);
+            takeStyles();
+        }
+        const auto deadline = VectorGraph::Clock::now() + std::chrono::milliseconds(mLimits.milliseconds);
+        if (!mRun->error && !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, deadline)) {
+            mRun->error = FormulaError{mFile.name, 0, QCoreApplication::translate("LuaSandbox", "运行超时")};
+            mRun->overLimit = true;
+        }
+        tell(mRun->error);
+    }
+
+    void tell(const std::optional<FormulaError> &error) const {
+        if (error && error != mTold && mSink) {
+            mSink(*error);
+        }
+        mTold = error;
+    }
+
+    /// What the file's run says of styles goes before its description.
+    void takeStyles() const {
+        for (std::size_t i = 0; i < mRun->lines.size(); ++i) {
+            if (mRun->lines[i].style >= 0) {
+                mDescription.lines[static_cast<int>(i)].style = mRun->lines[i].style;
+            }
+        }
+    }
+
+    std::size_t lineCount() const { return static_cast<std::size_t>(mDescription.lines.size()); }
+
+    se::RPCFormulaResult result(const MinuteBars &bars) const {
+        se::RPCFormulaResult result;
+        const std::size_t count = bars.size();
+        for (const MinuteBar &bar : bars) {
+            result.mTimes.emplace_back(bar.time, 0);
+        }
+        result.mValid.assign(count, 1);
+        result.mPointTags.assign(count, 0);
+        result.mValues.assign(lineCount(), std::vector<double>(count, TC::kUnsetValue));
+        result.mExtra1.assign(lineCount(), std::vector<qint32>(count, se::kDefaultColor));
+        result.mTexts.assign(lineCount(), std::vector<std::string>(count));
+        result.mExtra2 = result.mValues;
+        if (!mRun->error) {
+            for (std::size_t line = 0; line < lineCount(); ++line) {
+                fill(result, line, count);
+            }
+        }
+        return result;
+    }
+
+    void fill(se::RPCFormulaResult &result, std::size_t line, std::size_t count) const {
+        const FormulaDrawing &drawing = mRun->lines[line];
+        for (std::size_t i = 0; i < count; ++i) {
+            result.mValues[line][i] = shown(drawing.values.at(i));
+        }
+        for (std::size_t i = 0; i < count && !drawing.colors.empty(); ++i) {
+            result.mExtra1[line][i] = drawing.colorAt(i);
+        }
+        for (std::size_t i = 0; i < count && !drawing.texts.empty(); ++i) {
+            result.mTexts[line][i] = drawing.textAt(i);
+        }
+        for (std::size_t i = 0; i < count && drawing.second; ++i) {
+            result.mExtra2[line][i] = shown(drawing.second->at(i));
+        }
+    }
+
+    se::RPCFormulaInstantResult point(const MinuteBars &bars) const {
+        se::RPCFormulaInstantResult point;
+        if (bars.empty()) {
+            return point;
+        }
+        const std::size_t last = bars.size() - 1;
+        point.mTime = {bars[last].time, 0};
+        point.mValues.assign(lineCount(), TC::kUnsetValue);
+        point.mExtra1.assign(lineCount(), se::kDefaultColor);
+        point.mTexts.assign(lineCount(), std::string());
+        point.mExtra2.assign(lineCount(), TC::kUnsetValue);
+        for (std::size_t line = 0; line < lineCount() && !mRun->error; ++line) {
+            const FormulaDrawing &drawing = mRun->lines[line];
+            point.mValues[line] = shown(drawing.values.at(last));
+            point.mExtra1[line] = drawing.colorAt(last);
+            point.mTexts[line] = drawing.textAt(last);
+            point.mExtra2[line] = drawing.second ? shown(drawing.second->at(last)) : TC::kUnsetValue;
+        }
+        return point;
+    }
+
+    const LuaFormulaFile mFile;
+    const FormulaInputs mInputs;
+    const FormulaErrorSink mSink;
+    const FormulaLimits mLimits;
+    mutable std::unique_ptr<FormulaRun> mRun; ///< never null
+    mutable FormulaDescription mDescription; ///< with the styles of the last run
+    mutable std::optional<FormulaError> mTold; ///< the error of the last evaluation
+};
+
+/// A few minutes to try a formula on.
+MinuteBars sampleBars() {
+    constexpr int kCount = 60;
+    constexpr qint64 kMorning = 1583717460000; // 09:31 of a Monday at UTC+8
+    MinuteBars bars;
+    for (int i = 0; i < kCount; ++i) {
+        const double price = 10.0 + (i * 7 % 13) * 0.01;
+        bars.push_back({kMorning + i * 60000, price, price + 0.02, price - 0.02, price + 0.01, 10.05, 100.0 + i,
+                        1000.0 + 10 * i});
+    }
+    return bars;
+}
+
+} // namespace
+
+std::optional<FormulaDescription> describeLuaFormula(const LuaFormulaFile &file, FormulaError *error) {
+    const auto run = FormulaRun::of(file, {}, {}, {}, RunDepth::Describe);
+    if (run->error) {
+        if (error) {
+            *error = *run->error;
+        }
+        return std::nullopt;
+    }
+    return run->description;
+}
+
+std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file) {
+    FormulaInputs inputs;
+    inputs.previousClose = 10.0;
+    inputs.priceTick = 0.01;
+    inputs.floatShares = 1e8;
+    std::optional<FormulaError> first;
+    const FormulaErrorSink keepFirst = [&first](const FormulaError &error) {
+        if (!first) {
+            first = error;
+        }
+    };
+    makeLuaFormula(file, inputs, keepFirst)->evaluate(sampleBars());
+    return first;
+}
+
+std::unique_ptr<FormulaProgram> makeLuaFormula(const LuaFormulaFile &file, const FormulaInputs &inputs,
+                                               FormulaErrorSink sink, const FormulaLimits &limits) {
+    return std::make_unique<LuaProgram>(file, inputs, std::move(sink), limits);
+}
+
+FormulaProgramMaker luaFormulaMaker(LuaFormulaLookup lookup, FormulaInputsOf inputs, FormulaErrorSink sink,
+                                    const FormulaLimits &limits) {
+    return [lookup = std::move(lookup), inputs = std::move(inputs), sink = std::move(sink),
+            limits](const TC::CFormulaParam &param) -> std::unique_ptr<FormulaProgram> {
+        std::optional<LuaFormulaFile> file = lookup(param);
+        if (!file) {
+            return nullptr;
+        }
+        for (auto each = param.mArguments.begin(); each != param.mArguments.end(); ++each) {
+            file->arguments.insert(each.key(), each.value());
+        }
+        return makeLuaFormula(*file, inputs ? inputs(param) : FormulaInputs(), sink, limits);
+    };
+}
+
+} // namespace terminal

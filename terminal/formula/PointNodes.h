@@ -1,0 +1,138 @@
+#pragma once
+
+#include "terminal/formula/VectorGraph.h"
+
+#include <array>
+#include <cstddef>
+#include <tuple>
+#include <utility>
+
+namespace terminal {
+
+/// A column of the bars.
+template <auto Field> class BarNode : public VectorNode {
+public:
+    explicit BarNode(const VectorGraph &graph) : mGraph(graph) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        const MinuteBars &bars = mGraph.bars();
+        for (std::size_t i = from; i < count; ++i) {
+            mValues[i] = Field(bars[i], i);
+        }
+    }
+
+private:
+    const VectorGraph &mGraph;
+};
+
+/// Given values; points behind them have none.
+class DataNode : public VectorNode {
+public:
+    explicit DataNode(std::vector<double> data) : mData(std::move(data)) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        for (std::size_t i = from; i < count; ++i) {
+            mValues[i] = i < mData.size() ? mData[i] : kNoValue;
+        }
+    }
+
+private:
+    const std::vector<double> mData;
+};
+
+/// A function of `Count` numbers at each point. `Function` gets values only, unless it takes what has none.
+template <auto Function, std::size_t Count, bool TakesMissing> class PointNode : public VectorNode {
+public:
+    explicit PointNode(const std::array<Argument, Count> &arguments) : mArguments(arguments) {}
+
+    static double apply(const std::array<double, Count> &x) {
+        return apply(x, std::make_index_sequence<Count>());
+    }
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        for (std::size_t i = from; i < count; ++i) {
+            mValues[i] = at(i, std::make_index_sequence<Count>());
+        }
+    }
+
+private:
+    template <std::size_t... I>
+    static double apply(const std::array<double, Count> &x, std::index_sequence<I...>) {
+        if constexpr (!TakesMissing) {
+            if ((std::isnan(x[I]) || ...)) {
+                return kNoValue;
+            }
+        }
+        return finite(Function(x[I]...));
+    }
+    template <std::size_t... I> double at(std::size_t i, std::index_sequence<I...> all) const {
+        return apply({mArguments[I][i]...}, all);
+    }
+
+    const std::array<Argument, Count> mArguments;
+};
+
+/// `X` of a number of points before, which may differ from point to point.
+class RefNode : public VectorNode {
+public:
+    RefNode(const Operand &x, const Operand &distance) : mX(x), mDistance(distance) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        for (std::size_t i = from; i < count; ++i) {
+            const double distance = std::trunc(mDistance[i]);
+            const bool inside = distance >= 0.0 && distance <= static_cast<double>(i);
+            mValues[i] = inside ? mX[i - static_cast<std::size_t>(distance)] : kNoValue;
+        }
+    }
+
+private:
+    const Argument mX;
+    const Argument mDistance;
+};
+
+/// 1 where `A` rises above `B`.
+class CrossNode : public VectorNode {
+public:
+    CrossNode(const Operand &a, const Operand &b) : mA(a), mB(b) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        for (std::size_t i = from; i < count; ++i) {
+            // Comparing what has no value is false.
+            mValues[i] = i > 0 && mA[i - 1] <= mB[i - 1] && mA[i] > mB[i] ? 1.0 : 0.0;
+        }
+    }
+
+private:
+    const Argument mA;
+    const Argument mB;
+};
+
+/// A function that runs on from point to point. `Step` gets the state of the point before, no value at the first
+/// one, both arguments and the setting, and answers the new state and the value of the point.
+template <auto Step> class RunningNode : public VectorNode {
+public:
+    RunningNode(const Operand &x, const Operand &y, double setting) : mX(x), mY(y), mSetting(setting) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        mStates.resize(count);
+        double state = from > 0 ? mStates[from - 1] : kNoValue;
+        for (std::size_t i = from; i < count; ++i) {
+            std::tie(state, mValues[i]) = Step(state, mX[i], mY[i], mSetting);
+            mStates[i] = state;
+        }
+    }
+
+private:
+    const Argument mX;
+    const Argument mY;
+    const double mSetting;
+    std::vector<double> mStates;
+};
+
+} // namespace terminal

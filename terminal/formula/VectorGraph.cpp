@@ -1,0 +1,44 @@
+#include "terminal/formula/VectorGraph.h"
+
+#include <algorithm>
+
+namespace terminal {
+
+void VectorNode::update(std::size_t from, std::size_t count) {
+    const std::size_t start = std::min({from, mDone, count});
+    mValues.resize(count);
+    evaluate(start, count);
+    mDone = count;
+}
+
+bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, Clock::time_point deadline) {
+    from = std::min({from, bars.size(), mBars.size()});
+    mBars.resize(from);
+    mBars.insert(mBars.end(), bars.begin() + static_cast<std::ptrdiff_t>(from), bars.end());
+    for (const std::unique_ptr<VectorNode> &node : mNodes) {
+        if (!node->isUsed()) {
+            continue;
+        }
+        node->update(from, mBars.size());
+        if (Clock::now() > deadline) {
+            return false;
+        }
+    }
+    return true;
+}
+
+const std::vector<double> &VectorGraph::read(VectorNode *node) {
+    // What is computed already has no points left to do.
+    node->use();
+    for (const std::unique_ptr<VectorNode> &each : mNodes) {
+        if (each->isUsed() && each->values().size() != mBars.size()) {
+            each->update(0, mBars.size());
+        }
+        if (each.get() == node) {
+            break;
+        }
+    }
+    return node->values();
+}
+
+} // namespace terminal

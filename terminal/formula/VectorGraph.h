@@ -1,0 +1,107 @@
+#pragma once
+
+#include "terminal/market/MinuteBar.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace terminal {
+
+/// What stands for the value of a point that has none.
+constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
+
+inline bool hasValue(double x) {
+    return !std::isnan(x);
+}
+
+/// What is no finite number is no value.
+inline double finite(double x) {
+    return std::isfinite(x) ? x : kNoValue;
+}
+
+/// A vector over the points of a day, computed from vectors that were made before it. A point depends on itself and
+/// on points before it, never on those behind: what changed at a point needs no work in front of it.
+class VectorNode {
+public:
+    virtual ~VectorNode() = default;
+    VectorNode(const VectorNode &) = delete;
+    VectorNode &operator=(const VectorNode &) = delete;
+
+    const std::vector<double> &values() const { return mValues; }
+    /// Only what is used is computed.
+    void use() { mUsed = true; }
+    bool isUsed() const { return mUsed; }
+    /// Brings the vector to `count` points of which those from `from` on are to be computed (again).
+    void update(std::size_t from, std::size_t count);
+
+protected:
+    VectorNode() = default;
+    /// Computes points `from` to `count` - 1 into mValues, which has `count` elements.
+    virtual void evaluate(std::size_t from, std::size_t count) = 0;
+
+    std::vector<double> mValues;
+
+private:
+    std::size_t mDone = 0; ///< points that are computed
+    bool mUsed = false;
+};
+
+/// A vector, or a number that stands for every point.
+struct Operand {
+    Operand(double number) : number(number) {} // NOLINT(google-explicit-constructor)
+    Operand(VectorNode *node) : node(node) {} // NOLINT(google-explicit-constructor)
+
+    bool isNumber() const { return node == nullptr; }
+    double at(std::size_t i) const { return node ? node->values()[i] : number; }
+
+    VectorNode *node = nullptr; ///< null for a number
+    double number = kNoValue;
+};
+
+/// Argument of a node: an operand that it uses.
+class Argument {
+public:
+    Argument(const Operand &operand) : mOperand(operand) { // NOLINT(google-explicit-constructor)
+        if (mOperand.node) {
+            mOperand.node->use();
+        }
+    }
+    double operator[](std::size_t i) const { return mOperand.at(i); }
+
+private:
+    Operand mOperand;
+};
+
+/// The vectors of one formula in the order of their making. One thread.
+class VectorGraph {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    template <class Node, class... Arguments> Node *add(Arguments &&...arguments) {
+        auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
+        Node *made = node.get();
+        mNodes.push_back(std::move(node));
+        return made;
+    }
+    /// Number of vectors made.
+    std::size_t size() const { return mNodes.size(); }
+
+    /// The bars that the vectors read; set by evaluate().
+    const MinuteBars &bars() const { return mBars; }
+    /// Takes the bars, of which those before `from` are as they were, and computes what is used. False when the
+    /// deadline came before the end; the graph is of no use then.
+    bool evaluate(const MinuteBars &bars, std::size_t from, Clock::time_point deadline);
+    /// The values of a vector over the bars taken, computed when they are not yet.
+    const std::vector<double> &read(VectorNode *node);
+
+private:
+    MinuteBars mBars;
+    std::vector<std::unique_ptr<VectorNode>> mNodes;
+};
+
+} // namespace terminal
