@@ -33,8 +33,4 @@ se::RPCFormulaInstantResult FormulaProgram::evaluateLast(const MinuteBars &bars)
     return point;
 }
 
-std::vector<HiddenValue> FormulaProgram::hiddenValues(std::size_t /*bar*/) const {
-    return {};
-}
-
 } // namespace terminal

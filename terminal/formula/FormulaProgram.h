@@ -4,17 +4,10 @@
 #include "host/records/RPCFormulaResult.h"
 #include "terminal/market/MinuteBar.h"
 
-#include <cstddef>
 #include <functional>
 #include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace terminal {
-
-/// Name and value of something that a formula computes and does not draw.
-using HiddenValue = std::pair<std::string, double>;
 
 /// One formula at work for one request: turns the bars of a day into lines. Made and used on one worker thread.
 class FormulaProgram {
@@ -29,8 +22,6 @@ public:
     /// the call before. A program that can work the point out without the others does so: this is called with every
     /// trade.
     virtual se::RPCFormulaInstantResult evaluateLast(const MinuteBars &bars) const;
-    /// Named values of a bar that are not drawn, of the bars evaluated last; a value may be no number.
-    virtual std::vector<HiddenValue> hiddenValues(std::size_t bar) const;
 };
 
 /// Makes the program of a request, or answers null when there is no such formula.

@@ -34,9 +34,6 @@ void callRun(lua_State *state, FormulaRun &run) {
         lines.push_back(luaLine(state, before + i, run, i));
         lines.back().use();
     }
-    for (const auto &[name, value] : run.hidden) {
-        FormulaDrawing(value).use();
-    }
     run.lines = std::move(lines);
 }
 

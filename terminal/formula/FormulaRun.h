@@ -31,7 +31,6 @@ struct FormulaRun {
     bool isDescribed = false;
     VectorGraph graph;
     std::vector<FormulaDrawing> lines; ///< one for each line of the description; empty after an error
-    std::vector<std::pair<std::string, Operand>> hidden; ///< named vectors that are not drawn
     bool readsValues = false; ///< the file asks for single values: other bars take another run
 
     // While it runs.

@@ -56,16 +56,6 @@ public:
         return point(bars);
     }
 
-    std::vector<HiddenValue> hiddenValues(std::size_t bar) const override {
-        std::vector<HiddenValue> values;
-        if (!mRun->error && bar < mRun->graph.bars().size()) {
-            for (const auto &[name, value] : mRun->hidden) {
-                values.emplace_back(name, value.at(bar));
-            }
-        }
-        return values;
-    }
-
 private:
     void start(const MinuteBars &bars) const {
         mRun = FormulaRun::of(mFile, mInputs, mLimits, bars, RunDepth::Compute);

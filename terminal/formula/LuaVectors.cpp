@@ -18,7 +18,6 @@ constexpr char kDrawingType[] = "terminal.Drawing";
 constexpr std::size_t kMostDrawings = 500; ///< in one run
 constexpr std::size_t kMostLayers = 32; ///< colours or texts of one drawing
 constexpr std::size_t kLongestText = 256; ///< bytes of a text of a point
-constexpr std::size_t kMostHidden = 64;
 
 QString tr(const char *text) {
     return QCoreApplication::translate("LuaVectors", text);
@@ -306,18 +305,6 @@ int partLine(lua_State *state) {
     return pushDrawing(state, runOf(state), conditional(state, "PARTLINE", nullptr));
 }
 
-int hideVector(lua_State *state) {
-    FormulaRun &run = runOf(state);
-    const std::string name = textAt(state, 1, "HIDDEN");
-    const Operand value = operandAt(state, 2, "HIDDEN");
-    if (run.hidden.size() >= kMostHidden) {
-        LuaSandbox::raise(state, tr("隐藏变量过多（上限 %1 个）").arg(kMostHidden));
-    }
-    run.hidden.emplace_back(name, value);
-    lua_settop(state, 2);
-    return 1;
-}
-
 int rgb(lua_State *state) {
     int color = 0;
     for (int i = 1; i <= 3; ++i) {
@@ -419,13 +406,19 @@ void openLuaVectors(lua_State *state, FormulaRun &run) {
         }
     }
     const std::pair<const char *, lua_CFunction> instructions[] = {
-        {"VECTOR", makeVector},       {"STYLE", setStyle},
-        {"COLOR", setColor},          {"TEXT", setText},
-        {"NUMBER", setNumber},        {"DRAWTEXT", drawText},
-        {"DRAWTEXTFIX", drawTextFix}, {"DRAWICON", drawIcon},
-        {"DRAWNUMBER", drawNumber},   {"STICKLINE", stickLine},
-        {"VERTLINE", vertLine},       {"PARTLINE", partLine},
-        {"HIDDEN", hideVector},       {"RGB", rgb},
+        {"VECTOR", makeVector},
+        {"STYLE", setStyle},
+        {"COLOR", setColor},
+        {"TEXT", setText},
+        {"NUMBER", setNumber},
+        {"DRAWTEXT", drawText},
+        {"DRAWTEXTFIX", drawTextFix},
+        {"DRAWICON", drawIcon},
+        {"DRAWNUMBER", drawNumber},
+        {"STICKLINE", stickLine},
+        {"VERTLINE", vertLine},
+        {"PARTLINE", partLine},
+        {"RGB", rgb},
     };
     for (const auto &[name, function] : instructions) {
         setFunction(state, run, name, function);

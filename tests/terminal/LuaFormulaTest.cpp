@@ -148,13 +148,6 @@ TEST(LuaFormulaTest, InstructionsPutTheUsualDrawingsTogether) {
     EXPECT_EQ(result.mExtra2[4][1], 0.5);
 }
 
-TEST(LuaFormulaTest, HiddenVectorsCanBeLookedUp) {
-    const auto program = makeLuaFormula(formulaOf("return HIDDEN(\"SUM2\", SUM(CLOSE, 2)) * 2"));
-    program->evaluate(barsOfPrices({1.0, 2.0}));
-    EXPECT_EQ(program->hiddenValues(1), (std::vector<HiddenValue>{{"SUM2", 3.0}}));
-    EXPECT_TRUE(program->hiddenValues(2).empty());
-}
-
 TEST(LuaFormulaTest, TheCheckTellsTheLineOfAnError) {
     EXPECT_EQ(checkOf(kMacd).line, -1);
     const FormulaError syntax =

@@ -82,7 +82,6 @@ TEST(LuaSandboxTest, VectorsAndDrawingsWithoutEndAreStopped) {
     EXPECT_EQ(errorOf("local v = CLOSE\nwhile true do v = v + 1 end").line, 4);
     EXPECT_EQ(errorOf("local v = CLOSE\nwhile true do v = COLOR(v, 1) end").line, 4);
     EXPECT_EQ(errorOf("while true do COLOR(CLOSE, 1) end").line, 3);
-    EXPECT_EQ(errorOf("while true do HIDDEN(\"A\", CLOSE) end").line, 3);
     EXPECT_EQ(errorOf("while true do VECTOR({}) end").line, 3);
 }
 
@@ -177,7 +176,7 @@ TEST(LuaSandboxTest, AFileThatIsTooLongIsRefused) {
 
 TEST(LuaSandboxTest, DeeplyNestedTextIsAnError) {
     const QString nested = QStringLiteral("return ") + QString(50000, '(') + "1" + QString(50000, ')');
-    EXPECT_EQ(errorOf(nested).line, 3);
+    EXPECT_EQ(errorOf(nested).text, "C stack overflow"); // the reader has no place for it
     EXPECT_NE(errorOf("return " + QString(50000, '{') + QString(50000, '}')).line, -1);
 }
 
