@@ -150,7 +150,7 @@ const QVector<Option> &table() {
         {"--size", "WxH", QT_TRANSLATE_NOOP("CommandLine", "窗口或图片的大小，缺省 1200x700"), takeSize},
         {"--ratio", "N", QT_TRANSLATE_NOOP("CommandLine", "每像素的设备像素数，1 至 4，缺省 1"), takeRatio},
         {"--theme", "dark|light", QT_TRANSLATE_NOOP("CommandLine", "配色，缺省为上次所选"), takeTheme},
-        {"--import", "FILE", QT_TRANSLATE_NOOP("CommandLine", "导入分钟线文件；可以多次给出"), takeImport},
+        {"--import", "FILE", QT_TRANSLATE_NOOP("CommandLine", "导入分钟线、逐笔成交或快照文件；可以多次给出"), takeImport},
         {"--market", "WORD", QT_TRANSLATE_NOOP("CommandLine", "导入文件的市场，如 SH"),
          takeText<&CommandLineOptions::market>},
         {"--code", "CODE", QT_TRANSLATE_NOOP("CommandLine", "导入文件的证券代码，如 600519"),

@@ -19,7 +19,7 @@ struct CommandLineOptions {
     QSize size{1200, 700};
     double ratio = 1.0; ///< device pixels per pixel
     QString theme; ///< "dark" or "light"; empty is the one chosen last
-    QStringList imports; ///< files of minute bars, in order
+    QStringList imports; ///< files of market data, in order
     std::optional<double> speed; ///< market seconds a second
     QString market; ///< of the imported files
     QString code;

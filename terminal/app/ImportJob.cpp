@@ -27,21 +27,23 @@ void ImportJob::start() {
 }
 
 void ImportJob::run() {
-    MinuteBarImporter importer(mStore, mOptions);
-    importer.setProgress([this](int done, int total) {
+    mOutcome = importMarketFile(mStore, mOptions, mPath, [this](int done, int total) {
         emit progress(done, total);
         return !mStopped;
     });
-    mOutcome = importer.importFile(mPath);
 }
 
 QString importedText(const ImportOutcome &outcome) {
     QStringList parts;
     for (const ImportedBars &imported : outcome.instruments) {
-        parts.append(QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%4 根分钟线")
-                         .arg(imported.key, dateOf(imported.firstDay).toString(QStringLiteral("yyyy-MM-dd")),
-                              dateOf(imported.lastDay).toString(QStringLiteral("yyyy-MM-dd")))
-                         .arg(imported.bars));
+        QString part = QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%4 根分钟线")
+                           .arg(imported.key, dateOf(imported.firstDay).toString(QStringLiteral("yyyy-MM-dd")),
+                                dateOf(imported.lastDay).toString(QStringLiteral("yyyy-MM-dd")))
+                           .arg(imported.bars);
+        if (imported.ticks > 0) {
+            part += QCoreApplication::translate("ImportJob", "，%1 笔成交").arg(imported.ticks);
+        }
+        parts.append(part);
     }
     return parts.join(QStringLiteral("；"));
 }

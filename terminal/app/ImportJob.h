@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/market/MinuteBarImporter.h"
+#include "terminal/market/FileImporter.h"
 
 #include <QObject>
 #include <QString>

@@ -128,15 +128,14 @@ private:
 
 /// Imports the files of the command line; `key` becomes the instrument of the last one. Answers what went wrong.
 QString importFiles(TerminalServices &services, const CommandLineOptions &options, QString &key, QDate &day) {
-    const ImportOptions choices{options.market, options.code, options.volumeInLots, options.labelAtStart};
+    const ImportOptions choices{options.market, options.code, options.volumeInLots, options.labelAtStart, {}};
     for (const QString &path : options.imports) {
         ImportOutcome outcome;
         {
             ProgressTeller teller(QObject::tr("正在导入 %1").arg(QFileInfo(path).fileName()),
                                   options.snapshot.isEmpty());
-            MinuteBarImporter importer(services.store(), choices);
-            importer.setProgress([&](int done, int total) { return teller(done, total); });
-            outcome = importer.importFile(path);
+            outcome = importMarketFile(services.store(), choices, path,
+                                       [&teller](int done, int total) { return teller(done, total); });
         }
         if (!outcome.isGood()) {
             return outcome.error;

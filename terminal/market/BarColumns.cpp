@@ -1,19 +1,11 @@
 #include "terminal/market/BarColumns.h"
 
-#include <QStringList>
-#include <QTextCodec>
-
 #include <vector>
 
 namespace terminal {
 namespace {
 
-/// The words under which a column is known, in lower case.
-struct Heading {
-    int BarColumns::*column;
-    const char *words;
-};
-const std::vector<Heading> kHeadings{
+const std::vector<KnownHeading<BarColumns>> kHeadings{
     {&BarColumns::dateTime, "datetime dt date_time trade_time bar_time eob 日期时间 交易时间"},
     {&BarColumns::date, "date trade_date 日期"},
     {&BarColumns::clock, "time 时间"},
@@ -29,28 +21,6 @@ const std::vector<Heading> kHeadings{
     {&BarColumns::amount, "amount turnover total_turnover money 成交额 成交金额"},
     {&BarColumns::average, "junjia average avg_price vwap 均价"},
 };
-
-QString decode(QByteArray line) {
-    if (line.startsWith("\xef\xbb\xbf")) {
-        line.remove(0, 3);
-    }
-    QTextCodec::ConverterState state;
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(line.constData(), line.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0) {
-        return text;
-    }
-    QTextCodec *chinese = QTextCodec::codecForName("GB18030");
-    return chinese ? chinese->toUnicode(line) : text;
-}
-
-int BarColumns::*columnOf(const QString &word) {
-    for (const Heading &heading : kHeadings) {
-        if (QString::fromUtf8(heading.words).split(QLatin1Char(' ')).contains(word)) {
-            return heading.column;
-        }
-    }
-    return nullptr;
-}
 
 QString findMissing(const BarColumns &columns) {
     const std::vector<std::pair<int, const char *>> needed{{columns.open, "open"},
@@ -71,32 +41,10 @@ QString findMissing(const BarColumns &columns) {
 
 } // namespace
 
-QString recogniseColumns(const QByteArray &headerLine, BarColumns &columns) {
+QString recogniseColumns(const TableHeadings &headings, BarColumns &columns) {
     columns = BarColumns();
-    const QString line = decode(headerLine).trimmed();
-    if (!line.contains(QLatin1Char(','))) {
-        columns.separator = line.contains(QLatin1Char('\t'))  ? '\t'
-                            : line.contains(QLatin1Char(';')) ? ';'
-                                                              : ',';
-    }
-    // What stands between blanks at the edges is trimmed, so an unnamed first column is counted from the raw line.
-    const QStringList headings = decode(headerLine).split(QLatin1Char(columns.separator));
-    columns.count = headings.size();
-    for (int i = 0; i < headings.size(); ++i) {
-        const QString word = headings[i].trimmed().remove(QLatin1Char('"')).toLower();
-        int BarColumns::*column = word.isEmpty() ? nullptr : columnOf(word);
-        if (!column) {
-            continue;
-        }
-        if (columns.*column >= 0) {
-            return QStringLiteral("two columns for \"%1\"").arg(word);
-        }
-        columns.*column = i;
-    }
-    if (columns.dateTime < 0 && columns.date < 0) {
-        std::swap(columns.dateTime, columns.clock); // the clock column has to tell the date too
-    }
-    return findMissing(columns);
+    const QString trouble = findColumns(headings, kHeadings, columns);
+    return trouble.isEmpty() ? findMissing(columns) : trouble;
 }
 
 } // namespace terminal

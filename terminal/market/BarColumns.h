@@ -1,18 +1,16 @@
 #pragma once
 
-#include <QByteArray>
+#include "terminal/market/RowTimes.h"
+#include "terminal/market/TableHeadings.h"
+
 #include <QString>
 
 namespace terminal {
 
 /// Where a file of minute bars has its columns, counted from 0; -1 for one that it does not have.
-struct BarColumns {
+struct BarColumns : TimeColumns {
     char separator = ',';
     int count = 0;
-    int dateTime = -1; ///< date and clock in one
-    int date = -1; ///< both of these, or the one above
-    int clock = -1;
-    int tradingDay = -1; ///< the day that a night bar belongs to
     int symbol = -1;
     int exchange = -1;
     int open = -1;
@@ -25,8 +23,7 @@ struct BarColumns {
 };
 
 /// Recognises the columns by their headings, in any order and letter case, English or Chinese; others are passed
-/// over. The line is UTF-8, with or without a byte order mark, or GB18030. Answers an empty text, or what is wrong: a
-/// heading that is missing or stands twice.
-QString recogniseColumns(const QByteArray &headerLine, BarColumns &columns);
+/// over. Answers an empty text, or what is wrong: a heading that is missing or stands twice.
+QString recogniseColumns(const TableHeadings &headings, BarColumns &columns);
 
 } // namespace terminal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/market/BarFault.h"
 #include "terminal/market/BarRowParser.h"
 #include "terminal/market/MarketCalendar.h"
 #include "terminal/market/MinuteBar.h"
@@ -12,14 +13,6 @@
 #include <vector>
 
 namespace terminal {
-
-/// What is wrong, and on which line of the file.
-struct BarFault {
-    int line = 0;
-    QString reason;
-
-    bool isNone() const { return reason.isEmpty(); }
-};
 
 /// How the rows of one instrument are to be read.
 struct BarReading {

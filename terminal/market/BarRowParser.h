@@ -1,12 +1,11 @@
 #pragma once
 
 #include "terminal/market/BarColumns.h"
+#include "terminal/market/RowTimes.h"
 
 #include <QString>
 
-#include <cstddef>
 #include <string_view>
-#include <vector>
 
 namespace terminal {
 
@@ -29,29 +28,24 @@ struct BarRow {
 /// Reads rows, one line at a time, without looking at any other source of knowledge.
 class BarRowParser {
 public:
-    explicit BarRowParser(const BarColumns &columns) : mColumns(columns) {}
+    explicit BarRowParser(const BarColumns &columns) : mColumns(columns), mTimes(columns) {}
 
     /// Reads a line without its end. Answers an empty text, or what is wrong with it.
     QString parse(std::string_view line, BarRow &row);
     /// Texts of the last row, empty without that column.
-    std::string_view symbol() const { return field(mColumns.symbol); }
-    std::string_view exchange() const { return field(mColumns.exchange); }
-    /// Whether the last line had fewer fields than the heading.
-    bool wasShort() const { return static_cast<int>(mFields.size()) < mColumns.count; }
+    std::string_view symbol() const { return mFields.at(mColumns.symbol); }
+    std::string_view exchange() const { return mFields.at(mColumns.exchange); }
 
     /// Turns clocks that stand as mere digits into minutes: HHMM, HHMMSS or HHMMSSmmm without the leading zeros,
     /// whichever the longest one of the file shows. Answers an empty text, or what is wrong with the clock of `row`.
     QString finish(BarRow &row) const;
 
 private:
-    void split(std::string_view line);
-    std::string_view field(int column) const;
-    QString takeTime(BarRow &row);
-    QString takeNumber(int column, const char *name, double &value) const;
+    static QString takeMinute(const RowTime &time, BarRow &row);
 
     BarColumns mColumns;
-    std::vector<std::string_view> mFields;
-    int mLargestClock = 0;
+    RowFields mFields;
+    RowTimes mTimes;
 };
 
 } // namespace terminal

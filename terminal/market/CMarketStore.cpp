@@ -146,6 +146,21 @@ MinuteBars CMarketStore::bars(qint64 instrument, int day) {
     return bars;
 }
 
+Ticks CMarketStore::ticks(qint64 instrument, int day) {
+    QSqlQuery query(connection());
+    query.setForwardOnly(true);
+    query.prepare(QStringLiteral("SELECT time, price, volume, amount FROM ticks "
+                                 "WHERE instrument = ? AND day = ? ORDER BY ordinal"));
+    query.addBindValue(instrument);
+    query.addBindValue(day);
+    Ticks ticks;
+    for (query.exec(); query.next();) {
+        ticks.push_back({query.value(0).toLongLong(), query.value(1).toDouble(), query.value(2).toDouble(),
+                         query.value(3).toDouble()});
+    }
+    return ticks;
+}
+
 QVector<int> CMarketStore::days(qint64 instrument) {
     QSqlQuery query(connection());
     query.setForwardOnly(true);

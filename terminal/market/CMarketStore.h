@@ -3,6 +3,7 @@
 #include "terminal/market/Catalogue.h"
 #include "terminal/market/MinuteBar.h"
 #include "terminal/market/SqlConnections.h"
+#include "terminal/market/Tick.h"
 
 #include <QString>
 #include <QVector>
@@ -50,6 +51,8 @@ public:
 
     /// Bars of an instrument's day, in the order of time; after-hours minutes included.
     MinuteBars bars(qint64 instrument, int day);
+    /// Ticks of an instrument's day, in the order in which they happened; empty when only bars are known.
+    Ticks ticks(qint64 instrument, int day);
     /// Days of an instrument that have bars, ascending.
     QVector<int> days(qint64 instrument);
     std::optional<DaySummary> summary(qint64 instrument, int day);

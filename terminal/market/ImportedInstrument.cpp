@@ -3,6 +3,9 @@
 #include "terminal/market/MarketSessions.h"
 
 #include <QHash>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace terminal {
 namespace {
@@ -69,6 +72,52 @@ InstrumentName readSymbol(const QString &symbol, const QString &exchange) {
         return {front, name.code.mid(2)};
     }
     return name;
+}
+
+InstrumentName instrumentOfFileName(const QString &fileName) {
+    const QString base = fileName.left(fileName.lastIndexOf(QLatin1Char('.')));
+    for (const QString &part : base.split(QRegularExpression(QStringLiteral("[_\\s-]")))) {
+        const InstrumentName name = readSymbol(part, {});
+        if (!name.market.isEmpty() && !name.code.isEmpty()) {
+            return name;
+        }
+    }
+    return {};
+}
+
+QString likelyMarket(const QString &code) {
+    static const QRegularExpression share(QStringLiteral("^\\d{6}$"));
+    if (!share.match(code).hasMatch()) {
+        return {};
+    }
+    switch (code[0].digitValue()) {
+    case 5:
+    case 6:
+        return QStringLiteral("SH");
+    case 0:
+    case 1:
+    case 3:
+        return code.startsWith(QLatin1String("11")) ? QStringLiteral("SH") : QStringLiteral("SZ");
+    case 4:
+    case 8:
+    case 9:
+        return QStringLiteral("BJ");
+    default:
+        return {};
+    }
+}
+
+int observedNightEnd(const std::vector<int> &minutes) {
+    int evening = 0;
+    int morning = 0;
+    for (const int minute : minutes) {
+        evening = minute >= 1260 ? std::max(evening, minute) : evening;
+        morning = minute < 300 && minute > 0 ? std::max(morning, minute) : morning;
+    }
+    if (morning > 0 || evening > 1380) {
+        return morning > 60 ? 150 : 60;
+    }
+    return evening > 0 ? 1380 : 0;
 }
 
 Instrument newInstrument(const InstrumentName &name, double priceTick, int nightEnd) {

@@ -2,7 +2,7 @@
 
 #include "terminal/market/Instrument.h"
 
-#include <string_view>
+#include <vector>
 
 namespace terminal {
 
@@ -15,6 +15,18 @@ struct InstrumentName {
 /// Reads a symbol such as "600519", "000001.SZ", "000001.XSHG" or "SZ000001", and the exchange that stands beside
 /// it. A suffix or exchange that is none of the known ones leaves the market empty.
 InstrumentName readSymbol(const QString &symbol, const QString &exchange);
+
+/// The instrument that the name of a file tells by a symbol with its exchange, as "tick_000001.SZ_20180903.csv" or
+/// "SZ000001.csv"; empty when there is none.
+InstrumentName instrumentOfFileName(const QString &fileName);
+
+/// The market that a share code is of as a rule, by its first digit: "SH", "SZ" or "BJ"; empty for other codes. Indexes
+/// may be of another.
+QString likelyMarket(const QString &code);
+
+/// Where the night of a product that is not known ends, by the minutes since midnight at which it traded: 1380, 60,
+/// 150, or 0 without a night.
+int observedNightEnd(const std::vector<int> &minutes);
 
 /// The record of an instrument that the store does not have: kind and types by the ranges of codes of its market, the
 /// sessions of its market. `nightEnd` is where the night session of a future of an unknown product ends, in minutes, 0

@@ -32,22 +32,28 @@ DaySummary summarize(int day, BarSource source, const MinuteBars &bars) {
 }
 
 MarketWriter::MarketWriter(CMarketStore &store)
-    : mStore(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteDay(mDatabase),
-      mInsertBar(mDatabase) {
+    : mStore(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteBars(mDatabase),
+      mInsertBar(mDatabase), mInsertTick(mDatabase) {
     mOpen = runText(QStringLiteral("BEGIN IMMEDIATE"));
     if (!mOpen) {
         return;
     }
-    mInsertDay.prepare(QStringLiteral("INSERT INTO days VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    mDeleteDay.prepare(QStringLiteral("DELETE FROM days WHERE instrument = ? AND day = ?"));
+    mInsertDay.prepare(QStringLiteral(
+        "INSERT INTO days VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) "
+        "ON CONFLICT (instrument, day) DO UPDATE SET source = excluded.source, "
+        "open = excluded.open, high = excluded.high, low = excluded.low, close = excluded.close, "
+        "volume = excluded.volume, amount = excluded.amount"));
+    mDeleteBars.prepare(QStringLiteral("DELETE FROM minute_bars WHERE instrument = ? AND day = ?"));
+    mInsertTick.prepare(QStringLiteral("INSERT INTO ticks VALUES (?, ?, ?, ?, ?, ?, ?)"));
     mInsertBar.prepare(QStringLiteral("INSERT INTO minute_bars VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
 }
 
 MarketWriter::~MarketWriter() {
     if (mOpen) {
         mInsertDay.finish();
-        mDeleteDay.finish();
+        mDeleteBars.finish();
         mInsertBar.finish();
+        mInsertTick.finish();
         QSqlQuery(mDatabase).exec(QStringLiteral("ROLLBACK"));
     }
 }
@@ -124,8 +130,8 @@ bool MarketWriter::putTradingDay(const QString &market, const QDate &date, bool 
 }
 
 bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars) {
-    mDeleteDay.bindValue(0, instrument);
-    mDeleteDay.bindValue(1, day);
+    mDeleteBars.bindValue(0, instrument);
+    mDeleteBars.bindValue(1, day);
     const DaySummary summary = summarize(day, source, bars);
     mInsertDay.bindValue(0, instrument);
     mInsertDay.bindValue(1, day);
@@ -136,7 +142,7 @@ bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const Mi
     mInsertDay.bindValue(6, summary.close);
     mInsertDay.bindValue(7, summary.volume);
     mInsertDay.bindValue(8, summary.amount);
-    if (!run(mDeleteDay) || !run(mInsertDay)) {
+    if (!run(mDeleteBars) || !run(mInsertDay)) {
         return false;
     }
     mInsertBar.bindValue(0, instrument);
@@ -155,6 +161,17 @@ bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const Mi
         }
     }
     return true;
+}
+
+bool MarketWriter::putTick(qint64 instrument, int day, int ordinal, const Tick &tick) {
+    mInsertTick.bindValue(0, instrument);
+    mInsertTick.bindValue(1, day);
+    mInsertTick.bindValue(2, ordinal);
+    mInsertTick.bindValue(3, tick.time);
+    mInsertTick.bindValue(4, tick.price);
+    mInsertTick.bindValue(5, tick.volume);
+    mInsertTick.bindValue(6, tick.amount);
+    return run(mInsertTick);
 }
 
 bool MarketWriter::putNote(const QString &name, const QString &value) {
@@ -209,8 +226,9 @@ bool MarketWriter::addPortfolio(const Portfolio &portfolio) {
 
 bool MarketWriter::commit() {
     mInsertDay.finish();
-    mDeleteDay.finish();
+    mDeleteBars.finish();
     mInsertBar.finish();
+    mInsertTick.finish();
     if (!runText(QStringLiteral("COMMIT"))) {
         return false;
     }

@@ -25,8 +25,10 @@ public:
     qint64 putInstrument(const Instrument &instrument);
     /// Declares a date of a market open or closed.
     bool putTradingDay(const QString &market, const QDate &date, bool open);
-    /// Replaces a day of an instrument by these bars, in ascending time.
+    /// Replaces a day of an instrument by these bars, in ascending time. Its ticks stay.
     bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars);
+    /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0.
+    bool putTick(qint64 instrument, int day, int ordinal, const Tick &tick);
     bool putNote(const QString &name, const QString &value);
 
     // The members of these are named by key and have to be in the store.
@@ -49,8 +51,9 @@ private:
     CMarketStore &mStore;
     QSqlDatabase mDatabase;
     QSqlQuery mInsertDay;
-    QSqlQuery mDeleteDay;
+    QSqlQuery mDeleteBars;
     QSqlQuery mInsertBar;
+    QSqlQuery mInsertTick;
     bool mOpen = false;
     QString mError;
 };

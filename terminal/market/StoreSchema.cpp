@@ -76,6 +76,15 @@ const QVector<QStringList> &migrations() {
                            "instrument INTEGER NOT NULL REFERENCES instruments (id) ON DELETE CASCADE, "
                            "quantity REAL NOT NULL, PRIMARY KEY (portfolio, instrument)) WITHOUT ROWID"),
         },
+        {
+            // The rows of a day are in the order in which they happened; many share a time.
+            QStringLiteral("CREATE TABLE ticks ("
+                           "instrument INTEGER NOT NULL, day INTEGER NOT NULL, ordinal INTEGER NOT NULL, "
+                           "time INTEGER NOT NULL, price REAL NOT NULL, volume REAL NOT NULL, "
+                           "amount REAL NOT NULL, PRIMARY KEY (instrument, day, ordinal), "
+                           "FOREIGN KEY (instrument, day) REFERENCES days (instrument, day) ON DELETE CASCADE) "
+                           "WITHOUT ROWID"),
+        },
     };
     return steps;
 }

@@ -17,8 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     };
     const std::string_view heading = takeLine();
     terminal::BarColumns columns;
-    if (!terminal::recogniseColumns(QByteArray(heading.data(), static_cast<int>(heading.size())), columns)
-             .isEmpty()) {
+    const QByteArray line(heading.data(), static_cast<int>(heading.size()));
+    if (!terminal::recogniseColumns(terminal::readHeadings(line), columns).isEmpty()) {
         return 0;
     }
     terminal::BarRowParser parser(columns);

@@ -13,13 +13,13 @@ const QByteArray kPlain("datetime,open,high,low,close,volume");
 
 BarColumns columnsOf(const QByteArray &header) {
     BarColumns columns;
-    EXPECT_EQ(recogniseColumns(header, columns).toStdString(), "");
+    EXPECT_EQ(recogniseColumns(readHeadings(header), columns).toStdString(), "");
     return columns;
 }
 
 std::string columnTrouble(const QByteArray &header) {
     BarColumns columns;
-    return recogniseColumns(header, columns).toStdString();
+    return recogniseColumns(readHeadings(header), columns).toStdString();
 }
 
 /// What is wrong with a row under a heading.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "terminal/market/CMarketStore.h"
+#include "terminal/market/ImportOptions.h"
+#include "terminal/market/MarketFill.h"
+
+#include <QString>
+
+namespace terminal {
+
+/// Imports a file of minute bars, trades or snapshots, whichever its headings show: in whole, or not at all. `progress`
+/// hears thousandths; answering false stops the import.
+ImportOutcome importMarketFile(CMarketStore &store, const ImportOptions &options, const QString &path,
+                               const Progress &progress = {});
+
+} // namespace terminal

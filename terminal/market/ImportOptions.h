@@ -1,0 +1,41 @@
+#pragma once
+
+#include "terminal/market/TickColumns.h"
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+namespace terminal {
+
+/// What a file of market data may leave open.
+struct ImportOptions {
+    QString market; ///< market word, when the file does not tell
+    QString code; ///< code of the one instrument, when the file does not tell
+    std::optional<bool>
+        volumeInLots; ///< of 100 shares; without it the amounts decide, and shares when there are none
+    std::optional<bool>
+        labelAtStart; ///< minutes are labelled by their start; by their end when nothing is said
+    QString name{}; ///< of the one instrument, when the store does not have it yet; else its code
+};
+
+/// What was imported of one instrument.
+struct ImportedBars {
+    QString key;
+    int firstDay = 0; ///< trading days, seconds since the epoch at their midnight (UTC+8)
+    int lastDay = 0;
+    int bars = 0; ///< minutes that are new or took the place of simulated ones
+    int ticks = 0; ///< trades, and snapshots between which something was traded
+};
+
+/// Outcome of an import.
+struct ImportOutcome {
+    QString error; ///< empty, or one line "FILE:LINE: reason"
+    QVector<ImportedBars> instruments;
+    int rows = 0; ///< rows read
+
+    bool isGood() const { return error.isEmpty(); }
+};
+
+} // namespace terminal

@@ -1,0 +1,86 @@
+#include "terminal/market/ImportText.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+constexpr int kRowsBetweenReports = 20000;
+constexpr qint64 kLargestFile = 1900LL * 1000 * 1000; ///< bytes
+
+} // namespace
+
+const QString &ImportText::stopped() {
+    static const QString text = QStringLiteral("the import was stopped");
+    return text;
+}
+
+QString ImportText::located(const QString &path, const BarFault &fault) {
+    return fault.line > 0 ? QStringLiteral("%1:%2: %3").arg(path).arg(fault.line).arg(fault.reason)
+                          : QStringLiteral("%1: %2").arg(path, fault.reason);
+}
+
+BarFault ImportText::open(const QString &path) {
+    QFile file(path);
+    if (QFileInfo(path).isDir()) {
+        return {0, QStringLiteral("cannot be read: it is a folder")};
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {0, QStringLiteral("cannot be read: %1").arg(file.errorString())};
+    }
+    if (file.size() > kLargestFile) {
+        return {0, QStringLiteral("larger than %1 MB: split it by days").arg(kLargestFile / 1000000)};
+    }
+    mContent = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return {0, QStringLiteral("cannot be read: %1").arg(file.errorString())};
+    }
+    if (mContent.isEmpty()) {
+        return {1, QStringLiteral("the file is empty")};
+    }
+    const size_t zero = text().find('\0');
+    if (zero != std::string_view::npos) {
+        const auto line =
+            std::count(mContent.begin(), mContent.begin() + static_cast<std::ptrdiff_t>(zero), '\n') + 1;
+        return {static_cast<int>(line), QStringLiteral("a binary file, not a text of minute bars")};
+    }
+    return {};
+}
+
+TableHeadings ImportText::headings() const {
+    const int end = mContent.indexOf('\n');
+    return readHeadings(end < 0 ? mContent : mContent.left(end));
+}
+
+BarFault ImportText::eachRow(const TakeRow &take, const Report &goesOn) const {
+    const std::string_view all = text();
+    bool any = false;
+    int line = 1;
+    size_t end = all.find('\n');
+    for (size_t start = end; start != std::string_view::npos && start + 1 < all.size(); start = end) {
+        ++line;
+        end = all.find('\n', start + 1);
+        if (end == std::string_view::npos) {
+            return {line, QStringLiteral("the file ends in the middle of a line")};
+        }
+        const std::string_view row = all.substr(start + 1, end - start - 1);
+        if (row.find_first_not_of(" \t\r") == std::string_view::npos) {
+            continue;
+        }
+        any = true;
+        BarFault fault = take(line, row);
+        if (!fault.isNone()) {
+            return fault;
+        }
+        if (line % kRowsBetweenReports == 0 &&
+            !goesOn(static_cast<double>(start) / static_cast<double>(all.size()))) {
+            return {line, stopped()};
+        }
+    }
+    return any ? BarFault() : BarFault{line, QStringLiteral("the file has no rows")};
+}
+
+} // namespace terminal

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "terminal/market/BarFault.h"
+#include "terminal/market/TableHeadings.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <string_view>
+
+namespace terminal {
+
+/// A file of market data: a heading line and rows.
+class ImportText {
+public:
+    /// What a row is given to: its line of the file and its text without the end of the line.
+    using TakeRow = std::function<BarFault(int line, std::string_view row)>;
+    /// Hears now and then which part of the text is done; answering false stops the reading.
+    using Report = std::function<bool(double part)>;
+
+    /// The fault of a reading that was stopped.
+    static const QString &stopped();
+    /// One line for a fault of a file; a line of 0 is of no row.
+    static QString located(const QString &path, const BarFault &fault);
+
+    /// Reads the file. A fault when it cannot be read, is empty or is no text.
+    BarFault open(const QString &path);
+    TableHeadings headings() const;
+    /// Hands over every row that is not blank; the first fault ends the reading. A fault when there is no row, or the
+    /// file ends in the middle of a line.
+    BarFault eachRow(const TakeRow &take, const Report &goesOn) const;
+
+private:
+    std::string_view text() const { return {mContent.constData(), static_cast<size_t>(mContent.size())}; }
+
+    QByteArray mContent;
+};
+
+} // namespace terminal

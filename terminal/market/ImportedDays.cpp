@@ -1,0 +1,78 @@
+#include "terminal/market/ImportedDays.h"
+
+#include "terminal/market/MarketDate.h"
+
+namespace terminal {
+namespace {
+
+/// All that an import can change of a bar but for its average, which depends on the day's other bars.
+bool sameTrade(const MinuteBar &a, const MinuteBar &b) {
+    return a.open == b.open && a.high == b.high && a.low == b.low && a.price == b.price &&
+           a.volume == b.volume && a.amount == b.amount;
+}
+
+} // namespace
+
+bool isShareMarket(const QString &market) {
+    return market == QLatin1String("SH") || market == QLatin1String("SZ") || market == QLatin1String("BJ");
+}
+
+double volumeUnit(const ImportOptions &options, const QString &market, double money, double weighed) {
+    if (options.volumeInLots) {
+        return *options.volumeInLots ? kLot : 1.0;
+    }
+    // Money by price and volume is near 1 when the volume is in shares, and near 100 when it is in lots.
+    const double ratio = isShareMarket(market) && weighed > 0.0 ? money / weighed : 1.0;
+    return ratio > kLot / 2.0 && ratio < kLot * 2.0 ? kLot : 1.0;
+}
+
+BarFault ImportedDays::put(const Instrument &instrument, const QDate &day, MinuteBars bars,
+                           const LineOf &lineOf) {
+    BarFault clash = mergeStored(instrument, dayOf(day), lineOf, bars);
+    if (clash.isNone()) {
+        fillAverages(bars);
+        mWriter.putDay(instrument.id, dayOf(day), BarSource::Imported, bars);
+    }
+    return clash;
+}
+
+void ImportedDays::putCalendar(const QString &market, const BarDays &days) {
+    for (const QDate &day : days.unknownDays) {
+        mWriter.putTradingDay(market, day, true);
+    }
+    for (const QDate &day : days.restDays) {
+        mWriter.putTradingDay(market, day, false);
+    }
+}
+
+/// Adds the bars of the day that an earlier import left in the store.
+BarFault ImportedDays::mergeStored(const Instrument &instrument, int day, const LineOf &lineOf,
+                                   MinuteBars &bars) {
+    const std::optional<DaySummary> summary = mStore.summary(instrument.id, day);
+    if (!summary || summary->source != BarSource::Imported) {
+        return {};
+    }
+    MinuteBars merged;
+    const MinuteBars stored = mStore.bars(instrument.id, day);
+    auto old = stored.begin();
+    for (const MinuteBar &bar : bars) {
+        for (; old != stored.end() && old->time < bar.time; ++old) {
+            merged.push_back(*old);
+        }
+        if (old != stored.end() && old->time == bar.time) {
+            if (!sameTrade(*old, bar)) {
+                return {lineOf(bar.time),
+                        QStringLiteral("%1 of %2 is in the store with other values")
+                            .arg(marketDateTime(bar.time).toString(QStringLiteral("yyyy-MM-dd HH:mm")),
+                                 instrument.key())};
+            }
+            ++old;
+        }
+        merged.push_back(bar);
+    }
+    merged.insert(merged.end(), old, stored.end());
+    bars = std::move(merged);
+    return {};
+}
+
+} // namespace terminal

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "terminal/market/BarDays.h"
+#include "terminal/market/ImportOptions.h"
+#include "terminal/market/MarketWriter.h"
+
+#include <functional>
+
+namespace terminal {
+
+/// Shares of a lot.
+constexpr double kLot = 100.0;
+
+/// Whether a market is one of mainland shares, in which a lot is 100 of them.
+bool isShareMarket(const QString &market);
+/// Shares or contracts in one unit of a file's volume: as the user says, else by the money of all trades and the sum
+/// of their prices weighed by volume, which are near each other when the volume is in shares.
+double volumeUnit(const ImportOptions &options, const QString &market, double money, double weighed);
+
+/// Takes the days of an import into a store, through one writer. Simulated days give way; minutes that were imported
+/// before have to be the same.
+class ImportedDays {
+public:
+    /// Tells the line of the file that a minute comes from, by its time.
+    using LineOf = std::function<int(qint64 time)>;
+
+    ImportedDays(CMarketStore &store, MarketWriter &writer) : mStore(store), mWriter(writer) {}
+
+    /// Adds the bars of a day of an instrument.
+    BarFault put(const Instrument &instrument, const QDate &day, MinuteBars bars, const LineOf &lineOf);
+    /// Notes the dates that the bars have shown to be trading days, or none.
+    void putCalendar(const QString &market, const BarDays &days);
+
+private:
+    BarFault mergeStored(const Instrument &instrument, int day, const LineOf &lineOf, MinuteBars &bars);
+
+    CMarketStore &mStore;
+    MarketWriter &mWriter;
+};
+
+} // namespace terminal

@@ -1,0 +1,234 @@
+#include "terminal/market/TickImporter.h"
+
+#include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketSessions.h"
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+constexpr double kReadingPart = 0.25; ///< of the whole work
+constexpr int kTicksBetweenReports = 10000;
+
+/// Brings the figures of ticks into shares or contracts, and the money of trades that do not tell it to price by
+/// volume where one unit of a volume costs the price.
+void convert(std::vector<PlacedTick> &ticks, double unit, bool hasMoney, bool moneyIsPrice) {
+    for (PlacedTick &placed : ticks) {
+        placed.tick.volume *= unit;
+        if (!hasMoney) {
+            placed.tick.amount = moneyIsPrice ? placed.tick.price * placed.tick.volume : 0.0;
+        }
+    }
+}
+
+double unitOf(const std::vector<PlacedTick> &ticks, const ImportOptions &options, const Instrument &instrument,
+              bool hasMoney) {
+    double money = 0.0;
+    double weighed = 0.0;
+    for (const PlacedTick &placed : ticks) {
+        money += placed.tick.amount;
+        weighed += placed.tick.price * placed.tick.volume;
+    }
+    return volumeUnit(options, instrument.market, hasMoney ? money : weighed, weighed);
+}
+
+} // namespace
+
+bool TickImporter::goesOn(double part) const {
+    return !mProgress || mProgress(static_cast<int>(part * 1000.0), 1000);
+}
+
+ImportOutcome TickImporter::importFile(const QString &path) {
+    ImportOutcome outcome;
+    BarFault fault = readRows(path, outcome);
+    if (fault.isNone()) {
+        MarketWriter writer(mStore);
+        fault = storeAll(writer, outcome);
+        if (fault.isNone() && !writer.commit()) {
+            outcome.error = writer.error();
+        }
+    }
+    if (!fault.isNone()) {
+        outcome.error = ImportText::located(path, fault);
+    }
+    if (!outcome.isGood()) {
+        outcome.instruments.clear();
+    }
+    return outcome;
+}
+
+BarFault TickImporter::readRows(const QString &path, ImportOutcome &outcome) {
+    BarFault fault = checkMarket(mOptions);
+    ImportText text;
+    if (fault.isNone()) {
+        fault = text.open(path);
+    }
+    if (!fault.isNone()) {
+        return fault;
+    }
+    const QString trouble = recogniseTickColumns(text.headings(), mColumns);
+    if (!trouble.isEmpty()) {
+        return {1, trouble};
+    }
+    mGroups.clear();
+    RowInstruments instruments(mOptions, path);
+    TickRowParser parser(mColumns);
+    const auto takeRow = [&](int line, std::string_view rowText) -> BarFault {
+        TickRow row;
+        row.line = line;
+        const QString wrong = parser.parse(rowText, row);
+        if (!wrong.isEmpty()) {
+            return {line, wrong};
+        }
+        size_t number = 0;
+        BarFault unnamed = instruments.find(line, parser.symbol(), parser.exchange(), number);
+        if (unnamed.isNone()) {
+            if (number == mGroups.size()) {
+                mGroups.push_back({{}, parser.previousClose()});
+            }
+            mGroups[number].rows.push_back(row);
+            ++outcome.rows;
+        }
+        return unnamed;
+    };
+    fault = text.eachRow(takeRow, [this](double part) { return goesOn(part * kReadingPart); });
+    mNames = instruments.names();
+    return fault.isNone() ? finishRows(parser) : fault;
+}
+
+BarFault TickImporter::finishRows(const TickRowParser &parser) {
+    mTotal = mStored = 0.0;
+    for (Group &group : mGroups) {
+        for (TickRow &row : group.rows) {
+            const QString wrong = parser.finish(row);
+            if (!wrong.isEmpty()) {
+                return {row.line, wrong};
+            }
+        }
+        mTotal += static_cast<double>(group.rows.size());
+    }
+    return {};
+}
+
+BarFault TickImporter::storeAll(MarketWriter &writer, ImportOutcome &outcome) {
+    for (size_t i = 0; i < mGroups.size() && writer.isGood(); ++i) {
+        ImportedBars imported;
+        BarFault fault = store(writer, mNames[i], mGroups[i], imported);
+        if (!fault.isNone()) {
+            return fault;
+        }
+        outcome.instruments.append(imported);
+    }
+    return {};
+}
+
+/// The record that the store has of an instrument, or a new one without a row.
+Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &group) const {
+    if (const Instrument *known = mStore.catalogue()->find(name.market + name.code)) {
+        return *known;
+    }
+    std::vector<BarRow> prices;
+    std::vector<int> minutes;
+    double before = 0.0;
+    for (const TickRow &row : group.rows) {
+        if (row.volume > 0.0 && row.price != before) {
+            before = row.price;
+            BarRow price;
+            price.high = price.low = price.close = row.price;
+            prices.push_back(price);
+            minutes.push_back(row.time.clock / 60000);
+        }
+    }
+    Instrument instrument = newInstrument(name, priceStep(prices), observedNightEnd(minutes));
+    instrument.name = mOptions.name.isEmpty() ? instrument.name : mOptions.name;
+    instrument.lastClose = group.previousClose > 0.0 ? group.previousClose : instrument.lastClose;
+    return instrument;
+}
+
+BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, Group &group,
+                             ImportedBars &imported) {
+    const int line = group.rows.front().line;
+    Instrument instrument = instrumentOf(name, group);
+    std::vector<PlacedTick> ticks;
+    BarFault fault = placeTicks(group.rows, mColumns.kind, instrument.sessions, ticks);
+    if (!fault.isNone()) {
+        return fault;
+    }
+    if (ticks.empty()) {
+        return {line, QStringLiteral("nothing was traded of %1").arg(instrument.key())};
+    }
+    mTotal -= static_cast<double>(group.rows.size() - ticks.size());
+    group.rows = std::vector<TickRow>(); // a large file's memory
+    const bool hasMoney = mColumns.amount >= 0;
+    convert(ticks, unitOf(ticks, mOptions, instrument, hasMoney), hasMoney, !isFuturesMarket(name.market));
+    BarReading reading;
+    reading.sessions = instrument.sessions;
+    reading.calendar = mStore.catalogue()->calendar(instrument.market);
+    std::vector<BarRow> minutes = minutesOfTicks(ticks);
+    BarDays days;
+    fault = sortIntoDays(minutes, reading, days);
+    if (fault.isNone() && instrument.id == 0) {
+        instrument.id = writer.putInstrument(instrument);
+    }
+    return fault.isNone() ? storeDays(writer, instrument, days, ticks, imported) : fault;
+}
+
+BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrument, const BarDays &days,
+                                 const std::vector<PlacedTick> &ticks, ImportedBars &imported) {
+    ImportedDays bars(mStore, writer);
+    const QMap<QDate, std::vector<PlacedTick>> byDay = ticksOfDays(ticks, days);
+    for (auto day = days.days.begin(); day != days.days.end() && writer.isGood(); ++day) {
+        const std::vector<PlacedTick> &ticksOfDay = byDay[day.key()];
+        const auto lineOf = [&ticksOfDay](qint64 time) {
+            const auto found =
+                std::find_if(ticksOfDay.begin(), ticksOfDay.end(), [time](const PlacedTick &tick) {
+                    return timeOf(calendarDate(tick.date), tick.minute) == time;
+                });
+            return found == ticksOfDay.end() ? 0 : found->line;
+        };
+        BarFault fault = bars.put(instrument, day.key(), *day, lineOf);
+        if (fault.isNone()) {
+            fault = putTicks(writer, instrument, day.key(), ticksOfDay);
+        }
+        if (!fault.isNone()) {
+            return fault;
+        }
+        imported.bars += static_cast<int>(day->size());
+        imported.ticks += static_cast<int>(ticksOfDay.size());
+    }
+    bars.putCalendar(instrument.market, days);
+    imported.key = instrument.key();
+    imported.firstDay = dayOf(days.days.firstKey());
+    imported.lastDay = dayOf(days.days.lastKey());
+    return {};
+}
+
+BarFault TickImporter::putTicks(MarketWriter &writer, const Instrument &instrument, const QDate &day,
+                                const std::vector<PlacedTick> &ticks) {
+    const Ticks stored = mStore.ticks(instrument.id, dayOf(day));
+    if (!stored.empty()) {
+        const auto same = [](const PlacedTick &placed, const Tick &tick) { return placed.tick == tick; };
+        const auto other = std::mismatch(ticks.begin(), ticks.end(), stored.begin(), stored.end(), same);
+        if (other.first == ticks.end() && other.second == stored.end()) {
+            return {};
+        }
+        return {other.first == ticks.end() ? ticks.back().line : other.first->line,
+                QStringLiteral("%1 of %2 is in the store with other ticks")
+                    .arg(day.toString(Qt::ISODate), instrument.key())};
+    }
+    int ordinal = 0;
+    for (const PlacedTick &placed : ticks) {
+        if (!writer.putTick(instrument.id, dayOf(day), ordinal, placed.tick)) {
+            break;
+        }
+        if (++ordinal % kTicksBetweenReports == 0 &&
+            !goesOn(kReadingPart + (1.0 - kReadingPart) * (mStored + ordinal) / mTotal)) {
+            return {placed.line, ImportText::stopped()};
+        }
+    }
+    mStored += ordinal;
+    return {};
+}
+
+} // namespace terminal

@@ -1,0 +1,47 @@
+#include "terminal/market/TickRowParser.h"
+
+#include <cmath>
+
+namespace terminal {
+namespace {
+
+/// The nearest multiple of a millionth: files tell 8.18 as 8.179999999999999.
+double withoutNoise(double price) {
+    constexpr double kFinest = 1e6;
+    constexpr double kLargest = 1e9; ///< beyond it there is no digit to spare
+    return price < kLargest ? std::round(price * kFinest) / kFinest : price;
+}
+
+} // namespace
+
+QString TickRowParser::parse(std::string_view line, TickRow &row) {
+    mFields.split(line, mColumns.separator);
+    if (mFields.count() != mColumns.count) {
+        return QStringLiteral("%1 fields where the heading has %2").arg(mFields.count()).arg(mColumns.count);
+    }
+    QString trouble = mTimes.read(mFields, row.time);
+    struct Number {
+        int column;
+        const char *name;
+        double &value;
+    };
+    mPreviousClose = 0.0;
+    const Number numbers[] = {
+        {mColumns.price, "price", row.price},    {mColumns.volume, "volume", row.volume},
+        {mColumns.amount, "amount", row.amount}, {mColumns.high, "high", row.high},
+        {mColumns.low, "low", row.low},          {mColumns.previousClose, "previous close", mPreviousClose}};
+    for (const Number &number : numbers) {
+        if (trouble.isEmpty()) {
+            trouble = mFields.takeNumber(number.column, number.name, number.value);
+        }
+    }
+    for (double *price : {&row.price, &row.high, &row.low, &mPreviousClose}) {
+        *price = withoutNoise(*price);
+    }
+    if (trouble.isEmpty() && row.volume > 0.0 && row.price <= 0.0) {
+        trouble = QStringLiteral("a price of zero");
+    }
+    return trouble;
+}
+
+} // namespace terminal
