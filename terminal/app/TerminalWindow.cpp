@@ -5,19 +5,15 @@
 #include "host/toolkit/Text.h"
 #include "host/windows/CFormulaEditorManager.h"
 #include "terminal/app/ChartPane.h"
-#include "terminal/app/ImportJob.h"
+#include "terminal/app/ImportDialog.h"
 #include "terminal/app/InstrumentBox.h"
 #include "terminal/app/MessagePanel.h"
 #include "terminal/market/MarketDate.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -123,7 +119,7 @@ void TerminalWindow::buildControls(QWidget *row) {
         const bool dark = GZ::CUiResource::instance().theme() == QLatin1String("dark");
         setThemeName(dark ? QStringLiteral("light") : QStringLiteral("dark"));
     });
-    connect(mImport, &QPushButton::clicked, this, &TerminalWindow::chooseFile);
+    connect(mImport, &QPushButton::clicked, this, [this] { openImport(); });
 }
 
 void TerminalWindow::buildStatus(QWidget *row) {
@@ -134,22 +130,9 @@ void TerminalWindow::buildStatus(QWidget *row) {
     mStatus->setObjectName(QStringLiteral("status"));
     mStatus->setTextFormat(Qt::PlainText);
     mStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    mProgress = new QProgressBar(row);
-    mProgress->setFixedWidth(160);
-    mStop = new QPushButton(tr("停止"), row);
-    mStop->setObjectName(QStringLiteral("stop"));
     mClock = new QLabel(row);
     layout->addWidget(mStatus, 1);
-    layout->addWidget(mProgress);
-    layout->addWidget(mStop);
     layout->addWidget(mClock);
-    mProgress->hide();
-    mStop->hide();
-    connect(mStop, &QPushButton::clicked, this, [this] {
-        if (mJob) {
-            mJob->stop();
-        }
-    });
 }
 
 bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
@@ -259,47 +242,24 @@ void TerminalWindow::applyTheme() {
     mTheme->setText(theme.theme() == QLatin1String("dark") ? tr("浅色") : tr("深色"));
 }
 
-void TerminalWindow::chooseFile() {
-    const QString path = QFileDialog::getOpenFileName(this, tr("导入分钟线"), QString(),
-                                                      tr("分钟线文件 (*.csv *.txt);;所有文件 (*)"), nullptr,
-                                                      QFileDialog::DontUseNativeDialog);
-    if (!path.isEmpty()) {
-        importFile(path);
+ImportDialog *TerminalWindow::openImport(const QStringList &files) {
+    if (!mImportDialog) {
+        mImportDialog = new ImportDialog(mServices.store(), this);
+        connect(mImportDialog, &ImportDialog::imported, this, &TerminalWindow::onImported);
     }
+    for (const QString &file : files) {
+        mImportDialog->addFile(file);
+    }
+    mImportDialog->show();
+    mImportDialog->activateWindow();
+    return mImportDialog;
 }
 
-void TerminalWindow::importFile(const QString &path) {
-    if (mJob) {
-        say(tr("正在导入，请稍候"), true);
-        return;
-    }
-    mJob = std::make_unique<ImportJob>(mServices.store(), path, ImportOptions());
-    connect(mJob.get(), &ImportJob::progress, this, [this](int done, int total) {
-        mProgress->setRange(0, total);
-        mProgress->setValue(done);
-    });
-    connect(mJob.get(), &ImportJob::finished, this, &TerminalWindow::onImported);
-    mProgress->setRange(0, 0);
-    mProgress->show();
-    mStop->show();
-    mImport->setEnabled(false);
-    say(tr("正在导入 %1").arg(QFileInfo(path).fileName()));
-    mJob->start();
-}
-
-void TerminalWindow::onImported() {
-    const ImportOutcome outcome = mJob->outcome();
-    mJob.release()->deleteLater(); // it is the sender
-    mProgress->hide();
-    mStop->hide();
-    mImport->setEnabled(true);
-    if (!outcome.isGood() || outcome.instruments.isEmpty()) {
-        say(outcome.error, true);
-        return;
-    }
+void TerminalWindow::onImported(const QString &key, const QDate &day, const QString &text) {
     refreshSearch();
-    showInstrument(outcome.instruments.first().key, dateOf(outcome.instruments.first().lastDay));
-    say(importedText(outcome));
+    if (showInstrument(key, day)) {
+        say(text);
+    }
 }
 
 void TerminalWindow::onSecond() {
@@ -339,7 +299,7 @@ void TerminalWindow::keyPressEvent(QKeyEvent *event) {
     const bool control = event->modifiers() & Qt::ControlModifier;
     const QString text = event->text();
     if (control && event->key() == Qt::Key_O) {
-        chooseFile();
+        openImport();
     } else if (control && event->key() == Qt::Key_T) {
         mTheme->click();
     } else if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
@@ -351,13 +311,6 @@ void TerminalWindow::keyPressEvent(QKeyEvent *event) {
     } else {
         QWidget::keyPressEvent(event);
     }
-}
-
-void TerminalWindow::closeEvent(QCloseEvent *event) {
-    if (mJob) {
-        mJob->stop();
-    }
-    event->accept();
 }
 
 } // namespace terminal

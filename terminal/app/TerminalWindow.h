@@ -5,21 +5,20 @@
 #include "terminal/app/TerminalServices.h"
 
 #include <QDate>
+#include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QWidget>
 
-#include <memory>
-
 class QComboBox;
 class QLabel;
-class QProgressBar;
 class QPushButton;
 
 namespace terminal {
 
 class ChartPane;
-class ImportJob;
+class ImportDialog;
 class InstrumentBox;
 class MessagePanel;
 
@@ -27,7 +26,7 @@ class MessagePanel;
 /// of formulas and models over it when there are any.
 ///
 /// Typing anywhere goes to the instrument box. Page up and page down go to the trading day before and after, space
-/// pauses the exchange and lets it go on, Ctrl+O imports a file, Ctrl+T changes the theme.
+/// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+T changes the theme.
 class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -37,8 +36,8 @@ public:
     /// Shows an instrument; a null day is the running one, or the newest stored one where none runs. False, with the
     /// reason in the status line, when that cannot be.
     bool showInstrument(const QString &key, const QDate &day = {});
-    /// Imports a file of minute bars on a thread of its own, and shows what it holds.
-    void importFile(const QString &path);
+    /// Opens the dialog of imports, or brings it forward, with these files in it. What it imports is shown.
+    ImportDialog *openImport(const QStringList &files = {});
     void setPaused(bool paused);
     void setPace(double pace);
     /// "dark" or "light"; remembered for the next start.
@@ -54,7 +53,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     void buildControls(QWidget *row);
@@ -64,8 +62,7 @@ private:
     void refreshDays();
     void shiftDay(int days);
     void editFormula(const QString &formula);
-    void chooseFile();
-    void onImported();
+    void onImported(const QString &key, const QDate &day, const QString &text);
     void onSecond();
     void tellMessages();
     void say(const QString &text, bool isError = false);
@@ -82,9 +79,7 @@ private:
     QPushButton *mImport = nullptr;
     QLabel *mStatus = nullptr;
     QLabel *mClock = nullptr;
-    QProgressBar *mProgress = nullptr;
-    QPushButton *mStop = nullptr;
-    std::unique_ptr<ImportJob> mJob;
+    QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
     int mMessagesTold = 0;

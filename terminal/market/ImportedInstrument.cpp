@@ -107,6 +107,21 @@ QString likelyMarket(const QString &code) {
     }
 }
 
+InstrumentName completeName(InstrumentName told, const QString &fileName) {
+    const InstrumentName ofFile = instrumentOfFileName(fileName);
+    if (told.code.isEmpty() && !ofFile.code.isEmpty()) {
+        return ofFile;
+    }
+    if (told.code.isEmpty()) {
+        static const QRegularExpression share(QStringLiteral("(?<!\\d)\\d{6}(?!\\d)"));
+        told.code = share.match(fileName).captured();
+    }
+    if (told.market.isEmpty()) {
+        told.market = told.code == ofFile.code ? ofFile.market : likelyMarket(told.code);
+    }
+    return told;
+}
+
 int observedNightEnd(const std::vector<int> &minutes) {
     int evening = 0;
     int morning = 0;

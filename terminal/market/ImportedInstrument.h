@@ -24,6 +24,10 @@ InstrumentName instrumentOfFileName(const QString &fileName);
 /// may be of another.
 QString likelyMarket(const QString &code);
 
+/// What a file tells of an instrument, completed by its name: by a symbol with its exchange, else by a share code of
+/// six digits and the market that it is likely to be of.
+InstrumentName completeName(InstrumentName told, const QString &fileName);
+
 /// Where the night of a product that is not known ends, by the minutes since midnight at which it traded: 1380, 60,
 /// 150, or 0 without a night.
 int observedNightEnd(const std::vector<int> &minutes);

@@ -1,8 +1,10 @@
 #include "host/toolkit/CUiResource.h"
+#include "terminal/app/ImportDialog.h"
 #include "tests/integration/TerminalFixture.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QComboBox>
+#include <QPushButton>
 #include <QTextStream>
 
 #include <cmath>
@@ -169,21 +171,14 @@ TEST_F(TerminalWindowTest, AnImportedFileIsShown) {
     }
     out.flush();
     file.close();
-    mWindow->importFile(path);
+    terminal::ImportDialog *dialog = mWindow->openImport({path});
+    QTest::mouseClick(dialog->findChild<QPushButton *>("start"), Qt::LeftButton);
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return pane().instrument() == "SH600999" && pane().isComplete(); }, 10000))
         << qPrintable(mWindow->status());
     EXPECT_EQ(pane().day(), QDate(2026, 3, 23));
     EXPECT_EQ(pane().pointCount(), 121) << "09:30 is a position of its own, before the first bar";
     EXPECT_EQ(mServices->search().exact("600999"), "SH600999");
-}
-
-TEST_F(TerminalWindowTest, AFileThatCannotBeReadIsToldInTheStatusLine) {
-    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
-    mWindow->importFile(mFolder.path() + "/missing.csv");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mWindow->status().contains("missing.csv:"); }, 10000))
-        << qPrintable(mWindow->status());
-    EXPECT_EQ(pane().instrument(), "SH600000");
 }
 
 TEST_F(TerminalWindowTest, TheThemeChangesEveryColourAndIsRemembered) {

@@ -1,0 +1,214 @@
+#include "terminal/market/ImportPreview.h"
+
+#include "terminal/market/BarDays.h"
+#include "terminal/market/ImportText.h"
+#include "terminal/market/TickRowParser.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QTime>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+constexpr qint64 kPiece = 65536; ///< bytes read of either end
+constexpr int kRows = 200;
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("ImportPreview", text);
+}
+
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+QString shownNumber(double value) {
+    return QString::number(value, 'f', QLocale::FloatingPointShortest);
+}
+
+QString shownTime(int date, int milliseconds) {
+    const QTime clock = QTime::fromMSecsSinceStartOfDay(milliseconds);
+    return calendarDate(date).toString(Qt::ISODate) + clock.toString(milliseconds % 1000 == 0
+                                                                         ? QStringLiteral(" HH:mm:ss")
+                                                                         : QStringLiteral(" HH:mm:ss.zzz"));
+}
+
+int dateOfRow(const BarRow &row) {
+    return row.date;
+}
+
+int dateOfRow(const TickRow &row) {
+    return row.time.date;
+}
+
+QStringList shownRow(const BarRow &row) {
+    return {shownTime(row.date, row.clock * 60000),
+            shownNumber(row.open),
+            shownNumber(row.high),
+            shownNumber(row.low),
+            shownNumber(row.close),
+            shownNumber(row.volume),
+            shownNumber(row.amount)};
+}
+
+QStringList shownRow(const TickRow &row) {
+    return {shownTime(row.time.date, row.time.clock), shownNumber(row.price), shownNumber(row.volume),
+            shownNumber(row.amount)};
+}
+
+/// Reads the two ends of a file into a preview.
+class Previewer {
+public:
+    explicit Previewer(const QString &path) : mPath(path), mFile(path) {}
+
+    ImportPreview preview() {
+        BarFault fault = readEnds();
+        if (fault.isNone()) {
+            const TableHeadings headings = readHeadings(mHead.left(std::max(mHead.indexOf('\n'), 0)));
+            mPreview.kind = kindOfTable(headings);
+            fault = mPreview.kind == ImportKind::Bars ? readBars(headings) : readTicks(headings);
+        }
+        if (!fault.isNone()) {
+            mPreview.error = ImportText::located(mPath, fault);
+        }
+        return mPreview;
+    }
+
+private:
+    BarFault readEnds() {
+        if (QFileInfo(mPath).isDir()) {
+            return {0, QStringLiteral("cannot be read: it is a folder")};
+        }
+        if (!mFile.open(QIODevice::ReadOnly)) {
+            return {0, QStringLiteral("cannot be read: %1").arg(mFile.errorString())};
+        }
+        mHead = mFile.read(kPiece);
+        if (mHead.isEmpty()) {
+            return {1, QStringLiteral("the file is empty")};
+        }
+        mFile.seek(std::max(mFile.size() - kPiece, qint64(0)));
+        mTail = mFile.read(kPiece);
+        return {};
+    }
+
+    BarFault readBars(const TableHeadings &headings) {
+        BarColumns columns;
+        const QString trouble = recogniseColumns(headings, columns);
+        return trouble.isEmpty() ? readRows<BarRowParser, BarRow>(BarRowParser(columns)) : BarFault{1, trouble};
+    }
+
+    BarFault readTicks(const TableHeadings &headings) {
+        TickColumns columns;
+        const QString trouble = recogniseTickColumns(headings, columns);
+        return trouble.isEmpty() ? readRows<TickRowParser, TickRow>(TickRowParser(columns))
+                                 : BarFault{1, trouble};
+    }
+
+    template <class Parser, class Row> BarFault readRows(Parser parser) {
+        std::vector<Row> rows;
+        int start = mHead.indexOf('\n') + 1;
+        const int first = start;
+        for (int line = 2; static_cast<int>(rows.size()) < kRows; ++line) {
+            const int end = mHead.indexOf('\n', start);
+            if (start <= 0 || end < 0) {
+                break;
+            }
+            Row row;
+            row.line = line;
+            const std::string_view text(mHead.constData() + start, static_cast<size_t>(end - start));
+            start = end + 1;
+            if (text.find_first_not_of(" \t\r") == std::string_view::npos) {
+                continue;
+            }
+            const QString wrong = parser.parse(text, row);
+            if (!wrong.isEmpty()) {
+                return {line, wrong};
+            }
+            takeSymbol(parser.symbol(), parser.exchange(), rows.empty());
+            rows.push_back(row);
+        }
+        if (rows.empty()) {
+            return {1, QStringLiteral("the file has no rows")};
+        }
+        const double length = static_cast<double>(start - first) / static_cast<double>(rows.size());
+        mPreview.rowsAbout = static_cast<int>(static_cast<double>(mFile.size() - first) / length + 0.5);
+        return showRows(parser, rows);
+    }
+
+    template <class Parser, class Row> BarFault showRows(Parser &parser, std::vector<Row> &rows) {
+        int firstDate = dateOfRow(rows.front());
+        int lastDate = firstDate;
+        for (Row &row : rows) {
+            const QString wrong = parser.finish(row);
+            if (!wrong.isEmpty()) {
+                return {row.line, wrong};
+            }
+            firstDate = std::min(firstDate, dateOfRow(row));
+            lastDate = std::max(lastDate, dateOfRow(row));
+            mPreview.rows.append(shownRow(row));
+        }
+        Row last;
+        const QByteArray end = mTail.trimmed();
+        const QByteArray line = end.mid(end.lastIndexOf('\n') + 1);
+        if (parser.parse({line.constData(), static_cast<size_t>(line.size())}, last).isEmpty()) {
+            firstDate = std::min(firstDate, dateOfRow(last));
+            lastDate = std::max(lastDate, dateOfRow(last));
+        }
+        mPreview.firstDate = calendarDate(firstDate);
+        mPreview.lastDate = calendarDate(lastDate);
+        return {};
+    }
+
+    void takeSymbol(std::string_view symbol, std::string_view exchange, bool first) {
+        const InstrumentName told = readSymbol(textOf(symbol), textOf(exchange));
+        if (!first) {
+            mPreview.severalInstruments = mPreview.severalInstruments || told.code != mPreview.told.code ||
+                                          told.market != mPreview.told.market;
+            return;
+        }
+        mPreview.told = told;
+        mPreview.guess = completeName(told, QFileInfo(mPath).fileName());
+    }
+
+    const QString mPath;
+    QFile mFile;
+    QByteArray mHead;
+    QByteArray mTail;
+    ImportPreview mPreview;
+};
+
+} // namespace
+
+ImportPreview previewFile(const QString &path) {
+    return Previewer(path).preview();
+}
+
+QStringList previewHeadings(ImportKind kind) {
+    switch (kind) {
+    case ImportKind::Bars:
+        return {tr("时间"), tr("开盘"), tr("最高"), tr("最低"), tr("收盘"), tr("成交量"), tr("成交额")};
+    case ImportKind::Trades:
+        return {tr("时间"), tr("成交价"), tr("成交量"), tr("成交额")};
+    case ImportKind::Snapshots:
+        return {tr("时间"), tr("最新价"), tr("总成交量"), tr("总成交额")};
+    }
+    return {};
+}
+
+QString kindText(ImportKind kind) {
+    switch (kind) {
+    case ImportKind::Bars:
+        return tr("分钟线");
+    case ImportKind::Trades:
+        return tr("逐笔成交");
+    case ImportKind::Snapshots:
+        return tr("快照");
+    }
+    return {};
+}
+
+} // namespace terminal
