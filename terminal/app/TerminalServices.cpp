@@ -2,6 +2,7 @@
 
 #include "terminal/formula/NativeFormulas.h"
 #include "terminal/formula/RequestDays.h"
+#include "terminal/market/Compositions.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QDateTime>
@@ -18,18 +19,20 @@ constexpr qint64 kHour = 3600 * 1000LL;
 constexpr qint64 kShareDay =
     5 * kHour + kHour / 2 + 5 * 60 * 1000LL; ///< opening auction to the close, noon included
 
-/// Times of the positions of an instrument's trading day. A night session that was not held keeps its positions, as it
+/// Times of the positions of the trading day of an instrument, a user-defined index or a portfolio. A night session that was not held keeps its positions, as it
 /// does on the axis of a chart.
 std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int day) {
     const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
     const Instrument *instrument = catalogue->find(key);
-    if (!instrument) {
+    const bool isComposite = catalogue->indexes.contains(key) || catalogue->portfolios.contains(key);
+    if (!instrument && !isComposite) {
         return {};
     }
-    const MarketCalendar calendar = catalogue->calendar(instrument->market);
+    const MarketCalendar calendar = catalogue->calendar(instrument ? instrument->market : QStringLiteral("SH"));
     const QDate date = dateOf(day);
     const QDate held = calendar.eveningBefore(date);
-    return instrument->sessions.times(date, held.isNull() ? calendar.previous(date) : held);
+    const TradingSessions sessions = instrument ? instrument->sessions : compositeSessions(*catalogue, key);
+    return sessions.times(date, held.isNull() ? calendar.previous(date) : held);
 }
 
 } // namespace
@@ -86,11 +89,16 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     }
     mMarket = std::make_unique<MarketServices>(mStore);
     mExchange = std::make_unique<SimulatedExchange>(mStore, *mClock);
+    mFeed = std::make_unique<CompositeFeed>(*mExchange, [this](const QString &key, int day) {
+        return compositionOf(mStore, key, day, [](const QString &member, int date) {
+            return TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose(member, date);
+        });
+    });
     mFormulas = std::make_unique<FormulaService>(
-        *mExchange, makeNativeFormula, requestDayOf,
+        *mFeed, makeNativeFormula, requestDayOf,
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
-    mReplay = std::make_unique<ReplayService>(*mExchange, makeNativeFormula, requestDayOf);
+    mReplay = std::make_unique<ReplayService>(*mFeed, makeNativeFormula, requestDayOf);
     mInstallations = std::make_unique<Installations>(*this);
     mClock->resume();
     mExchange->start();

@@ -8,6 +8,7 @@
 #include "terminal/formula/HistoryCache.h"
 #include "terminal/formula/RequestIds.h"
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/CompositeFeed.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketServices.h"
 #include "terminal/market/SimulatedClock.h"
@@ -83,6 +84,7 @@ private:
     std::unique_ptr<Installation<TC::CHostClock>> mClockInstallation;
     std::unique_ptr<MarketServices> mMarket;
     std::unique_ptr<SimulatedExchange> mExchange;
+    std::unique_ptr<CompositeFeed> mFeed; ///< of the exchange's prices
     RequestIds mIds;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;

@@ -1,5 +1,7 @@
 #include "terminal/replay/ReplayService.h"
 
+#include "terminal/formula/RequestDays.h"
+
 #include <QThread>
 
 #include <algorithm>
@@ -49,7 +51,7 @@ void ReplayService::requestFormulas(const QString &, QVector<TC::CFormulaParam> 
         request->onHistory = onHistory;
         request->onRealtime = onRealtime;
         request->program = mMaker(param);
-        request->bars = mFeed.dayBars(param.mMarket + param.mCode, mRequestDay(param));
+        request->bars = mFeed.dayBars(feedKeyOf(param), mRequestDay(param));
         {
             std::lock_guard<std::mutex> hold(mLock);
             mRequests.append(request);
