@@ -52,8 +52,9 @@ CRealtimeWidget::CRealtimeWidget(int id, boost::shared_ptr<CRealtimeUiParam> uiP
 }
 
 CRealtimeWidget::~CRealtimeWidget() {
-    delete mTitleWidget;
-    delete mMainGraphWidget;
+    // The parts that are left move up, and tell of it.
+    delete std::exchange(mTitleWidget, nullptr);
+    delete std::exchange(mMainGraphWidget, nullptr);
     mMainData.reset();
     if (mUiParam->mLeftAxis == mLeftAxisWidget) {
         mUiParam->mLeftAxis = nullptr;

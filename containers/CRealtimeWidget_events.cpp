@@ -96,6 +96,9 @@ void CRealtimeWidget::removeOldestGraph() {
     if (mCurrentGraph == graph) {
         mCurrentGraph = nullptr;
     }
+    if (mTitleWidget->getIndexData() == graph->getData()) {
+        setTitleData(0);
+    }
     graph->hide();
     graph->deleteLater();
 }
@@ -186,6 +189,9 @@ void CRealtimeWidget::destorySubWidget() {
 }
 
 bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, void *data) {
+    if (!mTitleWidget) {
+        return false; // it is going
+    }
     switch (event) {
     case eButtonClicked:
         handleButton(sub, param);

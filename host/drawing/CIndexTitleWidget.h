@@ -58,6 +58,7 @@ public:
     CInstrumentDetailPtr getStock() const { return mStock; }
     /// The data whose values are told from now on; null means that of the constructor.
     void setIndexData(const boost::shared_ptr<IndexBaseData> &source);
+    boost::shared_ptr<IndexBaseData> getIndexData() const { return current(); }
     /// The axis index whose values are told; below 0 the last one.
     void updateIndexId(int index);
     /// The formula asked for last, named until its series has come.
