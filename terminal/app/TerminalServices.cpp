@@ -98,6 +98,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         *mFeed, makeNativeFormula, requestDayOf,
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
+    mFormulas->setHistorySource(&mHistory);
     mReplay = std::make_unique<ReplayService>(*mFeed, makeNativeFormula, requestDayOf);
     mInstallations = std::make_unique<Installations>(*this);
     mClock->resume();

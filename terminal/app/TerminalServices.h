@@ -13,6 +13,7 @@
 #include "terminal/market/MarketServices.h"
 #include "terminal/market/SimulatedClock.h"
 #include "terminal/market/SimulatedExchange.h"
+#include "terminal/market/SimulatedHistory.h"
 #include "terminal/replay/ReplayService.h"
 #include "terminal/trade/EnhanceDrawService.h"
 #include "terminal/trade/StrategyService.h"
@@ -89,6 +90,7 @@ private:
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;
     FormulaMessages mMessages;
+    SimulatedHistory mHistory{mStore};
     StrategyService mStrategies;
     TradeService mTrade;
     EnhanceDrawService mEnhance;

@@ -85,6 +85,7 @@ FormulaService::~FormulaService() {
             worker->finish();
         }
     }
+    mDownloads.finish();
 }
 
 /// Where a request is worked on. A model may take long, so it goes where fewest wait.

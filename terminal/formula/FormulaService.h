@@ -6,6 +6,7 @@
 #include "terminal/formula/FormulaProgram.h"
 #include "terminal/formula/ScriptModel.h"
 #include "terminal/formula/Worker.h"
+#include "terminal/market/HistorySource.h"
 #include "terminal/market/MarketFeed.h"
 
 #include <QHash>
@@ -52,6 +53,11 @@ public:
     /// first request.
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
+    /// Where downloads come from; none without it. To be called before the first download; has to outlive the service.
+    void setHistorySource(HistorySource *source);
+    /// Stops the downloads that wait or are under way. Any thread; does not wait.
+    void stopDownloads();
+
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
                          TC::FormulaRealtimeCallback onRealtime) override;
     void requestFormulasSync(QVector<TC::CFormulaParam> &params, std::vector<TC::FormulaMetaPtr> &metas,
@@ -68,7 +74,10 @@ public:
     /// The lines of a request's series that are not shown, as "name:value", at a point counted from 0. Empty when
     /// there are none, and for an unknown id.
     QString lookHideVar(const QString &requestId, int index) override;
-    /// All data are in the store already: one call an instrument, that it is done.
+    /// Fetches the days that the store lacks, on a thread of its own, one after the other. The progress comes on the
+    /// user-interface thread: a step for every day and one for the end of every instrument, -1 steps when it fails or
+    /// is stopped, which ends it and is told to the sink of errors. A caller that asks anew at each step before the
+    /// last sees all days.
     void suppleDataFromServer(const QString &name, TC::CHistoryDataParam &param,
                               TC::SuppleProgressCallback onProgress) override;
     /// The fields "done", "total", "text" and "state" ("waiting", "running", "finished" or "failed") of a script
@@ -120,6 +129,8 @@ private:
     const DayPositions mPositions;
     ScriptModelSettings mModels;
     FormulaErrorSink mOnError;
+    HistorySource *mHistory = nullptr;
+    std::atomic<int> mDownloadsStopped{0}; ///< counts the stops
     const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
     mutable std::mutex mLock; ///< guards what follows
@@ -128,6 +139,7 @@ private:
     // Fixed after construction. A worker goes only when no thread posts to it any more.
     std::vector<std::unique_ptr<Worker>> mWorkers;
     std::vector<std::unique_ptr<Worker>> mModelWorkers;
+    Worker mDownloads;
 };
 
 } // namespace terminal

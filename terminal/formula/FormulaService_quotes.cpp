@@ -76,17 +76,4 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
     });
 }
 
-void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam &param,
-                                          TC::SuppleProgressCallback onProgress) {
-    if (!onProgress) {
-        return;
-    }
-    mQueue.post([onProgress = std::move(onProgress), markets = param.mMarkets, codes = param.mCodes] {
-        const int count = std::min(markets.size(), codes.size());
-        for (int i = 0; i < count; ++i) {
-            onProgress(i + 1, count, markets[i], codes[i]);
-        }
-    });
-}
-
 } // namespace terminal
