@@ -1,7 +1,7 @@
 #include "terminal/app/Program.h"
 
 #include "host/toolkit/CUiResource.h"
-#include "terminal/app/ChartPane.h"
+#include "terminal/app/ChartView.h"
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
@@ -175,16 +175,16 @@ QString noTradingDay(TerminalServices &services, const QString &key, const QDate
 /// Writes the picture of a day; answers what went wrong.
 QString snapshot(TerminalServices &services, const CommandLineOptions &options, const QString &key,
                  const QDate &day) {
-    ChartPane pane;
-    pane.resize(options.size);
-    pane.setAttribute(Qt::WA_DontShowOnScreen);
-    pane.QWidget::show();
+    ChartView view;
+    view.resize(options.size);
+    view.setAttribute(Qt::WA_DontShowOnScreen);
+    view.QWidget::show();
     const bool live = day == services.runningDayOf(key);
-    pane.show(key, live ? QDate() : day);
-    if (!waitForChart(pane)) {
+    view.show(key, live ? QDate() : day);
+    if (!waitForChart(view)) {
         return QStringLiteral("%1: no data arrived in time: try again").arg(key);
     }
-    return writePicture(pane, options.snapshot);
+    return writePicture(view, options.snapshot);
 }
 
 int showWindow(TerminalServices &services, const CommandLineOptions &options, const QString &key,

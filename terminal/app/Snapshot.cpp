@@ -1,6 +1,6 @@
 #include "terminal/app/Snapshot.h"
 
-#include "terminal/app/ChartPane.h"
+#include "terminal/app/ChartView.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -15,6 +15,7 @@ namespace terminal {
 namespace {
 
 constexpr int kPatience = 20000; ///< milliseconds
+constexpr int kTurn = 50; ///< milliseconds between two looks
 
 QString notWritable(const QString &path, const QString &reason) {
     return QStringLiteral(
@@ -36,19 +37,13 @@ QString checkPicturePath(const QString &path) {
     return {};
 }
 
-bool waitForChart(const ChartPane &pane) {
-    if (pane.isComplete()) {
-        return true;
+bool waitForChart(const ChartView &view) {
+    QElapsedTimer since;
+    since.start();
+    while (!view.isComplete() && since.elapsed() < kPatience) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, kTurn);
     }
-    QEventLoop loop;
-    QObject::connect(&pane, &ChartPane::changed, &loop, [&] {
-        if (pane.isComplete()) {
-            loop.quit();
-        }
-    });
-    QTimer::singleShot(kPatience, &loop, &QEventLoop::quit);
-    loop.exec();
-    return pane.isComplete();
+    return view.isComplete();
 }
 
 QString writePicture(QWidget &widget, const QString &path) {

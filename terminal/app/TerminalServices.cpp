@@ -35,12 +35,49 @@ std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int da
     return sessions.times(date, held.isNull() ? calendar.previous(date) : held);
 }
 
+QVector<SearchEntry> instrumentEntries(const Catalogue &catalogue) {
+    QVector<SearchEntry> entries;
+    for (const Instrument &instrument : catalogue.instruments) {
+        entries.append({instrument.key(), instrument.code, instrument.name, instrument.initials});
+    }
+    return entries;
+}
+
+QVector<SearchEntry> indexEntries(const Catalogue &catalogue) {
+    QVector<SearchEntry> entries;
+    for (const UserIndex &index : catalogue.indexes) {
+        entries.append({index.key, index.key, index.detail.mCode, {}});
+    }
+    return entries;
+}
+
+QVector<SearchEntry> portfolioEntries(const Catalogue &catalogue) {
+    QVector<SearchEntry> entries;
+    for (const Portfolio &portfolio : catalogue.portfolios) {
+        entries.append({portfolio.key(), portfolio.key(), portfolio.name, {}});
+    }
+    return entries;
+}
+
+QVector<SearchEntry> formulaEntries(const TC::CFormulaCatalogDetail &folder) {
+    QVector<SearchEntry> entries;
+    for (const TC::CFormulaCatalogDetailPtr &node : folder.children()) {
+        if (node->isFolder()) {
+            entries += formulaEntries(*node);
+        } else {
+            entries.append({{}, node->catalogName(), {}, {}});
+        }
+    }
+    return entries;
+}
+
 } // namespace
 
 struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
         : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
-          trade(s.mTrade), enhance(s.mEnhance), formulas(*s.mFormulas), replay(*s.mReplay) {}
+          trade(s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), formulas(*s.mFormulas),
+          replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
     Installation<se::IdGenerator> ids;
@@ -49,6 +86,7 @@ struct TerminalServices::Installations {
     Installation<TC::CStrategyTradeManager> strategies;
     Installation<TC::CLinkageManager> trade;
     Installation<TC::CEnhanceDrawManager> enhance;
+    Installation<TC::CSmartKeyManager> smartKeys;
     Installation<TC::CFormulaManager> formulas;
     Installation<TC::CReplayManager> replay;
 };
@@ -101,17 +139,45 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas->setHistorySource(&mHistory);
     mReplay = std::make_unique<ReplayService>(*mFeed, makeNativeFormula, requestDayOf);
     mInstallations = std::make_unique<Installations>(*this);
+    refreshSmartKeys();
     mClock->resume();
     mExchange->start();
     return {};
 }
 
 InstrumentSearch TerminalServices::search() const {
-    QVector<SearchEntry> entries;
-    for (const Instrument &instrument : mStore.catalogue()->instruments) {
-        entries.append({instrument.key(), instrument.code, instrument.name, instrument.initials});
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    return InstrumentSearch(instrumentEntries(*catalogue) + indexEntries(*catalogue) +
+                            portfolioEntries(*catalogue));
+}
+
+void TerminalServices::refreshSmartKeys() {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    mSmartKeys.clear();
+    mSmartKeys.add(TC::ESmartKeyType::Shortcut, {{{}, QStringLiteral("03"), QObject::tr("上证指数"), {}},
+                                                 {{}, QStringLiteral("04"), QObject::tr("深证成指"), {}}});
+    mSmartKeys.add(TC::ESmartKeyType::Stock, instrumentEntries(*catalogue) + portfolioEntries(*catalogue));
+    mSmartKeys.add(TC::ESmartKeyType::Index, indexEntries(*catalogue));
+    mSmartKeys.add(TC::ESmartKeyType::Formula, formulaEntries(*mCatalogue.getRootCatalog()));
+}
+
+QString TerminalServices::nameOf(const QString &key) const {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    if (const Instrument *instrument = catalogue->find(key)) {
+        return instrument->name;
     }
-    return InstrumentSearch(entries);
+    if (catalogue->indexes.contains(key)) {
+        return catalogue->indexes[key].detail.mCode;
+    }
+    return catalogue->portfolios.value(key).name;
+}
+
+const Instrument *TerminalServices::dayInstrumentOf(const Catalogue &catalogue, const QString &key) {
+    if (catalogue.indexes.contains(key)) {
+        return catalogue.find(catalogue.indexes[key].detail.mMembers.value(0));
+    }
+    const QVector<PortfolioPosition> positions = catalogue.portfolios.value(key).positions;
+    return catalogue.find(positions.isEmpty() ? key : positions.first().key);
 }
 
 TC::CInstrumentDetailPtr TerminalServices::detailOf(const QString &key) const {
@@ -120,7 +186,8 @@ TC::CInstrumentDetailPtr TerminalServices::detailOf(const QString &key) const {
 
 QVector<QDate> TerminalServices::daysOf(const QString &key) {
     QVector<QDate> dates;
-    if (const Instrument *instrument = mStore.catalogue()->find(key)) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    if (const Instrument *instrument = dayInstrumentOf(*catalogue, key)) {
         for (const int day : mStore.days(instrument->id)) {
             dates.append(dateOf(day));
         }
@@ -134,7 +201,9 @@ QVector<QDate> TerminalServices::daysOf(const QString &key) {
 }
 
 QDate TerminalServices::runningDayOf(const QString &key) const {
-    const int day = mExchange->runningDay(key);
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = dayInstrumentOf(*catalogue, key);
+    const int day = instrument ? mExchange->runningDay(instrument->key()) : 0;
     return day == 0 ? QDate() : dateOf(day);
 }
 

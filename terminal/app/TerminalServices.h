@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/app/InstrumentSearch.h"
+#include "terminal/app/SmartKeyService.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/FormulaCatalogue.h"
 #include "terminal/formula/FormulaMessages.h"
@@ -65,8 +66,12 @@ public:
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
 
-    /// All instruments, to search in.
+    /// All that a chart can show, to search in.
     InstrumentSearch search() const;
+    /// Reads what the smart keyboard offers anew, as after an import or an edit of the formulas.
+    void refreshSmartKeys();
+    /// Name of an instrument, a user-defined index or a portfolio; empty for an unknown key.
+    QString nameOf(const QString &key) const;
     /// The record of an instrument, or null.
     TC::CInstrumentDetailPtr detailOf(const QString &key) const;
     /// Trading days of an instrument that can be shown, the newest first: those stored and the running one.
@@ -76,6 +81,8 @@ public:
 
 private:
     TerminalServices(const TerminalSettings &settings);
+    /// The instrument whose trading days are those of a key: itself, or the first member of an index or portfolio.
+    static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
     QString start(const TerminalSettings &settings, const Progress &progress);
 
     // In the order of use: each is gone before those above it.
@@ -94,6 +101,7 @@ private:
     StrategyService mStrategies;
     TradeService mTrade;
     EnhanceDrawService mEnhance;
+    SmartKeyService mSmartKeys;
     std::unique_ptr<FormulaService> mFormulas;
     std::unique_ptr<ReplayService> mReplay;
     struct Installations;

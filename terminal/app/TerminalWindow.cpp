@@ -1,18 +1,16 @@
 #include "terminal/app/TerminalWindow.h"
 
-#include "chartview/CRealtimeGraphWidget.h"
-#include "host/services/CFormulaOperateManager.h"
-#include "host/toolkit/Text.h"
+#include "host/services/CLinkageManager.h"
 #include "host/windows/CFormulaEditorManager.h"
-#include "terminal/app/ChartPane.h"
+#include "host/windows/CModifyModelParamDialog.h"
+#include "terminal/app/ChartView.h"
+#include "terminal/app/FormulaPanel.h"
 #include "terminal/app/ImportDialog.h"
-#include "terminal/app/InstrumentBox.h"
 #include "terminal/app/MessagePanel.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -28,6 +26,12 @@ constexpr int kStatusHeight = 26;
 constexpr int kNearest = 3; ///< instruments named for an unknown one
 const QString kInstrumentField = QStringLiteral("instrument");
 const QString kThemeField = QStringLiteral("theme");
+const QString kTradesField = QStringLiteral("trades");
+const QString kPanesField = QStringLiteral("panes");
+const QString kYes = QStringLiteral("yes");
+const QString kNo = QStringLiteral("no");
+const QString kDefaultPanes = QStringLiteral("1");
+constexpr int kMostPanes = 5;
 
 QString shownDate(const QDate &date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
@@ -36,7 +40,7 @@ QString shownDate(const QDate &date) {
 } // namespace
 
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
-    : QWidget(parent), mServices(services), mPane(new ChartPane(this)),
+    : QWidget(parent), mServices(services), mView(new ChartView(this)), mFormulas(new FormulaPanel(this)),
       mMessages(new MessagePanel(services.messages(), this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
@@ -48,20 +52,31 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(controls);
-    column->addWidget(mPane, 1);
+    auto *middle = new QHBoxLayout;
+    middle->setSpacing(0);
+    middle->addWidget(mView, 1);
+    middle->addWidget(mFormulas);
+    column->addLayout(middle, 1);
     column->addWidget(mMessages);
     column->addWidget(status);
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
+    connectControls();
+    connectFormulas();
     applyTheme();
     refreshSearch();
-    connect(mMessages, &MessagePanel::formulaChosen, this, &TerminalWindow::editFormula);
+    setFormulasShown(false);
+    setTradesShown(mServices.config().value(kTradesField, kYes) == kYes);
+    setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
     connect(&mSecond, &QTimer::timeout, this, &TerminalWindow::onSecond);
     mSecond.start(1000);
     tellMessages();
 }
 
-TerminalWindow::~TerminalWindow() = default;
+TerminalWindow::~TerminalWindow() {
+    TC::CModifyModelParamDialog::setChangedFunction({});
+    TC::CFormulaEditorManager::setApplyFunction({});
+}
 
 /// Tells what went wrong with the configuration since the last time.
 void TerminalWindow::tellMessages() {
@@ -77,44 +92,56 @@ void TerminalWindow::buildControls(QWidget *row) {
     row->setFixedHeight(kControlsHeight);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(8, 2, 8, 2);
-    mBox = new InstrumentBox(this);
-    mBox->setFixedWidth(220);
-    mDays = new QComboBox(row);
-    mDays->setObjectName(QStringLiteral("days"));
-    mPause = new QPushButton(tr("暂停"), row);
-    mPause->setObjectName(QStringLiteral("pause"));
-    mPause->setCheckable(true);
-    mPace = new QComboBox(row);
-    mPace->setObjectName(QStringLiteral("pace"));
+    const auto button = [&](const QString &text, const char *name, bool checkable = false) {
+        auto *made = new QPushButton(text, row);
+        made->setObjectName(QLatin1String(name));
+        made->setCheckable(checkable);
+        made->setFocusPolicy(Qt::NoFocus); // the keys stay with the chart
+        layout->addWidget(made);
+        return made;
+    };
+    const auto box = [&](const char *name) {
+        auto *made = new QComboBox(row);
+        made->setObjectName(QLatin1String(name));
+        made->setFocusPolicy(Qt::ClickFocus);
+        layout->addWidget(made);
+        return made;
+    };
+    mInstrument = button({}, "instrument");
+    mInstrument->setMinimumWidth(180);
+    mDays = box("days");
+    mPanes = box("panes");
+    for (int panes = 0; panes <= kMostPanes; ++panes) {
+        mPanes->addItem(panes == 0 ? tr("无副图") : tr("%1 个副图").arg(panes), panes);
+    }
+    mTrades = button(tr("交易"), "trades", true);
+    mFormulasShown = button(tr("指标"), "formulas", true);
+    mPause = button(tr("暂停"), "pause", true);
+    mPace = box("pace");
     for (const int pace : {1, 10, 60, 300, 600}) {
         mPace->addItem(tr("%1 倍速").arg(pace), double(pace));
     }
     setPace(mServices.clock().pace());
-    mTheme = new QPushButton(row);
-    mTheme->setObjectName(QStringLiteral("theme"));
-    mImport = new QPushButton(tr("导入…"), row);
-    mImport->setObjectName(QStringLiteral("import"));
-    for (QWidget *widget :
-         {static_cast<QWidget *>(mBox), static_cast<QWidget *>(mDays), static_cast<QWidget *>(mPause),
-          static_cast<QWidget *>(mPace), static_cast<QWidget *>(mTheme), static_cast<QWidget *>(mImport)}) {
-        layout->addWidget(widget);
-        if (widget != mBox) {
-            widget->setFocusPolicy(Qt::ClickFocus);
-        }
-    }
+    mTheme = button({}, "theme");
+    mImport = button(tr("导入…"), "import");
     layout->addStretch(1);
+}
 
-    connect(mBox, &InstrumentBox::chosen, this, [this](const QString &key) { showInstrument(key); });
-    connect(mBox, &InstrumentBox::unknown, this, [this](const QString &text) {
-        say(tr("没有找到“%1”，相近的有：%2").arg(text, mSearch.nearest(text, kNearest).join(tr("，"))), true);
+void TerminalWindow::connectControls() {
+    connect(mInstrument, &QPushButton::clicked, this, [this] { openSmartKeyboard(); });
+    connect(mDays, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { showInstrument(mView->instrument(), mDays->itemData(index).toDate()); });
+    connect(mPanes, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
+        setFormulaPanes(mPanes->itemData(index).toInt());
+        mView->setFocus();
     });
-    connect(mDays, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
-        showInstrument(mPane->instrument(), mDays->itemData(index).toDate());
-        setFocus();
-    });
+    connect(mTrades, &QPushButton::toggled, this, &TerminalWindow::setTradesShown);
+    connect(mFormulasShown, &QPushButton::toggled, this, &TerminalWindow::setFormulasShown);
     connect(mPause, &QPushButton::toggled, this, &TerminalWindow::setPaused);
-    connect(mPace, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int index) { setPace(mPace->itemData(index).toDouble()); });
+    connect(mPace, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
+        setPace(mPace->itemData(index).toDouble());
+        mView->setFocus();
+    });
     connect(mTheme, &QPushButton::clicked, this, [this] {
         const bool dark = GZ::CUiResource::instance().theme() == QLatin1String("dark");
         setThemeName(dark ? QStringLiteral("light") : QStringLiteral("dark"));
@@ -138,7 +165,7 @@ void TerminalWindow::buildStatus(QWidget *row) {
 bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     const QVector<QDate> known = mServices.daysOf(key);
     const QDate running = mServices.runningDayOf(key);
-    if (!mServices.store().catalogue()->find(key)) {
+    if (mServices.nameOf(key).isEmpty()) {
         say(tr("没有找到“%1”，相近的有：%2").arg(key, mSearch.nearest(key, kNearest).join(tr("，"))), true);
         return false;
     }
@@ -149,46 +176,43 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     // The running day is shown live; where the exchange does not run the instrument, its newest stored one.
     const bool live = known.contains(running) && (!day.isValid() || day == running);
     mServices.historyCache().clear();
-    mPane->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
+    mView->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
     mRunningDay = running;
     mServices.config().setValue(kInstrumentField, key);
-    mBox->setCurrent(key + QLatin1Char(' ') + TC::getDetailQsName(mServices.detailOf(key)));
+    refreshTitle();
     refreshDays();
     if (mErrorShown) {
         say({});
     }
     tellMessages();
-    setFocus();
+    mView->setFocus();
     return true;
+}
+
+void TerminalWindow::refreshTitle() {
+    const QString key = mView->instrument();
+    mInstrument->setText(key + QLatin1Char(' ') + mServices.nameOf(key));
 }
 
 void TerminalWindow::refreshDays() {
     const QSignalBlocker quiet(mDays);
     mDays->clear();
-    for (const QDate &date : mServices.daysOf(mPane->instrument())) {
+    for (const QDate &date : mServices.daysOf(mView->instrument())) {
         mDays->addItem(date == mRunningDay ? tr("%1 当日").arg(shownDate(date)) : shownDate(date), date);
     }
-    mDays->setCurrentIndex(mDays->findData(mPane->day()));
+    mDays->setCurrentIndex(mDays->findData(mView->day()));
 }
 
 void TerminalWindow::shiftDay(int days) {
     const int index = mDays->currentIndex() - days; // the newest stands first
     if (index >= 0 && index < mDays->count()) {
-        showInstrument(mPane->instrument(), mDays->itemData(index).toDate());
-    }
-}
-
-void TerminalWindow::editFormula(const QString &formula) {
-    const TC::CFormulaDetailPtr detail =
-        TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
-    if (detail) {
-        TC::CFormulaEditorManager::createWindow(detail->mName, detail->mType, this);
+        showInstrument(mView->instrument(), mDays->itemData(index).toDate());
     }
 }
 
 void TerminalWindow::refreshSearch() {
     mSearch = mServices.search();
-    mBox->setSearch(mSearch);
+    mServices.refreshSmartKeys();
 }
 
 void TerminalWindow::setPaused(bool paused) {
@@ -210,6 +234,31 @@ void TerminalWindow::setPace(double pace) {
         index = mPace->count() - 1;
     }
     mPace->setCurrentIndex(index);
+}
+
+void TerminalWindow::setTradesShown(bool shown) {
+    QList<QString> stockAccounts;
+    QList<QString> futureAccounts;
+    if (shown) {
+        TC::CLinkageManager &linkage = TC::CSingletonT<TC::CLinkageManager>::instance();
+        for (const std::string &account : linkage.getAccountIds(TC::CLinkageManager::kStockAccounts)) {
+            stockAccounts.append(QString::fromStdString(account));
+        }
+        for (const std::string &account : linkage.getAccountIds(TC::CLinkageManager::kFutureAccounts)) {
+            futureAccounts.append(QString::fromStdString(account));
+        }
+    }
+    mView->showAccounts(stockAccounts, futureAccounts);
+    const QSignalBlocker quiet(mTrades);
+    mTrades->setChecked(shown);
+    mServices.config().setValue(kTradesField, shown ? kYes : kNo);
+}
+
+void TerminalWindow::setFormulaPanes(int count) {
+    count = qBound(0, count, kMostPanes);
+    mView->setFormulaPanes(count);
+    mPanes->setCurrentIndex(mPanes->findData(count));
+    mServices.config().setValue(kPanesField, QString::number(count));
 }
 
 void TerminalWindow::setThemeName(const QString &name) {
@@ -267,13 +316,13 @@ void TerminalWindow::onSecond() {
     mClock->setText(
         tr("市场时间 %1")
             .arg(mServices.clock().currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
-    const QString key = mPane->instrument();
+    const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
     if (running != mRunningDay && !key.isEmpty()) {
         mRunningDay = running;
-        if (!mPane->isPastDay()) {
+        if (!mView->isPastDay()) {
             mServices.historyCache().clear();
-            mPane->reload();
+            mView->reload();
         }
         refreshDays();
     }
@@ -293,24 +342,6 @@ void TerminalWindow::say(const QString &text, bool isError) {
     mStatus->setPalette(colors);
     mStatus->setText(text);
     mStatus->setToolTip(text);
-}
-
-void TerminalWindow::keyPressEvent(QKeyEvent *event) {
-    const bool control = event->modifiers() & Qt::ControlModifier;
-    const QString text = event->text();
-    if (control && event->key() == Qt::Key_O) {
-        openImport();
-    } else if (control && event->key() == Qt::Key_T) {
-        mTheme->click();
-    } else if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
-        shiftDay(event->key() == Qt::Key_PageUp ? -1 : 1);
-    } else if (event->key() == Qt::Key_Space) {
-        setPaused(!mServices.clock().isPaused());
-    } else if (!control && !text.isEmpty() && text[0].isLetterOrNumber()) {
-        mBox->startTyping(text);
-    } else {
-        QWidget::keyPressEvent(event);
-    }
 }
 
 } // namespace terminal

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/records/CStockInfo.h"
+#include "host/records/Enumerations.h"
 #include "host/toolkit/CUiResource.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/TerminalServices.h"
@@ -17,16 +19,17 @@ class QPushButton;
 
 namespace terminal {
 
-class ChartPane;
+class ChartView;
+class FormulaPanel;
 class ImportDialog;
-class InstrumentBox;
 class MessagePanel;
 
-/// The terminal's window: the chart of one instrument's day, the controls over it and the status line beneath, with the messages
-/// of formulas and models over it when there are any.
+/// The terminal's window: the chart of one instrument, the controls over it, the formulas beside it and the status line
+/// beneath, with the messages of formulas and models over it when there are any.
 ///
-/// Typing anywhere goes to the instrument box. Page up and page down go to the trading day before and after, space
-/// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+T changes the theme.
+/// Typing anywhere opens the smart keyboard. The arrows, Home and End walk the cross line, up and down show fewer and
+/// more days, Escape takes the cross line away. Page up and page down go to the trading day before and after, space
+/// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+T changes the theme, Ctrl+I shows the formulas.
 class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -43,10 +46,19 @@ public:
     /// "dark" or "light"; remembered for the next start.
     void setThemeName(const QString &name);
 
-    ChartPane *pane() const { return mPane; }
-    InstrumentBox *box() const { return mBox; }
+    /// Shows or hides the trades of the user's accounts on the chart; remembered for the next start.
+    void setTradesShown(bool shown);
+    /// Shows or hides the tree of formulas.
+    void setFormulasShown(bool shown);
+    /// Number of formula panes under the chart, 0 to 5; remembered for the next start.
+    void setFormulaPanes(int count);
+
+    ChartView *view() const { return mView; }
+    FormulaPanel *formulas() const { return mFormulas; }
     QComboBox *days() const { return mDays; }
     MessagePanel *messages() const { return mMessages; }
+    /// Opens the smart keyboard for another instrument or a formula, with a first text.
+    void openSmartKeyboard(const QString &text = {});
     QString status() const;
 
     void onUiResourceChanged() override;
@@ -58,21 +70,32 @@ private:
     void buildControls(QWidget *row);
     void buildStatus(QWidget *row);
     void applyTheme();
+    void connectControls();
+    void connectFormulas();
     void refreshSearch();
     void refreshDays();
+    void refreshTitle();
     void shiftDay(int days);
-    void editFormula(const QString &formula);
     void onImported(const QString &key, const QDate &day, const QString &text);
+    void takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type);
+    void editFormula(const QString &formula);
+    void askParameters(const QString &formula);
+    bool handleCommandKey(int key);
+    bool handleCursorKey(int key);
     void onSecond();
     void tellMessages();
     void say(const QString &text, bool isError = false);
 
     TerminalServices &mServices;
     InstrumentSearch mSearch;
-    ChartPane *mPane;
+    ChartView *mView;
+    FormulaPanel *mFormulas;
     MessagePanel *mMessages;
-    InstrumentBox *mBox = nullptr;
+    QPushButton *mInstrument = nullptr; ///< names it, and opens the smart keyboard
     QComboBox *mDays = nullptr;
+    QComboBox *mPanes = nullptr;
+    QPushButton *mTrades = nullptr;
+    QPushButton *mFormulasShown = nullptr;
     QPushButton *mPause = nullptr;
     QComboBox *mPace = nullptr;
     QPushButton *mTheme = nullptr;

@@ -8,6 +8,7 @@ namespace terminal {
 namespace {
 
 const QString kDefaultKey = QStringLiteral("SH600000");
+const QString kPortfolioMarket = QStringLiteral("TZZH");
 constexpr int kTwoWeeks = 14;
 
 qint64 nowMilliseconds() {
@@ -71,7 +72,8 @@ bool StoreStockManager::isExist(const QString &key) {
 }
 
 bool StoreStockManager::isPortfolio(const QString &key) {
-    return mStore.catalogue()->portfolios.contains(key);
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    return catalogue->portfolios.contains(key) || catalogue->portfolios.contains(kPortfolioMarket + key);
 }
 
 TC::CInstrumentDetailPtr StoreStockManager::getDefaultDetail() {

@@ -92,8 +92,8 @@ TEST_F(ImportDialogTest, WhatIsImportedIsShownByTheWindow) {
     ASSERT_TRUE(waitUntilDone());
     EXPECT_TRUE(text("summary").contains("SH600998")) << qPrintable(text("summary"));
     EXPECT_TRUE(text("summary").contains(QStringLiteral("行/秒")));
-    EXPECT_EQ(pane().instrument(), "SH600998");
-    EXPECT_EQ(pane().day(), QDate(2026, 3, 23));
+    EXPECT_EQ(view().instrument(), "SH600998");
+    EXPECT_EQ(view().day(), QDate(2026, 3, 23));
     EXPECT_EQ(mServices->store().catalogue()->find("SH600998")->name, "abc");
     EXPECT_EQ(mServices->search().exact("abc"), "SH600998");
     EXPECT_FALSE(child<QPushButton>("start")->isEnabled()) << "it is done";
@@ -110,7 +110,7 @@ TEST_F(ImportDialogTest, TheInstrumentCanBeCorrected) {
     ASSERT_TRUE(child<QPushButton>("start")->isEnabled());
     click("start");
     ASSERT_TRUE(waitUntilDone());
-    EXPECT_EQ(pane().instrument(), "SH600997") << qPrintable(text("summary"));
+    EXPECT_EQ(view().instrument(), "SH600997") << qPrintable(text("summary"));
 }
 
 TEST_F(ImportDialogTest, AnInstrumentOfTheStoreKeepsItsName) {
@@ -153,7 +153,7 @@ TEST_F(ImportDialogTest, ABrokenLineFarDownIsToldWithItsNumberAndTheNextFileGoes
     EXPECT_TRUE(text("summary").contains("a.csv:5002:")) << qPrintable(text("summary"));
     EXPECT_EQ(mServices->store().catalogue()->find("SH600998"), nullptr);
     EXPECT_EQ(count("ticks"), ticks + 1);
-    EXPECT_EQ(pane().instrument(), "SH600997");
+    EXPECT_EQ(view().instrument(), "SH600997");
 }
 
 TEST_F(ImportDialogTest, StoppedInTheMiddleTheStoreIsUnchanged) {
@@ -172,7 +172,7 @@ TEST_F(ImportDialogTest, StoppedInTheMiddleTheStoreIsUnchanged) {
     EXPECT_EQ(count("ticks"), 0);
     EXPECT_EQ(count("days"), days);
     EXPECT_EQ(count("instruments"), instruments);
-    EXPECT_EQ(pane().instrument(), "SH600000");
+    EXPECT_EQ(view().instrument(), "SH600000");
     EXPECT_TRUE(child<QPushButton>("start")->isEnabled()) << "it can be tried again";
     QTest::keyClick(mDialog, Qt::Key_Escape);
     EXPECT_FALSE(mDialog->isVisible());

@@ -36,7 +36,7 @@ protected:
 TEST_F(ScriptModelMessages, AModelThatFailsIsToldInThePanelAndTheChartGoesOn) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     ASSERT_TRUE(waitUntilComplete());
-    const int points = pane().pointCount();
+    const int points = view().pointCount();
     requestModel("import json, sys\ntold = json.loads(sys.stdin.readline())\n"
                  "raise ValueError(told['instrument'])\n");
     MessagePanel &panel = *mWindow->messages();
@@ -46,5 +46,5 @@ TEST_F(ScriptModelMessages, AModelThatFailsIsToldInThePanelAndTheChartGoesOn) {
     EXPECT_EQ(panel.rows()->topLevelItem(0)->text(3), "ValueError: SH600000");
     EXPECT_TRUE(mWindow->isActiveWindow() && !panel.rows()->hasFocus()) << "it takes no focus";
     mServices->clock().setTime(mNow + 5 * 60000);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return pane().pointCount() > points; }, 10000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view().pointCount() > points; }, 10000));
 }

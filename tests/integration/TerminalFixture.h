@@ -2,9 +2,7 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartview/CRealtimeGraphWidget.h"
-#include "terminal/app/ChartPane.h"
-#include "terminal/app/ChartTitle.h"
-#include "terminal/app/InstrumentBox.h"
+#include "terminal/app/ChartView.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/market/MarketDate.h"
@@ -57,11 +55,11 @@ protected:
         mServices.reset();
     }
 
-    terminal::ChartPane &pane() { return *mWindow->pane(); }
+    terminal::ChartView &view() { return *mWindow->view(); }
     bool waitUntilComplete() {
-        return QTest::qWaitFor([&] { return pane().isComplete(); }, 10000);
+        return QTest::qWaitFor([&] { return view().isComplete(); }, 10000);
     }
-    QImage graphImage() { return pane().graph()->grab().toImage(); }
+    QImage graphImage() { return view().graph()->grab().toImage(); }
 
     QTemporaryDir mFolder;
     std::unique_ptr<terminal::TerminalServices> mServices;

@@ -1,9 +1,12 @@
+#include "containers/CRealtimeMainWidget.h"
 #include "host/toolkit/CUiResource.h"
+#include "host/windows/CSmartKeyboardDialog.h"
 #include "terminal/app/ImportDialog.h"
 #include "tests/integration/TerminalFixture.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTextStream>
 
@@ -20,7 +23,10 @@ struct IndexRange {
     double min;
 };
 
-class TerminalWindowTest : public TerminalFixture {};
+class TerminalWindowTest : public TerminalFixture {
+protected:
+    static TC::CSmartKeyboardDialog &keyboard() { return *TC::CSmartKeyboardDialog::instance(); }
+};
 
 /// Rows of a column in which a colour stands.
 QVector<int> rowsOf(const QImage &image, int column, const QColor &color) {
@@ -41,14 +47,14 @@ TEST_F(TerminalWindowTest, APastDayStandsOnTheScreenAsItIsStored) {
     ASSERT_TRUE(waitUntilComplete());
     const MinuteBars bars = mServices->exchange().dayBars("SH600000", dayOf(day));
     ASSERT_EQ(bars.size(), 241u);
-    EXPECT_EQ(pane().pointCount(), 241);
-    EXPECT_EQ(pane().day(), day);
+    EXPECT_EQ(view().pointCount(), 241);
+    EXPECT_EQ(view().day(), day);
 
     // The range as it has to be: as far up as down around the close of the day before.
     const double lastClose =
         TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose("SH600000", dayOf(day));
     const IndexRange range = [&] {
-        const auto ranges = pane().data()->getMaxMinMap();
+        const auto ranges = view().data()->getMaxMinMap();
         const auto pair = ranges.value(TC::CFormulaKey("SH600000", "REALTIME"));
         return IndexRange{pair.first, pair.second};
     }();
@@ -81,69 +87,137 @@ TEST_F(TerminalWindowTest, APastDayStandsOnTheScreenAsItIsStored) {
 TEST_F(TerminalWindowTest, TheRunningDayShowsWhatHasHappenedAndGrowsByTheExchange) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     ASSERT_TRUE(waitUntilComplete());
-    EXPECT_FALSE(pane().isPastDay());
-    EXPECT_EQ(pane().day(), mToday);
+    EXPECT_FALSE(view().isPastDay());
+    EXPECT_EQ(view().day(), mToday);
     // 09:30 to 10:30 are 61 positions; the minute that has just begun may have its bar already.
-    EXPECT_GE(pane().pointCount(), 61);
-    EXPECT_LE(pane().pointCount(), 62);
+    EXPECT_GE(view().pointCount(), 61);
+    EXPECT_LE(view().pointCount(), 62);
     const QImage before = graphImage();
     mServices->clock().setTime(mNow + 30 * 60 * 1000);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return pane().pointCount() >= 91; }, 10000));
-    EXPECT_LE(pane().pointCount(), 92);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view().pointCount() >= 91; }, 10000));
+    EXPECT_LE(view().pointCount(), 92);
     EXPECT_NE(graphImage(), before);
-    EXPECT_EQ(pane().uiParam()->mDataCount, pane().pointCount());
+    EXPECT_EQ(view().uiParam()->mDataCount, view().pointCount());
 }
 
-TEST_F(TerminalWindowTest, TypingInitialsAndEnterChangesTheInstrument) {
+TEST_F(TerminalWindowTest, TypingOpensTheSmartKeyboardAndEnterPicksTheInstrument) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     ASSERT_TRUE(waitUntilComplete());
-    const QString code = "600519";
-    ASSERT_TRUE(mServices->store().catalogue()->find("SH" + code)) << "the made-up market has it";
-    QTest::keyClicks(mWindow.get(), code.left(1));
-    QTest::keyClicks(mWindow->box(), code.mid(1));
-    ASSERT_TRUE(mWindow->box()->matches()->isVisible());
-    QTest::keyClick(mWindow->box(), Qt::Key_Return);
-    EXPECT_EQ(pane().instrument(), "SH" + code);
+    QTest::keyClicks(mWindow.get(), "g");
+    auto *edit = keyboard().findChild<QLineEdit *>();
+    ASSERT_TRUE(keyboard().isVisible());
+    EXPECT_EQ(edit->text(), "g");
+    QTest::keyClicks(edit, "zmt"); // initials of 贵州茅台
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_FALSE(keyboard().isVisible());
+    EXPECT_EQ(view().instrument(), "SH600519");
     ASSERT_TRUE(waitUntilComplete());
-    EXPECT_EQ(pane().title()->data().code, "SH" + code);
-    EXPECT_FALSE(mWindow->box()->matches()->isVisible());
+    EXPECT_TRUE(mWindow->findChild<QPushButton *>("instrument")->text().startsWith("SH600519 "));
 }
 
-TEST_F(TerminalWindowTest, AnUnknownTextIsToldWithTheNearestNames) {
+TEST_F(TerminalWindowTest, EscapeClosesTheSmartKeyboardAndTheChartStays) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
-    mWindow->box()->setFocus();
-    mWindow->box()->clear();
-    QTest::keyClicks(mWindow->box(), "SH60000X");
-    QTest::keyClick(mWindow->box(), Qt::Key_Return);
+    QTest::mouseClick(mWindow->findChild<QPushButton *>("instrument"), Qt::LeftButton);
+    ASSERT_TRUE(keyboard().isVisible());
+    QTest::keyClicks(keyboard().findChild<QLineEdit *>(), "600519");
+    QTest::keyClick(keyboard().findChild<QLineEdit *>(), Qt::Key_Escape);
+    EXPECT_FALSE(keyboard().isVisible());
+    EXPECT_EQ(view().instrument(), "SH600000");
+}
+
+TEST_F(TerminalWindowTest, TheShortcutOfTheSmartKeyboardShowsTheIndex) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    QTest::keyClicks(mWindow.get(), "0");
+    QTest::keyClicks(keyboard().findChild<QLineEdit *>(), "3");
+    QTest::keyClick(keyboard().findChild<QLineEdit *>(), Qt::Key_Return);
+    EXPECT_EQ(view().instrument(), "SH000001");
+}
+
+TEST_F(TerminalWindowTest, AnUnknownKeyIsToldWithTheNearestNames) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    EXPECT_FALSE(mWindow->showInstrument("SH60000X"));
     EXPECT_TRUE(mWindow->status().contains("SH60000X")) << qPrintable(mWindow->status());
     EXPECT_TRUE(mWindow->status().contains("SH600000")) << qPrintable(mWindow->status());
-    EXPECT_EQ(pane().instrument(), "SH600000");
-    QTest::keyClick(mWindow->box(), Qt::Key_Escape);
-    EXPECT_TRUE(mWindow->box()->text().startsWith("SH600000"));
+    EXPECT_EQ(view().instrument(), "SH600000");
+}
+
+TEST_F(TerminalWindowTest, TheArrowsWalkTheCrossLineAndEscapeTakesItAway) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000", QDate(2026, 11, 19)));
+    ASSERT_TRUE(waitUntilComplete());
+    QTest::keyClick(mWindow.get(), Qt::Key_Left);
+    EXPECT_TRUE(view().main()->isShowCrossline());
+    EXPECT_EQ(view().uiParam()->mCrossIndex, 240) << "the newest point";
+    QTest::keyClick(mWindow.get(), Qt::Key_Left);
+    EXPECT_EQ(view().uiParam()->mCrossIndex, 239);
+    QTest::keyClick(mWindow.get(), Qt::Key_Home);
+    EXPECT_EQ(view().uiParam()->mCrossIndex, 0);
+    QTest::keyClick(mWindow.get(), Qt::Key_Right);
+    EXPECT_EQ(view().uiParam()->mCrossIndex, 1);
+    QTest::keyClick(mWindow.get(), Qt::Key_End);
+    EXPECT_EQ(view().uiParam()->mCrossIndex, 240);
+    QTest::keyClick(mWindow.get(), Qt::Key_Escape);
+    EXPECT_FALSE(view().main()->isShowCrossline());
+}
+
+TEST_F(TerminalWindowTest, DownShowsMoreDaysUpToSixAndUpFewer) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    for (int days = 2; days <= 7; ++days) {
+        QTest::keyClick(mWindow.get(), Qt::Key_Down);
+        EXPECT_EQ(view().main()->getRealTimeWidget()->getGraphWidgets().size(), std::min(days, 6));
+    }
+    ASSERT_TRUE(waitUntilComplete());
+    for (int days = 5; days >= 0; --days) {
+        QTest::keyClick(mWindow.get(), Qt::Key_Up);
+        EXPECT_EQ(view().main()->getRealTimeWidget()->getGraphWidgets().size(), std::max(days, 1));
+    }
+}
+
+TEST_F(TerminalWindowTest, TheNumberOfFormulaPanesIsRemembered) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    mWindow->setFormulaPanes(3);
+    EXPECT_EQ(view().formulaPanes(), 3);
+    EXPECT_EQ(view().main()->getSubIndexWidgets()[1]->getIndexes(), QList<QString>{"MACD"});
+    mWindow.reset();
+    mWindow = std::make_unique<terminal::TerminalWindow>(*mServices);
+    EXPECT_EQ(view().formulaPanes(), 3);
+    mWindow->setFormulaPanes(-4);
+    EXPECT_EQ(view().formulaPanes(), 0);
+}
+
+TEST_F(TerminalWindowTest, AUserDefinedIndexAndAPortfolioAreShownOnTheDaysOfTheirMembers) {
+    const auto catalogue = mServices->store().catalogue();
+    ASSERT_FALSE(catalogue->indexes.isEmpty());
+    ASSERT_FALSE(catalogue->portfolios.isEmpty());
+    for (const QString &key : {catalogue->indexes.firstKey(), catalogue->portfolios.firstKey()}) {
+        ASSERT_TRUE(mWindow->showInstrument(key)) << qPrintable(key);
+        EXPECT_EQ(view().uiParam()->getStock().toStdString(), key.toStdString());
+        EXPECT_GT(mWindow->days()->count(), 20);
+        EXPECT_EQ(view().day(), mToday);
+    }
 }
 
 TEST_F(TerminalWindowTest, PageKeysGoThroughTheTradingDays) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     ASSERT_TRUE(waitUntilComplete());
     QTest::keyClick(mWindow.get(), Qt::Key_PageUp);
-    EXPECT_EQ(pane().day(), QDate(2026, 11, 19));
-    EXPECT_TRUE(pane().isPastDay());
+    EXPECT_EQ(view().day(), QDate(2026, 11, 19));
+    EXPECT_TRUE(view().isPastDay());
     QTest::keyClick(mWindow.get(), Qt::Key_PageUp);
-    EXPECT_EQ(pane().day(), QDate(2026, 11, 18));
+    EXPECT_EQ(view().day(), QDate(2026, 11, 18));
     QTest::keyClick(mWindow.get(), Qt::Key_PageDown);
     QTest::keyClick(mWindow.get(), Qt::Key_PageDown);
     QTest::keyClick(mWindow.get(), Qt::Key_PageDown);
-    EXPECT_EQ(pane().day(), mToday);
-    EXPECT_FALSE(pane().isPastDay());
+    EXPECT_EQ(view().day(), mToday);
+    EXPECT_FALSE(view().isPastDay());
     ASSERT_TRUE(waitUntilComplete());
-    EXPECT_LE(pane().pointCount(), 62) << "the day so far again";
+    EXPECT_LE(view().pointCount(), 62) << "the day so far again";
 }
 
 TEST_F(TerminalWindowTest, ADayWithoutBarsIsRefused) {
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     EXPECT_FALSE(mWindow->showInstrument("SH600000", QDate(2026, 11, 21)));
     EXPECT_TRUE(mWindow->status().contains("2026-11-21"));
-    EXPECT_EQ(pane().day(), mToday);
+    EXPECT_EQ(view().day(), mToday);
     EXPECT_FALSE(mWindow->showInstrument("XX1"));
 }
 
@@ -174,10 +248,10 @@ TEST_F(TerminalWindowTest, AnImportedFileIsShown) {
     terminal::ImportDialog *dialog = mWindow->openImport({path});
     QTest::mouseClick(dialog->findChild<QPushButton *>("start"), Qt::LeftButton);
     ASSERT_TRUE(
-        QTest::qWaitFor([&] { return pane().instrument() == "SH600999" && pane().isComplete(); }, 10000))
+        QTest::qWaitFor([&] { return view().instrument() == "SH600999" && view().isComplete(); }, 10000))
         << qPrintable(mWindow->status());
-    EXPECT_EQ(pane().day(), QDate(2026, 3, 23));
-    EXPECT_EQ(pane().pointCount(), 121) << "09:30 is a position of its own, before the first bar";
+    EXPECT_EQ(view().day(), QDate(2026, 3, 23));
+    EXPECT_EQ(view().pointCount(), 121) << "09:30 is a position of its own, before the first bar";
     EXPECT_EQ(mServices->search().exact("600999"), "SH600999");
 }
 

@@ -98,8 +98,6 @@ void CSmartKeyboardDialog::setTitle(const QString &title) {
 }
 
 void CSmartKeyboardDialog::openFor(QWidget *above, const QString &text) {
-    mEdit->setText(text);
-    search(text); // what was found last time may be out of date
     if (above) {
         const QRect frame(above->window()->mapToGlobal(QPoint()), above->window()->size());
         move(frame.right() - width() - 20, frame.bottom() - height() - 40);
@@ -108,6 +106,8 @@ void CSmartKeyboardDialog::openFor(QWidget *above, const QString &text) {
     raise();
     activateWindow();
     mEdit->setFocus();
+    mEdit->setText(text); // after the focus, which selects all, so that typing goes on behind the text
+    search(text); // what was found last time may be out of date
 }
 
 void CSmartKeyboardDialog::search(const QString &text) {

@@ -1,0 +1,151 @@
+#include "terminal/app/ChartView.h"
+
+#include "chartdata/CRealtimeData.h"
+#include "chartview/CRealtimeGraphWidget.h"
+#include "containers/CRealtimeMainWidget.h"
+#include "containers/CRealtimeWidget.h"
+#include "host/services/CIndexManager.h"
+#include "host/services/CStockManager.h"
+#include "terminal/market/MarketDate.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+constexpr int kLastValueChanged = 3072; ///< event of a chart's data
+const QString kPortfolioMarket = QStringLiteral("TZZH");
+constexpr int kAccountsShown = 2;
+
+bool isKnown(const QString &key) {
+    TC::CStockManager &stocks = TC::CSingletonT<TC::CStockManager>::instance();
+    return stocks.getInstrumentDetail(key) || stocks.isPortfolio(key) ||
+           TC::CSingletonT<TC::CIndexManager>::instance().getIndex(key);
+}
+
+bool isComplete(const TC::CRealtimeGraphWidget &graph, const QString &instrument) {
+    const boost::shared_ptr<TC::CRealtimeData> data = graph.getData();
+    const QList<QString> formulas = data->getFormulas();
+    return std::all_of(formulas.begin(), formulas.end(), [&](const QString &formula) {
+        return data->getData().contains(TC::CFormulaKey(instrument, data->getShowName(formula)));
+    });
+}
+
+} // namespace
+
+ChartView::ChartView(QWidget *parent)
+    : CBaseWidget(parent), mMain(new TC::CRealtimeMainWidget(this, TC::EIndexViewType::Ordinary)) {
+    setObjectName(QStringLiteral("chart_view"));
+    setFocusProxy(mMain);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(mMain);
+}
+
+bool ChartView::show(const QString &key, const QDate &day) {
+    if (!isKnown(key)) {
+        return false;
+    }
+    mMain->unrequest();
+    mMain->clear(false);
+    mInstrument = key;
+    mPastDay = day;
+    if (day.isValid()) {
+        mMain->setGetTradeDateFunc([date = dayOf(day)] { return date; });
+    } else {
+        mMain->setGetTradeDateFunc({});
+    }
+    // A portfolio is set by its number.
+    const bool isPortfolio = TC::CSingletonT<TC::CStockManager>::instance().isPortfolio(key);
+    mMain->setStock(isPortfolio ? key.mid(kPortfolioMarket.size()) : key, false);
+    mMain->beHistory(day.isValid());
+    mMain->request(false);
+    mMain->updateWidgetsView();
+    emit changed();
+    return true;
+}
+
+void ChartView::reload() {
+    if (!mInstrument.isEmpty()) {
+        show(QString(mInstrument), mPastDay);
+    }
+}
+
+QDate ChartView::day() const {
+    return mInstrument.isEmpty() ? QDate() : dateOf(data()->getTradeDate());
+}
+
+bool ChartView::isComplete() const {
+    if (mInstrument.isEmpty()) {
+        return false;
+    }
+    QVector<TC::CRealtimeWidget *> panes = mMain->getSubIndexWidgets();
+    panes.prepend(mMain->getRealTimeWidget());
+    return std::all_of(panes.begin(), panes.end(), [this](const TC::CRealtimeWidget *pane) {
+        const QList<TC::CRealtimeGraphWidget *> graphs = pane->getGraphWidgets();
+        return std::all_of(graphs.begin(), graphs.end(), [this](const TC::CRealtimeGraphWidget *graph) {
+            return terminal::isComplete(*graph, mInstrument);
+        });
+    });
+}
+
+int ChartView::pointCount() const {
+    const auto series = data()->getData().constFind(TC::CFormulaKey(mInstrument, uiParam()->getBasicFormula()));
+    return series == data()->getData().constEnd() ? 0 : static_cast<int>(series->result.mTimes.size());
+}
+
+void ChartView::showAccounts(const QList<QString> &stockAccounts, const QList<QString> &futureAccounts) {
+    TC::CRealtimeUiParam &param = *uiParam();
+    param.mStockAccounts = stockAccounts;
+    param.mFutureAccounts = futureAccounts;
+    const bool any = !stockAccounts.isEmpty() || !futureAccounts.isEmpty();
+    param.mLinkageFlags = any ? param.mLinkageFlags | kAccountsShown : param.mLinkageFlags & ~kAccountsShown;
+    mMain->getRealTimeWidget()->updateView();
+    mMain->getRealTimeWidget()->update();
+}
+
+void ChartView::setFormulaPanes(int count) {
+    mMain->adjustIndexWidgetSize(count + 1);
+}
+
+int ChartView::formulaPanes() const {
+    return mMain->getSubIndexWidgets().size();
+}
+
+bool ChartView::hideCrossLine() {
+    if (!mMain->isShowCrossline()) {
+        return false;
+    }
+    mMain->switchCrossline();
+    return true;
+}
+
+boost::shared_ptr<TC::CRealtimeUiParam> ChartView::uiParam() const {
+    return mMain->getUiParam();
+}
+
+TC::CRealtimeGraphWidget *ChartView::graph() const {
+    return mMain->getRealTimeWidget()->getGraphWidgets().first();
+}
+
+boost::shared_ptr<TC::CRealtimeData> ChartView::data() const {
+    return graph()->getData();
+}
+
+bool ChartView::handleEvent(int event, int first, int second, QString text, void *payload) {
+    if (event == kLastValueChanged) {
+        emit changed();
+        return true;
+    }
+    return CBaseWidget::handleEvent(event, first, second, text, payload);
+}
+
+void ChartView::onUiResourceChanged() {
+    CBaseWidget::onUiResourceChanged();
+    reload(); // the colours of points are the theme's
+}
+
+} // namespace terminal

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "host/toolkit/CBaseWidget.h"
+
+#include <QDate>
+#include <QList>
+#include <QString>
+#include <boost/shared_ptr.hpp>
+
+namespace TC {
+class CRealtimeData;
+class CRealtimeGraphWidget;
+class CRealtimeMainWidget;
+class CRealtimeUiParam;
+} // namespace TC
+
+namespace terminal {
+
+/// The terminal's side of one chart view: sets the instrument and the trading day, and hears what the view delivers.
+class ChartView : public GZ::CBaseWidget {
+    Q_OBJECT
+public:
+    explicit ChartView(QWidget *parent = nullptr);
+
+    /// Shows an instrument of the catalogue; a null day is the running one. False, and nothing changed, for an
+    /// unknown instrument.
+    bool show(const QString &key, const QDate &day);
+    /// Withdraws what is under way and asks for everything anew, as after a theme or the store changed.
+    void reload();
+
+    QString instrument() const { return mInstrument; }
+    /// The newest trading day shown.
+    QDate day() const;
+    /// Whether a past day was asked for.
+    bool isPastDay() const { return mPastDay.isValid(); }
+    /// Whether every series that was asked for has arrived, in all panes and for all days.
+    bool isComplete() const;
+    /// Points of the price series of the newest day.
+    int pointCount() const;
+
+    /// Shows the trades of these accounts, in place of those shown before.
+    void showAccounts(const QList<QString> &stockAccounts, const QList<QString> &futureAccounts);
+    /// Number of formula panes under the chart, 0 to 9; those added have the default formulas.
+    void setFormulaPanes(int count);
+    int formulaPanes() const;
+    /// Turns the cross line off when it is shown; whether it was.
+    bool hideCrossLine();
+
+    TC::CRealtimeMainWidget *main() const { return mMain; }
+    boost::shared_ptr<TC::CRealtimeUiParam> uiParam() const;
+    /// Of the newest day of the main pane.
+    TC::CRealtimeGraphWidget *graph() const;
+    boost::shared_ptr<TC::CRealtimeData> data() const;
+
+    bool handleEvent(int event, int first, int second, QString text, void *payload) override;
+    void onUiResourceChanged() override;
+    using QWidget::show;
+
+signals:
+    /// The last value of the chart has changed.
+    void changed();
+
+private:
+    TC::CRealtimeMainWidget *mMain;
+    QString mInstrument;
+    QDate mPastDay; ///< null for the running day
+};
+
+} // namespace terminal
