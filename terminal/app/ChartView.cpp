@@ -4,6 +4,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
+#include "host/services/CFormulaOperateManager.h"
 #include "host/services/CIndexManager.h"
 #include "host/services/CStockManager.h"
 #include "terminal/market/MarketDate.h"
@@ -29,8 +30,10 @@ bool isKnown(const QString &key) {
 bool isComplete(const TC::CRealtimeGraphWidget &graph, const QString &instrument) {
     const boost::shared_ptr<TC::CRealtimeData> data = graph.getData();
     const QList<QString> formulas = data->getFormulas();
+    TC::CFormulaOperateManager &catalogue = TC::CSingletonT<TC::CFormulaOperateManager>::instance();
     return std::all_of(formulas.begin(), formulas.end(), [&](const QString &formula) {
-        return data->getData().contains(TC::CFormulaKey(instrument, data->getShowName(formula)));
+        return !catalogue.getFormula(formula) ||
+               data->getData().contains(TC::CFormulaKey(instrument, data->getShowName(formula)));
     });
 }
 
@@ -113,6 +116,27 @@ void ChartView::setFormulaPanes(int count) {
 
 int ChartView::formulaPanes() const {
     return mMain->getSubIndexWidgets().size();
+}
+
+void ChartView::countPastPoints() {
+    if (isPastDay()) {
+        uiParam()->mDataCount = pointCount();
+    }
+}
+
+void ChartView::moveCursor(bool left) {
+    countPastPoints();
+    mMain->moveCursor(left);
+}
+
+void ChartView::moveToHome() {
+    countPastPoints();
+    mMain->moveToHome();
+}
+
+void ChartView::moveToEnd() {
+    countPastPoints();
+    mMain->moveToEnd();
 }
 
 bool ChartView::hideCrossLine() {

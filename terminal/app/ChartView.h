@@ -43,6 +43,10 @@ public:
     /// Number of formula panes under the chart, 0 to 9; those added have the default formulas.
     void setFormulaPanes(int count);
     int formulaPanes() const;
+    /// Moves the cross line one position, or shows it.
+    void moveCursor(bool left);
+    void moveToHome();
+    void moveToEnd();
     /// Turns the cross line off when it is shown; whether it was.
     bool hideCrossLine();
 
@@ -61,6 +65,9 @@ signals:
     void changed();
 
 private:
+    /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.
+    void countPastPoints();
+
     TC::CRealtimeMainWidget *mMain;
     QString mInstrument;
     QDate mPastDay; ///< null for the running day

@@ -103,21 +103,20 @@ bool TerminalWindow::handleCommandKey(int key) {
 }
 
 bool TerminalWindow::handleCursorKey(int key) {
-    TC::CRealtimeMainWidget *main = mView->main();
     switch (key) {
     case Qt::Key_Left:
     case Qt::Key_Right:
-        main->moveCursor(key == Qt::Key_Left);
+        mView->moveCursor(key == Qt::Key_Left);
         return true;
     case Qt::Key_Home:
-        main->moveToHome();
+        mView->moveToHome();
         return true;
     case Qt::Key_End:
-        main->moveToEnd();
+        mView->moveToEnd();
         return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
-        main->scaleView(key == Qt::Key_Up);
+        mView->main()->scaleView(key == Qt::Key_Up);
         return true;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
