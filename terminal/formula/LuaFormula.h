@@ -17,7 +17,7 @@ namespace terminal {
 struct FormulaLimits {
     int milliseconds = 1000; ///< time of one run
     std::size_t bytes = 16u << 20; ///< memory of the Lua state
-    std::size_t vectors = 2000; ///< vectors made in one run
+    std::size_t vectors = 500; ///< vectors made in one run
 };
 
 /// What a formula file knows of the request beside the bars. A number that is not known is no number.
@@ -46,7 +46,7 @@ std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file);
 /// points have no values. The same error is told once in a row. After an error of limits the program stays still.
 ///
 /// The file's `run` is executed once; what it says about vectors is kept, and a tick computes the last point of each.
-/// A file that reads single values of a vector is executed with every change.
+/// A file that reads single values of a vector is executed with every change, and before the first bars over none.
 std::unique_ptr<FormulaProgram> makeLuaFormula(const LuaFormulaFile &file, const FormulaInputs &inputs = {},
                                                FormulaErrorSink sink = {}, const FormulaLimits &limits = {});
 

@@ -19,6 +19,15 @@ constexpr std::size_t kMostDrawings = 500; ///< in one run
 constexpr std::size_t kMostLayers = 32; ///< colours or texts of one drawing
 constexpr std::size_t kLongestText = 256; ///< bytes of a text of a point
 
+/// What Lua holds of a vector.
+struct VectorHandle {
+    VectorNode *node;
+};
+/// What Lua holds of a drawing.
+struct DrawingHandle {
+    const FormulaDrawing *drawing;
+};
+
 QString tr(const char *text) {
     return QCoreApplication::translate("LuaVectors", text);
 }
@@ -43,13 +52,13 @@ void pushOperand(lua_State *state, const FormulaRun &run, const Operand &operand
     if (run.graph.size() > run.vectorLimit) {
         LuaSandbox::raise(state, tr("向量过多（上限 %1 个）").arg(run.vectorLimit));
     }
-    *static_cast<VectorNode **>(lua_newuserdatauv(state, sizeof(VectorNode *), 0)) = operand.node;
+    static_cast<VectorHandle *>(lua_newuserdatauv(state, sizeof(VectorHandle), 0))->node = operand.node;
     luaL_setmetatable(state, kVectorType);
 }
 
 VectorNode *vectorAt(lua_State *state, int index) {
     void *found = luaL_testudata(state, index, kVectorType);
-    return found ? *static_cast<VectorNode **>(found) : nullptr;
+    return found ? static_cast<VectorHandle *>(found)->node : nullptr;
 }
 
 [[noreturn]] void raiseArgument(lua_State *state, const char *function, int index, const QString &wanted) {
@@ -206,15 +215,15 @@ int pushDrawing(lua_State *state, FormulaRun &run, FormulaDrawing drawing) {
         LuaSandbox::raise(state, tr("绘图指令过多"));
     }
     run.drawings.push_back(std::move(drawing));
-    void *place = lua_newuserdatauv(state, sizeof(FormulaDrawing *), 0);
-    *static_cast<FormulaDrawing **>(place) = &run.drawings.back();
+    void *place = lua_newuserdatauv(state, sizeof(DrawingHandle), 0);
+    static_cast<DrawingHandle *>(place)->drawing = &run.drawings.back();
     luaL_setmetatable(state, kDrawingType);
     return 1;
 }
 
 const FormulaDrawing *drawingAt(lua_State *state, int index) {
     void *found = luaL_testudata(state, index, kDrawingType);
-    return found ? *static_cast<FormulaDrawing **>(found) : nullptr;
+    return found ? static_cast<DrawingHandle *>(found)->drawing : nullptr;
 }
 
 FormulaDrawing lineAt(lua_State *state, int index, const char *function) {
