@@ -61,8 +61,7 @@ private:
         row.clock += mReading.labelAtStart ? 1 : 0;
         if (row.clock == 0) { // midnight ends the day before
             row.clock = 1440;
-            const QDate date = calendarDate(row.date).addDays(-1);
-            row.date = date.year() * 10000 + date.month() * 100 + date.day();
+            row.date = dateNumber(calendarDate(row.date).addDays(-1));
         }
         const std::optional<Place> place = mReading.sessions.placeOf(row.clock);
         if (!place) {
@@ -127,6 +126,10 @@ private:
         if (place == Place::EveningBefore || place == Place::MorningAfterEvening) {
             const QDate evening = place == Place::EveningBefore ? date : date.addDays(-1);
             day = row.tradingDay != 0 ? calendarDate(row.tradingDay) : dayOfNight(evening);
+            if (!follows(day, evening)) {
+                return {row.line, QStringLiteral("the trading day %1 does not follow the night of %2")
+                                      .arg(day.toString(Qt::ISODate), evening.toString(Qt::ISODate))};
+            }
             const auto other = mNights.constFind(day);
             if (other != mNights.constEnd() && *other != evening) {
                 return {row.line, QStringLiteral("two nights, of %1 and of %2, before the trading day %3")
@@ -139,8 +142,18 @@ private:
         return {};
     }
 
+    /// Whether a trading day can be that of a night: the next one, whatever holidays lie between, and later than those
+    /// of the nights before.
+    bool follows(const QDate &day, const QDate &evening) const {
+        constexpr int kLongestBreak = 15; // days
+        const auto next = mDaysWithRows.upper_bound(dateNumber(evening));
+        const bool isNext = next == mDaysWithRows.end() || dateNumber(day) <= *next;
+        const bool isLater = mNights.isEmpty() || day >= mNights.lastKey();
+        return day > evening && day <= evening.addDays(kLongestBreak) && isNext && isLater;
+    }
+
     QDate dayOfNight(const QDate &evening) {
-        const int number = evening.year() * 10000 + evening.month() * 100 + evening.day();
+        const int number = dateNumber(evening);
         const auto next = mDaysWithRows.upper_bound(number);
         if (next == mDaysWithRows.end()) {
             return mReading.calendar.next(evening);
@@ -179,6 +192,10 @@ private:
 
 QDate calendarDate(int yyyymmdd) {
     return QDate(yyyymmdd / 10000, yyyymmdd / 100 % 100, yyyymmdd % 100);
+}
+
+int dateNumber(const QDate &date) {
+    return date.year() * 10000 + date.month() * 100 + date.day();
 }
 
 BarFault sortIntoDays(std::vector<BarRow> &rows, const BarReading &reading, BarDays &result) {

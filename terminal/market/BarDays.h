@@ -32,9 +32,11 @@ struct BarDays {
 
 /// The date of a number such as 20180102.
 QDate calendarDate(int yyyymmdd);
+/// The number of a date.
+int dateNumber(const QDate &date);
 
-/// Puts rows on their trading days: a night belongs to the next day that has bars of a day session, or to the next
-/// one of the calendar when the file ends before. Rows of the same minute have to be equal, and count once. Sorts
+/// Puts rows on their trading days: a night belongs to the day that the file tells, else to the next day that has bars
+/// of a day session, or to the next one of the calendar when the file ends before. Rows of the same minute have to be equal, and count once. Sorts
 /// `rows`.
 BarFault sortIntoDays(std::vector<BarRow> &rows, const BarReading &reading, BarDays &result);
 

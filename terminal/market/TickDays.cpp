@@ -14,10 +14,6 @@ constexpr int kTold = 4; ///< minutes after a close in which its trades are stil
 constexpr int kOpening = 60; ///< minutes before the first session in which an auction may be told
 constexpr int kReopening = 5; ///< minutes before another session
 
-int numberOf(const QDate &date) {
-    return date.year() * 10000 + date.month() * 100 + date.day();
-}
-
 /// Turns snapshots of a day so far into what was traded between them.
 class SnapshotDiffer {
 public:
@@ -88,7 +84,7 @@ private:
             mDate = number;
             const QDate date = calendarDate(number);
             mMidnight = timeOf(date, 0);
-            mDayBefore = numberOf(date.addDays(-1));
+            mDayBefore = dateNumber(date.addDays(-1));
         }
     }
 

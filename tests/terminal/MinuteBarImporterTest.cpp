@@ -342,6 +342,25 @@ TEST_F(MinuteBarImporterTest, TwoNightsBeforeOneDayAreAnError) {
               "3: two nights, of 2026-11-17 and of 2026-11-18, before the trading day 2026-11-19");
 }
 
+TEST_F(MinuteBarImporterTest, ATradingDayThatDoesNotFollowItsNightIsAnError) {
+    const QByteArray header("datetime,tradingday,open,high,low,close,volume\n");
+    const ImportOptions gold = options("SHFE", "AU2606");
+    EXPECT_EQ(trouble(header + "2028-03-20 21:01:00,20260323,1,1,1,1,1\n", gold),
+              "2: the trading day 2026-03-23 does not follow the night of 2028-03-20");
+    EXPECT_EQ(trouble(header + "2026-03-20 21:01:00,20260320,1,1,1,1,1\n", gold),
+              "2: the trading day 2026-03-20 does not follow the night of 2026-03-20");
+    EXPECT_EQ(trouble(header + "2026-03-20 21:01:00,20260520,1,1,1,1,1\n", gold),
+              "2: the trading day 2026-05-20 does not follow the night of 2026-03-20");
+    EXPECT_EQ(trouble(header + "2026-03-20 21:01:00,20260325,1,1,1,1,1\n"
+                               "2026-03-23 09:01:00,20260323,1,1,1,1,1\n",
+                      gold),
+              "2: the trading day 2026-03-25 does not follow the night of 2026-03-20");
+    EXPECT_EQ(trouble(header + "2026-03-19 21:01:00,20260324,1,1,1,1,1\n"
+                               "2026-03-20 21:01:00,20260323,1,1,1,1,1\n",
+                      gold),
+              "3: the trading day 2026-03-23 does not follow the night of 2026-03-20");
+}
+
 TEST_F(MinuteBarImporterTest, ATradingDayColumnDecides) {
     ASSERT_TRUE(import("tradingDay,datetime,open,high,low,close,volume\n20261124,2026-11-20 21:30,1,1,1,1,1\n",
                        options("SHFE", "AU"))

@@ -296,3 +296,76 @@ TEST_F(SimulatedExchangeTest, StartsWithTheAuctionOfTheLastTradingDay) {
     EXPECT_EQ(simulationStart(*mStore.catalogue(), timeOf(QDate(2026, 11, 21), 700)), at(9, 25));
     EXPECT_EQ(simulationStart(*mStore.catalogue(), at(8, 0)), at(9, 25));
 }
+
+TEST_F(SimulatedExchangeTest, EveryInstrumentRunsFromItsAuctionToItsCloseAtAnyPace) {
+    constexpr qint64 kStep = 600000; // of the market's time
+    const qint64 evening = timeOf(kDay.addDays(-1), 20 * 60 + 56); // the auction of the night sessions
+    for (const double pace : {1.0, 60.0, 600.0}) {
+        HandClock hand;
+        SimulatedClock clock(evening, pace, hand.source());
+        SimulatedExchange exchange(mStore, clock);
+        std::map<QString, Follower> followers;
+        const auto follow = [&](bool night) {
+            for (const SimulatedInstrument &simulated : simulatedInstruments()) {
+                const QString key = simulated.instrument.key();
+                if (simulated.instrument.sessions.hasNight() == night) {
+                    const auto take = [&followers, key](const MinuteUpdate &update) {
+                        followers.at(key).take(update);
+                    };
+                    followers.emplace(key, Follower(exchange.subscribe(key, dayOf(kDay), take).bars));
+                }
+            }
+        };
+        follow(true);
+        const auto advanceTo = [&](qint64 end) {
+            while (clock.now() < end) {
+                *hand.real += static_cast<qint64>(kStep / pace);
+                exchange.advance();
+            }
+        };
+        advanceTo(at(9, 20));
+        follow(false);
+        advanceTo(at(9, 20) + 18 * 3600 * 1000);
+        EXPECT_EQ(static_cast<int>(followers.size()), simulatedInstruments().size());
+        for (const SimulatedInstrument &simulated : simulatedInstruments()) {
+            const QString key = simulated.instrument.key();
+            const Follower &follower = followers.at(key);
+            EXPECT_GT(follower.mUpdates, 200) << key.toStdString() << " at " << pace;
+            MinuteBars expected = whole(key);
+            while (simulated.instrument.hasAfterHours() && expected.back().time > at(15, 0)) {
+                expected.pop_back(); // they have a stream of their own
+            }
+            EXPECT_TRUE(follower.bars() == expected) << key.toStdString() << " at " << pace;
+        }
+    }
+}
+
+TEST_F(SimulatedExchangeTest, NowAndThenPointsComeInBurstsLateAndRevised) {
+    int bursts = 0;
+    int late = 0;
+    int revised = 0;
+    int minutes = 0;
+    for (const SimulatedInstrument &simulated : simulatedInstruments()) {
+        const MinuteBars day = whole(simulated.instrument.key());
+        for (size_t i = 1; i < day.size(); ++i, ++minutes) {
+            const std::vector<SimulatedTick> ticks = ticksOfBar(day, i, 7);
+            ASSERT_EQ(ticks.back().bar, day[i]) << "it ends as it is stored";
+            ASSERT_LE(ticks.back().at, day[i].time + kLongestLag);
+            const bool isRevised = ticks.size() > 1 && ticks[ticks.size() - 2].at >= day[i].time;
+            revised += isRevised ? 1 : 0;
+            late += !isRevised && ticks.back().at > day[i].time ? 1 : 0;
+            bursts += std::adjacent_find(ticks.begin(), ticks.end(),
+                                         [](const SimulatedTick &a, const SimulatedTick &b) {
+                                             return a.at == b.at;
+                                         }) != ticks.end()
+                          ? 1
+                          : 0;
+        }
+    }
+    ASSERT_GT(minutes, 5000);
+    EXPECT_GT(bursts, minutes / 100);
+    EXPECT_GT(late, minutes / 200);
+    EXPECT_LT(late, minutes / 10) << "not as a rule";
+    EXPECT_GT(revised, minutes / 200);
+    EXPECT_LT(revised, minutes / 10);
+}

@@ -268,3 +268,69 @@ TEST_F(MarketFillTest, AnImportedDayIsLeftAsItIs) {
     ASSERT_TRUE(fillStore(mStore, kNow).isEmpty());
     EXPECT_EQ(mStore.bars(row("SH600000"), dayOf(QDate(2026, 11, 18))), own);
 }
+
+TEST_F(MarketFillTest, DaysOpenWithGapsAgainstTheCloseBefore) {
+    openFilledStore(kNow);
+    int days = 0;
+    int gaps = 0;
+    double before = 0.0;
+    for (const int day : mStore.days(row("SZ300750"))) {
+        const DaySummary summary = *mStore.summary(row("SZ300750"), day);
+        if (before > 0.0) {
+            ++days;
+            gaps += std::abs(summary.open / before - 1.0) > 0.002 ? 1 : 0;
+            EXPECT_LT(std::abs(summary.open / before - 1.0), 0.2) << "within the limits";
+        }
+        before = summary.close;
+    }
+    EXPECT_GE(days, 25);
+    EXPECT_GT(gaps, days / 3);
+}
+
+TEST_F(MarketFillTest, SectorsOfThreeLevelsHaveIndexesAndMembersOfTheStore) {
+    openFilledStore(kNow);
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    std::set<int> levels;
+    for (const Sector &sector : catalogue->sectors) {
+        EXPECT_FALSE(sector.members.isEmpty()) << sector.name.toStdString();
+        for (const QString &member : sector.members) {
+            EXPECT_TRUE(catalogue->find(member)) << member.toStdString();
+        }
+        if (!sector.indexKey.isEmpty()) {
+            levels.insert(sector.level);
+            ASSERT_TRUE(catalogue->find(sector.indexKey)) << sector.indexKey.toStdString();
+            EXPECT_EQ(catalogue->find(sector.indexKey)->kind, InstrumentKind::SectorIndex);
+            EXPECT_FALSE(mStore.days(catalogue->find(sector.indexKey)->id).isEmpty());
+        }
+    }
+    EXPECT_EQ(levels, (std::set<int>{1, 2, 3}));
+}
+
+TEST_F(MarketFillTest, PortfoliosHoldSharesAndFuturesOfBothDirections) {
+    openFilledStore(kNow);
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    int shares = 0;
+    int longFutures = 0;
+    int shortFutures = 0;
+    for (const Portfolio &portfolio : catalogue->portfolios) {
+        for (const PortfolioPosition &position : portfolio.positions) {
+            const Instrument *instrument = catalogue->find(position.key);
+            ASSERT_TRUE(instrument) << position.key.toStdString();
+            const bool future = instrument->kind == InstrumentKind::Future;
+            shares += future ? 0 : 1;
+            longFutures += future && position.quantity > 0.0 ? 1 : 0;
+            shortFutures += future && position.quantity < 0.0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(shares, 0);
+    EXPECT_GT(longFutures, 0);
+    EXPECT_GT(shortFutures, 0);
+}
+
+TEST_F(MarketFillTest, AFutureWithANightHasFridaysEveningInMondaysDay) {
+    openFilledStore(kNow);
+    const MinuteBars monday = mStore.bars(row("SHFEAU2612"), dayOf(QDate(2026, 11, 16)));
+    ASSERT_FALSE(monday.empty());
+    EXPECT_EQ(dateAt(monday.front().time), QDate(2026, 11, 13));
+    EXPECT_EQ(dateAt(monday.back().time), QDate(2026, 11, 16));
+}
