@@ -1,6 +1,7 @@
 #include "chartview/CRealtimeTimeWidget.h"
 
 #include "tests/chartview/GraphFixture.h"
+#include "tests/support/Golden.h"
 
 using namespace TC;
 
@@ -297,10 +298,10 @@ TEST_F(TimeScale, AnyWalkOfTheFlagLeavesThePixelsOfAWholeRepaint) {
         mScale->setCursor(index, mUi->getXAxisByIndex(index));
         mScale->refreshFlag();
         QCoreApplication::processEvents();
-        const QImage walked = mKeeper->grab().toImage();
+        const QImage walked = tests::onScreen(*mKeeper);
         mKeeper->update();
         QCoreApplication::processEvents();
-        ASSERT_EQ(walked, mKeeper->grab().toImage()) << step;
+        ASSERT_EQ(walked, tests::onScreen(*mKeeper)) << step;
     }
 }
 

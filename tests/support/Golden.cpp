@@ -1,7 +1,9 @@
 #include "tests/support/Golden.h"
 
 #include <QDir>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QWidget>
 
 #include <algorithm>
@@ -107,6 +109,13 @@ QImage rendered(const QSize &size, double ratio, const QColor &background,
 
 QImage rendered(QWidget &widget, double ratio) {
     return rendered(widget.size(), ratio, Qt::transparent, [&](QPainter &painter) { widget.render(&painter); });
+}
+
+QImage onScreen(const QWidget &window) {
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(window.winId())
+        .toImage()
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
 QString goldenName(const QString &name, double ratio) {

@@ -48,6 +48,9 @@ QImage rendered(const QSize &size, double ratio, const QColor &background,
 /// The same of a widget with its children, as large as it is.
 QImage rendered(QWidget &widget, double ratio);
 
+/// What stands on the screen of a window that is shown, from all repaints so far; nothing is painted for it.
+QImage onScreen(const QWidget &window);
+
 /// "name" at ratio 1, "name@2x" at ratio 2.
 QString goldenName(const QString &name, double ratio);
 
