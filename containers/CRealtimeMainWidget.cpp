@@ -5,6 +5,7 @@
 #include "chartview/CRealtimeTimeWidget.h"
 #include "containers/DownloadProgress.h"
 #include "containers/MarketWord.h"
+#include "containers/Repaint.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
 #include "host/services/IdGenerator.h"
@@ -236,6 +237,7 @@ void CRealtimeMainWidget::request(bool sync) {
         for (CRealtimeWidget *pane : allPanes()) {
             pane->syncRequest(kOrdinary);
         }
+        updateWithChildren(this);
         repaint();
         return;
     }
@@ -290,7 +292,7 @@ void CRealtimeMainWidget::updateView() {
     for (CRealtimeWidget *pane : allPanes()) {
         pane->updateView();
     }
-    update();
+    updateWithChildren(this);
 }
 
 void CRealtimeMainWidget::updateWidgetsView() {

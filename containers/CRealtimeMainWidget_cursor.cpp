@@ -64,7 +64,7 @@ void CRealtimeMainWidget::leaveEvent(QEvent * /*event*/) {
         pane->updateIndexId(-1);
     }
     tellTimeScale(-1, 0);
-    update();
+    refreshCrossLine();
 }
 
 bool CRealtimeMainWidget::isShowCrossline() const {
@@ -73,7 +73,7 @@ bool CRealtimeMainWidget::isShowCrossline() const {
 
 void CRealtimeMainWidget::switchCrossline() {
     mUiParam->mCrossShown = !mUiParam->mCrossShown;
-    update();
+    refreshCrossLine();
 }
 
 void CRealtimeMainWidget::tellTimeScale(int index, int x) {

@@ -3,6 +3,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/DownloadProgress.h"
+#include "containers/Repaint.h"
 #include "host/services/CStockManager.h"
 #include "host/windows/CIndexModelWidget.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -286,14 +287,14 @@ void CRealtimeMainWidget::showLinkageDataFromKey() {
 void CRealtimeMainWidget::updateLinkageDatas() {
     if (mUiParam->mLinkageFlags != kNoLinkage) {
         mMainWidget->updateView();
-        mMainWidget->update();
+        updateWithChildren(mMainWidget);
     }
 }
 
 void CRealtimeMainWidget::closeLinkageSetting() {
     mUiParam->mLinkageFlags &= ~kSelectedDataView;
     mMainWidget->updateView();
-    mMainWidget->update();
+    updateWithChildren(mMainWidget);
 }
 
 } // namespace TC

@@ -2,6 +2,7 @@
 
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/DownloadProgress.h"
+#include "containers/Repaint.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/windows/CIndexModelWidget.h"
@@ -139,13 +140,13 @@ void CRealtimeMainWidget::handleModifyFormula(const QString &name, EFormulaLangu
             pane->request(kOrdinary);
         }
     }
-    update();
+    updateWithChildren(this);
 }
 
 void CRealtimeMainWidget::handleDeleteFormula(const QString &name) {
     deleteMainFormula(name);
     removeFromSubPanes(name);
-    update();
+    updateWithChildren(this);
 }
 
 void CRealtimeMainWidget::deleteMainFormula(const QString &name) {

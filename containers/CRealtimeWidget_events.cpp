@@ -6,6 +6,7 @@
 #include "chartview/CCrossLineWidget.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
+#include "containers/Repaint.h"
 #include "host/drawing/CIndexTitleWidget.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/CPushButton.h"
@@ -207,15 +208,15 @@ bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, v
     case eAxisChanged:
         updateAxis(false);
         updateView();
-        update();
+        updateWithChildren(this);
         return true;
     case eFormulaAsked:
         updateIndex(param, text);
-        update();
+        updateWithChildren(this);
         return true;
     case eOverlayAsked:
         updateOverlay(param, text);
-        update();
+        updateWithChildren(this);
         return true;
     case eDataChanged:
         refreshTitle(data);

@@ -1,6 +1,7 @@
 #include "chartview/CCrossLineWidget.h"
 
 #include "tests/chartview/GraphFixture.h"
+#include "tests/support/Golden.h"
 
 #include <climits>
 
@@ -210,10 +211,10 @@ TEST_F(CrossLine, AnyWalkLeavesThePixelsOfAWholeRepaint) {
         mLine->setX(20 + 50 * step);
         mLine->setY(190 - 40 * step);
         QCoreApplication::processEvents();
-        const QImage walked = mKeeper->grab().toImage();
+        const QImage walked = tests::onScreen(*mKeeper);
         mKeeper->update();
         QCoreApplication::processEvents();
-        EXPECT_EQ(walked, mKeeper->grab().toImage()) << step;
+        EXPECT_EQ(walked, tests::onScreen(*mKeeper)) << step;
     }
 }
 
