@@ -63,13 +63,13 @@ std::unique_ptr<FormulaRun> FormulaRun::of(const LuaFormulaFile &file, const For
         run->error = FormulaError{file.name, 0, tr("文件过长（上限 %1 KiB）").arg(kLongestFile / 1024)};
         return run;
     }
-    const auto deadline = LuaSandbox::Clock::now() + std::chrono::milliseconds(limits.milliseconds);
-    run->graph.evaluate(bars, 0, deadline);
+    const TimeLimit time(limits.milliseconds);
+    run->graph.evaluate(bars, 0, time);
     LuaSandbox sandbox(limits.bytes);
     const LuaSandbox::Body body = [&run, &file, depth](lua_State *state) {
         runBody(state, *run, file.text, depth);
     };
-    if (!sandbox.run(body, deadline, error)) {
+    if (!sandbox.run(body, time, error)) {
         error.formula = file.name;
         run->error = error;
         run->overLimit = sandbox.isOverLimit();

@@ -70,8 +70,8 @@ private:
             start(bars);
             takeStyles();
         }
-        const auto deadline = VectorGraph::Clock::now() + std::chrono::milliseconds(mLimits.milliseconds);
-        if (!mRun->error && !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, deadline)) {
+        const TimeLimit time(mLimits.milliseconds);
+        if (!mRun->error && !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, time)) {
             mRun->error = FormulaError{mFile.name, 0, QCoreApplication::translate("LuaSandbox", "运行超时")};
             mRun->overLimit = true;
         }

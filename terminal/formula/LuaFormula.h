@@ -15,7 +15,7 @@ namespace terminal {
 
 /// What a run of a formula may take. A run that goes beyond ends with an error.
 struct FormulaLimits {
-    int milliseconds = 1000; ///< time of one run
+    int milliseconds = 1000; ///< of the processor, for one run
     std::size_t bytes = 16u << 20; ///< memory of the Lua state
     std::size_t vectors = 500; ///< vectors made in one run
 };

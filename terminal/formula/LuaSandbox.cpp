@@ -134,7 +134,7 @@ int LuaSandbox::addLine(lua_State *state) {
     return 1;
 }
 
-bool LuaSandbox::run(const Body &body, Clock::time_point deadline, FormulaError &error) {
+bool LuaSandbox::run(const Body &body, const TimeLimit &time, FormulaError &error) {
     lua_State *state = mState.get();
     if (!state) {
         error = {{}, 0, words(QT_TRANSLATE_NOOP("LuaSandbox", "内存超限"))};
@@ -142,7 +142,7 @@ bool LuaSandbox::run(const Body &body, Clock::time_point deadline, FormulaError 
         return false;
     }
     mBody = &body;
-    mDeadline = deadline;
+    mTime = &time;
     mLine = 0;
     lua_sethook(
         state, [](lua_State *running, lua_Debug *) { checkTime(running); }, LUA_MASKCOUNT,
@@ -201,7 +201,7 @@ void LuaSandbox::raise(lua_State *state, const QString &text) {
 
 void LuaSandbox::checkTime(lua_State *state) {
     LuaSandbox &box = of(state);
-    if (Clock::now() > box.mDeadline) {
+    if (box.mTime->isOver()) {
         box.mOverLimit = true;
         raise(state, words(QT_TRANSLATE_NOOP("LuaSandbox", "运行超时")));
     }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "terminal/formula/FormulaError.h"
+#include "terminal/formula/TimeLimit.h"
 
 #include <QByteArray>
 
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -19,7 +19,6 @@ namespace terminal {
 /// One thread at a time.
 class LuaSandbox {
 public:
-    using Clock = std::chrono::steady_clock;
     using Body = std::function<void(lua_State *)>;
 
     /// `bytes` of memory for the state.
@@ -28,9 +27,9 @@ public:
     LuaSandbox(const LuaSandbox &) = delete;
     LuaSandbox &operator=(const LuaSandbox &) = delete;
 
-    /// Runs `body`, from which Lua may be called and errors raised, until the deadline. False after an error, which is
+    /// Runs `body`, from which Lua may be called and errors raised, until the time is over. False after an error, which is
     /// then told with its line; its formula is left empty.
-    bool run(const Body &body, Clock::time_point deadline, FormulaError &error);
+    bool run(const Body &body, const TimeLimit &time, FormulaError &error);
     /// Whether a run ended for its time or memory.
     bool isOverLimit() const { return mOverLimit; }
 
@@ -38,7 +37,7 @@ public:
     static void callText(lua_State *state, const QByteArray &text);
     /// Ends the run with an error in words; does not return.
     [[noreturn]] static void raise(lua_State *state, const QString &text);
-    /// In a body: ends the run when its deadline has come. For work of which Lua sees nothing.
+    /// In a body: ends the run when its time is over. For work of which Lua sees nothing.
     static void checkTime(lua_State *state);
 
 private:
@@ -57,7 +56,7 @@ private:
     bool mRunning = false;
     bool mOverLimit = false;
     int mLine = 0; ///< of the error under way
-    Clock::time_point mDeadline;
+    const TimeLimit *mTime = nullptr;
     const Body *mBody = nullptr;
     std::unique_ptr<lua_State, Closer> mState; ///< last: its end frees through this object
 };

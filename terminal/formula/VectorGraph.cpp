@@ -11,7 +11,7 @@ void VectorNode::update(std::size_t from, std::size_t count) {
     mDone = count;
 }
 
-bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, Clock::time_point deadline) {
+bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, const TimeLimit &limit) {
     from = std::min({from, bars.size(), mBars.size()});
     mBars.resize(from);
     mBars.insert(mBars.end(), bars.begin() + static_cast<std::ptrdiff_t>(from), bars.end());
@@ -20,7 +20,7 @@ bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, Clock::time
             continue;
         }
         node->update(from, mBars.size());
-        if (Clock::now() > deadline) {
+        if (limit.isOver()) {
             return false;
         }
     }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "terminal/formula/TimeLimit.h"
 #include "terminal/market/MinuteBar.h"
 
-#include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -80,8 +80,6 @@ private:
 /// The vectors of one formula in the order of their making. One thread.
 class VectorGraph {
 public:
-    using Clock = std::chrono::steady_clock;
-
     template <class Node, class... Arguments> Node *add(Arguments &&...arguments) {
         auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
         Node *made = node.get();
@@ -94,8 +92,8 @@ public:
     /// The bars that the vectors read; set by evaluate().
     const MinuteBars &bars() const { return mBars; }
     /// Takes the bars, of which those before `from` are as they were, and computes what is used. False when the
-    /// deadline came before the end; the graph is of no use then.
-    bool evaluate(const MinuteBars &bars, std::size_t from, Clock::time_point deadline);
+    /// time was over before the end; the graph is of no use then.
+    bool evaluate(const MinuteBars &bars, std::size_t from, const TimeLimit &limit);
     /// The values of a vector over the bars taken, computed when they are not yet.
     const std::vector<double> &read(VectorNode *node);
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <ctime>
+
+namespace terminal {
+
+/// Watches how long this thread computes. A thread that other programs keep from the processor does not use its time
+/// up. To be asked on the thread that made it.
+class TimeLimit {
+public:
+    explicit TimeLimit(int milliseconds)
+        : mLimit(milliseconds), mEarliestEnd(Clock::now() + mLimit), mStart(used()) {}
+
+    /// Quick until the limit has passed by the clock on the wall.
+    bool isOver() const { return Clock::now() > mEarliestEnd && used() - mStart > mLimit; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    static std::chrono::nanoseconds used() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+
+    const std::chrono::milliseconds mLimit;
+    const Clock::time_point mEarliestEnd;
+    const std::chrono::nanoseconds mStart;
+};
+
+} // namespace terminal
