@@ -109,6 +109,9 @@ public:
     /// Moves the region lines to two axis indices.
     void setRegionLine(int startIndex, int endIndex);
     void setRegionLineHide();
+    /// Shows the first formula of the pane with its values at the cross line and its hidden variables there, in a
+    /// window. Nothing without a series, or without a formula.
+    void viewVariable();
 
     /// Passes a finished drawing to the host, as event 3183.
     void onGraphFinished(void *notification) override;

@@ -45,6 +45,12 @@ public:
     virtual QString restoreFormula(const QString &name) = 0;
 };
 
+/// Name of a formula with its parameters behind it, "MACD(12,26,9)"; the name alone when there is no record.
+inline QString formulaHead(const QString &name) {
+    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+    return formula ? formula->mName + formulaParamText(*formula) : name;
+}
+
 /// Folder of the script models, without a trailing separator.
 inline QString getPythonDir() {
     return CSingletonT<CFormulaOperateManager>::instance().pythonDir();

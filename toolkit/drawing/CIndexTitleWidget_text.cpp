@@ -24,12 +24,6 @@ QString signedText(double value, int digits, int flags) {
     return value > 0.0 ? QLatin1Char('+') + text : text;
 }
 
-/// Name of a formula with its parameters.
-QString formulaHead(const QString &formula) {
-    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
-    return detail ? detail->mName + formulaParamText(*detail) : formula;
-}
-
 } // namespace
 
 void CIndexTitleWidget::readTitle(CArrowColorSimpleText &title) const {
