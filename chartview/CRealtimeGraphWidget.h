@@ -80,8 +80,6 @@ public:
     void superposedStock();
     /// Asks the host for the analysis of the instrument's sector.
     void showContrastSector();
-    /// Shows the variables of the first series at the cross line.
-    void viewVariable();
     /// Opens the menu of the pane's title at a point of the screen.
     void showTitleMenu(const QPoint &at);
 

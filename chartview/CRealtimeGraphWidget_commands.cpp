@@ -4,12 +4,9 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageScope.h"
-#include "host/drawing/CArrowColorSimpleText.h"
-#include "host/services/CFormulaOperateManager.h"
 #include "host/services/CSectorManager.h"
 #include "host/toolkit/CMessageBox.h"
 #include "host/windows/CSmartKeyboardDialog.h"
-#include "host/windows/CViewVariableDialog.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QStringList>
@@ -78,41 +75,6 @@ void CRealtimeGraphWidget::superposedStock() {
 }
 
 void CRealtimeGraphWidget::showContrastSector() {}
-
-void CRealtimeGraphWidget::viewVariable() {
-    CFormulaKey key;
-    CArrowColorSimpleText title(QStringLiteral("fnt_index_title_text"));
-    const int index = mUiParam->mCrossIndex;
-    bool hasSeries = false;
-    mData->readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &data) {
-        if (!data.isEmpty()) {
-            hasSeries = true;
-            key = data.firstKey();
-            CDrawStyle::getTitleText(title, key, data.first(), index, mUiParam->getStockDetail(),
-                                     mUiParam->getAllAddStockList());
-        }
-    });
-    const QList<QString> formulas = mData->getFormulas();
-    if (!hasSeries || formulas.isEmpty()) {
-        return;
-    }
-    QStringList values;
-    for (const auto &run : title.getTextColor()) {
-        values.append(run.first);
-    }
-    const CFormulaDetailPtr formula =
-        CSingletonT<CFormulaOperateManager>::instance().getFormula(formulas.first());
-    const QString head = formula ? formula->mName + formulaParamText(*formula) : QString();
-    const QString time =
-        tr("时间:%1").arg(mUiParam->getDateTimeByIndex(index).toString(QStringLiteral("yyyy/MM/dd hh:mm")));
-    const QString hidden = CSingletonT<CFormulaManager>::instance().lookHideVar(mData->getReqID(key), index);
-    if (!mVariableDialog) {
-        mVariableDialog = new CViewVariableDialog(this);
-    }
-    mVariableDialog->setText(
-        QStringList{head, time, values.join(QLatin1Char(' ')), hidden}.join(QLatin1Char(' ')));
-    mVariableDialog->show();
-}
 
 void CRealtimeGraphWidget::showTitleMenu(const QPoint & /*at*/) {}
 

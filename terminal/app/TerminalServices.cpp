@@ -76,8 +76,8 @@ QVector<SearchEntry> formulaEntries(const TC::CFormulaCatalogDetail &folder) {
 struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
         : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
-          trade(s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), formulas(*s.mFormulas),
-          replay(*s.mReplay) {}
+          trade(s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), templates(s.mTemplates),
+          formulas(*s.mFormulas), replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
     Installation<se::IdGenerator> ids;
@@ -87,6 +87,7 @@ struct TerminalServices::Installations {
     Installation<TC::CLinkageManager> trade;
     Installation<TC::CEnhanceDrawManager> enhance;
     Installation<TC::CSmartKeyManager> smartKeys;
+    Installation<TC::CIndexTemplateManager> templates;
     Installation<TC::CFormulaManager> formulas;
     Installation<TC::CReplayManager> replay;
 };

@@ -3,6 +3,7 @@
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/SmartKeyService.h"
 #include "terminal/config/ConfigService.h"
+#include "terminal/config/IndexTemplateService.h"
 #include "terminal/formula/FormulaCatalogue.h"
 #include "terminal/formula/FormulaMessages.h"
 #include "terminal/formula/FormulaService.h"
@@ -102,6 +103,7 @@ private:
     TradeService mTrade;
     EnhanceDrawService mEnhance;
     SmartKeyService mSmartKeys;
+    IndexTemplateService mTemplates{mConfig, mCatalogue};
     std::unique_ptr<FormulaService> mFormulas;
     std::unique_ptr<ReplayService> mReplay;
     struct Installations;

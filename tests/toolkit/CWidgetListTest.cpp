@@ -164,6 +164,16 @@ TEST_F(CWidgetListTest, WidgetThatWasHiddenBeforeStaysHidden) {
     EXPECT_EQ(shown->height(), 100);
 }
 
+TEST_F(CWidgetListTest, ChildThatWasMadeWhileTheListIsShownIsShownToo) {
+    QWidget *newest = stretch(1);
+    showList(50, 100);
+    auto *older = new QWidget(&mList);
+    mList.insertStretchWidget(0, older, 1, 3, true);
+    EXPECT_TRUE(older->isVisible());
+    EXPECT_EQ(older->geometry(), QRect(0, 0, 50, 50));
+    EXPECT_EQ(newest->geometry(), QRect(0, 50, 50, 50));
+}
+
 TEST_F(CWidgetListTest, FollowsAFixedHeightThatChanges) {
     auto *title = new QWidget;
     title->setFixedHeight(16);

@@ -69,13 +69,12 @@ void CWidgetList::insertItem(int index, CWidgetListItem item) {
     if (!item.mWidget || containItem(item.mWidget)) {
         return;
     }
+    const bool hidden = item.mWidget->testAttribute(Qt::WA_WState_ExplicitShowHide) && item.mWidget->isHidden();
     if (item.mWidget->parentWidget() != this) {
-        const bool hidden =
-            item.mWidget->testAttribute(Qt::WA_WState_ExplicitShowHide) && item.mWidget->isHidden();
         item.mWidget->setParent(this); // which hides it
-        if (!hidden) {
-            item.mWidget->show();
-        }
+    }
+    if (!hidden) {
+        item.mWidget->show();
     }
     mItems.insert(mItems.begin() + std::clamp(index, 0, count()), item);
     updateWidgetLength();
