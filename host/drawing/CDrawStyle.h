@@ -121,7 +121,7 @@ public:
     /// Appends a series to a title: the name of the overlay when it belongs to one, then each line that is drawn as
     /// "name:value" in its colour at that index, with an arrow for its move since the point before. A text stands in
     /// place of the value of a point that has one. An index below 0 is the last point; "--" stands where there is no
-    /// value. Decimals are those of the formula's record, else of the price step.
+    /// value. Decimals are those of the formula's record, else of a volume or of the price step.
     static void getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
                              int index, const CInstrumentDetailPtr &instrument,
                              const QList<CInstrumentDetailPtr> &addStocks);

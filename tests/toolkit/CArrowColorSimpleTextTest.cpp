@@ -128,6 +128,21 @@ TEST_F(CArrowColorSimpleTextTest, RunsThatDoNotFitAreCut) {
     EXPECT_FALSE(all);
 }
 
+TEST_F(CArrowColorSimpleTextTest, EllipsisTellsOfRunsThatAreLeftOut) {
+    mText.append(QStringLiteral("MM"), QColor(255, 0, 0));
+    const int first = mText.width();
+    mText.append(QStringLiteral("MMMM"), QColor(0, 255, 0));
+    // Room for the first run and a little more, where the second one cannot begin.
+    const QImage image = drawn(first + widthOf("…") + 2);
+    int red = -1;
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            red = qRed(image.pixel(x, y)) > 100 ? x : red;
+        }
+    }
+    EXPECT_GE(red, first) << "dots behind the first run";
+}
+
 TEST_F(CArrowColorSimpleTextTest, NothingIsDrawnWhollyOnNoRoom) {
     bool all = false;
     drawn(10, &all);

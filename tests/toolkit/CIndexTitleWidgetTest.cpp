@@ -336,6 +336,17 @@ TEST_F(TitleText, LargeValuesAreInUnits) {
     EXPECT_EQ(text(series({9999.0}), 0), QStringLiteral("L0:9999"));
 }
 
+TEST_F(TitleText, VolumesHaveTheDecimalsOfTheirUnit) {
+    const auto volume = [&](double value) {
+        CArrowColorSimpleText title(QStringLiteral("fnt_index_title_text"));
+        CDrawStyle::getTitleText(title, key("REALTIMEVOL"), series({value}), 0, mDetail, {});
+        return joined(title);
+    };
+    EXPECT_EQ(volume(4567.0), QStringLiteral("L0:4567"));
+    EXPECT_EQ(volume(1234567.0), QStringLiteral("L0:123.46万"));
+    EXPECT_EQ(volume(12345678.0), QStringLiteral("L0:1234.6万"));
+}
+
 TEST_F(TitleText, PointsThatAreNoneAreDashes) {
     se::RPCFormulaResultCache made = series({1.0, 2.0, std::nan(""), kUnsetValue});
     made.result.mValid[0] = 0;

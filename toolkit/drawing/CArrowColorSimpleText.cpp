@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QStringList>
 
+#include <algorithm>
 #include <utility>
 
 namespace TC {
@@ -16,19 +17,23 @@ constexpr int kGap = 8; ///< pixels between two runs
 constexpr int kArrowGap = 1; ///< pixels between a text and its arrow
 constexpr int kArrowWidth = 7; ///< pixels, odd, so that the arrow has a tip
 constexpr int kArrowHeight = 4;
+const QString kEllipsis = QStringLiteral("…");
 
 int arrowRoom(CArrowColorSimpleText::EArrow arrow) {
     return arrow == CArrowColorSimpleText::eArrowNone ? 0 : kArrowGap + kArrowWidth;
 }
 
-/// A triangle of whole rows of pixels, its left edge at `x`, centred on a row.
+/// A triangle of whole rows of device pixels, its left edge at `x`, centred on a row.
 void drawArrow(QPainter &painter, int x, int middle, CArrowColorSimpleText::EArrow arrow) {
     const bool up = arrow == CArrowColorSimpleText::eArrowUp;
     const QColor color = QColor::fromRgba(DrawLook::current().ofSign(up ? 1.0 : -1.0));
-    const int top = middle - kArrowHeight / 2;
-    for (int row = 0; row < kArrowHeight; ++row) {
-        const int inset = up ? kArrowHeight - 1 - row : row;
-        painter.fillRect(x + inset, top + row, kArrowWidth - 2 * inset, 1, color);
+    const int fineness = std::max(1, static_cast<int>(painter.device()->devicePixelRatioF()));
+    const int rows = kArrowHeight * fineness;
+    const double top = middle - kArrowHeight / 2;
+    for (int row = 0; row < rows; ++row) {
+        const double inset = double(up ? rows - 1 - row : row) / fineness;
+        painter.fillRect(
+            QRectF(x + inset, top + double(row) / fineness, kArrowWidth - 2 * inset, 1.0 / fineness), color);
     }
 }
 
@@ -70,24 +75,28 @@ int CArrowColorSimpleText::width() const {
 bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect) const {
     painter.setFont(GZ::CUiResource::instance().getFont(mFontKey));
     const QFontMetrics metrics = painter.fontMetrics();
+    const int ellipsis = metrics.horizontalAdvance(kEllipsis);
+    const bool whole = width() <= rect.width();
     int x = rect.left();
-    for (const Run &run : mRuns) {
+    for (int i = 0; i < mRuns.size(); ++i) {
+        const Run &run = mRuns[i];
         const int room = rect.right() + 1 - x;
         const int wanted = metrics.horizontalAdvance(run.text);
-        const bool fits = wanted + arrowRoom(run.arrow) <= room;
+        const int taken = wanted + arrowRoom(run.arrow);
         painter.setPen(run.color);
-        const QRect place(x, rect.top(), fits ? wanted : room, rect.height());
-        const QString shown = fits ? run.text : metrics.elidedText(run.text, Qt::ElideRight, room);
-        if (room > 0) {
-            painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, shown);
-        }
-        if (!fits) {
+        if (taken + (whole || i + 1 == mRuns.size() ? 0 : kGap + ellipsis) > room) {
+            const QString cut = wanted + ellipsis <= room ? run.text + kEllipsis
+                                                          : metrics.elidedText(run.text, Qt::ElideRight, room);
+            painter.drawText(QRect(x, rect.top(), std::max(room, 0), rect.height()),
+                             Qt::AlignLeft | Qt::AlignVCenter, cut);
             return false;
         }
+        painter.drawText(QRect(x, rect.top(), wanted, rect.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                         run.text);
         if (run.arrow != eArrowNone) {
             drawArrow(painter, x + wanted + kArrowGap, rect.center().y() + 1, run.arrow);
         }
-        x += wanted + arrowRoom(run.arrow) + kGap;
+        x += taken + kGap;
     }
     return true;
 }

@@ -24,21 +24,20 @@ CInstrumentDetailPtr overlayOf(const CFormulaKey &key, const CInstrumentDetailPt
     return found == addStocks.end() ? nullptr : *found;
 }
 
-/// Decimals of a line: those that the formula's record asks for, else those of prices.
-int decimalsOf(const CFormulaDetailPtr &formula, int line, const CInstrumentDetailPtr &instrument) {
+/// Decimals of a value of a line: those that the formula's record asks for, else those of a volume or of a price.
+int decimalsOf(const CFormulaKey &key, const CFormulaDetailPtr &formula, int line, double value,
+               const CInstrumentDetailPtr &instrument) {
     if (formula && formula->mPrecisions.contains(line)) {
-        return formula->mPrecisions.value(line);
+        return GZ::getGraphShowTick(value, formula->mPrecisions.value(line));
     }
-    return decimals(getDetailPriceTick(instrument));
+    if (key.mFormula.contains(QLatin1String("REALTIMEVOL"))) {
+        return volumeDecimals(value);
+    }
+    return GZ::getGraphShowTick(value, decimals(getDetailPriceTick(instrument)));
 }
 
-QString pointText(const SeriesLine &line, int index, int digits) {
-    if (line.has(index) && !line.text(index).empty()) {
-        return GZ::sToQs(line.text(index));
-    }
-    const double value = line.has(index) ? line.value(index) : kUnsetValue;
-    return GZ::formatDoubleNumber(value, GZ::getGraphShowTick(value, digits), utils::eFormatScaled, false,
-                                  QStringLiteral("--"));
+QString valueText(double value, int digits) {
+    return GZ::formatDoubleNumber(value, digits, utils::eFormatScaled, false, QStringLiteral("--"));
 }
 
 QString lineName(const se::RPCFormulaMetaResult &meta, int line) {
@@ -75,7 +74,11 @@ void CDrawStyle::getTitleText(CArrowColorSimpleText &title, const CFormulaKey &k
         const QColor color = QColor::fromRgba(line.color(at, look.ofLine(i)));
         title.append(overlayName, color);
         overlayName.clear();
-        const QString value = pointText(line, at, decimalsOf(formula, i, overlay ? overlay : instrument));
+        const double number = line.has(at) ? line.value(at) : kUnsetValue;
+        const bool isText = line.has(at) && !line.text(at).empty();
+        const QString value =
+            isText ? GZ::sToQs(line.text(at))
+                   : valueText(number, decimalsOf(key, formula, i, number, overlay ? overlay : instrument));
         const QString name = lineName(series.meta, i);
         title.append(name.isEmpty() ? value : name + QLatin1Char(':') + value, color, moveOf(line, at));
     }
