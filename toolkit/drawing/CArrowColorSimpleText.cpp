@@ -27,7 +27,7 @@ int arrowRoom(CArrowColorSimpleText::EArrow arrow) {
 void drawArrow(QPainter &painter, int x, int middle, CArrowColorSimpleText::EArrow arrow) {
     const bool up = arrow == CArrowColorSimpleText::eArrowUp;
     const QColor color = QColor::fromRgba(DrawLook::current().ofSign(up ? 1.0 : -1.0));
-    const int fineness = std::max(1, static_cast<int>(painter.device()->devicePixelRatioF()));
+    const int fineness = std::max(1, static_cast<int>(painter.deviceTransform().m11()));
     const int rows = kArrowHeight * fineness;
     const double top = middle - kArrowHeight / 2;
     for (int row = 0; row < rows; ++row) {
@@ -85,8 +85,7 @@ bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect) const {
         const int taken = wanted + arrowRoom(run.arrow);
         painter.setPen(run.color);
         if (taken + (whole || i + 1 == mRuns.size() ? 0 : kGap + ellipsis) > room) {
-            const QString cut = wanted + ellipsis <= room ? run.text + kEllipsis
-                                                          : metrics.elidedText(run.text, Qt::ElideRight, room);
+            const QString cut = metrics.elidedText(run.text + kEllipsis, Qt::ElideRight, room);
             painter.drawText(QRect(x, rect.top(), std::max(room, 0), rect.height()),
                              Qt::AlignLeft | Qt::AlignVCenter, cut);
             return false;
