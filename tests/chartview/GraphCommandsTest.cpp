@@ -1,7 +1,6 @@
-// The instrument of a graph, its overlays, accounts and variables.
+// The instrument of a graph, its overlays and accounts.
 
 #include "host/windows/CSmartKeyboardDialog.h"
-#include "host/windows/CViewVariableDialog.h"
 #include "tests/chartview/GraphFixture.h"
 
 #include <QApplication>
@@ -187,46 +186,6 @@ TEST_F(GraphAccounts, AListCountsAsItsAccountsTogether) {
     mGraph->updateLinkageData(QList<QString>{}, true);
     mGraph->updateLinkageData(QList<QString>{}, false);
     EXPECT_EQ(told(), 1u);
-}
-
-// Variables
-
-class GraphVariables : public GraphCommands {
-protected:
-    TC::CViewVariableDialog *dialog() const { return mGraph->findChild<TC::CViewVariableDialog *>(); }
-};
-
-TEST_F(GraphVariables, TheVariablesAtTheCrossLineAreTold) {
-    const TC::CFormulaDetailPtr formula = mHost.mCatalogue.getFormula("MACD");
-    formula->mParamValues = {12.0, 26.5};
-    formula->mStrParamValues = {"close"};
-    mHost.mFormulas.mHideVar = QStringLiteral("X:7");
-    makeGraph(TC::EIndexDisplayType::Sub, {"MACD"});
-    mGraph->request(corvane::ERunMode::Ordinary);
-    answer("MACD", {1.5, 2.5});
-    mUi->mCrossIndex = 1;
-    mGraph->viewVariable();
-    ASSERT_NE(dialog(), nullptr);
-    EXPECT_TRUE(dialog()->isVisible());
-    // Index 1 of the day is 09:31.
-    EXPECT_TRUE(dialog()->text().startsWith(QStringLiteral("MACD(12,26.5,close) 时间:")));
-    EXPECT_TRUE(dialog()->text().contains(QStringLiteral(" 09:31 L0:2.50")));
-    EXPECT_TRUE(dialog()->text().endsWith(QStringLiteral(" X:7")));
-    TC::CViewVariableDialog *first = dialog();
-    mGraph->viewVariable();
-    EXPECT_EQ(dialog(), first);
-}
-
-TEST_F(GraphVariables, WithoutASeriesOrAFormulaNothingIsShown) {
-    makeGraph(TC::EIndexDisplayType::Sub, {"MACD"});
-    mGraph->viewVariable();
-    EXPECT_EQ(dialog(), nullptr);
-    mGraph->request(corvane::ERunMode::Ordinary);
-    answer("MACD", {1.5});
-    mGraph->updateIndex(QString());
-    mGraph->delAllIndex();
-    mGraph->viewVariable();
-    EXPECT_EQ(dialog(), nullptr);
 }
 
 } // namespace
