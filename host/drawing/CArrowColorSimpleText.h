@@ -30,8 +30,8 @@ public:
 
     /// Pixels that the whole line takes.
     int width() const;
-    /// Draws the line centred over the height of a rectangle, from its left edge. Where it does not fit, it ends in an
-    /// ellipsis. Answers whether all of it was drawn.
+    /// Draws the line centred over the height of a rectangle, from its left edge. Where it does not fit, an ellipsis
+    /// stands for the rest; of the runs, only the first is ever cut in two. Answers whether all of it was drawn.
     bool draw(QPainter &painter, const QRect &rect) const;
 
     bool operator==(const CArrowColorSimpleText &other) const {

@@ -143,6 +143,21 @@ TEST_F(CArrowColorSimpleTextTest, EllipsisTellsOfRunsThatAreLeftOut) {
     EXPECT_GE(red, first) << "dots behind the first run";
 }
 
+TEST_F(CArrowColorSimpleTextTest, NumberIsNeverCutInTwo) {
+    mText.append(QStringLiteral("MM"), QColor(255, 0, 0));
+    mText.append(QStringLiteral("价格:1234.56"), QColor(0, 255, 0));
+    const int whole = mText.width();
+    const int dots = widthOf("MM") + 8 + widthOf("…");
+    for (int width = dots; width < whole; ++width) {
+        const QImage image = drawn(width);
+        for (int x = dots; x < width; ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                ASSERT_EQ(image.pixel(x, y), qRgb(0, 0, 0)) << width;
+            }
+        }
+    }
+}
+
 TEST_F(CArrowColorSimpleTextTest, NothingIsDrawnWhollyOnNoRoom) {
     bool all = false;
     drawn(10, &all);

@@ -138,6 +138,15 @@ TEST_F(CSmartKeyboardDialogTest, EnterOnATextThatNothingAnswersLeavesTheWindowOp
     EXPECT_TRUE(mDialog->isVisible());
 }
 
+TEST_F(CSmartKeyboardDialogTest, TypingGoesOnBehindTheFirstText) {
+    for (int round = 0; round < 2; ++round) {
+        open(QStringLiteral("60"));
+        type(QStringLiteral("0004"));
+        EXPECT_EQ(edit()->text(), QStringLiteral("600004"));
+        mDialog->hide();
+    }
+}
+
 TEST_F(CSmartKeyboardDialogTest, EscapeClosesWithoutAPick) {
     open(QStringLiteral("6000"));
     QTest::keyClick(edit(), Qt::Key_Escape);

@@ -85,7 +85,9 @@ bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect) const {
         const int taken = wanted + arrowRoom(run.arrow);
         painter.setPen(run.color);
         if (taken + (whole || i + 1 == mRuns.size() ? 0 : kGap + ellipsis) > room) {
-            const QString cut = metrics.elidedText(run.text + kEllipsis, Qt::ElideRight, room);
+            // A name may be cut; a number that is cut is another number.
+            const QString cut =
+                i == 0 ? metrics.elidedText(run.text + kEllipsis, Qt::ElideRight, room) : kEllipsis;
             painter.drawText(QRect(x, rect.top(), std::max(room, 0), rect.height()),
                              Qt::AlignLeft | Qt::AlignVCenter, cut);
             return false;

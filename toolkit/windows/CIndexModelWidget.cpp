@@ -252,7 +252,7 @@ void CIndexModelWidget::onUiResourceChanged() {
     setStyleSheet(QStringLiteral("QToolButton { border: none; background: %1; color: %2; }"
                                  "QToolButton[template=\"true\"] { color: %3; }"
                                  "QToolButton:hover { background: %4; color: %5; }"
-                                 "QToolButton:checked { background: %6; color: %5; }"
+                                 "QToolButton:checked { background: %6; color: %9; }"
                                  "QToolButton:disabled { background: %7; color: %8; }")
                       .arg(cssColor("tc_clr_conciseStyle_depth_bottom_group_btn_nomal"),
                            cssColor("tc_clr_depth_bottom_group_btn_txt_nomal"), cssColor("clr_text_default"),
@@ -260,7 +260,8 @@ void CIndexModelWidget::onUiResourceChanged() {
                            cssColor("tc_clr_depth_bottom_group_btn_txt_hover"),
                            cssColor("tc_clr_conciseStyle_depth_bottom_group_btn_press"),
                            cssColor("tc_clr_conciseStyle_depth_bottom_group_btn_disable"),
-                           cssColor("tc_clr_depth_bottom_group_btn_txt_disable")));
+                           cssColor("tc_clr_depth_bottom_group_btn_txt_disable"),
+                           cssColor("tc_clr_depth_bottom_group_btn_txt_press")));
     CBaseWidget::onUiResourceChanged();
 }
 
