@@ -6,6 +6,7 @@
 #include "containers/CRealtimeWidget.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CIndexManager.h"
+#include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -35,6 +36,14 @@ bool isComplete(const TC::CRealtimeGraphWidget &graph, const QString &instrument
         return !catalogue.getFormula(formula) ||
                data->getData().contains(TC::CFormulaKey(instrument, data->getShowName(formula)));
     });
+}
+
+QList<QString> accountsOf(int type) {
+    QList<QString> names;
+    for (const std::string &id : TC::CSingletonT<TC::CLinkageManager>::instance().getAccountIds(type)) {
+        names.append(QString::fromStdString(id));
+    }
+    return names;
 }
 
 } // namespace
@@ -100,11 +109,11 @@ int ChartView::pointCount() const {
     return series == data()->getData().constEnd() ? 0 : static_cast<int>(series->result.mTimes.size());
 }
 
-void ChartView::showAccounts(const QList<QString> &stockAccounts, const QList<QString> &futureAccounts) {
+void ChartView::showTrades(bool shown) {
     TC::CRealtimeUiParam &param = *uiParam();
-    param.mStockAccounts = stockAccounts;
-    param.mFutureAccounts = futureAccounts;
-    const bool any = !stockAccounts.isEmpty() || !futureAccounts.isEmpty();
+    param.mStockAccounts = shown ? accountsOf(TC::CLinkageManager::kStockAccounts) : QList<QString>();
+    param.mFutureAccounts = shown ? accountsOf(TC::CLinkageManager::kFutureAccounts) : QList<QString>();
+    const bool any = !param.mStockAccounts.isEmpty() || !param.mFutureAccounts.isEmpty();
     param.mLinkageFlags = any ? param.mLinkageFlags | kAccountsShown : param.mLinkageFlags & ~kAccountsShown;
     mMain->getRealTimeWidget()->updateView();
     mMain->getRealTimeWidget()->update();

@@ -38,8 +38,8 @@ public:
     /// Points of the price series of the newest day.
     int pointCount() const;
 
-    /// Shows the trades of these accounts, in place of those shown before.
-    void showAccounts(const QList<QString> &stockAccounts, const QList<QString> &futureAccounts);
+    /// Shows the trades of all accounts that the trade service has, or of none.
+    void showTrades(bool shown);
     /// Number of formula panes under the chart, 0 to 9; those added have the default formulas.
     void setFormulaPanes(int count);
     int formulaPanes() const;

@@ -175,11 +175,14 @@ QString noTradingDay(TerminalServices &services, const QString &key, const QDate
 /// Writes the picture of a day; answers what went wrong.
 QString snapshot(TerminalServices &services, const CommandLineOptions &options, const QString &key,
                  const QDate &day) {
+    const bool live = day == services.runningDayOf(key);
+    while (!live && services.trade().recordPastDay()) { // a window shows them as they come
+    }
     ChartView view;
     view.resize(options.size);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.QWidget::show();
-    const bool live = day == services.runningDayOf(key);
+    view.showTrades(true);
     view.show(key, live ? QDate() : day);
     if (!waitForChart(view)) {
         return QStringLiteral("%1: no data arrived in time: try again").arg(key);

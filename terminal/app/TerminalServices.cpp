@@ -76,7 +76,7 @@ QVector<SearchEntry> formulaEntries(const TC::CFormulaCatalogDetail &folder) {
 struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
         : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
-          trade(s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), templates(s.mTemplates),
+          trade(*s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), templates(s.mTemplates),
           formulas(*s.mFormulas), replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
@@ -102,6 +102,9 @@ std::unique_ptr<TerminalServices> TerminalServices::open(const TerminalSettings 
 TerminalServices::TerminalServices(const TerminalSettings &settings) : mConfig(settings.config) {}
 
 TerminalServices::~TerminalServices() {
+    if (mTrade) {
+        mTrade->stop();
+    }
     if (mExchange) {
         mExchange->stop();
     }
@@ -139,10 +142,13 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
     mReplay = std::make_unique<ReplayService>(*mFeed, makeNativeFormula, requestDayOf);
+    mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
+    mTrade->advance(); // the trades of the day so far are there from the start
     mClock->resume();
     mExchange->start();
+    mTrade->start();
     return {};
 }
 

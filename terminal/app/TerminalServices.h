@@ -66,6 +66,7 @@ public:
     FormulaService &formulas() { return *mFormulas; }
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
+    TradeService &trade() { return *mTrade; }
 
     /// All that a chart can show, to search in.
     InstrumentSearch search() const;
@@ -100,7 +101,7 @@ private:
     FormulaMessages mMessages;
     SimulatedHistory mHistory{mStore};
     StrategyService mStrategies;
-    TradeService mTrade;
+    std::unique_ptr<TradeService> mTrade;
     EnhanceDrawService mEnhance;
     SmartKeyService mSmartKeys;
     IndexTemplateService mTemplates{mConfig, mCatalogue};

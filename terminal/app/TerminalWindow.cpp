@@ -1,6 +1,5 @@
 #include "terminal/app/TerminalWindow.h"
 
-#include "host/services/CLinkageManager.h"
 #include "host/windows/CFormulaEditorManager.h"
 #include "host/windows/CModifyModelParamDialog.h"
 #include "terminal/app/ChartView.h"
@@ -237,18 +236,7 @@ void TerminalWindow::setPace(double pace) {
 }
 
 void TerminalWindow::setTradesShown(bool shown) {
-    QList<QString> stockAccounts;
-    QList<QString> futureAccounts;
-    if (shown) {
-        TC::CLinkageManager &linkage = TC::CSingletonT<TC::CLinkageManager>::instance();
-        for (const std::string &account : linkage.getAccountIds(TC::CLinkageManager::kStockAccounts)) {
-            stockAccounts.append(QString::fromStdString(account));
-        }
-        for (const std::string &account : linkage.getAccountIds(TC::CLinkageManager::kFutureAccounts)) {
-            futureAccounts.append(QString::fromStdString(account));
-        }
-    }
-    mView->showAccounts(stockAccounts, futureAccounts);
+    mView->showTrades(shown);
     const QSignalBlocker quiet(mTrades);
     mTrades->setChecked(shown);
     mServices.config().setValue(kTradesField, shown ? kYes : kNo);

@@ -85,6 +85,57 @@ const QVector<QStringList> &migrations() {
                            "FOREIGN KEY (instrument, day) REFERENCES days (instrument, day) ON DELETE CASCADE) "
                            "WITHOUT ROWID"),
         },
+        {
+            QStringLiteral("CREATE TABLE trade_accounts (id TEXT PRIMARY KEY, name TEXT NOT NULL, "
+                           "type INTEGER NOT NULL, source INTEGER NOT NULL) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE trade_strategies (name TEXT PRIMARY KEY) WITHOUT ROWID"),
+            // Days whose own trading is recorded to its end.
+            QStringLiteral("CREATE TABLE trade_days ("
+                           "account TEXT NOT NULL REFERENCES trade_accounts (id) ON DELETE CASCADE, "
+                           "day INTEGER NOT NULL, PRIMARY KEY (account, day)) WITHOUT ROWID"),
+            QStringLiteral("CREATE TABLE trade_tasks (id INTEGER PRIMARY KEY, "
+                           "account TEXT NOT NULL REFERENCES trade_accounts (id) ON DELETE CASCADE, "
+                           "day INTEGER NOT NULL, strategy TEXT REFERENCES trade_strategies (name), "
+                           "command INTEGER NOT NULL, status INTEGER NOT NULL, start_time INTEGER NOT NULL, "
+                           "end_time INTEGER NOT NULL, cancel_time INTEGER NOT NULL)"),
+            QStringLiteral("CREATE INDEX trade_tasks_by_day ON trade_tasks (day)"),
+            QStringLiteral("CREATE TABLE trade_task_items ("
+                           "task INTEGER NOT NULL REFERENCES trade_tasks (id) ON DELETE CASCADE, "
+                           "ordinal INTEGER NOT NULL, market TEXT NOT NULL, code TEXT NOT NULL, "
+                           "operation INTEGER NOT NULL, price_type INTEGER NOT NULL, price REAL NOT NULL, "
+                           "quantity INTEGER NOT NULL CHECK (quantity > 0), "
+                           "finished INTEGER NOT NULL CHECK (finished BETWEEN 0 AND quantity), "
+                           "PRIMARY KEY (task, ordinal)) WITHOUT ROWID"),
+            // The columns of a primary key stand first: some SQLite versions misjudge NULL in others when they do not.
+            QStringLiteral(
+                "CREATE TABLE trade_orders ("
+                "account TEXT NOT NULL REFERENCES trade_accounts (id) ON DELETE CASCADE, "
+                "key TEXT NOT NULL, source INTEGER NOT NULL, day INTEGER NOT NULL, instrument TEXT NOT NULL, "
+                "time INTEGER NOT NULL, direction INTEGER NOT NULL, offset_flag INTEGER NOT NULL, "
+                "price REAL NOT NULL CHECK (price > 0), volume INTEGER NOT NULL CHECK (volume > 0), "
+                "traded INTEGER NOT NULL CHECK (traded BETWEEN 0 AND volume), "
+                "status INTEGER NOT NULL, strategy TEXT REFERENCES trade_strategies (name), "
+                "command INTEGER NOT NULL, task INTEGER REFERENCES trade_tasks (id) ON DELETE CASCADE, "
+                "PRIMARY KEY (account, key, source)) WITHOUT ROWID"),
+            QStringLiteral("CREATE INDEX trade_orders_by_day ON trade_orders (day)"),
+            QStringLiteral("CREATE INDEX trade_orders_by_task ON trade_orders (task)"),
+            QStringLiteral(
+                "CREATE TABLE trade_deals ("
+                "account TEXT NOT NULL REFERENCES trade_accounts (id) ON DELETE CASCADE, "
+                "key TEXT NOT NULL, source INTEGER NOT NULL, order_key TEXT, day INTEGER NOT NULL, instrument "
+                "TEXT NOT NULL, "
+                "time INTEGER NOT NULL, direction INTEGER NOT NULL, offset_flag INTEGER NOT NULL, "
+                "price REAL NOT NULL CHECK (price > 0), volume INTEGER NOT NULL CHECK (volume > 0), "
+                "commission REAL NOT NULL, strategy TEXT REFERENCES trade_strategies (name), "
+                "command INTEGER NOT NULL, PRIMARY KEY (account, key, source), "
+                "FOREIGN KEY (account, order_key, source) REFERENCES trade_orders (account, key, source) "
+                "ON DELETE CASCADE) WITHOUT ROWID"),
+            QStringLiteral("CREATE INDEX trade_deals_by_day ON trade_deals (day)"),
+            QStringLiteral("CREATE INDEX trade_deals_by_order ON trade_deals (account, order_key, source)"),
+            // What the user has cancelled; the tasks themselves are recorded anew with their day.
+            QStringLiteral("CREATE TABLE trade_cancels (task INTEGER PRIMARY KEY, day INTEGER NOT NULL, "
+                           "time INTEGER NOT NULL, text TEXT NOT NULL)"),
+        },
     };
     return steps;
 }

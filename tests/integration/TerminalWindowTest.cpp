@@ -66,6 +66,7 @@ TEST_F(TerminalWindowTest, APastDayStandsOnTheScreenAsItIsStored) {
 
     // The price part is the upper two thirds of the graph, less a margin of 3 rows above, 2 below and a column at either
     // side; its width stands for 240 minutes, its height for the range.
+    view().uiParam()->mLinkageFlags = 1; // the user's trades would cover the line
     const QImage image = graphImage();
     const int split = static_cast<int>(2.0 * image.height() / 3.0 + 0.5);
     const QColor line = GZ::CUiResource::instance().getColor("ic_clr_index_line_1");

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "terminal/market/Catalogue.h"
+#include "terminal/market/SimulatedRandom.h"
+#include "terminal/trade/DemoRoster.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace terminal {
+
+/// The trading of one demonstration account on one day, minute by minute. The orders of a minute are made at its
+/// start, near the last price; what trades in the minute fills them, in part or whole; what waits too long is
+/// cancelled. The same day and bars give the same records, at whatever pace the minutes come.
+///
+/// Only the prices of a minute are used and whether it had a trade, since a minute's volume may be revised later.
+class DemoTrader {
+public:
+    /// The bar of an instrument that ends at a time, or null when the minute has none.
+    using Bars = std::function<const MinuteBar *(const QString &instrument, qint64 time)>;
+
+    /// Instruments that the catalogue does not know are left out.
+    DemoTrader(const DemoAccount &account, const Catalogue &catalogue, int day);
+
+    int day() const { return mDay; }
+    const TradeAccount &account() const { return mAccount.account; }
+    const QStringList &instruments() const { return mInstruments; }
+    /// End of the next minute to trade; 0 when the day is over.
+    qint64 nextMinute() const { return mNext < mMinutes.size() ? mMinutes[mNext] : 0; }
+
+    /// Trades the next minute and answers what it changed. Nothing when the day is over.
+    TradeChanges step(const Bars &bars);
+    /// Cancels a task and what rests of its orders. Nothing for an unknown task or one that has ended.
+    TradeChanges cancelTask(int id, qint64 time);
+
+private:
+    struct Quote {
+        std::string market;
+        std::string code;
+        double priceTick = 0.01;
+        double last = 0.0; ///< 0 before the first price
+    };
+    /// An order that a desk is going to make.
+    struct Intent {
+        size_t minute = 0; ///< index
+        size_t desk = 0;
+        bool buy = true;
+        double edge = 0.0; ///< see limitPrice()
+        int volume = 0;
+        size_t life = 0; ///< minutes
+        bool rejected = false;
+    };
+    struct OpenOrder {
+        TradeOrder order;
+        size_t deadline = 0; ///< index of the minute after which it is cancelled
+        int lot = 1;
+        int fills = 0;
+        size_t item = 0; ///< of its task
+        SimulatedRandom random{0};
+    };
+    struct RunningTask {
+        TradeTask task;
+        size_t announced = 0; ///< indexes of minutes
+        size_t first = 0;
+        size_t last = 0;
+        const DemoTask *plan = nullptr;
+        bool isListed = false;
+    };
+
+    void planMinutes(const Catalogue &catalogue);
+    void planOrders();
+    void planTasks();
+    void placeIntents();
+    void runTask(RunningTask &running);
+    void startTask(RunningTask &running);
+    void slice(RunningTask &running, size_t item);
+    void place(TradeOrder order, int lot, size_t life, size_t item, bool rejected);
+    void match(const Bars &bars);
+    void fill(OpenOrder &open, const MinuteBar &bar);
+    void expire();
+    void countForTask(const OpenOrder &open, int volume);
+    void cancelOrdersOf(int task);
+    /// Last price and tick; null when there is no price yet.
+    const Quote *quoteOf(const QString &instrument) const;
+    qint64 secondOfMinute(int second) const;
+    TradeChanges takeChanges();
+
+    const DemoAccount &mAccount;
+    const int mDay;
+    const quint64 mSeed;
+    QStringList mInstruments;
+    std::map<QString, Quote> mMarket;
+    std::vector<qint64> mMinutes; ///< ends, ascending
+    size_t mNext = 0;
+    std::vector<Intent> mIntents; ///< by minute
+    size_t mNextIntent = 0;
+    std::vector<RunningTask> mTasks;
+    std::vector<OpenOrder> mOpen;
+    int mOrderNumber = 0;
+    TradeChanges mChanges; ///< of the step under way; a record may be told more than once, the last time counts
+};
+
+} // namespace terminal

@@ -1,0 +1,357 @@
+#include "terminal/trade/TradeStore.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace terminal {
+namespace {
+
+QVariant text(const std::string &utf8) {
+    return QString::fromStdString(utf8);
+}
+
+/// A text that refers to another table: nothing when it is empty.
+QVariant reference(const std::string &utf8) {
+    return utf8.empty() ? QVariant(QVariant::String) : text(utf8);
+}
+
+QVariant reference(int number) {
+    return number == 0 ? QVariant(QVariant::Int) : QVariant(number);
+}
+
+std::string textAt(const QSqlQuery &row, int column) {
+    return row.value(column).toString().toStdString();
+}
+
+/// Runs statements until one fails.
+class Statements {
+public:
+    explicit Statements(const QSqlDatabase &database) : mDatabase(database) {}
+
+    void run(const QString &statement, const QVariantList &values = {}) {
+        if (!mGood) {
+            return;
+        }
+        QSqlQuery &query = prepared(statement);
+        for (int i = 0; mGood && i < values.size(); ++i) {
+            query.bindValue(i, values[i]);
+        }
+        mGood = mGood && query.exec();
+        mError = mGood ? mError : query.lastError();
+        query.finish();
+    }
+    bool isGood() const { return mGood; }
+    QSqlError error() const { return mError; }
+
+private:
+    QSqlQuery &prepared(const QString &statement) {
+        const auto found = mPrepared.find(statement);
+        if (found != mPrepared.end()) {
+            return found->second;
+        }
+        QSqlQuery query(mDatabase);
+        mGood = query.prepare(statement);
+        return mPrepared.emplace(statement, query).first->second;
+    }
+
+    QSqlDatabase mDatabase;
+    std::map<QString, QSqlQuery> mPrepared;
+    bool mGood = true;
+    QSqlError mError;
+};
+
+void forget(Statements &statements, const TradeBatch &batch) {
+    if (batch.forgetImports) {
+        for (const char *table : {"trade_deals", "trade_orders", "trade_accounts"}) {
+            statements.run(QStringLiteral("DELETE FROM %1 WHERE source = 1").arg(QLatin1String(table)));
+        }
+    }
+    for (const TradeBatch::AccountDay &day : batch.forgottenDays) {
+        const QVariantList which{text(day.first), day.second};
+        for (const char *table : {"trade_deals", "trade_orders"}) {
+            statements.run(QStringLiteral("DELETE FROM %1 WHERE account = ? AND day = ? AND source = 0")
+                               .arg(QLatin1String(table)),
+                           which);
+        }
+        statements.run(QStringLiteral("DELETE FROM trade_tasks WHERE account = ? AND day = ?"), which);
+        statements.run(QStringLiteral("DELETE FROM trade_days WHERE account = ? AND day = ?"), which);
+    }
+}
+
+void put(Statements &statements, const TradeAccount &account) {
+    statements.run(QStringLiteral("INSERT INTO trade_accounts (id, name, type, source) VALUES (?, ?, ?, ?) "
+                                  "ON CONFLICT (id) DO UPDATE SET name = excluded.name, type = excluded.type, "
+                                  "source = min(source, excluded.source)"),
+                   {text(account.id), text(account.name), account.type, static_cast<int>(account.source)});
+}
+
+void putStrategy(Statements &statements, const std::string &strategy) {
+    if (!strategy.empty()) {
+        statements.run(QStringLiteral("INSERT OR IGNORE INTO trade_strategies (name) VALUES (?)"),
+                       {text(strategy)});
+    }
+}
+
+void put(Statements &statements, const TradeTask &task) {
+    putStrategy(statements, task.strategy);
+    statements.run(
+        QStringLiteral(
+            "INSERT INTO trade_tasks (id, account, day, strategy, command, status, start_time, end_time, "
+            "cancel_time) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (id) DO UPDATE SET "
+            "status = excluded.status, cancel_time = excluded.cancel_time"),
+        {task.id, text(task.account), task.day, reference(task.strategy), task.command, task.status, task.start,
+         task.end, task.cancelled});
+    for (size_t i = 0; i < task.items.size(); ++i) {
+        const TradeTaskItem &item = task.items[i];
+        statements.run(
+            QStringLiteral("INSERT INTO trade_task_items (task, ordinal, market, code, operation, "
+                           "price_type, price, quantity, finished) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) "
+                           "ON CONFLICT (task, ordinal) DO UPDATE SET finished = excluded.finished"),
+            {task.id, static_cast<int>(i), text(item.market), text(item.code), static_cast<int>(item.operation),
+             item.priceType, item.price, item.quantity, item.finished});
+    }
+}
+
+void put(Statements &statements, const TradeOrder &order) {
+    putStrategy(statements, order.strategy);
+    statements.run(
+        QStringLiteral(
+            "INSERT INTO trade_orders (account, key, day, instrument, time, direction, offset_flag, price, "
+            "volume, traded, status, strategy, command, task, source) "
+            "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (account, key, source) "
+            "DO UPDATE SET day = excluded.day, instrument = excluded.instrument, time = excluded.time, "
+            "direction = excluded.direction, price = excluded.price, volume = excluded.volume, "
+            "traded = excluded.traded, status = excluded.status"),
+        {text(order.account), text(order.key), order.day, text(order.instrument), order.time, order.direction,
+         order.offset, order.price, order.volume, order.traded, order.status, reference(order.strategy),
+         order.command, reference(order.task), static_cast<int>(order.source)});
+}
+
+void put(Statements &statements, const TradeDeal &deal) {
+    putStrategy(statements, deal.strategy);
+    statements.run(
+        QStringLiteral(
+            "INSERT INTO trade_deals (account, key, order_key, day, instrument, time, direction, "
+            "offset_flag, price, volume, commission, strategy, command, source) "
+            "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (account, key, source) "
+            "DO UPDATE SET day = excluded.day, instrument = excluded.instrument, time = excluded.time, "
+            "direction = excluded.direction, price = excluded.price, volume = excluded.volume, "
+            "commission = excluded.commission"),
+        {text(deal.account), text(deal.key), reference(deal.order), deal.day, text(deal.instrument), deal.time,
+         deal.direction, deal.offset, deal.price, deal.volume, deal.commission, reference(deal.strategy),
+         deal.command, static_cast<int>(deal.source)});
+}
+
+TradeOrder orderOf(const QSqlQuery &row) {
+    TradeOrder order;
+    order.account = textAt(row, 0);
+    order.key = textAt(row, 1);
+    order.day = row.value(2).toInt();
+    order.instrument = textAt(row, 3);
+    order.time = row.value(4).toLongLong();
+    order.direction = row.value(5).toInt();
+    order.offset = row.value(6).toInt();
+    order.price = row.value(7).toDouble();
+    order.volume = row.value(8).toInt();
+    order.traded = row.value(9).toInt();
+    order.status = row.value(10).toInt();
+    order.strategy = textAt(row, 11);
+    order.command = row.value(12).toInt();
+    order.task = row.value(13).toInt();
+    order.source = static_cast<TradeSource>(row.value(14).toInt());
+    return order;
+}
+
+TradeDeal dealOf(const QSqlQuery &row) {
+    TradeDeal deal;
+    deal.account = textAt(row, 0);
+    deal.key = textAt(row, 1);
+    deal.order = textAt(row, 2);
+    deal.day = row.value(3).toInt();
+    deal.instrument = textAt(row, 4);
+    deal.time = row.value(5).toLongLong();
+    deal.direction = row.value(6).toInt();
+    deal.offset = row.value(7).toInt();
+    deal.price = row.value(8).toDouble();
+    deal.volume = row.value(9).toInt();
+    deal.commission = row.value(10).toDouble();
+    deal.strategy = textAt(row, 11);
+    deal.command = row.value(12).toInt();
+    deal.source = static_cast<TradeSource>(row.value(13).toInt());
+    return deal;
+}
+
+TradeTask taskOf(const QSqlQuery &row) {
+    TradeTask task;
+    task.id = row.value(0).toInt();
+    task.account = textAt(row, 1);
+    task.day = row.value(2).toInt();
+    task.strategy = textAt(row, 3);
+    task.command = row.value(4).toInt();
+    task.status = row.value(5).toInt();
+    task.start = row.value(6).toLongLong();
+    task.end = row.value(7).toLongLong();
+    task.cancelled = row.value(8).toLongLong();
+    return task;
+}
+
+TradeTaskItem itemOf(const QSqlQuery &row) {
+    TradeTaskItem item;
+    item.market = textAt(row, 1);
+    item.code = textAt(row, 2);
+    item.operation = static_cast<kvservice::EOperationType>(row.value(3).toInt());
+    item.priceType = row.value(4).toInt();
+    item.price = row.value(5).toDouble();
+    item.quantity = row.value(6).toInt();
+    item.finished = row.value(7).toInt();
+    return item;
+}
+
+/// Runs a question and calls `take` with each row.
+template <class Take>
+void forRows(const QSqlDatabase &database, const QString &question, const QVariantList &values, Take take) {
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.prepare(question);
+    for (const QVariant &value : values) {
+        query.addBindValue(value);
+    }
+    for (query.exec(); query.next();) {
+        take(query);
+    }
+}
+
+void readItems(const QSqlDatabase &database, int day, std::vector<TradeTask> &tasks) {
+    forRows(database,
+            QStringLiteral("SELECT task, market, code, operation, price_type, price, quantity, finished "
+                           "FROM trade_task_items JOIN trade_tasks ON trade_tasks.id = task WHERE day = ? "
+                           "ORDER BY task, ordinal"),
+            {day}, [&](const QSqlQuery &row) {
+                const int id = row.value(0).toInt();
+                const auto task = std::lower_bound(tasks.begin(), tasks.end(), id,
+                                                   [](const TradeTask &one, int of) { return one.id < of; });
+                task->items.push_back(itemOf(row));
+            });
+}
+
+} // namespace
+
+QString TradeStore::write(const TradeBatch &batch) {
+    Statements statements(mStore.connection());
+    statements.run(QStringLiteral("BEGIN IMMEDIATE"));
+    const bool begun = statements.isGood();
+    forget(statements, batch);
+    for (const TradeAccount &account : batch.accounts) {
+        put(statements, account);
+    }
+    for (const TradeTask &task : batch.changes.tasks) {
+        put(statements, task);
+    }
+    for (const TradeOrder &order : batch.changes.orders) {
+        put(statements, order);
+    }
+    for (const TradeDeal &deal : batch.changes.deals) {
+        put(statements, deal);
+    }
+    for (const TradeCancel &cancel : batch.cancels) {
+        statements.run(
+            QStringLiteral("INSERT OR REPLACE INTO trade_cancels (task, day, time, text) VALUES (?, ?, ?, ?)"),
+            {cancel.task, cancel.day, cancel.time, text(cancel.text)});
+    }
+    for (const TradeBatch::AccountDay &day : batch.finishedDays) {
+        statements.run(QStringLiteral("INSERT OR IGNORE INTO trade_days (account, day) VALUES (?, ?)"),
+                       {text(day.first), day.second});
+    }
+    statements.run(QStringLiteral("COMMIT"));
+    if (statements.isGood()) {
+        return {};
+    }
+    if (begun) {
+        QSqlQuery(mStore.connection()).exec(QStringLiteral("ROLLBACK"));
+    }
+    return mStore.describe(statements.error());
+}
+
+TradeChanges TradeStore::read(int day) {
+    TradeChanges records;
+    QSqlDatabase database = mStore.connection();
+    database.transaction(); // one state of the store for all questions
+    forRows(
+        database,
+        QStringLiteral("SELECT id, account, day, strategy, command, status, start_time, end_time, cancel_time "
+                       "FROM trade_tasks WHERE day = ? ORDER BY id"),
+        {day}, [&](const QSqlQuery &row) { records.tasks.push_back(taskOf(row)); });
+    readItems(database, day, records.tasks);
+    forRows(database,
+            QStringLiteral(
+                "SELECT account, key, day, instrument, time, direction, offset_flag, price, volume, traded, "
+                "status, strategy, command, task, source FROM trade_orders WHERE day = ?"),
+            {day}, [&](const QSqlQuery &row) { records.orders.push_back(orderOf(row)); });
+    forRows(
+        database,
+        QStringLiteral("SELECT account, key, order_key, day, instrument, time, direction, offset_flag, price, "
+                       "volume, commission, strategy, command, source FROM trade_deals WHERE day = ?"),
+        {day}, [&](const QSqlQuery &row) { records.deals.push_back(dealOf(row)); });
+    database.commit();
+    return records;
+}
+
+std::vector<TradeAccount> TradeStore::accounts() {
+    std::vector<TradeAccount> accounts;
+    forRows(mStore.connection(),
+            QStringLiteral("SELECT id, name, type, source FROM trade_accounts ORDER BY id"), {},
+            [&](const QSqlQuery &row) {
+                accounts.push_back({textAt(row, 0), textAt(row, 1), row.value(2).toInt(),
+                                    static_cast<TradeSource>(row.value(3).toInt())});
+            });
+    return accounts;
+}
+
+std::set<std::string> TradeStore::strategies() {
+    std::set<std::string> names;
+    forRows(mStore.connection(), QStringLiteral("SELECT name FROM trade_strategies"), {},
+            [&](const QSqlQuery &row) { names.insert(textAt(row, 0)); });
+    return names;
+}
+
+std::set<std::string> TradeStore::instruments() {
+    std::set<std::string> keys;
+    forRows(mStore.connection(),
+            QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals"), {},
+            [&](const QSqlQuery &row) { keys.insert(textAt(row, 0)); });
+    return keys;
+}
+
+std::vector<TradeCancel> TradeStore::cancels(int day) {
+    std::vector<TradeCancel> cancels;
+    forRows(mStore.connection(),
+            QStringLiteral("SELECT task, day, time, text FROM trade_cancels WHERE day = ? ORDER BY time"),
+            {day}, [&](const QSqlQuery &row) {
+                cancels.push_back(
+                    {row.value(0).toInt(), row.value(1).toInt(), row.value(2).toLongLong(), textAt(row, 3)});
+            });
+    return cancels;
+}
+
+std::set<int> TradeStore::finishedDays(const std::string &account) {
+    std::set<int> days;
+    forRows(mStore.connection(), QStringLiteral("SELECT day FROM trade_days WHERE account = ?"),
+            {text(account)}, [&](const QSqlQuery &row) { days.insert(row.value(0).toInt()); });
+    return days;
+}
+
+std::set<int> TradeStore::ownDaysFrom(const std::string &account, int day) {
+    std::set<int> days;
+    forRows(mStore.connection(),
+            QStringLiteral("SELECT day FROM trade_orders WHERE account = ? AND day >= ? AND source = 0 "
+                           "UNION SELECT day FROM trade_tasks WHERE account = ? AND day >= ? "
+                           "UNION SELECT day FROM trade_days WHERE account = ? AND day >= ?"),
+            {text(account), day, text(account), day, text(account), day},
+            [&](const QSqlQuery &row) { days.insert(row.value(0).toInt()); });
+    return days;
+}
+
+} // namespace terminal
