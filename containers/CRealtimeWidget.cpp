@@ -266,6 +266,7 @@ void CRealtimeWidget::updateAxis(bool overwrite) {
 void CRealtimeWidget::updateView() {
     for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
         graph->updateView();
+        graph->update();
     }
 }
 

@@ -106,7 +106,7 @@ public:
 
     /// Brings all graphs onto one scale; with `overwrite` a drawn range may also narrow.
     void updateAxis(bool overwrite);
-    /// Renders all graphs anew. The caller repaints.
+    /// Renders all graphs anew and repaints them.
     void updateView();
     /// Shares out the width among the graphs.
     void updateLength();

@@ -360,6 +360,29 @@ TEST_F(PaneEventTest, WithoutItsVolumeTheChartIsDrawnAnew) {
     EXPECT_NE(painted(*strip(TC::CGraphAxisWidget::eLeft)), strips);
 }
 
+TEST_F(PaneEventTest, WhatChangesTheChartRepaintsAllDays) {
+    mHost.mStocks.add("SZ", "000001");
+    showPane();
+    mPane->scaleView(false);
+    QCoreApplication::processEvents();
+    const auto isRepainted = [this](int daysBack, const std::function<void()> &action) {
+        QCoreApplication::processEvents();
+        PaintWatch watch(graph(daysBack));
+        action();
+        QCoreApplication::processEvents();
+        return !watch.mRegions.isEmpty() && watch.mRegions.last().contains(graph(daysBack)->rect().center());
+    };
+    for (const int daysBack : {0, 1}) {
+        EXPECT_TRUE(isRepainted(daysBack, [this] { event(207, 0); }));
+        EXPECT_TRUE(isRepainted(daysBack, [this] { event(208, 0, 1, QStringLiteral("MACD")); }));
+        EXPECT_TRUE(isRepainted(daysBack, [this] { event(209, 0, 1, QStringLiteral("SZ000001")); }));
+        EXPECT_TRUE(isRepainted(daysBack, [this] { event(209, 0, 0); }));
+        EXPECT_TRUE(isRepainted(daysBack, [this] { mPane->updateView(); }));
+        event(3029, 0);
+        EXPECT_FALSE(isRepainted(daysBack, [this] { event(3029, 0); })); // nothing has changed since
+    }
+}
+
 TEST_F(PaneEventTest, AFormulaIsPutInAndTakenAwayByEvent) {
     EXPECT_TRUE(event(208, 0, 1, QStringLiteral("MACD")));
     EXPECT_TRUE(mPane->findIndex(QStringLiteral("MACD")));

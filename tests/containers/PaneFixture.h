@@ -6,7 +6,7 @@
 #include "containers/CRealtimeWidget.h"
 #include "host/drawing/CIndexTitleWidget.h"
 #include "host/toolkit/CPushButton.h"
-#include "tests/chartview/ChartFixture.h"
+#include "tests/chartview/GraphFixture.h"
 
 #include <QMouseEvent>
 #include <QTest>

@@ -35,9 +35,9 @@ public:
     bool isHidden() const { return mAxis == se::eLineHidden; }
     bool isOnSharedAxis() const { return mAxis == se::eLineShared; }
 
-    /// The colour that the point or the line asks for, else the given one of the theme.
+    /// The colour that the point or the line asks for, else the given one of the theme. Below 0 there is no point.
     QRgb color(int i, QRgb ofTheme) const {
-        if (i < mColorSize && mColors[i] != se::kDefaultColor) {
+        if (i >= 0 && i < mColorSize && mColors[i] != se::kDefaultColor) {
             return unpacked(mColors[i]);
         }
         return mLineColor != se::kDefaultColor ? unpacked(mLineColor) : ofTheme;
