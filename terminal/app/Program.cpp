@@ -203,6 +203,7 @@ int run(const CommandLineOptions &options) {
     TerminalSettings settings;
     settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
     settings.config = defaultConfigPath();
+    settings.formulas = defaultFormulaFolder();
     settings.speed = options.speed.value_or(1.0);
     QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);
     if (!error.isEmpty()) {

@@ -1,6 +1,6 @@
 #include "terminal/app/TerminalServices.h"
 
-#include "terminal/formula/NativeFormulas.h"
+#include "terminal/formula/HostFormulaInputs.h"
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
 #include "terminal/market/MarketDate.h"
@@ -99,7 +99,13 @@ std::unique_ptr<TerminalServices> TerminalServices::open(const TerminalSettings 
     return error.isEmpty() ? std::move(services) : nullptr;
 }
 
-TerminalServices::TerminalServices(const TerminalSettings &settings) : mConfig(settings.config) {}
+TerminalServices::TerminalServices(const TerminalSettings &settings)
+    : mConfig(settings.config), mCatalogue(mConfig, settings.formulas, mMessages.sink()) {
+    mCatalogue.setChangeListener([this](const QString &) {
+        mCache.clear();
+        refreshSmartKeys();
+    });
+}
 
 TerminalServices::~TerminalServices() {
     if (mTrade) {
@@ -136,12 +142,16 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
             return TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose(member, date);
         });
     });
-    mFormulas = std::make_unique<FormulaService>(
-        *mFeed, makeNativeFormula, requestDayOf,
-        [this](const QString &key, int day) { return dayPositions(mStore, key, day); });
+    const FormulaProgramMaker maker =
+        luaFormulaMaker([this](const TC::CFormulaParam &param) { return mCatalogue.fileOf(param); },
+                        hostFormulaInputs, mMessages.sink());
+    mFormulas =
+        std::make_unique<FormulaService>(*mFeed, maker, requestDayOf, [this](const QString &key, int day) {
+            return dayPositions(mStore, key, day);
+        });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
-    mReplay = std::make_unique<ReplayService>(*mFeed, makeNativeFormula, requestDayOf);
+    mReplay = std::make_unique<ReplayService>(*mFeed, maker, requestDayOf);
     mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
@@ -221,6 +231,10 @@ qint64 marketStart(const Catalogue &catalogue, qint64 now) {
 
 QString defaultStorePath() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/market.db");
+}
+
+QString defaultFormulaFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/formulas");
 }
 
 QString defaultConfigPath() {

@@ -45,6 +45,7 @@ private:
 struct TerminalSettings {
     QString store; ///< file of the market store
     QString config; ///< file of the configuration; empty for none
+    QString formulas; ///< folder of the user's own formulas; empty for none
     double speed = 1.0; ///< market seconds a second
     std::optional<qint64>
         start; ///< market time to start at, milliseconds since the epoch; else by the real time
@@ -67,6 +68,7 @@ public:
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
     TradeService &trade() { return *mTrade; }
+    FormulaCatalogue &catalogue() { return mCatalogue; }
 
     /// All that a chart can show, to search in.
     InstrumentSearch search() const;
@@ -96,9 +98,9 @@ private:
     std::unique_ptr<SimulatedExchange> mExchange;
     std::unique_ptr<CompositeFeed> mFeed; ///< of the exchange's prices
     RequestIds mIds;
+    FormulaMessages mMessages;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;
-    FormulaMessages mMessages;
     SimulatedHistory mHistory{mStore};
     StrategyService mStrategies;
     std::unique_ptr<TradeService> mTrade;
@@ -119,5 +121,7 @@ qint64 marketStart(const Catalogue &catalogue, qint64 now);
 QString defaultStorePath();
 /// The configuration file, in the user's configuration folder.
 QString defaultConfigPath();
+/// The folder of the user's own formulas, in the user's data folder.
+QString defaultFormulaFolder();
 
 } // namespace terminal

@@ -1,34 +1,95 @@
 #pragma once
 
 #include "host/services/CFormulaOperateManager.h"
+#include "terminal/config/ConfigService.h"
+#include "terminal/formula/FormulaFiles.h"
+#include "terminal/formula/LuaFormula.h"
 
 #include <QMap>
 
+#include <functional>
+#include <memory>
+#include <mutex>
+
 namespace terminal {
 
-/// The formulas that the terminal offers, by name in any letter case. The records are made once and live as long as
-/// the catalogue. Any thread.
+/// The formulas that the terminal offers, by name in any letter case: those built in, and over them the user's own.
+///
+/// A file of the user's folder takes the place of the built-in formula of the same name, or is a formula of its own. One
+/// that is faulty is told, and the built-in formula stands. Folders of the files are those of the tree, what the user
+/// added stands in a folder of its own, script models in the last one, and built-in formulas outside all folders are not offered in menus. Values of
+/// parameters are kept in the part "formulas" of the configuration.
+///
+/// A record never changes: an edit or another parameter makes a new one, and those who hold the old one keep it. Any
+/// thread; the functions that change a formula on the user-interface thread.
 class FormulaCatalogue : public TC::CFormulaOperateManager {
 public:
-    FormulaCatalogue();
+    using ChangeListener = std::function<void(const QString &name)>;
+
+    /// `userFolder` holds the user's own files; empty for none. `sink` hears of faulty files, at once and later.
+    explicit FormulaCatalogue(ConfigService &config, QString userFolder = {}, FormulaErrorSink sink = {});
+    ~FormulaCatalogue() override;
 
     TC::CFormulaDetailPtr getFormula(const QString &name) override;
-    /// Native formulas are ready as they are: true for those of the catalogue.
+    TC::CFormulaCatalogDetailPtr getRootCatalog() override;
+    /// Formulas are ready as they are: true for those of the catalogue.
     bool genLuaFormula(const QString &fileName, const QString &name) override;
     QString pythonDir() override;
-    TC::CFormulaCatalogDetailPtr getRootCatalog() override { return mRoot; }
+
     TC::CFormulaParameters parameters(const QString &name) override;
     QString setParameters(const QString &name, const TC::CFormulaParameters &parameters) override;
+
     TC::CFormulaSource source(const QString &name) override;
     QString newFormulaText(const QString &name) override;
     TC::CFormulaFault checkFormula(const QString &text) override;
     TC::CFormulaFault saveFormula(QString &name, const QString &text) override;
     QString restoreFormula(const QString &name) override;
 
-private:
-    void add(const QString &name, int type, const QMap<int, int> &precisions);
+    /// The file that a request names, with the values of its parameters; nothing when there is none.
+    std::optional<LuaFormulaFile> fileOf(const TC::CFormulaParam &param) const;
+    /// Names of all formulas, as they are written, in the order of the tree.
+    QStringList names() const;
+    /// What the file of a formula says about itself; nothing for an unknown one.
+    std::optional<FormulaDescription> description(const QString &name) const;
+    /// Is called after a formula or its parameters have changed.
+    void setChangeListener(ChangeListener listener);
 
-    QMap<QString, TC::CFormulaDetailPtr> mFormulas; ///< by upper-case name
+private:
+    /// A formula that can be used.
+    struct Formula {
+        FormulaFile file;
+        FormulaDescription description;
+        bool isUserMade = false;
+        TC::CFormulaDetailPtr record; ///< with the values of its parameters
+    };
+    using FormulaPtr = std::shared_ptr<const Formula>;
+    using Formulas = QMap<QString, FormulaPtr>; ///< by upper-case name
+
+    void readBuiltin();
+    void readUser();
+    void readScripts();
+    /// The formula of a user's file; null, with the reason, when it is faulty.
+    FormulaPtr userFormula(const FormulaFile &file, FormulaError &error) const;
+    std::shared_ptr<Formula> makeFormula(const FormulaFile &file, const FormulaDescription &description,
+                                         bool isUserMade) const;
+    TC::CFormulaDetailPtr makeRecord(const Formula &formula) const;
+    void renewRecord(const QString &upperName);
+    FormulaPtr find(const QString &name) const;
+    QString fileToSave(const QString &name) const;
+    void buildTree();
+    void tell(const FormulaError &error) const;
+    void changed(const QString &name);
+
+    ConfigService &mConfig;
+    const QString mUserFolder;
+    const FormulaErrorSink mSink;
+    ChangeListener mListener;
+    mutable std::mutex mLock; ///< guards what follows
+    Formulas mBuiltin;
+    Formulas mUser;
+    QMap<QString, FormulaFile> mFaulty; ///< user's files that stand aside, by the upper-case name of the file
+    QMap<QString, TC::CFormulaDetailPtr> mScripts; ///< script models by name
+    QStringList mOrder; ///< upper-case names of the built-in formulas in the order of their files
     TC::CFormulaCatalogDetailPtr mRoot;
 };
 

@@ -41,6 +41,7 @@ protected:
         terminal::TerminalSettings settings;
         settings.store = store;
         settings.config = mFolder.path() + "/config.json";
+        settings.formulas = mFolder.path() + "/formulas";
         settings.start = mNow;
         QString error;
         mServices = terminal::TerminalServices::open(settings, error);

@@ -1,0 +1,60 @@
+#include "terminal/formula/FormulaFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace terminal {
+namespace {
+
+constexpr qint64 kLargestFile = 1 << 20; ///< bytes
+constexpr int kDeepest = 8; ///< folders in one another; links may go round
+
+QString shownName(const QString &folder) {
+    int digits = 0;
+    while (digits < folder.size() && folder[digits].isDigit()) {
+        ++digits;
+    }
+    return digits < folder.size() ? folder.mid(digits) : folder;
+}
+
+void tell(const FormulaErrorSink &sink, const QFileInfo &file, const QString &reason) {
+    if (sink) {
+        sink({file.completeBaseName(), 0,
+              QCoreApplication::translate("FormulaCatalogue", "文件 %1 无法读取（%2）")
+                  .arg(file.filePath(), reason)});
+    }
+}
+
+void readFolder(const QDir &folder, const QStringList &names, QVector<FormulaFile> &files,
+                const FormulaErrorSink &sink) {
+    if (names.size() < kDeepest) {
+        for (const QString &name : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+            readFolder(QDir(folder.filePath(name)), names + QStringList(shownName(name)), files, sink);
+        }
+    }
+    const QStringList patterns{QStringLiteral("*.lua")};
+    for (const QFileInfo &info : folder.entryInfoList(patterns, QDir::Files, QDir::Name)) {
+        QFile file(info.filePath());
+        if (info.size() > kLargestFile) {
+            tell(sink, info, QCoreApplication::translate("FormulaCatalogue", "文件太大"));
+        } else if (!file.open(QIODevice::ReadOnly)) {
+            tell(sink, info, file.errorString());
+        } else {
+            files.append({info.filePath(), names, file.readAll()});
+        }
+    }
+}
+
+} // namespace
+
+QVector<FormulaFile> readFormulaFiles(const QString &root, const FormulaErrorSink &sink) {
+    QVector<FormulaFile> files;
+    if (!root.isEmpty()) {
+        readFolder(QDir(root), {}, files, sink);
+    }
+    return files;
+}
+
+} // namespace terminal
