@@ -98,7 +98,7 @@ struct Launch {
         envp.push_back(nullptr);
         folder = QFile::encodeName(QFileInfo(command.file).absolutePath()).toStdString();
         memory = static_cast<rlim_t>(limits.memoryBytes);
-        seconds = static_cast<rlim_t>(limits.milliseconds / 1000 + 2);
+        seconds = static_cast<rlim_t>(limits.milliseconds) / 1000 + 2;
         parent = ::getpid();
     }
 };

@@ -2,13 +2,13 @@
 
 #include <QColor>
 #include <QCoreApplication>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
+
+#include <bson/bson.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <utility>
 
 namespace terminal {
@@ -30,18 +30,74 @@ ScriptModelFailure failed(const QString &text) {
     return {shortened(text)};
 }
 
+/// A value of a JSON object; absent without the field.
+class JsonValue {
+public:
+    JsonValue() = default;
+    explicit JsonValue(const bson_iter_t &place) : mPlace(place), mIsPresent(true) {}
+
+    bool isAbsent() const { return !mIsPresent; }
+    bool isNull() const { return mIsPresent && BSON_ITER_HOLDS_NULL(&mPlace); }
+    std::optional<double> number() const {
+        return mIsPresent && BSON_ITER_HOLDS_NUMBER(&mPlace)
+                   ? std::optional<double>(bson_iter_as_double(&mPlace))
+                   : std::nullopt;
+    }
+    /// Empty for what is no text.
+    QString text() const {
+        uint32_t length = 0;
+        const char *utf8 =
+            mIsPresent && BSON_ITER_HOLDS_UTF8(&mPlace) ? bson_iter_utf8(&mPlace, &length) : nullptr;
+        return QString::fromUtf8(utf8, static_cast<int>(length));
+    }
+    /// The elements of an array; nothing for what is none.
+    std::optional<std::vector<JsonValue>> elements() const {
+        bson_iter_t element;
+        if (!mIsPresent || !BSON_ITER_HOLDS_ARRAY(&mPlace) || !bson_iter_recurse(&mPlace, &element)) {
+            return std::nullopt;
+        }
+        std::vector<JsonValue> values;
+        while (bson_iter_next(&element)) {
+            values.emplace_back(element);
+        }
+        return values;
+    }
+
+private:
+    bson_iter_t mPlace{};
+    bool mIsPresent = false;
+};
+
+/// A JSON object; one without fields for any other text.
+class JsonObject {
+public:
+    explicit JsonObject(const QByteArray &text)
+        : mDocument(
+              bson_new_from_json(reinterpret_cast<const uint8_t *>(text.constData()), text.size(), nullptr),
+              &bson_destroy) {}
+
+    JsonValue operator[](const char *field) const {
+        bson_iter_t place;
+        return mDocument && bson_iter_init_find(&place, mDocument.get(), field) ? JsonValue(place)
+                                                                                : JsonValue();
+    }
+
+private:
+    std::unique_ptr<bson_t, void (*)(bson_t *)> mDocument;
+};
+
 /// A whole number of a field within a range, or nothing.
-std::optional<int> wholeNumber(const QJsonValue &value, int least, int most) {
-    const double number = value.toDouble(least - 1.0);
-    if (!value.isDouble() || number < least || number > most || number != std::floor(number)) {
+std::optional<int> wholeNumber(const JsonValue &value, int least, int most) {
+    const std::optional<double> number = value.number();
+    if (!number || !(*number >= least && *number <= most) || *number != std::floor(*number)) {
         return std::nullopt;
     }
-    return static_cast<int>(number);
+    return static_cast<int>(*number);
 }
 
-std::optional<qint32> readAxis(const QJsonValue &value) {
-    const QString name = value.toString();
-    if (value.isUndefined() || name == QLatin1String("shared")) {
+std::optional<qint32> readAxis(const JsonValue &value) {
+    const QString name = value.text();
+    if (value.isAbsent() || name == QLatin1String("shared")) {
         return se::eLineShared;
     }
     if (name == QLatin1String("own")) {
@@ -50,29 +106,29 @@ std::optional<qint32> readAxis(const QJsonValue &value) {
     return name == QLatin1String("hidden") ? std::optional<qint32>(se::eLineHidden) : std::nullopt;
 }
 
-std::optional<qint32> readColor(const QJsonValue &value) {
+std::optional<qint32> readColor(const JsonValue &value) {
     static const QRegularExpression shape(QStringLiteral("^#[0-9a-fA-F]{6}$"));
-    if (value.isUndefined()) {
+    if (value.isAbsent()) {
         return se::kDefaultColor;
     }
-    if (!shape.match(value.toString()).hasMatch()) {
+    if (!shape.match(value.text()).hasMatch()) {
         return std::nullopt;
     }
-    const QColor color(value.toString());
+    const QColor color(value.text());
     return color.red() | color.green() << 8 | color.blue() << 16;
 }
 
-ScriptModelMessage readLine(const QJsonObject &object, int points) {
+ScriptModelMessage readLine(const JsonObject &object, int points) {
     ScriptModelLine line;
-    line.name = object[QStringLiteral("line")].toString();
+    line.name = object["line"].text();
     if (line.name.isEmpty() || line.name.size() > kLongestText) {
         return failed(Words::tr("线的名称应为 1 到 200 个字符"));
     }
-    const QJsonValue style = object[QStringLiteral("style")];
+    const JsonValue style = object["style"];
     const std::optional<int> styleNumber =
-        style.isUndefined() ? std::optional<int>(0) : wholeNumber(style, 0, kLastStyle);
-    const std::optional<qint32> color = readColor(object[QStringLiteral("color")]);
-    const std::optional<qint32> axis = readAxis(object[QStringLiteral("axis")]);
+        style.isAbsent() ? std::optional<int>(0) : wholeNumber(style, 0, kLastStyle);
+    const std::optional<qint32> color = readColor(object["color"]);
+    const std::optional<qint32> axis = readAxis(object["axis"]);
     if (!styleNumber) {
         return failed(Words::tr("线“%1”的 style 应为 0 到 255 的整数").arg(line.name));
     }
@@ -85,30 +141,31 @@ ScriptModelMessage readLine(const QJsonObject &object, int points) {
     line.style = *styleNumber;
     line.color = *color;
     line.axis = *axis;
-    const QJsonArray values = object[QStringLiteral("values")].toArray();
-    if (!object[QStringLiteral("values")].isArray() || values.size() != points) {
-        return failed(Words::tr("线“%1”有 %2 个值，应为每分钟一个，共 %3 个")
-                          .arg(line.name, QString::number(values.size()), QString::number(points)));
+    const std::optional<std::vector<JsonValue>> values = object["values"].elements();
+    if (!values || values->size() != static_cast<size_t>(points)) {
+        return failed(
+            Words::tr("线“%1”有 %2 个值，应为每分钟一个，共 %3 个")
+                .arg(line.name, QString::number(values ? values->size() : 0), QString::number(points)));
     }
-    line.values.reserve(static_cast<size_t>(points));
-    for (int i = 0; i < points; ++i) {
-        const QJsonValue value = values.at(i);
-        if (!value.isNull() && !value.isDouble()) {
+    line.values.reserve(values->size());
+    for (size_t i = 0; i < values->size(); ++i) {
+        const std::optional<double> value = (*values)[i].number();
+        if (!(value && std::isfinite(*value)) && !(*values)[i].isNull()) {
             return failed(Words::tr("线“%1”的第 %2 个值不是数，也不是 null").arg(line.name).arg(i + 1));
         }
-        line.values.push_back(value.toDouble(TC::kUnsetValue));
+        line.values.push_back(value.value_or(TC::kUnsetValue));
     }
     return line;
 }
 
-ScriptModelMessage readProgress(const QJsonObject &object) {
+ScriptModelMessage readProgress(const JsonObject &object) {
     constexpr int kMost = 1000000000;
-    const std::optional<int> done = wholeNumber(object[QStringLiteral("progress")], 0, kMost);
-    const std::optional<int> total = wholeNumber(object[QStringLiteral("total")], 0, kMost);
+    const std::optional<int> done = wholeNumber(object["progress"], 0, kMost);
+    const std::optional<int> total = wholeNumber(object["total"], 0, kMost);
     if (!done || !total || *done > *total) {
         return failed(Words::tr("进度应为 0 到 total 的整数"));
     }
-    return ScriptModelProgress{*done, *total, shortened(object[QStringLiteral("text")].toString())};
+    return ScriptModelProgress{*done, *total, shortened(object["text"].text())};
 }
 
 /// The line number of a traceback's `File "...", line N, in ...` inside a file; 0 for another line of text.
@@ -123,14 +180,14 @@ int lineOfFrame(const QString &text, const QString &file) {
 } // namespace
 
 ScriptModelMessage readScriptModelMessage(const QByteArray &text, int points) {
-    const QJsonObject object = QJsonDocument::fromJson(text).object();
-    if (object.contains(QStringLiteral("line"))) {
+    const JsonObject object(text);
+    if (!object["line"].isAbsent()) {
         return readLine(object, points);
     }
-    if (object.contains(QStringLiteral("progress"))) {
+    if (!object["progress"].isAbsent()) {
         return readProgress(object);
     }
-    const QString error = object[QStringLiteral("error")].toString();
+    const QString error = object["error"].text();
     if (!error.isEmpty()) {
         return failed(error);
     }
