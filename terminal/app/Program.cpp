@@ -8,6 +8,7 @@
 #include "terminal/app/Snapshot.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
+#include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QApplication>
@@ -204,6 +205,10 @@ int run(const CommandLineOptions &options) {
     settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
     settings.config = defaultConfigPath();
     settings.formulas = defaultFormulaFolder();
+    if (!copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), FormulaCatalogue::scriptFolder())) {
+        qWarning("%s: the script models that come with the terminal could not be put there",
+                 qPrintable(FormulaCatalogue::scriptFolder()));
+    }
     settings.speed = options.speed.value_or(1.0);
     QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);
     if (!error.isEmpty()) {

@@ -204,7 +204,7 @@ bool FormulaCatalogue::genLuaFormula(const QString &fileName, const QString &nam
     return record && record->mFileName == fileName;
 }
 
-QString FormulaCatalogue::pythonDir() {
+QString FormulaCatalogue::scriptFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/scripts");
 }
 

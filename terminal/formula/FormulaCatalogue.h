@@ -34,7 +34,9 @@ public:
     TC::CFormulaCatalogDetailPtr getRootCatalog() override;
     /// Formulas are ready as they are: true for those of the catalogue.
     bool genLuaFormula(const QString &fileName, const QString &name) override;
-    QString pythonDir() override;
+    QString pythonDir() override { return scriptFolder(); }
+    /// The folder of the script models, in the user's data folder.
+    static QString scriptFolder();
 
     TC::CFormulaParameters parameters(const QString &name) override;
     QString setParameters(const QString &name, const TC::CFormulaParameters &parameters) override;

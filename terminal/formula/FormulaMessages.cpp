@@ -32,7 +32,7 @@ FormulaErrorSink FormulaMessages::sink() {
 }
 
 void FormulaMessages::post(const FormulaError &error) {
-    const FormulaMessage message{TC::hostNow(), error, 1};
+    const FormulaMessage message{QDateTime(), error, 1};
     bool wasEmpty = false;
     {
         std::lock_guard<std::mutex> hold(mLock);
@@ -50,8 +50,11 @@ void FormulaMessages::drain() {
         std::lock_guard<std::mutex> hold(mLock);
         waiting.swap(mWaiting);
     }
+    // Told before the market has a clock, a fault of a file waits here until the event loop turns.
+    const QDateTime now = waiting.isEmpty() ? QDateTime() : TC::hostNow();
     bool isNew = false;
     for (auto message = waiting.rbegin(); message != waiting.rend(); ++message) {
+        message->time = now;
         isNew = putFirst(mMessages, *message) || isNew;
     }
     if (!waiting.isEmpty()) {

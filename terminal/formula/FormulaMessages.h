@@ -12,7 +12,7 @@ namespace terminal {
 
 /// An error as the user is told it.
 struct FormulaMessage {
-    QDateTime time; ///< of the market, when it came last
+    QDateTime time; ///< of the market, when it was listed last
     FormulaError error;
     int count = 1; ///< how often it came
 };

@@ -1,6 +1,7 @@
 // The program itself, run as a child process.
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -129,4 +130,15 @@ TEST_F(ProgramTest, BadInputGetsOneLineAndStatusTwo) {
                      "600000,SSE,2026-03-24 09:31:00,1,1,1,abc,1,1\n");
     expectRefusal(QStringList{"--import", file("bad.csv")} + picture, {"bad.csv:2:"});
     EXPECT_FALSE(QFile::exists(file("p.png")));
+}
+
+TEST_F(ProgramTest, TheScriptModelsThatComeWithItAreInTheUsersFolder) {
+    ASSERT_EQ(runProgram({"--snapshot", file("a.png")}).status, 0);
+    QStringList found;
+    QDirIterator files(home() + "/.local/share", {"*.py"}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        found << QFileInfo(files.next()).fileName();
+    }
+    found.sort();
+    EXPECT_EQ(found, (QStringList{"GROUPRANK.py", "MEANBAND.py", "timeshare_model.py"}));
 }

@@ -139,3 +139,11 @@ TEST_F(MessagePanelTest, ADoubleClickChoosesTheFormulaAndItsLine) {
     ASSERT_EQ(chosen.size(), 1);
     EXPECT_EQ(chosen[0], (QVariantList{"A", 3}));
 }
+
+TEST_F(MessagePanelTest, AnErrorMayComeBeforeThereIsAClock) {
+    TC::CSingletonT<TC::CHostClock>::install(nullptr);
+    mMessages.sink()({"A", 1, "x"});
+    TC::CSingletonT<TC::CHostClock>::install(&mClock);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(row(0), "11-20 10:30:00|A|1|x|");
+}
