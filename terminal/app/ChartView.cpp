@@ -8,6 +8,7 @@
 #include "host/services/CIndexManager.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "terminal/app/TradeWatch.h"
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -20,7 +21,8 @@ namespace {
 
 constexpr int kLastValueChanged = 3072; ///< event of a chart's data
 const QString kPortfolioMarket = QStringLiteral("TZZH");
-constexpr int kAccountsShown = 2;
+constexpr int kAccountsShown = 2; ///< bits of mLinkageFlags
+constexpr int kSelectedDataShown = 4;
 
 bool isKnown(const QString &key) {
     TC::CStockManager &stocks = TC::CSingletonT<TC::CStockManager>::instance();
@@ -55,6 +57,7 @@ ChartView::ChartView(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(mMain);
+    connect(new TradeWatch(this), &TradeWatch::changed, this, &ChartView::onTradesChanged);
 }
 
 bool ChartView::show(const QString &key, const QDate &day) {
@@ -117,6 +120,18 @@ void ChartView::showTrades(bool shown) {
     param.mLinkageFlags = any ? param.mLinkageFlags | kAccountsShown : param.mLinkageFlags & ~kAccountsShown;
     mMain->getRealTimeWidget()->updateView();
     mMain->getRealTimeWidget()->update();
+}
+
+void ChartView::onTradesChanged(const QSet<QString> &instruments) {
+    const TC::CRealtimeUiParam &param = *uiParam();
+    const auto isOfThem = [&](const std::string &key) {
+        return instruments.contains(QString::fromStdString(key));
+    };
+    const bool selected = (param.mLinkageFlags & kSelectedDataShown) != 0;
+    if (instruments.contains(mInstrument) ||
+        (selected && std::any_of(param.mLinkageStocks.begin(), param.mLinkageStocks.end(), isOfThem))) {
+        mMain->updateLinkageDatas();
+    }
 }
 
 void ChartView::setFormulaPanes(int count) {

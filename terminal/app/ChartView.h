@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <boost/shared_ptr.hpp>
 
@@ -65,6 +66,8 @@ signals:
     void changed();
 
 private:
+    /// Repaints the trades when they are those of an instrument shown.
+    void onTradesChanged(const QSet<QString> &instruments);
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.
     void countPastPoints();
 

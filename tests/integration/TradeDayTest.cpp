@@ -2,6 +2,7 @@
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
 #include "tests/integration/TerminalFixture.h"
+#include "tests/support/Golden.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QProcess>
@@ -13,6 +14,7 @@
 #include <atomic>
 #include <csignal>
 #include <map>
+#include <thread>
 
 using namespace terminal;
 using tests::TerminalFixture;
@@ -135,6 +137,47 @@ TEST_F(TradeDayTest, MarksOfAllAccountsStandOnTheChart) {
     EXPECT_GT(shown, 0U);
     view().uiParam()->mLinkageFlags = 1;
     EXPECT_NE(graphImage(), marked);
+}
+
+TEST_F(TradeDayTest, ANewTradeComesToTheScreenByItself) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    ASSERT_TRUE(waitUntilComplete());
+    // A deal at 09:35, above all prices of the day.
+    TC::CRealtimeGraphWidget &graph = *view().graph();
+    const auto range = view().data()->getMaxMinMap().value(TC::CFormulaKey("SH600000", "REALTIME"));
+    const double price = range.second + 0.95 * (range.first - range.second);
+    const int split = static_cast<int>(2.0 * graph.height() / 3.0 + 0.5);
+    const QPoint at(view().uiParam()->getXAxisByIndex(5), view().data()->yOfValue(price, {1, 3, 1, split - 5}));
+    const auto isRed = [&] {
+        const QColor color = tests::onScreen(*mWindow).pixelColor(graph.mapTo(mWindow.get(), at));
+        return color.red() > 100 && color.green() < 60;
+    };
+    ASSERT_FALSE(isRed());
+    trade().importDeal("80010001", kShare, "mine", price, 100, timeOf(mToday, 575) / 1000, 48);
+    EXPECT_TRUE(QTest::qWaitFor(isRed, 10000));
+    EXPECT_TRUE(view().data()->hitDeal(at.x(), at.y()));
+    trade().clearImportData();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isRed(); }, 10000));
+}
+
+TEST_F(TradeDayTest, TheWindowMayGoWhileTradesAreTold) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    std::atomic<bool> over{false};
+    std::atomic<int> told{0};
+    std::thread teller([&] {
+        for (; !over; ++told) {
+            trade().sigLinkageChanged({kShare});
+            trade().sigTaskChanged({kShare, "SZ000001"});
+        }
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told > 20; }, 10000));
+    mWindow.reset();
+    const int before = told;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told > before + 20; }, 10000));
+    over = true;
+    teller.join();
+    EXPECT_EQ(trade().sigLinkageChanged.num_slots(), 0u);
+    EXPECT_EQ(trade().sigTaskChanged.num_slots(), 0u);
 }
 
 TEST_F(TradeDayTest, AProgramKilledWhileItWritesLosesNothingThatWasWritten) {
