@@ -13,6 +13,7 @@ namespace terminal {
 namespace {
 
 constexpr int kWidth = 200; ///< pixels
+const QString kOrdinaryChart = QStringLiteral("REALTIME");
 constexpr int kFormulaRole = Qt::UserRole; ///< name of the formula; folders have none
 
 TC::CFormulaOperateManager &catalogue() {
@@ -70,12 +71,15 @@ FormulaPanel::FormulaPanel(QWidget *parent)
     mFilter->setClearButtonEnabled(true);
     mTree->setHeaderHidden(true);
     mTree->setContextMenuPolicy(Qt::CustomContextMenu);
+    auto *restore = new QPushButton(tr("恢复主图"), this);
+    restore->setObjectName(QStringLiteral("restore"));
     auto *create = new QPushButton(tr("新建指标…"), this);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(4, 4, 4, 4);
     column->setSpacing(4);
     column->addWidget(mFilter);
     column->addWidget(mTree, 1);
+    column->addWidget(restore);
     column->addWidget(create);
 
     connect(mFilter, &QLineEdit::textChanged, this, &FormulaPanel::narrowAll);
@@ -85,6 +89,7 @@ FormulaPanel::FormulaPanel(QWidget *parent)
         }
     });
     connect(mTree, &QWidget::customContextMenuRequested, this, &FormulaPanel::showMenu);
+    connect(restore, &QPushButton::clicked, this, [this] { emit asked(kOrdinaryChart); });
     connect(create, &QPushButton::clicked, this, [this] { emit editAsked({}); });
 }
 

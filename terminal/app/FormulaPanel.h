@@ -10,7 +10,7 @@ class QTreeWidgetItem;
 namespace terminal {
 
 /// The tree of the formula catalogue, with a box that narrows it. A double click or Enter asks for a formula; the menu
-/// of a formula has its parameters and its text.
+/// of a formula has its parameters and its text. One button asks for the ordinary chart, another for a new formula.
 class FormulaPanel : public QWidget {
     Q_OBJECT
 public:
