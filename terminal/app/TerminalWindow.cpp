@@ -223,6 +223,7 @@ void TerminalWindow::setPaused(bool paused) {
     const QSignalBlocker quiet(mPause);
     mPause->setChecked(paused);
     mPause->setText(paused ? tr("继续") : tr("暂停"));
+    colorButtons();
 }
 
 void TerminalWindow::setPace(double pace) {
@@ -239,6 +240,7 @@ void TerminalWindow::setTradesShown(bool shown) {
     mView->showTrades(shown);
     const QSignalBlocker quiet(mTrades);
     mTrades->setChecked(shown);
+    colorButtons();
     mServices.config().setValue(kTradesField, shown ? kYes : kNo);
 }
 
@@ -262,6 +264,18 @@ void TerminalWindow::onUiResourceChanged() {
     applyTheme();
 }
 
+/// The text of a button that is on stands out.
+void TerminalWindow::colorButtons() {
+    const GZ::CUiResource &theme = GZ::CUiResource::instance();
+    for (QPushButton *button : {mTrades, mFormulasShown, mPause}) {
+        QPalette colors = palette();
+        colors.setColor(QPalette::ButtonText,
+                        theme.getColor(button->isChecked() ? QStringLiteral("ic_clr_realtime_colorstick")
+                                                           : QStringLiteral("ic_clr_realtime_axis_text")));
+        button->setPalette(colors);
+    }
+}
+
 void TerminalWindow::applyTheme() {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
     const QColor background = theme.getColor(QStringLiteral("ic_clr_realtime_axis_bg"));
@@ -276,6 +290,7 @@ void TerminalWindow::applyTheme() {
         colors.setColor(role, text);
     }
     setPalette(colors);
+    colorButtons();
     mTheme->setText(theme.theme() == QLatin1String("dark") ? tr("浅色") : tr("深色"));
 }
 

@@ -70,6 +70,7 @@ private:
     void buildControls(QWidget *row);
     void buildStatus(QWidget *row);
     void applyTheme();
+    void colorButtons();
     void connectControls();
     void connectFormulas();
     void refreshSearch();

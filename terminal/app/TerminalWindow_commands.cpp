@@ -49,6 +49,7 @@ void TerminalWindow::setFormulasShown(bool shown) {
     mFormulas->setVisible(shown);
     const QSignalBlocker quiet(mFormulasShown);
     mFormulasShown->setChecked(shown);
+    colorButtons();
 }
 
 void TerminalWindow::connectFormulas() {
