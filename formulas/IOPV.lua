@@ -1,4 +1,4 @@
--- 基金份额参考净值由交易所随行情发布，不能从成交价推算。行情里没有它时，这条线没有值。
+-- 跟踪指数的基金，其份额参考净值为前一交易日的单位净值乘以指数自前收盘以来的涨跌。没有前日净值或跟踪指数时没有值。
 formula {
   name = "IOPV", type = 1,
   text = "基金份额参考净值",
@@ -7,5 +7,5 @@ formula {
 }
 
 function run()
-  return NAN
+  return PREVNAV * UCLOSE / UPREVCLOSE
 end

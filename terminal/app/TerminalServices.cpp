@@ -142,9 +142,10 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
             return TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose(member, date);
         });
     });
-    const FormulaProgramMaker maker =
-        luaFormulaMaker([this](const TC::CFormulaParam &param) { return mCatalogue.fileOf(param); },
-                        hostFormulaInputs, mMessages.sink());
+    const FormulaProgramMaker maker = luaFormulaMaker(
+        [this](const TC::CFormulaParam &param) { return mCatalogue.fileOf(param); },
+        [this](const TC::CFormulaParam &param) { return hostFormulaInputs(param, *mStore.catalogue()); },
+        mMessages.sink());
     mFormulas =
         std::make_unique<FormulaService>(*mFeed, maker, requestDayOf, [this](const QString &key, int day) {
             return dayPositions(mStore, key, day);

@@ -2,7 +2,7 @@
 
 #include "host/records/CFormulaParam.h"
 #include "host/records/RPCFormulaResult.h"
-#include "terminal/market/MinuteBar.h"
+#include "terminal/market/MarketFeed.h"
 
 #include <functional>
 #include <memory>
@@ -22,7 +22,15 @@ public:
     /// the call before. A program that can work the point out without the others does so: this is called with every
     /// trade.
     virtual se::RPCFormulaInstantResult evaluateLast(const MinuteBars &bars) const;
+
+    /// Key of the instrument whose bars the program reads beside its own; empty when it reads none.
+    virtual QString underlying() const { return {}; }
+    /// The bars of that instrument on the same day, for what is evaluated from then on.
+    virtual void setUnderlying(const MinuteBars &) {}
 };
+
+/// Gives a program the day's bars of the instrument that it reads beside its own, if it does.
+void takeUnderlying(FormulaProgram &program, MarketFeed &feed, int day);
 
 /// Makes the program of a request, or answers null when there is no such formula.
 using FormulaProgramMaker = std::function<std::unique_ptr<FormulaProgram>(const TC::CFormulaParam &)>;

@@ -31,10 +31,12 @@ struct FormulaRun {
     bool isDescribed = false;
     VectorGraph graph;
     std::vector<FormulaDrawing> lines; ///< one for each line of the description; empty after an error
+    VectorNode *underlying = nullptr; ///< UCLOSE
     bool readsValues = false; ///< the file asks for single values: other bars take another run
 
-    // While it runs.
     FormulaInputs inputs;
+
+    // While it runs.
     QMap<QString, QString> arguments; ///< of the request, by parameter name
     std::size_t vectorLimit = 0;
     std::deque<FormulaDrawing> drawings; ///< all that were made; Lua points to them

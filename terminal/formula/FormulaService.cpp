@@ -155,6 +155,7 @@ void FormulaService::stop(const RequestPtr &request) {
     std::shared_ptr<const Callbacks> callbacks = request->takeCallbacks();
     request->home->post([this, request] {
         mFeed.unsubscribe(std::exchange(request->subscription, 0));
+        mFeed.unsubscribe(std::exchange(request->underlyingSubscription, 0));
         request->program.reset();
         request->bars.clear();
     });
@@ -188,6 +189,7 @@ void FormulaService::open(const RequestPtr &request) {
     } else {
         request->bars = barsOf(param, request->day);
     }
+    subscribeUnderlying(request, isStream);
     if (request->isModel()) {
         runModel(request, false);
     } else {
@@ -209,6 +211,28 @@ void FormulaService::subscribe(const RequestPtr &request) {
         });
     request->subscription = subscription.id;
     request->bars = std::move(subscription.bars);
+}
+
+/// The bars of the underlying instrument, for a program that reads them, and in a stream their changes.
+void FormulaService::subscribeUnderlying(const RequestPtr &request, bool isStream) {
+    const QString key = request->program ? request->program->underlying() : QString();
+    if (key.isEmpty()) {
+        return;
+    }
+    if (!isStream) {
+        takeUnderlying(*request->program, mFeed, request->day);
+        return;
+    }
+    const std::weak_ptr<Request> weak = request;
+    MarketFeed::Subscription subscription =
+        mFeed.subscribe(key, request->day, [this, weak](const MinuteUpdate &change) {
+            if (const RequestPtr alive = weak.lock()) {
+                alive->home->post([this, alive, bar = change.bar] { updateUnderlying(alive, bar); });
+            }
+        });
+    request->underlyingSubscription = subscription.id;
+    request->underlying = std::move(subscription.bars);
+    request->program->setUnderlying(request->underlying);
 }
 
 /// The feed has no stream of the minutes after hours: there are few of them, and it is asked once a second.
@@ -247,6 +271,26 @@ void FormulaService::update(const RequestPtr &request, const MinuteBar &bar) {
     } else {
         // An earlier minute, the first one, or minutes without a trade in between: more than one point changes.
         request->due = Due::Whole;
+    }
+    sendWhenDue(request);
+}
+
+/// A change of the underlying concerns the minutes from its own on.
+void FormulaService::updateUnderlying(const RequestPtr &request, const MinuteBar &bar) {
+    using Due = Request::Due;
+    if (request->withdrawn || !request->program || takeBar(request->underlying, bar) == BarChange::None) {
+        return;
+    }
+    request->program->setUnderlying(request->underlying);
+    const MinuteBars &shown = request->placed.bars;
+    if (shown.empty() || shown.back().time < bar.time) {
+        return; // the minute that is concerned is still to come
+    }
+    const bool isLastAlone = shown.size() == 1 || shown[shown.size() - 2].time < bar.time;
+    if (!isLastAlone) {
+        request->due = Due::Whole;
+    } else if (request->due == Due::Nothing) {
+        request->due = Due::Point;
     }
     sendWhenDue(request);
 }
@@ -340,6 +384,7 @@ void FormulaService::requestFormulasSync(QVector<TC::CFormulaParam> &params,
             *result = std::move(outcome.result);
         } else if (const std::unique_ptr<FormulaProgram> program = mMaker(param)) {
             *meta = program->describe();
+            takeUnderlying(*program, mFeed, day);
             *result = evaluatePlaced(*program, placeBars(barsOf(param, day), positionsOf(param, day)));
         }
         metas.push_back(meta);

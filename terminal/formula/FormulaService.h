@@ -105,8 +105,10 @@ private:
     // On the request's worker.
     void open(const RequestPtr &request);
     void subscribe(const RequestPtr &request);
+    void subscribeUnderlying(const RequestPtr &request, bool isStream);
     void lookAfterHours(const RequestPtr &request);
     void update(const RequestPtr &request, const MinuteBar &bar);
+    void updateUnderlying(const RequestPtr &request, const MinuteBar &bar);
     void sendWhenDue(const RequestPtr &request);
     void sendPoint(const RequestPtr &request);
     void sendHistory(const RequestPtr &request, bool keepRange);

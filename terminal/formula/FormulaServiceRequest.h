@@ -37,6 +37,8 @@ struct FormulaService::Request {
     MinuteBars bars; ///< as the feed gave them
     PlacedBars placed; ///< the same on the positions of the day
     int subscription = 0;
+    MinuteBars underlying; ///< of the instrument that the program reads beside its own
+    int underlyingSubscription = 0;
     Due due = Due::Nothing;
     bool scheduled = false;
     QElapsedTimer sent; ///< since the last result

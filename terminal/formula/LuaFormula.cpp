@@ -30,6 +30,13 @@ std::size_t firstOfLastChanges(const MinuteBars &before, const MinuteBars &now) 
     return first;
 }
 
+/// Time of the first bar that one series has and the other has not, or not like this.
+qint64 firstChangedTime(const MinuteBars &before, const MinuteBars &now) {
+    const auto [one, other] = std::mismatch(before.begin(), before.end(), now.begin(), now.end());
+    constexpr qint64 kNever = std::numeric_limits<qint64>::max();
+    return std::min(one == before.end() ? kNever : one->time, other == now.end() ? kNever : other->time);
+}
+
 class LuaProgram : public FormulaProgram {
 public:
     LuaProgram(LuaFormulaFile file, const FormulaInputs &inputs, FormulaErrorSink sink,
@@ -46,6 +53,23 @@ public:
 
     se::RPCFormulaMetaResult describe() const override { return mDescription.meta(); }
 
+    QString underlying() const override {
+        // A file that reads single values may not have come to the underlying's yet.
+        const bool mayRead = mRun->readsValues && mFile.text.contains("UCLOSE");
+        const bool reads = mRun->underlying && mRun->underlying->isUsed();
+        return reads || mayRead ? mInputs.underlying : QString();
+    }
+
+    void setUnderlying(const MinuteBars &bars) override {
+        const qint64 time = firstChangedTime(mInputs.underlyingBars, bars);
+        const MinuteBars &own = mRun->graph.bars();
+        const auto first = std::partition_point(own.begin(), own.end(),
+                                                [time](const MinuteBar &bar) { return bar.time < time; });
+        mUnderlyingFrom = std::min(mUnderlyingFrom, static_cast<std::size_t>(first - own.begin()));
+        mInputs.underlyingBars = bars;
+        mRun->inputs.underlyingBars = bars;
+    }
+
     se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
         bring(bars, firstChange(mRun->graph.bars(), bars));
         return result(bars);
@@ -57,6 +81,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kUnchanged = std::numeric_limits<std::size_t>::max();
+
     void start(const MinuteBars &bars) const {
         mRun = FormulaRun::of(mFile, mInputs, mLimits, bars, RunDepth::Compute);
     }
@@ -70,6 +96,7 @@ private:
             start(bars);
             takeStyles();
         }
+        from = std::min(from, std::exchange(mUnderlyingFrom, kUnchanged));
         const TimeLimit time(mLimits.milliseconds);
         if (!mRun->error && !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, time)) {
             mRun->error = FormulaError{mFile.name, 0, QCoreApplication::translate("LuaSandbox", "运行超时")};
@@ -154,10 +181,12 @@ private:
     }
 
     const LuaFormulaFile mFile;
-    const FormulaInputs mInputs;
+    FormulaInputs mInputs;
     const FormulaErrorSink mSink;
     const FormulaLimits mLimits;
     mutable std::unique_ptr<FormulaRun> mRun; ///< never null
+    mutable std::size_t mUnderlyingFrom =
+        kUnchanged; ///< first own bar that a change of the underlying concerns
     mutable FormulaDescription mDescription; ///< with the styles of the last run
     mutable std::optional<FormulaError> mTold; ///< the error of the last evaluation
 };
@@ -193,6 +222,10 @@ std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file) {
     inputs.previousClose = 10.0;
     inputs.priceTick = 0.01;
     inputs.floatShares = 1e8;
+    inputs.previousNetValue = 10.0;
+    inputs.underlying = QStringLiteral("X");
+    inputs.underlyingClose = 10.0;
+    inputs.underlyingBars = sampleBars();
     std::optional<FormulaError> first;
     const FormulaErrorSink keepFirst = [&first](const FormulaError &error) {
         if (!first) {

@@ -25,6 +25,10 @@ struct FormulaInputs {
     double previousClose = std::numeric_limits<double>::quiet_NaN(); ///< PREVCLOSE
     double priceTick = std::numeric_limits<double>::quiet_NaN(); ///< PRICETICK
     double floatShares = std::numeric_limits<double>::quiet_NaN(); ///< FLOATSHARES
+    double previousNetValue = std::numeric_limits<double>::quiet_NaN(); ///< PREVNAV
+    QString underlying; ///< key of the underlying instrument; empty for none
+    double underlyingClose = std::numeric_limits<double>::quiet_NaN(); ///< UPREVCLOSE
+    MinuteBars underlyingBars; ///< of the day, for UCLOSE
     qint32 riseColor = 0x0000ff; ///< COLORRISE: red | green << 8 | blue << 16
     qint32 fallColor = 0x00ff00; ///< COLORFALL
 };

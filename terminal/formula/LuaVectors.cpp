@@ -334,6 +334,8 @@ void setNumbers(lua_State *state, const FormulaInputs &inputs) {
         {"PREVCLOSE", inputs.previousClose},
         {"PRICETICK", inputs.priceTick},
         {"FLOATSHARES", inputs.floatShares},
+        {"PREVNAV", inputs.previousNetValue},
+        {"UPREVCLOSE", inputs.underlyingClose},
         {"COLORDEFAULT", se::kDefaultColor},
         {"COLORRISE", static_cast<double>(inputs.riseColor)},
         {"COLORFALL", static_cast<double>(inputs.fallColor)},
@@ -436,6 +438,9 @@ void openLuaVectors(lua_State *state, FormulaRun &run) {
         pushOperand(state, run, series.make(run.graph));
         lua_setfield(state, -2, series.name);
     }
+    run.underlying = run.graph.add<UnderlyingNode>(run.graph, run.inputs.underlyingBars);
+    pushOperand(state, run, run.underlying);
+    lua_setfield(state, -2, "UCLOSE");
     lua_pop(state, 1);
 }
 

@@ -2,8 +2,10 @@
 
 #include "terminal/formula/VectorGraph.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -24,6 +26,28 @@ protected:
 
 private:
     const VectorGraph &mGraph;
+};
+
+/// The last price of another instrument at the end of each minute; no value before its first one.
+class UnderlyingNode : public VectorNode {
+public:
+    UnderlyingNode(const VectorGraph &graph, const MinuteBars &underlying)
+        : mGraph(graph), mUnderlying(underlying) {}
+
+protected:
+    void evaluate(std::size_t from, std::size_t count) override {
+        const MinuteBars &bars = mGraph.bars();
+        auto behind = mUnderlying.begin();
+        for (std::size_t i = from; i < count; ++i) {
+            behind = std::upper_bound(behind, mUnderlying.end(), bars[i].time,
+                                      [](qint64 time, const MinuteBar &bar) { return time < bar.time; });
+            mValues[i] = behind == mUnderlying.begin() ? kNoValue : std::prev(behind)->price;
+        }
+    }
+
+private:
+    const VectorGraph &mGraph;
+    const MinuteBars &mUnderlying;
 };
 
 /// Given values; points behind them have none.

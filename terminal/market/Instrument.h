@@ -31,13 +31,14 @@ struct Instrument {
     double priceTick = 0.01; ///< smallest price step
     double lastClose = TC::kUnsetValue; ///< issue or reference price, where no earlier day is stored
     double floatShares = 0.0;
-    QString underlyingMarket;
+    QString underlyingMarket; ///< of what a bond converts to, a future delivers, or a fund tracks
     QString underlyingCode;
     TradingSessions sessions;
     bool ownSessions = false; ///< the sessions are not those that the market has as a rule
     bool simulated = false; ///< the simulated exchange runs it
 
     QString key() const { return market + code; }
+    QString underlyingKey() const { return underlyingMarket + underlyingCode; }
     /// Kinds whose volume has no money of its own.
     bool isIndex() const { return kind == InstrumentKind::Index || kind == InstrumentKind::SectorIndex; }
     /// Trades at the closing price after the close, outside the ordinary day.

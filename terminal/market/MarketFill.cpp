@@ -41,6 +41,17 @@ bool putMarket(MarketWriter &writer) {
     return putLinks(writer) && writer.putNote(kFilledNote, QString::number(kMarketSeed));
 }
 
+/// Tells a store that was filled before what stands under an instrument by now.
+bool refreshUnderlying(MarketWriter &writer, const Instrument *stored, const Instrument &simulated) {
+    if (!stored || !stored->simulated || stored->underlyingKey() == simulated.underlyingKey()) {
+        return true;
+    }
+    Instrument updated = *stored;
+    updated.underlyingMarket = simulated.underlyingMarket;
+    updated.underlyingCode = simulated.underlyingCode;
+    return writer.putInstrument(updated);
+}
+
 QSet<QString> simulatedNightMarkets() {
     QSet<QString> markets;
     for (const SimulatedInstrument &simulated : simulatedInstruments()) {
@@ -89,6 +100,7 @@ QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {
         const SimulatedInstrument &simulated = simulatedInstruments()[done];
         const QString &market = simulated.instrument.market;
         const MarketCalendar calendar = catalogue->calendar(market);
+        refreshUnderlying(writer, catalogue->find(simulated.instrument.key()), simulated.instrument);
         const qint64 row = writer.rowOf(simulated.instrument.key());
         fillDays(store, writer, simulated, row, calendar, calendar.dayAt(now, nightMarkets.contains(market)));
     }

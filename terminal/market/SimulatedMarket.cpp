@@ -1,6 +1,7 @@
 #include "terminal/market/SimulatedMarket.h"
 
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketFill.h"
 #include "terminal/market/SimulatedRandom.h"
 
 #include <algorithm>
@@ -189,6 +190,15 @@ QPair<double, double> priceLimits(const SimulatedInstrument &instrument, double 
     const double tick = instrument.instrument.priceTick;
     return {roundToTick(previousClose * (1.0 + instrument.limit), tick),
             roundToTick(previousClose * (1.0 - instrument.limit), tick)};
+}
+
+double simulatedNetValue(const QString &key, int day, double previousClose) {
+    constexpr double kLargestPremium = 0.002;
+    constexpr double kNetValueStep = 0.0001;
+    SimulatedRandom random(
+        SimulatedRandom::mix(SimulatedRandom::mix(kMarketSeed, key), static_cast<quint64>(day)));
+    const double premium = kLargestPremium * (2.0 * random.uniform() - 1.0);
+    return roundToTick(previousClose / (1.0 + premium), kNetValueStep);
 }
 
 MinuteBars simulateDay(const SimulatedInstrument &instrument, const SimulatedDayInput &input) {

@@ -43,6 +43,9 @@ MinuteBars simulateDay(const SimulatedInstrument &instrument, const SimulatedDay
 
 /// Largest and smallest price of a day; (0, 0) without a limit.
 QPair<double, double> priceLimits(const SimulatedInstrument &instrument, double previousClose);
+/// The net value of a fund's unit at the close of the day before `day`: the close of that day over a premium of at most
+/// 0.2 per cent either way, which the fund and the day decide, to four decimals. No number without a close.
+double simulatedNetValue(const QString &key, int day, double previousClose);
 /// The price of the grid of ticks that is nearest.
 double roundToTick(double price, double tick);
 

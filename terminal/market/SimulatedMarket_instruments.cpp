@@ -1,6 +1,8 @@
 #include "terminal/market/MarketSessions.h"
 #include "terminal/market/SimulatedMarket.h"
 
+#include <algorithm>
+
 namespace terminal {
 namespace {
 
@@ -223,9 +225,10 @@ SimulatedInstrument instrumentOf(const Entry &entry) {
     return simulated;
 }
 
-/// The share that a bond converts to and the other way round, and the index under a future.
+/// The share that a bond converts to, the index under a future, and the index that a fund tracks.
 const QVector<QPair<const char *, const char *>> kUnderlyings{
-    {"SH113050", "SH601009"}, {"SZ127045", "SZ002714"}, {"CFFEXIF2612", "SH000300"}, {"HGT00700", "HK00700"}};
+    {"SH113050", "SH601009"}, {"SZ127045", "SZ002714"}, {"CFFEXIF2612", "SH000300"},
+    {"HGT00700", "HK00700"},  {"SH510300", "SH000300"}, {"SZ159915", "SZ399006"}};
 
 Instrument *findInstrument(QVector<SimulatedInstrument> &all, const char *key) {
     for (SimulatedInstrument &candidate : all) {
@@ -234,6 +237,13 @@ Instrument *findInstrument(QVector<SimulatedInstrument> &all, const char *key) {
         }
     }
     return nullptr;
+}
+
+bool isBond(const QString &key) {
+    const auto isIt = [&key](const Entry &entry) {
+        return entry.kind == Kind::ConvertibleBond && key == QLatin1String(entry.market) + entry.code;
+    };
+    return std::any_of(roster().begin(), roster().end(), isIt);
 }
 
 QVector<SimulatedInstrument> makeInstruments() {
@@ -278,7 +288,7 @@ Catalogue makeLinks() {
         {3, text("锂电池"), text("BKZS801730"), {"SZ300750"}},
     };
     for (const auto &link : kUnderlyings) {
-        if (text(link.first).startsWith(QLatin1Char('S'))) { // the bonds
+        if (isBond(text(link.first))) {
             links.convertibles[text(link.first)].insert(text(link.second));
         }
     }

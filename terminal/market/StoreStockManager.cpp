@@ -35,7 +35,8 @@ TC::CInstrumentDetailPtr StoreStockManager::makeDetail(const Instrument &instrum
     detail->mFloatShares = instrument.floatShares;
     detail->mPriceTick = instrument.priceTick;
     detail->mLastClose = getCurrentDateLastClose(instrument.key(), day);
-    if (!instrument.underlyingCode.isEmpty()) {
+    // The index that a fund tracks lends it no trading hours.
+    if (!instrument.underlyingCode.isEmpty() && instrument.kind != InstrumentKind::Fund) {
         detail->mUnderlying = std::make_shared<TC::CUnderlyingInfo>();
         detail->mUnderlying->mCode = instrument.underlyingCode.toStdString();
         detail->mUnderlying->mMarket = instrument.underlyingMarket.toStdString();

@@ -51,7 +51,11 @@ void ReplayService::requestFormulas(const QString &, QVector<TC::CFormulaParam> 
         request->onHistory = onHistory;
         request->onRealtime = onRealtime;
         request->program = mMaker(param);
-        request->bars = mFeed.dayBars(feedKeyOf(param), mRequestDay(param));
+        const int day = mRequestDay(param);
+        request->bars = mFeed.dayBars(feedKeyOf(param), day);
+        if (request->program) {
+            takeUnderlying(*request->program, mFeed, day);
+        }
         {
             std::lock_guard<std::mutex> hold(mLock);
             mRequests.append(request);

@@ -25,8 +25,19 @@ QList<QByteArray> rows(const char *name) {
     return lines;
 }
 
-MinuteBars readDay() {
-    MinuteBars bars;
+/// What the reference values took for the net value of a fund and the close of its index on the day before.
+constexpr double kNetValue = 1.2345;
+constexpr double kIndexClose = 4000.0;
+
+/// The minutes of the day, and of the index.
+struct Days {
+    MinuteBars own;
+    MinuteBars index;
+};
+
+Days readDays() {
+    Days days;
+    MinuteBars &bars = days.own;
     QList<QByteArray> lines = rows("catalogue_day.csv");
     lines.removeFirst();
     for (const QByteArray &line : lines) {
@@ -41,8 +52,14 @@ MinuteBars readDay() {
         bar.volume = fields[5].toDouble();
         bar.amount = fields[6].toDouble();
         bars.push_back(bar);
+        if (!fields[7].isEmpty()) {
+            MinuteBar index;
+            index.time = bar.time;
+            index.price = fields[7].toDouble();
+            days.index.push_back(index);
+        }
     }
-    return bars;
+    return days;
 }
 
 /// One line of a formula: values at some points, an empty text for no value.
@@ -76,7 +93,12 @@ protected:
         TC::CFormulaParam request;
         request.mFormulaName = name;
         const auto file = mCatalogue.fileOf(request);
-        return file ? makeLuaFormula(*file, {},
+        FormulaInputs inputs;
+        inputs.previousNetValue = kNetValue;
+        inputs.underlying = "SH000300";
+        inputs.underlyingClose = kIndexClose;
+        inputs.underlyingBars = mDays.index;
+        return file ? makeLuaFormula(*file, inputs,
                                      [](const FormulaError &error) {
                                          ADD_FAILURE() << qPrintable(error.formula) << ":" << error.line << ": "
                                                        << qPrintable(error.text);
@@ -106,7 +128,8 @@ protected:
 
     ConfigService mConfig;
     FormulaCatalogue mCatalogue{mConfig};
-    const MinuteBars mDay = readDay();
+    const Days mDays = readDays();
+    const MinuteBars &mDay = mDays.own;
     const Expected mExpected = readExpected();
 };
 

@@ -47,6 +47,18 @@ O, H, L, C, AVG, V, _ = [list(column) for column in zip(*DAY)]
 N_ALL = range(POINTS)
 
 
+# The net value of a fund, and the close of the index that it tracks, on the day before.
+NET_VALUE, INDEX_CLOSE = 1.2345, 4000.0
+
+
+def make_index():
+    """Prices of the index by minute; the index opens late, and has minutes without a price of their own."""
+    return [None if i < 2 or i % 17 == 5 else round(4000 * (1 + 0.004 * math.sin(i / 31.0)) + i % 5, 2) for i in N_ALL]
+
+
+INDEX = make_index()
+
+
 def each(rule, *columns):
     """A rule over the values of a point; no value where one of them has none, or where the rule has no finite result."""
     result = []
@@ -137,10 +149,6 @@ def sma(x, n, m=1):
 
 def instead(x, y):
     return [b if a is None else a for a, b in zip(x, y)]
-
-
-def const(value):
-    return [value] * POINTS
 
 
 def typical():
@@ -302,6 +310,15 @@ def vwap():
     return (each(lambda a, b: a / b, total(each(lambda p, v: p * v, typical(), V), 0), total(V, 0)),)
 
 
+def net_value():
+    """The net value of the day before times the index now over its close; a minute keeps the index of the one before."""
+    values, index = [], None
+    for price in INDEX:
+        index = index if price is None else price
+        values.append(None if index is None else NET_VALUE * index / INDEX_CLOSE)
+    return (values,)
+
+
 def deviation():
     value = each(lambda c, a: (c / a - 1) * 100, C, AVG)
     middle, spread = ma(value, 30), full(value, 30, population_deviation)
@@ -341,7 +358,7 @@ def styles():
 FORMULAS = {
     "REALTIME": lambda: (C, AVG),
     "REALTIMEVOL": lambda: (V,),
-    "IOPV": lambda: (const(None),),
+    "IOPV": net_value,
     "VWAP成交均价": vwap,
     "量价分析": lambda: (C, AVG),
     "量价分析-量": lambda: (V,),
@@ -385,9 +402,10 @@ def text(value):
 def main():
     folder = pathlib.Path(__file__).parent / "data"
     with open(folder / "catalogue_day.csv", "w", encoding="utf-8") as file:
-        file.write("open,high,low,close,average,volume,amount\n")
-        for bar in DAY:
-            file.write(",".join("0" if value is None else repr(value) for value in bar) + "\n")
+        file.write("open,high,low,close,average,volume,amount,index\n")
+        for bar, index in zip(DAY, INDEX):
+            own = ["0" if value is None else repr(value) for value in bar]
+            file.write(",".join(own + ["" if index is None else repr(index)]) + "\n")
     with open(folder / "catalogue_values.csv", "w", encoding="utf-8") as file:
         file.write("formula,line," + ",".join(str(i) for i in KEPT) + "\n")
         for name, rule in FORMULAS.items():
