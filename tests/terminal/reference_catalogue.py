@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
 """Values of the catalogue's formulas over one made-up day, worked out the slow way from their text-book definitions.
 
-Run it to write data/catalogue_day.csv, the minutes of the day, and data/catalogue_values.csv, the values of every line
-at some of its points. Nothing here shares code with the formula engine: lists of numbers, None for no value.
+To run: python3 reference_catalogue.py. It writes data/catalogue_day.csv, the minutes of the day, and
+data/catalogue_values.csv, the values of every line at some of its points. Nothing here shares code with the formula engine: lists of numbers, None for no value.
 """
 
+import itertools
 import math
 import pathlib
+
+from reference_series import each, full, mean, running, windows
 
 POINTS = 241
 KEPT = sorted(set(range(70)) | set(range(70, POINTS, 6)) | {POINTS - 1})
@@ -59,48 +62,17 @@ def make_index():
 INDEX = make_index()
 
 
-def each(rule, *columns):
-    """A rule over the values of a point; no value where one of them has none, or where the rule has no finite result."""
-    result = []
-    for values in zip(*columns):
-        if any(value is None for value in values):
-            result.append(None)
-            continue
-        try:
-            result.append(rule(*values))
-        except ZeroDivisionError:
-            result.append(None)
-    return result
-
-
 def before(x, n=1):
     return [x[i - n] if i >= n else None for i in N_ALL]
-
-
-def window(x, i, n):
-    return x[max(0, i - n + 1) : i + 1]
-
-
-def full(x, n, rule):
-    """A rule over windows of n points that all have a value."""
-    result = []
-    for i in N_ALL:
-        part = window(x, i, n)
-        result.append(rule(part) if len(part) == n and None not in part else None)
-    return result
 
 
 def some(x, n, rule):
     """A rule over those points of the window that there are; n 0 is the whole day so far."""
     result = []
-    for i in N_ALL:
-        part = [value for value in window(x, i, n or POINTS) if value is not None]
+    for whole in windows(x, n):
+        part = [value for value in whole if value is not None]
         result.append(rule(part) if part else None)
     return result
-
-
-def mean(part):
-    return math.fsum(part) / len(part)
 
 
 def ma(x, n):
@@ -127,24 +99,12 @@ def lowest(x, n):
     return some(x, n, min)
 
 
-def running(x, weight):
-    """Each value pulls the result towards itself by a share; the first one is the result."""
-    result, last = [], None
-    for value in x:
-        if value is None:
-            result.append(None)
-            continue
-        last = value if last is None else weight * value + (1 - weight) * last
-        result.append(last)
-    return result
-
-
 def ema(x, n):
-    return running(x, 2.0 / (n + 1))
+    return running(x, itertools.repeat(2.0 / (n + 1)))
 
 
 def sma(x, n, m=1):
-    return running(x, m / n)
+    return running(x, itertools.repeat(m / n))
 
 
 def instead(x, y):

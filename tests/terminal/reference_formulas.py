@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Writes the reference values of the formula functions: reference_formulas.py > data/reference_formulas.json
+"""Writes the reference values of the formula functions.
+
+To run: python3 reference_formulas.py > data/reference_formulas.json
 
 Every function is written down here once more, by its definition and without regard to speed: each point of a window
 is looked at again for each point of the result. Points without a value are None.
@@ -8,6 +10,9 @@ import json
 import math
 import random
 import statistics
+
+import reference_series
+from reference_series import mean
 
 
 class Vec(list):
@@ -39,20 +44,8 @@ def vec(x):
     return x if isinstance(x, Vec) else Vec([x] * LENGTH)
 
 
-def clean(x):
-    """What is no finite number is no value."""
-    return x if x is not None and not isinstance(x, complex) and math.isfinite(x) else None
-
-
 def each(function, *arguments):
-    def one(*values):
-        if any(v is None for v in values):
-            return None
-        try:
-            return clean(function(*values))
-        except (ZeroDivisionError, ValueError, OverflowError):
-            return None
-    return Vec(one(*values) for values in zip(*(vec(a) for a in arguments)))
+    return Vec(reference_series.each(function, *(vec(a) for a in arguments)))
 
 
 def is_true(x):
@@ -60,14 +53,12 @@ def is_true(x):
 
 
 def windows(x, n):
-    """The last n points up to each point; all of them from the first one when n is 0."""
-    x = vec(x)
-    return [x[max(0, i + 1 - n) if n else 0:i + 1] for i in range(LENGTH)]
+    return reference_series.windows(vec(x), n)
 
 
 def complete(function, x, n):
     """A function of windows of n values."""
-    return Vec(clean(function(w)) if len(w) == n and None not in w else None for w in windows(x, n))
+    return Vec(reference_series.full(vec(x), n, function))
 
 
 def of_those_there(function, x, n):
@@ -79,7 +70,6 @@ def of_those_there(function, x, n):
     return result
 
 
-def mean(w): return math.fsum(w) / len(w)
 def squares(w): return math.fsum((v - mean(w)) ** 2 for v in w)
 
 
@@ -89,14 +79,7 @@ def slope(w):
 
 
 def smoothed(x, weight):
-    result, before = Vec(), None
-    for v, a in zip(vec(x), vec(weight)):
-        if v is None or a is None:
-            result.append(None)
-            continue
-        before = v if before is None else a * v + (1 - a) * before
-        result.append(before)
-    return result
+    return Vec(reference_series.running(vec(x), vec(weight)))
 
 
 def at_last(condition, value_of):
