@@ -2,7 +2,7 @@
 
 #include "terminal/formula/FormulaService.h"
 
-#include "terminal/formula/NativeFormulas.h"
+#include "tests/terminal/BuiltInFormulas.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QCoreApplication>
@@ -96,9 +96,10 @@ protected:
 
     ScriptedFeed mFeed;
     QList<Received> mReceived;
-    std::unique_ptr<FormulaService> mService = std::make_unique<FormulaService>(
-        mFeed, terminal::makeNativeFormula,
-        [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); });
+    std::unique_ptr<FormulaService> mService =
+        std::make_unique<FormulaService>(mFeed, makeBuiltInFormula, [](const TC::CFormulaParam &request) {
+            return static_cast<int>(request.mStart.first / 1000);
+        });
 };
 
 } // namespace tests

@@ -153,7 +153,7 @@ TEST_F(FormulaServiceModelsTest, AGroupModelGetsTheBarsOfItsGroupAndTellsItsProg
     EXPECT_FALSE(corvaneProgress("unknown", progress));
 }
 
-TEST_F(FormulaServiceModelsTest, NativeFormulasHaveNoProgress) {
+TEST_F(FormulaServiceModelsTest, FormulasThatAreNoModelsHaveNoProgress) {
     request({param("a")});
     ASSERT_TRUE(waitForResults(1));
     bson::BSONObj progress;

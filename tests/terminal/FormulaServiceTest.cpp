@@ -1,4 +1,3 @@
-#include "host/toolkit/CUiResource.h"
 #include "tests/terminal/FormulaServiceFixture.h"
 
 #include <QTest>
@@ -13,11 +12,6 @@ using namespace terminal;
 using namespace tests;
 
 namespace {
-
-qint32 themeColor(const char *key) {
-    const QColor color = GZ::CUiResource::instance().getColor(key);
-    return color.red() | color.green() << 8 | color.blue() << 16;
-}
 
 class FormulaServiceTest : public tests::FormulaServiceFixture {};
 
@@ -36,7 +30,7 @@ TEST_F(FormulaServiceTest, HistoryOfThePriceHasPriceAndAverage) {
     EXPECT_EQ(history.result->mValues, (std::vector<std::vector<double>>{{10.0, 10.2}, {10.0, 10.1}}));
 }
 
-TEST_F(FormulaServiceTest, VolumeIsColouredByThePriceAgainstTheMinuteBefore) {
+TEST_F(FormulaServiceTest, VolumeTellsTheChangeOfThePriceThatColoursIt) {
     mFeed.setBars("SH600000", kToday,
                   {bar(kOpen, 10.0, 10.0, 100, 10.1), bar(kOpen + kMinute, 10.2, 10.1, 300),
                    bar(kOpen + 2 * kMinute, 10.2, 10.1, 0), bar(kOpen + 3 * kMinute, 10.1, 10.1, 70)});
@@ -45,12 +39,13 @@ TEST_F(FormulaServiceTest, VolumeIsColouredByThePriceAgainstTheMinuteBefore) {
     const Received &history = mReceived[0];
     EXPECT_EQ(history.meta->mLineStyles, (std::vector<qint32>{2}));
     EXPECT_EQ(history.result->mValues, (std::vector<std::vector<double>>{{100, 300, 0, 70}}));
-    const qint32 rise = themeColor("ic_clr_index_default_rise");
-    const qint32 fall = themeColor("ic_clr_index_default_fall");
-    ASSERT_NE(rise, fall);
-    EXPECT_EQ(history.result->mExtra1,
-              (std::vector<std::vector<qint32>>{{fall, rise, se::kDefaultColor, fall}}))
-        << "the first minute against its own opening price";
+    ASSERT_EQ(history.result->mExtra2.size(), 1u);
+    const std::vector<double> changes = history.result->mExtra2[0];
+    ASSERT_EQ(changes.size(), 4u);
+    EXPECT_NEAR(changes[0], -0.1, 1e-9) << "the first minute against its own opening price";
+    EXPECT_NEAR(changes[1], 0.2, 1e-9);
+    EXPECT_EQ(changes[2], 0.0);
+    EXPECT_NEAR(changes[3], -0.1, 1e-9);
 }
 
 TEST_F(FormulaServiceTest, TheStreamFollowsTheHistory) {
@@ -285,7 +280,7 @@ class PlacedFormulaServiceTest : public FormulaServiceTest {
 protected:
     PlacedFormulaServiceTest() {
         mService = std::make_unique<FormulaService>(
-            mFeed, makeNativeFormula,
+            mFeed, makeBuiltInFormula,
             [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); },
             [](const QString &, int) {
                 std::vector<qint64> times;

@@ -1,6 +1,6 @@
 #include "terminal/replay/ReplayService.h"
 
-#include "terminal/formula/NativeFormulas.h"
+#include "tests/terminal/BuiltInFormulas.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QTest>
@@ -49,7 +49,7 @@ protected:
     }
 
     tests::ScriptedFeed mFeed;
-    ReplayService mService{mFeed, makeNativeFormula, [](const TC::CFormulaParam &) { return kDay; }};
+    ReplayService mService{mFeed, tests::makeBuiltInFormula, [](const TC::CFormulaParam &) { return kDay; }};
     QStringList mLog;
     bool mFinished = false;
 };

@@ -1,6 +1,6 @@
 #include "terminal/formula/FormulaService.h"
 
-#include "terminal/formula/NativeFormulas.h"
+#include "tests/terminal/BuiltInFormulas.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QCoreApplication>
@@ -48,7 +48,7 @@ TC::CFormulaParam param(const QString &id, bool volume, int demand) {
 
 std::unique_ptr<FormulaService> makeService(MarketFeed &feed, int workers) {
     return std::make_unique<FormulaService>(
-        feed, makeNativeFormula,
+        feed, tests::makeBuiltInFormula,
         [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); },
         DayPositions(), workers);
 }
