@@ -184,6 +184,7 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.QWidget::show();
     view.showTrades(true);
+    view.setFormulaPanes(1);
     view.show(key, live ? QDate() : day);
     if (!waitForChart(view)) {
         return QStringLiteral("%1: no data arrived in time: try again").arg(key);
@@ -205,9 +206,10 @@ int run(const CommandLineOptions &options) {
     settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
     settings.config = defaultConfigPath();
     settings.formulas = defaultFormulaFolder();
-    if (!copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), FormulaCatalogue::scriptFolder())) {
+    settings.scripts = defaultScriptFolder();
+    if (!copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), settings.scripts)) {
         qWarning("%s: the script models that come with the terminal could not be put there",
-                 qPrintable(FormulaCatalogue::scriptFolder()));
+                 qPrintable(settings.scripts));
     }
     settings.speed = options.speed.value_or(1.0);
     QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);

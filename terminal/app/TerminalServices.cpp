@@ -100,7 +100,7 @@ std::unique_ptr<TerminalServices> TerminalServices::open(const TerminalSettings 
 }
 
 TerminalServices::TerminalServices(const TerminalSettings &settings)
-    : mConfig(settings.config), mCatalogue(mConfig, settings.formulas, mMessages.sink()) {
+    : mConfig(settings.config), mCatalogue(mConfig, settings.formulas, settings.scripts, mMessages.sink()) {
     mCatalogue.setChangeListener([this](const QString &) {
         mCache.clear();
         refreshSmartKeys();
@@ -236,6 +236,10 @@ QString defaultStorePath() {
 
 QString defaultFormulaFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/formulas");
+}
+
+QString defaultScriptFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/scripts");
 }
 
 QString defaultConfigPath() {

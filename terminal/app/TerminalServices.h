@@ -46,6 +46,7 @@ struct TerminalSettings {
     QString store; ///< file of the market store
     QString config; ///< file of the configuration; empty for none
     QString formulas; ///< folder of the user's own formulas; empty for none
+    QString scripts; ///< folder of the script models; empty for none
     double speed = 1.0; ///< market seconds a second
     std::optional<qint64>
         start; ///< market time to start at, milliseconds since the epoch; else by the real time
@@ -123,5 +124,7 @@ QString defaultStorePath();
 QString defaultConfigPath();
 /// The folder of the user's own formulas, in the user's data folder.
 QString defaultFormulaFolder();
+/// The folder of the script models, in the user's data folder.
+QString defaultScriptFolder();
 
 } // namespace terminal

@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <boost/make_shared.hpp>
 
@@ -49,8 +48,10 @@ double numberOf(const FormulaParameter &parameter, const QJsonObject &kept) {
 
 } // namespace
 
-FormulaCatalogue::FormulaCatalogue(ConfigService &config, QString userFolder, FormulaErrorSink sink)
-    : mConfig(config), mUserFolder(std::move(userFolder)), mSink(std::move(sink)) {
+FormulaCatalogue::FormulaCatalogue(ConfigService &config, QString userFolder, QString scriptFolder,
+                                   FormulaErrorSink sink)
+    : mConfig(config), mUserFolder(std::move(userFolder)), mScriptFolder(std::move(scriptFolder)),
+      mSink(std::move(sink)) {
     loadFormulaResource();
     readBuiltin();
     readUser();
@@ -95,7 +96,10 @@ void FormulaCatalogue::readUser() {
 }
 
 void FormulaCatalogue::readScripts() {
-    for (const TC::CFormulaDetailPtr &record : readScriptModels(pythonDir())) {
+    if (mScriptFolder.isEmpty()) {
+        return;
+    }
+    for (const TC::CFormulaDetailPtr &record : readScriptModels(mScriptFolder)) {
         const QString name = record->mName.toUpper();
         if (mBuiltin.contains(name) || mUser.contains(name)) {
             tell({record->mName, 0, QCoreApplication::translate("FormulaCatalogue", "模型与指标同名，未使用")});
@@ -202,10 +206,6 @@ TC::CFormulaCatalogDetailPtr FormulaCatalogue::getRootCatalog() {
 bool FormulaCatalogue::genLuaFormula(const QString &fileName, const QString &name) {
     const TC::CFormulaDetailPtr record = getFormula(name);
     return record && record->mFileName == fileName;
-}
-
-QString FormulaCatalogue::scriptFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/scripts");
 }
 
 std::optional<LuaFormulaFile> FormulaCatalogue::fileOf(const TC::CFormulaParam &param) const {

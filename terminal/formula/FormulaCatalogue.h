@@ -26,17 +26,17 @@ class FormulaCatalogue : public TC::CFormulaOperateManager {
 public:
     using ChangeListener = std::function<void(const QString &name)>;
 
-    /// `userFolder` holds the user's own files; empty for none. `sink` hears of faulty files, at once and later.
-    explicit FormulaCatalogue(ConfigService &config, QString userFolder = {}, FormulaErrorSink sink = {});
+    /// `userFolder` holds the user's own files and `scriptFolder` the script models; empty for none. `sink` hears of
+    /// faulty files, at once and later.
+    explicit FormulaCatalogue(ConfigService &config, QString userFolder = {}, QString scriptFolder = {},
+                              FormulaErrorSink sink = {});
     ~FormulaCatalogue() override;
 
     TC::CFormulaDetailPtr getFormula(const QString &name) override;
     TC::CFormulaCatalogDetailPtr getRootCatalog() override;
     /// Formulas are ready as they are: true for those of the catalogue.
     bool genLuaFormula(const QString &fileName, const QString &name) override;
-    QString pythonDir() override { return scriptFolder(); }
-    /// The folder of the script models, in the user's data folder.
-    static QString scriptFolder();
+    QString pythonDir() override { return mScriptFolder; }
 
     TC::CFormulaParameters parameters(const QString &name) override;
     QString setParameters(const QString &name, const TC::CFormulaParameters &parameters) override;
@@ -84,6 +84,7 @@ private:
 
     ConfigService &mConfig;
     const QString mUserFolder;
+    const QString mScriptFolder;
     const FormulaErrorSink mSink;
     ChangeListener mListener;
     mutable std::mutex mLock; ///< guards what follows

@@ -42,6 +42,7 @@ protected:
         settings.store = store;
         settings.config = mFolder.path() + "/config.json";
         settings.formulas = mFolder.path() + "/formulas";
+        settings.scripts = mFolder.path() + "/scripts";
         settings.start = mNow;
         QString error;
         mServices = terminal::TerminalServices::open(settings, error);

@@ -23,6 +23,7 @@ QByteArray formulaText(const char *name) {
 class FormulaCatalogueTest : public ::testing::Test {
 protected:
     QString userFolder() const { return mFolder.filePath("formulas"); }
+    QString scriptFolder() const { return mFolder.filePath("scripts"); }
     QString configPath() const { return mFolder.filePath("config.json"); }
     void writeUserFile(const QString &name, const QByteArray &text) const {
         const QString path = userFolder() + '/' + name;
@@ -39,8 +40,9 @@ protected:
         mErrors.clear();
         mCatalogue.reset();
         mConfig = std::make_unique<ConfigService>(configPath());
-        mCatalogue = std::make_unique<FormulaCatalogue>(
-            *mConfig, userFolder(), [this](const FormulaError &error) { mErrors.append(error); });
+        mCatalogue =
+            std::make_unique<FormulaCatalogue>(*mConfig, userFolder(), scriptFolder(),
+                                               [this](const FormulaError &error) { mErrors.append(error); });
         return *mCatalogue;
     }
     /// Names along the way to a formula, from the root; empty when the tree does not hold it.
@@ -125,6 +127,28 @@ TEST_F(FormulaCatalogueTest, TheFormulasOfNewSubPanesArePaneFormulasInTheMenu) {
         EXPECT_TRUE(record->mVisible) << name;
         EXPECT_EQ(pathTo(catalogue.getRootCatalog(), name).size(), 2) << name;
     }
+}
+
+TEST_F(FormulaCatalogueTest, ScriptModelsAreThoseOfTheFolderThatIsGiven) {
+    EXPECT_EQ(open().pythonDir(), scriptFolder());
+    EXPECT_FALSE(folders(mCatalogue->getRootCatalog()).contains("PYTHON模型指标"));
+    ASSERT_TRUE(QDir().mkpath(scriptFolder()));
+    QFile file(scriptFolder() + "/ABC.py");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("# type: 1\n");
+    file.close();
+    const TC::CFormulaDetailPtr record = open().getFormula("ABC");
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->mLanguage, TC::EFormulaLanguage::Python);
+    EXPECT_EQ(record->mType, 1);
+    EXPECT_EQ(pathTo(mCatalogue->getRootCatalog(), "ABC"), (QStringList{"PYTHON模型指标", "ABC"}));
+}
+
+TEST_F(FormulaCatalogueTest, WithoutAFolderThereAreNoScriptModels) {
+    ConfigService config;
+    FormulaCatalogue catalogue(config);
+    EXPECT_EQ(catalogue.pythonDir(), QString());
+    EXPECT_FALSE(folders(catalogue.getRootCatalog()).contains("PYTHON模型指标"));
 }
 
 TEST_F(FormulaCatalogueTest, AFormulaIsFoundInAnyLetterCase) {
