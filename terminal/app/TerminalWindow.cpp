@@ -81,6 +81,10 @@ TerminalWindow::~TerminalWindow() {
 void TerminalWindow::tellMessages() {
     const QStringList messages = mServices.config().messages();
     if (messages.size() > mMessagesTold) {
+        const FormulaErrorSink list = mServices.messages().sink();
+        for (const QString &message : messages.mid(mMessagesTold)) {
+            list({tr("配置"), 0, message});
+        }
         mMessagesTold = messages.size();
         say(messages.last(), true);
         mErrorShown = false; // it stays when the next instrument is shown

@@ -295,4 +295,8 @@ TEST_F(TerminalWindowTest, ADamagedConfigurationIsToldAtTheStart) {
     mWindow = std::make_unique<terminal::TerminalWindow>(*mServices);
     ASSERT_TRUE(mWindow->showInstrument("SH600519"));
     EXPECT_TRUE(mWindow->status().contains("config.json.damaged")) << qPrintable(mWindow->status());
+    const auto &listed = mServices->messages().messages();
+    ASSERT_TRUE(QTest::qWaitFor([&listed] { return !listed.isEmpty(); }, 10000));
+    EXPECT_EQ(listed.first().error.formula, "配置");
+    EXPECT_TRUE(listed.first().error.text.contains("config.json.damaged"));
 }
