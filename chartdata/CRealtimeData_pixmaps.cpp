@@ -118,7 +118,7 @@ void CRealtimeData::redraw() {
 
 int CRealtimeData::drawnPointCount() const {
     if (mDisplayType == EIndexDisplayType::Main && mIsLastTradingDay) {
-        return mUiParam->mDataCount;
+        return mUiParam->dataCount();
     }
     int most = 0;
     for (const se::RPCFormulaResultCache &entry : mData) {
@@ -397,7 +397,7 @@ void CRealtimeData::paintTo(QPainter *painter, const QRect &rect) {
 }
 
 void CRealtimeData::drawTail(QPainter *painter, const QRect &rect) {
-    const int count = mUiParam->mDataCount;
+    const int count = mUiParam->dataCount();
     if (!mIsLastTradingDay || count == 0) {
         return;
     }
@@ -408,7 +408,7 @@ void CRealtimeData::drawTail(QPainter *painter, const QRect &rect) {
 }
 
 QRect CRealtimeData::tailRect() const {
-    const int count = mUiParam->mDataCount;
+    const int count = mUiParam->dataCount();
     QRect touched;
     if (mIsLastTradingDay && count != 0) {
         visitLines(mChartRect, std::max(count - 2, 0), count - 1, EBand::Both, [&](const DrawnLine &line) {

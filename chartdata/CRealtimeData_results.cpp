@@ -95,7 +95,7 @@ CRealtimeData::SeriesMap &CRealtimeData::seriesOf(ERole role) {
 
 void CRealtimeData::publishDataCount(ERole role, std::size_t length) {
     if (role == ERole::Main && mIsLastTradingDay) {
-        mUiParam->mDataCount = static_cast<int>(length);
+        mUiParam->setDataCount(static_cast<int>(length));
     }
 }
 

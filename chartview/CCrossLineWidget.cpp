@@ -79,7 +79,7 @@ void CCrossLineWidget::refresh() {
 }
 
 bool CCrossLineWidget::isOnLastIndex() const {
-    return mUiParam->mCrossIndex == mUiParam->mDataCount - 1;
+    return mUiParam->mCrossIndex == mUiParam->dataCount() - 1;
 }
 
 double CCrossLineWidget::percentBase() const {

@@ -251,7 +251,7 @@ private:
 
     // Events
     bool handleCommand(int event, int first, int second, const QString &text, void *payload);
-    void followGraph(CRealtimeGraphWidget *const *graph);
+    void followGraph(QWidget *const *activated);
     void closePane(int id, int second, const QString &formula, void *payload);
     void showFormulas(const QString &name, bool isTemplate);
     void saveTemplate();

@@ -100,15 +100,15 @@ void CRealtimeMainWidget::refreshTimeFlag() {
 // Keyboard
 
 void CRealtimeMainWidget::moveCursor(bool left) {
-    const int newest = mUiParam->mDataCount - 1;
-    const int last = mUiParam->mDataCount >= 1 ? newest : mUiParam->mPointCount - 1;
+    const int newest = mUiParam->dataCount() - 1;
+    const int last = mUiParam->dataCount() >= 1 ? newest : mUiParam->mPointCount - 1;
     int &index = mUiParam->mCrossIndex;
     if (!mUiParam->mCrossShown) {
         mUiParam->mCrossShown = true;
         index = left ? newest : 0;
     } else if (left) {
         index = qMax(index - 1, 0);
-    } else if (mUiParam->mDataCount >= 1 || index < last) {
+    } else if (mUiParam->dataCount() >= 1 || index < last) {
         index = qMin(index + 1, last);
     }
     if (mTitleDay != kNowhere) {
@@ -151,7 +151,7 @@ void CRealtimeMainWidget::moveToHome() {
 }
 
 void CRealtimeMainWidget::moveToEnd() {
-    showCrossLinesAt(mUiParam->mDataCount - 1);
+    showCrossLinesAt(mUiParam->dataCount() - 1);
 }
 
 void CRealtimeMainWidget::showCrossLinesAt(int index) {

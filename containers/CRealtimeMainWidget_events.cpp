@@ -5,9 +5,11 @@
 #include "containers/DownloadProgress.h"
 #include "containers/Repaint.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/CWidgetList.h"
 #include "host/windows/CIndexModelWidget.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QPointer>
 #include <QStringList>
 
 namespace TC {
@@ -15,7 +17,7 @@ namespace TC {
 namespace {
 
 enum EEvent : int {
-    eGraphActivated = 13,
+    eGraphActivated = GZ::CWidgetList::kActivated,
     eStatisticAsked = 191,
     ePaneDoubleClicked = 206,
     ePaneClosed = 3020,
@@ -59,12 +61,12 @@ QString regionText(int end, const QDateTime &from, const QDateTime &to) {
 } // namespace
 
 bool CRealtimeMainWidget::handleEvent(int event, int first, int second, QString text, void *payload) {
-    if (!mMainWidget) { // on the way out
-        return CBaseWidget::handleEvent(event, first, second, text, payload);
+    if (!mMainWidget) {
+        return true; // it is going, and what its parts tell on the way concerns nobody
     }
     switch (event) {
     case eGraphActivated:
-        followGraph(static_cast<CRealtimeGraphWidget **>(payload));
+        followGraph(static_cast<QWidget **>(payload));
         deliverEvent(event, first, second, text, payload);
         return false;
     case eCrossLineMoved:
@@ -137,16 +139,17 @@ bool CRealtimeMainWidget::handleCommand(int event, int first, int second, const 
 }
 
 /// The title follows the day of a graph that was activated.
-void CRealtimeMainWidget::followGraph(CRealtimeGraphWidget *const *graph) {
-    if (!graph || !*graph) {
+void CRealtimeMainWidget::followGraph(QWidget *const *activated) {
+    if (!activated || !*activated) {
         return;
     }
-    const int id = mMainWidget->getGrapWidgetID(*graph);
+    auto *graph = static_cast<CRealtimeGraphWidget *>(*activated); // looked up only: it may be no graph
+    const int id = mMainWidget->getGrapWidgetID(graph);
     if (id != -1) {
         mTitleDay = id;
     } else {
         for (const CRealtimeWidget *pane : qAsConst(mSubWidgets)) {
-            const int subId = pane->getGrapWidgetID(*graph);
+            const int subId = pane->getGrapWidgetID(graph);
             mTitleDay = subId != -1 ? subId : mTitleDay;
         }
     }
@@ -157,8 +160,9 @@ void CRealtimeMainWidget::followGraph(CRealtimeGraphWidget *const *graph) {
 
 void CRealtimeMainWidget::closePane(int id, int second, const QString &formula, void *payload) {
     delIndexWidget(id);
+    const QPointer<CRealtimeMainWidget> alive(this); // the host may close the view
     deliverEvent(ePaneClosed, id, second, formula, payload);
-    if (mIndexModelWidget) {
+    if (alive && mIndexModelWidget) {
         mIndexModelWidget->updateIndexTemplate(formula);
     }
 }

@@ -75,6 +75,7 @@ void CRealtimeWidget::createUi() {
     mGraphList = new GZ::CWidgetList(Qt::Horizontal, this);
     mGraphList->setMargin(0);
     mGraphList->setSpacing(0);
+    mGraphList->setTellsActivation(true);
     mMainGraphWidget =
         new CRealtimeGraphWidget(mLastGraphId, mMainData, mUiParam, mDisplayType, mViewType, this, true);
     mGraphList->addStretchWidget(mMainGraphWidget, 1, GZ::CWidgetList::eAnchorBoth, true);

@@ -191,7 +191,7 @@ void CRealtimeWidget::destorySubWidget() {
 
 bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, void *data) {
     if (!mTitleWidget) {
-        return false; // it is going
+        return true; // it is going, and what its parts tell on the way concerns nobody
     }
     switch (event) {
     case eButtonClicked:
@@ -280,7 +280,7 @@ void CRealtimeWidget::selectGraph(int id) {
 /// The title follows the data that has changed; a cross line that stands beside the newest point follows it.
 void CRealtimeWidget::refreshTitle(const void *sender) {
     if (mUiParam->mCrossShown) {
-        const int last = mUiParam->mDataCount - 1;
+        const int last = mUiParam->dataCount() - 1;
         if (mUiParam->mCrossIndex + 1 == last) {
             mUiParam->mCrossIndex = last;
             mTitleWidget->updateIndexId(last);

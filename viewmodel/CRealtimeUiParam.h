@@ -123,6 +123,10 @@ public:
     /// Index at a pixel inside a day graph; -1 when the graph has no width.
     int getIndexByXAxis(int x) const;
 
+    /// mDataCount, the one member that a result may write on a thread of the service while the view reads it.
+    int dataCount() const { return __atomic_load_n(&mDataCount, __ATOMIC_RELAXED); }
+    void setDataCount(int count) { __atomic_store_n(&mDataCount, count, __ATOMIC_RELAXED); }
+
     const EIndexViewType mViewType;
     int mStockKind = 0; ///< 0 instrument, 1 user-defined index, 2 portfolio; written only by setStock
     int mMaxAddStock = 3; ///< limit of overlays, those with and without an axis together
@@ -135,7 +139,7 @@ public:
     int mRightAxisWidth = 0;
     double mDayWidth = 0.0; ///< pixels of one day's graph
     QVector<QPair<int, int>> mSessions; ///< first and last minute of each, in axis order, ends included
-    int mDataCount = 0; ///< points of the main series received so far
+    int mDataCount = 0; ///< points of the main series received so far; see dataCount
     int mDayCount = 1; ///< day graphs side by side, 1 to 6
     int mPointCount = 0; ///< positions of a whole day
     bool mShowVolume = true;

@@ -8,7 +8,8 @@ class QWidget;
 
 namespace GZ {
 
-/// A participant of the event bus. Events are numbered and travel upwards.
+/// A participant of the event bus. Events are numbered and travel upwards: whoever answers that it did not consume an
+/// event, and did not pass it on itself, lets it travel on to the next participant.
 ///
 /// On the user-interface thread deliverEvent is synchronous. On any other thread it queues the event to the
 /// user-interface thread and returns at once, without waiting for anything. A queued event holds its sender and
@@ -42,6 +43,9 @@ protected:
 private:
     friend class CEventQueue;
     struct Token;
+    /// Lets a participant handle an event, and those above it when it neither consumed it nor passed it on.
+    static bool handOver(CEventDeliverer &receiver, int event, int first, int second, const QString &text,
+                         void *data);
     std::shared_ptr<Token> mToken;
     std::weak_ptr<Token> mNext;
 };

@@ -29,6 +29,9 @@ public:
     /// Where a widget lies across the list: along one edge, in the middle (none), or from edge to edge (both).
     enum EAnchor : int { eAnchorNone = 0, eAnchorStart = 1, eAnchorEnd = 2, eAnchorBoth = 3 };
 
+    /// The event that tells of an activated widget; its data points to the pointer of the widget.
+    static constexpr int kActivated = 13;
+
     explicit CWidgetList(Qt::Orientation orientation, QWidget *parent = nullptr);
 
     void setOrientation(Qt::Orientation orientation);
@@ -57,6 +60,9 @@ public:
     /// Takes a widget out of the list and answers it. It stays a child, and is the caller's to hide or delete.
     QWidget *popWidgetAt(int index);
 
+    /// Whether kActivated is delivered when the mouse enters a widget of the list; at first it is not.
+    void setTellsActivation(bool tells) { mTellsActivation = tells; }
+
     /// Gives a widget another stretch and remembers the one it had. With 0 it keeps the length it has just now. The
     /// lengths follow with the next updateWidgetLength.
     void changeStretch(QWidget *widget, int stretch);
@@ -72,6 +78,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
     void childEvent(QChildEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
     /// Pixels between two neighbours that are both shown, the second of them at `index`.
     virtual int gapBefore(int index) const;
@@ -92,6 +99,7 @@ private:
     Qt::Orientation mOrientation;
     QMargins mMargins;
     int mSpacing = 0;
+    bool mTellsActivation = false;
 };
 
 } // namespace GZ

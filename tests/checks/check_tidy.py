@@ -16,7 +16,7 @@ from pathlib import Path
 
 import tree
 
-FOLDERS = ("viewmodel", "chartdata", "chartview", "toolkit", "terminal")
+FOLDERS = ("viewmodel", "chartdata", "chartview", "containers", "linkage", "statistics", "toolkit", "terminal")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
 

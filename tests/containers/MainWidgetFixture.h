@@ -32,8 +32,11 @@ protected:
     }
     ~MainWidgetFixture() override { mMain.reset(); }
 
+    virtual std::unique_ptr<TC::CRealtimeMainWidget> newView(TC::EIndexViewType type) {
+        return std::make_unique<TC::CRealtimeMainWidget>(mKeeper.get(), type);
+    }
     void makeView(TC::EIndexViewType type = TC::EIndexViewType::Ordinary) {
-        mMain = std::make_unique<TC::CRealtimeMainWidget>(mKeeper.get(), type);
+        mMain = newView(type);
         mUi = mMain->getUiParam();
     }
     /// The view of SH600000 in 1102x600 pixels.

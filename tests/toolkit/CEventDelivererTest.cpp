@@ -78,6 +78,77 @@ TEST(CEventDeliverer, WhatIsTakenGoesNoFurther) {
     EXPECT_TRUE(top.mHeard.empty());
 }
 
+/// Answers that it does not consume an event, after doing something with it.
+class Indifferent : public CEventDeliverer {
+public:
+    using CEventDeliverer::CEventDeliverer;
+    bool handleEvent(int event, int first, int second, QString text, void *data) override {
+        ++mHeard;
+        if (mThen) {
+            mThen();
+        }
+        if (mPassesOn) {
+            deliverEvent(event, first, second, text, data);
+        }
+        return false;
+    }
+    int mHeard = 0;
+    bool mPassesOn = false;
+    std::function<void()> mThen;
+};
+
+TEST(CEventDeliverer, WhatIsNotTakenTravelsOnByItself) {
+    Participant top;
+    top.mTakes = true;
+    Indifferent middle(&top);
+    CEventDeliverer sender(&middle);
+    int payload = 0;
+    EXPECT_TRUE(sender.deliverEvent(13, 4, 5, QStringLiteral("文"), &payload)) << "the top has taken it";
+    EXPECT_EQ(middle.mHeard, 1);
+    ASSERT_EQ(top.mHeard.size(), 1u);
+    EXPECT_EQ(top.mHeard[0].mFirst, 4);
+    EXPECT_EQ(top.mHeard[0].mSecond, 5);
+    EXPECT_EQ(top.mHeard[0].mText, QStringLiteral("文"));
+    EXPECT_EQ(top.mHeard[0].mData, &payload);
+}
+
+TEST(CEventDeliverer, WhoPassesOnByHandAndDoesNotTakeItSendsItOnce) {
+    Participant top;
+    Indifferent middle(&top);
+    middle.mPassesOn = true;
+    CEventDeliverer sender(&middle);
+    EXPECT_FALSE(sender.deliverEvent(13, 0, 0, QString(), nullptr));
+    EXPECT_EQ(top.mHeard.size(), 1u);
+}
+
+TEST(CEventDeliverer, AnotherEventOnTheWayDoesNotCountAsPassedOn) {
+    Participant top;
+    Indifferent middle(&top);
+    middle.mThen = [&] { middle.deliverEvent(99, 0, 0, QString(), nullptr); };
+    CEventDeliverer sender(&middle);
+    sender.deliverEvent(13, 0, 0, QString(), nullptr);
+    ASSERT_EQ(top.mHeard.size(), 2u);
+    EXPECT_EQ(top.mHeard[0].mEvent, 99);
+    EXPECT_EQ(top.mHeard[1].mEvent, 13);
+}
+
+TEST(CEventDeliverer, AReceiverThatGoesWhileItHandlesAnEventTakesItAlong) {
+    /// Destroys itself.
+    class Mortal : public CEventDeliverer {
+    public:
+        using CEventDeliverer::CEventDeliverer;
+        bool handleEvent(int, int, int, QString, void *) override {
+            delete this;
+            return false;
+        }
+    };
+    Participant top;
+    auto *middle = new Mortal(&top);
+    CEventDeliverer sender(middle);
+    EXPECT_FALSE(sender.deliverEvent(13, 0, 0, QString(), nullptr));
+    EXPECT_TRUE(top.mHeard.empty());
+}
+
 TEST(CEventDeliverer, WithoutANextParticipantNothingHappens) {
     CEventDeliverer sender;
     EXPECT_FALSE(sender.deliverEvent(7, 0, 0, QString(), nullptr));

@@ -265,4 +265,40 @@ TEST_F(CWidgetListTest, OrientationCanChange) {
     EXPECT_EQ(mList.orientation(), Qt::Horizontal);
 }
 
+/// Keeps the widgets that it is told of as activated.
+class ActivationKeeper : public GZ::CBaseWidget {
+public:
+    bool handleEvent(int event, int first, int second, QString text, void *data) override {
+        EXPECT_EQ(event, CWidgetList::kActivated);
+        EXPECT_EQ(first, 0);
+        EXPECT_EQ(second, 0);
+        EXPECT_TRUE(text.isEmpty());
+        mActivated.append(*static_cast<QWidget **>(data));
+        return true;
+    }
+    QList<QWidget *> mActivated;
+};
+
+TEST(WidgetActivation, IsToldWhenTheMouseEntersAWidgetOfAListThatTells) {
+    const auto enter = [](QWidget *widget) {
+        QEvent event(QEvent::Enter);
+        QCoreApplication::sendEvent(widget, &event);
+    };
+    ActivationKeeper keeper;
+    auto *list = new CWidgetList(Qt::Horizontal, &keeper);
+    auto *one = new QWidget;
+    auto *two = new QWidget;
+    list->addStretchWidget(one, 1, CWidgetList::eAnchorBoth, true);
+    list->addStretchWidget(two, 1, CWidgetList::eAnchorBoth, true);
+    enter(one);
+    EXPECT_TRUE(keeper.mActivated.isEmpty()) << "a list tells nothing at first";
+    list->setTellsActivation(true);
+    enter(two);
+    enter(one);
+    EXPECT_EQ(keeper.mActivated, (QList<QWidget *>{two, one}));
+    EXPECT_EQ(list->popWidgetAt(0), one);
+    enter(one);
+    EXPECT_EQ(keeper.mActivated.size(), 2) << "it is no widget of the list any more";
+}
+
 } // namespace

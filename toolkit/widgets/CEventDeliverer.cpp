@@ -16,6 +16,33 @@ struct Broadcast {
 };
 Broadcast gBroadcast;
 
+/// An event that a participant is handling just now, and those further out. User-interface thread.
+struct Handling {
+    Handling(const CEventDeliverer &receiver, int event) : mReceiver(&receiver), mEvent(event) {
+        std::swap(mOuter, sInnermost);
+        sInnermost = this;
+    }
+    ~Handling() { sInnermost = mOuter; }
+    Handling(const Handling &) = delete;
+    Handling &operator=(const Handling &) = delete;
+
+    static void passedOn(const CEventDeliverer *sender, int event) {
+        for (Handling *at = sInnermost; at; at = at->mOuter) {
+            if (at->mReceiver == sender && at->mEvent == event) {
+                at->mPassedOn = true;
+                return;
+            }
+        }
+    }
+
+    const CEventDeliverer *mReceiver;
+    int mEvent;
+    bool mPassedOn = false; ///< the receiver did itself
+    Handling *mOuter = nullptr;
+    static Handling *sInnermost;
+};
+Handling *Handling::sInnermost = nullptr;
+
 void collectParticipants(QObject *object, std::vector<CEventDeliverer *> &participants) {
     if (auto *participant = dynamic_cast<CEventDeliverer *>(object)) {
         participants.push_back(participant);
@@ -57,8 +84,25 @@ bool CEventDeliverer::deliverEvent(int event, int first, int second, const QStri
         CEventQueue::instance().post(mToken, event, first, second, text, data);
         return false;
     }
+    Handling::passedOn(this, event);
     CEventDeliverer *next = nextParticipant();
-    return next && next->handleEvent(event, first, second, text, data);
+    return next && handOver(*next, event, first, second, text, data);
+}
+
+bool CEventDeliverer::handOver(CEventDeliverer &receiver, int event, int first, int second, const QString &text,
+                               void *data) {
+    const std::shared_ptr<Token> token = receiver.mToken;
+    {
+        const Handling handling(receiver, event);
+        if (receiver.handleEvent(event, first, second, text, data)) {
+            return true;
+        }
+        if (handling.mPassedOn) {
+            return false;
+        }
+    }
+    std::lock_guard<std::recursive_mutex> hold(token->mHandling);
+    return token->mParticipant && token->mParticipant->deliverEvent(event, first, second, text, data);
 }
 
 bool CEventDeliverer::handleEvent(int event, int first, int second, QString text, void *data) {

@@ -76,8 +76,8 @@ void CEventQueue::handOver(const Entry &entry) {
     const std::shared_ptr<CEventDeliverer::Token> receiver = next->mToken;
     std::lock_guard<std::recursive_mutex> holdReceiver(receiver->mHandling);
     if (receiver->mParticipant) {
-        receiver->mParticipant->handleEvent(entry.mEvent, entry.mFirst, entry.mSecond, entry.mText,
-                                            entry.mData);
+        CEventDeliverer::handOver(*receiver->mParticipant, entry.mEvent, entry.mFirst, entry.mSecond,
+                                  entry.mText, entry.mData);
     }
 }
 

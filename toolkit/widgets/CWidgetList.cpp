@@ -76,6 +76,7 @@ void CWidgetList::insertItem(int index, CWidgetListItem item) {
     if (!hidden) {
         item.mWidget->show();
     }
+    item.mWidget->installEventFilter(this);
     mItems.insert(mItems.begin() + std::clamp(index, 0, count()), item);
     updateWidgetLength();
 }
@@ -103,6 +104,7 @@ CWidgetListItem *CWidgetList::itemOf(const QWidget *widget) {
 QWidget *CWidgetList::popWidgetAt(int index) {
     QWidget *widget = widgetAt(index);
     if (widget) {
+        widget->removeEventFilter(this);
         mItems.erase(mItems.begin() + index);
         updateWidgetLength();
     }
@@ -213,6 +215,14 @@ bool CWidgetList::event(QEvent *event) {
         updateGeometry();
     }
     return CBaseWidget::event(event);
+}
+
+bool CWidgetList::eventFilter(QObject *watched, QEvent *event) {
+    if (mTellsActivation && event->type() == QEvent::Enter) {
+        auto *widget = static_cast<QWidget *>(watched); // the list watches nothing but its widgets
+        deliverEvent(kActivated, 0, 0, QString(), &widget);
+    }
+    return CBaseWidget::eventFilter(watched, event);
 }
 
 void CWidgetList::childEvent(QChildEvent *event) {

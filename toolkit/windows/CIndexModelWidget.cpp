@@ -8,6 +8,7 @@
 #include <QInputDialog>
 #include <QMenu>
 #include <QPainter>
+#include <QPointer>
 #include <QResizeEvent>
 #include <QToolButton>
 
@@ -118,23 +119,30 @@ void CIndexModelWidget::choose(const QString &name, bool isTemplate) {
     }
     if (isTemplate) {
         mChosenTemplate = name;
+    }
+    const QPointer<CIndexModelWidget> alive(this); // the host may close the view
+    deliverEvent(kChosen, 0, isTemplate ? 1 : 0, name, nullptr);
+    if (alive && isTemplate) { // the panes that made room have given their formulas up
         updateSelectIndex(getTemplateIndex());
     }
-    deliverEvent(kChosen, 0, isTemplate ? 1 : 0, name, nullptr);
 }
 
 void CIndexModelWidget::showMore() {
-    QMenu menu(this);
-    menu.setStyleSheet(GZ::CStyleSheetCenter::getStyle(kMenuControl));
+    const QPointer<QMenu> menu = new QMenu(this); // it goes with the bar while it is open
+    menu->setStyleSheet(GZ::CStyleSheetCenter::getStyle(kMenuControl));
     for (const Entry &entry : mEntries) {
         if (entry.mButton->isHidden()) {
-            QAction *action = menu.addAction(entry.mName);
+            QAction *action = menu->addAction(entry.mName);
             action->setCheckable(true);
             action->setChecked(entry.mInUse);
             action->setData(entry.mIsTemplate);
         }
     }
-    const QAction *chosen = menu.exec(mMore->mapToGlobal(QPoint(0, -menu.sizeHint().height())));
+    const QAction *chosen = menu->exec(mMore->mapToGlobal(QPoint(0, -menu->sizeHint().height())));
+    if (!menu) {
+        return;
+    }
+    menu->deleteLater();
     if (chosen) {
         choose(chosen->text(), chosen->data().toBool());
     }
@@ -160,17 +168,22 @@ void CIndexModelWidget::showSaveModelDialog(const QVector<QString> &formulas) {
     if (formulas.isEmpty()) {
         return;
     }
-    QInputDialog dialog(this);
-    GZ::applyDialogLook(dialog);
-    dialog.setWindowTitle(tr("保存模板"));
-    dialog.setLabelText(
+    const QPointer<QInputDialog> dialog = new QInputDialog(this); // it goes with the bar while it is open
+    GZ::applyDialogLook(*dialog);
+    dialog->setWindowTitle(tr("保存模板"));
+    dialog->setLabelText(
         tr("模板名称（%1）：").arg(QStringList(formulas.begin(), formulas.end()).join(QStringLiteral("、"))));
-    dialog.setOkButtonText(tr("确定"));
-    dialog.setCancelButtonText(tr("取消"));
-    if (dialog.exec() != QDialog::Accepted) {
+    dialog->setOkButtonText(tr("确定"));
+    dialog->setCancelButtonText(tr("取消"));
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog) {
         return;
     }
-    const QString name = dialog.textValue().trimmed();
+    const QString name = dialog->textValue().trimmed();
+    dialog->deleteLater();
+    if (!accepted) {
+        return;
+    }
     const bool taken = std::any_of(mTemplates.begin(), mTemplates.end(),
                                    [&](const CIndexTemplate &named) { return named.mName == name; });
     if (name.isEmpty() ||
