@@ -264,6 +264,7 @@ private:
     void drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values,
                          const CurveScale &scale, const QColor &color) const;
     TimedValues byIndex(const TimedValues &byMinute) const;
+    template <class Value> TradingOrder<Value> inTradingOrder(const std::map<int, Value> &byMinute) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     CGraphAxisWidget *mAxisWidget = nullptr; ///< not owned, may be null

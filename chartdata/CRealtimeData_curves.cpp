@@ -37,9 +37,9 @@ bool isDrawn(double amount) {
     return isUsable(amount) && !isZero(amount);
 }
 
-/// The points of a curve; `column` gives the pixel of a key. What is no number makes no point.
-template <class Column>
-QPolygon curveOf(const TimedValues &values, const CurveScale &scale, int height, Column column) {
+/// The points of a curve by index, of which `column` gives the pixel. What is no number makes no point.
+template <class Values, class Column>
+QPolygon curveOf(const Values &values, const CurveScale &scale, int height, Column column) {
     QPolygon curve;
     for (const auto &value : values) {
         if (isUsable(value.second)) {
@@ -54,6 +54,15 @@ QColor themeColor(const char *key) {
 }
 
 } // namespace
+
+template <class Value>
+TradingOrder<Value> CRealtimeData::inTradingOrder(const std::map<int, Value> &byMinute) const {
+    TradingOrder<Value> values;
+    for (const auto &value : byMinute) {
+        values.emplace(mUiParam->getIndexByTime(value.first), value.second);
+    }
+    return values;
+}
 
 void CRealtimeData::drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
     mUiParam->mLinkageAmounts.clear();
@@ -76,11 +85,12 @@ void CRealtimeData::drawAmountCurves(QPainter &painter, const QRect &rect, const
 
 void CRealtimeData::drawTotalAmounts(QPainter &painter, const QRect &rect, const TimedAmounts &totals,
                                      int now) const {
-    const CurveScale scale = totalAmountScale(totals);
+    const auto ordered = inTradingOrder(totals);
+    const CurveScale scale = totalAmountScale(ordered);
     QPolygon buys;
     QPolygon sells;
-    for (const auto &total : totals) {
-        const int x = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(total.first));
+    for (const auto &total : ordered) {
+        const int x = mUiParam->getXAxisByIndex(total.first);
         if (isDrawn(total.second.first)) {
             buys.append(QPoint(x, curveRow(total.second.first, scale, rect.height())));
         }
@@ -130,10 +140,8 @@ void CRealtimeData::drawBalanceCurve(QPainter &painter, const QRect &rect, const
 
 void CRealtimeData::drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values,
                                     const CurveScale &scale, const QColor &color) const {
-    const auto column = [this](int minute) {
-        return mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(minute));
-    };
-    drawCurve(painter, curveOf(values, scale, rect.height(), column), color);
+    const auto column = [this](int index) { return mUiParam->getXAxisByIndex(index); };
+    drawCurve(painter, curveOf(inTradingOrder(values), scale, rect.height(), column), color);
 }
 
 } // namespace TC

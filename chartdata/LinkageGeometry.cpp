@@ -82,7 +82,7 @@ int curveRow(double value, const CurveScale &scale, int height) {
     return rounded(height - (value - scale.low) * (height / span));
 }
 
-CurveScale totalAmountScale(const TimedAmounts &totals) {
+CurveScale totalAmountScale(const TradingOrder<std::pair<double, double>> &totals) {
     double firstBuy = 0.0; // zero stands for none
     double firstSell = 0.0;
     double lastBuy = 0.0;

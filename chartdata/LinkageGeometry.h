@@ -61,10 +61,14 @@ int curveRow(double value, const CurveScale &scale, int height);
 using TimedAmounts = std::map<int, std::pair<double, double>>; ///< minute or index to (buy, sell)
 using TimedValues = std::map<int, double>; ///< minute or index to value
 
+/// What a day has by minute, in the order of trading: index to value, those that share an index by minute. A night
+/// session comes before the day that it belongs to, though its clock minutes are larger.
+template <class Value> using TradingOrder = std::multimap<int, Value>;
+
 /// Amounts and values that are no numbers count for none of the ranges.
 
 /// Range of total amounts: from the smaller of the first amounts that are not zero to the larger of the last.
-CurveScale totalAmountScale(const TimedAmounts &totals);
+CurveScale totalAmountScale(const TradingOrder<std::pair<double, double>> &totals);
 /// Range around zero that holds all values.
 CurveScale balancedScale(const TimedValues &values);
 /// Range around zero as wide as the largest positive value: negative ones do not widen it.

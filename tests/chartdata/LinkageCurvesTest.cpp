@@ -73,6 +73,27 @@ TEST_F(LinkageCurves, ProfitLiesAroundTheMiddleAndEndsAtItsLastPoint) {
     EXPECT_EQ(mUiParam->mLinkageProfits, (std::map<int, double>{{30, -50.0}, {60, 100.0}, {90, 25.0}}));
 }
 
+TEST_F(LinkageCurves, NightComesBeforeTheDayThatItBelongsTo) {
+    show({3, 5, 6});
+    mHost.mTimes.mNight.insert("SH600000");
+    mUiParam->resetAxis("SH", "600000");
+    const int atNight = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(1320)); // 22:00
+    const int morning = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(570));
+    const int noon = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(660));
+    ASSERT_LT(atNight, morning);
+    mHost.mClock.mNow.setTime(QTime(11, 0));
+    mHost.mLinkage.mAmounts = {{570, {200.0, 0.0}}, {660, {300.0, 0.0}}, {1320, {100.0, 0.0}}};
+    mHost.mLinkage.mProfits = {{570, 50.0}, {660, 100.0}, {1320, -100.0}};
+    mHost.mLinkage.mBalances = {{570, 50.0}, {660, 100.0}, {1320, 0.0}};
+    EXPECT_TRUE(same(
+        drawn(), expected([&](QPainter &painter) {
+            curve(painter, theme("tc_clr_total_buyamount"),
+                  polygon({{atNight, 200}, {morning, 100}, {noon, 0}}));
+            curve(painter, QColor(255, 255, 128, 192), polygon({{atNight, 200}, {morning, 50}, {noon, 0}}));
+            curve(painter, QColor(255, 128, 0, 192), polygon({{atNight, 100}, {morning, 50}, {noon, 0}}));
+        })));
+}
+
 TEST_F(LinkageCurves, NegativeBalancesDoNotWidenTheRange) {
     show({6});
     mHost.mLinkage.mBalances = {{600, 100.0}, {630, -50.0}, {660, -200.0}};

@@ -10,6 +10,19 @@ using namespace TC;
 
 namespace {
 
+/// Opens a picture of the chart to a test: which one was painted on tells nothing but its key.
+template <class Tag, QPixmap CRealtimeData::*Member> struct PixmapPeek {
+    friend QPixmap CRealtimeData::*peek(Tag) { return Member; }
+};
+struct ChartPixmap {
+    friend QPixmap CRealtimeData::*peek(ChartPixmap);
+};
+struct LinkagePixmap {
+    friend QPixmap CRealtimeData::*peek(LinkagePixmap);
+};
+template struct PixmapPeek<ChartPixmap, &CRealtimeData::mChartPixmap>;
+template struct PixmapPeek<LinkagePixmap, &CRealtimeData::mLinkagePixmap>;
+
 class LinkageMarks : public tests::LinkageFixture {
 protected:
     static void dot(QPainter &painter, const QRect &circle, const QColor &color, bool filled) {
@@ -389,6 +402,59 @@ TEST_F(LinkageMarks, MarksOfTheDrawingBeforeAreForgotten) {
     mHost.mLinkage.mOrders.clear();
     drawn();
     EXPECT_FALSE(mData->hitOrder(61, 50));
+}
+
+TEST_F(LinkageMarks, TasksOfTheListBeforeAreForgotten) {
+    show({2});
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    drawn();
+    QList<boost::shared_ptr<kvservice::CTaskDetail>> tasks{nullptr, nullptr};
+    EXPECT_TRUE(mData->getTasksAt(61, 50, tasks));
+    ASSERT_EQ(tasks.size(), 1);
+    EXPECT_EQ(tasks[0]->mTaskId, 1);
+    EXPECT_FALSE(mData->getTasksAt(300, 50, tasks));
+    EXPECT_TRUE(tasks.isEmpty());
+    QList<boost::shared_ptr<kvservice::COrderDetail>> orders{nullptr};
+    EXPECT_FALSE(mData->getOrdersAt(61, 50, orders));
+    EXPECT_TRUE(orders.isEmpty());
+}
+
+TEST_F(LinkageMarks, DealsAndTasksOfTheDrawingBeforeAreForgottenToo) {
+    show({1, 2});
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addTask(1, true, 9.5, QTime(10, 0), 0, 1);
+    drawn();
+    EXPECT_TRUE(mData->hitDeal(61, 50) && mData->hitTask(61, 150));
+    mHost.mLinkage.mDeals.clear();
+    mHost.mLinkage.mTasks.clear();
+    drawn();
+    EXPECT_FALSE(mData->hitDeal(61, 50) || mData->hitTask(61, 150));
+}
+
+TEST_F(LinkageMarks, AccountTasksAheadOfTheReplayAreNotShown) {
+    showAccount();
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    mData->setReplayMode(true); // no point yet: the replay has not begun
+    drawn();
+    EXPECT_FALSE(mData->hitTask(61, 50));
+    mData->setReplayMode(false);
+    drawn();
+    EXPECT_TRUE(mData->hitTask(61, 50));
+}
+
+TEST_F(LinkageMarks, NewTradesLeaveThePictureOfTheChart) {
+    show({1});
+    mData->setTradeDate(tests::kDay);
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    mData->setDrawEnabled(true);
+    const qint64 chart = ((*mData).*peek(ChartPixmap())).cacheKey();
+    const qint64 marks = ((*mData).*peek(LinkagePixmap())).cacheKey();
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    mHost.mLinkage.sigLinkageChanged({"SH600000"});
+    EXPECT_TRUE(mData->hitDeal(61, 50));
+    EXPECT_EQ(((*mData).*peek(ChartPixmap())).cacheKey(), chart) << "not painted on";
+    EXPECT_NE(((*mData).*peek(LinkagePixmap())).cacheKey(), marks);
 }
 
 TEST_F(LinkageMarks, HitsNeedTheKindToBeShown) {
