@@ -63,6 +63,25 @@ TEST_P(LinkagePicture, Curves) {
     compare(QStringLiteral("linkage-curves"));
 }
 
+TEST_P(LinkagePicture, NightSessionWithMarksAndCurves) {
+    mHost.mTimes.mNight.insert("SH600000");
+    mUiParam->resetAxis("SH", "600000");
+    show({0, 1, 2, 3, 5});
+    mHost.mClock.mNow.setTime(QTime(11, 0));
+    int minute = 1270; // 21:10
+    for (int i = 0; i < 12; ++i, minute = i == 6 ? 545 : minute + 15) {
+        const std::string clock = QTime(0, 0).addSecs(minute * 60).toString("hh:mm:ss").toStdString();
+        const double wave = std::sin(i * 0.8);
+        addOrder(std::to_string(i), i % 3 ? kBuy : kSell, 10.0 + 0.3 * wave, clock);
+        addDeal(std::to_string(i), i % 3 ? kBuy : kSell, 9.9 + 0.3 * wave, clock);
+        mHost.mLinkage.mAmounts[minute] = {1000.0 * i + 500.0, i < 3 ? 0.0 : 700.0 * (i - 2)};
+        mHost.mLinkage.mProfits[minute] = 800.0 * std::sin(i * 0.4);
+    }
+    addTask(1, true, 10.6, QTime(21, 30), 2, 5);
+    addTask(2, false, 9.4, QTime(10, 0), 5, 5)->mStatus = 8;
+    compare(QStringLiteral("linkage-night"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Ratios, LinkagePicture, ::testing::Values(1.0, 2.0));
 
 } // namespace
