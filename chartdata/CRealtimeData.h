@@ -141,6 +141,8 @@ public:
     void drawLinkage(const QRect &rect);
     void redraw();
     void paintTo(QPainter *painter, const QRect &rect);
+    /// The same of a part alone. The painter has no clip afterwards.
+    void paintTo(QPainter *painter, const QRect &rect, const QRegion &part);
     /// The part of the pane, in its pixels, that changed on the screen since the last call: the columns of the
     /// newest points when only they moved, the whole pane otherwise, null when nothing did.
     QRect takeDirtyRect();
@@ -214,6 +216,9 @@ private:
     void onLinkageChanged(const std::vector<std::string> &instruments);
     void react(int flags, void *sender);
     void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total, EBand band);
+    /// Brings the pixmaps up to date for a painter.
+    void refreshPixmaps(const QPainter &painter);
+    bool isLinkageShown() const;
     void drawTail(QPainter *painter, const QRect &rect);
     /// Remembers what EChangeFlag bits changed on the screen, for takeDirtyRect.
     void noteDamage(int flags);
@@ -278,6 +283,7 @@ private:
     ChartLook mLook; ///< of the pixmaps
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
     QRect mTailOnScreen; ///< where the newest points were then
+    int mTailCount = 0; ///< number of points of the view then
     int mDrawnEnd = -1; ///< last index in the chart pixmap
     quint64 mPriceBandDigest = 0; ///< of what its price band was drawn from; 0 when nothing is known
     bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace TC {
 
@@ -375,24 +376,49 @@ void CRealtimeData::drawLine(QPainter *painter, const DrawnLine &drawn, int tota
     }
 }
 
-void CRealtimeData::paintTo(QPainter *painter, const QRect &rect) {
-    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+void CRealtimeData::refreshPixmaps(const QPainter &painter) {
     if (mDrawEnabled) {
-        const double ratio = evenRatio(*painter);
+        const double ratio = evenRatio(painter);
         if (ratio > 0.0 && ratio != mPixelRatio) {
             setPixelRatio(ratio);
         } else if (mChartStale || mLook.generation != GZ::CUiResource::instance().generation()) {
             redraw();
         }
     }
+}
+
+bool CRealtimeData::isLinkageShown() const {
+    return mDisplayType == EIndexDisplayType::Main && mUiParam->mLinkageFlags != kNoLinkage &&
+           !mLinkagePixmap.isNull() && CSingletonT<CLinkageManager>::instance().isEnabled();
+}
+
+void CRealtimeData::paintTo(QPainter *painter, const QRect &rect) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    refreshPixmaps(*painter);
     if (!mChartPixmap.isNull()) {
         blit(painter, rect, mChartPixmap, mChartRect.size());
         drawTail(painter, rect);
     }
-    if (mDisplayType == EIndexDisplayType::Main && mUiParam->mLinkageFlags != kNoLinkage &&
-        !mLinkagePixmap.isNull() && CSingletonT<CLinkageManager>::instance().isEnabled()) {
+    if (isLinkageShown()) {
         painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
         blit(painter, mChartRect, mLinkagePixmap, mChartRect.size());
+    }
+}
+
+void CRealtimeData::paintTo(QPainter *painter, const QRect &rect, const QRegion &part) {
+    boost::unique_lock<boost::recursive_mutex> hold(mLock);
+    refreshPixmaps(*painter);
+    if (!mChartPixmap.isNull()) {
+        paintByParts(*painter, part, [&] { blit(painter, rect, mChartPixmap, mChartRect.size()); });
+        const QRegion tail = rect == mChartRect ? part.intersected(tailRect()) : part;
+        if (!tail.isEmpty()) {
+            painter->setClipRect(tail.boundingRect()); // lines are drawn much faster under one rectangle
+            drawTail(painter, rect);
+            painter->setClipping(false);
+        }
+    }
+    if (isLinkageShown()) {
+        paintByParts(*painter, part, [&] { blit(painter, mChartRect, mLinkagePixmap, mChartRect.size()); });
     }
 }
 
@@ -441,12 +467,13 @@ QRect CRealtimeData::takeDirtyRect() {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     const QRect before = mTailOnScreen;
     const int damage = mDamage;
+    const bool recounted = std::exchange(mTailCount, mUiParam->mDataCount) != mUiParam->mDataCount;
     mTailOnScreen = tailRect();
     mDamage = 0;
     if (damage & ~ePointChanged) {
         return mChartRect;
     }
-    const bool moved = damage != 0 || before != mTailOnScreen;
+    const bool moved = damage != 0 || recounted || before != mTailOnScreen;
     return moved ? (before | mTailOnScreen) & mChartRect : QRect();
 }
 

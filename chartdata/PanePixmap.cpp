@@ -1,6 +1,5 @@
 #include "chartdata/PanePixmap.h"
 
-#include <QPainter>
 #include <QTransform>
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QPainter>
 #include <QPixmap>
+#include <QRegion>
 #include <QSize>
-
-class QPainter;
 
 namespace TC {
 
@@ -13,6 +13,16 @@ QPixmap panePixmap(const QSize &size, double ratio);
 
 /// Size in device pixels of such a pixmap; empty when there would be none.
 QSize panePixmapSize(const QSize &size, double ratio);
+
+/// Paints the rectangles of a region one by one, each under a clip of its own. Under a clip of several rectangles
+/// pictures and lines are drawn span by span, which takes many times as long. The painter has no clip afterwards.
+template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
+    for (const QRect &part : region) {
+        painter.setClipRect(part);
+        paint();
+    }
+    painter.setClipping(false);
+}
 
 /// Device pixels per pixel that a painter has, 1 to 8; 0 when it does not scale evenly.
 double evenRatio(const QPainter &painter);

@@ -3,6 +3,9 @@
 #include "chartview/CrossLinePlan.h"
 #include "host/toolkit/CBaseWidget.h"
 
+#include <QColor>
+#include <QFont>
+#include <QPen>
 #include <QRect>
 #include <boost/shared_ptr.hpp>
 
@@ -42,13 +45,15 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    CrossLinePlan makePlan() const;
+    CrossLineInput makeInput() const;
     bool isOnLastIndex() const;
     /// Base of the percentage: the close of the day before.
     double percentBase() const;
     int verticalTop() const;
-    void drawLines(QPainter &painter) const;
-    void drawLabel(QPainter &painter, const QRect &box, const QString &text) const;
+    /// Takes colours and font from the theme when it has changed.
+    void refreshLook();
+    static void drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line);
+    void drawLabel(QPainter &painter, const QRegion &dirty, const QRect &box, const QString &text) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     boost::shared_ptr<CRealtimeData> mData;
@@ -56,7 +61,18 @@ private:
     int mX = 0;
     QRect mGraphRect{0, 0, 0, 0};
     int mTopOffset = 0;
+    CrossLineInput mInput; ///< of the plan
     CrossLinePlan mPlan; ///< on the screen, or asked for
+
+    /// What is taken from the theme.
+    struct Look {
+        int generation = -1; ///< of the theme; -1 when nothing has been taken
+        QColor ground;
+        QPen line;
+        QColor box;
+        QColor text;
+        QFont font;
+    } mLook;
 };
 
 } // namespace TC

@@ -188,7 +188,7 @@ void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
         painter.fillRect(event->rect(), themeColor("ic_clr_realtime_axis_bg"));
         drawLabels(painter, labels());
     } else {
-        painter.drawPixmap(0, 0, mPicture);
+        paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPicture); });
     }
     if (mHolographicShown) {
         drawHolographicButton(painter);

@@ -35,7 +35,7 @@ void CRealtimeGraphWidget::paintEvent(QPaintEvent *event) {
     if (!valid) {
         return;
     }
-    mData->paintTo(&painter, rect());
+    mData->paintTo(&painter, rect(), event->region());
     if (cache.groupModelOnly && !mUiParam->isShowGroupIndexGraph()) {
         paintGroupModelNotice(painter);
     }

@@ -85,7 +85,7 @@ void CRealtimeTimeWidget::enterEvent(QEvent * /*event*/) {
     deliverEvent(kCrossLineMoved, -1, -1, QString(), nullptr);
 }
 
-void CRealtimeTimeWidget::paintEvent(QPaintEvent * /*event*/) {
+void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     const double ratio = evenRatio(painter);
     if (ratio > 0 && mPixmap.devicePixelRatio() != ratio) { // moved to another screen
@@ -94,29 +94,55 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent * /*event*/) {
     if (mPixmap.isNull()) {
         painter.fillRect(rect(), themeColor("ic_clr_realtime_graph_bg"));
     } else {
-        painter.drawPixmap(0, 0, mPixmap);
+        paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPixmap); });
     }
     refreshFlag(); // what has changed beside the region of this paint is painted next
-    if (!mFlag.box.isNull()) {
-        painter.fillRect(mFlag.box, themeColor("ic_clr_realtime_cross_line_bg"));
-        painter.setFont(labelFont());
-        painter.setPen(themeColor("ic_clr_realtime_cross_line_text"));
+    if (event->region().intersects(mFlag.box)) {
+        refreshLook();
+        painter.setClipRect(mFlag.box);
+        painter.fillRect(mFlag.box, mLook.box);
+        painter.setFont(mLook.font);
+        painter.setPen(mLook.text);
         painter.drawText(mFlag.box, Qt::AlignCenter, mFlag.text);
     }
 }
 
-CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() const {
+void CRealtimeTimeWidget::refreshLook() {
+    const GZ::CUiResource &theme = GZ::CUiResource::instance();
+    if (mLook.generation != theme.generation()) {
+        mLook = {theme.generation(), themeColor("ic_clr_realtime_cross_line_bg"),
+                 themeColor("ic_clr_realtime_cross_line_text"), labelFont()};
+    }
+}
+
+void CRealtimeTimeWidget::refreshTime() {
+    refreshLook();
+    if (mTime.index == mCursorIndex && mTime.sessions == mUiParam->mSessions &&
+        mTime.pointCount == mUiParam->mPointCount && mTime.generation == mLook.generation) {
+        return;
+    }
+    mTime = {mCursorIndex,
+             mUiParam->mSessions,
+             mUiParam->mPointCount,
+             mLook.generation,
+             mUiParam->getDateTimeByIndex(mCursorIndex).toString(QStringLiteral("hh:mm")),
+             0};
+    mTime.width = QFontMetrics(mLook.font).horizontalAdvance(mTime.text);
+}
+
+CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     if (mCursorIndex < 0 || !mUiParam->mCrossShown) {
         return {};
     }
+    refreshTime();
     Flag flag;
-    flag.text = mUiParam->getDateTimeByIndex(mCursorIndex).toString(QStringLiteral("hh:mm"));
+    flag.text = mTime.text;
     TimeFlagInput input;
     input.cursorX = mCursorX;
     input.leftWidth = mUiParam->mLeftAxisWidth;
     input.daysBefore = daysBeforeCursor();
     input.dayWidth = mUiParam->mDayWidth;
-    input.textWidth = QFontMetrics(labelFont()).horizontalAdvance(flag.text);
+    input.textWidth = mTime.width;
     input.height = height();
     flag.box = planTimeFlag(input);
     return flag;

@@ -2,9 +2,13 @@
 
 #include "host/toolkit/CBaseWidget.h"
 
+#include <QColor>
+#include <QFont>
+#include <QPair>
 #include <QPixmap>
 #include <QRect>
 #include <QString>
+#include <QVector>
 #include <boost/shared_ptr.hpp>
 
 namespace TC {
@@ -36,13 +40,33 @@ protected:
     void enterEvent(QEvent *event) override;
 
 private:
+    /// What is taken from the theme.
+    struct Look {
+        int generation = -1; ///< of the theme; -1 when nothing has been taken
+        QColor box;
+        QColor text;
+        QFont font;
+    };
+    /// The text under the cursor, and what it was made from.
+    struct Time {
+        int index = -1;
+        QVector<QPair<int, int>> sessions;
+        int pointCount = 0;
+        int generation = -1; ///< of the theme
+        QString text;
+        int width = 0; ///< of the text, in pixels
+    };
     /// The flag on the screen; null when there is none.
     struct Flag {
         QRect box;
         QString text;
     };
 
-    Flag makeFlag() const;
+    Flag makeFlag();
+    /// Takes colours and font from the theme when it has changed.
+    void refreshLook();
+    /// Makes the text of the time under the cursor when something has changed.
+    void refreshTime();
     /// Days that stand left of the one under the mouse.
     int daysBeforeCursor() const;
     void drawScale(double ratio);
@@ -56,6 +80,8 @@ private:
     int mCursorIndex = -1; ///< axis index of the flag, negative none
     int mCursorX = 0; ///< pixels inside a day graph
     Flag mFlag; ///< on the screen, or asked for
+    Time mTime;
+    Look mLook;
 };
 
 } // namespace TC

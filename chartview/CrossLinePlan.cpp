@@ -21,28 +21,46 @@ double shareOf(double value, double base) {
     return isNumber(value) && isNumber(base) ? (value - base) / base : std::numeric_limits<double>::quiet_NaN();
 }
 
-/// The pixels of a line of one pixel, which lie on both sides of it where a pixel is several device pixels.
-QRect roomOf(const QLine &line) {
-    return QRect(line.p1(), line.p2()).normalized().adjusted(-1, -1, 1, 1);
+/// Numbers that are drawn alike: no number is like any other.
+bool isSame(double one, double other) {
+    return one == other || (std::isnan(one) && std::isnan(other));
+}
+
+void addChange(QRegion &touched, bool hadLine, const QLine &before, bool hasLine, const QLine &now) {
+    if (hadLine == hasLine && before == now) {
+        return;
+    }
+    if (hadLine) {
+        touched |= CrossLinePlan::roomOf(before);
+    }
+    if (hasLine) {
+        touched |= CrossLinePlan::roomOf(now);
+    }
 }
 
 } // namespace
 
-QRegion CrossLinePlan::region() const {
-    QRegion touched = QRegion(leftBox) | rightBox;
-    if (hasHorizontal) {
-        touched |= roomOf(horizontal);
-    }
-    if (hasVertical) {
-        touched |= roomOf(vertical);
-    }
-    return touched;
+bool CrossLineInput::operator==(const CrossLineInput &other) const {
+    return size == other.size && shown == other.shown && index == other.index && x == other.x && y == other.y &&
+           row == other.row && top == other.top && isSame(value, other.value) && decimals == other.decimals &&
+           withPercent == other.withPercent && isSame(base, other.base) && invalid == other.invalid;
 }
 
-bool CrossLinePlan::operator==(const CrossLinePlan &other) const {
-    return hasHorizontal == other.hasHorizontal && hasVertical == other.hasVertical &&
-           horizontal == other.horizontal && vertical == other.vertical && leftBox == other.leftBox &&
-           leftText == other.leftText && rightBox == other.rightBox && rightText == other.rightText;
+QRect CrossLinePlan::roomOf(const QLine &line) {
+    return QRect(line.p1(), line.p2()).normalized().adjusted(-1, -1, 1, 1);
+}
+
+QRegion CrossLinePlan::changeFrom(const CrossLinePlan &before) const {
+    QRegion touched;
+    addChange(touched, before.hasHorizontal, before.horizontal, hasHorizontal, horizontal);
+    addChange(touched, before.hasVertical, before.vertical, hasVertical, vertical);
+    if (leftBox != before.leftBox || leftText != before.leftText) {
+        touched |= QRegion(before.leftBox) | leftBox;
+    }
+    if (rightBox != before.rightBox || rightText != before.rightText) {
+        touched |= QRegion(before.rightBox) | rightBox;
+    }
+    return touched;
 }
 
 CrossLinePlan planCrossLine(const CrossLineInput &input) {

@@ -25,6 +25,9 @@ struct CrossLineInput {
     bool withPercent = false; ///< the value lies in a band that has percentages
     double base = 0.0; ///< of the percentage; zero, or the unset value, makes it invalid
     QString invalid; ///< text of what is no number
+
+    bool operator==(const CrossLineInput &other) const;
+    bool operator!=(const CrossLineInput &other) const { return !(*this == other); }
 };
 
 /// The cross line as it is drawn; a box that is null is not.
@@ -38,10 +41,12 @@ struct CrossLinePlan {
     QRect rightBox;
     QString rightText;
 
-    /// All pixels that it touches, at any device pixel ratio.
-    QRegion region() const;
-    bool operator==(const CrossLinePlan &other) const;
-    bool operator!=(const CrossLinePlan &other) const { return !(*this == other); }
+    /// All pixels that change on the screen when this one takes the place of another, at any device pixel ratio.
+    QRegion changeFrom(const CrossLinePlan &before) const;
+    /// All pixels that it touches.
+    QRegion region() const { return changeFrom({}); }
+    /// The pixels of a line of one pixel, which lie on both sides of it where a pixel is several device pixels.
+    static QRect roomOf(const QLine &line);
 };
 
 CrossLinePlan planCrossLine(const CrossLineInput &input);

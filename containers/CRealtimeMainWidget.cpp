@@ -68,6 +68,11 @@ void CRealtimeMainWidget::createUi() {
     mWidgetList = new GZ::CDragWidgetList(Qt::Vertical, this);
     mWidgetList->setMargin(0);
     mMainWidget = new CRealtimeWidget(mNextWidgetId++, mUiParam, EIndexDisplayType::Main, mViewType, this);
+    connect(mMainWidget, &CRealtimeWidget::pointCountChanged, this, [this] {
+        for (CRealtimeWidget *pane : qAsConst(mSubWidgets)) {
+            pane->repaintChanged();
+        }
+    });
     addMainFormulas();
     mWidgetList->addStretchWidget(mMainWidget, kMainStretch, GZ::CWidgetList::eAnchorBoth, false);
     layout->addWidget(mWidgetList, 1);

@@ -158,7 +158,13 @@ public:
     void destorySubWidget();
     bool handleEvent(int event, int sub, int param, QString text, void *data) override;
 
+signals:
+    /// The view has another number of points: the newest points of its other panes lie elsewhere.
+    void pointCountChanged();
+
 public slots:
+    /// Repaints what of the graphs and the cross line has changed, and nothing else.
+    void repaintChanged();
     /// Decides about a request that was held back: runs it, or shows the run button.
     void slotDisplayTimeOut();
 
@@ -205,7 +211,6 @@ private:
     int columnAtCrossIndex(int position) const;
     int rowAtCrossIndex(int position) const;
     int titleHeight() const;
-    void repaintChanged();
 
     void handleButton(int button, int param);
     void selectGraph(int id);
@@ -224,6 +229,7 @@ private:
     int mId;
     QMap<CRealtimeGraphWidget *, int> mGraphIds; ///< without the older days that a sub pane was made with
     int mLastGraphId = 0;
+    int mShownPoints = 0; ///< number of points of the view at the last repaint of what had changed
     QString mPreIndex;
     CRealtimeGraphWidget *mCurrentGraph = nullptr; ///< null stands for the main graph
     corvane::ERunMode mPendingRunMode = corvane::ERunMode::Ordinary; ///< of a request held back

@@ -13,6 +13,8 @@
 #include "host/toolkit/CWidgetList.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <utility>
+
 namespace TC {
 
 namespace {
@@ -295,13 +297,15 @@ void CRealtimeWidget::refreshTitle(const void *sender) {
     mTitleWidget->updateView();
 }
 
-/// Repaints what of the graphs and the cross line has changed, and nothing else.
 void CRealtimeWidget::repaintChanged() {
     for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
         graph->updateChanged();
     }
     if (mCrossLineWidget) {
         mCrossLineWidget->refresh();
+    }
+    if (std::exchange(mShownPoints, mUiParam->mDataCount) != mUiParam->mDataCount) {
+        emit pointCountChanged();
     }
 }
 

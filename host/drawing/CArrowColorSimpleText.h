@@ -32,7 +32,11 @@ public:
     int width() const;
     /// Draws the line centred over the height of a rectangle, from its left edge. Where it does not fit, an ellipsis
     /// stands for the rest; of the runs, only the first is ever cut in two. Answers whether all of it was drawn.
-    bool draw(QPainter &painter, const QRect &rect) const;
+    bool draw(QPainter &painter, const QRect &rect) const { return draw(painter, rect, rect); }
+    /// The same, without the runs that lie outside of `dirty`.
+    bool draw(QPainter &painter, const QRect &rect, const QRect &dirty) const;
+    /// Where drawing this line into a rectangle in which another is drawn changes anything.
+    QRect changeFrom(const CArrowColorSimpleText &before, const QRect &rect) const;
 
     bool operator==(const CArrowColorSimpleText &other) const {
         return mFontKey == other.mFontKey && mRuns == other.mRuns;
@@ -44,12 +48,17 @@ private:
         QString text;
         QColor color;
         EArrow arrow;
+        int width = -1; ///< of the text in pixels; negative while it has not been measured
         bool operator==(const Run &other) const {
             return text == other.text && color == other.color && arrow == other.arrow;
         }
     };
+    /// Measures what has not been measured with the font of the theme.
+    void measure() const;
+
     QString mFontKey;
-    QVector<Run> mRuns;
+    mutable QVector<Run> mRuns; ///< their widths follow the theme
+    mutable int mGeneration = -1; ///< of the theme that the widths are of
 };
 
 } // namespace TC

@@ -10,6 +10,11 @@
 namespace TC {
 namespace {
 
+bool isNothing(const CrossLinePlan &plan) {
+    return !plan.hasHorizontal && !plan.hasVertical && plan.leftBox.isNull() && plan.rightBox.isNull() &&
+           plan.leftText.isEmpty() && plan.rightText.isEmpty();
+}
+
 CrossLineInput mouseInput() {
     CrossLineInput input;
     input.size = QSize(600, 300);
@@ -61,10 +66,10 @@ TEST(CrossLinePlan, WithoutARowThereIsOnlyTheVerticalLine) {
 TEST(CrossLinePlan, NothingWithoutAnIndexOrWhenNotShown) {
     CrossLineInput input = mouseInput();
     input.index = -1;
-    EXPECT_EQ(planCrossLine(input), CrossLinePlan());
+    EXPECT_TRUE(isNothing(planCrossLine(input)));
     input.index = 0;
     input.shown = false;
-    EXPECT_EQ(planCrossLine(input), CrossLinePlan());
+    EXPECT_TRUE(isNothing(planCrossLine(input)));
     EXPECT_TRUE(planCrossLine(input).region().isEmpty());
 }
 
@@ -111,6 +116,30 @@ TEST(CrossLinePlan, RegionHoldsLinesAndBoxesAndLittleElse) {
     for (const QPoint &outside : {QPoint(300, 82), QPoint(300, 78), QPoint(148, 200), QPoint(152, 200)}) {
         EXPECT_FALSE(region.contains(outside)) << outside.x() << ' ' << outside.y();
     }
+}
+
+TEST(CrossLinePlan, ChangeAlongTheRowIsThatOfTheColumnsAlone) {
+    CrossLineInput input = mouseInput();
+    const CrossLinePlan before = planCrossLine(input);
+    input.x += 40;
+    const QRegion change = planCrossLine(input).changeFrom(before);
+    EXPECT_TRUE(change.contains(QPoint(150, 200)));
+    EXPECT_TRUE(change.contains(QPoint(190, 200)));
+    for (const QPoint &kept : {QPoint(300, 80), QPoint(0, 60), QPoint(599, 60), QPoint(170, 200)}) {
+        EXPECT_FALSE(change.contains(kept)) << kept.x() << ' ' << kept.y();
+    }
+}
+
+TEST(CrossLinePlan, ChangeOfAValueIsThatOfItsBox) {
+    CrossLineInput input = mouseInput();
+    const CrossLinePlan before = planCrossLine(input);
+    EXPECT_TRUE(before.changeFrom(before).isEmpty());
+    input.base *= 2.0;
+    EXPECT_EQ(planCrossLine(input).changeFrom(before), QRegion(before.rightBox));
+    input = mouseInput();
+    input.y = -1;
+    EXPECT_EQ(planCrossLine(input).changeFrom(before),
+              QRegion(CrossLinePlan::roomOf(before.horizontal)) | before.leftBox | before.rightBox);
 }
 
 TEST(GraphShowTick, LargeValuesKeepAtLeastTwoDecimals) {

@@ -2,6 +2,7 @@
 
 #include "tests/containers/MainWidgetFixture.h"
 
+#include <algorithm>
 #include <random>
 
 using namespace TC;
@@ -306,6 +307,49 @@ TEST_F(MainWidgetCursor, MouseMoveRepaintsTheOldAndNewLinesAndBoxesAndDrawsNothi
     }
     EXPECT_TRUE(mHost.mLog.of("CEnhanceDrawManager").size() <= 4) << "one repaint of the graph a move";
     EXPECT_EQ(corner.x(), 50);
+}
+
+TEST_F(MainWidgetCursor, MouseMoveChangesNoPictureOfAGraph) {
+    showView(2);
+    mMain->scaleView(false);
+    fill();
+    mUi->mCrossShown = true;
+    QList<CRealtimeGraphWidget *> graphs = graph(pane())->window()->findChildren<CRealtimeGraphWidget *>();
+    ASSERT_EQ(graphs.size(), 6);
+    for (CRealtimeGraphWidget *one : graphs) {
+        one->getData()->takeDirtyRect();
+    }
+    for (const QPoint &to : {QPoint(40, 60), QPoint(340, 160), QPoint(341, 161), QPoint(0, 0)}) {
+        moveTo(graph(pane()), to);
+        settle();
+        for (CRealtimeGraphWidget *one : graphs) {
+            EXPECT_TRUE(one->getData()->takeDirtyRect().isNull());
+        }
+    }
+    graphs[0]->getData()->redraw();
+    EXPECT_FALSE(graphs[0]->getData()->takeDirtyRect().isNull()) << "a drawing would have been seen";
+}
+
+TEST_F(MainWidgetCursor, MoveInTheSamePlaceRepaintsNothing) {
+    showView(1);
+    fill();
+    mUi->mCrossShown = true;
+    moveTo(graph(pane()), {300, 100});
+    settle();
+    const QList<QWidget *> widgets = mKeeper->findChildren<QWidget *>();
+    std::vector<std::unique_ptr<tests::PaintWatch>> watches;
+    for (QWidget *widget : widgets) {
+        watches.push_back(std::make_unique<tests::PaintWatch>(widget));
+    }
+    moveTo(graph(pane()), {300, 100});
+    settle();
+    for (std::size_t i = 0; i < watches.size(); ++i) {
+        EXPECT_TRUE(watches[i]->mRegions.isEmpty()) << qPrintable(widgets[static_cast<int>(i)]->objectName());
+    }
+    moveTo(graph(pane()), {300, 140});
+    settle();
+    EXPECT_TRUE(std::any_of(watches.begin(), watches.end(),
+                            [](const auto &watch) { return !watch->mRegions.isEmpty(); }));
 }
 
 TEST_F(MainWidgetCursor, MouseMoveAsksTheHostForNothing) {

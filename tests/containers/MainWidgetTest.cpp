@@ -365,6 +365,22 @@ TEST_F(MainWidget, HostHearsNothingOfViewsThatOnlyChangeTheirLook) {
     EXPECT_TRUE(takeEvents().empty());
 }
 
+TEST_F(MainWidget, NewMinuteOfTheMainPaneShowsTheNewestPointOfAFormulaPaneThatIsAhead) {
+    showView(1);
+    mMain->request(false);
+    answer("REALTIME", {10.0});
+    answer("KDJ", {kUnsetValue, 9.0}); // a lone dot, at the second minute
+    settle();
+    stream("REALTIME", 571, 10.0);
+    settle();
+    const QImage walked = tests::onScreen(*mKeeper);
+    for (QWidget *widget : mKeeper->findChildren<QWidget *>()) {
+        widget->update();
+    }
+    settle();
+    EXPECT_EQ(walked, tests::onScreen(*mKeeper));
+}
+
 TEST_F(MainWidget, DrawingsAreThoseOfTheMainPane) {
     showView(1);
     mMain->setGraphType(EVmGraphType::HorizontalLine);

@@ -158,6 +158,57 @@ TEST_F(CArrowColorSimpleTextTest, NumberIsNeverCutInTwo) {
     }
 }
 
+TEST_F(CArrowColorSimpleTextTest, RepaintingTheChangeGivesTheWholeLine) {
+    const auto line = [](const QStringList &texts, CArrowColorSimpleText::EArrow arrow) {
+        CArrowColorSimpleText text(kFont);
+        for (const QString &one : texts) {
+            text.append(one, one.startsWith('-') ? Qt::green : Qt::white, arrow);
+        }
+        return text;
+    };
+    const QString name = QStringLiteral("浦发银行");
+    const std::vector<CArrowColorSimpleText> lines = {
+        line({name, "10.00", "+1.00%"}, CArrowColorSimpleText::eArrowNone),
+        line({name, "10.00", "-1.00%"}, CArrowColorSimpleText::eArrowNone),
+        line({name, "9.99", "-1.00%", "V:5"}, CArrowColorSimpleText::eArrowNone),
+        line({name, "9.99", "-1.00%", "V:5"}, CArrowColorSimpleText::eArrowUp),
+        line({name}, CArrowColorSimpleText::eArrowUp),
+        line({}, CArrowColorSimpleText::eArrowNone),
+        line({"MMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMM", "1"}, CArrowColorSimpleText::eArrowNone),
+    };
+    const QRect rect(6, 0, 260, 16);
+    const auto paint = [&rect](QImage &image, const CArrowColorSimpleText &text, const QRect &dirty) {
+        QPainter painter(&image);
+        painter.setClipRect(dirty);
+        painter.fillRect(dirty, Qt::black);
+        text.draw(painter, rect, dirty);
+    };
+    for (const CArrowColorSimpleText &before : lines) {
+        for (const CArrowColorSimpleText &now : lines) {
+            QImage walked(280, 16, QImage::Format_RGB32);
+            walked.fill(Qt::black);
+            QImage whole = walked;
+            paint(walked, before, walked.rect());
+            paint(walked, now, now.changeFrom(before, rect));
+            paint(whole, now, whole.rect());
+            EXPECT_EQ(walked, whole) << before.text().toStdString() << " -> " << now.text().toStdString();
+        }
+    }
+}
+
+TEST_F(CArrowColorSimpleTextTest, ChangeBeginsAtTheFirstRunThatDiffers) {
+    mText.append(QStringLiteral("MM"), Qt::white);
+    mText.append(QStringLiteral("10.00"), Qt::white);
+    CArrowColorSimpleText other(kFont);
+    other.append(QStringLiteral("MM"), Qt::white);
+    other.append(QStringLiteral("10.01"), Qt::white);
+    const QRect change = other.changeFrom(mText, QRect(0, 0, 400, 16));
+    EXPECT_GT(change.left(), widthOf("MM"));
+    EXPECT_LE(change.left(), widthOf("MM") + 8);
+    EXPECT_LT(change.right(), widthOf("MM10.00") + 20);
+    EXPECT_TRUE(mText.changeFrom(mText, QRect(0, 0, 400, 16)).width() <= 8) << "the room behind the line";
+}
+
 TEST_F(CArrowColorSimpleTextTest, NothingIsDrawnWhollyOnNoRoom) {
     bool all = false;
     drawn(10, &all);

@@ -43,7 +43,7 @@ CArrowColorSimpleText::CArrowColorSimpleText(QString fontKey) : mFontKey(std::mo
 
 void CArrowColorSimpleText::append(const QString &text, const QColor &color, EArrow arrow) {
     if (!text.isEmpty()) {
-        mRuns.append({text, color, arrow});
+        mRuns.append({text, color, arrow, -1});
     }
 }
 
@@ -63,39 +63,68 @@ QString CArrowColorSimpleText::text() const {
     return texts.join(QLatin1Char(' '));
 }
 
+void CArrowColorSimpleText::measure() const {
+    const GZ::CUiResource &theme = GZ::CUiResource::instance();
+    const bool anew = mGeneration != theme.generation();
+    const auto isDue = [anew](const Run &run) { return anew || run.width < 0; };
+    if (std::any_of(mRuns.cbegin(), mRuns.cend(), isDue)) {
+        const QFontMetrics metrics(theme.getFont(mFontKey));
+        for (Run &run : mRuns) {
+            run.width = isDue(run) ? metrics.horizontalAdvance(run.text) : run.width;
+        }
+    }
+    mGeneration = theme.generation();
+}
+
 int CArrowColorSimpleText::width() const {
-    const QFontMetrics metrics(GZ::CUiResource::instance().getFont(mFontKey));
+    measure();
     int width = 0;
-    for (const Run &run : mRuns) {
-        width += (width > 0 ? kGap : 0) + metrics.horizontalAdvance(run.text) + arrowRoom(run.arrow);
+    for (const Run &run : qAsConst(mRuns)) {
+        width += (width > 0 ? kGap : 0) + run.width + arrowRoom(run.arrow);
     }
     return width;
 }
 
-bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect) const {
+QRect CArrowColorSimpleText::changeFrom(const CArrowColorSimpleText &before, const QRect &rect) const {
+    const int width = std::max(this->width(), before.width());
+    if (mFontKey != before.mFontKey || width > rect.width()) {
+        return rect; // with an ellipsis, in one of them
+    }
+    int x = 0;
+    const QVector<Run> &runs = mRuns;
+    const QVector<Run> &former = before.mRuns;
+    for (int i = 0; i < std::min(runs.size(), former.size()) && runs[i] == former[i]; ++i) {
+        x += runs[i].width + arrowRoom(runs[i].arrow) + kGap;
+    }
+    return rect &
+           QRect(rect.left() + x, rect.top(), width - x, rect.height()).adjusted(-kGap / 2, 0, kGap / 2, 0);
+}
+
+bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect, const QRect &dirty) const {
     painter.setFont(GZ::CUiResource::instance().getFont(mFontKey));
-    const QFontMetrics metrics = painter.fontMetrics();
-    const int ellipsis = metrics.horizontalAdvance(kEllipsis);
     const bool whole = width() <= rect.width();
+    const int ellipsis = whole ? 0 : painter.fontMetrics().horizontalAdvance(kEllipsis);
     int x = rect.left();
     for (int i = 0; i < mRuns.size(); ++i) {
-        const Run &run = mRuns[i];
+        const Run &run = qAsConst(mRuns)[i];
         const int room = rect.right() + 1 - x;
-        const int wanted = metrics.horizontalAdvance(run.text);
-        const int taken = wanted + arrowRoom(run.arrow);
+        const int taken = run.width + arrowRoom(run.arrow);
         painter.setPen(run.color);
         if (taken + (whole || i + 1 == mRuns.size() ? 0 : kGap + ellipsis) > room) {
             // A name may be cut; a number that is cut is another number.
             const QString cut =
-                i == 0 ? metrics.elidedText(run.text + kEllipsis, Qt::ElideRight, room) : kEllipsis;
+                i == 0 ? painter.fontMetrics().elidedText(run.text + kEllipsis, Qt::ElideRight, room)
+                       : kEllipsis;
             painter.drawText(QRect(x, rect.top(), std::max(room, 0), rect.height()),
                              Qt::AlignLeft | Qt::AlignVCenter, cut);
             return false;
         }
-        painter.drawText(QRect(x, rect.top(), wanted, rect.height()), Qt::AlignLeft | Qt::AlignVCenter,
-                         run.text);
-        if (run.arrow != eArrowNone) {
-            drawArrow(painter, x + wanted + kArrowGap, rect.center().y() + 1, run.arrow);
+        const QRect box(x, rect.top(), run.width, rect.height());
+        if (dirty.intersects(box.adjusted(-kGap / 2, 0, arrowRoom(run.arrow) + kGap / 2, 0))) {
+            painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, run.text);
+            if (run.arrow != eArrowNone) {
+                drawArrow(painter, x + run.width + kArrowGap, rect.center().y() + 1, run.arrow);
+            }
         }
         x += taken + kGap;
     }

@@ -4,6 +4,7 @@
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QHelpEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
 
@@ -149,8 +150,8 @@ void CIndexTitleWidget::updateView() {
     CArrowColorSimpleText title(QStringLiteral("fnt_index_title_text"));
     readTitle(title);
     if (title != mText) {
+        update(title.changeFrom(mText, textRect()));
         mText = title;
-        update();
     }
 }
 
@@ -207,13 +208,13 @@ void CIndexTitleWidget::onUiResourceChanged() {
     CBaseWidget::onUiResourceChanged();
 }
 
-void CIndexTitleWidget::paintEvent(QPaintEvent *) {
+void CIndexTitleWidget::paintEvent(QPaintEvent *event) {
     const auto color = [](const char *key) { return GZ::CUiResource::instance().getColor(QLatin1String(key)); };
     QPainter painter(this);
-    painter.fillRect(rect(), color(mShowBg    ? "ic_clr_index_title_selected_bg"
-                                   : mConcise ? "ic_clr_realtime_graph_bg"
-                                              : "ic_clr_index_title_bg"));
-    mText.draw(painter, textRect());
+    painter.fillRect(event->rect(), color(mShowBg    ? "ic_clr_index_title_selected_bg"
+                                          : mConcise ? "ic_clr_realtime_graph_bg"
+                                                     : "ic_clr_index_title_bg"));
+    mText.draw(painter, textRect(), event->rect());
 }
 
 void CIndexTitleWidget::resizeEvent(QResizeEvent *event) {
