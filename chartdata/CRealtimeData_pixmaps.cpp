@@ -467,7 +467,8 @@ QRect CRealtimeData::takeDirtyRect() {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     const QRect before = mTailOnScreen;
     const int damage = mDamage;
-    const bool recounted = std::exchange(mTailCount, mUiParam->mDataCount) != mUiParam->mDataCount;
+    const int count = mUiParam->dataCount();
+    const bool recounted = std::exchange(mTailCount, count) != count;
     mTailOnScreen = tailRect();
     mDamage = 0;
     if (damage & ~ePointChanged) {

@@ -304,7 +304,8 @@ void CRealtimeWidget::repaintChanged() {
     if (mCrossLineWidget) {
         mCrossLineWidget->refresh();
     }
-    if (std::exchange(mShownPoints, mUiParam->mDataCount) != mUiParam->mDataCount) {
+    const int points = mUiParam->dataCount();
+    if (std::exchange(mShownPoints, points) != points) {
         emit pointCountChanged();
     }
 }
