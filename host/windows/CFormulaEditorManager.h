@@ -17,8 +17,9 @@ public:
         std::function<void(const QString &name, EFormulaLanguage language, corvane::ERunMode mode)>;
 
     /// Shows the editor of a formula, the one that is open already if there is one; with an empty name that of a new
-    /// formula. `kind` is carried unchanged. The window closes by itself with its parent; answers it.
-    static QWidget *createWindow(const QString &name, int kind, QWidget *parent);
+    /// formula. `kind` is carried unchanged. A line, counted from 1, is marked, and the cursor put into it. The window
+    /// closes by itself with its parent; answers it.
+    static QWidget *createWindow(const QString &name, int kind, QWidget *parent, int line = 0);
 
     /// Called when the user applies a formula, with the run mode chosen, after its text was kept. One function for
     /// all windows, installed by the host.

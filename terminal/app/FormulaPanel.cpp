@@ -134,6 +134,7 @@ void FormulaPanel::showMenu(const QPoint &at) {
         return;
     }
     QMenu menu(this);
+    menu.setPalette(palette()); // a menu is a window, and takes none of its own accord
     menu.addAction(tr("显示"), this, [this, formula] { emit asked(formula); });
     menu.addAction(tr("修改指标参数"), this, [this, formula] { emit parametersAsked(formula); });
     menu.addAction(tr("编辑指标"), this, [this, formula] { emit editAsked(formula); });

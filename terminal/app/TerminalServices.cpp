@@ -16,6 +16,7 @@ namespace terminal {
 namespace {
 
 constexpr qint64 kHour = 3600 * 1000LL;
+constexpr int kFormulaWorkers = 3; ///< one formula that takes its time leaves the others going
 constexpr qint64 kShareDay =
     5 * kHour + kHour / 2 + 5 * 60 * 1000LL; ///< opening auction to the close, noon included
 
@@ -146,10 +147,9 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         [this](const TC::CFormulaParam &param) { return mCatalogue.fileOf(param); },
         [this](const TC::CFormulaParam &param) { return hostFormulaInputs(param, *mStore.catalogue()); },
         mMessages.sink());
-    mFormulas =
-        std::make_unique<FormulaService>(*mFeed, maker, requestDayOf, [this](const QString &key, int day) {
-            return dayPositions(mStore, key, day);
-        });
+    mFormulas = std::make_unique<FormulaService>(
+        *mFeed, maker, requestDayOf,
+        [this](const QString &key, int day) { return dayPositions(mStore, key, day); }, kFormulaWorkers);
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
     mReplay = std::make_unique<ReplayService>(*mFeed, maker, requestDayOf);

@@ -73,6 +73,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
 }
 
 TerminalWindow::~TerminalWindow() {
+    mServices.formulas().setDownloadListener({});
     TC::CModifyModelParamDialog::setChangedFunction({});
     TC::CFormulaEditorManager::setApplyFunction({});
 }
@@ -127,6 +128,7 @@ void TerminalWindow::buildControls(QWidget *row) {
     setPace(mServices.clock().pace());
     mTheme = button({}, "theme");
     mImport = button(tr("导入…"), "import");
+    mDownload = button(tr("下载数据"), "download");
     layout->addStretch(1);
 }
 
@@ -150,6 +152,9 @@ void TerminalWindow::connectControls() {
         setThemeName(dark ? QStringLiteral("light") : QStringLiteral("dark"));
     });
     connect(mImport, &QPushButton::clicked, this, [this] { openImport(); });
+    connect(mDownload, &QPushButton::clicked, this, &TerminalWindow::downloadHistory);
+    mServices.formulas().setDownloadListener(
+        [this](const QString &key, int done, int total) { onDownloaded(key, done, total); });
 }
 
 void TerminalWindow::buildStatus(QWidget *row) {

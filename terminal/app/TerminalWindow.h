@@ -29,7 +29,8 @@ class MessagePanel;
 ///
 /// Typing anywhere opens the smart keyboard. The arrows, Home and End walk the cross line, up and down show fewer and
 /// more days, Escape takes the cross line away. Page up and page down go to the trading day before and after, space
-/// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+T changes the theme, Ctrl+I shows the formulas.
+/// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+D downloads history, Ctrl+T changes the theme,
+/// Ctrl+I shows the formulas, Ctrl+H the variables of the selected formula pane at the cross line.
 class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -57,6 +58,12 @@ public:
     FormulaPanel *formulas() const { return mFormulas; }
     QComboBox *days() const { return mDays; }
     MessagePanel *messages() const { return mMessages; }
+    /// Downloads what is missing of the day shown, and the twenty trading days in front of those that are stored; stops
+    /// a download that is under way. The status line tells its progress.
+    void downloadHistory();
+    /// Shows the variables of the selected formula pane at the cross line, hidden ones too; without a cross line those
+    /// of the newest point.
+    void showVariables();
     /// Opens the smart keyboard for another instrument or a formula, with a first text.
     void openSmartKeyboard(const QString &text = {});
     QString status() const;
@@ -79,7 +86,8 @@ private:
     void shiftDay(int days);
     void onImported(const QString &key, const QDate &day, const QString &text);
     void takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type);
-    void editFormula(const QString &formula);
+    void editFormula(const QString &formula, int line = 0);
+    void onDownloaded(const QString &key, int done, int total);
     void askParameters(const QString &formula);
     bool handleCommandKey(int key);
     bool handleCursorKey(int key);
@@ -101,12 +109,14 @@ private:
     QComboBox *mPace = nullptr;
     QPushButton *mTheme = nullptr;
     QPushButton *mImport = nullptr;
+    QPushButton *mDownload = nullptr;
     QLabel *mStatus = nullptr;
     QLabel *mClock = nullptr;
     QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
     int mMessagesTold = 0;
+    int mDaysDownloaded = 0; ///< since the downloads under way began
     bool mErrorShown = false;
 };
 

@@ -1,5 +1,7 @@
 #include "containers/CRealtimeMainWidget.h"
+#include "host/services/CFormulaManager.h"
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/CStockManager.h"
 #include "host/windows/CFormulaEditorManager.h"
 #include "host/windows/CModifyModelParamDialog.h"
 #include "host/windows/CSmartKeyboardDialog.h"
@@ -7,12 +9,37 @@
 #include "terminal/app/FormulaPanel.h"
 #include "terminal/app/MessagePanel.h"
 #include "terminal/app/TerminalWindow.h"
+#include "terminal/market/MarketDate.h"
+#include "viewmodel/CRealtimeUiParam.h"
 
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
 
 namespace terminal {
+namespace {
+
+constexpr int kDaysOfDownload = 20;
+constexpr qint64 kMinutePeriod = 60000; ///< milliseconds
+constexpr int kMinuteHistory = 3001; ///< kind of data
+
+/// The trading days in front of one.
+TC::CHistoryDataParam daysBefore(const TC::CInstrumentDetailPtr &detail, int day) {
+    TC::CStockManager &stocks = TC::CSingletonT<TC::CStockManager>::instance();
+    const QString market = TC::getDetailQsMarket(detail);
+    int first = stocks.getShiftTradeDate(market, day, -kDaysOfDownload);
+    int last = stocks.getShiftTradeDate(market, day, -1);
+    TC::CHistoryDataParam param;
+    param.mMarkets.append(market);
+    param.mCodes.append(TC::getDetailQsCode(detail));
+    param.mPeriod = kMinutePeriod;
+    param.mKind = kMinuteHistory;
+    param.mStart = stocks.getStartEndTime(detail, first).first;
+    param.mEnd = stocks.getStartEndTime(detail, last).second;
+    return param;
+}
+
+} // namespace
 
 void TerminalWindow::openSmartKeyboard(const QString &text) {
     TC::CSmartKeyboardDialog *keyboard = TC::CSmartKeyboardDialog::instance();
@@ -56,7 +83,8 @@ void TerminalWindow::connectFormulas() {
     connect(mFormulas, &FormulaPanel::asked, this,
             [this](const QString &formula) { mView->main()->handleDoubleClickedFormula(formula); });
     connect(mFormulas, &FormulaPanel::parametersAsked, this, &TerminalWindow::askParameters);
-    connect(mFormulas, &FormulaPanel::editAsked, this, &TerminalWindow::editFormula);
+    connect(mFormulas, &FormulaPanel::editAsked, this,
+            [this](const QString &formula) { editFormula(formula); });
     connect(mMessages, &MessagePanel::formulaChosen, this, &TerminalWindow::editFormula);
     TC::CModifyModelParamDialog::setChangedFunction([this](const QString &formula) {
         mServices.historyCache().clear();
@@ -72,13 +100,64 @@ void TerminalWindow::connectFormulas() {
         });
 }
 
-/// Opens the editor of a formula, or of a new one; an unknown name, as that of a script model, has none.
-void TerminalWindow::editFormula(const QString &formula) {
-    const TC::CFormulaDetailPtr detail =
-        TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
-    if (detail || formula.isEmpty()) {
-        TC::CFormulaEditorManager::createWindow(formula, detail ? detail->mType : 0, this);
+/// Opens the editor of a formula, also of a file that is too faulty to be one, or of a new one; what has no text, as a
+/// script model, has none.
+void TerminalWindow::editFormula(const QString &formula, int line) {
+    TC::CFormulaOperateManager &catalogue = TC::CSingletonT<TC::CFormulaOperateManager>::instance();
+    if (formula.isEmpty() || !catalogue.source(formula).mText.isEmpty()) {
+        const TC::CFormulaDetailPtr detail = catalogue.getFormula(formula);
+        TC::CFormulaEditorManager::createWindow(formula, detail ? detail->mType : 0, this, line);
+    } else if (catalogue.getFormula(formula)) {
+        say(tr("%1 是脚本模型，请编辑文件夹 %2 中的 %1.py").arg(formula, catalogue.pythonDir()));
     }
+}
+
+void TerminalWindow::downloadHistory() {
+    if (mServices.formulas().downloadsUnderWay() > 0) {
+        mServices.formulas().stopDownloads();
+        return;
+    }
+    const TC::CInstrumentDetailPtr detail = mServices.detailOf(mView->instrument());
+    if (!detail) {
+        say(tr("%1 由成分计算，请下载其成分的数据").arg(mServices.nameOf(mView->instrument())), true);
+        return;
+    }
+    mDaysDownloaded = 0;
+    mView->main()->downloadData();
+    const QVector<QDate> known = mServices.daysOf(mView->instrument());
+    if (!known.isEmpty()) {
+        TC::CHistoryDataParam earlier = daysBefore(detail, dayOf(known.last()));
+        mServices.formulas().suppleDataFromServer(QStringLiteral("earlier"), earlier, {});
+    }
+    mDownload->setText(tr("停止下载"));
+    say(tr("开始下载 %1").arg(mView->instrument()));
+}
+
+void TerminalWindow::onDownloaded(const QString &key, int done, int total) {
+    const bool failed = done == -1;
+    mDaysDownloaded += !failed && done < total ? 1 : 0;
+    if (mServices.formulas().downloadsUnderWay() > 0) {
+        if (total > 1) {
+            say(tr("下载 %1：%2/%3").arg(key).arg(done).arg(total));
+        }
+        return;
+    }
+    mDownload->setText(tr("下载数据"));
+    refreshDays();
+    if (failed) {
+        say(tr("%1 的下载没有完成，已下载 %2 个交易日").arg(key).arg(mDaysDownloaded), true);
+    } else if (mDaysDownloaded > 0) {
+        say(tr("%1 下载完成，新增 %2 个交易日").arg(key).arg(mDaysDownloaded));
+    } else {
+        say(tr("%1 没有可下载的数据").arg(key));
+    }
+}
+
+void TerminalWindow::showVariables() {
+    if (mView->uiParam()->mCrossIndex < 0) {
+        mView->moveToEnd();
+    }
+    mView->main()->viewVariable();
 }
 
 void TerminalWindow::askParameters(const QString &formula) {
@@ -91,6 +170,12 @@ bool TerminalWindow::handleCommandKey(int key) {
     switch (key) {
     case Qt::Key_O:
         openImport();
+        return true;
+    case Qt::Key_D:
+        downloadHistory();
+        return true;
+    case Qt::Key_H:
+        showVariables();
         return true;
     case Qt::Key_T:
         mTheme->click();

@@ -105,6 +105,7 @@ void FormulaCatalogue::readScripts() {
             tell({record->mName, 0, QCoreApplication::translate("FormulaCatalogue", "模型与指标同名，未使用")});
         } else {
             mScripts.insert(name, record);
+            mScriptRecords.insert(name, keptRecord(*record));
         }
     }
 }
@@ -159,6 +160,19 @@ TC::CFormulaDetailPtr FormulaCatalogue::makeRecord(const Formula &formula) const
     return record;
 }
 
+TC::CFormulaDetailPtr FormulaCatalogue::keptRecord(const TC::CFormulaDetail &script) const {
+    const auto record = boost::make_shared<TC::CFormulaDetail>(script);
+    const QJsonObject kept =
+        mConfig.section(QStringLiteral("formulas")).value(script.mName.toUpper()).toObject();
+    for (int i = 0; i < script.mParamNames.size(); ++i) {
+        record->mParamValues[i] = kept.value(script.mParamNames[i]).toDouble(script.mParamValues[i]);
+    }
+    for (int i = 0; i < script.mStrParamNames.size(); ++i) {
+        record->mStrParamValues[i] = kept.value(script.mStrParamNames[i]).toString(script.mStrParamValues[i]);
+    }
+    return record;
+}
+
 void FormulaCatalogue::buildTree() {
     const auto root = boost::make_shared<Node>();
     for (const QString &name : qAsConst(mOrder)) {
@@ -195,7 +209,7 @@ TC::CFormulaDetailPtr FormulaCatalogue::getFormula(const QString &name) {
         return formula->record;
     }
     std::lock_guard<std::mutex> hold(mLock);
-    return mScripts.value(name.toUpper());
+    return mScriptRecords.value(name.toUpper());
 }
 
 TC::CFormulaCatalogDetailPtr FormulaCatalogue::getRootCatalog() {

@@ -76,6 +76,11 @@ private:
                                          bool isUserMade) const;
     TC::CFormulaDetailPtr makeRecord(const Formula &formula) const;
     void renewRecord(const QString &upperName);
+    /// The record of a script model with the values that were kept.
+    TC::CFormulaDetailPtr keptRecord(const TC::CFormulaDetail &script) const;
+    TC::CFormulaDetailPtr script(const QString &name) const;
+    TC::CFormulaParameters scriptParameters(const QString &name) const;
+    QString setScriptParameters(const QString &name, const TC::CFormulaParameters &parameters);
     FormulaPtr find(const QString &name) const;
     QString fileToSave(const QString &name) const;
     void buildTree();
@@ -91,7 +96,8 @@ private:
     Formulas mBuiltin;
     Formulas mUser;
     QMap<QString, FormulaFile> mFaulty; ///< user's files that stand aside, by the upper-case name of the file
-    QMap<QString, TC::CFormulaDetailPtr> mScripts; ///< script models by name
+    QMap<QString, TC::CFormulaDetailPtr> mScripts; ///< script models by name, as their files are
+    QMap<QString, TC::CFormulaDetailPtr> mScriptRecords; ///< with the values of their parameters
     QStringList mOrder; ///< upper-case names of the built-in formulas in the order of their files
     TC::CFormulaCatalogDetailPtr mRoot;
 };

@@ -77,7 +77,7 @@ TC::CFormulaParameters FormulaCatalogue::parameters(const QString &name) {
     TC::CFormulaParameters all;
     const FormulaPtr formula = find(name);
     if (!formula) {
-        return all;
+        return scriptParameters(name);
     }
     const TC::CFormulaDetail &record = *formula->record;
     for (const FormulaParameter &parameter : formula->description.parameters) {
@@ -95,7 +95,7 @@ TC::CFormulaParameters FormulaCatalogue::parameters(const QString &name) {
 QString FormulaCatalogue::setParameters(const QString &name, const TC::CFormulaParameters &parameters) {
     const FormulaPtr formula = find(name);
     if (!formula) {
-        return tr("没有指标 %1").arg(name);
+        return setScriptParameters(name, parameters);
     }
     const QString entry = formula->description.name.toUpper();
     QJsonObject kept = mConfig.section(kSection).value(entry).toObject();
@@ -122,6 +122,60 @@ QString FormulaCatalogue::setParameters(const QString &name, const TC::CFormulaP
     mConfig.changeSection(kSection, {{entry, kept}});
     renewRecord(entry);
     changed(formula->description.name);
+    return {};
+}
+
+TC::CFormulaDetailPtr FormulaCatalogue::script(const QString &name) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mScripts.value(name.toUpper());
+}
+
+TC::CFormulaParameters FormulaCatalogue::scriptParameters(const QString &name) const {
+    TC::CFormulaParameters all;
+    if (const TC::CFormulaDetailPtr defaults = script(name)) {
+        const TC::CFormulaDetailPtr record = keptRecord(*defaults);
+        for (int i = 0; i < record->mParamNames.size(); ++i) {
+            TC::CFormulaParameter made;
+            made.mName = record->mParamNames[i];
+            made.mValue = record->mParamValues[i];
+            made.mDefault = defaults->mParamValues[i];
+            all.append(made);
+        }
+        for (int i = 0; i < record->mStrParamNames.size(); ++i) {
+            TC::CFormulaParameter made;
+            made.mName = record->mStrParamNames[i];
+            made.mIsText = true;
+            made.mStrValue = record->mStrParamValues[i];
+            made.mStrDefault = defaults->mStrParamValues[i];
+            all.append(made);
+        }
+    }
+    return all;
+}
+
+/// What a value may be, the model alone knows, and tells it when it runs.
+QString FormulaCatalogue::setScriptParameters(const QString &name, const TC::CFormulaParameters &parameters) {
+    const TC::CFormulaDetailPtr defaults = script(name);
+    if (!defaults) {
+        return tr("没有指标 %1").arg(name);
+    }
+    QJsonObject kept = mConfig.section(kSection).value(defaults->mName).toObject();
+    for (const TC::CFormulaParameter &value : parameters) {
+        const QVector<QString> &names = value.mIsText ? defaults->mStrParamNames : defaults->mParamNames;
+        if (!names.contains(value.mName)) {
+            return tr("参数 %1 的类型不符").arg(value.mName);
+        }
+        if (!value.mIsText && !std::isfinite(value.mValue)) {
+            return tr("参数 %1 的值超出范围").arg(value.mName);
+        }
+        kept.insert(value.mName, value.mIsText ? QJsonValue(value.mStrValue) : QJsonValue(value.mValue));
+    }
+    mConfig.changeSection(kSection, {{defaults->mName, kept}});
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mScriptRecords.insert(defaults->mName, keptRecord(*defaults));
+    }
+    changed(defaults->mName);
     return {};
 }
 

@@ -88,15 +88,17 @@ FormulaService::~FormulaService() {
     mDownloads.finish();
 }
 
-/// Where a request is worked on. A model may take long, so it goes where fewest wait.
+/// Where a request is worked on: where fewest wait, since a model may take long, and a faulty formula too. Equal ones
+/// take turns.
 Worker &FormulaService::workerOf(const Request &request) {
-    if (!request.isModel()) {
-        return *mWorkers[qHash(request.id) % mWorkers.size()];
+    const std::vector<std::unique_ptr<Worker>> &workers = request.isModel() ? mModelWorkers : mWorkers;
+    const size_t first = mNextWorker++;
+    Worker *idlest = workers[first % workers.size()].get();
+    for (size_t i = 1; i < workers.size(); ++i) {
+        Worker *other = workers[(first + i) % workers.size()].get();
+        idlest = other->load() < idlest->load() ? other : idlest;
     }
-    const auto idlest =
-        std::min_element(mModelWorkers.begin(), mModelWorkers.end(),
-                         [](const auto &one, const auto &other) { return one->load() < other->load(); });
-    return **idlest;
+    return *idlest;
 }
 
 void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,

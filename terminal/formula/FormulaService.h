@@ -55,8 +55,14 @@ public:
 
     /// Where downloads come from; none without it. To be called before the first download; has to outlive the service.
     void setHistorySource(HistorySource *source);
+    /// Who hears of every step of every download, with the numbers of suppleDataFromServer(); on the user-interface
+    /// thread.
+    using DownloadListener = std::function<void(const QString &key, int done, int total)>;
+    void setDownloadListener(DownloadListener listener);
     /// Stops the downloads that wait or are under way. Any thread; does not wait.
     void stopDownloads();
+    /// Downloads whose end has not been told yet.
+    int downloadsUnderWay() const { return mDownloadsUnderWay; }
 
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
                          TC::FormulaRealtimeCallback onRealtime) override;
@@ -133,6 +139,8 @@ private:
     FormulaErrorSink mOnError;
     HistorySource *mHistory = nullptr;
     std::atomic<int> mDownloadsStopped{0}; ///< counts the stops
+    std::atomic<int> mDownloadsUnderWay{0};
+    DownloadListener mOnDownload;
     const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
     mutable std::mutex mLock; ///< guards what follows
@@ -141,6 +149,7 @@ private:
     // Fixed after construction. A worker goes only when no thread posts to it any more.
     std::vector<std::unique_ptr<Worker>> mWorkers;
     std::vector<std::unique_ptr<Worker>> mModelWorkers;
+    std::atomic<size_t> mNextWorker{0};
     Worker mDownloads;
 };
 

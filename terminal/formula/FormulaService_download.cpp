@@ -46,19 +46,28 @@ void FormulaService::setHistorySource(HistorySource *source) {
     mHistory = source;
 }
 
+void FormulaService::setDownloadListener(DownloadListener listener) {
+    mOnDownload = std::move(listener);
+}
+
 void FormulaService::stopDownloads() {
     ++mDownloadsStopped;
 }
 
 void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam &param,
                                           TC::SuppleProgressCallback onProgress) {
+    ++mDownloadsUnderWay;
     // The callback never becomes the worker's: it would be released there.
     auto callback = std::make_shared<TC::SuppleProgressCallback>(std::move(onProgress));
     mDownloads.post([this, param, callback, stopped = mDownloadsStopped.load()]() mutable {
         const auto tell = [this, &callback](int done, int total, const Step &step) {
-            mQueue.post([callback, done, total, step] {
+            mQueue.post([this, callback, done, total, step] {
+                mDownloadsUnderWay -= done == -1 || done == total ? 1 : 0;
                 if (*callback) {
                     (*callback)(done, total, step.market, step.code);
+                }
+                if (mOnDownload) {
+                    mOnDownload(step.market + step.code, done, total);
                 }
             });
         };
@@ -80,7 +89,9 @@ void FormulaService::suppleDataFromServer(const QString &, TC::CHistoryDataParam
             }
             tell(i + 1, steps.size(), step);
         }
-        mQueue.post([callback = std::move(callback)] {});
+        mQueue.post([this, callback = std::move(callback), none = steps.isEmpty()] {
+            mDownloadsUnderWay -= none ? 1 : 0;
+        });
     });
 }
 

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace terminal;
 using Node = TC::CFormulaCatalogDetail;
 
@@ -220,6 +222,36 @@ TEST_F(FormulaCatalogueTest, ATextParameterIsKept) {
     all[1].mStrValue = "看这里";
     EXPECT_EQ(catalogue.setParameters("画线样式", all), "");
     EXPECT_EQ(open().getFormula("画线样式")->mStrParamValues, QVector<QString>{"看这里"});
+}
+
+TEST_F(FormulaCatalogueTest, ParametersOfAScriptModelAreChangedAndKeptToo) {
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", mFolder.path().toUtf8());
+    QDir().mkpath(FormulaCatalogue::scriptFolder());
+    QFile file(FormulaCatalogue::scriptFolder() + "/BAND.py");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("# type: 1\n# parameter N: 20\n# parameter group: \"SH600000\"\n");
+    file.close();
+    TC::CFormulaParameters all = open().parameters("band");
+    ASSERT_EQ(all.size(), 2);
+    EXPECT_EQ(all[0].mDefault, 20.0);
+    EXPECT_TRUE(all[1].mIsText);
+    all[0].mValue = 30.0;
+    all[1].mStrValue = "SZ000001";
+    const TC::CFormulaDetailPtr held = mCatalogue->getFormula("BAND");
+    EXPECT_EQ(mCatalogue->setParameters("BAND", all), "");
+    EXPECT_EQ(held->mParamValues, QVector<double>{20.0}) << "who holds a record keeps it as it is";
+    EXPECT_EQ(mCatalogue->getFormula("BAND")->mParamValues, QVector<double>{30.0});
+    FormulaCatalogue &later = open();
+    EXPECT_EQ(later.getFormula("BAND")->mParamValues, QVector<double>{30.0});
+    EXPECT_EQ(later.getFormula("BAND")->mStrParamValues, QVector<QString>{"SZ000001"});
+    EXPECT_EQ(later.parameters("BAND")[0].mValue, 30.0);
+    EXPECT_EQ(later.parameters("BAND")[0].mDefault, 20.0);
+    EXPECT_EQ(later.parameters("BAND")[1].mStrDefault, "SH600000");
+    EXPECT_NE(later.setParameters("BAND", {number("group", 1)}), "") << "it is a text";
+    EXPECT_NE(later.setParameters("BAND", {number("N", std::nan(""))}), "");
+    EXPECT_EQ(later.getFormula("BAND")->mParamValues, QVector<double>{30.0});
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
 TEST_F(FormulaCatalogueTest, ParametersThatCannotBeAreRefusedAndNothingChanges) {

@@ -122,3 +122,18 @@ TEST_F(FormulaServiceDownloadTest, TheServiceEndsInTheMiddleOfIt) {
     EXPECT_LE(mHistory.fetched().size(), 3);
     EXPECT_TRUE(mSteps.isEmpty());
 }
+
+TEST_F(FormulaServiceDownloadTest, AListenerHearsOfEveryStepAndHowManyDownloadsAreUnderWay) {
+    QStringList heard;
+    mService->setDownloadListener([&](const QString &key, int done, int total) {
+        heard << QString("%1 %2/%3 %4").arg(key).arg(done).arg(total).arg(mService->downloadsUnderWay());
+    });
+    mHistory.mBadDay = 2;
+    TC::CHistoryDataParam ofNothing;
+    EXPECT_EQ(mService->downloadsUnderWay(), 0);
+    download();
+    mService->suppleDataFromServer("suppledata", ofNothing, {});
+    EXPECT_EQ(mService->downloadsUnderWay(), 2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return mService->downloadsUnderWay() == 0; }, 10000));
+    EXPECT_EQ(heard, (QStringList{"SH600000 1/5 2", "SH600000 -1/5 1"}));
+}

@@ -1,5 +1,6 @@
 #include "host/windows/CFormulaEditorManager.h"
 
+#include "toolkit/windows/CodeEdit.h"
 #include "toolkit/windows/FormulaEditorWindow.h"
 
 #include <QList>
@@ -28,11 +29,14 @@ GZ::FormulaEditorWindow *windowOf(const QString &name) {
 
 } // namespace
 
-QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent) {
+QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent, int line) {
     GZ::FormulaEditorWindow *window = windowOf(name);
     if (!window) {
         window = new GZ::FormulaEditorWindow(name, parent);
         windows().append(window);
+    }
+    if (line > 0) {
+        window->edit()->markLine(line);
     }
     window->show();
     window->raise();
