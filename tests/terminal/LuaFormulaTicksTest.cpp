@@ -119,6 +119,19 @@ TEST_P(LuaFormulaTicksTest, EveryFunctionGivesTheSameAfterTicksAsAfterAWholeRun)
     EXPECT_TRUE(log.errors.empty()) << log.errors[0].text.toStdString();
 }
 
+TEST_P(LuaFormulaTicksTest, SeveralTicksMayComeBetweenTwoPoints) {
+    const LuaFormulaFile file = everyFunction(GetParam());
+    BarWalk walk(11);
+    const auto program = makeLuaFormula(file, {}, {});
+    for (int i = 0; i < 60; ++i) {
+        for (int ticks = 0; ticks <= i % 5; ++ticks) {
+            walk.tick();
+        }
+        const se::RPCFormulaInstantResult point = program->evaluateLast(walk.bars());
+        ASSERT_NO_FATAL_FAILURE(expectLast(makeLuaFormula(file)->evaluate(walk.bars()), point)) << i;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Lengths, LuaFormulaTicksTest, testing::Values(2, 3, 7, 20));
 
 TEST(LuaFormulaTicksTest, ARunThatReadsSingleValuesGivesTheSameAfterTicks) {

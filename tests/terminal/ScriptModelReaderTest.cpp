@@ -47,6 +47,7 @@ TEST(ScriptModelReader, WhatIsNoResultIsToldInWords) {
     EXPECT_TRUE(failureOf("[1, 2]").contains("[1, 2]"));
     EXPECT_TRUE(failureOf(R"({"lines": 3})").contains("lines"));
     EXPECT_TRUE(failureOf(R"({"line":"a","values":[1]})").contains("有 1 个值"));
+    EXPECT_TRUE(failureOf(R"({"line":"a","values":[1,2,3]})").contains("有 3 个值"));
     EXPECT_TRUE(failureOf(R"({"line":"a","values":[1,2,3]})").contains("共 2 个"));
     EXPECT_TRUE(failureOf(R"({"line":"a","values":"no"})").contains("a"));
     EXPECT_TRUE(failureOf(R"({"line":"a","values":[1,"x"]})").contains("第 2 个值"));
