@@ -1,5 +1,7 @@
 #include "tests/terminal/FormulaServiceFixture.h"
 
+#include <future>
+
 using namespace terminal;
 using namespace tests;
 
@@ -92,6 +94,28 @@ TEST_F(FormulaServiceStreamTest, MinutesThatCameWithinTheIntervalGoOutTogether) 
     EXPECT_EQ(shown.value(kOpen + 20 * kMinute), 30.0);
 }
 
+TEST_F(FormulaServiceStreamTest, ARevisedMinuteIsNotLostWhenTheLastOneChangesBehindIt) {
+    request({every("slow", 300)});
+    ASSERT_TRUE(waitForResults(1));
+    mFeed.change("SH600000", bar(kOpen, 9.5, 9.5, 100));
+    mFeed.change("SH600000", bar(kOpen + kMinute, 11.0, 10.1, 300));
+    double first = 0.0;
+    double last = 0.0;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const Received &received = mReceived.last();
+            if (received.kind == Received::History) {
+                first = received.result->mValues[0].front();
+                last = received.result->mValues[0].back();
+            } else {
+                last = received.point->mValues[0];
+            }
+            return first == 9.5 && last == 11.0;
+        },
+        10000))
+        << first << " " << last;
+}
+
 TEST_F(FormulaServiceStreamTest, ARequestMayGoWhileAResultWaitsForItsInterval) {
     request({every("slow", kEver), param("fast")});
     ASSERT_TRUE(waitForResults(2));
@@ -128,4 +152,28 @@ TEST_F(FormulaServiceStreamTest, AFixedPriceRequestOfHistoryIsNotStreamed) {
     ASSERT_TRUE(waitForResults(3));
     EXPECT_EQ(mReceived[2].id, "f");
     EXPECT_EQ(of("past").size(), 1);
+}
+
+TEST_F(FormulaServiceStreamTest, AFormulaThatTakesItsTimeHoldsNoOtherUp) {
+    std::promise<void> reached;
+    std::promise<void> gate;
+    mService = std::make_unique<FormulaService>(
+        mFeed,
+        [&](const TC::CFormulaParam &request) {
+            if (request.mFormulaName == "SLOW") {
+                reached.set_value();
+                gate.get_future().wait();
+            }
+            return makeNativeFormula(request);
+        },
+        [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); },
+        DayPositions(), 2);
+    request({param("slow", "SLOW")});
+    reached.get_future().wait();
+    for (int i = 0; i < 8; ++i) {
+        request({param(QString::number(i))});
+    }
+    const bool came = waitForResults(8);
+    gate.set_value();
+    EXPECT_TRUE(came) << "where the slow one is, none of them waits";
 }
