@@ -16,7 +16,7 @@ namespace terminal {
 namespace {
 
 constexpr qint64 kHour = 3600 * 1000LL;
-constexpr int kFormulaWorkers = 3; ///< one formula that takes its time leaves the others going
+constexpr int kFormulaWorkers = 3; ///< so that a slow formula leaves most others going
 constexpr qint64 kShareDay =
     5 * kHour + kHour / 2 + 5 * 60 * 1000LL; ///< opening auction to the close, noon included
 

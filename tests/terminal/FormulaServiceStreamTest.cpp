@@ -1,7 +1,5 @@
 #include "tests/terminal/FormulaServiceFixture.h"
 
-#include <future>
-
 using namespace terminal;
 using namespace tests;
 
@@ -152,28 +150,4 @@ TEST_F(FormulaServiceStreamTest, AFixedPriceRequestOfHistoryIsNotStreamed) {
     ASSERT_TRUE(waitForResults(3));
     EXPECT_EQ(mReceived[2].id, "f");
     EXPECT_EQ(of("past").size(), 1);
-}
-
-TEST_F(FormulaServiceStreamTest, AFormulaThatTakesItsTimeHoldsNoOtherUp) {
-    std::promise<void> reached;
-    std::promise<void> gate;
-    mService = std::make_unique<FormulaService>(
-        mFeed,
-        [&](const TC::CFormulaParam &request) {
-            if (request.mFormulaName == "SLOW") {
-                reached.set_value();
-                gate.get_future().wait();
-            }
-            return makeNativeFormula(request);
-        },
-        [](const TC::CFormulaParam &request) { return static_cast<int>(request.mStart.first / 1000); },
-        DayPositions(), 2);
-    request({param("slow", "SLOW")});
-    reached.get_future().wait();
-    for (int i = 0; i < 8; ++i) {
-        request({param(QString::number(i))});
-    }
-    const bool came = waitForResults(8);
-    gate.set_value();
-    EXPECT_TRUE(came) << "where the slow one is, none of them waits";
 }
