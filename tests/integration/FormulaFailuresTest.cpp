@@ -44,14 +44,12 @@ protected:
         }
         writeFile(mFolder.path() + "/formulas/UNREADABLE.lua",
                   "formula { name = \"UNREADABLE\",\n lines = {{\"A\"} }\n");
-        mDataFolder = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", mFolder.path().toUtf8());
         for (auto model = kModels.cbegin(); model != kModels.cend(); ++model) {
-            writeFile(FormulaCatalogue::scriptFolder() + '/' + model.key() + ".py", model.value());
+            writeFile(scriptFolder() + '/' + model.key() + ".py", model.value());
         }
-        writeFile(FormulaCatalogue::scriptFolder() + "/MISSING.py", "");
+        writeFile(scriptFolder() + "/MISSING.py", "");
         TerminalFixture::SetUp();
-        QFile::remove(FormulaCatalogue::scriptFolder() + "/MISSING.py");
+        QFile::remove(scriptFolder() + "/MISSING.py");
         ScriptModelSettings settings;
         settings.limits.milliseconds = 500;
         settings.limits.outputBytes = 1 << 20;
@@ -59,11 +57,7 @@ protected:
         ASSERT_TRUE(mWindow->showInstrument("SH600000"));
         ASSERT_TRUE(waitUntilComplete());
     }
-    void TearDown() override {
-        TerminalFixture::TearDown();
-        mDataFolder.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", mDataFolder);
-    }
-
+    QString scriptFolder() const { return mFolder.path() + "/scripts"; }
     /// Puts a formula into the selected pane and waits for what the panel says of it: "line text".
     QString showAndWait(const QString &formula) {
         view().main()->handleDoubleClickedFormula(formula);
@@ -90,7 +84,6 @@ protected:
         return QTest::qWaitFor([&] { return view().pointCount() >= points + 2; }, 10000);
     }
 
-    QByteArray mDataFolder;
     int mMinutes = 0;
 };
 
@@ -124,7 +117,7 @@ TEST_F(FormulaFailuresTest, AModelThatPrintsWithoutEndIsStoppedAndTold) {
 }
 
 TEST_F(FormulaFailuresTest, AModelWhoseFileHasGoneIsTold) {
-    EXPECT_EQ(showAndWait("MISSING"), " 没有模型文件 " + FormulaCatalogue::scriptFolder() + "/MISSING.py");
+    EXPECT_EQ(showAndWait("MISSING"), " 没有模型文件 " + scriptFolder() + "/MISSING.py");
     EXPECT_TRUE(chartGoesOn());
 }
 

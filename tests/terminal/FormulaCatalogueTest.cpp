@@ -225,10 +225,8 @@ TEST_F(FormulaCatalogueTest, ATextParameterIsKept) {
 }
 
 TEST_F(FormulaCatalogueTest, ParametersOfAScriptModelAreChangedAndKeptToo) {
-    const QByteArray before = qgetenv("XDG_DATA_HOME");
-    qputenv("XDG_DATA_HOME", mFolder.path().toUtf8());
-    QDir().mkpath(FormulaCatalogue::scriptFolder());
-    QFile file(FormulaCatalogue::scriptFolder() + "/BAND.py");
+    QDir().mkpath(scriptFolder());
+    QFile file(scriptFolder() + "/BAND.py");
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("# type: 1\n# parameter N: 20\n# parameter group: \"SH600000\"\n");
     file.close();
@@ -251,7 +249,6 @@ TEST_F(FormulaCatalogueTest, ParametersOfAScriptModelAreChangedAndKeptToo) {
     EXPECT_NE(later.setParameters("BAND", {number("group", 1)}), "") << "it is a text";
     EXPECT_NE(later.setParameters("BAND", {number("N", std::nan(""))}), "");
     EXPECT_EQ(later.getFormula("BAND")->mParamValues, QVector<double>{30.0});
-    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
 TEST_F(FormulaCatalogueTest, ParametersThatCannotBeAreRefusedAndNothingChanges) {
