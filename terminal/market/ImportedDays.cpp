@@ -36,13 +36,16 @@ BarFault ImportedDays::put(const Instrument &instrument, const QDate &day, Minut
     return clash;
 }
 
-void ImportedDays::putCalendar(const QString &market, const BarDays &days) {
+void ImportedDays::finish(const Instrument &instrument, const BarDays &days, ImportedBars &imported) {
     for (const QDate &day : days.unknownDays) {
-        mWriter.putTradingDay(market, day, true);
+        mWriter.putTradingDay(instrument.market, day, true);
     }
     for (const QDate &day : days.restDays) {
-        mWriter.putTradingDay(market, day, false);
+        mWriter.putTradingDay(instrument.market, day, false);
     }
+    imported.key = instrument.key();
+    imported.firstDay = dayOf(days.days.firstKey());
+    imported.lastDay = dayOf(days.days.lastKey());
 }
 
 /// Adds the bars of the day that an earlier import left in the store.

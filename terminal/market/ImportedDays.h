@@ -28,8 +28,9 @@ public:
 
     /// Adds the bars of a day of an instrument.
     BarFault put(const Instrument &instrument, const QDate &day, MinuteBars bars, const LineOf &lineOf);
-    /// Notes the dates that the bars have shown to be trading days, or none.
-    void putCalendar(const QString &market, const BarDays &days);
+    /// Ends the days of an instrument: notes the dates that the bars have shown to be trading days, or none, and tells
+    /// what was imported from when to when.
+    void finish(const Instrument &instrument, const BarDays &days, ImportedBars &imported);
 
 private:
     BarFault mergeStored(const Instrument &instrument, int day, const LineOf &lineOf, MinuteBars &bars);

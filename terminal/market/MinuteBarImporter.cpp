@@ -25,84 +25,33 @@ int lineOf(const std::vector<BarRow> &rows, qint64 time) {
 
 } // namespace
 
-bool MinuteBarImporter::goesOn(double part) const {
-    return !mProgress || mProgress(static_cast<int>(part * 1000.0), 1000);
-}
+MinuteBarImporter::MinuteBarImporter(CMarketStore &store, const ImportOptions &options)
+    : TableImporter(store, options, kReadingPart) {}
 
-ImportOutcome MinuteBarImporter::importFile(const QString &path) {
-    ImportOutcome outcome;
-    BarFault fault = readRows(path, outcome);
-    if (fault.isNone()) {
-        MarketWriter writer(mStore);
-        fault = storeAll(writer, outcome);
-        if (fault.isNone() && !writer.commit()) {
-            outcome.error = writer.error();
-        }
-    }
-    if (!fault.isNone()) {
-        outcome.error = ImportText::located(path, fault);
-    }
-    if (!outcome.isGood()) {
-        outcome.instruments.clear();
-    }
-    return outcome;
-}
-
-BarFault MinuteBarImporter::readRows(const QString &path, ImportOutcome &outcome) {
-    BarFault fault = checkMarket(mOptions);
-    ImportText text;
-    if (fault.isNone()) {
-        fault = text.open(path);
-    }
-    if (!fault.isNone()) {
-        return fault;
-    }
-    const QString trouble = recogniseColumns(text.headings(), mColumns);
-    if (!trouble.isEmpty()) {
-        return {1, trouble};
-    }
+QString MinuteBarImporter::begin(const TableHeadings &headings) {
     mRows.clear();
-    RowInstruments instruments(mOptions, path);
-    BarRowParser parser(mColumns);
-    const auto takeRow = [&](int line, std::string_view rowText) -> BarFault {
-        BarRow row;
-        row.line = line;
-        const QString wrong = parser.parse(rowText, row);
-        if (!wrong.isEmpty()) {
-            return {line, wrong};
-        }
-        size_t number = 0;
-        BarFault unnamed = instruments.find(line, parser.symbol(), parser.exchange(), number);
-        if (unnamed.isNone()) {
-            mRows.resize(std::max(mRows.size(), number + 1));
-            mRows[number].push_back(row);
-            ++outcome.rows;
-        }
-        return unnamed;
-    };
-    fault = text.eachRow(takeRow, [this](double part) { return goesOn(part * kReadingPart); });
-    mNames = instruments.names();
-    for (Rows &rows : mRows) {
-        for (BarRow &row : rows) {
-            const QString wrong = fault.isNone() ? parser.finish(row) : QString();
-            if (!wrong.isEmpty()) {
-                return {row.line, wrong};
-            }
-        }
+    QString trouble = recogniseColumns(headings, mColumns);
+    mParser.emplace(mColumns);
+    return trouble;
+}
+
+BarFault MinuteBarImporter::takeRow(int line, std::string_view text) {
+    BarRow row;
+    size_t number = 0;
+    BarFault fault = readRow(*mParser, line, text, row, number);
+    if (fault.isNone()) {
+        mRows.resize(std::max(mRows.size(), number + 1));
+        mRows[number].push_back(row);
     }
     return fault;
 }
 
-BarFault MinuteBarImporter::storeAll(MarketWriter &writer, ImportOutcome &outcome) {
-    for (size_t i = 0; i < mRows.size() && writer.isGood(); ++i) {
-        ImportedBars imported;
-        BarFault fault = store(writer, mNames[i], mRows[i], imported);
-        if (!fault.isNone()) {
-            return fault;
-        }
-        outcome.instruments.append(imported);
+BarFault MinuteBarImporter::finishRows() {
+    BarFault fault;
+    for (size_t i = 0; i < mRows.size() && fault.isNone(); ++i) {
+        fault = finish(*mParser, mRows[i]);
     }
-    return {};
+    return fault;
 }
 
 BarReading MinuteBarImporter::readingOf(const Instrument &instrument, const Rows &rows) const {
@@ -121,8 +70,9 @@ BarReading MinuteBarImporter::readingOf(const Instrument &instrument, const Rows
     return reading;
 }
 
-BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &name, Rows &rows,
+BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &name, size_t number,
                                   ImportedBars &imported) {
+    Rows &rows = mRows[number];
     const int line = rows.front().line;
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *known = catalogue->find(name.market + name.code);
@@ -145,14 +95,11 @@ BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &na
             return fault;
         }
         imported.bars += static_cast<int>(day->size());
-        if (!goesOn(kReadingPart + (1.0 - kReadingPart) * ++done / sorted.days.size())) {
+        if (!storingGoesOn(++done, sorted.days.size())) {
             return {line, ImportText::stopped()};
         }
     }
-    days.putCalendar(instrument.market, sorted);
-    imported.key = instrument.key();
-    imported.firstDay = dayOf(sorted.days.firstKey());
-    imported.lastDay = dayOf(sorted.days.lastKey());
+    days.finish(instrument, sorted, imported);
     return {};
 }
 

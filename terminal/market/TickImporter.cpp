@@ -35,92 +35,37 @@ double unitOf(const std::vector<PlacedTick> &ticks, const ImportOptions &options
 
 } // namespace
 
-bool TickImporter::goesOn(double part) const {
-    return !mProgress || mProgress(static_cast<int>(part * 1000.0), 1000);
-}
+TickImporter::TickImporter(CMarketStore &store, const ImportOptions &options)
+    : TableImporter(store, options, kReadingPart) {}
 
-ImportOutcome TickImporter::importFile(const QString &path) {
-    ImportOutcome outcome;
-    BarFault fault = readRows(path, outcome);
-    if (fault.isNone()) {
-        MarketWriter writer(mStore);
-        fault = storeAll(writer, outcome);
-        if (fault.isNone() && !writer.commit()) {
-            outcome.error = writer.error();
-        }
-    }
-    if (!fault.isNone()) {
-        outcome.error = ImportText::located(path, fault);
-    }
-    if (!outcome.isGood()) {
-        outcome.instruments.clear();
-    }
-    return outcome;
-}
-
-BarFault TickImporter::readRows(const QString &path, ImportOutcome &outcome) {
-    BarFault fault = checkMarket(mOptions);
-    ImportText text;
-    if (fault.isNone()) {
-        fault = text.open(path);
-    }
-    if (!fault.isNone()) {
-        return fault;
-    }
-    const QString trouble = recogniseTickColumns(text.headings(), mColumns);
-    if (!trouble.isEmpty()) {
-        return {1, trouble};
-    }
+QString TickImporter::begin(const TableHeadings &headings) {
     mGroups.clear();
-    RowInstruments instruments(mOptions, path);
-    TickRowParser parser(mColumns);
-    const auto takeRow = [&](int line, std::string_view rowText) -> BarFault {
-        TickRow row;
-        row.line = line;
-        const QString wrong = parser.parse(rowText, row);
-        if (!wrong.isEmpty()) {
-            return {line, wrong};
-        }
-        size_t number = 0;
-        BarFault unnamed = instruments.find(line, parser.symbol(), parser.exchange(), number);
-        if (unnamed.isNone()) {
-            if (number == mGroups.size()) {
-                mGroups.push_back({{}, parser.previousClose()});
-            }
-            mGroups[number].rows.push_back(row);
-            ++outcome.rows;
-        }
-        return unnamed;
-    };
-    fault = text.eachRow(takeRow, [this](double part) { return goesOn(part * kReadingPart); });
-    mNames = instruments.names();
-    return fault.isNone() ? finishRows(parser) : fault;
+    QString trouble = recogniseTickColumns(headings, mColumns);
+    mParser.emplace(mColumns);
+    return trouble;
 }
 
-BarFault TickImporter::finishRows(const TickRowParser &parser) {
+BarFault TickImporter::takeRow(int line, std::string_view text) {
+    TickRow row;
+    size_t number = 0;
+    BarFault fault = readRow(*mParser, line, text, row, number);
+    if (fault.isNone()) {
+        if (number == mGroups.size()) {
+            mGroups.push_back({{}, mParser->previousClose()});
+        }
+        mGroups[number].rows.push_back(row);
+    }
+    return fault;
+}
+
+BarFault TickImporter::finishRows() {
     mTotal = mStored = 0.0;
-    for (Group &group : mGroups) {
-        for (TickRow &row : group.rows) {
-            const QString wrong = parser.finish(row);
-            if (!wrong.isEmpty()) {
-                return {row.line, wrong};
-            }
-        }
-        mTotal += static_cast<double>(group.rows.size());
+    BarFault fault;
+    for (size_t i = 0; i < mGroups.size() && fault.isNone(); ++i) {
+        fault = finish(*mParser, mGroups[i].rows);
+        mTotal += static_cast<double>(mGroups[i].rows.size());
     }
-    return {};
-}
-
-BarFault TickImporter::storeAll(MarketWriter &writer, ImportOutcome &outcome) {
-    for (size_t i = 0; i < mGroups.size() && writer.isGood(); ++i) {
-        ImportedBars imported;
-        BarFault fault = store(writer, mNames[i], mGroups[i], imported);
-        if (!fault.isNone()) {
-            return fault;
-        }
-        outcome.instruments.append(imported);
-    }
-    return {};
+    return fault;
 }
 
 /// The record that the store has of an instrument, or a new one without a row.
@@ -146,8 +91,9 @@ Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &g
     return instrument;
 }
 
-BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, Group &group,
+BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, size_t number,
                              ImportedBars &imported) {
+    Group &group = mGroups[number];
     const int line = group.rows.front().line;
     Instrument instrument = instrumentOf(name, group);
     std::vector<PlacedTick> ticks;
@@ -197,10 +143,7 @@ BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrum
         imported.bars += static_cast<int>(day->size());
         imported.ticks += static_cast<int>(ticksOfDay.size());
     }
-    bars.putCalendar(instrument.market, days);
-    imported.key = instrument.key();
-    imported.firstDay = dayOf(days.days.firstKey());
-    imported.lastDay = dayOf(days.days.lastKey());
+    bars.finish(instrument, days, imported);
     return {};
 }
 
@@ -222,8 +165,7 @@ BarFault TickImporter::putTicks(MarketWriter &writer, const Instrument &instrume
         if (!writer.putTick(instrument.id, dayOf(day), ordinal, placed.tick)) {
             break;
         }
-        if (++ordinal % kTicksBetweenReports == 0 &&
-            !goesOn(kReadingPart + (1.0 - kReadingPart) * (mStored + ordinal) / mTotal)) {
+        if (++ordinal % kTicksBetweenReports == 0 && !storingGoesOn(mStored + ordinal, mTotal)) {
             return {placed.line, ImportText::stopped()};
         }
     }
