@@ -1,5 +1,6 @@
 #include "terminal/market/CMarketStore.h"
 
+#include "terminal/market/SqlColumns.h"
 #include "terminal/market/StoreSchema.h"
 
 #include <QDir>
@@ -13,14 +14,8 @@ namespace {
 
 DaySummary summaryOf(const QSqlQuery &row) {
     DaySummary summary;
-    summary.day = row.value(0).toInt();
-    summary.source = static_cast<BarSource>(row.value(1).toInt());
-    summary.open = row.value(2).toDouble();
-    summary.high = row.value(3).toDouble();
-    summary.low = row.value(4).toDouble();
-    summary.close = row.value(5).toDouble();
-    summary.volume = row.value(6).toDouble();
-    summary.amount = row.value(7).toDouble();
+    takeColumns(row, summary.day, summary.source, summary.open, summary.high, summary.low, summary.close,
+                summary.volume, summary.amount);
     return summary;
 }
 

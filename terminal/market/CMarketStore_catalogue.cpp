@@ -1,6 +1,7 @@
 #include "terminal/market/CMarketStore.h"
 
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/SqlColumns.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -62,20 +63,12 @@ private:
 
     void takeInstrument(const QSqlQuery &row) {
         Instrument instrument;
-        instrument.id = row.value(0).toLongLong();
-        instrument.market = row.value(1).toString();
-        instrument.code = row.value(2).toString();
-        instrument.name = row.value(3).toString();
-        instrument.initials = row.value(4).toString();
-        instrument.product = row.value(5).toString();
-        instrument.kind = static_cast<InstrumentKind>(row.value(6).toInt());
-        instrument.priceTick = row.value(7).toDouble();
-        instrument.lastClose = row.value(8).isNull() ? TC::kUnsetValue : row.value(8).toDouble();
-        instrument.floatShares = row.value(9).toDouble();
-        instrument.underlyingMarket = row.value(10).toString();
-        instrument.underlyingCode = row.value(11).toString();
-        instrument.ownSessions = row.value(12).toBool();
-        instrument.simulated = row.value(13).toBool();
+        QVariant lastClose;
+        takeColumns(row, instrument.id, instrument.market, instrument.code, instrument.name,
+                    instrument.initials, instrument.product, instrument.kind, instrument.priceTick, lastClose,
+                    instrument.floatShares, instrument.underlyingMarket, instrument.underlyingCode,
+                    instrument.ownSessions, instrument.simulated);
+        instrument.lastClose = lastClose.isNull() ? TC::kUnsetValue : lastClose.toDouble();
         mKeys[instrument.id] = instrument.key();
         mCatalogue.instruments[instrument.key()] = instrument;
     }

@@ -25,6 +25,17 @@ boost::shared_ptr<kvservice::CCommandDetail> commandOf(int command, const std::s
     return detail;
 }
 
+/// What an order and a deal tell alike.
+template <class Record, class Detail> void fill(Detail &detail, const Record &record) {
+    detail.mAccount = record.account;
+    detail.mDirection = record.direction;
+    detail.mOffsetFlag = record.offset;
+    detail.mPrice = record.price;
+    detail.mVolume = record.volume;
+    detail.mTime = clockText(record.time);
+    detail.mCommand = commandOf(record.command, record.strategy);
+}
+
 boost::shared_ptr<kvservice::CTaskItem> itemOf(const TradeTaskItem &item,
                                                const boost::shared_ptr<kvservice::CAccountInfo> &account) {
     auto detail = boost::make_shared<kvservice::CTaskItem>();
@@ -42,32 +53,20 @@ boost::shared_ptr<kvservice::CTaskItem> itemOf(const TradeTaskItem &item,
 
 boost::shared_ptr<kvservice::COrderDetail> detailOf(const TradeOrder &order) {
     auto detail = boost::make_shared<kvservice::COrderDetail>();
+    fill(*detail, order);
     detail->mOrderKey = order.key;
-    detail->mAccount = order.account;
-    detail->mDirection = order.direction;
-    detail->mOffsetFlag = order.offset;
-    detail->mPrice = order.price;
-    detail->mVolume = order.volume;
     detail->mTradedVolume = order.traded;
     detail->mStatus = order.status;
     detail->mContractNo = order.key;
     detail->mDate = marketDateTime(order.time).toString(QStringLiteral("yyyyMMdd")).toStdString();
-    detail->mTime = clockText(order.time);
-    detail->mCommand = commandOf(order.command, order.strategy);
     return detail;
 }
 
 boost::shared_ptr<kvservice::CDealDetail> detailOf(const TradeDeal &deal) {
     auto detail = boost::make_shared<kvservice::CDealDetail>();
+    fill(*detail, deal);
     detail->mDealKey = deal.key;
-    detail->mAccount = deal.account;
-    detail->mDirection = deal.direction;
-    detail->mOffsetFlag = deal.offset;
-    detail->mPrice = deal.price;
-    detail->mVolume = deal.volume;
     detail->mAmount = deal.price * deal.volume;
-    detail->mTime = clockText(deal.time);
-    detail->mCommand = commandOf(deal.command, deal.strategy);
     return detail;
 }
 

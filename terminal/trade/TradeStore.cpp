@@ -1,5 +1,7 @@
 #include "terminal/trade/TradeStore.h"
 
+#include "terminal/market/SqlColumns.h"
+
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
@@ -20,10 +22,6 @@ QVariant reference(const std::string &utf8) {
 
 QVariant reference(int number) {
     return number == 0 ? QVariant(QVariant::Int) : QVariant(number);
-}
-
-std::string textAt(const QSqlQuery &row, int column) {
-    return row.value(column).toString().toStdString();
 }
 
 /// Runs statements until one fails.
@@ -145,69 +143,39 @@ void put(Statements &statements, const TradeDeal &deal) {
          deal.command, static_cast<int>(deal.source)});
 }
 
+TradeTask taskOf(const QSqlQuery &row) {
+    TradeTask task;
+    takeColumns(row, task.id, task.account, task.day, task.strategy, task.command, task.status, task.start,
+                task.end, task.cancelled);
+    return task;
+}
+
 TradeOrder orderOf(const QSqlQuery &row) {
     TradeOrder order;
-    order.account = textAt(row, 0);
-    order.key = textAt(row, 1);
-    order.day = row.value(2).toInt();
-    order.instrument = textAt(row, 3);
-    order.time = row.value(4).toLongLong();
-    order.direction = row.value(5).toInt();
-    order.offset = row.value(6).toInt();
-    order.price = row.value(7).toDouble();
-    order.volume = row.value(8).toInt();
-    order.traded = row.value(9).toInt();
-    order.status = row.value(10).toInt();
-    order.strategy = textAt(row, 11);
-    order.command = row.value(12).toInt();
-    order.task = row.value(13).toInt();
-    order.source = static_cast<TradeSource>(row.value(14).toInt());
+    takeColumns(row, order.account, order.key, order.day, order.instrument, order.time, order.direction,
+                order.offset, order.price, order.volume, order.traded, order.status, order.strategy,
+                order.command, order.task, order.source);
     return order;
 }
 
 TradeDeal dealOf(const QSqlQuery &row) {
     TradeDeal deal;
-    deal.account = textAt(row, 0);
-    deal.key = textAt(row, 1);
-    deal.order = textAt(row, 2);
-    deal.day = row.value(3).toInt();
-    deal.instrument = textAt(row, 4);
-    deal.time = row.value(5).toLongLong();
-    deal.direction = row.value(6).toInt();
-    deal.offset = row.value(7).toInt();
-    deal.price = row.value(8).toDouble();
-    deal.volume = row.value(9).toInt();
-    deal.commission = row.value(10).toDouble();
-    deal.strategy = textAt(row, 11);
-    deal.command = row.value(12).toInt();
-    deal.source = static_cast<TradeSource>(row.value(13).toInt());
+    takeColumns(row, deal.account, deal.key, deal.order, deal.day, deal.instrument, deal.time, deal.direction,
+                deal.offset, deal.price, deal.volume, deal.commission, deal.strategy, deal.command,
+                deal.source);
     return deal;
 }
 
-TradeTask taskOf(const QSqlQuery &row) {
-    TradeTask task;
-    task.id = row.value(0).toInt();
-    task.account = textAt(row, 1);
-    task.day = row.value(2).toInt();
-    task.strategy = textAt(row, 3);
-    task.command = row.value(4).toInt();
-    task.status = row.value(5).toInt();
-    task.start = row.value(6).toLongLong();
-    task.end = row.value(7).toLongLong();
-    task.cancelled = row.value(8).toLongLong();
-    return task;
+TradeAccount accountOf(const QSqlQuery &row) {
+    TradeAccount account;
+    takeColumns(row, account.id, account.name, account.type, account.source);
+    return account;
 }
 
-TradeTaskItem itemOf(const QSqlQuery &row) {
-    TradeTaskItem item;
-    item.market = textAt(row, 1);
-    item.code = textAt(row, 2);
-    item.operation = static_cast<kvservice::EOperationType>(row.value(3).toInt());
-    item.priceType = row.value(4).toInt();
-    item.price = row.value(5).toDouble();
-    item.quantity = row.value(6).toInt();
-    item.finished = row.value(7).toInt();
-    return item;
+TradeCancel cancelOf(const QSqlQuery &row) {
+    TradeCancel cancel;
+    takeColumns(row, cancel.task, cancel.day, cancel.time, cancel.text);
+    return cancel;
 }
 
 /// Runs a question and calls `take` with each row.
@@ -224,16 +192,31 @@ void forRows(const QSqlDatabase &database, const QString &question, const QVaria
     }
 }
 
+/// The values of a question's one column.
+template <class Value>
+std::set<Value> setOf(const QSqlDatabase &database, const QString &question, const QVariantList &values = {}) {
+    std::set<Value> all;
+    forRows(database, question, values, [&](const QSqlQuery &row) {
+        Value value{};
+        takeColumns(row, value);
+        all.insert(value);
+    });
+    return all;
+}
+
 void readItems(const QSqlDatabase &database, int day, std::vector<TradeTask> &tasks) {
     forRows(database,
             QStringLiteral("SELECT task, market, code, operation, price_type, price, quantity, finished "
                            "FROM trade_task_items JOIN trade_tasks ON trade_tasks.id = task WHERE day = ? "
                            "ORDER BY task, ordinal"),
             {day}, [&](const QSqlQuery &row) {
-                const int id = row.value(0).toInt();
+                int id = 0;
+                TradeTaskItem item;
+                takeColumns(row, id, item.market, item.code, item.operation, item.priceType, item.price,
+                            item.quantity, item.finished);
                 const auto task = std::lower_bound(tasks.begin(), tasks.end(), id,
                                                    [](const TradeTask &one, int of) { return one.id < of; });
-                task->items.push_back(itemOf(row));
+                task->items.push_back(item);
             });
 }
 
@@ -303,55 +286,40 @@ std::vector<TradeAccount> TradeStore::accounts() {
     std::vector<TradeAccount> accounts;
     forRows(mStore.connection(),
             QStringLiteral("SELECT id, name, type, source FROM trade_accounts ORDER BY id"), {},
-            [&](const QSqlQuery &row) {
-                accounts.push_back({textAt(row, 0), textAt(row, 1), row.value(2).toInt(),
-                                    static_cast<TradeSource>(row.value(3).toInt())});
-            });
+            [&](const QSqlQuery &row) { accounts.push_back(accountOf(row)); });
     return accounts;
 }
 
 std::set<std::string> TradeStore::strategies() {
-    std::set<std::string> names;
-    forRows(mStore.connection(), QStringLiteral("SELECT name FROM trade_strategies"), {},
-            [&](const QSqlQuery &row) { names.insert(textAt(row, 0)); });
-    return names;
+    return setOf<std::string>(mStore.connection(), QStringLiteral("SELECT name FROM trade_strategies"));
 }
 
 std::set<std::string> TradeStore::instruments() {
-    std::set<std::string> keys;
-    forRows(mStore.connection(),
-            QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals"), {},
-            [&](const QSqlQuery &row) { keys.insert(textAt(row, 0)); });
-    return keys;
+    return setOf<std::string>(
+        mStore.connection(),
+        QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals"));
 }
 
 std::vector<TradeCancel> TradeStore::cancels(int day) {
     std::vector<TradeCancel> cancels;
     forRows(mStore.connection(),
             QStringLiteral("SELECT task, day, time, text FROM trade_cancels WHERE day = ? ORDER BY time"),
-            {day}, [&](const QSqlQuery &row) {
-                cancels.push_back(
-                    {row.value(0).toInt(), row.value(1).toInt(), row.value(2).toLongLong(), textAt(row, 3)});
-            });
+            {day}, [&](const QSqlQuery &row) { cancels.push_back(cancelOf(row)); });
     return cancels;
 }
 
 std::set<int> TradeStore::finishedDays(const std::string &account) {
-    std::set<int> days;
-    forRows(mStore.connection(), QStringLiteral("SELECT day FROM trade_days WHERE account = ?"),
-            {text(account)}, [&](const QSqlQuery &row) { days.insert(row.value(0).toInt()); });
-    return days;
+    return setOf<int>(mStore.connection(), QStringLiteral("SELECT day FROM trade_days WHERE account = ?"),
+                      {text(account)});
 }
 
 std::set<int> TradeStore::ownDaysFrom(const std::string &account, int day) {
-    std::set<int> days;
-    forRows(mStore.connection(),
-            QStringLiteral("SELECT day FROM trade_orders WHERE account = ? AND day >= ? AND source = 0 "
-                           "UNION SELECT day FROM trade_tasks WHERE account = ? AND day >= ? "
-                           "UNION SELECT day FROM trade_days WHERE account = ? AND day >= ?"),
-            {text(account), day, text(account), day, text(account), day},
-            [&](const QSqlQuery &row) { days.insert(row.value(0).toInt()); });
-    return days;
+    return setOf<int>(
+        mStore.connection(),
+        QStringLiteral("SELECT day FROM trade_orders WHERE account = ? AND day >= ? AND source = 0 "
+                       "UNION SELECT day FROM trade_tasks WHERE account = ? AND day >= ? "
+                       "UNION SELECT day FROM trade_days WHERE account = ? AND day >= ?"),
+        {text(account), day, text(account), day, text(account), day});
 }
 
 } // namespace terminal
