@@ -5,6 +5,7 @@
 #include "chartview/TimeScalePlan.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QDateTime>
@@ -21,7 +22,6 @@ namespace {
 constexpr int kCrossLineMoved = 3031;
 constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
 constexpr int kTickLength = 4; ///< rows of a tick
-constexpr int kExchangeOffset = 8 * 3600; ///< seconds from UTC to the clock of the exchange
 
 QColor themeColor(const char *key) {
     return GZ::CUiResource::instance().getColor(QLatin1String(key));
@@ -197,8 +197,7 @@ void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     };
     input.dateOfDay = [&market, date](int daysAgo) {
         const int day = CSingletonT<CStockManager>::instance().getShiftTradeDate(market, date, -daysAgo);
-        return QDateTime::fromSecsSinceEpoch(day, Qt::OffsetFromUTC, kExchangeOffset)
-            .toString(QStringLiteral("yy-MM-dd"));
+        return GZ::exchangeDate(day).toString(QStringLiteral("yy-MM-dd"));
     };
     input.textWidth = [metrics = QFontMetrics(font)](const QString &text) {
         return metrics.horizontalAdvance(text);
@@ -209,10 +208,10 @@ void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     for (const TimeScaleDay &day : planTimeScale(input)) {
         painter.setClipRect(day.clipLeft, 0, day.clipWidth, height());
         for (const TimeScaleLabel &label : day.labels) {
-            painter.drawText(static_cast<int>(label.x), height() - kBaseline, label.text);
+            painter.drawText(wholePixel(label.x), height() - kBaseline, label.text);
         }
         for (const double tick : day.ticks) {
-            painter.fillRect(static_cast<int>(tick), height() - kTickLength, 1, kTickLength, tickColor);
+            painter.fillRect(wholePixel(tick), height() - kTickLength, 1, kTickLength, tickColor);
         }
     }
 }

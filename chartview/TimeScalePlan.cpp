@@ -15,8 +15,8 @@ constexpr int kFlagMargin = 10; // pixels, both sides together
 class DayPlan {
 public:
     DayPlan(const TimeScaleInput &input, double base) : mInput(input), mBase(base), mUsed(base) {
-        mDay.clipLeft = static_cast<int>(base);
-        mDay.clipWidth = static_cast<int>(input.dayWidth + 0.5);
+        mDay.clipLeft = wholePixel(base);
+        mDay.clipWidth = wholePixel(input.dayWidth + 0.5);
     }
 
     TimeScaleDay walk(int daysAgo) {
@@ -86,6 +86,11 @@ private:
 
 } // namespace
 
+int wholePixel(double column) {
+    constexpr double kFar = 1e9;
+    return std::isnan(column) ? 0 : static_cast<int>(std::clamp(column, -kFar, kFar));
+}
+
 QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input) {
     QVector<TimeScaleDay> days;
     double base = input.leftWidth;
@@ -98,8 +103,8 @@ QVector<TimeScaleDay> planTimeScale(const TimeScaleInput &input) {
 
 QRect planTimeFlag(const TimeFlagInput &input) {
     const int width = input.textWidth + kFlagMargin;
-    const int left = input.leftWidth + static_cast<int>(input.daysBefore * input.dayWidth);
-    const int right = static_cast<int>(left + input.dayWidth);
+    const int left = input.leftWidth + wholePixel(input.daysBefore * input.dayWidth);
+    const int right = wholePixel(left + input.dayWidth);
     const int centred = input.cursorX - width / 2 + left;
     return {std::max(std::min(centred, right - width), left), 0, width, input.height};
 }

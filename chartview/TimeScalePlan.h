@@ -12,6 +12,9 @@
 
 namespace TC {
 
+/// A column as a whole pixel: truncated, far ones held where a rectangle can begin or end, 0 for what is no number.
+int wholePixel(double column);
+
 /// What the scale is drawn from.
 struct TimeScaleInput {
     QVector<QPair<int, int>> sessions; ///< first and last minute of each

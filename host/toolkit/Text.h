@@ -35,6 +35,12 @@ inline QDateTime secondToQDateTime(qint64 seconds) {
     return QDateTime::fromSecsSinceEpoch(seconds);
 }
 
+/// Calendar day of the exchange (UTC+8), whatever the zone of the machine.
+inline QDate exchangeDate(qint64 seconds) {
+    constexpr int kExchangeOffset = 8 * 3600;
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::OffsetFromUTC, kExchangeOffset).date();
+}
+
 } // namespace GZ
 
 namespace utils {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace TC {
 namespace {
 
@@ -119,6 +121,14 @@ TEST(TimeFlagPlan, FlagStaysInsideTheDayUnderThePointerAtBothEnds) {
     EXPECT_EQ(flagAt(199, 0).x(), 229);
     EXPECT_EQ(flagAt(0, 2).x(), 490); // 50 + 440.8
     EXPECT_EQ(flagAt(219, 2).x(), 710 - 40); // 490 + 220.4
+}
+
+TEST(TimeScalePlan, WholePixelsAreTruncatedAndHeld) {
+    EXPECT_EQ(wholePixel(12.9), 12);
+    EXPECT_EQ(wholePixel(-12.9), -12);
+    EXPECT_EQ(wholePixel(1e15), 1000000000);
+    EXPECT_EQ(wholePixel(-1e300), -1000000000);
+    EXPECT_EQ(wholePixel(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
 TEST(TimeFlagPlan, FlagThatIsWiderThanItsDayBeginsAtTheDaysLeftEdge) {

@@ -190,7 +190,8 @@ TEST_F(FormulaCatalogueTest, TheRecordHoldsNumbersAndTextsInParallelLists) {
 
 TEST_F(FormulaCatalogueTest, OneFormulaShowsEveryDrawStyle) {
     QSet<int> shown;
-    for (const FormulaLine &line : open().description("画线样式")->lines) {
+    const auto description = open().description("画线样式");
+    for (const FormulaLine &line : description->lines) {
         shown.insert(line.style);
     }
     for (const int style :

@@ -48,7 +48,7 @@ void CIndexTitleWidget::addInstrument(CArrowColorSimpleText &title, const IndexB
         title.append(getDetailQsCode(mStock), color);
     }
     if (source.getTradeDate() != 0 && !showsToday(source)) {
-        title.append(GZ::secondToQDateTime(source.getTradeDate()).date().toString(QStringLiteral("yyyy-MM-dd")),
+        title.append(GZ::exchangeDate(source.getTradeDate()).toString(QStringLiteral("yyyy-MM-dd")),
                      themeColor("ic_clr_index_title_text"));
     }
 }
