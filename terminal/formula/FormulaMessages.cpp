@@ -18,7 +18,7 @@ bool putFirst(QList<FormulaMessage> &messages, FormulaMessage message) {
         message.count += known->count;
         messages.erase(known);
     }
-    messages.prepend(std::move(message));
+    messages.prepend(message);
     if (messages.size() > FormulaMessages::kMost) {
         messages.removeLast();
     }
