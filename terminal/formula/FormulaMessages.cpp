@@ -3,7 +3,6 @@
 #include "host/services/CHostClock.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace terminal {
 namespace {
