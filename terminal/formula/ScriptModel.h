@@ -52,7 +52,7 @@ QString scriptModelPath(const QString &formulaName);
 QString scriptModelName(const QString &file);
 /// The keys that a group model walks, from its argument "group": separated by commas, blanks or semicolons.
 QStringList scriptModelGroup(const QMap<QString, QString> &arguments);
-/// What a model reads from its standard input: one line of JSON. See docs/script-models.md.
+/// What a model reads from its standard input: one line of JSON. See docs/scripts.md.
 QByteArray scriptModelInput(const ScriptModelInput &input);
 
 /// Runs a script model on the calling thread. `onProgress` hears of the progress that the model tells.
