@@ -12,13 +12,18 @@ namespace kvservice {
 /// What a task item does. Values that are not named are carried unchanged.
 enum class EOperationType : int { Sell = 24, BuyByAmount = 25, Buy = 23 };
 
+/// How the orders of a task item are priced. Values that are not named are carried unchanged.
+enum EPriceType : int {
+    eLimitPrice = 11, ///< at a limit
+};
+
 /// One instrument's part of a task.
 struct CTaskItem {
     boost::shared_ptr<CAccountInfo> mAccount;
     EOperationType mOperation = EOperationType::Buy;
     std::string mMarket;
     std::string mCode;
-    int mPriceType = 0;
+    int mPriceType = 0; ///< EPriceType
     double mPrice = 0.0;
     long long mQuantity = 0;
 };

@@ -68,7 +68,8 @@ public:
     /// Keys of the instruments that have records of the user.
     virtual Keys getStocks() = 0;
 
-    /// Profits are wanted from now on, or no longer: while they are, the service tells every change of them.
+    /// Profits are wanted from now on, or no longer. Only while they are, getTotalProfits() works them out, and every
+    /// change of them is told; otherwise it answers nothing. Neither call is counted: the last one holds.
     virtual void startProfitCalculator() = 0;
     virtual void stopProfitCalculator() = 0;
     /// The same for balances.
@@ -86,6 +87,13 @@ public:
     /// Cancels a task that can be cancelled; `text` tells on whose behalf.
     virtual void cancelTask(int taskId, const QString &text) = 0;
 
+    // Words of the user interface; a number without a word of its own is shown as a number.
+    virtual QString getTaskStatusText(int status) = 0;
+    virtual QString getPriceTypeText(int priceType) = 0;
+    virtual QString getOperationText(int operation) = 0;
+    /// What quantities of an instrument are counted in, such as "股" or "手".
+    virtual QString getUnitText(const std::string &market, const std::string &code) = 0;
+
     /// Orders, deals or tasks of these instruments changed.
     ChangeSignal sigLinkageChanged;
     /// Tasks of these instruments changed.
@@ -100,6 +108,14 @@ public:
     DaySignal sigNewTradingDay;
 };
 
+/// What the user reads for CTaskDetail::mStatus and CTaskItem::mPriceType.
+inline QString getTaskStatusQString(int status) {
+    return CSingletonT<CLinkageManager>::instance().getTaskStatusText(status);
+}
+inline QString getPriceTypeQString(int priceType) {
+    return CSingletonT<CLinkageManager>::instance().getPriceTypeText(priceType);
+}
+
 } // namespace TC
 
 namespace kvservice {
@@ -112,5 +128,14 @@ struct DataHelper {
     /// Whether a task item's operation buys.
     static bool isBuy(EOperationType operation);
 };
+
+/// What the user reads for an EOperationType, UTF-8.
+inline std::string operationValueToString(int operation) {
+    return TC::CSingletonT<TC::CLinkageManager>::instance().getOperationText(operation).toStdString();
+}
+/// What quantities of an instrument are counted in, UTF-8.
+inline std::string getStockUnit(const std::string &market, const std::string &code) {
+    return TC::CSingletonT<TC::CLinkageManager>::instance().getUnitText(market, code).toStdString();
+}
 
 } // namespace kvservice

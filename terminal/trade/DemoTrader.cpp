@@ -19,7 +19,6 @@ constexpr size_t kSliceLife = 2;
 constexpr size_t kAnnounced = 10; ///< minutes that a task is known before it starts
 constexpr double kSliceEdge = 0.0005;
 constexpr double kRejectChance = 0.04;
-constexpr int kLimitPriceType = 11; ///< price type of a limit order
 
 /// How far an order is from the last price; some are ready to pay a little, most wait a little.
 double edgeOf(SimulatedRandom &random) {
@@ -221,7 +220,7 @@ void DemoTrader::startTask(RunningTask &running) {
         item.market = quote->market;
         item.code = quote->code;
         item.operation = planned.operation;
-        item.priceType = kLimitPriceType;
+        item.priceType = kvservice::eLimitPrice;
         item.price = quote->last;
         item.quantity = planned.quantity;
         items.push_back(item);

@@ -5,6 +5,7 @@
 #include "host/services/CStockManager.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/trade/TradeFigures.h"
+#include "terminal/trade/TradeTexts.h"
 
 #include <boost/make_shared.hpp>
 
@@ -144,6 +145,9 @@ TC::CLinkageManager::TimedAmounts TradeService::getTotalBuySellAmounts(const Key
 TC::CLinkageManager::TimedValues TradeService::getTotalProfits(const Keys &instruments, const Keys &accounts,
                                                                const Keys &strategies, bool filter) {
     TimedValues profits;
+    if (!isWanted(mProfitWanted)) {
+        return profits;
+    }
     for (const TradeFigures &at : figures(instruments, accounts, strategies, filter)) {
         profits[minuteOf(at.time)] = at.profit;
     }
@@ -153,10 +157,18 @@ TC::CLinkageManager::TimedValues TradeService::getTotalProfits(const Keys &instr
 TC::CLinkageManager::TimedValues TradeService::getTotalBalances(const Keys &instruments, const Keys &accounts,
                                                                 const Keys &strategies, bool filter) {
     TimedValues balances;
+    if (!isWanted(mBalanceWanted)) {
+        return balances;
+    }
     for (const TradeFigures &at : figures(instruments, accounts, strategies, filter)) {
         balances[minuteOf(at.time)] = at.balance;
     }
     return balances;
+}
+
+bool TradeService::isWanted(const bool &calculator) {
+    const std::lock_guard<std::mutex> hold(mLock);
+    return calculator;
 }
 
 double TradeService::largestAmplitude(const Keys &instruments, const Keys &accounts,
@@ -200,6 +212,7 @@ std::vector<boost::shared_ptr<kvservice::CAccountInfo>> TradeService::getAccount
 
 bool TradeService::getAccounts(const QList<QString> &names, Keys &accounts) {
     std::lock_guard<std::mutex> hold(mLock);
+    accounts.clear();
     for (const QString &name : names) {
         const std::string wanted = name.toStdString();
         for (const auto &entry : mAccounts) {
@@ -232,24 +245,47 @@ TC::CLinkageManager::Keys TradeService::getStocks() {
     return mStocks;
 }
 
-void TradeService::startProfitCalculator() {
+void TradeService::setWanted(bool &calculator, bool wanted) {
     std::lock_guard<std::mutex> hold(mLock);
-    mProfitWanted = true;
+    if (calculator != wanted) {
+        calculator = wanted;
+        mNotices.datas = true; // the series comes or goes
+        mAwake = true;
+        mSignal.notify_all();
+    }
+}
+
+void TradeService::startProfitCalculator() {
+    setWanted(mProfitWanted, true);
 }
 
 void TradeService::stopProfitCalculator() {
-    std::lock_guard<std::mutex> hold(mLock);
-    mProfitWanted = false;
+    setWanted(mProfitWanted, false);
 }
 
 void TradeService::startBalanceCalculator() {
-    std::lock_guard<std::mutex> hold(mLock);
-    mBalanceWanted = true;
+    setWanted(mBalanceWanted, true);
 }
 
 void TradeService::stopBalanceCalculator() {
-    std::lock_guard<std::mutex> hold(mLock);
-    mBalanceWanted = false;
+    setWanted(mBalanceWanted, false);
+}
+
+QString TradeService::getTaskStatusText(int status) {
+    return taskStatusText(status);
+}
+
+QString TradeService::getPriceTypeText(int priceType) {
+    return priceTypeText(priceType);
+}
+
+QString TradeService::getOperationText(int operation) {
+    return operationText(operation);
+}
+
+QString TradeService::getUnitText(const std::string &market, const std::string &code) {
+    const QString word = QString::fromStdString(market);
+    return unitText(mMarket.catalogue()->find(word + QString::fromStdString(code)), word);
 }
 
 } // namespace terminal

@@ -71,8 +71,8 @@ public:
     Keys getStrategys() override;
     Keys getStocks() override;
 
-    // Amounts, profits and balances are worked out when they are asked for; while they are wanted, their change is
-    // told with every minute.
+    // Profits and balances are worked out when they are asked for while they are wanted; then their change is told
+    // with every minute.
     void startProfitCalculator() override;
     void stopProfitCalculator() override;
     void startBalanceCalculator() override;
@@ -89,6 +89,11 @@ public:
     void clearImportData() override;
     /// Does nothing for a task that cannot be cancelled.
     void cancelTask(int taskId, const QString &text) override;
+
+    QString getTaskStatusText(int status) override;
+    QString getPriceTypeText(int priceType) override;
+    QString getOperationText(int operation) override;
+    QString getUnitText(const std::string &market, const std::string &code) override;
 
 private:
     /// What is to be signalled.
@@ -138,6 +143,9 @@ private:
     TradeBook &loadedBook(int day, std::unique_lock<std::mutex> &hold);
     std::vector<TradeFigures> figures(const Keys &instruments, const Keys &accounts, const Keys &strategies,
                                       bool filter);
+    // Of one of the two flags below.
+    bool isWanted(const bool &calculator);
+    void setWanted(bool &calculator, bool wanted);
     double largestAmplitude(const Keys &instruments, const Keys &accounts,
                             TradeBook::Span (TradeBook::*span)(const std::string &, const Keys &) const);
 

@@ -56,6 +56,13 @@ public:
         mLog.add(QStringLiteral("CLinkageManager::cancelTask %1 %2").arg(taskId).arg(text));
     }
 
+    QString getTaskStatusText(int status) override { return QStringLiteral("status %1").arg(status); }
+    QString getPriceTypeText(int priceType) override { return QStringLiteral("price %1").arg(priceType); }
+    QString getOperationText(int operation) override { return QStringLiteral("operation %1").arg(operation); }
+    QString getUnitText(const std::string &market, const std::string &code) override {
+        return QString::fromStdString("unit " + market + code);
+    }
+
     bool mEnabled = false;
     std::map<std::string, Records<kvservice::COrderDetail>> mOrders;
     std::map<std::string, Records<kvservice::CDealDetail>> mDeals;

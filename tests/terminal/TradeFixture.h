@@ -44,6 +44,10 @@ protected:
         mTrade.reset();
         mTrade = std::make_unique<terminal::TradeService>(mStore, mExchange, mClock);
     }
+    void wantFigures() {
+        mTrade->startProfitCalculator();
+        mTrade->startBalanceCalculator();
+    }
     void goTo(qint64 time) {
         mClock.setTime(time);
         mTrade->advance();

@@ -164,6 +164,7 @@ TEST_F(TradeImportTest, WhatCannotBeReadIsLeftOut) {
 }
 
 TEST_F(TradeImportTest, InstrumentWithoutADetailIsTakenAndHarmless) {
+    wantFigures();
     mTrade->importOrder("out", "ZZ9", "o", 9.87, 300, seconds(10, 15), 49);
     mTrade->importDeal("out", "ZZ9", "d", 9.87, 100, seconds(10, 15), 49);
     goTo(at(10, 30));

@@ -33,12 +33,13 @@ TEST_F(TradeServiceTest, AccountsAreKnownByTypeIdAndName) {
     EXPECT_TRUE(mTrade->getAccounts(
         {QStringLiteral("80010001"), QStringLiteral("期货一号"), QStringLiteral("?")}, found));
     EXPECT_EQ(found, (Keys{"80010001", "90010001"}));
-    Keys none;
+    Keys none{"80020002"}; // of an earlier question
     EXPECT_FALSE(mTrade->getAccounts({QStringLiteral("nobody")}, none));
     EXPECT_TRUE(none.empty());
 }
 
 TEST_F(TradeServiceTest, NothingIsTradedBeforeTheMarketOpens) {
+    wantFigures();
     goTo(at(9, 29));
     EXPECT_TRUE(mTrade->getOrderDetails(mDay, kShare, kAllAccounts).empty());
     EXPECT_TRUE(mTrade->getTotalProfits({kShare}, kAllAccounts, {}, false).empty());
@@ -220,6 +221,7 @@ TEST_F(TradeServiceTest, TotalsAreThoseOfTheDeals) {
 }
 
 TEST_F(TradeServiceTest, BalanceIsTheNetPositionAtTheMinutesPrice) {
+    wantFigures();
     goTo(at(11, 0));
     std::map<int, double> price;
     for (const MinuteBar &bar : mExchange.dayBars(QString::fromStdString(kShare), mDay)) {
@@ -255,6 +257,7 @@ TEST_F(TradeServiceTest, FilterTakesTheStrategiesDealsAlone) {
     ASSERT_GT(ofStrategy, 0.0);
     ASSERT_LT(ofStrategy, all);
     const Keys one{"TWAP拆单"};
+    wantFigures();
     EXPECT_NEAR(mTrade->getTotalBuySellAmounts({kShare}, kStockAccounts, one, true).rbegin()->second.first,
                 ofStrategy, 1e-6);
     EXPECT_NEAR(mTrade->getTotalBuySellAmounts({kShare}, kStockAccounts, one, false).rbegin()->second.first,
@@ -342,6 +345,45 @@ TEST_F(TradeServiceTest, UnknownOrEndedTaskIsNotCancelled) {
     EXPECT_EQ(told, 0);
 }
 
+TEST_F(TradeServiceTest, ProfitsAndBalancesAreThereWhileTheyAreWanted) {
+    goTo(at(10, 30));
+    const auto profits = [this] { return mTrade->getTotalProfits({kShare}, kAllAccounts, {}, false).size(); };
+    const auto balances = [this] { return mTrade->getTotalBalances({kShare}, kAllAccounts, {}, false).size(); };
+    EXPECT_EQ(profits() + balances(), 0U);
+    mTrade->startProfitCalculator();
+    mTrade->startProfitCalculator();
+    EXPECT_EQ(profits(), 61U); // 09:30 to 10:30
+    EXPECT_EQ(balances(), 0U);
+    mTrade->startBalanceCalculator();
+    EXPECT_EQ(balances(), 61U);
+    mTrade->stopProfitCalculator(); // once is enough
+    EXPECT_EQ(profits(), 0U);
+    EXPECT_EQ(balances(), 61U);
+    mTrade->stopBalanceCalculator();
+    EXPECT_EQ(balances(), 0U);
+    EXPECT_EQ(mTrade->getTotalBuySellAmounts({kShare}, kAllAccounts, {}, false).size(), 61U);
+}
+
+TEST_F(TradeServiceTest, ACalculatorThatStartsOrStopsIsToldAsAChangeOfData) {
+    goTo(at(10, 30));
+    int told = 0;
+    mTrade->sigDatasChanged.connect([&] { ++told; });
+    const auto tellings = [&] {
+        told = 0;
+        mTrade->advance();
+        return told;
+    };
+    EXPECT_EQ(tellings(), 0);
+    mTrade->startBalanceCalculator();
+    EXPECT_EQ(tellings(), 1);
+    mTrade->startBalanceCalculator();
+    EXPECT_EQ(tellings(), 0);
+    mTrade->stopBalanceCalculator();
+    EXPECT_EQ(tellings(), 1);
+    mTrade->stopBalanceCalculator();
+    EXPECT_EQ(tellings(), 0);
+}
+
 TEST_F(TradeServiceTest, WantedProfitIsToldEveryMinute) {
     goTo(at(11, 0));
     int told = 0;
@@ -379,6 +421,7 @@ TEST_F(TradeServiceTest, SignalsComeOnAThreadOfTheService) {
 
 TEST_F(TradeServiceTest, ManyThreadsAskWhileItTrades) {
     mClock.setTime(at(9, 31));
+    wantFigures();
     mTrade->start();
     std::vector<std::thread> askers;
     std::atomic<int> wrong{0};

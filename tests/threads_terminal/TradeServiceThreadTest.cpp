@@ -52,7 +52,7 @@ TEST_F(TradeServiceThreads, FourThreadsAskWhileTheExchangeTradesAtTheFastestPace
     };
     mTrade->sigLinkageChanged.connect(hear);
     mTrade->sigTaskChanged.connect(hear);
-    mTrade->startProfitCalculator();
+    wantFigures();
     mClock.setTime(at(9, 31));
     mClock.setPace(600.0);
     mClock.resume();
