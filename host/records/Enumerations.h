@@ -46,6 +46,12 @@ enum class EClientType : int { Standard = 0, Research = 1, Web = 2, Trading = 3 
 /// What the user picked in the smart keyboard.
 enum class ESmartKeyType : int { Stock = 0, Function = 1, Formula = 2, Shortcut = 3, Index = 4 };
 
+/// How a file of records is read.
+enum class EFileType : int {
+    CommaSeparated = 0, ///< text, as it stands
+    Spreadsheet = 1, ///< cells of a row are joined by tabs
+};
+
 /// "Unset" in every field and range of prices and values: the largest finite double.
 constexpr double kUnsetValue = std::numeric_limits<double>::max();
 /// Tolerance of all comparisons of values, ranges and zero.
