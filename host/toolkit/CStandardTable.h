@@ -1,0 +1,131 @@
+#pragma once
+
+#include "host/toolkit/CUiResource.h"
+
+#include <QList>
+#include <QSet>
+#include <QStringList>
+#include <QTableWidget>
+
+class QMenu;
+
+namespace GZ {
+
+/// A table of rows that only its owner changes, in the look of the theme. Cells are texts or widgets. The user sorts by
+/// a click on a heading, widens and moves columns, hides them and copies by the context menu; how the columns then lie
+/// can be kept as a text.
+class CStandardTable : public QTableWidget, public CUiResourceChangeHandler {
+    Q_OBJECT
+public:
+    /// What a table does. A new one does everything but the last.
+    enum EFlag : int {
+        eFocus = 0x1, ///< takes the keyboard, and with it a selection of rows
+        eMoveColumns = 0x2, ///< headings can be dragged
+        eResizeColumns = 0x4,
+        eSort = 0x8, ///< a click on a heading sorts; not for tables with widgets in cells
+        eHighRows = 0x800000, ///< rows have room for a text above a bar
+        eStandardFlags = eFocus | eMoveColumns | eResizeColumns | eSort,
+    };
+    /// Entries of the context menu.
+    enum EMenu : int {
+        eCopyCell = 0x1,
+        eCopyRows = 0x2,
+        eCopyAll = 0x4,
+        eSelectAll = 0x8,
+        eFitColumns = 0x10,
+        eShowColumns = 0x20,
+        eDefaultLayout = 0x40,
+        eUnsorted = 0x80,
+        eCopyWithHeadings = 0x100, ///< copied rows begin with the headings
+        eWholeMenu = 0x1ff,
+    };
+    /// Bits of a cell's alignment, beside those of Qt::Alignment.
+    enum EAlignment : int {
+        eFillWidth = 0x1000, ///< the widget is as wide as its cell
+        eFillHeight = 0x2000,
+        eFill = eFillWidth | eFillHeight,
+        eCentered = Qt::AlignCenter,
+    };
+
+    CStandardTable(int id, int menuFlags, QWidget *parent = nullptr);
+    ~CStandardTable() override;
+
+    /// The number under which the user's configuration keeps the layout.
+    int getID() const { return mId; }
+    int getFlags() const { return mFlags; }
+    void setFlags(int flags);
+    void setFlag(int flag, bool on) { setFlags(on ? mFlags | flag : mFlags & ~flag); }
+    /// Whether the last column takes the width that is left over; it does unless told.
+    void setAutoAdjust(bool adjust);
+    /// Pixels; 0 hides the headings.
+    void setHeaderHeight(int height);
+    /// Replaces all columns; rows and the user's layout go.
+    void setHeaders(const QStringList &headers);
+    /// The width until the user chooses another.
+    void setDefaultWidth(int column, int width);
+
+    /// Adds an empty row at the end; answers its number.
+    int addRow();
+    /// Takes out all rows, and ends the widgets in them.
+    void clearRows();
+    /// A text; `alignment` is of Qt::Alignment. Rows sort by the number `sortValue`, or by the text when it is none.
+    void setText(int row, int column, const QString &text, int alignment = eCentered,
+                 const QVariant &sortValue = {});
+    /// A widget, which the table owns from now on: of its own size, placed by Qt::Alignment, or filling the cell as
+    /// EAlignment says.
+    void setWidget(int row, int column, QWidget *widget, int alignment = eCentered);
+    /// The widget that was placed in a cell; null when there is none.
+    QWidget *widgetAt(int row, int column) const;
+    /// The text of a cell; of one with a widget the texts that it shows.
+    QString textAt(int row, int column) const;
+
+    /// Sorts by a column; a negative one puts the rows into the order in which they were added.
+    void sortRows(int column, Qt::SortOrder order);
+    /// Sorts rows in that came since they were sorted, and gives every column that the user has not sized the width
+    /// that its heading and its visible rows need.
+    void adjustVisibleRowsColumnWidth();
+
+    /// The user's layout: order, widths that he chose, hidden columns, sorting. Empty as long as he has changed nothing.
+    QString saveConfigStr() const;
+    /// Takes such a layout over. Columns that this table does not have are passed over; a text that is no layout
+    /// changes nothing and answers false.
+    bool loadConfigStr(const QString &text);
+    /// Columns as they were before the user's changes.
+    void restoreDefaultLayout();
+
+    void onUiResourceChanged() override;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void applyFlags();
+    void onHeadingClicked(int column);
+    void onSectionResized(int column);
+    QList<int> orderedRows(int column, Qt::SortOrder order) const;
+    void reorderRows(const QList<int> &rows);
+    void showSorting();
+    int neededWidth(int column) const;
+
+    void addCopyEntries(QMenu &menu, const QPoint &at);
+    void addColumnEntries(QMenu &menu);
+    QString copiedText(const QList<int> &rows) const;
+    QList<int> selectedRows() const;
+
+    QString heading(int column) const;
+    int columnOf(const QString &heading) const; ///< -1 when there is none
+    int lastVisibleColumn() const;
+
+    int mId;
+    int mMenuFlags;
+    int mFlags = eStandardFlags;
+    QList<int> mDefaultWidths; ///< by column
+    QSet<int> mSizedColumns; ///< by the user
+    int mNextRow = 0; ///< running number of the rows
+    bool mPressed = false; ///< the mouse, on the headings
+    int mSortColumn = -1;
+    Qt::SortOrder mSortOrder = Qt::AscendingOrder;
+};
+
+} // namespace GZ
