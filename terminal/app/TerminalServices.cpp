@@ -77,8 +77,8 @@ QVector<SearchEntry> formulaEntries(const TC::CFormulaCatalogDetail &folder) {
 struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
         : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
-          trade(*s.mTrade), enhance(s.mEnhance), smartKeys(s.mSmartKeys), templates(s.mTemplates),
-          formulas(*s.mFormulas), replay(*s.mReplay) {}
+          trade(*s.mTrade), files(s.mFiles), enhance(s.mEnhance), smartKeys(s.mSmartKeys),
+          templates(s.mTemplates), formulas(*s.mFormulas), replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
     Installation<se::IdGenerator> ids;
@@ -86,6 +86,7 @@ struct TerminalServices::Installations {
     Installation<TC::CMultiRequestDataManager> cache;
     Installation<TC::CStrategyTradeManager> strategies;
     Installation<TC::CLinkageManager> trade;
+    Installation<TC::CFileClient> files;
     Installation<TC::CEnhanceDrawManager> enhance;
     Installation<TC::CSmartKeyManager> smartKeys;
     Installation<TC::CIndexTemplateManager> templates;
@@ -109,6 +110,7 @@ TerminalServices::TerminalServices(const TerminalSettings &settings)
 }
 
 TerminalServices::~TerminalServices() {
+    mFiles.stop(); // what it reads goes to the trade service
     if (mTrade) {
         mTrade->stop();
     }

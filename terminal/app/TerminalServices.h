@@ -4,6 +4,7 @@
 #include "terminal/app/SmartKeyService.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/config/IndexTemplateService.h"
+#include "terminal/files/FileClient.h"
 #include "terminal/formula/FormulaCatalogue.h"
 #include "terminal/formula/FormulaMessages.h"
 #include "terminal/formula/FormulaService.h"
@@ -69,6 +70,7 @@ public:
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
     TradeService &trade() { return *mTrade; }
+    FileClient &files() { return mFiles; }
     FormulaCatalogue &catalogue() { return mCatalogue; }
 
     /// All that a chart can show, to search in.
@@ -105,6 +107,7 @@ private:
     SimulatedHistory mHistory{mStore};
     StrategyService mStrategies;
     std::unique_ptr<TradeService> mTrade;
+    FileClient mFiles;
     EnhanceDrawService mEnhance;
     SmartKeyService mSmartKeys;
     IndexTemplateService mTemplates{mConfig, mCatalogue};

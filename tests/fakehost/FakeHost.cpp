@@ -17,6 +17,7 @@ FakeHost::FakeHost() {
     TC::CSingletonT<TC::CReplayManager>::install(&mReplay);
     TC::CSingletonT<TC::CStrategyTradeManager>::install(&mStrategies);
     TC::CSingletonT<TC::CLinkageManager>::install(&mLinkage);
+    TC::CManualSingletonT<TC::CFileClient>::install(&mFiles);
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(&mEnhance);
     TC::CSingletonT<TC::CSmartKeyManager>::install(&mSmartKeys);
     TC::CSingletonT<TC::CIndexTemplateManager>::install(&mTemplates);
@@ -40,6 +41,7 @@ FakeHost::~FakeHost() {
     TC::CSingletonT<TC::CReplayManager>::install(nullptr);
     TC::CSingletonT<TC::CStrategyTradeManager>::install(nullptr);
     TC::CSingletonT<TC::CLinkageManager>::install(nullptr);
+    TC::CManualSingletonT<TC::CFileClient>::install(nullptr);
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(nullptr);
     TC::CSingletonT<TC::CSmartKeyManager>::install(nullptr);
     TC::CSingletonT<TC::CIndexTemplateManager>::install(nullptr);

@@ -4,6 +4,7 @@
 #include "tests/fakehost/FakeCatalogues.h"
 #include "tests/fakehost/FakeClock.h"
 #include "tests/fakehost/FakeConfig.h"
+#include "tests/fakehost/FakeFileClient.h"
 #include "tests/fakehost/FakeFormulaServices.h"
 #include "tests/fakehost/FakeLinkageManager.h"
 #include "tests/fakehost/FakeStockManager.h"
@@ -34,6 +35,7 @@ public:
     FakeReplayManager mReplay{mLog};
     FakeStrategyTradeManager mStrategies{mLog};
     FakeLinkageManager mLinkage{mLog};
+    FakeFileClient mFiles{mLog};
     FakeEnhanceDrawManager mEnhance{mLog};
     FakeSmartKeyManager mSmartKeys;
     FakeIndexTemplateManager mTemplates;

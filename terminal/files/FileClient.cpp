@@ -1,0 +1,68 @@
+#include "terminal/files/FileClient.h"
+
+#include "terminal/files/FileLines.h"
+
+#include <utility>
+
+namespace terminal {
+
+FileClient::~FileClient() {
+    stop();
+}
+
+void FileClient::stop() {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mStopping = true;
+        mReads.clear();
+    }
+    mSignal.notify_all();
+    if (mThread.joinable()) {
+        mThread.join();
+    }
+}
+
+void FileClient::readFileByLine(int &seq, TC::EFileType type, const QString &path, LineHandler lineHandler) {
+    std::lock_guard<std::mutex> hold(mLock);
+    seq = ++mLastSeq;
+    if (mStopping) {
+        return;
+    }
+    mReads.push_back({seq, type, path, std::move(lineHandler)});
+    if (!mThread.joinable()) {
+        mThread = std::thread([this] { run(); });
+    }
+    mSignal.notify_all();
+}
+
+void FileClient::run() {
+    for (;;) {
+        std::unique_lock<std::mutex> hold(mLock);
+        mSignal.wait(hold, [this] { return mStopping || !mReads.empty(); });
+        if (mStopping) {
+            return;
+        }
+        const Read next = std::move(mReads.front());
+        mReads.pop_front();
+        hold.unlock();
+        read(next);
+    }
+}
+
+bool FileClient::isStopping() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mStopping;
+}
+
+void FileClient::read(const Read &read) {
+    const QString trouble = readFileLines(read.path, read.type, [&](const QString &line) {
+        read.handler(line);
+        return !isStopping();
+    });
+    if (isStopping()) {
+        return;
+    }
+    mEnds.post([this, seq = read.seq, trouble] { emit sigReadFinished(seq, trouble.isEmpty(), trouble); });
+}
+
+} // namespace terminal

@@ -1,0 +1,82 @@
+#include "terminal/files/FileLines.h"
+
+#include "terminal/files/SheetLines.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+namespace terminal {
+namespace {
+
+constexpr qint64 kLargestFile = 100LL * 1000 * 1000; ///< bytes
+
+QString readContent(const QString &path, QByteArray &content) {
+    QFile file(path);
+    if (!QFileInfo(path).isFile()) { // a pipe would be waited for
+        return QStringLiteral("%1: cannot be read: there is no such file").arg(path);
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QStringLiteral("%1: cannot be read: %2").arg(path, file.errorString());
+    }
+    if (file.size() > kLargestFile) {
+        return QStringLiteral("%1: larger than %2 MB: split it").arg(path).arg(kLargestFile / 1000000);
+    }
+    content = file.readAll();
+    return file.error() == QFileDevice::NoError
+               ? QString()
+               : QStringLiteral("%1: cannot be read: %2").arg(path, file.errorString());
+}
+
+bool startsWithMark(const QByteArray &content) {
+    return content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff");
+}
+
+} // namespace
+
+QString decodedText(const QByteArray &content) {
+    QTextCodec::ConverterState state;
+    QTextCodec *marked = QTextCodec::codecForUtfText(content, nullptr);
+    if (marked) {
+        return marked->toUnicode(content.constData(), content.size(), &state);
+    }
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(content.constData(), content.size(), &state);
+    if (state.invalidChars == 0 && state.remainingChars == 0) {
+        return text;
+    }
+    return QTextCodec::codecForName("GB18030")->toUnicode(content);
+}
+
+void splitLines(const QString &text, const TakeLine &take) {
+    for (int start = 0; start < text.size();) {
+        const int found = text.indexOf(QLatin1Char('\n'), start);
+        const int end = found < 0 ? text.size() : found;
+        const bool carriage = end > start && text[end - 1] == QLatin1Char('\r');
+        if (!take(text.mid(start, end - start - (carriage ? 1 : 0)))) {
+            return;
+        }
+        start = end + 1;
+    }
+}
+
+QString readFileLines(const QString &path, TC::EFileType type, const TakeLine &take) {
+    QByteArray content;
+    const QString trouble = readContent(path, content);
+    if (!trouble.isEmpty()) {
+        return trouble;
+    }
+    if (startsWithMark(content) || !content.contains('\0')) {
+        splitLines(decodedText(content), take);
+        return {};
+    }
+    if (type == TC::EFileType::Spreadsheet && readSheetLines(path, take)) {
+        return {};
+    }
+    return type == TC::EFileType::Spreadsheet
+               ? QStringLiteral("%1: neither a spreadsheet of Excel 97-2003 (.xls) nor a text: save it as one")
+                     .arg(path)
+               : QStringLiteral("%1: a binary file, no text: save it as comma-separated text").arg(path);
+}
+
+} // namespace terminal
