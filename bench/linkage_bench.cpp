@@ -71,6 +71,16 @@ public:
         param.mStockAccounts = {QStringLiteral("A")};
     }
     void draw(QPainter &painter) { mChart.data().drawLinkageMarks(&painter, QRect(QPoint(1, 3), kPane)); }
+    void fetch() {
+        TC::CLinkageManager &linkage = mChart.host().mLinkage;
+        const std::string stock = mChart.param().getStock().toStdString();
+        benchmark::DoNotOptimize(linkage.getOrderDetails(0, stock, {"A"}));
+        benchmark::DoNotOptimize(linkage.getDealDetails(0, stock, {"A"}));
+        const auto accounts = linkage.getTaskDetails(stock, {"A"});
+        for (const auto &task : accounts.at("A")) {
+            benchmark::DoNotOptimize(linkage.getTaskItemFinishNumber(task.second, stock));
+        }
+    }
     TC::CRealtimeData &data() { return mChart.data(); }
     /// Where a record's mark is.
     QPoint markOf(int record) {
@@ -97,10 +107,10 @@ private:
     bench::BenchChart mChart;
 };
 
-/// All three kinds, by the view that shows them and the device pixels per pixel.
+/// All three kinds, by the view that shows them and the device pixels per hundred pixels.
 void drawTrades(benchmark::State &state) {
     TradedDay day(static_cast<int>(state.range(0)));
-    const int ratio = static_cast<int>(state.range(1));
+    const double ratio = static_cast<double>(state.range(1)) / 100.0;
     QImage image(kPane * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
@@ -113,9 +123,18 @@ void drawTrades(benchmark::State &state) {
     }
 }
 BENCHMARK(drawTrades)
-    ->ArgsProduct({{2, 4}, {1, 2}})
-    ->ArgNames({"view", "ratio"})
+    ->ArgsProduct({{2, 4}, {100, 150, 200}})
+    ->ArgNames({"view", "percent"})
     ->Unit(benchmark::kMillisecond);
+
+/// What of that the records cost that come from the host: three lists, and the progress of every task.
+void fetchTrades(benchmark::State &state) {
+    TradedDay day(4);
+    for (auto _ : state) {
+        day.fetch();
+    }
+}
+BENCHMARK(fetchTrades)->Unit(benchmark::kMillisecond);
 
 void hitTrade(benchmark::State &state) {
     TradedDay day(4);

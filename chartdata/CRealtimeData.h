@@ -34,7 +34,7 @@ namespace TC {
 
 class CGraphAxisWidget;
 class CRealtimeUiParam;
-class MarkStamps;
+class MarkPlacer;
 struct LinkageScope;
 
 /// What a result changed; combined by or.
@@ -238,29 +238,22 @@ private:
     bool updateSingleRange(const CFormulaKey &key);
     bool isForeign(const CFormulaKey &key) const;
     MaxMinMap axisRanges() const;
+    QPair<double, double> priceRange() const;
 
     bool findLinkageReference(LinkageScope &scope) const;
-    void drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawAccountView(QPainter &painter, const QRect &rect, LinkageScope scope);
+    void drawSelectedData(QPainter &painter, const QRect &rect, MarkPlacer &placer, const LinkageScope &scope);
+    void drawAccountView(QPainter &painter, MarkPlacer &placer, LinkageScope scope);
     double recordClose(const CInstrumentDetailPtr &detail, bool ofTradeDate) const;
-    bool placeRecord(const QTime &time, double price, double close, const LinkageScope &scope,
-                     const QRect &rect, QPoint &at) const;
-    template <class Record, class Draw>
-    void placeRecords(const CLinkageManager::Records<Record> &accounts, double close, const LinkageScope &scope,
-                      const QRect &rect, Marks<Record> &marks, Draw draw);
-    void drawOrderMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawDealMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawOrderMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
+    void drawDealMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
+    void drawAccountDeals(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
     int costStepEnd() const;
-    void drawCostSteps(QPainter &painter, const QRect &rect);
-    void drawTask(MarkStamps &stamps, const QRect &rect, const LinkageScope &scope,
-                  const std::string &instrument, double close, const QTime &time,
-                  const boost::shared_ptr<kvservice::CTaskDetail> &task);
+    void drawCostSteps(QPainter &painter, const MarkPlacer &placer);
     template <class IsShown>
-    void drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope,
+    void drawTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope,
                    const std::string &instrument, IsShown isShown);
-    void drawTaskMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawAccountTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope);
+    void drawTaskMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
+    void drawAccountTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
     void drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope);
     void drawTotalAmounts(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
     void drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;

@@ -3,6 +3,7 @@
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageGeometry.h"
 #include "chartdata/LinkageScope.h"
+#include "chartdata/MarkPlacer.h"
 #include "chartdata/ValueRange.h"
 #include "host/services/CStockManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -115,29 +116,31 @@ void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
     mTaskMarks.clear();
     painter->save();
     painter->setClipRect(painter->window(), Qt::IntersectClip); // lines are drawn much faster under a clip
+    MarkPlacer placer(*mUiParam, priceRange(), rect.height(), scope.close);
     scope.strategies = mUiParam->mLinkageStrategys;
     scope.filter = mUiParam->mLinkageShow[eFilterStrategies];
     if (mUiParam->mLinkageFlags & eSelectedDataView) {
         scope.accounts = mUiParam->mLinkageAccounts;
         scope.instruments = mUiParam->mLinkageStocks;
-        drawSelectedData(*painter, rect, scope);
+        drawSelectedData(*painter, rect, placer, scope);
     }
     if ((mUiParam->mLinkageFlags & eAccountView) && !scope.key.empty()) {
-        drawAccountView(*painter, rect, scope);
+        drawAccountView(*painter, placer, scope);
     }
     painter->restore();
 }
 
-void CRealtimeData::drawSelectedData(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawSelectedData(QPainter &painter, const QRect &rect, MarkPlacer &placer,
+                                     const LinkageScope &scope) {
     const auto &shown = mUiParam->mLinkageShow;
     if (shown[eShowOrders]) {
-        drawOrderMarks(painter, rect, scope);
+        drawOrderMarks(painter, placer, scope);
     }
     if (shown[eShowDeals]) {
-        drawDealMarks(painter, rect, scope);
+        drawDealMarks(painter, placer, scope);
     }
     if (shown[eShowTasks]) {
-        drawTaskMarks(painter, rect, scope);
+        drawTaskMarks(painter, placer, scope);
     }
     if (shown[eShowTotals] || shown[eShowNet]) {
         drawAmountCurves(painter, rect, scope);
@@ -150,7 +153,7 @@ void CRealtimeData::drawSelectedData(QPainter &painter, const QRect &rect, const
     }
 }
 
-void CRealtimeData::drawAccountView(QPainter &painter, const QRect &rect, LinkageScope scope) {
+void CRealtimeData::drawAccountView(QPainter &painter, MarkPlacer &placer, LinkageScope scope) {
     const QString market = getDetailQsMarket(mUiParam->getStockDetail());
     const QList<QString> &names =
         isFuturesMarket(market) ? mUiParam->mFutureAccounts : mUiParam->mStockAccounts;
@@ -159,9 +162,9 @@ void CRealtimeData::drawAccountView(QPainter &painter, const QRect &rect, Linkag
         return;
     }
     scope.instruments = {scope.key};
-    drawOrderMarks(painter, rect, scope);
-    drawAccountDeals(painter, rect, scope);
-    drawAccountTasks(painter, rect, scope);
+    drawOrderMarks(painter, placer, scope);
+    drawAccountDeals(painter, placer, scope);
+    drawAccountTasks(painter, placer, scope);
 }
 
 } // namespace TC

@@ -3,6 +3,7 @@
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageGeometry.h"
 #include "chartdata/LinkageScope.h"
+#include "chartdata/MarkPlacer.h"
 #include "chartdata/MarkStamps.h"
 #include "chartdata/ValueRange.h"
 #include "host/services/CHostClock.h"
@@ -74,6 +75,56 @@ void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool 
     });
 }
 
+/// Enters a record at a point: one of the same key there gives way. What the entry is keyed by does not count.
+template <class Record, class Entry>
+void enterMark(CRealtimeData::Marks<Record> &marks, const QPoint &at, Entry entry) {
+    entry.key() = entry.mapped()->getKey();
+    auto entered = marks[at.x()][at.y()].insert(std::move(entry));
+    if (!entered.inserted) {
+        entered.position->second = std::move(entered.node.mapped());
+    }
+}
+
+/// Places the records of one kind, day and instrument that `isShown` lets pass, and hands each to `draw` with its
+/// point. The entries move from the accounts to the marks: copies of thousands would take longer than the drawing.
+template <class Record, class IsShown, class Draw>
+void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkPlacer &placer,
+                  CRealtimeData::Marks<Record> &marks, IsShown isShown, Draw draw) {
+    for (auto &account : accounts) {
+        auto &records = account.second;
+        while (!records.empty()) {
+            auto entry = records.extract(records.begin());
+            const Record *record = entry.mapped().get();
+            if (!record || !isShown(*record)) {
+                continue;
+            }
+            const QTime time = recordTime(record->mTime);
+            QPoint at;
+            if (placer.place(time, record->mPrice, close, at)) {
+                draw(*record, time, at);
+                enterMark<Record>(marks, at, std::move(entry));
+            }
+        }
+    }
+}
+
+/// Draws the items of a task that belong to an instrument as flags, and adds the points where they stand.
+void stampTask(MarkStamps &stamps, MarkPlacer &placer, const std::string &instrument, double close,
+               const QTime &time, const boost::shared_ptr<kvservice::CTaskDetail> &task,
+               std::vector<QPoint> &points) {
+    for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
+        QPoint at;
+        if (item && vmStockKey(item->mMarket, item->mCode) == instrument &&
+            placer.place(time, item->mPrice, close, at)) {
+            const long long done =
+                CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
+            stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
+                      kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
+            points.push_back(at);
+        }
+    }
+}
+
 } // namespace
 
 /// Close that the prices of an instrument's records are placed against.
@@ -84,38 +135,7 @@ double CRealtimeData::recordClose(const CInstrumentDetailPtr &detail, bool ofTra
     return getDetailLastClose(detail);
 }
 
-/// Where a record lies in the graph; false when its price can be placed nowhere.
-bool CRealtimeData::placeRecord(const QTime &time, double price, double close, const LinkageScope &scope,
-                                const QRect &rect, QPoint &at) const {
-    const double value = close == scope.close ? price : relativeValue(price, close, scope.close);
-    if (!isUsable(value)) {
-        return false;
-    }
-    at = QPoint(mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(time)), yOfValue(value, rect));
-    return true;
-}
-
-/// Places the records of one kind and day of all instruments of the scope, and hands each to `draw` with its
-/// point and whether it belongs to another instrument than the main one.
-template <class Record, class Draw>
-void CRealtimeData::placeRecords(const CLinkageManager::Records<Record> &accounts, double close,
-                                 const LinkageScope &scope, const QRect &rect, Marks<Record> &marks,
-                                 Draw draw) {
-    for (const auto &account : accounts) {
-        for (const auto &item : account.second) {
-            const boost::shared_ptr<Record> &record = item.second;
-            QPoint at;
-            if (!record || !scope.admits(strategyOf(record->mCommand)) ||
-                !placeRecord(recordTime(record->mTime), record->mPrice, close, scope, rect, at)) {
-                continue;
-            }
-            marks[at.x()][at.y()][record->getKey()] = record;
-            draw(*record, at);
-        }
-    }
-}
-
-void CRealtimeData::drawOrderMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawOrderMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
     CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
     MarkStamps stamps(painter);
     for (const std::string &instrument : scope.instruments) {
@@ -124,16 +144,18 @@ void CRealtimeData::drawOrderMarks(QPainter &painter, const QRect &rect, const L
             continue;
         }
         const bool other = instrument != scope.key;
-        placeRecords(linkage.getOrderDetails(mTradeDate, instrument, scope.accounts),
-                     recordClose(detail, !mIsLastTradingDay), scope, rect, mOrderMarks,
-                     [&](const kvservice::COrderDetail &order, const QPoint &at) {
-                         const bool buy = kvservice::isBuyByDirection(order.mDirection, order.mOffsetFlag);
-                         stampCircle(stamps, at, false, other, buy, other ? kSoftAlpha : kStrongAlpha);
-                     });
+        placeRecords<kvservice::COrderDetail>(
+            linkage.getOrderDetails(mTradeDate, instrument, scope.accounts),
+            recordClose(detail, !mIsLastTradingDay), placer, mOrderMarks,
+            [&](const auto &order) { return scope.admits(strategyOf(order.mCommand)); },
+            [&](const auto &order, const QTime &, const QPoint &at) {
+                const bool buy = kvservice::isBuyByDirection(order.mDirection, order.mOffsetFlag);
+                stampCircle(stamps, at, false, other, buy, other ? kSoftAlpha : kStrongAlpha);
+            });
     }
 }
 
-void CRealtimeData::drawDealMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawDealMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
     CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
     MarkStamps stamps(painter);
     for (const std::string &instrument : scope.instruments) {
@@ -142,42 +164,35 @@ void CRealtimeData::drawDealMarks(QPainter &painter, const QRect &rect, const Li
             continue;
         }
         const bool other = instrument != scope.key;
-        placeRecords(linkage.getDealDetails(mTradeDate, instrument, scope.accounts), recordClose(detail, false),
-                     scope, rect, mDealMarks, [&](const kvservice::CDealDetail &deal, const QPoint &at) {
-                         const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-                         stampCircle(stamps, at, true, other, buy, other ? kSoftAlpha : kStrongAlpha);
-                     });
+        placeRecords<kvservice::CDealDetail>(
+            linkage.getDealDetails(mTradeDate, instrument, scope.accounts), recordClose(detail, false), placer,
+            mDealMarks, [&](const auto &deal) { return scope.admits(strategyOf(deal.mCommand)); },
+            [&](const auto &deal, const QTime &, const QPoint &at) {
+                const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
+                stampCircle(stamps, at, true, other, buy, other ? kSoftAlpha : kStrongAlpha);
+            });
     }
 }
 
-void CRealtimeData::drawAccountDeals(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawAccountDeals(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
     mUiParam->mLinkageBuys.clear();
     mUiParam->mLinkageSells.clear();
     const CInstrumentDetailPtr detail = detailOf(scope.key);
     if (!detail) {
         return;
     }
-    auto accounts =
-        CSingletonT<CLinkageManager>::instance().getDealDetails(mTradeDate, scope.key, scope.accounts);
-    const auto isAhead = [this](const boost::shared_ptr<kvservice::CDealDetail> &deal) {
-        return mReplayMode && deal && recordTime(deal->mTime) > mReplayTime;
-    };
-    for (auto &account : accounts) {
-        for (auto deal = account.second.begin(); deal != account.second.end();) {
-            deal = isAhead(deal->second) ? account.second.erase(deal) : std::next(deal);
-        }
-    }
     MarkStamps stamps(painter);
-    LinkageScope unfiltered = scope;
-    unfiltered.filter = false;
-    placeRecords(accounts, recordClose(detail, !mIsLastTradingDay || mReplayMode), unfiltered, rect, mDealMarks,
-                 [&](const kvservice::CDealDetail &deal, const QPoint &at) {
-                     const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-                     auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
-                     addTrade(side[mUiParam->getIndexByTime(recordTime(deal.mTime))], deal);
-                     stampCircle(stamps, at, true, false, buy, kSoftAlpha);
-                 });
-    drawCostSteps(painter, rect);
+    placeRecords<kvservice::CDealDetail>(
+        CSingletonT<CLinkageManager>::instance().getDealDetails(mTradeDate, scope.key, scope.accounts),
+        recordClose(detail, !mIsLastTradingDay || mReplayMode), placer, mDealMarks,
+        [this](const auto &deal) { return !mReplayMode || recordTime(deal.mTime) <= mReplayTime; },
+        [&](const auto &deal, const QTime &time, const QPoint &at) {
+            const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
+            auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
+            addTrade(side[placer.indexOf(time)], deal);
+            stampCircle(stamps, at, true, false, buy, kSoftAlpha);
+        });
+    drawCostSteps(painter, placer);
 }
 
 /// Column where the average-cost steps end.
@@ -189,9 +204,9 @@ int CRealtimeData::costStepEnd() const {
                              : kFarRight;
 }
 
-void CRealtimeData::drawCostSteps(QPainter &painter, const QRect &rect) {
-    const auto column = [this](int index) { return mUiParam->getXAxisByIndex(index); };
-    const auto row = [this, &rect](double cost) { return yOfValue(cost, rect); };
+void CRealtimeData::drawCostSteps(QPainter &painter, const MarkPlacer &placer) {
+    const auto column = [&placer](int index) { return placer.columnOf(index); };
+    const auto row = [&placer](double cost) { return placer.rowOf(cost); };
     const int end = costStepEnd();
     CostStep at;
     const auto drawSide = [&](const TradedAmounts &traded, bool buy, bool extendsBackwards) {
@@ -206,27 +221,9 @@ void CRealtimeData::drawCostSteps(QPainter &painter, const QRect &rect) {
     drawSide(mUiParam->mLinkageSells, false, true);
 }
 
-/// The items of a task that belong to an instrument, as flags.
-void CRealtimeData::drawTask(MarkStamps &stamps, const QRect &rect, const LinkageScope &scope,
-                             const std::string &instrument, double close, const QTime &time,
-                             const boost::shared_ptr<kvservice::CTaskDetail> &task) {
-    for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
-        QPoint at;
-        if (!item || vmStockKey(item->mMarket, item->mCode) != instrument ||
-            !placeRecord(time, item->mPrice, close, scope, rect, at)) {
-            continue;
-        }
-        const long long done =
-            CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
-        mTaskMarks[at.x()][at.y()][task->getKey()] = task;
-        stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
-                  kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
-    }
-}
-
 /// Draws the tasks of an instrument that `isShown`, given a task and its time, lets pass.
 template <class IsShown>
-void CRealtimeData::drawTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope,
+void CRealtimeData::drawTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope,
                               const std::string &instrument, IsShown isShown) {
     const CInstrumentDetailPtr detail = detailOf(instrument);
     if (!detail) {
@@ -235,35 +232,45 @@ void CRealtimeData::drawTasks(QPainter &painter, const QRect &rect, const Linkag
     const double close = recordClose(detail, false);
     MarkStamps stamps(painter);
     ClockTimes clock;
-    for (const auto &account :
-         CSingletonT<CLinkageManager>::instance().getTaskDetails(instrument, scope.accounts)) {
-        for (const auto &item : account.second) {
-            const boost::shared_ptr<kvservice::CTaskDetail> &task = item.second;
+    std::vector<QPoint> points;
+    auto accounts = CSingletonT<CLinkageManager>::instance().getTaskDetails(instrument, scope.accounts);
+    for (auto &account : accounts) {
+        while (!account.second.empty()) {
+            auto entry = account.second.extract(account.second.begin());
+            const boost::shared_ptr<kvservice::CTaskDetail> &task = entry.mapped();
             if (!task || task->mItems.empty() || !task->mItems.front()) {
                 continue;
             }
             const QTime time = clock(task->mStartTime);
-            if (isShown(*task, time)) {
-                drawTask(stamps, rect, scope, instrument, close, time, task);
+            if (!isShown(*task, time)) {
+                continue;
+            }
+            points.clear();
+            stampTask(stamps, placer, instrument, close, time, task, points);
+            for (std::size_t i = 1; i < points.size(); ++i) {
+                mTaskMarks[points[i].x()][points[i].y()][task->getKey()] = task;
+            }
+            if (!points.empty()) {
+                enterMark<kvservice::CTaskDetail>(mTaskMarks, points.front(), std::move(entry));
             }
         }
     }
 }
 
-void CRealtimeData::drawTaskMarks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawTaskMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
     for (const std::string &instrument : scope.instruments) {
-        drawTasks(painter, rect, scope, instrument, [&](const kvservice::CTaskDetail &task, const QTime &) {
+        drawTasks(painter, placer, scope, instrument, [&](const kvservice::CTaskDetail &task, const QTime &) {
             return scope.admits(strategyOf(task.mCommand));
         });
     }
 }
 
-void CRealtimeData::drawAccountTasks(QPainter &painter, const QRect &rect, const LinkageScope &scope) {
+void CRealtimeData::drawAccountTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
     if (!mIsLastTradingDay) {
         return;
     }
     painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
-    drawTasks(painter, rect, scope, scope.key, [this](const kvservice::CTaskDetail &task, const QTime &time) {
+    drawTasks(painter, placer, scope, scope.key, [this](const kvservice::CTaskDetail &task, const QTime &time) {
         const bool ahead = mReplayMode && time > mReplayTime;
         return task.mStartTime != kUnsetTime && !ahead;
     });

@@ -214,18 +214,20 @@ double CRealtimeData::valueAtIndex(int index) const {
 
 int CRealtimeData::yOfValue(double value, const QRect &rect) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    if (!mAxisWidget) {
-        return -1;
-    }
+    return rowOfValue(value, priceRange(), rect.height());
+}
+
+/// The range of prices that is on the axis: maximum and minimum, both 0 when there is none.
+QPair<double, double> CRealtimeData::priceRange() const {
     const MaxMinMap ranges = axisRanges();
     for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
         const auto range = ranges.constFind(entry.key());
         if (range != ranges.constEnd() && mUiParam->isBasicFormula(entry.key().mFormula) &&
             !isForeign(entry.key())) {
-            return rowOfValue(value, *range, rect.height());
+            return *range;
         }
     }
-    return -1;
+    return {0.0, 0.0};
 }
 
 int CRealtimeData::yAtIndex(int index, const QRect &rect) {

@@ -22,26 +22,36 @@ int wholeRatio(const QPainter &painter) {
 
 MarkStamps::MarkStamps(QPainter &painter) : mPainter(painter), mRatio(wholeRatio(painter)) {}
 
-void MarkStamps::draw(const Key &key, const QPoint &at, const QRect &bounds, const Draw &drawMark) {
-    if (mRatio == 0) {
-        mPainter.save();
-        mPainter.translate(at);
-        drawMark(mPainter);
-        mPainter.restore();
-        return;
+QImage MarkStamps::blank(const QSize &size) const {
+    QImage picture(size * mRatio, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(mRatio);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+void MarkStamps::begin(QPainter &painter, QImage &picture, const QRect &bounds) const {
+    painter.begin(&picture);
+    painter.setFont(mPainter.font());
+    painter.setRenderHints(mPainter.renderHints());
+    painter.translate(-bounds.topLeft());
+}
+
+/// Leaves out the margins where nothing was drawn, in whole pixels: copying is paid by area.
+MarkStamps::Stamp MarkStamps::cutOut(const QImage &picture, const QRect &bounds) const {
+    QRect drawn;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto *pixels = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            if (pixels[x] != 0) {
+                drawn |= QRect(x / mRatio, y / mRatio, 1, 1);
+            }
+        }
     }
-    QImage &picture = mPictures[key];
-    if (picture.isNull()) {
-        picture = QImage(bounds.size() * mRatio, QImage::Format_ARGB32_Premultiplied);
-        picture.setDevicePixelRatio(mRatio);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        painter.setFont(mPainter.font());
-        painter.setRenderHints(mPainter.renderHints());
-        painter.translate(-bounds.topLeft());
-        drawMark(painter);
+    if (drawn.isEmpty()) {
+        return {};
     }
-    mPainter.drawImage(at + bounds.topLeft(), picture);
+    return {picture.copy(QRect(drawn.topLeft() * mRatio, drawn.size() * mRatio)),
+            bounds.topLeft() + drawn.topLeft()};
 }
 
 QTime ClockTimes::operator()(int seconds) {

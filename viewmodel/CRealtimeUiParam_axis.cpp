@@ -69,8 +69,7 @@ void CRealtimeUiParam::resize(const QRect &rect) {
 }
 
 int CRealtimeUiParam::getIndexByTime(const QTime &time) const {
-    // A clock minute stands for the minute that ends at it, so seconds round up.
-    return getIndexByTime(time.hour() * 60 + time.minute() + (time.second() > 0 ? 1 : 0));
+    return getIndexByTime(axisMinute(time));
 }
 
 int CRealtimeUiParam::getIndexByTime(int minute) const {

@@ -115,6 +115,10 @@ ETradingDay tradingDayOfMarket(const std::string &market, const std::string &cod
     return ETradingDay::Stock;
 }
 
+int axisMinute(const QTime &time) {
+    return time.hour() * 60 + time.minute() + (time.second() > 0 ? 1 : 0);
+}
+
 int indexOfMinute(const Sessions &sessions, int minute, bool night) {
     qint64 counted = countedMinutes(sessions, minute, night);
     if (counted > 0) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPair>
+#include <QTime>
 #include <QVector>
 
 #include <string>
@@ -44,6 +45,9 @@ TradingDay stockDay(bool afterHours);
 /// instrument shown, empty when there is none. Stocks of SH and SZ, which need the instrument's types, get Stock.
 ETradingDay tradingDayOfMarket(const std::string &market, const std::string &code,
                                const std::string &productId);
+
+/// Minute that a clock time stands for: the one that ends at it, so seconds round up. Negative for a null time.
+int axisMinute(const QTime &time);
 
 /// Position of a minute. On an axis without night session a minute before the open gives 0, one in a break the
 /// last position before it, one after the close the last position. With `night` the evening and the day part are
