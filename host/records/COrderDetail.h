@@ -21,6 +21,7 @@ public:
 
     std::string mOrderKey;
     std::string mAccount;
+    std::string mStockKey; ///< of the instrument, see vmStockKey
     int mDirection = 0; ///< see isBuyByDirection
     int mOffsetFlag = 0; ///< see isBuyByDirection
     double mPrice = 0.0;

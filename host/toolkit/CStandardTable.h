@@ -71,6 +71,8 @@ public:
     /// A text; `alignment` is of Qt::Alignment. Rows sort by the number `sortValue`, or by the text when it is none.
     void setText(int row, int column, const QString &text, int alignment = eCentered,
                  const QVariant &sortValue = {});
+    /// The colour of a text by its key in the theme, which it follows.
+    void setTextColor(int row, int column, const QString &colorKey);
     /// A widget, which the table owns from now on: of its own size, placed by Qt::Alignment, or filling the cell as
     /// EAlignment says.
     void setWidget(int row, int column, QWidget *widget, int alignment = eCentered);

@@ -28,6 +28,7 @@ boost::shared_ptr<kvservice::CCommandDetail> commandOf(int command, const std::s
 /// What an order and a deal tell alike.
 template <class Record, class Detail> void fill(Detail &detail, const Record &record) {
     detail.mAccount = record.account;
+    detail.mStockKey = record.instrument;
     detail.mDirection = record.direction;
     detail.mOffsetFlag = record.offset;
     detail.mPrice = record.price;
@@ -67,6 +68,7 @@ boost::shared_ptr<kvservice::CDealDetail> detailOf(const TradeDeal &deal) {
     fill(*detail, deal);
     detail->mDealKey = deal.key;
     detail->mAmount = deal.price * deal.volume;
+    detail->mContractNo = deal.order;
     return detail;
 }
 

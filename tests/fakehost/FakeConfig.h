@@ -24,10 +24,13 @@ public:
     bool hasFormulaEditorAuth() const override { return mEditorAuth; }
     int subIndexRefresh() const override { return mSubIndexRefresh; }
     bool quickCancel() const override { return mQuickCancel; }
+    QString tableConfig(int tableId) const override { return mTables.value(tableId); }
+    void setTableConfig(int tableId, const QString &text) override { mTables[tableId] = text; }
     bool mBoardNewRules = false;
     bool mEditorAuth = false;
     int mSubIndexRefresh = 0;
     bool mQuickCancel = false;
+    QMap<int, QString> mTables; ///< layouts by table id
 };
 
 /// Both configurations exist unless told; the client is of no type unless told.

@@ -189,6 +189,13 @@ void CStandardTable::setText(int row, int column, const QString &text, int align
     }
 }
 
+void CStandardTable::setTextColor(int row, int column, const QString &colorKey) {
+    if (QTableWidgetItem *cell = item(row, column)) {
+        cell->setData(eColorKey, colorKey);
+        cell->setForeground(CUiResource::instance().getColor(colorKey));
+    }
+}
+
 void CStandardTable::setWidget(int row, int column, QWidget *widget, int alignment) {
     if (!item(row, column)) {
         delete widget; // it is the table's, and there is no such cell
@@ -321,6 +328,15 @@ void CStandardTable::onUiResourceChanged() {
     setPalette(tablePalette());
     setFont(CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
     horizontalHeader()->setStyleSheet(CStyleSheetCenter::getStyle(kHeaderStyle));
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            const QTableWidgetItem *cell = item(row, column);
+            const QString key = cell ? cell->data(eColorKey).toString() : QString();
+            if (!key.isEmpty()) {
+                setTextColor(row, column, key);
+            }
+        }
+    }
 }
 
 } // namespace GZ

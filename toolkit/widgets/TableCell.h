@@ -8,6 +8,7 @@ namespace GZ {
 enum ETableRole : int {
     eSortValue = Qt::UserRole, ///< number to sort by
     eRowNumber, ///< running number of the row, in its first cell
+    eColorKey, ///< of the text, in the theme
     eRecordKey, ///< key of the record in the row, in its first cell
 };
 
