@@ -23,6 +23,10 @@ DemoAccount steadyAccount() {
     DemoAccount account;
     account.account = {"80010001", "稳健一号", TC::CLinkageManager::kStockAccounts, TradeSource::Own};
     account.fees = kShareFees;
+    account.cash = 5e6;
+    account.holdings = {{QStringLiteral("SH600000"), 80000},
+                        {QStringLiteral("SH600519"), 1000},
+                        {QStringLiteral("SH510300"), 500000}};
     account.desks = {{QStringLiteral("SH600000"), kRoundTrip, 18, 100, 80},
                      {QStringLiteral("SH600000"), "", 4, 100, 50},
                      {QStringLiteral("SH600519"), kRoundTrip, 10, 100, 3},
@@ -39,6 +43,11 @@ DemoAccount quantAccount() {
     account.account = {"80020002", "量化二号", TC::CLinkageManager::kStockAccounts, TradeSource::Own};
     account.number = 1;
     account.fees = kShareFees;
+    account.cash = 3e6;
+    account.holdings = {{QStringLiteral("SH600000"), 90000},
+                        {QStringLiteral("SZ000001"), 40000},
+                        {QStringLiteral("SZ300750"), 4000},
+                        {QStringLiteral("SH113050"), 600}};
     account.desks = {{QStringLiteral("SH600000"), kReversion, 14, 100, 60},
                      {QStringLiteral("SZ000001"), kReversion, 16, 100, 60},
                      {QStringLiteral("SZ300750"), kTrend, 12, 100, 8},
@@ -56,6 +65,8 @@ DemoAccount futuresAccount() {
     account.account = {"90010001", "期货一号", TC::CLinkageManager::kFutureAccounts, TradeSource::Own};
     account.number = 2;
     account.fees = kFutureFees;
+    account.cash = 6e6;
+    account.marginRate = 0.12;
     account.desks = {{QStringLiteral("CFFEXIF2612"), kArbitrage, 14, 1, 3},
                      {QStringLiteral("SHFEAU2612"), kTrend, 18, 1, 5},
                      {QStringLiteral("SHFERB2701"), kReversion, 20, 1, 40}};

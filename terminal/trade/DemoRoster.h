@@ -32,11 +32,21 @@ struct DemoTask {
     double to = 1.0;
 };
 
-/// An account of the demonstration and all that is done for it.
+/// Shares that an account has.
+struct DemoHolding {
+    QString instrument;
+    int volume = 0;
+};
+
+/// An account of the demonstration and all that is done for it. Every day begins with the same money and shares: what
+/// a day has changed is evened out overnight. Futures are closed before the end of the day.
 struct DemoAccount {
     TradeAccount account;
     int number = 0; ///< 0 to 9, part of the ids of its tasks
     FeeSchedule fees;
+    double cash = 0.0; ///< money in the morning
+    double marginRate = 0.0; ///< part of a future's value that is needed to open it
+    std::vector<DemoHolding> holdings; ///< in the morning
     std::vector<DemoDesk> desks;
     std::vector<DemoTask> tasks;
 };

@@ -19,14 +19,13 @@ constexpr size_t kSliceLife = 2;
 constexpr size_t kAnnounced = 10; ///< minutes that a task is known before it starts
 constexpr double kSliceEdge = 0.0005;
 constexpr double kRejectChance = 0.04;
+constexpr size_t kClosingMinutes = 12; ///< at the end of a future's day
+constexpr double kClosingEdge = 0.003;
+constexpr int kAfterHours = 900; ///< minutes past this one are after-hours trading
 
 /// How far an order is from the last price; some are ready to pay a little, most wait a little.
 double edgeOf(SimulatedRandom &random) {
     return 0.0008 - 0.0035 * random.uniform();
-}
-
-int openOrClose(bool futures, bool buy) {
-    return !futures ? 0 : buy ? 48 : 49;
 }
 
 } // namespace
@@ -34,53 +33,75 @@ int openOrClose(bool futures, bool buy) {
 DemoTrader::DemoTrader(const DemoAccount &account, const Catalogue &catalogue, int day)
     : mAccount(account), mDay(day),
       mSeed(SimulatedRandom::mix(SimulatedRandom::mix(kTradeSeed, static_cast<quint64>(day)),
-                                 QString::fromStdString(account.account.id))) {
+                                 QString::fromStdString(account.account.id))),
+      mWallet(account, catalogue) {
     planMinutes(catalogue);
+    planOrders();
     if (mMinutes.size() > 4 * kQuietStart) {
-        planOrders();
         planTasks();
     }
 }
 
 void DemoTrader::planMinutes(const Catalogue &catalogue) {
-    const auto add = [&](const QString &key) {
-        const Instrument *instrument = catalogue.find(key);
-        if (!instrument || mInstruments.contains(key)) {
-            return;
-        }
-        const MarketCalendar calendar = catalogue.calendar(instrument->market);
-        const QDate date = dateOf(mDay);
-        if (!calendar.isTradingDay(date)) {
-            return;
-        }
-        mInstruments.append(key);
-        mMarket[key] = {instrument->market.toStdString(), instrument->code.toStdString(), instrument->priceTick,
-                        0.0};
-        const std::vector<qint64> times = instrument->sessions.times(date, calendar.eveningBefore(date));
-        mMinutes.insert(mMinutes.end(), times.begin(), times.end());
-    };
     for (const DemoDesk &desk : mAccount.desks) {
-        add(desk.instrument);
+        planInstrument(catalogue, desk.instrument);
     }
     for (const DemoTask &task : mAccount.tasks) {
         for (const DemoTask::Item &item : task.items) {
-            add(item.instrument);
+            planInstrument(catalogue, item.instrument);
         }
     }
     std::sort(mMinutes.begin(), mMinutes.end());
     mMinutes.erase(std::unique(mMinutes.begin(), mMinutes.end()), mMinutes.end());
 }
 
-/// Spreads each desk's orders over the day, buying and selling in turn.
+void DemoTrader::planInstrument(const Catalogue &catalogue, const QString &key) {
+    const Instrument *instrument = catalogue.find(key);
+    if (!instrument || mInstruments.contains(key)) {
+        return;
+    }
+    const MarketCalendar calendar = catalogue.calendar(instrument->market);
+    const QDate date = dateOf(mDay);
+    if (!calendar.isTradingDay(date)) {
+        return;
+    }
+    Quote quote;
+    quote.market = instrument->market.toStdString();
+    quote.code = instrument->code.toStdString();
+    quote.isFuture = instrument->kind == InstrumentKind::Future;
+    quote.priceTick = instrument->priceTick;
+    quote.minutes = instrument->sessions.times(date, calendar.eveningBefore(date));
+    if (instrument->hasAfterHours()) {
+        const auto close =
+            std::upper_bound(quote.minutes.begin(), quote.minutes.end(), timeOf(date, kAfterHours));
+        quote.minutes.erase(close, quote.minutes.end());
+    }
+    mMinutes.insert(mMinutes.end(), quote.minutes.begin(), quote.minutes.end());
+    mMarket[key] = std::move(quote);
+    mInstruments.append(key);
+}
+
+/// Spreads each desk's orders over the instrument's day, buying and selling in turn.
 void DemoTrader::planOrders() {
-    const double minutes = static_cast<double>(mMinutes.size() - 2 * kQuietStart);
     for (size_t i = 0; i < mAccount.desks.size(); ++i) {
         const DemoDesk &desk = mAccount.desks[i];
+        const auto quote = mMarket.find(desk.instrument);
+        if (quote == mMarket.end()) {
+            continue;
+        }
+        const std::vector<qint64> &times = quote->second.minutes;
+        const size_t quiet = 2 * kQuietStart + (quote->second.isFuture ? kClosingMinutes : 0);
+        if (times.size() < 2 * quiet) {
+            continue;
+        }
         SimulatedRandom random(SimulatedRandom::mix(mSeed, i + 1));
+        const double minutes = static_cast<double>(times.size() - quiet);
         bool buy = random.uniform() < 0.5;
         for (int n = 0; n < desk.orders; ++n, buy = !buy) {
             Intent intent;
-            intent.minute = kQuietStart + static_cast<size_t>(minutes * (n + random.uniform()) / desk.orders);
+            const size_t at = kQuietStart + static_cast<size_t>(minutes * (n + random.uniform()) / desk.orders);
+            intent.minute = static_cast<size_t>(std::lower_bound(mMinutes.begin(), mMinutes.end(), times[at]) -
+                                                mMinutes.begin());
             intent.desk = i;
             intent.buy = buy;
             intent.edge = edgeOf(random);
@@ -117,7 +138,11 @@ void DemoTrader::planTasks() {
 
 const DemoTrader::Quote *DemoTrader::quoteOf(const QString &instrument) const {
     const auto found = mMarket.find(instrument);
-    return found == mMarket.end() || found->second.last <= 0.0 ? nullptr : &found->second;
+    if (found == mMarket.end() || found->second.last <= 0.0) {
+        return nullptr;
+    }
+    const std::vector<qint64> &minutes = found->second.minutes;
+    return std::binary_search(minutes.begin(), minutes.end(), mMinutes[mNext]) ? &found->second : nullptr;
 }
 
 /// A time within the minute that is traded.
@@ -132,6 +157,9 @@ TradeChanges DemoTrader::step(const Bars &bars) {
     placeIntents();
     for (RunningTask &running : mTasks) {
         runTask(running);
+    }
+    for (const QString &instrument : mInstruments) {
+        closeFuture(instrument);
     }
     match(bars);
     expire();
@@ -151,7 +179,7 @@ void DemoTrader::placeIntents() {
         const DemoDesk &desk = mAccount.desks[intent.desk];
         const Quote *quote = quoteOf(desk.instrument);
         if (!quote) {
-            continue; // the market has not opened
+            continue; // no price yet
         }
         TradeOrder order;
         order.instrument = desk.instrument.toStdString();
@@ -164,7 +192,46 @@ void DemoTrader::placeIntents() {
     }
 }
 
+/// Closes what is open in a future, when its day is about to end: whatever rests is cancelled and new orders, ready to
+/// pay, are made every minute, for the first desk that trades it.
+void DemoTrader::closeFuture(const QString &key) {
+    const Quote *quote = quoteOf(key);
+    if (!quote || !quote->isFuture) {
+        return;
+    }
+    const auto next = std::upper_bound(quote->minutes.begin(), quote->minutes.end(), mMinutes[mNext]);
+    if (static_cast<size_t>(quote->minutes.end() - next) >= kClosingMinutes) {
+        return;
+    }
+    const std::string instrument = key.toStdString();
+    cancelOrders([&](const TradeOrder &order) { return order.instrument == instrument; });
+    const auto desk = std::find_if(mAccount.desks.begin(), mAccount.desks.end(),
+                                   [&](const DemoDesk &candidate) { return candidate.instrument == key; });
+    for (const bool buy : {true, false}) {
+        TradeOrder order;
+        order.instrument = instrument;
+        order.direction = buy ? kBuy : kSell;
+        order.price = limitPrice(quote->last, buy, kClosingEdge, quote->priceTick);
+        order.volume = mWallet.closable(instrument, buy);
+        if (desk != mAccount.desks.end() && !desk->strategy.empty()) {
+            order.strategy = desk->strategy;
+            order.command = static_cast<int>(desk - mAccount.desks.begin()) + 1;
+        }
+        if (order.volume > 0) {
+            place(std::move(order), 1, 0, 0, false);
+        }
+    }
+}
+
+/// Makes an order, as far as it is covered.
 void DemoTrader::place(TradeOrder order, int lot, size_t life, size_t item, bool rejected) {
+    const int wanted = order.volume;
+    mWallet.fit(order, lot);
+    if (rejected) {
+        order.volume = wanted;
+    } else if (order.volume == 0) {
+        return;
+    }
     OpenOrder open;
     open.random = SimulatedRandom(SimulatedRandom::mix(mSeed, 1000000 + static_cast<quint64>(++mOrderNumber)));
     order.account = mAccount.account.id;
@@ -174,10 +241,10 @@ void DemoTrader::place(TradeOrder order, int lot, size_t life, size_t item, bool
                     .toStdString();
     order.day = mDay;
     order.time = secondOfMinute(1 + open.random.below(9));
-    order.offset = openOrClose(mAccount.account.type == 1, order.direction == kBuy);
     order.status = rejected ? kvservice::eOrderRejected : kvservice::eOrderReported;
     mChanges.orders.push_back(order);
     if (!rejected) {
+        mWallet.setAside(order, lot);
         open.order = std::move(order);
         open.lot = lot;
         open.deadline = mNext + life;
@@ -288,6 +355,7 @@ void DemoTrader::fill(OpenOrder &open, const MinuteBar &bar) {
     deal.commission =
         commissionOf(mAccount.fees, buy,
                      deal.price * deal.volume * contractMultiplier(QString::fromStdString(order.instrument)));
+    mWallet.settle(order, deal, open.lot);
     order.traded += deal.volume;
     order.status = order.rest() == 0 ? kvservice::eOrderFilled : kvservice::eOrderPartlyFilled;
     mChanges.orders.push_back(order);
@@ -309,8 +377,7 @@ void DemoTrader::expire() {
     const bool dayEnds = mNext + 1 == mMinutes.size();
     for (OpenOrder &open : mOpen) {
         if (open.order.isOpen() && (dayEnds || mNext >= open.deadline)) {
-            open.order.status = kvservice::eOrderCancelled;
-            mChanges.orders.push_back(open.order);
+            cancel(open);
         }
     }
     mOpen.erase(
@@ -324,21 +391,26 @@ void DemoTrader::expire() {
         const bool over = running.isListed && (dayEnds || mNext >= running.last + kSliceLife);
         if (running.task.canBeCancelled() && (done || over)) {
             running.task.status = done ? kvservice::eTaskFinished : kvservice::eTaskExpired;
-            cancelOrdersOf(running.task.id);
+            cancelOrders([&](const TradeOrder &order) { return order.task == running.task.id; });
             mChanges.tasks.push_back(running.task);
         }
     }
 }
 
-void DemoTrader::cancelOrdersOf(int task) {
+void DemoTrader::cancel(OpenOrder &open) {
+    mWallet.release(open.order, open.lot);
+    open.order.status = kvservice::eOrderCancelled;
+    mChanges.orders.push_back(open.order);
+}
+
+template <class Condition> void DemoTrader::cancelOrders(Condition isCancelled) {
     for (auto open = mOpen.begin(); open != mOpen.end();) {
-        if (open->order.task != task) {
+        if (isCancelled(open->order)) {
+            cancel(*open);
+            open = mOpen.erase(open);
+        } else {
             ++open;
-            continue;
         }
-        open->order.status = kvservice::eOrderCancelled;
-        mChanges.orders.push_back(open->order);
-        open = mOpen.erase(open);
     }
 }
 
@@ -347,7 +419,7 @@ TradeChanges DemoTrader::cancelTask(int id, qint64 time) {
         if (running.task.id == id && running.isListed && running.task.canBeCancelled()) {
             running.task.status = kvservice::eTaskCancelled;
             running.task.cancelled = time;
-            cancelOrdersOf(id);
+            cancelOrders([id](const TradeOrder &order) { return order.task == id; });
             mChanges.tasks.push_back(running.task);
         }
     }

@@ -3,6 +3,7 @@
 #include "terminal/market/Catalogue.h"
 #include "terminal/market/SimulatedRandom.h"
 #include "terminal/trade/DemoRoster.h"
+#include "terminal/trade/DemoWallet.h"
 
 #include <QStringList>
 
@@ -14,7 +15,8 @@ namespace terminal {
 
 /// The trading of one demonstration account on one day, minute by minute. The orders of a minute are made at its
 /// start, near the last price; what trades in the minute fills them, in part or whole; what waits too long is
-/// cancelled. The same day and bars give the same records, at whatever pace the minutes come.
+/// cancelled. Only what the account can pay and deliver is ordered, in the sessions of the instrument, and futures are
+/// closed in their last minutes. The same day and bars give the same records, at whatever pace the minutes come.
 ///
 /// Only the prices of a minute are used and whether it had a trade, since a minute's volume may be revised later.
 class DemoTrader {
@@ -40,6 +42,8 @@ private:
     struct Quote {
         std::string market;
         std::string code;
+        bool isFuture = false;
+        std::vector<qint64> minutes; ///< ends of those that it trades in, ascending
         double priceTick = 0.01;
         double last = 0.0; ///< 0 before the first price
     };
@@ -71,19 +75,22 @@ private:
     };
 
     void planMinutes(const Catalogue &catalogue);
+    void planInstrument(const Catalogue &catalogue, const QString &key);
     void planOrders();
     void planTasks();
     void placeIntents();
     void runTask(RunningTask &running);
     void startTask(RunningTask &running);
     void slice(RunningTask &running, size_t item);
+    void closeFuture(const QString &key);
     void place(TradeOrder order, int lot, size_t life, size_t item, bool rejected);
     void match(const Bars &bars);
     void fill(OpenOrder &open, const MinuteBar &bar);
     void expire();
     void countForTask(const OpenOrder &open, int volume);
-    void cancelOrdersOf(int task);
-    /// Last price and tick; null when there is no price yet.
+    void cancel(OpenOrder &open);
+    template <class Condition> void cancelOrders(Condition isCancelled);
+    /// Last price and tick; null when there is no price yet or the instrument does not trade in this minute.
     const Quote *quoteOf(const QString &instrument) const;
     qint64 secondOfMinute(int second) const;
     TradeChanges takeChanges();
@@ -93,6 +100,7 @@ private:
     const quint64 mSeed;
     QStringList mInstruments;
     std::map<QString, Quote> mMarket;
+    DemoWallet mWallet;
     std::vector<qint64> mMinutes; ///< ends, ascending
     size_t mNext = 0;
     std::vector<Intent> mIntents; ///< by minute

@@ -14,6 +14,8 @@ namespace terminal {
 
 constexpr int kBuy = 48; ///< directions, as isBuyByDirection() reads them
 constexpr int kSell = 49;
+constexpr int kOpening = 48; ///< offsets of futures; shares have none
+constexpr int kClosing = 49;
 
 /// Where a trade record came from.
 enum class TradeSource : int { Own = 0, Imported = 1 };
@@ -34,7 +36,7 @@ struct TradeOrder {
     int day = 0; ///< trading day
     qint64 time = 0;
     int direction = kBuy;
-    int offset = 0;
+    int offset = 0; ///< of a future: kOpening or kClosing
     double price = 0.0;
     int volume = 0;
     int traded = 0; ///< filled so far

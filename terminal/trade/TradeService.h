@@ -104,7 +104,7 @@ private:
         bool strategies = false;
         bool stocks = false;
         bool datas = false;
-        std::vector<std::string> newDays;
+        Keys newDays;
     };
     /// A demonstration account at work.
     struct Desk {

@@ -107,7 +107,8 @@ void TradeService::trade(Desk &desk, qint64 now) {
     tradeUpTo(desk, now);
 }
 
-/// Starts a day anew: what is recorded of it, and of days to come, was of another run of the market.
+/// Starts a day anew: what is recorded of it, and of days to come, was of another run of the market, and so was what
+/// the user cancelled later than now.
 void TradeService::beginDay(Desk &desk, int day, qint64 now) {
     write();
     const std::string &account = desk.plan->account.id;
@@ -119,8 +120,11 @@ void TradeService::beginDay(Desk &desk, int day, qint64 now) {
             days.insert(book->first);
         }
         if (desk.trader && desk.trader->day() < day) {
-            mNotices.newDays.push_back(dateOf(day).toString(QStringLiteral("yyyyMMdd")).toStdString());
+            mNotices.newDays.insert(dateOf(day).toString(QStringLiteral("yyyyMMdd")).toStdString());
         }
+        TradeBatch batch;
+        batch.cancelsUpTo = now;
+        mPending.append(batch);
     }
     for (const int forgotten : days) {
         forgetDay(account, forgotten);
@@ -129,7 +133,7 @@ void TradeService::beginDay(Desk &desk, int day, qint64 now) {
     desk.traded = 0;
     desk.cancels.clear();
     for (const TradeCancel &cancel : mStore.cancels(day)) {
-        if (cancel.time <= now) {
+        if (cancel.time <= now) { // the others may not be deleted yet
             desk.cancels.push_back(cancel);
         }
     }

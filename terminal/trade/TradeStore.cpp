@@ -67,6 +67,9 @@ void forget(Statements &statements, const TradeBatch &batch) {
             statements.run(QStringLiteral("DELETE FROM %1 WHERE source = 1").arg(QLatin1String(table)));
         }
     }
+    if (batch.cancelsUpTo) {
+        statements.run(QStringLiteral("DELETE FROM trade_cancels WHERE time > ?"), {*batch.cancelsUpTo});
+    }
     for (const TradeBatch::AccountDay &day : batch.forgottenDays) {
         const QVariantList which{text(day.first), day.second};
         for (const char *table : {"trade_deals", "trade_orders"}) {
@@ -297,7 +300,8 @@ std::set<std::string> TradeStore::strategies() {
 std::set<std::string> TradeStore::instruments() {
     return setOf<std::string>(
         mStore.connection(),
-        QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals"));
+        QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals "
+                       "UNION SELECT market || code FROM trade_task_items"));
 }
 
 std::vector<TradeCancel> TradeStore::cancels(int day) {

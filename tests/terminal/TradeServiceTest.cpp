@@ -183,7 +183,17 @@ TEST_F(TradeServiceTest, NewTradingDayIsTold) {
     ASSERT_EQ(fillStore(mStore, timeOf(monday, 10 * 60)).toStdString(), "");
     mClock.setTime(timeOf(monday, 10 * 60));
     mTrade->advance();
-    EXPECT_EQ(std::set<std::string>(days.begin(), days.end()), std::set<std::string>{"20261123"});
+    EXPECT_EQ(days, std::vector<std::string>{"20261123"}); // once, for all accounts
+}
+
+TEST_F(TradeServiceTest, NightSessionIsTheFuturesNewTradingDay) {
+    goTo(at(15, 30));
+    std::vector<std::string> days;
+    mTrade->sigNewTradingDay.connect([&](const std::string &day) { days.push_back(day); });
+    goTo(at(21, 0));
+    EXPECT_EQ(days, std::vector<std::string>{"20261123"});
+    goTo(at(21, 30));
+    EXPECT_EQ(days.size(), 1U);
 }
 
 TEST_F(TradeServiceTest, NightSessionBelongsToTheFollowingDay) {
@@ -330,6 +340,36 @@ TEST_F(TradeServiceTest, CancelledTaskStopsAndStaysCancelled) {
     goTo(at(14, 0));
     EXPECT_EQ(orderStates(mDay, kShare), afternoon);
     EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
+}
+
+TEST_F(TradeServiceTest, CancellationOfALaterTimeIsForgottenWhenTheClockGoesBack) {
+    goTo(at(10, 20));
+    mTrade->cancelTask(firstTask(kShare, "80010001")->mTaskId, QStringLiteral("test"));
+    mTrade->advance();
+    ASSERT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
+    restart();
+    goTo(at(10, 0)); // before it was cancelled
+    EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskRunning);
+    restart();
+    goTo(at(10, 30)); // it went on this time
+    EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskRunning);
+}
+
+TEST_F(TradeServiceTest, InstrumentOfATaskAloneIsAmongTheStocks) {
+    TradeTask task;
+    task.id = 4711;
+    task.account = "80010001";
+    task.day = dayOf(QDate(2026, 11, 2));
+    task.items = {{"SZ", "002594", kvservice::EOperationType::Buy, 11, 100.0, 500, 0}};
+    TradeBatch batch;
+    batch.changes.tasks = {task};
+    mTrade->advance();
+    ASSERT_EQ(TradeStore(mStore).write(batch).toStdString(), "");
+    restart();
+    EXPECT_EQ(mTrade->getStocks().count("SZ002594"), 1U);
+    mTrade->clearImportData();
+    mTrade->advance();
+    EXPECT_EQ(mTrade->getStocks().count("SZ002594"), 1U);
 }
 
 TEST_F(TradeServiceTest, UnknownOrEndedTaskIsNotCancelled) {

@@ -1,0 +1,83 @@
+#include "terminal/trade/TradeBatch.h"
+
+#include <gtest/gtest.h>
+
+using namespace terminal;
+
+namespace {
+
+TradeOrder order(const char *account, int day, TradeSource source) {
+    TradeOrder made;
+    made.account = account;
+    made.day = day;
+    made.source = source;
+    return made;
+}
+
+TradeBatch withCancels(std::vector<qint64> times) {
+    TradeBatch batch;
+    for (const qint64 time : times) {
+        batch.cancels.push_back({1, 1, time, {}});
+    }
+    return batch;
+}
+
+TradeBatch keepingCancelsUpTo(qint64 time) {
+    TradeBatch batch;
+    batch.cancelsUpTo = time;
+    return batch;
+}
+
+} // namespace
+
+TEST(TradeBatch, WhatIsForgottenLaterIsNotWritten) {
+    TradeBatch batch;
+    batch.changes.orders = {order("a", 1, TradeSource::Own), order("a", 1, TradeSource::Imported),
+                            order("a", 2, TradeSource::Own), order("b", 1, TradeSource::Own)};
+    batch.finishedDays = {{"a", 1}, {"a", 2}};
+    TradeBatch later;
+    later.forgottenDays = {{"a", 1}};
+    later.changes.orders = {order("a", 1, TradeSource::Own)};
+    batch.append(later);
+    EXPECT_EQ(batch.changes.orders.size(), 4U); // all but the first, and the new one
+    EXPECT_EQ(batch.changes.orders.front().source, TradeSource::Imported);
+    EXPECT_EQ(batch.finishedDays, (std::set<TradeBatch::AccountDay>{{"a", 2}}));
+    EXPECT_EQ(batch.forgottenDays, later.forgottenDays);
+}
+
+TEST(TradeBatch, ImportsThatAreForgottenLaterAreNotWritten) {
+    TradeBatch batch;
+    batch.accounts = {{"own", "own", 2, TradeSource::Own}, {"out", "out", 2, TradeSource::Imported}};
+    batch.changes.orders = {order("own", 1, TradeSource::Own), order("own", 1, TradeSource::Imported)};
+    TradeBatch later;
+    later.forgetImports = true;
+    batch.append(later);
+    EXPECT_TRUE(batch.forgetImports);
+    ASSERT_EQ(batch.accounts.size(), 1U);
+    EXPECT_EQ(batch.accounts.front().id, "own");
+    EXPECT_EQ(batch.changes.orders.size(), 1U);
+}
+
+TEST(TradeBatch, CancellationsAfterATimeAreForgottenAndLaterOnesKept) {
+    TradeBatch batch = withCancels({10, 20, 30});
+    batch.append(keepingCancelsUpTo(20));
+    ASSERT_EQ(batch.cancels.size(), 2U);
+    EXPECT_EQ(batch.cancels.back().time, 20);
+    batch.append(withCancels({25}));
+    EXPECT_EQ(batch.cancels.size(), 3U);
+    batch.append(keepingCancelsUpTo(40));
+    EXPECT_EQ(batch.cancels.size(), 3U);
+    EXPECT_EQ(batch.cancelsUpTo, 20); // of those written before, the earliest time counts
+}
+
+TEST(TradeBatch, EveryPartMakesItMoreThanEmpty) {
+    EXPECT_TRUE(TradeBatch().isEmpty());
+    EXPECT_FALSE(keepingCancelsUpTo(1).isEmpty());
+    EXPECT_FALSE(withCancels({1}).isEmpty());
+    TradeBatch batch;
+    batch.forgetImports = true;
+    EXPECT_FALSE(batch.isEmpty());
+    batch = {};
+    batch.finishedDays = {{"a", 1}};
+    EXPECT_FALSE(batch.isEmpty());
+}
