@@ -114,6 +114,7 @@ bool CRealtimeGraphWidget::hasPythonIndex() const {
 
 void CRealtimeGraphWidget::request(corvane::ERunMode mode) {
     mPaintCache.formulasKnown = false;
+    dropTip(); // of another instrument, or another day
     if (mDisplayType == EIndexDisplayType::Sub && mData->hasGroupModelIndex() &&
         !mUiParam->isShowGroupIndexGraph()) {
         const QString first = mData->getFormulas().value(0);

@@ -166,8 +166,9 @@ private:
 
     void warnOfLimit();
     void growSelection(const QPoint &mouse);
-    void moveCrossLine(int x, bool on);
+    bool moveCrossLine(int x, bool on);
     void deliverLeftSelection();
+    void dropTip();
     QString markAt(int x, int y) const;
 
     /// Pixel of this widget to (axis index, value), and back.

@@ -12,6 +12,8 @@
 #include <QMouseEvent>
 #include <QPointer>
 
+#include <utility>
+
 namespace TC {
 
 namespace {
@@ -74,8 +76,7 @@ void CRealtimeGraphWidget::mouseMoveEvent(QMouseEvent *event) {
     growSelection(event->pos());
     mMouseX = event->pos().x();
     mMouseY = event->pos().y();
-    moveCrossLine(mMouseX, true);
-    if (mShowTip) {
+    if (moveCrossLine(mMouseX, true) && mShowTip) {
         mShowTip = false;
         update();
     }
@@ -94,26 +95,32 @@ void CRealtimeGraphWidget::growSelection(const QPoint &mouse) {
     }
 }
 
-/// Takes the cross line to a column; switched off, it is told to be at no index.
-void CRealtimeGraphWidget::moveCrossLine(int x, bool on) {
+/// Takes the cross line to a column; switched off, it is told to be at no index. False when this graph has gone by the
+/// time that all have heard of it.
+bool CRealtimeGraphWidget::moveCrossLine(int x, bool on) {
+    const QPointer<CRealtimeGraphWidget> alive(this);
     mUiParam->mCrossX = x;
     const int index = mUiParam->getIndexByXAxis(x);
     const int snapped = mUiParam->getXAxisByIndex(index);
     mUiParam->mCursorByKey = false;
     deliverEvent(eCrossLineMoved, snapped, on ? index : kNoIndex, QString(), nullptr);
+    if (!alive) {
+        return false;
+    }
     mMouseIn = true;
     mCrossActive = true;
+    return true;
 }
 
 void CRealtimeGraphWidget::mouseReleaseEvent(QMouseEvent *event) {
     CBaseWidget::mouseReleaseEvent(event);
     event->accept();
+    const QPointer<CRealtimeGraphWidget> alive(this); // the host may change its days when it hears of an end
     if (mDragging) {
         setCursor(Qt::ClosedHandCursor); // a drag without a move shows the hand too
         mDragging = false;
         setCursor(Qt::ArrowCursor);
     } else if (mLeftSelecting) {
-        const QPointer<CRealtimeGraphWidget> alive(this); // the host may change its days
         deliverLeftSelection();
         if (!alive) {
             return;
@@ -126,6 +133,9 @@ void CRealtimeGraphWidget::mouseReleaseEvent(QMouseEvent *event) {
     }
     recalcValueByAxis();
     onMouseRelease(event);
+    if (!alive) {
+        return;
+    }
     update();
 }
 
@@ -158,7 +168,9 @@ void CRealtimeGraphWidget::mouseDoubleClickEvent(QMouseEvent *event) {
         }
         mUiParam->mCrossShown = !mUiParam->mCrossShown;
         mMouseY = y;
-        moveCrossLine(x, mUiParam->mCrossShown);
+        if (!moveCrossLine(x, mUiParam->mCrossShown)) {
+            return;
+        }
     }
     deliverEvent(eMainDoubleClicked, 0, 0, getDetailQsKey(mUiParam->getStockDetail()), nullptr);
 }
@@ -189,6 +201,15 @@ bool CRealtimeGraphWidget::event(QEvent *event) {
     return true;
 }
 
+/// Takes the tip away: its trades are no longer those of the chart.
+void CRealtimeGraphWidget::dropTip() {
+    mDealTips.clear();
+    mOrderTips.clear();
+    if (std::exchange(mShowTip, false)) {
+        update();
+    }
+}
+
 void CRealtimeGraphWidget::enterEvent(QEvent * /*event*/) {
     mMouseIn = true;
     mCrossActive = true;
@@ -206,8 +227,11 @@ void CRealtimeGraphWidget::leaveEvent(QEvent * /*event*/) {
     mRightSelecting = false;
     mCrossActive = false;
     recalcValueByAxis();
+    const QPointer<CRealtimeGraphWidget> alive(this);
     onMouseRelease(nullptr);
-    update();
+    if (alive) {
+        update();
+    }
 }
 
 void CRealtimeGraphWidget::slotStatistic(bool /*checked*/, int startIndex, const QString &text) {
@@ -226,9 +250,10 @@ void CRealtimeGraphWidget::slotSetReplayTimeRegin(bool /*checked*/, int /*index*
 
 void CRealtimeGraphWidget::overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis) {
     const QString key = picked.key();
-    // An overlay of the other kind may be picked: the host moves it.
-    const bool overlaidWithout = mUiParam->isNoAxisOverlayStock(key);
-    const bool overlaid = withAxis ? mUiParam->isOverlayStock(key) && !overlaidWithout : overlaidWithout;
+    // An overlay of the other kind may be picked: the host moves it. A shortcut may have no key, which is part of any.
+    const bool overlaidWithout = !key.isEmpty() && mUiParam->isNoAxisOverlayStock(key);
+    const bool overlaidWith = !key.isEmpty() && !overlaidWithout && mUiParam->isOverlayStock(key);
+    const bool overlaid = withAxis ? overlaidWith : overlaidWithout;
     if (overlaid || mUiParam->isMainStock(key)) {
         return;
     }

@@ -6,7 +6,10 @@
 #include "host/services/CLinkageManager.h"
 #include "host/toolkit/Text.h"
 
+#include <QFontMetrics>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace TC {
 
@@ -14,9 +17,35 @@ namespace {
 
 constexpr int kLineHeight = 20;
 constexpr int kTextLeft = 16;
+constexpr int kTextWidth = 114; ///< pixels from there to the frame, less one
+constexpr int kSmallestFont = 9; ///< pixels
+
+struct TipLine {
+    bool buy = false;
+    QString text;
+};
 
 QColor themeColor(const QString &key) {
     return GZ::CUiResource::instance().getColor(key);
+}
+
+/// "buyer or seller: volume, price" of a deal or an order.
+template <class Record> TipLine tipLine(const Record &record, const QString &buyer, const QString &seller) {
+    const bool buy = kvservice::isBuyByDirection(record.mDirection, record.mOffsetFlag);
+    return {buy, (buy ? buyer : seller) + CRealtimeGraphWidget::tr("%1　价格: ").arg(record.mVolume) +
+                     GZ::formatDoubleNumber(record.mPrice, 2, utils::eFormatPlain, false,
+                                            CRealtimeGraphWidget::tr("非法值"))};
+}
+
+/// The font, or a smaller one with which the widest line ends in the frame.
+QFont fittedFont(QFont font, const QVector<TipLine> &lines) {
+    const auto fits = [&font](const TipLine &line) {
+        return QFontMetrics(font).horizontalAdvance(line.text) <= kTextWidth;
+    };
+    while (font.pixelSize() > kSmallestFont && !std::all_of(lines.begin(), lines.end(), fits)) {
+        font.setPixelSize(font.pixelSize() - 1);
+    }
+    return font;
 }
 
 } // namespace
@@ -25,28 +54,26 @@ void CRealtimeGraphWidget::paintTip(QPainter &painter) {
     if (!mShowTip || (mDealTips.isEmpty() && mOrderTips.isEmpty())) {
         return;
     }
-    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text")));
+    QVector<TipLine> lines;
+    for (const auto &deal : mDealTips) {
+        lines.append(tipLine(*deal, tr("买入: "), tr("卖出: ")));
+    }
+    for (const auto &order : mOrderTips) {
+        lines.append(tipLine(*order, tr("委买: "), tr("委卖: ")));
+    }
     // The frame is made for deals; orders stand on the chart.
     painter.setPen(QPen(themeColor(QStringLiteral("clr_graph_frame_cross_line")), 1.0, Qt::SolidLine));
     painter.setBrush(themeColor(QStringLiteral("clr_graph_frame_cross_line_bg")));
     painter.drawRect(2, 2, 130, kLineHeight * mDealTips.size() + 3);
 
+    painter.setFont(
+        fittedFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text")), lines));
     int y = 0;
-    const auto drawLine = [&](bool buy, const QString &side, int volume, double price) {
-        const QString key = buy ? QStringLiteral("clr_global_rise") : QStringLiteral("clr_global_fall");
-        painter.setPen(themeColor(key));
+    for (const TipLine &line : lines) {
         y += kLineHeight;
-        painter.drawText(kTextLeft, y,
-                         side + tr("%1　价格: ").arg(volume) +
-                             GZ::formatDoubleNumber(price, 2, utils::eFormatPlain, false, tr("非法值")));
-    };
-    for (const auto &deal : mDealTips) {
-        const bool buy = kvservice::isBuyByDirection(deal->mDirection, deal->mOffsetFlag);
-        drawLine(buy, buy ? tr("买入: ") : tr("卖出: "), deal->mVolume, deal->mPrice);
-    }
-    for (const auto &order : mOrderTips) {
-        const bool buy = kvservice::isBuyByDirection(order->mDirection, order->mOffsetFlag);
-        drawLine(buy, buy ? tr("委买: ") : tr("委卖: "), order->mVolume, order->mPrice);
+        painter.setPen(
+            themeColor(line.buy ? QStringLiteral("clr_global_rise") : QStringLiteral("clr_global_fall")));
+        painter.drawText(kTextLeft, y, line.text);
     }
 }
 

@@ -116,6 +116,7 @@ void CRealtimeMainWidget::setStock(const QString &key, bool useUnderlying) {
     mUiParam->setStock(key, useUnderlying);
     mMainWidget->setStock(key, useUnderlying);
     refreshTimeScale();
+    realignCrossLine();
     if (kindChanges) {
         addMainFormulas();
     }

@@ -246,6 +246,8 @@ private:
     void tellTimeScale(int index, int x);
     /// Repaints what of the cross lines and the time flag has changed.
     void refreshCrossLine();
+    void dropCrossLine();
+    void realignCrossLine();
     void refreshTimeFlag();
     void refreshSelections();
 

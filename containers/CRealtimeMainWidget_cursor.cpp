@@ -59,12 +59,31 @@ void CRealtimeMainWidget::enterEvent(QEvent * /*event*/) {
 
 void CRealtimeMainWidget::leaveEvent(QEvent * /*event*/) {
     mUiParam->mMouseIn = false;
+    dropCrossLine();
+}
+
+void CRealtimeMainWidget::dropCrossLine() {
     mUiParam->mCrossIndex = -1;
     for (CRealtimeWidget *pane : allPanes()) {
         pane->updateIndexId(-1);
     }
     tellTimeScale(-1, 0);
     refreshCrossLine();
+}
+
+/// Columns or days have changed under the cross line: it goes to where its place in the day lies now. One that the mouse
+/// has put on a day which is no more goes with that day.
+void CRealtimeMainWidget::realignCrossLine() {
+    if (mUiParam->mCrossIndex < 0) {
+        return;
+    }
+    const int index = qMin(mUiParam->mCrossIndex, mUiParam->mPointCount - 1); // the axis may be another
+    const QVector<CRealtimeWidget *> panes = allPanes();
+    if (mUiParam->mCursorByKey || std::any_of(panes.cbegin(), panes.cend(), hasMouse)) {
+        updateIndexId(index, mUiParam->getXAxisByIndex(index));
+    } else {
+        dropCrossLine();
+    }
 }
 
 bool CRealtimeMainWidget::isShowCrossline() const {

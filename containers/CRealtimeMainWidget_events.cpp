@@ -207,6 +207,7 @@ void CRealtimeMainWidget::scaleDays(int how) {
         pane->clearScaleView();
     }
     refreshTimeScale();
+    realignCrossLine();
     downloadData();
 }
 
@@ -215,6 +216,7 @@ void CRealtimeMainWidget::scaleView(bool fewer) {
         pane->scaleView(fewer);
     }
     refreshTimeScale();
+    realignCrossLine();
 }
 
 void CRealtimeMainWidget::downloadData() {

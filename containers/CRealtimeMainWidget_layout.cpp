@@ -173,6 +173,7 @@ void CRealtimeMainWidget::resizeEvent(QResizeEvent *event) {
         placeHighlight(pane);
     }
     refreshTimeScale();
+    realignCrossLine();
     if (mIndexModelWidget) {
         mIndexModelWidget->resizeLayout();
     }

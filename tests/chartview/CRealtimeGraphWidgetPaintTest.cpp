@@ -62,6 +62,14 @@ protected:
         model->mStrParamNames = {"group"};
         model->mLanguage = language;
     }
+    /// The font of a tip: the largest one, up to that of the axes, with which its widest line ends in the frame.
+    static QFont tipFont(const QString &widest) {
+        QFont font = axisFont();
+        while (16 + QFontMetrics(font).horizontalAdvance(widest) > 130) {
+            font.setPixelSize(font.pixelSize() - 1);
+        }
+        return font;
+    }
     /// The chart with further layers on it.
     QImage chartWith(const std::function<void(QPainter &)> &layers, double ratio = 1.0) {
         QImage image = chart(ratio);
@@ -368,6 +376,7 @@ TEST_F(GraphPaint, TipOfDealsHasALineForEachInAFrame) {
         painter.setPen(QPen(color("clr_graph_frame_cross_line"), 1.0));
         painter.setBrush(color("clr_graph_frame_cross_line_bg"));
         painter.drawRect(QRect(2, 2, 130, 43));
+        painter.setFont(tipFont("买入: 300\u3000价格: 10.13"));
         painter.setPen(color("clr_global_rise"));
         painter.drawText(16, 20, QString::fromUtf8("买入: 300\u3000价格: 10.13"));
         painter.setPen(color("clr_global_fall"));
@@ -385,6 +394,7 @@ TEST_F(GraphPaint, TipOfOrdersHasAFrameOfThreeRows) {
         painter.setPen(QPen(color("clr_graph_frame_cross_line"), 1.0));
         painter.setBrush(color("clr_graph_frame_cross_line_bg"));
         painter.drawRect(QRect(2, 2, 130, 3));
+        painter.setFont(tipFont("委卖: 700\u3000价格: 11.50"));
         painter.setPen(color("clr_global_fall"));
         painter.drawText(16, 20, QString::fromUtf8("委卖: 700\u3000价格: 11.50"));
         painter.setPen(color("clr_global_rise"));
@@ -402,11 +412,29 @@ TEST_F(GraphPaint, OrdersGoOnBelowTheDealsAndTheFrameCountsTheDeals) {
         painter.setPen(QPen(color("clr_graph_frame_cross_line"), 1.0));
         painter.setBrush(color("clr_graph_frame_cross_line_bg"));
         painter.drawRect(QRect(2, 2, 130, 23));
+        painter.setFont(tipFont("买入: 300\u3000价格: 非法值"));
         painter.setPen(color("clr_global_rise"));
         painter.drawText(16, 20, QString::fromUtf8("买入: 300\u3000价格: 非法值"));
         painter.drawText(16, 40, QString::fromUtf8("委买: 1\u3000价格: 8.25"));
     });
     EXPECT_EQ(paintedGraph(), expected);
+}
+
+TEST_F(GraphPaint, TipOfLargeVolumesStaysInItsFrame) {
+    makeShownMainGraph();
+    member(tests::Peek_mShowTip()) = true;
+    addDeal(48, 5, 9.0);
+    addDeal(48, 120000, 168.5);
+    const QImage tip = paintedGraph();
+    const QImage ground = chart();
+    for (int y = 0; y <= 45; ++y) {
+        for (int x = 133; x < 300; ++x) {
+            ASSERT_EQ(tip.pixel(x, y), ground.pixel(x, y)) << x << ' ' << y;
+        }
+        if (y > 2 && y < 45) {
+            ASSERT_EQ(QColor(tip.pixel(132, y)), color("clr_graph_frame_cross_line")) << y;
+        }
+    }
 }
 
 TEST_F(GraphPaint, TipIsNotPaintedUntilItIsShownNorWithoutTrades) {

@@ -316,6 +316,74 @@ TEST_F(GraphDoubleClick, TipComesWithARepaintAndGoesWithTheNextMove) {
     EXPECT_EQ(paintedGraph(), without);
 }
 
+TEST_F(GraphDoubleClick, TipForgetsTheTradesOfTheOneBefore) {
+    showTrades();
+    addDeal(10.5);
+    addOrder();
+    askTip({41, 100});
+    ASSERT_EQ(member(tests::Peek_mOrderTips()).size(), 1);
+    askTip({41, 50});
+    EXPECT_EQ(member(tests::Peek_mDealTips()).size(), 1);
+    EXPECT_TRUE(member(tests::Peek_mOrderTips()).isEmpty());
+    askTip({300, 50});
+    EXPECT_FALSE(tipShown());
+    EXPECT_TRUE(member(tests::Peek_mDealTips()).isEmpty());
+}
+
+TEST_F(GraphDoubleClick, TipFollowsTheSwitchesOfTheTrades) {
+    showTrades();
+    addOrder();
+    addDeal();
+    mUi->mLinkageShow = {};
+    askTip({41, 100});
+    EXPECT_FALSE(tipShown());
+    mUi->mLinkageShow[0] = true;
+    askTip({41, 100});
+    EXPECT_TRUE(tipShown());
+    EXPECT_TRUE(member(tests::Peek_mDealTips()).isEmpty());
+    mUi->mLinkageShow[1] = true;
+    askTip({41, 100});
+    EXPECT_EQ(member(tests::Peek_mDealTips()).size(), 1);
+    mUi->mLinkageFlags = 1;
+    askTip({41, 100});
+    EXPECT_FALSE(tipShown());
+    mUi->mLinkageShow = {};
+    mUi->mLinkageFlags = kAccount;
+    askTip({41, 100});
+    EXPECT_EQ(member(tests::Peek_mDealTips()).size(), 1);
+}
+
+TEST_F(GraphDoubleClick, TipIsNotAskedForTasks) {
+    showTrades();
+    addTask();
+    askTip({42, 99});
+    EXPECT_FALSE(tipShown());
+}
+
+TEST_F(GraphDoubleClick, TipOfAFormulaPaneIsHandledAndShowsNothing) {
+    showSub();
+    mUi->mLinkageFlags = kAccount;
+    askTip({41, 100});
+    EXPECT_FALSE(tipShown());
+}
+
+TEST_F(GraphDoubleClick, OtherHelpIsLeftToTheWidget) {
+    showMain();
+    QHelpEvent asked(QEvent::QueryWhatsThis, {41, 100}, mGraph->mapToGlobal(QPoint(41, 100)));
+    QCoreApplication::sendEvent(mGraph.get(), &asked);
+    EXPECT_FALSE(asked.isAccepted()) << "there is no help for a graph";
+}
+
+TEST_F(GraphDoubleClick, TipGoesWhenTheChartIsRequestedAnew) {
+    showTrades();
+    addDeal();
+    askTip({41, 100});
+    ASSERT_TRUE(tipShown());
+    EXPECT_EQ(paintsOf([this] { mGraph->request(corvane::ERunMode::Ordinary); }), 1);
+    EXPECT_FALSE(tipShown());
+    EXPECT_TRUE(member(tests::Peek_mDealTips()).isEmpty());
+}
+
 TEST_F(GraphDoubleClick, TipWhoseTradeHasGoneIsTakenOffTheScreen) {
     showTrades();
     addDeal();

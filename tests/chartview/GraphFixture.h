@@ -29,6 +29,7 @@ TESTS_PEEK(mShowTip, bool TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mDealTips, QList<boost::shared_ptr<kvservice::CDealDetail>> TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mOrderTips, QList<boost::shared_ptr<kvservice::COrderDetail>> TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mCrossActive, bool TC::CRealtimeGraphWidget::*);
+TESTS_PEEK(mMouseX, int TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mMouseY, int TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mMouseIn, bool TC::CRealtimeGraphWidget::*);
 TESTS_PEEK(mDragging, bool TC::CRealtimeGraphWidget::*);

@@ -54,6 +54,18 @@ TEST_F(GraphRegion, LinesMoveToTheColumnsOfTwoIndices) {
     EXPECT_EQ(paintsOf([this] { mGraph->setRegionLine(10, 240); }), 1);
     EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 21);
     EXPECT_EQ(member(tests::Peek_mRegionRightX()), 481);
+    mGraph->setRegionLine(-5, 100000);
+    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 1);
+    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 481);
+}
+
+TEST_F(GraphRegion, ReadyLinesAreHiddenUntilTheStatisticShowsThem) {
+    showMain();
+    fillMain();
+    mGraph->setRegionLine(50, 100);
+    EXPECT_EQ(paintedGraph(), chart());
+    mGraph->slotStatistic(false, 50, "");
+    EXPECT_NE(paintedGraph(), chart());
 }
 
 // Replay
@@ -153,6 +165,28 @@ TEST_F(GraphRegion, PartOfTheKeyOfAnOverlayIsThatOverlay) {
     showMain();
     pick("000001", ESmartKeyType::Stock, true);
     EXPECT_TRUE(takeEvents().empty());
+}
+
+TEST_F(GraphRegion, ShortcutWithoutAKeyIsNoOverlayYet) {
+    mHost.mStocks.add("SZ", "000001", 5.0);
+    mHost.mStocks.add("SZ", "000002", 5.0);
+    mUi->addStock("SZ000001", "", true);
+    mUi->addStock("SZ000002", "", false);
+    showMain();
+    pick("", ESmartKeyType::Shortcut, true, "03");
+    EXPECT_EQ(takeEvents(), (Events{{209, 0, 1, "SH000001", nullptr}}));
+    pick("", ESmartKeyType::Shortcut, false, "04");
+    EXPECT_EQ(takeEvents(), (Events{{209, 0, 11, "SZ399001", nullptr}}));
+}
+
+TEST_F(GraphRegion, ShortcutOfAnOverlayIsThatOverlay) {
+    mHost.mStocks.add("SH", "000001", 3000.0);
+    mUi->addStock("SH000001", "", true);
+    showMain();
+    pick("SH000001", ESmartKeyType::Shortcut, true, "03");
+    EXPECT_TRUE(takeEvents().empty());
+    pick("SH000001", ESmartKeyType::Shortcut, false, "03");
+    EXPECT_EQ(takeEvents(), (Events{{209, 0, 11, "SH000001", nullptr}}));
 }
 
 TEST_F(GraphRegion, OverlayOfTheOtherKindMayBePicked) {

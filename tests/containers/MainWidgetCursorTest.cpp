@@ -259,6 +259,98 @@ TEST_F(MainWidgetCursor, TimeFlagStandsInTheDayUnderThePointer) {
 
 // Repaints
 
+TEST_F(MainWidgetCursor, LineOfTheKeyboardStaysOnItsMinuteWhenTheWindowIsResized) {
+    showTrading(1);
+    key(Qt::Key_Left);
+    for (int i = 0; i < 20; ++i) {
+        key(Qt::Key_Left);
+    }
+    ASSERT_EQ(mUi->mCrossIndex, 100);
+    mMain->resize(802, 500);
+    settle();
+    const int x = 50 + mUi->getXAxisByIndex(100);
+    EXPECT_EQ(columns(line(pane())), QList<int>{x});
+    EXPECT_EQ(columns(line(sub(0))), QList<int>{x});
+    const int row = pane()->getGraphWidgetMouseY();
+    EXPECT_EQ(rows(line(pane())), QList<int>{row});
+}
+
+TEST_F(MainWidgetCursor, LineOfTheMouseStaysOnItsMinuteWhenDaysComeAndGo) {
+    showTrading(1);
+    mUi->mCrossShown = true;
+    moveTo(graph(pane()), {300, 100});
+    const int index = mUi->mCrossIndex;
+    mMain->scaleView(false);
+    settle();
+    const int x = 50 + graph(pane())->width() + mUi->getXAxisByIndex(index);
+    EXPECT_EQ(columns(line(pane())), QList<int>{x});
+    EXPECT_EQ(columns(line(sub(0))), QList<int>{x});
+    mMain->scaleView(true);
+    settle();
+    EXPECT_EQ(mUi->mCrossIndex, index);
+    EXPECT_EQ(columns(line(pane())), QList<int>{50 + mUi->getXAxisByIndex(index)});
+    mMain->scaleView(false);
+    event(3228, 0, 2);
+    settle();
+    EXPECT_EQ(columns(line(pane())), QList<int>{50 + mUi->getXAxisByIndex(index)});
+}
+
+TEST_F(MainWidgetCursor, TimeFlagStaysAtItsMinuteWhenDaysGo) {
+    showTrading();
+    mMain->scaleView(false);
+    settle();
+    key(Qt::Key_Left);
+    mMain->scaleView(true);
+    settle();
+    mUi->mCursorByKey = true;
+    const QImage moved = painted(*timeScale());
+    timeScale()->setCursor(mUi->mCrossIndex, mUi->getXAxisByIndex(mUi->mCrossIndex));
+    EXPECT_EQ(moved, painted(*timeScale()));
+    timeScale()->setCursor(-1, 0);
+    EXPECT_NE(moved, painted(*timeScale()));
+}
+
+TEST_F(MainWidgetCursor, LineGoesWithTheDayUnderTheMouse) {
+    showTrading(1);
+    mMain->scaleView(false);
+    settle();
+    mUi->mCrossShown = true;
+    moveTo(graph(pane(), 1), {100, 100});
+    ASSERT_FALSE(columns(line(pane())).isEmpty());
+    mMain->scaleView(true);
+    mUnderMouse = nullptr;
+    settle();
+    EXPECT_EQ(mUi->mCrossIndex, -1);
+    EXPECT_TRUE(mUi->mCrossShown);
+    EXPECT_TRUE(columns(line(pane())).isEmpty());
+    EXPECT_TRUE(columns(line(sub(0))).isEmpty());
+    EXPECT_FALSE(shows(timeScale()));
+    moveTo(graph(pane()), {100, 100});
+    EXPECT_FALSE(columns(line(pane())).isEmpty());
+}
+
+TEST_F(MainWidgetCursor, LineStaysOnTheLastMinuteOfAShorterAxis) {
+    showTrading();
+    mUi->mCrossShown = true;
+    moveTo(graph(pane()), {graph(pane())->width(), 100});
+    ASSERT_EQ(mUi->mCrossIndex, 240);
+    mHost.mStocks.add("SF", "rb2405", 3500.0, 1.0);
+    mMain->setStock("SFrb2405", false);
+    EXPECT_EQ(mUi->mCrossIndex, 225);
+}
+
+TEST_F(MainWidgetCursor, LineStaysOnItsPlaceOnAnotherAxis) {
+    showTrading();
+    key(Qt::Key_Left);
+    key(Qt::Key_Left);
+    const int index = mUi->mCrossIndex;
+    mHost.mStocks.add("SF", "rb2405", 3500.0, 1.0);
+    mMain->setStock("SFrb2405", false);
+    ASSERT_EQ(mUi->mPointCount, 226);
+    settle();
+    EXPECT_EQ(columns(line(pane())), QList<int>{50 + mUi->getXAxisByIndex(index)});
+}
+
 TEST_F(MainWidgetCursor, MouseMoveRepaintsTheOldAndNewLinesAndBoxesAndDrawsNothingAnew) {
     showView(2);
     fill();
