@@ -4,12 +4,27 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace TC {
 namespace {
 
 constexpr double kLargestSide = 16384.0; // device pixels
 constexpr double kLargestArea = 67108864.0; // device pixels
+
+constexpr int kFewRects = 32; ///< of a region that is worth a closer look
+
+/// Whether a region has all pixels of some rows in the columns of a rectangle.
+bool isFilled(const QRegion &region, const QRect &columns, int top, int bottom) {
+    int rows = 0;
+    for (const QRect &rect : region) {
+        if (rect.top() >= top && rect.bottom() <= bottom && rect.left() <= columns.left() &&
+            rect.right() >= columns.right()) {
+            rows += rect.height();
+        }
+    }
+    return rows == bottom - top + 1;
+}
 
 } // namespace
 
@@ -34,6 +49,26 @@ double evenRatio(const QPainter &painter) {
     const QTransform transform = painter.deviceTransform();
     const bool even = transform.type() <= QTransform::TxScale && transform.m11() == transform.m22();
     return even ? std::clamp(transform.m11(), 1.0, 8.0) : 0.0;
+}
+
+QVector<QRect> partsOf(const QRegion &region) {
+    QVector<QRect> parts;
+    if (region.rectCount() > kFewRects) {
+        std::copy(region.begin(), region.end(), std::back_inserter(parts));
+        return parts;
+    }
+    for (const QRect &rect : region) {
+        const auto above = std::find_if(parts.rbegin(), parts.rend(), [&](const QRect &part) {
+            return part.left() == rect.left() && part.right() == rect.right() &&
+                   isFilled(region, rect, part.bottom() + 1, rect.top() - 1);
+        });
+        if (above != parts.rend()) {
+            above->setBottom(rect.bottom());
+        } else {
+            parts.append(rect);
+        }
+    }
+    return parts;
 }
 
 } // namespace TC

@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QRegion>
 #include <QSize>
+#include <QVector>
 
 namespace TC {
 
@@ -14,10 +15,14 @@ QPixmap panePixmap(const QSize &size, double ratio);
 /// Size in device pixels of such a pixmap; empty when there would be none.
 QSize panePixmapSize(const QSize &size, double ratio);
 
-/// Paints the rectangles of a region one by one, each under a clip of its own. Under a clip of several rectangles
+/// Few rectangles that together are a region; some may lie over others. Columns that rows cross stay whole, of which a
+/// region makes a piece above and beneath every row.
+QVector<QRect> partsOf(const QRegion &region);
+
+/// Paints the parts of a region one by one, each under a clip of its own. Under a clip of several rectangles
 /// pictures and lines are drawn span by span, which takes many times as long. The painter has no clip afterwards.
 template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
-    for (const QRect &part : region) {
+    for (const QRect &part : partsOf(region)) {
         painter.setClipRect(part);
         paint();
     }

@@ -3,6 +3,7 @@
 #include "chartdata/CRealtimeData.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/GlyphText.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -16,6 +17,8 @@ namespace TC {
 namespace {
 
 constexpr int kTitleHeight = 17; ///< of a title strip of one row
+
+const QString kFontKey = QStringLiteral("fnt_graph_axis_text");
 
 /// A pixel that can be computed with.
 int held(int pixel) {
@@ -98,6 +101,7 @@ CrossLineInput CCrossLineWidget::makeInput() const {
     }
     CrossLineInput input;
     input.size = size();
+    input.ratio = devicePixelRatioF();
     input.shown = true;
     input.index = mUiParam->mCrossIndex;
     input.x = isOnLastIndex() ? mUiParam->getXAxisByIndex(input.index) : mX;
@@ -128,10 +132,8 @@ void CCrossLineWidget::paintEvent(QPaintEvent *event) {
     if (mLook.ground.alpha() != 0) {
         painter.fillRect(event->rect(), mLook.ground);
     }
-    painter.setPen(mLook.line);
     drawLine(painter, dirty, mPlan.hasHorizontal, mPlan.horizontal);
     drawLine(painter, dirty, mPlan.hasVertical, mPlan.vertical);
-    painter.setFont(mLook.font);
     painter.setPen(mLook.text);
     drawLabel(painter, dirty, mPlan.leftBox, mPlan.leftText);
     drawLabel(painter, dirty, mPlan.rightBox, mPlan.rightText);
@@ -141,20 +143,19 @@ void CCrossLineWidget::refreshLook() {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
     const int generation = theme.generation();
     if (mLook.generation != generation) {
-        mLook = {generation,
-                 theme.getColor(QStringLiteral("ic_clr_highlight_widget_bg")),
-                 QPen(theme.getColor(QStringLiteral("ic_clr_realtime_cross_line")), 1.0, Qt::SolidLine),
+        mLook = {generation, theme.getColor(QStringLiteral("ic_clr_highlight_widget_bg")),
+                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line")),
                  theme.getColor(QStringLiteral("ic_clr_realtime_cross_line_bg")),
-                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line_text")),
-                 theme.getFont(QStringLiteral("fnt_graph_axis_text"))};
+                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line_text"))};
     }
 }
 
-void CCrossLineWidget::drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) {
-    const QRect room = CrossLinePlan::roomOf(line);
+void CCrossLineWidget::drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) const {
+    const double ratio = painter.deviceTransform().m11();
+    const QRect room = CrossLinePlan::roomOf(line, ratio);
     if (shown && dirty.intersects(room)) {
         painter.setClipRect(room); // one rectangle: drawn much faster
-        painter.drawLine(line);
+        painter.fillRect(CrossLinePlan::inkOf(line, ratio), mLook.line);
     }
 }
 
@@ -163,7 +164,7 @@ void CCrossLineWidget::drawLabel(QPainter &painter, const QRegion &dirty, const 
     if (dirty.intersects(box)) {
         painter.setClipRect(box);
         painter.fillRect(box, mLook.box);
-        painter.drawText(box, Qt::AlignCenter, text);
+        GZ::GlyphText::ofTheme(kFontKey).drawOn(painter, mLook.box, box, Qt::AlignHCenter, text);
     }
 }
 

@@ -4,8 +4,6 @@
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QColor>
-#include <QFont>
-#include <QPen>
 #include <QRect>
 #include <boost/shared_ptr.hpp>
 
@@ -50,9 +48,9 @@ private:
     /// Base of the percentage: the close of the day before.
     double percentBase() const;
     int verticalTop() const;
-    /// Takes colours and font from the theme when it has changed.
+    /// Takes colours from the theme when it has changed.
     void refreshLook();
-    static void drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line);
+    void drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) const;
     void drawLabel(QPainter &painter, const QRegion &dirty, const QRect &box, const QString &text) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
@@ -68,10 +66,9 @@ private:
     struct Look {
         int generation = -1; ///< of the theme; -1 when nothing has been taken
         QColor ground;
-        QPen line;
+        QColor line;
         QColor box;
         QColor text;
-        QFont font;
     } mLook;
 };
 

@@ -4,11 +4,11 @@
 #include "chartdata/PanePixmap.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/GlyphText.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
-#include <QFontMetrics>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -19,13 +19,14 @@ namespace TC {
 namespace {
 
 constexpr int kHolographicPressed = 263;
+const QString kLabelFont = QStringLiteral("fnt_graph_axis_text");
 
 QFont labelFont() {
-    return GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text"));
+    return GZ::CUiResource::instance().getFont(kLabelFont);
 }
 
 int labelHeight() {
-    return QFontMetrics(labelFont()).height();
+    return GZ::GlyphText::ofTheme(kLabelFont).height();
 }
 
 QColor themeColor(const char *key) {

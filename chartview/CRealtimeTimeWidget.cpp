@@ -5,6 +5,7 @@
 #include "chartview/TimeScalePlan.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/GlyphText.h"
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -22,13 +23,14 @@ namespace {
 constexpr int kCrossLineMoved = 3031;
 constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
 constexpr int kTickLength = 4; ///< rows of a tick
+const QString kLabelFont = QStringLiteral("fnt_timeline_text_default");
 
 QColor themeColor(const char *key) {
     return GZ::CUiResource::instance().getColor(QLatin1String(key));
 }
 
 QFont labelFont() {
-    return GZ::CUiResource::instance().getFont(QStringLiteral("fnt_timeline_text_default"));
+    return GZ::CUiResource::instance().getFont(kLabelFont);
 }
 
 /// Position of the graph that the mouse moves over among those of a pane, which are newest first; as the number of
@@ -101,9 +103,8 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
         refreshLook();
         painter.setClipRect(mFlag.box);
         painter.fillRect(mFlag.box, mLook.box);
-        painter.setFont(mLook.font);
         painter.setPen(mLook.text);
-        painter.drawText(mFlag.box, Qt::AlignCenter, mFlag.text);
+        GZ::GlyphText::ofTheme(kLabelFont).drawOn(painter, mLook.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
     }
 }
 
@@ -111,38 +112,34 @@ void CRealtimeTimeWidget::refreshLook() {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
     if (mLook.generation != theme.generation()) {
         mLook = {theme.generation(), themeColor("ic_clr_realtime_cross_line_bg"),
-                 themeColor("ic_clr_realtime_cross_line_text"), labelFont()};
+                 themeColor("ic_clr_realtime_cross_line_text")};
     }
 }
 
-void CRealtimeTimeWidget::refreshTime() {
-    refreshLook();
-    if (mTime.index == mCursorIndex && mTime.sessions == mUiParam->mSessions &&
-        mTime.pointCount == mUiParam->mPointCount && mTime.generation == mLook.generation) {
-        return;
+const QString &CRealtimeTimeWidget::timeUnderCursor() {
+    if (mTimes.sessions != mUiParam->mSessions || mTimes.pointCount != mUiParam->mPointCount) {
+        mTimes = {mUiParam->mSessions, mUiParam->mPointCount, {}};
     }
-    mTime = {mCursorIndex,
-             mUiParam->mSessions,
-             mUiParam->mPointCount,
-             mLook.generation,
-             mUiParam->getDateTimeByIndex(mCursorIndex).toString(QStringLiteral("hh:mm")),
-             0};
-    mTime.width = QFontMetrics(mLook.font).horizontalAdvance(mTime.text);
+    auto found = mTimes.texts.find(mCursorIndex);
+    if (found == mTimes.texts.end()) {
+        const QDateTime time = mUiParam->getDateTimeByIndex(mCursorIndex);
+        found = mTimes.texts.insert(mCursorIndex, time.toString(QStringLiteral("hh:mm")));
+    }
+    return *found;
 }
 
 CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     if (mCursorIndex < 0 || !mUiParam->mCrossShown) {
         return {};
     }
-    refreshTime();
     Flag flag;
-    flag.text = mTime.text;
+    flag.text = timeUnderCursor();
     TimeFlagInput input;
     input.cursorX = mCursorX;
     input.leftWidth = mUiParam->mLeftAxisWidth;
     input.daysBefore = daysBeforeCursor();
     input.dayWidth = mUiParam->mDayWidth;
-    input.textWidth = mTime.width;
+    input.textWidth = GZ::GlyphText::ofTheme(kLabelFont).width(flag.text);
     input.height = height();
     flag.box = planTimeFlag(input);
     return flag;

@@ -3,7 +3,7 @@
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QColor>
-#include <QFont>
+#include <QHash>
 #include <QPair>
 #include <QPixmap>
 #include <QRect>
@@ -45,16 +45,12 @@ private:
         int generation = -1; ///< of the theme; -1 when nothing has been taken
         QColor box;
         QColor text;
-        QFont font;
     };
-    /// The text under the cursor, and what it was made from.
-    struct Time {
-        int index = -1;
+    /// The texts of the times that the cursor has been at, by axis index, and what they were made from.
+    struct Times {
         QVector<QPair<int, int>> sessions;
         int pointCount = 0;
-        int generation = -1; ///< of the theme
-        QString text;
-        int width = 0; ///< of the text, in pixels
+        QHash<int, QString> texts;
     };
     /// The flag on the screen; null when there is none.
     struct Flag {
@@ -63,10 +59,9 @@ private:
     };
 
     Flag makeFlag();
-    /// Takes colours and font from the theme when it has changed.
+    /// Takes colours from the theme when it has changed.
     void refreshLook();
-    /// Makes the text of the time under the cursor when something has changed.
-    void refreshTime();
+    const QString &timeUnderCursor();
     /// Days that stand left of the one under the mouse.
     int daysBeforeCursor() const;
     void drawScale(double ratio);
@@ -80,7 +75,7 @@ private:
     int mCursorIndex = -1; ///< axis index of the flag, negative none
     int mCursorX = 0; ///< pixels inside a day graph
     Flag mFlag; ///< on the screen, or asked for
-    Time mTime;
+    Times mTimes;
     Look mLook;
 };
 

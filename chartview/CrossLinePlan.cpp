@@ -26,34 +26,38 @@ bool isSame(double one, double other) {
     return one == other || (std::isnan(one) && std::isnan(other));
 }
 
-void addChange(QRegion &touched, bool hadLine, const QLine &before, bool hasLine, const QLine &now) {
-    if (hadLine == hasLine && before == now) {
-        return;
-    }
-    if (hadLine) {
-        touched |= CrossLinePlan::roomOf(before);
-    }
-    if (hasLine) {
-        touched |= CrossLinePlan::roomOf(now);
+/// A line of a plan, null when there is none.
+QRect roomOf(bool has, const QLine &line, double ratio) {
+    return has ? CrossLinePlan::roomOf(line, ratio) : QRect();
+}
+
+void addChange(QRegion &touched, const QRect &before, const QRect &now) {
+    if (before != now) {
+        touched |= before;
+        touched |= now;
     }
 }
 
 } // namespace
 
 bool CrossLineInput::operator==(const CrossLineInput &other) const {
-    return size == other.size && shown == other.shown && index == other.index && x == other.x && y == other.y &&
-           row == other.row && top == other.top && isSame(value, other.value) && decimals == other.decimals &&
-           withPercent == other.withPercent && isSame(base, other.base) && invalid == other.invalid;
+    return size == other.size && ratio == other.ratio && shown == other.shown && index == other.index &&
+           x == other.x && y == other.y && row == other.row && top == other.top && isSame(value, other.value) &&
+           decimals == other.decimals && withPercent == other.withPercent && isSame(base, other.base) &&
+           invalid == other.invalid;
 }
 
-QRect CrossLinePlan::roomOf(const QLine &line) {
-    return QRect(line.p1(), line.p2()).normalized().adjusted(-1, -1, 1, 1);
+QRectF CrossLinePlan::inkOf(const QLine &line, double ratio) {
+    const double before = std::floor(ratio / 2.0) / ratio;
+    return QRectF(QRect(line.p1(), line.p2()).normalized()).translated(-before, -before);
 }
 
 QRegion CrossLinePlan::changeFrom(const CrossLinePlan &before) const {
     QRegion touched;
-    addChange(touched, before.hasHorizontal, before.horizontal, hasHorizontal, horizontal);
-    addChange(touched, before.hasVertical, before.vertical, hasVertical, vertical);
+    addChange(touched, TC::roomOf(before.hasHorizontal, before.horizontal, before.ratio),
+              TC::roomOf(hasHorizontal, horizontal, ratio));
+    addChange(touched, TC::roomOf(before.hasVertical, before.vertical, before.ratio),
+              TC::roomOf(hasVertical, vertical, ratio));
     if (leftBox != before.leftBox || leftText != before.leftText) {
         touched |= QRegion(before.leftBox) | leftBox;
     }
@@ -65,6 +69,7 @@ QRegion CrossLinePlan::changeFrom(const CrossLinePlan &before) const {
 
 CrossLinePlan planCrossLine(const CrossLineInput &input) {
     CrossLinePlan plan;
+    plan.ratio = input.ratio;
     if (!input.shown || input.index < 0) {
         return plan;
     }

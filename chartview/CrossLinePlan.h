@@ -14,6 +14,7 @@ namespace TC {
 /// What the cross line is drawn from.
 struct CrossLineInput {
     QSize size; ///< of the overlay
+    double ratio = 1.0; ///< device pixels per pixel
     bool shown = false;
     int index = -1; ///< axis index under the cross line, negative none
     int x = 0; ///< column of the vertical line, relative to the graphs
@@ -32,6 +33,7 @@ struct CrossLineInput {
 
 /// The cross line as it is drawn; a box that is null is not.
 struct CrossLinePlan {
+    double ratio = 1.0; ///< device pixels per pixel
     bool hasHorizontal = false;
     bool hasVertical = false;
     QLine horizontal;
@@ -41,12 +43,15 @@ struct CrossLinePlan {
     QRect rightBox;
     QString rightText;
 
-    /// All pixels that change on the screen when this one takes the place of another, at any device pixel ratio.
+    /// All pixels that change on the screen when this one takes the place of another.
     QRegion changeFrom(const CrossLinePlan &before) const;
     /// All pixels that it touches.
     QRegion region() const { return changeFrom({}); }
-    /// The pixels of a line of one pixel, which lie on both sides of it where a pixel is several device pixels.
-    static QRect roomOf(const QLine &line);
+    /// What a pen of one pixel draws of a horizontal or a vertical line: where a pixel is several device pixels, its
+    /// middle lies on the line.
+    static QRectF inkOf(const QLine &line, double ratio);
+    /// The pixels of that.
+    static QRect roomOf(const QLine &line, double ratio) { return inkOf(line, ratio).toAlignedRect(); }
 };
 
 CrossLinePlan planCrossLine(const CrossLineInput &input);

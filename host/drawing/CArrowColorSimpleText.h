@@ -33,8 +33,9 @@ public:
     /// Draws the line centred over the height of a rectangle, from its left edge. Where it does not fit, an ellipsis
     /// stands for the rest; of the runs, only the first is ever cut in two. Answers whether all of it was drawn.
     bool draw(QPainter &painter, const QRect &rect) const { return draw(painter, rect, rect); }
-    /// The same, without the runs that lie outside of `dirty`.
-    bool draw(QPainter &painter, const QRect &rect, const QRect &dirty) const;
+    /// The same, without the runs that lie outside of `dirty`, and quicker over an opaque ground that has been painted.
+    bool draw(QPainter &painter, const QRect &rect, const QRect &dirty,
+              const QColor &ground = Qt::transparent) const;
     /// Where drawing this line into a rectangle in which another is drawn changes anything.
     QRect changeFrom(const CArrowColorSimpleText &before, const QRect &rect) const;
 

@@ -110,12 +110,38 @@ TEST(CrossLinePlan, LargeValuesKeepTwoDecimalsInTheirUnit) {
 TEST(CrossLinePlan, RegionHoldsLinesAndBoxesAndLittleElse) {
     const QRegion region = planCrossLine(mouseInput()).region();
     for (const QPoint &inside : {QPoint(50, 80), QPoint(550, 80), QPoint(150, 17), QPoint(150, 300),
-                                 QPoint(0, 60), QPoint(49, 79), QPoint(599, 60), QPoint(300, 79)}) {
+                                 QPoint(0, 60), QPoint(49, 79), QPoint(599, 60), QPoint(300, 80)}) {
         EXPECT_TRUE(region.contains(inside)) << inside.x() << ' ' << inside.y();
     }
-    for (const QPoint &outside : {QPoint(300, 82), QPoint(300, 78), QPoint(148, 200), QPoint(152, 200)}) {
+    for (const QPoint &outside : {QPoint(300, 81), QPoint(300, 79), QPoint(149, 200), QPoint(151, 200)}) {
         EXPECT_FALSE(region.contains(outside)) << outside.x() << ' ' << outside.y();
     }
+}
+
+TEST(CrossLinePlan, LinesAreOnePixelAroundTheirMiddle) {
+    const QLine row(50, 80, 550, 80);
+    EXPECT_EQ(QRectF(50, 80, 501, 1), CrossLinePlan::inkOf(row, 1.0));
+    EXPECT_EQ(QRectF(49.5, 79.5, 501, 1), CrossLinePlan::inkOf(row, 2.0));
+    const QRectF thirds =
+        CrossLinePlan::inkOf(row, 3.0); // of three device pixels, the middle one is on the line
+    EXPECT_DOUBLE_EQ(80.0 - 1.0 / 3.0, thirds.y());
+    EXPECT_EQ(QRectF(149.5, 16.5, 1, 285), CrossLinePlan::inkOf(QLine(150, 17, 150, 301), 2.0));
+    EXPECT_EQ(QRectF(150, 17, 1, 285), CrossLinePlan::inkOf(QLine(150, 301, 150, 17), 1.0));
+}
+
+TEST(CrossLinePlan, RoomIsThatOfTheLineAlone) {
+    EXPECT_EQ(QRect(50, 80, 501, 1), CrossLinePlan::roomOf(QLine(50, 80, 550, 80), 1.0));
+    EXPECT_EQ(QRect(49, 79, 502, 2), CrossLinePlan::roomOf(QLine(50, 80, 550, 80), 2.0));
+}
+
+TEST(CrossLinePlan, AnotherRatioMovesBothLines) {
+    CrossLineInput input = mouseInput();
+    const CrossLinePlan before = planCrossLine(input);
+    input.ratio = 2.0;
+    const QRegion change = planCrossLine(input).changeFrom(before);
+    EXPECT_TRUE(change.contains(QPoint(300, 79)));
+    EXPECT_TRUE(change.contains(QPoint(300, 80)));
+    EXPECT_TRUE(change.contains(QPoint(149, 200)));
 }
 
 TEST(CrossLinePlan, ChangeAlongTheRowIsThatOfTheColumnsAlone) {
@@ -139,7 +165,7 @@ TEST(CrossLinePlan, ChangeOfAValueIsThatOfItsBox) {
     input = mouseInput();
     input.y = -1;
     EXPECT_EQ(planCrossLine(input).changeFrom(before),
-              QRegion(CrossLinePlan::roomOf(before.horizontal)) | before.leftBox | before.rightBox);
+              QRegion(CrossLinePlan::roomOf(before.horizontal, 1.0)) | before.leftBox | before.rightBox);
 }
 
 TEST(GraphShowTick, LargeValuesKeepAtLeastTwoDecimals) {

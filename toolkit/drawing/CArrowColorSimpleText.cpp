@@ -1,6 +1,7 @@
 #include "host/drawing/CArrowColorSimpleText.h"
 
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/GlyphText.h"
 #include "toolkit/drawing/DrawLook.h"
 
 #include <QFontMetrics>
@@ -68,9 +69,9 @@ void CArrowColorSimpleText::measure() const {
     const bool anew = mGeneration != theme.generation();
     const auto isDue = [anew](const Run &run) { return anew || run.width < 0; };
     if (std::any_of(mRuns.cbegin(), mRuns.cend(), isDue)) {
-        const QFontMetrics metrics(theme.getFont(mFontKey));
+        GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(mFontKey);
         for (Run &run : mRuns) {
-            run.width = isDue(run) ? metrics.horizontalAdvance(run.text) : run.width;
+            run.width = isDue(run) ? glyphs.width(run.text) : run.width;
         }
     }
     mGeneration = theme.generation();
@@ -100,10 +101,11 @@ QRect CArrowColorSimpleText::changeFrom(const CArrowColorSimpleText &before, con
            QRect(rect.left() + x, rect.top(), width - x, rect.height()).adjusted(-kGap / 2, 0, kGap / 2, 0);
 }
 
-bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect, const QRect &dirty) const {
-    painter.setFont(GZ::CUiResource::instance().getFont(mFontKey));
+bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect, const QRect &dirty,
+                                 const QColor &ground) const {
+    GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(mFontKey);
     const bool whole = width() <= rect.width();
-    const int ellipsis = whole ? 0 : painter.fontMetrics().horizontalAdvance(kEllipsis);
+    const int ellipsis = whole ? 0 : glyphs.width(kEllipsis);
     int x = rect.left();
     for (int i = 0; i < mRuns.size(); ++i) {
         const Run &run = qAsConst(mRuns)[i];
@@ -112,6 +114,7 @@ bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect, const QRe
         painter.setPen(run.color);
         if (taken + (whole || i + 1 == mRuns.size() ? 0 : kGap + ellipsis) > room) {
             // A name may be cut; a number that is cut is another number.
+            painter.setFont(glyphs.font());
             const QString cut =
                 i == 0 ? painter.fontMetrics().elidedText(run.text + kEllipsis, Qt::ElideRight, room)
                        : kEllipsis;
@@ -121,7 +124,7 @@ bool CArrowColorSimpleText::draw(QPainter &painter, const QRect &rect, const QRe
         }
         const QRect box(x, rect.top(), run.width, rect.height());
         if (dirty.intersects(box.adjusted(-kGap / 2, 0, arrowRoom(run.arrow) + kGap / 2, 0))) {
-            painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, run.text);
+            glyphs.drawOn(painter, ground, box, Qt::AlignLeft, run.text);
             if (run.arrow != eArrowNone) {
                 drawArrow(painter, x + run.width + kArrowGap, rect.center().y() + 1, run.arrow);
             }

@@ -211,10 +211,11 @@ void CIndexTitleWidget::onUiResourceChanged() {
 void CIndexTitleWidget::paintEvent(QPaintEvent *event) {
     const auto color = [](const char *key) { return GZ::CUiResource::instance().getColor(QLatin1String(key)); };
     QPainter painter(this);
-    painter.fillRect(event->rect(), color(mShowBg    ? "ic_clr_index_title_selected_bg"
-                                          : mConcise ? "ic_clr_realtime_graph_bg"
-                                                     : "ic_clr_index_title_bg"));
-    mText.draw(painter, textRect(), event->rect());
+    const QColor ground = color(mShowBg    ? "ic_clr_index_title_selected_bg"
+                                : mConcise ? "ic_clr_realtime_graph_bg"
+                                           : "ic_clr_index_title_bg");
+    painter.fillRect(event->rect(), ground);
+    mText.draw(painter, textRect(), event->rect(), ground);
 }
 
 void CIndexTitleWidget::resizeEvent(QResizeEvent *event) {
