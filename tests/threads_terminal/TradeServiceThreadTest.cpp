@@ -1,4 +1,7 @@
+#include "terminal/app/TradeWatch.h"
 #include "tests/terminal/TradeFixture.h"
+
+#include <QCoreApplication>
 
 #include <atomic>
 #include <set>
@@ -37,6 +40,25 @@ protected:
         wrong += !mTrade->getAccounts({QStringLiteral("80010001")}, accounts);
         return wrong;
     }
+    /// The exchange and the service run at the fastest pace from the opening on.
+    void runFast() {
+        mClock.setTime(at(9, 31));
+        mClock.setPace(600.0);
+        mClock.resume();
+        mTrade->start();
+    }
+    /// Connects a slot to every signal of the service; the connections end with what is answered.
+    template <class Slot> std::vector<boost::signals2::scoped_connection> hearAll(Slot slot) {
+        std::vector<boost::signals2::scoped_connection> all;
+        all.emplace_back(mTrade->sigLinkageChanged.connect([slot](const auto &) { slot(); }));
+        all.emplace_back(mTrade->sigTaskChanged.connect([slot](const auto &) { slot(); }));
+        all.emplace_back(mTrade->sigAccountsChanged.connect([slot] { slot(); }));
+        all.emplace_back(mTrade->sigStrategysChanged.connect([slot] { slot(); }));
+        all.emplace_back(mTrade->sigStocksChanged.connect([slot] { slot(); }));
+        all.emplace_back(mTrade->sigDatasChanged.connect([slot] { slot(); }));
+        all.emplace_back(mTrade->sigNewTradingDay.connect([slot](const auto &) { slot(); }));
+        return all;
+    }
 };
 
 TEST_F(TradeServiceThreads, FourThreadsAskWhileTheExchangeTradesAtTheFastestPace) {
@@ -53,11 +75,8 @@ TEST_F(TradeServiceThreads, FourThreadsAskWhileTheExchangeTradesAtTheFastestPace
     mTrade->sigLinkageChanged.connect(hear);
     mTrade->sigTaskChanged.connect(hear);
     wantFigures();
-    mClock.setTime(at(9, 31));
-    mClock.setPace(600.0);
-    mClock.resume();
     mExchange.start();
-    mTrade->start();
+    runFast();
     std::vector<std::thread> askers;
     for (int i = 0; i < 4; ++i) {
         askers.emplace_back([&, i] {
@@ -85,6 +104,74 @@ TEST_F(TradeServiceThreads, FourThreadsAskWhileTheExchangeTradesAtTheFastestPace
     EXPECT_EQ(tellers.size(), 1U);
     EXPECT_EQ(tellers.count(std::this_thread::get_id()), 0U);
     EXPECT_FALSE(mTrade->getDealDetails(mDay, kShare, kAllAccounts).empty());
+}
+
+TEST_F(TradeServiceThreads, ListenersComeAndGoWhileSignalsFly) {
+    std::atomic<int> told{0};
+    std::atomic<int> changes{0};
+    runFast();
+    std::vector<std::thread> listeners;
+    for (int i = 0; i < 3; ++i) {
+        listeners.emplace_back([&, i] {
+            for (int n = 0; mClock.now() < at(10, 0); ++n, ++changes) {
+                const auto heard = std::make_shared<int>(0); // as long as a slot can run
+                const auto connections = hearAll([heard, &told] {
+                    EXPECT_GE(*heard, 0);
+                    ++told;
+                });
+                mTrade->importDeal("X" + std::to_string(i), kShare, std::to_string(n), 10.0, 100,
+                                   at(9, 31) / 1000, 48);
+            }
+        });
+    }
+    for (std::thread &listener : listeners) {
+        listener.join();
+    }
+    mTrade->stop();
+    EXPECT_GT(told, 0);
+    EXPECT_GT(changes, 10);
+    EXPECT_TRUE(mTrade->sigLinkageChanged.empty());
+    EXPECT_TRUE(mTrade->sigDatasChanged.empty());
+}
+
+TEST_F(TradeServiceThreads, AServiceThatGoesWhileItTellsIsSilentAfterwards) {
+    for (int round = 0; round < 3; ++round) {
+        std::atomic<int> told{0};
+        restart();
+        mTrade->sigLinkageChanged.connect([&](const std::vector<std::string> &) { ++told; });
+        runFast();
+        int n = 0;
+        do {
+            mTrade->importDeal("X", kShare, std::to_string(++n), 10.0, 100, at(9, 31) / 1000, 48);
+        } while (told == 0);
+        mTrade.reset();
+        const int atTheEnd = told;
+        EXPECT_GT(atTheEnd, 0);
+        EXPECT_EQ(told, atTheEnd);
+        restart();
+        EXPECT_EQ(flat(mTrade->getDealDetails(mDay, kShare, {"X"})).size(), static_cast<size_t>(n))
+            << "written before it went";
+        mTrade->clearImportData();
+        mTrade->advance();
+    }
+}
+
+TEST_F(TradeServiceThreads, WatchesComeAndGoWhileTheServiceTells) {
+    TC::CLinkageManager *before = TC::CSingletonT<TC::CLinkageManager>::install(mTrade.get());
+    runFast();
+    int told = 0;
+    for (int n = 0; mClock.now() < at(10, 0) || told == 0; ++n) {
+        TradeWatch watch;
+        QObject::connect(&watch, &TradeWatch::changed,
+                         [&](const QSet<QString> &instruments) { told += instruments.isEmpty() ? 0 : 1; });
+        mTrade->importDeal("X", kShare, std::to_string(n), 10.0, 100, at(9, 31) / 1000, 48);
+        QCoreApplication::processEvents();
+    }
+    mTrade->stop();
+    QCoreApplication::processEvents(); // what was told to watches that have gone
+    EXPECT_GT(told, 0);
+    EXPECT_TRUE(mTrade->sigLinkageChanged.empty());
+    TC::CSingletonT<TC::CLinkageManager>::install(before);
 }
 
 } // namespace
