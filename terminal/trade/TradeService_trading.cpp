@@ -152,27 +152,32 @@ void TradeService::forgetDay(const std::string &account, int day) {
     mNotices.tasks.insert(instruments.begin(), instruments.end());
 }
 
-/// Trades the minutes that have settled by a time.
+/// Trades the minutes that have settled by a time, and cancels what is recorded as cancelled by then.
 void TradeService::tradeUpTo(Desk &desk, qint64 now) {
     DemoTrader &trader = *desk.trader;
-    if (trader.nextMinute() == 0 || trader.nextMinute() + kSettled > now) {
-        return;
-    }
+    const auto isDue = [&] { return trader.nextMinute() != 0 && trader.nextMinute() + kSettled <= now; };
+    const bool trades = isDue();
     std::map<QString, MinuteBars> bars;
-    for (const QString &instrument : trader.instruments()) {
+    for (const QString &instrument : trades ? trader.instruments() : QStringList()) {
         bars[instrument] = mFeed.dayBars(instrument, trader.day());
     }
     const auto look = [&bars](const QString &instrument, qint64 time) { return barAt(bars[instrument], time); };
     TradeChanges changes;
-    while (trader.nextMinute() != 0 && trader.nextMinute() + kSettled <= now) {
-        for (; !desk.cancels.empty() && desk.cancels.front().time < trader.nextMinute() + kSettled;
-             desk.cancels.pop_front()) {
+    const auto cancelBefore = [&](qint64 time) {
+        for (; !desk.cancels.empty() && desk.cancels.front().time < time; desk.cancels.pop_front()) {
             append(changes, trader.cancelTask(desk.cancels.front().task, desk.cancels.front().time));
         }
+    };
+    while (isDue()) {
+        cancelBefore(trader.nextMinute() + kSettled);
         desk.traded = trader.nextMinute();
         append(changes, trader.step(look));
     }
+    cancelBefore(now + 1);
     enter(trader.day(), changes);
+    if (!trades) {
+        return;
+    }
     std::lock_guard<std::mutex> hold(mLock);
     if (trader.nextMinute() == 0) {
         TradeBatch finished;

@@ -342,6 +342,17 @@ TEST_F(TradeServiceTest, CancelledTaskStopsAndStaysCancelled) {
     EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
 }
 
+TEST_F(TradeServiceTest, CancellationIsThereAtOnceAfterARestart) {
+    goTo(at(10, 0, 40));
+    mTrade->cancelTask(firstTask(kShare, "80010001")->mTaskId, QStringLiteral("test"));
+    mTrade->advance();
+    const auto orders = orderStates(mDay, kShare);
+    restart();
+    goTo(at(10, 0, 40)); // no further minute has settled
+    EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
+    EXPECT_EQ(orderStates(mDay, kShare), orders);
+}
+
 TEST_F(TradeServiceTest, CancellationOfALaterTimeIsForgottenWhenTheClockGoesBack) {
     goTo(at(10, 20));
     mTrade->cancelTask(firstTask(kShare, "80010001")->mTaskId, QStringLiteral("test"));
