@@ -13,6 +13,7 @@
 #include "host/toolkit/CDragWidgetList.h"
 #include "host/toolkit/CHighlightWidget.h"
 #include "host/windows/CIndexModelWidget.h"
+#include "linkage/CRealtimeLinkageSettingDialog.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QVBoxLayout>
@@ -57,6 +58,7 @@ CRealtimeMainWidget::~CRealtimeMainWidget() {
     delete std::exchange(mTimeWidget, nullptr);
     delete std::exchange(mHighlightWidget, nullptr);
     delete std::exchange(mWidgetList, nullptr);
+    delete std::exchange(mLinkageDialog, nullptr);
 }
 
 void CRealtimeMainWidget::createUi() {

@@ -31,6 +31,7 @@ namespace TC {
 
 class CIndexModelWidget;
 class CRealtimeGraphWidget;
+class CRealtimeLinkageSettingDialog;
 class CRealtimeTimeWidget;
 class CRealtimeUiParam;
 class DownloadProgress;
@@ -204,10 +205,18 @@ public:
 
     // Trade linkage
 
+    /// Opens the dialog of what is shown of the user's trades, or brings it forward; from then on it governs that.
     void showLinkageSetting();
     void showLinkageDataFromKey();
+    /// Takes the choice of the dialog over, as long as it governs.
+    void updateLinkageSetting();
     void updateLinkageDatas();
+    /// The dialog governs no longer.
     void closeLinkageSetting();
+    /// What is checked in the dialog, by name; what it is to begin with when there is none yet.
+    QMap<QString, bool> getLinkageDialogSetting() const;
+    /// Checks it in the dialog; without one nothing is kept.
+    void loadLinkageDialogSetting(const QMap<QString, bool> &setting);
 
     bool handleEvent(int event, int first, int second, QString text, void *payload) override;
 
@@ -282,6 +291,8 @@ private:
     QVector<CRealtimeWidget *> mSubWidgets; ///< in order of creation
     GZ::CHighlightWidget *mHighlightWidget = nullptr;
     CIndexModelWidget *mIndexModelWidget = nullptr; ///< in the concise style of a template view only
+    CRealtimeLinkageSettingDialog *mLinkageDialog = nullptr; ///< from its first showing on
+    QMap<QString, bool> mLinkageSetting; ///< what the dialog begins with
     EIndexViewType mViewType;
     int mCurrentWidgetId = -1; ///< of the selected pane
     int mNextWidgetId = 0;

@@ -3,7 +3,6 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/DownloadProgress.h"
-#include "containers/Repaint.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/CWidgetList.h"
 #include "host/windows/CIndexModelWidget.h"
@@ -29,8 +28,9 @@ enum EEvent : int {
     eTemplateChosen = 3039,
     eScaleChanged = 3151,
     eLinkageAsked = 3160,
-    eLinkageSelected = 3163,
+    eLinkageChosen = 3161,
     eLinkageClosed = 3162,
+    eLinkageDatasChanged = 3163,
     eViewUpdateAsked = 3225,
     eDaysAsked = 3228,
     ePaneButtonPressed = 3230,
@@ -44,8 +44,6 @@ enum EDays : int { eOneDayMore = 0, eOneDayFewer = 1, eBackToOneDay = 2 };
 /// First argument of eRegionBoundMoved.
 enum ERegionBound : int { eRegionStart = 0, eRegionEnd = 1 };
 
-constexpr int kSelectedDataView = 4; ///< bit of mLinkageFlags
-constexpr int kNoLinkage = 1; ///< mLinkageFlags of a view without trades
 constexpr qint64 kMinutePeriod = 60000; ///< milliseconds
 constexpr int kMinuteHistory = 3001; ///< kind of a download
 
@@ -127,10 +125,13 @@ bool CRealtimeMainWidget::handleCommand(int event, int first, int second, const 
     case eLinkageAsked:
         showLinkageSetting();
         return true;
+    case eLinkageChosen:
+        updateLinkageSetting();
+        return true;
     case eLinkageClosed:
         closeLinkageSetting();
         return true;
-    case eLinkageSelected:
+    case eLinkageDatasChanged:
         updateLinkageDatas();
         return true;
     default:
@@ -277,30 +278,6 @@ void CRealtimeMainWidget::moveRegionBound(int bound, const QTime *time) {
     mMainWidget->getCurrentGraphWidget()->setRegionLine(start, end);
     statisticSelectRegion(
         start, regionText(end, mUiParam->getDateTimeByIndex(start), mUiParam->getDateTimeByIndex(end)));
-}
-
-// Trade linkage
-
-void CRealtimeMainWidget::showLinkageSetting() {
-    mUiParam->mLinkageFlags |= kSelectedDataView;
-    updateLinkageDatas();
-}
-
-void CRealtimeMainWidget::showLinkageDataFromKey() {
-    showLinkageSetting();
-}
-
-void CRealtimeMainWidget::updateLinkageDatas() {
-    if (mUiParam->mLinkageFlags != kNoLinkage) {
-        mMainWidget->updateView();
-        updateWithChildren(mMainWidget);
-    }
-}
-
-void CRealtimeMainWidget::closeLinkageSetting() {
-    mUiParam->mLinkageFlags &= ~kSelectedDataView;
-    mMainWidget->updateView();
-    updateWithChildren(mMainWidget);
 }
 
 } // namespace TC

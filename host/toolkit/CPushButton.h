@@ -35,8 +35,6 @@ protected:
     void leaveEvent(QEvent *event) override;
 
 private:
-    void drawStretched(QPainter &painter, const QPixmap &image) const;
-
     QString mImageKey;
     int mId;
     QMargins mBorders; ///< of the image; null when it is not stretched

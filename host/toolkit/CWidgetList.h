@@ -51,6 +51,11 @@ public:
     void addFixedWidget(QWidget *widget, int anchor, bool split);
     void insertFixedWidget(int index, QWidget *widget, int anchor, bool split);
 
+    /// Adds an empty place of a length in pixels at the end.
+    void addSpace(int pixels);
+    /// Adds an empty place that shares the free length.
+    void addStretch(int stretch = 1);
+
     int count() const { return static_cast<int>(mItems.size()); }
     /// Null beyond the list, as the item is.
     QWidget *widgetAt(int index) const;

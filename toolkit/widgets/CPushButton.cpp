@@ -1,9 +1,10 @@
 #include "host/toolkit/CPushButton.h"
 
+#include "toolkit/drawing/StretchedImage.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
-#include <algorithm>
 #include <utility>
 
 namespace GZ {
@@ -18,8 +19,7 @@ QColor shadeOf(bool down, bool hovered) {
 
 CPushButton::CPushButton(QString imageKey, int id, int left, int right, int top, int bottom, QWidget *parent)
     : CEventWidgetT<QPushButton>(parent), mImageKey(std::move(imageKey)), mId(id), mStretched(true) {
-    const QSize image = CUiResource::instance().getPixmap(mImageKey).size();
-    mBorders = QMargins(left, top, image.width() - right, image.height() - bottom);
+    mBorders = imageBorders(mImageKey, left, right, top, bottom);
     connect(this, &QPushButton::clicked, this,
             [this](bool checked) { deliverEvent(kClicked, mId, checked ? 1 : 0, QString(), nullptr); });
     onUiResourceChanged();
@@ -62,28 +62,6 @@ void CPushButton::leaveEvent(QEvent *event) {
     update();
 }
 
-void CPushButton::drawStretched(QPainter &painter, const QPixmap &image) const {
-    const double ratio = image.devicePixelRatioF();
-    const QSizeF size = QSizeF(image.size()) / ratio;
-    const double sourceX[] = {0.0, double(mBorders.left()), size.width() - mBorders.right(), size.width()};
-    const double sourceY[] = {0.0, double(mBorders.top()), size.height() - mBorders.bottom(), size.height()};
-    const double targetX[] = {0.0, sourceX[1], std::max(sourceX[1], double(width() - mBorders.right())),
-                              double(width())};
-    const double targetY[] = {0.0, sourceY[1], std::max(sourceY[1], double(height() - mBorders.bottom())),
-                              double(height())};
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            const QRectF target(QPointF(targetX[column], targetY[row]),
-                                QPointF(targetX[column + 1], targetY[row + 1]));
-            const QRectF source(QPointF(sourceX[column], sourceY[row]) * ratio,
-                                QPointF(sourceX[column + 1], sourceY[row + 1]) * ratio);
-            if (!target.isEmpty() && !source.isEmpty()) {
-                painter.drawPixmap(target, image, source);
-            }
-        }
-    }
-}
-
 void CPushButton::paintEvent(QPaintEvent *) {
     const CUiResource &theme = CUiResource::instance();
     const QPixmap image = theme.getPixmap(mImageKey);
@@ -91,7 +69,7 @@ void CPushButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setOpacity(isEnabled() ? 1.0 : 0.4);
     if (mStretched) {
-        drawStretched(painter, image);
+        drawStretched(painter, image, mBorders, rect());
     } else {
         const QSizeF size = QSizeF(image.size()) / image.devicePixelRatioF();
         painter.drawPixmap(QPointF(int(width() - size.width()) / 2, int(height() - size.height()) / 2), image);

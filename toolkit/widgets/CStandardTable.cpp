@@ -19,6 +19,7 @@ namespace {
 constexpr int kRowHeight = 22;
 constexpr int kHighRowHeight = 32;
 constexpr int kHeaderHeight = 24;
+constexpr int kNarrowest = 20; ///< column
 constexpr int kHeaderStyle = 16;
 constexpr int kTextMargin = 12; ///< on both sides of a text together
 constexpr int kSortArrow = 14;
@@ -74,6 +75,7 @@ CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView *header = horizontalHeader();
     header->setHighlightSections(false);
+    header->setMinimumSectionSize(kNarrowest);
     header->setStretchLastSection(true);
     header->viewport()->installEventFilter(this);
     connect(header, &QHeaderView::sectionClicked, this, &CStandardTable::onHeadingClicked);

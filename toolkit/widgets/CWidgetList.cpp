@@ -61,6 +61,16 @@ void CWidgetList::addFixedWidget(QWidget *widget, int anchor, bool split) {
     insertFixedWidget(count(), widget, anchor, split);
 }
 
+void CWidgetList::addSpace(int pixels) {
+    auto *space = new QWidget(this);
+    space->setFixedSize(mOrientation == Qt::Horizontal ? QSize(pixels, 0) : QSize(0, pixels));
+    addFixedWidget(space, eAnchorStart, false);
+}
+
+void CWidgetList::addStretch(int stretch) {
+    addStretchWidget(new QWidget(this), stretch, eAnchorStart, false);
+}
+
 void CWidgetList::insertFixedWidget(int index, QWidget *widget, int anchor, bool split) {
     insertItem(index, {widget, 0, 0, anchor, split, true, 0});
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/toolkit/CEventWidgetT.h"
+
+#include <QRadioButton>
+#include <QString>
+
+namespace GZ {
+
+/// A radio button with an id, one of those of its parent. When the user picks it, it delivers event 93 with its id, 1
+/// and its object name; picked by the program it delivers nothing.
+class CRadioButton : public CEventWidgetT<QRadioButton> {
+    Q_OBJECT
+public:
+    static constexpr int kPicked = 93; ///< the event
+
+    CRadioButton(const QString &text, int id, QWidget *parent = nullptr);
+    int id() const { return mId; }
+
+private:
+    int mId;
+};
+
+} // namespace GZ

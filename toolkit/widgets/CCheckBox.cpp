@@ -1,0 +1,20 @@
+#include "host/toolkit/CCheckBox.h"
+
+#include <QStyle>
+
+namespace GZ {
+
+CCheckBox::CCheckBox(const QString &text, int id, QWidget *parent) : CEventWidgetT<QCheckBox>(parent), mId(id) {
+    setText(text);
+    connect(this, &QCheckBox::clicked, this,
+            [this](bool checked) { deliverEvent(kToggled, mId, checked ? 1 : 0, objectName(), nullptr); });
+}
+
+QSize CCheckBox::sizeHint() const {
+    const int box = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this);
+    const int gap = style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, this);
+    const int textWidth = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+    return {box + (text().isEmpty() ? 0 : gap + textWidth), QCheckBox::sizeHint().height()};
+}
+
+} // namespace GZ

@@ -1,0 +1,62 @@
+#include "host/toolkit/CSmallNoNormalButton.h"
+
+#include "host/toolkit/CPushButton.h"
+
+#include <QPainter>
+
+namespace GZ {
+namespace {
+
+QColor color(const char *key) {
+    return CUiResource::instance().getColor(QLatin1String(key));
+}
+
+} // namespace
+
+CSmallNoNormalButton::CSmallNoNormalButton(const QString &text, int id, QWidget *parent)
+    : CEventWidgetT<QPushButton>(parent), mId(id) {
+    setText(text);
+    setFocusPolicy(Qt::NoFocus);
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this,
+            [this] { deliverEvent(CPushButton::kClicked, mId, 0, QString(), nullptr); });
+    onUiResourceChanged();
+}
+
+void CSmallNoNormalButton::setFontKey(const QString &key) {
+    mFontKey = key;
+    onUiResourceChanged();
+}
+
+void CSmallNoNormalButton::onUiResourceChanged() {
+    setFont(CUiResource::instance().getFont(mFontKey));
+    update();
+}
+
+void CSmallNoNormalButton::enterEvent(QEvent *event) {
+    CEventWidgetT<QPushButton>::enterEvent(event);
+    update();
+}
+
+void CSmallNoNormalButton::leaveEvent(QEvent *event) {
+    CEventWidgetT<QPushButton>::leaveEvent(event);
+    update();
+}
+
+void CSmallNoNormalButton::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    const bool pressed = isDown();
+    if (isEnabled() && (pressed || underMouse())) {
+        painter.fillRect(rect(), color(pressed ? "tc_clr_conciseStyle_depth_bottom_group_btn_press"
+                                               : "tc_clr_conciseStyle_depth_bottom_group_btn_hover"));
+    }
+    painter.setPen(color("clr_pushbutton_group_border_new"));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.setPen(color(!isEnabled()   ? "tc_clr_depth_bottom_group_btn_txt_disable"
+                         : pressed      ? "tc_clr_depth_bottom_group_btn_txt_press"
+                         : underMouse() ? "tc_clr_depth_bottom_group_btn_txt_hover"
+                                        : "clr_text_default"));
+    painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+} // namespace GZ

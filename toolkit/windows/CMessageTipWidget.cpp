@@ -1,0 +1,69 @@
+#include "host/windows/CMessageTipWidget.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace TC {
+namespace {
+
+constexpr int kMargin = 4; ///< pixels beside the text
+
+QColor color(const char *key) {
+    return GZ::CUiResource::instance().getColor(QLatin1String(key));
+}
+
+} // namespace
+
+CMessageTipWidget::CMessageTipWidget(int id, QWidget *parent)
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), mId(id) {
+    setObjectName(QStringLiteral("message_tip_widget"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    onUiResourceChanged();
+}
+
+void CMessageTipWidget::onUiResourceChanged() {
+    setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
+    update();
+}
+
+bool CMessageTipWidget::event(QEvent *event) {
+    if (event->type() == QEvent::ToolTipChange) {
+        update();
+    }
+    return QWidget::event(event);
+}
+
+void CMessageTipWidget::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.fillRect(rect(), color("clr_menu_bg"));
+    painter.setPen(color("ic_clr_highlight_widget_frame"));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.setPen(color("clr_menu_text"));
+    const QRect place = rect().adjusted(kMargin, 0, -kMargin, 0);
+    painter.drawText(place, Qt::AlignCenter,
+                     painter.fontMetrics().elidedText(toolTip(), Qt::ElideRight, place.width()));
+}
+
+void CMessageTipWidget::mousePressEvent(QMouseEvent *event) {
+    mDragging = event->button() == Qt::LeftButton;
+    mGrip = event->globalPos() - pos();
+}
+
+void CMessageTipWidget::mouseMoveEvent(QMouseEvent *event) {
+    if (mDragging && event->buttons().testFlag(Qt::LeftButton)) {
+        move(event->globalPos() - mGrip);
+    }
+}
+
+void CMessageTipWidget::mouseReleaseEvent(QMouseEvent *) {
+    mDragging = false;
+}
+
+void CMessageTipWidget::mouseDoubleClickEvent(QMouseEvent *event) {
+    mDragging = false;
+    if (event->button() == Qt::LeftButton) {
+        emit sigMouseDoubleClick();
+    }
+}
+
+} // namespace TC
