@@ -240,6 +240,7 @@ private:
     MaxMinMap axisRanges() const;
     QPair<double, double> priceRange() const;
 
+    void forgetMarks();
     bool findLinkageReference(LinkageScope &scope) const;
     void drawSelectedData(QPainter &painter, const QRect &rect, MarkPlacer &placer, const LinkageScope &scope);
     void drawAccountView(QPainter &painter, MarkPlacer &placer, LinkageScope scope);

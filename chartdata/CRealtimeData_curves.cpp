@@ -106,8 +106,9 @@ void CRealtimeData::drawNetAmount(QPainter &painter, const QRect &rect, const Ti
                                   int now) const {
     TimedValues net; // by minute
     for (const auto &total : totals) {
-        if (!isZero(total.second.first) || !isZero(total.second.second)) {
-            net[total.first] = total.second.first - total.second.second;
+        const auto &[buy, sell] = total.second;
+        if (isUsable(buy) && isUsable(sell) && (!isZero(buy) || !isZero(sell))) {
+            net[total.first] = buy - sell;
         }
     }
     const auto column = [this](int index) { return mUiParam->getXAxisByIndex(index); };

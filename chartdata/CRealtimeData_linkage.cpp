@@ -105,15 +105,19 @@ bool CRealtimeData::findLinkageReference(LinkageScope &scope) const {
     return !isUnset(scope.close);
 }
 
+void CRealtimeData::forgetMarks() {
+    mDealMarks.clear();
+    mOrderMarks.clear();
+    mTaskMarks.clear();
+}
+
 void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     LinkageScope scope;
     if (!painter || rect.isEmpty() || mUiParam->mDayCount != 1 || !findLinkageReference(scope)) {
         return;
     }
-    mDealMarks.clear();
-    mOrderMarks.clear();
-    mTaskMarks.clear();
+    forgetMarks();
     painter->save();
     painter->setClipRect(painter->window(), Qt::IntersectClip); // lines are drawn much faster under a clip
     MarkPlacer placer(*mUiParam, priceRange(), rect.height(), scope.close);

@@ -492,6 +492,7 @@ void CRealtimeData::drawLinkage(const QRect &rect) {
     }
     noteDamage(eSeriesChanged);
     mLinkagePixmap.fill(Qt::transparent);
+    forgetMarks(); // what is not in the picture is not found under the mouse
     QPainter painter;
     if (painter.begin(&mLinkagePixmap)) {
         drawLinkageMarks(&painter, chartLayout(rect.size(), mUiParam->mShowVolume).price);

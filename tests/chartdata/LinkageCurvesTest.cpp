@@ -152,4 +152,92 @@ TEST_F(LinkageCurves, ValuesThatAreAllZeroLieInTheMiddle) {
                      })));
 }
 
+TEST_F(LinkageCurves, EachHasAColourOfItsOwn) {
+    const QSet<QRgb> colours = {theme("tc_clr_total_buyamount").rgba(), theme("tc_clr_total_sellamount").rgba(),
+                                theme("tc_clr_buyamount").rgba()};
+    EXPECT_EQ(colours.size(), 3) << "or the tests here could not tell them apart";
+}
+
+TEST_F(LinkageCurves, AmountsOfZeroMakeNoPoint) {
+    show({3});
+    mHost.mClock.mNow.setTime(QTime(9, 30));
+    mHost.mLinkage.mAmounts = {{600, {100.0, 0.0}}, {615, {0.0, 0.0}}, {630, {300.0, 0.0}}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, theme("tc_clr_total_buyamount"), polygon({{61, 200}, {121, 0}}));
+                     })));
+}
+
+TEST_F(LinkageCurves, OneAmountAloneIsExtendedToNow) {
+    show({3});
+    mHost.mClock.mNow.setTime(QTime(11, 0));
+    mHost.mLinkage.mAmounts = {{600, {0.0, 500.0}}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, theme("tc_clr_total_sellamount"), polygon({{61, 100}, {181, 100}}));
+                     })));
+}
+
+TEST_F(LinkageCurves, NetAmountLiesOverTheTotals) {
+    show({3, 4});
+    mHost.mClock.mNow.setTime(QTime(11, 0));
+    mHost.mLinkage.mAmounts = {{600, {100.0, 0.0}}, {630, {200.0, 300.0}}};
+    // Totals from 100 to 300, net from -100 to 100.
+    EXPECT_TRUE(
+        same(drawn(), expected([](QPainter &painter) {
+                 curve(painter, theme("tc_clr_total_buyamount"), polygon({{61, 200}, {121, 100}, {181, 100}}));
+                 curve(painter, theme("tc_clr_total_sellamount"), polygon({{121, 0}, {181, 0}}));
+                 curve(painter, theme("tc_clr_buyamount"), polygon({{61, 0}, {121, 200}, {181, 200}}));
+             })));
+}
+
+TEST_F(LinkageCurves, NetAmountThatLiesAheadOfNowIsNotExtended) {
+    show({4});
+    mHost.mClock.mNow.setTime(QTime(10, 30));
+    mHost.mLinkage.mAmounts = {{600, {100.0, 0.0}}, {630, {0.0, 100.0}}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, theme("tc_clr_buyamount"), polygon({{61, 0}, {121, 200}}));
+                     })));
+}
+
+TEST_F(LinkageCurves, NetAmountOfTheLastOfTheMinutesThatShareAnIndexIsDrawn) {
+    show({4});
+    mHost.mClock.mNow.setTime(QTime(9, 30));
+    // 11:40 lies in the break and shares index 120, in column 241, with 11:30. Its range counts all the same.
+    mHost.mLinkage.mAmounts = {{600, {100.0, 0.0}}, {690, {400.0, 0.0}}, {700, {200.0, 0.0}}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, theme("tc_clr_buyamount"), polygon({{61, 75}, {241, 50}}));
+                     })));
+    EXPECT_EQ(mUiParam->mLinkageAmounts,
+              (std::map<int, std::pair<double, double>>{{30, {100.0, 0.0}}, {120, {200.0, 0.0}}}));
+}
+
+TEST_F(LinkageCurves, BalanceEndsAtItsLastPoint) {
+    show({6});
+    mHost.mClock.mNow.setTime(QTime(14, 0));
+    mHost.mLinkage.mBalances = {{600, 100.0}, {630, 50.0}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, QColor(255, 128, 0, 192), polygon({{61, 0}, {121, 50}}));
+                     })));
+}
+
+TEST_F(LinkageCurves, BalancesThatAreAllNegativeDoNoHarm) {
+    show({6});
+    mHost.mLinkage.mBalances = {{600, -100.0}, {630, -50.0}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, QColor(255, 128, 0, 192), polygon({{61, 100}, {121, 100}}));
+                     })))
+        << "no range: in the middle";
+}
+
+TEST_F(LinkageCurves, AmountsThatAreUnsetMakeNoNetAmount) {
+    show({4});
+    mHost.mClock.mNow.setTime(QTime(9, 30));
+    mHost.mLinkage.mAmounts = {{600, {100.0, 0.0}},
+                               {615, {kUnsetValue, kUnsetValue}},
+                               {620, {std::nan(""), 0.0}},
+                               {630, {0.0, 100.0}}};
+    EXPECT_TRUE(same(drawn(), expected([](QPainter &painter) {
+                         curve(painter, theme("tc_clr_buyamount"), polygon({{61, 0}, {121, 200}}));
+                     })));
+}
+
 } // namespace

@@ -83,6 +83,62 @@ protected:
         command = boost::make_shared<kvservice::CCommandDetail>();
         command->mStrategyName = name;
     }
+    static void dot(QPainter &painter, const QRect &circle, const QColor &color, bool filled) {
+        painter.setPen(color);
+        painter.setBrush(filled ? QBrush(color) : QBrush(Qt::NoBrush));
+        painter.drawEllipse(circle);
+    }
+    static void flag(QPainter &painter, const QPoint &at, int height, const QColor &fill, const QColor &frame,
+                     const QColor &letter, const char *text) {
+        painter.fillRect(QRect(at.x(), at.y() - height, 8, height), fill);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(frame);
+        painter.drawRect(QRect(at.x(), at.y() - 13, 8, 13));
+        painter.setPen(letter);
+        painter.drawText(QRect(at.x() + 1, at.y() - 13, 8, 13), Qt::AlignCenter, QLatin1String(text));
+    }
+    void showAccount() {
+        mUiParam->mLinkageFlags = 2;
+        mUiParam->mStockAccounts = {QStringLiteral("A")};
+    }
+    /// A replay whose newest point is that many minutes after 09:30, in the morning.
+    void replayTo(int minutes) {
+        mData->mData.clear();
+        std::vector<se::TimePosition> times;
+        for (int i = 0; i <= minutes; ++i) {
+            times.emplace_back(QDateTime(QDate(2024, 3, 15), QTime(9, 30).addSecs(i * 60)).toMSecsSinceEpoch(),
+                               0);
+        }
+        const std::size_t count = times.size();
+        put(*mData, kStock, QStringLiteral("REALTIME"), makeMeta(1),
+            makeResult(std::move(times), {std::vector<double>(count, 10.0)}));
+        mUiParam->mDataCount = minutes + 1;
+        mData->setReplayMode(true);
+        mData->setChartRect(QRect(QPoint(0, 0), kSize));
+        mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+        mData->setDrawEnabled(true);
+        mData->drawChart(QRect(QPoint(0, 0), kSize));
+    }
+    /// The day before the last trading day.
+    void showPastDay() {
+        mData->setTradeDate(kDay - 86400);
+        mUiParam->mGetTradeDateFunc = [] { return kDay - 86400; };
+    }
+    int ordersAt(int x, int y) const {
+        QList<boost::shared_ptr<kvservice::COrderDetail>> orders;
+        mData->getOrdersAt(x, y, orders);
+        return orders.size();
+    }
+    int dealsAt(int x, int y) const {
+        QList<boost::shared_ptr<kvservice::CDealDetail>> deals;
+        mData->getDealsAt(x, y, deals);
+        return deals.size();
+    }
+    int tasksAt(int x, int y) const {
+        QList<boost::shared_ptr<kvservice::CTaskDetail>> tasks;
+        mData->getTasksAt(x, y, tasks);
+        return tasks.size();
+    }
     QImage blank() const {
         QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);

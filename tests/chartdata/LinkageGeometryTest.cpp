@@ -7,6 +7,7 @@
 #include <climits>
 #include <cmath>
 #include <limits>
+#include <random>
 
 namespace TC {
 namespace {
@@ -21,6 +22,32 @@ TEST(LinkageGeometry, UnreadableRecordTimeIsNull) {
                              "093160", "+9:31:05", "09-31-05", "９３"}) {
         EXPECT_TRUE(recordTime(text).isNull()) << text;
     }
+}
+
+TEST(LinkageGeometry, RecordTimeReadsWhatQTimeReads) {
+    std::mt19937 random(7);
+    const std::string letters = "0123456789:: .x";
+    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
+    std::uniform_int_distribution<int> second(0, 86399);
+    std::uniform_int_distribution<int> percent(0, 99);
+    int read = 0;
+    for (int i = 0; i < 4000; ++i) {
+        const QTime time = QTime(0, 0).addSecs(second(random));
+        std::string text = time.toString(percent(random) < 50 ? "hh:mm:ss" : "hhmmss").toStdString();
+        for (char &one : text) {
+            one = percent(random) < 8 ? letters[letter(random)] : one;
+        }
+        if (percent(random) < 10) {
+            text.pop_back();
+        }
+        const QString source = QString::fromStdString(text);
+        QTime expected = QTime::fromString(source, QStringLiteral("hh:mm:ss"));
+        expected = expected.isNull() ? QTime::fromString(source, QStringLiteral("hhmmss")) : expected;
+        EXPECT_EQ(recordTime(text), expected) << text;
+        read += !expected.isNull();
+    }
+    EXPECT_GT(read, 1000);
+    EXPECT_LT(read, 3000);
 }
 
 TEST(LinkageGeometry, PriceOfAnotherInstrumentKeepsItsRelativeDistance) {
@@ -87,6 +114,18 @@ TEST(LinkageGeometry, CurveRowRunsFromBottomToTop) {
     EXPECT_EQ(curveRow(150.1, scale, 400), 200); // 199.6 rounds up
 }
 
+TEST(LinkageGeometry, CurveRowBeyondTheRangeRoundsTowardsZero) {
+    EXPECT_EQ(curveRow(200.2, {100.0, 200.0}, 400), 0); // -0.8 + 0.5
+    EXPECT_EQ(curveRow(200.4, {100.0, 200.0}, 400), -1); // -1.6 + 0.5
+    EXPECT_EQ(curveRow(99.9, {100.0, 200.0}, 400), 400); // 400.4 + 0.5
+    EXPECT_EQ(curveRow(99.8, {100.0, 200.0}, 400), 401); // 400.8 + 0.5
+}
+
+TEST(LinkageGeometry, CurveRowOfAFallingRangeStandsOnItsHead) {
+    EXPECT_EQ(curveRow(300.0, {300.0, 100.0}, 400), 400);
+    EXPECT_EQ(curveRow(100.0, {300.0, 100.0}, 400), 0);
+}
+
 TEST(LinkageGeometry, CurveRowOfARangeWithoutHeightIsTheMiddle) {
     EXPECT_EQ(curveRow(0.0, {0.0, 0.0}, 401), 201);
 }
@@ -107,6 +146,29 @@ TEST(LinkageGeometry, OneAmountAloneIsSpreadToNineTenthsAndElevenTenths) {
     const CurveScale scale = totalAmountScale({{571, {300.0, 0.0}}, {575, {300.0, 0.0}}});
     EXPECT_DOUBLE_EQ(scale.low, 270.0);
     EXPECT_DOUBLE_EQ(scale.high, 330.0);
+}
+
+TEST(LinkageGeometry, AmountsOfTheSameSizeAreSpreadWithinTheTolerance) {
+    const CurveScale near = totalAmountScale({{571, {300.0, 0.0}}, {575, {300.000009, 0.0}}});
+    EXPECT_DOUBLE_EQ(near.low, 270.0);
+    const CurveScale far = totalAmountScale({{571, {300.0, 0.0}}, {575, {300.00002, 0.0}}});
+    EXPECT_DOUBLE_EQ(far.low, 300.0);
+    EXPECT_DOUBLE_EQ(far.high, 300.00002);
+}
+
+TEST(LinkageGeometry, TotalScaleIsThatOfTheFirstAndLastAmountsThoughOthersLieBeyond) {
+    const CurveScale scale = totalAmountScale({{571, {300.0, 0.0}}, {572, {900.0, 0.0}}, {573, {100.0, 0.0}}});
+    EXPECT_DOUBLE_EQ(scale.low, 300.0);
+    EXPECT_DOUBLE_EQ(scale.high, 100.0);
+}
+
+TEST(LinkageGeometry, NegativeAmountsCountForNoTotalScale) {
+    const CurveScale none = totalAmountScale({{571, {-300.0, -20.0}}});
+    EXPECT_DOUBLE_EQ(none.low, 1e10);
+    EXPECT_DOUBLE_EQ(none.high, 0.0);
+    const CurveScale sells = totalAmountScale({{571, {-300.0, 20.0}}, {572, {-100.0, 50.0}}});
+    EXPECT_DOUBLE_EQ(sells.low, 20.0);
+    EXPECT_DOUBLE_EQ(sells.high, 50.0);
 }
 
 TEST(LinkageGeometry, BalancedScaleTakesTheLargerSide) {

@@ -56,6 +56,22 @@ TEST(MarkStamps, EachMarkIsDrawnOnce) {
     EXPECT_EQ(drawings, 2);
 }
 
+TEST(MarkStamps, MarkWithoutPixelsIsNothing) {
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const QImage before = image;
+    int drawings = 0;
+    {
+        QPainter painter(&image);
+        MarkStamps stamps(painter);
+        for (int i = 0; i < 3; ++i) {
+            stamps.draw({0, 0, 0, 0}, QPoint(20, 20), kBounds, [&drawings](QPainter &) { ++drawings; });
+        }
+    }
+    EXPECT_EQ(image, before);
+    EXPECT_EQ(drawings, 1);
+}
+
 TEST(MarkStamps, FarAwayMarksDoNoHarm) {
     QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);

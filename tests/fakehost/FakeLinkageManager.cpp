@@ -55,6 +55,35 @@ FakeLinkageManager::getTaskDetails(const std::string &instrument, const Keys &ac
     return chosen(mTasks, instrument, accounts);
 }
 
+void FakeLinkageManager::addTotal(const char *call, const Keys &instruments, const Keys &accounts,
+                                  const Keys &strategies, bool filter) {
+    mLog.add(QStringLiteral("CLinkageManager::%1 %2 %3 %4 %5")
+                 .arg(QLatin1String(call), joined(instruments), joined(accounts), joined(strategies))
+                 .arg(filter));
+}
+
+TC::CLinkageManager::TimedAmounts FakeLinkageManager::getTotalBuySellAmounts(const Keys &instruments,
+                                                                             const Keys &accounts,
+                                                                             const Keys &strategies,
+                                                                             bool filter) {
+    addTotal("getTotalBuySellAmounts", instruments, accounts, strategies, filter);
+    return mAmounts;
+}
+
+TC::CLinkageManager::TimedValues FakeLinkageManager::getTotalProfits(const Keys &instruments,
+                                                                     const Keys &accounts,
+                                                                     const Keys &strategies, bool filter) {
+    addTotal("getTotalProfits", instruments, accounts, strategies, filter);
+    return mProfits;
+}
+
+TC::CLinkageManager::TimedValues FakeLinkageManager::getTotalBalances(const Keys &instruments,
+                                                                      const Keys &accounts,
+                                                                      const Keys &strategies, bool filter) {
+    addTotal("getTotalBalances", instruments, accounts, strategies, filter);
+    return mBalances;
+}
+
 long long FakeLinkageManager::getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &task,
                                                       const std::string &) {
     const auto found = task ? mFinished.find(task->mTaskId) : mFinished.end();

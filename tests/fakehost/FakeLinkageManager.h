@@ -22,11 +22,12 @@ public:
                                                    const Keys &accounts) override;
     long long getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &task,
                                       const std::string &instrument) override;
-    TimedAmounts getTotalBuySellAmounts(const Keys &, const Keys &, const Keys &, bool) override {
-        return mAmounts;
-    }
-    TimedValues getTotalProfits(const Keys &, const Keys &, const Keys &, bool) override { return mProfits; }
-    TimedValues getTotalBalances(const Keys &, const Keys &, const Keys &, bool) override { return mBalances; }
+    TimedAmounts getTotalBuySellAmounts(const Keys &instruments, const Keys &accounts, const Keys &strategies,
+                                        bool filter) override;
+    TimedValues getTotalProfits(const Keys &instruments, const Keys &accounts, const Keys &strategies,
+                                bool filter) override;
+    TimedValues getTotalBalances(const Keys &instruments, const Keys &accounts, const Keys &strategies,
+                                 bool filter) override;
     double getOrderAmplitude(const Keys &, const Keys &) override { return mOrderAmplitude; }
     double getDealAmplitude(const Keys &, const Keys &) override { return mDealAmplitude; }
     std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() override { return mAccounts; }
@@ -79,6 +80,9 @@ public:
     Keys mStocks;
 
 private:
+    void addTotal(const char *call, const Keys &instruments, const Keys &accounts, const Keys &strategies,
+                  bool filter);
+
     CallLog &mLog;
 };
 

@@ -1,0 +1,169 @@
+#include "tests/chartdata/LinkageFixture.h"
+
+using namespace TC;
+
+namespace {
+
+/// Opens a picture of the chart to a test: which one was painted on tells nothing but its key.
+template <class Tag, QPixmap CRealtimeData::*Member> struct PixmapPeek {
+    friend QPixmap CRealtimeData::*peek(Tag) { return Member; }
+};
+struct ChartPixmap {
+    friend QPixmap CRealtimeData::*peek(ChartPixmap);
+};
+struct LinkagePixmap {
+    friend QPixmap CRealtimeData::*peek(LinkagePixmap);
+};
+template struct PixmapPeek<ChartPixmap, &CRealtimeData::mChartPixmap>;
+template struct PixmapPeek<LinkagePixmap, &CRealtimeData::mLinkagePixmap>;
+
+class LinkageHit : public tests::LinkageFixture {};
+
+TEST_F(LinkageHit, CirclesAreHitWithinFourPixels) {
+    show({0, 1});
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    addDeal("1", kBuy, 9.5, "10:00:00");
+    drawn();
+    for (const QPoint &near : {QPoint(57, 46), QPoint(65, 54), QPoint(61, 50)}) {
+        EXPECT_TRUE(mData->hitOrder(near.x(), near.y()));
+        EXPECT_TRUE(mData->hitDeal(near.x(), near.y() + 100));
+        EXPECT_EQ(ordersAt(near.x(), near.y()), 1);
+        EXPECT_EQ(dealsAt(near.x(), near.y() + 100), 1);
+    }
+    for (const QPoint &far : {QPoint(56, 50), QPoint(66, 50), QPoint(61, 45), QPoint(61, 55)}) {
+        EXPECT_FALSE(mData->hitOrder(far.x(), far.y()));
+        EXPECT_FALSE(mData->hitDeal(far.x(), far.y() + 100));
+    }
+}
+
+TEST_F(LinkageHit, FlagsAreHitRightOfAndAboveTheirAnchor) {
+    show({2});
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    drawn();
+    for (const QPoint &near : {QPoint(61, 50), QPoint(71, 37), QPoint(71, 50), QPoint(61, 37)}) {
+        EXPECT_TRUE(mData->hitTask(near.x(), near.y()));
+        EXPECT_EQ(tasksAt(near.x(), near.y()), 1);
+    }
+    for (const QPoint &far : {QPoint(60, 50), QPoint(72, 50), QPoint(61, 51), QPoint(61, 36)}) {
+        EXPECT_FALSE(mData->hitTask(far.x(), far.y()));
+    }
+}
+
+TEST_F(LinkageHit, ListsGatherEveryRecordInTheBoxAndForgetWhatTheyHeld) {
+    show({1});
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addDeal("2", kBuy, 10.5, "10:00:00");
+    addDeal("3", kBuy, 10.52, "10:01:00");
+    drawn();
+    QList<boost::shared_ptr<kvservice::CDealDetail>> deals{nullptr, nullptr};
+    EXPECT_TRUE(mData->getDealsAt(61, 50, deals));
+    EXPECT_EQ(deals.size(), 3);
+    EXPECT_FALSE(mData->getDealsAt(300, 50, deals));
+    EXPECT_TRUE(deals.isEmpty());
+}
+
+TEST_F(LinkageHit, MarksOfTheDrawingBeforeAreForgotten) {
+    show({0});
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    drawn();
+    mHost.mLinkage.mOrders.clear();
+    drawn();
+    EXPECT_FALSE(mData->hitOrder(61, 50));
+}
+
+TEST_F(LinkageHit, TasksOfTheListBeforeAreForgotten) {
+    show({2});
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    drawn();
+    QList<boost::shared_ptr<kvservice::CTaskDetail>> tasks{nullptr, nullptr};
+    EXPECT_TRUE(mData->getTasksAt(61, 50, tasks));
+    ASSERT_EQ(tasks.size(), 1);
+    EXPECT_EQ(tasks[0]->mTaskId, 1);
+    EXPECT_FALSE(mData->getTasksAt(300, 50, tasks));
+    EXPECT_TRUE(tasks.isEmpty());
+    QList<boost::shared_ptr<kvservice::COrderDetail>> orders{nullptr};
+    EXPECT_FALSE(mData->getOrdersAt(61, 50, orders));
+    EXPECT_TRUE(orders.isEmpty());
+}
+
+TEST_F(LinkageHit, DealsAndTasksOfTheDrawingBeforeAreForgottenToo) {
+    show({1, 2});
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addTask(1, true, 9.5, QTime(10, 0), 0, 1);
+    drawn();
+    EXPECT_TRUE(mData->hitDeal(61, 50) && mData->hitTask(61, 150));
+    mHost.mLinkage.mDeals.clear();
+    mHost.mLinkage.mTasks.clear();
+    drawn();
+    EXPECT_FALSE(mData->hitDeal(61, 50) || mData->hitTask(61, 150));
+}
+
+TEST_F(LinkageHit, HitsNeedTheKindToBeShown) {
+    show({0, 1, 2});
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    drawn();
+    mUiParam->mLinkageShow = {};
+    EXPECT_FALSE(mData->hitOrder(61, 50) || mData->hitDeal(61, 50) || mData->hitTask(61, 50));
+    EXPECT_EQ(ordersAt(61, 50) + dealsAt(61, 50) + tasksAt(61, 50), 0);
+    mUiParam->mLinkageFlags = 2;
+    EXPECT_TRUE(mData->hitDeal(61, 50) && mData->hitTask(61, 50));
+    EXPECT_EQ(ordersAt(61, 50), 1);
+    EXPECT_FALSE(mData->hitOrder(61, 50));
+}
+
+TEST_F(LinkageHit, NewTradesLeaveThePictureOfTheChart) {
+    show({1});
+    mData->setTradeDate(tests::kDay);
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    mData->setDrawEnabled(true);
+    const qint64 chart = ((*mData).*peek(ChartPixmap())).cacheKey();
+    const qint64 marks = ((*mData).*peek(LinkagePixmap())).cacheKey();
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    mHost.mLinkage.sigLinkageChanged({"SH600000"});
+    EXPECT_TRUE(mData->hitDeal(61, 50));
+    EXPECT_EQ(((*mData).*peek(ChartPixmap())).cacheKey(), chart) << "not painted on";
+    EXPECT_NE(((*mData).*peek(LinkagePixmap())).cacheKey(), marks);
+}
+
+TEST_F(LinkageHit, MarksComeToTheScreenWithTheChart) {
+    show({1});
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    mData->setTradeDate(tests::kDay);
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    mData->setDrawEnabled(true);
+    const QImage image = tests::rendered(kSize, 1.0, Qt::black, [this](QPainter &painter) {
+        mData->paintTo(&painter, QRect(QPoint(0, 0), kSize));
+    });
+    EXPECT_GT(image.pixelColor(61, 50).red(), 180);
+}
+
+TEST_F(LinkageHit, ViewOfSeveralDaysHasNothingToHit) {
+    show({0, 1, 2});
+    mData->setTradeDate(tests::kDay);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    mData->drawLinkage(QRect(QPoint(0, 0), kSize));
+    EXPECT_TRUE(mData->hitOrder(61, 50) && mData->hitDeal(61, 50) && mData->hitTask(61, 50));
+    mUiParam->mDayCount = 2;
+    mData->drawLinkage(QRect(QPoint(0, 0), kSize));
+    EXPECT_FALSE(mData->hitOrder(61, 50) || mData->hitDeal(61, 50) || mData->hitTask(61, 50));
+}
+
+TEST_F(LinkageHit, EmptyFlagsHitNothing) {
+    show({0, 1, 2});
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    addTask(1, true, 10.5, QTime(10, 0), 0, 1);
+    drawn();
+    mUiParam->mLinkageFlags = 1;
+    EXPECT_FALSE(mData->hitOrder(61, 50) || mData->hitDeal(61, 50) || mData->hitTask(61, 50));
+    EXPECT_EQ(ordersAt(61, 50) + dealsAt(61, 50) + tasksAt(61, 50), 0);
+}
+
+} // namespace
