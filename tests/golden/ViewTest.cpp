@@ -72,6 +72,62 @@ protected:
             }
         }
     }
+    /// The user's trades of the newest day, in both views at once, with all curves.
+    void trade() {
+        auto &linkage = mHost.mLinkage;
+        linkage.mEnabled = true;
+        mHost.mClock.mNow.setTime(QTime(14, 0));
+        for (int i = 0; i < 16; ++i) {
+            const int minute = i < 11 ? 10 * i + 5 : 10 * i + 15; // of the 181 that have passed
+            const int clock = minute <= 120 ? 570 + minute : 660 + minute;
+            const QTime time = QTime(0, 0).addSecs(clock * 60);
+            const std::string key = std::to_string(i);
+            auto order = boost::make_shared<kvservice::COrderDetail>();
+            order->mOrderKey = key;
+            order->mDirection = i % 3 ? 48 : 49;
+            order->mPrice = priceOf(0, minute) + (i % 3 ? -0.04 : 0.04);
+            order->mTime = time.toString("hh:mm:ss").toStdString();
+            linkage.mOrders["SH600000"]["A"][key] = order;
+            auto deal = boost::make_shared<kvservice::CDealDetail>();
+            deal->mDealKey = key;
+            deal->mDirection = i % 4 ? 48 : 49;
+            deal->mPrice = priceOf(0, minute);
+            deal->mVolume = 100 + 20 * i;
+            deal->mAmount = deal->mPrice * deal->mVolume;
+            deal->mTime = time.toString("hhmmss").toStdString();
+            linkage.mDeals["SH600000"]["A"][key] = deal;
+            if (i % 5 == 2) {
+                linkage.mTasks["SH600000"]["A"][key] = makeTask(i, time, priceOf(0, minute) + 0.1);
+                linkage.mFinished[i] = i;
+            }
+            linkage.mAmounts[clock] = {900.0 * i + 400.0, i < 4 ? 0.0 : 50.0 * i * i};
+            linkage.mProfits[clock] = 600.0 * std::sin(i * 0.5);
+            linkage.mBalances[clock] = 250.0 + 30.0 * i * std::cos(i * 0.3);
+        }
+    }
+    static boost::shared_ptr<kvservice::CTaskDetail> makeTask(int id, const QTime &time, double price) {
+        auto task = boost::make_shared<kvservice::CTaskDetail>();
+        task->mTaskId = id;
+        task->mStatus = id == 7 ? 8 : 4;
+        task->mStartTime = int(QDateTime(QDate(2024, 3, 15), time).toSecsSinceEpoch());
+        auto item = boost::make_shared<kvservice::CTaskItem>();
+        item->mMarket = "SH";
+        item->mCode = "600000";
+        item->mOperation = id % 2 ? kvservice::EOperationType::Buy : kvservice::EOperationType::Sell;
+        item->mPrice = price;
+        item->mQuantity = 14;
+        task->mItems = {item};
+        return task;
+    }
+    void showTrades() {
+        mUi->mLinkageFlags = 6;
+        mUi->mLinkageShow = {true, true, true, true, true, true, true, false};
+        mUi->mLinkageAccounts = {"A"};
+        mUi->mLinkageStocks = {"SH600000"};
+        mUi->mStockAccounts = {QStringLiteral("A")};
+        event(3163);
+        settle();
+    }
     void compare(const QString &name) {
         for (const char *theme : {"dark", "light"}) {
             ASSERT_TRUE(GZ::CUiResource::instance().setTheme(QLatin1String(theme)));
@@ -97,6 +153,22 @@ TEST_F(ViewPicture, FiveDaysWithTheMouseInAnOlderDayOfTheFormulaPane) {
     mUi->mCrossShown = true;
     moveTo(graph(sub(0), 2), {60, 60});
     compare("five-days");
+}
+
+TEST_F(ViewPicture, OneDayWithTheUsersTrades) {
+    trade();
+    showDays(1);
+    showTrades();
+    compare("trades-one-day");
+}
+
+TEST_F(ViewPicture, FiveDaysShowNoTrades) {
+    trade();
+    showDays(5);
+    const QImage without = tests::rendered(*mKeeper, 1.0);
+    showTrades();
+    EXPECT_TRUE(tests::rendered(*mKeeper, 1.0) == without);
+    compare("trades-five-days");
 }
 
 } // namespace
