@@ -51,6 +51,7 @@ CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewTyp
 
 CRealtimeMainWidget::~CRealtimeMainWidget() {
     // Each pointer is taken away first: the widgets that are left may still hear of the mouse.
+    deleteRecordDialogs();
     delete std::exchange(mMainWidget, nullptr);
     while (!mSubWidgets.isEmpty()) {
         delete mSubWidgets.takeFirst();

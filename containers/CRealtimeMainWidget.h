@@ -30,8 +30,12 @@ class CHighlightWidget;
 namespace TC {
 
 class CIndexModelWidget;
+class CRealtimeData;
+class CRealtimeDealDialog;
 class CRealtimeGraphWidget;
 class CRealtimeLinkageSettingDialog;
+class CRealtimeOrderDialog;
+class CRealtimeTaskTableDialog;
 class CRealtimeTimeWidget;
 class CRealtimeUiParam;
 class DownloadProgress;
@@ -217,6 +221,10 @@ public:
     QMap<QString, bool> getLinkageDialogSetting() const;
     /// Checks it in the dialog; without one nothing is kept.
     void loadLinkageDialogSetting(const QMap<QString, bool> &setting);
+    /// Opens the dialog of the records of a kind at a point of a graph, "linkage_orders", "linkage_deals" or
+    /// "linkage_tasks", and hides the others; when there are none nothing changes. With the user's quick cancel, or
+    /// without a configuration of the user, tasks are cancelled at once instead.
+    void showLinkageDatas(void *graph, const QString &kind, int x, int y);
 
     bool handleEvent(int event, int first, int second, QString text, void *payload) override;
 
@@ -269,6 +277,14 @@ private:
     void scaleDays(int how);
     void moveRegionBound(int bound, const QTime *time);
 
+    // Trade linkage
+    void showOrders(const CRealtimeData &data, int x, int y);
+    void showDeals(const CRealtimeData &data, int x, int y);
+    void showTasks(const CRealtimeData &data, int x, int y);
+    /// Hides the dialogs of records but one, which may be null.
+    void hideRecordDialogs(const QWidget *but);
+    void deleteRecordDialogs();
+
     // Formulas
     void removeFromSubPanes(const QString &name);
     bool restoreOrdinaryChart();
@@ -303,6 +319,9 @@ private:
     bool mReplay = false;
     QMap<QString, CIndexWidgetInfo> mIndexWidgetInfos; ///< by the host's key
     std::unique_ptr<DownloadProgress> mDownloadProgress;
+    CRealtimeOrderDialog *mOrderDialog = nullptr; ///< these three are null until they are first needed
+    CRealtimeDealDialog *mDealDialog = nullptr;
+    CRealtimeTaskTableDialog *mTaskDialog = nullptr;
 };
 
 } // namespace TC

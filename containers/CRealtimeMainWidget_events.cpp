@@ -31,6 +31,7 @@ enum EEvent : int {
     eLinkageChosen = 3161,
     eLinkageClosed = 3162,
     eLinkageDatasChanged = 3163,
+    eMarkDoubleClicked = 3164,
     eViewUpdateAsked = 3225,
     eDaysAsked = 3228,
     ePaneButtonPressed = 3230,
@@ -130,6 +131,9 @@ bool CRealtimeMainWidget::handleCommand(int event, int first, int second, const 
         return true;
     case eLinkageClosed:
         closeLinkageSetting();
+        return true;
+    case eMarkDoubleClicked:
+        showLinkageDatas(payload, text, first, second);
         return true;
     case eLinkageDatasChanged:
         updateLinkageDatas();

@@ -1,0 +1,24 @@
+#include "linkage/CRealtimeDealDialog.h"
+
+#include "linkage/RecordDialog.h"
+
+namespace TC {
+namespace {
+
+constexpr int kTableId = 544;
+
+} // namespace
+
+CRealtimeDealDialog::CRealtimeDealDialog(QWidget *parent) : CCommonDialog(parent) {
+    mTable = setUpRecordDialog(*this, tr("成交明细"), GZ::CHpfDataTable::eDeals, kTableId);
+}
+
+CRealtimeDealDialog::~CRealtimeDealDialog() {
+    saveTableLayout(mTable);
+}
+
+void CRealtimeDealDialog::setData(const QList<boost::shared_ptr<kvservice::CDealDetail>> &deals) {
+    showRecords(mTable, deals);
+}
+
+} // namespace TC

@@ -1,0 +1,24 @@
+#include "linkage/CRealtimeOrderDialog.h"
+
+#include "linkage/RecordDialog.h"
+
+namespace TC {
+namespace {
+
+constexpr int kTableId = 542;
+
+} // namespace
+
+CRealtimeOrderDialog::CRealtimeOrderDialog(QWidget *parent) : CCommonDialog(parent) {
+    mTable = setUpRecordDialog(*this, tr("委托明细"), GZ::CHpfDataTable::eOrders, kTableId);
+}
+
+CRealtimeOrderDialog::~CRealtimeOrderDialog() {
+    saveTableLayout(mTable);
+}
+
+void CRealtimeOrderDialog::setData(const QList<boost::shared_ptr<kvservice::COrderDetail>> &orders) {
+    showRecords(mTable, orders);
+}
+
+} // namespace TC

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "host/records/CInstrumentDetail.h"
+#include "host/records/CTaskDetail.h"
+#include "host/toolkit/CCommonDialog.h"
+
+#include <QList>
+#include <QPointer>
+#include <boost/signals2/connection.hpp>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace GZ {
+class COddEvenRowTable;
+}
+
+namespace TC {
+
+class CRealtimeUiParam;
+class CTaskTableCancelButton;
+
+/// The tasks behind a mark, a row for each of their items in the shown instrument, with a button that cancels those
+/// that still can be. While it is open it follows every change of tasks that the trade service tells.
+///
+/// User-interface thread, but for onUpdateTask().
+class CRealtimeTaskTableDialog : public GZ::CCommonDialog {
+    Q_OBJECT
+public:
+    explicit CRealtimeTaskTableDialog(QWidget *parent = nullptr);
+    ~CRealtimeTaskTableDialog() override;
+
+    /// The view whose instrument and accounts the dialog follows; none until then.
+    void setUiParam(const boost::shared_ptr<CRealtimeUiParam> &uiParam);
+    /// Replaces what is shown by the items of tasks in an instrument. Tasks without a command or an item are left out;
+    /// without an instrument nothing is shown.
+    void setTaskData(const QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
+                     const CInstrumentDetailPtr &instrument);
+
+    /// Tasks of these instruments have changed: asks for those of the shown instrument, and tells them by
+    /// sigUpdateTask() when there are any and the dialog is visible. Any thread, while nobody changes the view
+    /// parameters; a signal of the service on a thread of its own comes here on the user-interface thread, where
+    /// nobody does.
+    void onUpdateTask(const std::vector<std::string> &stockKeys);
+
+signals:
+    /// The tasks of the shown instrument, as they are now.
+    void sigUpdateTask(std::vector<kvservice::IDataPtr> tasks);
+
+public slots:
+    /// Shows them. While the user is asked whether to cancel a task, the rows stay; the last change is shown then.
+    void slotUpdateTask(std::vector<kvservice::IDataPtr> tasks);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    struct Bond;
+
+    void createTable();
+    void listenToService();
+    void tellUntold();
+    boost::shared_ptr<CRealtimeUiParam> uiParam() const;
+
+    /// The rows of all tasks; the table keeps the place that the user has scrolled to.
+    void fillTable(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
+                   const CInstrumentDetailPtr &instrument);
+    void addItem(const boost::shared_ptr<kvservice::CTaskDetail> &task, const kvservice::CTaskItem &item,
+                 const CInstrumentDetail &instrument);
+    QWidget *progressOf(const boost::shared_ptr<kvservice::CTaskDetail> &task,
+                        const kvservice::CTaskItem &item);
+    QWidget *detailsOf(const kvservice::CTaskItem &item, const CInstrumentDetail &instrument);
+    void setStatus(int row, const kvservice::CTaskDetail &task);
+    CTaskTableCancelButton *cancelButtonOf(int row, const kvservice::CTaskDetail &task);
+
+    GZ::COddEvenRowTable *mTable = nullptr;
+    boost::shared_ptr<CRealtimeUiParam> mUiParam;
+    mutable std::mutex mUiParamLock; ///< guards the pointer alone
+    std::atomic<bool> mShown{false}; ///< what isVisible() says, for any thread
+    std::shared_ptr<Bond> mBond;
+    boost::signals2::connection mConnection; ///< with the trade service
+    QPointer<CTaskTableCancelButton> mAsking; ///< whose question is open
+    std::unique_ptr<std::vector<kvservice::IDataPtr>> mHeld; ///< came meanwhile
+};
+
+} // namespace TC

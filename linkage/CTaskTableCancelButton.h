@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/toolkit/CSmallNormalButton.h"
+
+#include <QString>
+
+namespace TC {
+
+/// Cancels a task, when the user says so once more.
+class CTaskTableCancelButton : public GZ::CSmallNormalButton {
+    Q_OBJECT
+public:
+    /// `row` is that of the task's table.
+    CTaskTableCancelButton(int row, int border, int radius, QWidget *parent = nullptr);
+
+    /// The task, and the command that started it.
+    void setTask(int taskId, int commandId);
+    /// On whose behalf a task is cancelled, as the trade service is told it.
+    static QString cancelText(int taskId, int commandId);
+
+signals:
+    /// The user is asked; and has answered. While he is, the button must not go, and the question with it.
+    void questionOpened();
+    void questionClosed();
+
+public slots:
+    void slotCancelTask();
+
+protected:
+    /// Nobody above hears of a click: the number of a row is the id of no button that anybody knows.
+    CEventDeliverer *nextParticipant() const override { return nullptr; }
+
+private:
+    int mTaskId = -1;
+    int mCommandId = -1;
+};
+
+} // namespace TC
