@@ -259,6 +259,24 @@ TEST_F(GraphDoubleClick, OnATradeInAViewWithoutTradesSwitchesTheCrossLine) {
     expectNoMark({41, 100});
 }
 
+TEST_F(GraphDoubleClick, InAViewOfSeveralDaysFindsNoTradeWhereOneWasDrawn) {
+    showTrades();
+    addOrder();
+    addDeal(10.5);
+    addTask();
+    mUi->mDayCount = 2;
+    mData->redraw();
+    takeEvents();
+    for (const QPoint &mark : {QPoint(41, 100), QPoint(41, 50), QPoint(42, 99)}) {
+        expectNoMark(mark);
+        askTip(mark);
+        EXPECT_FALSE(tipShown());
+        takeEvents();
+    }
+    mUi->mDayCount = 1;
+    expectMark({41, 100}, "linkage_orders");
+}
+
 TEST_F(GraphDoubleClick, OfTheRightButtonLooksForNoTrade) {
     showTrades();
     addDeal();
