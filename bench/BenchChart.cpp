@@ -1,9 +1,14 @@
 #include "bench/BenchChart.h"
 
 #include "chartdata/CRealtimeData.h"
+#include "chartview/CCrossLineWidget.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
+#include "chartview/CRealtimeTimeWidget.h"
 #include "viewmodel/CRealtimeUiParam.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
 
 #include <algorithm>
 #include <functional>
@@ -99,6 +104,8 @@ BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
     }
     mLeft = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eLeft, this);
     mRight = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eRight, this);
+    mRight->lower(); // children hear of their size from the lowest up: the strips before the graphs that read them
+    mLeft->lower();
     mParam->mLeftAxis = mLeft;
     mParam->mRightAxis = mRight;
     for (const auto &day : mDays) {
@@ -113,6 +120,8 @@ BenchChart::~BenchChart() {
         delete day->graph;
         day->graph = nullptr;
     }
+    delete mCrossLine;
+    delete mTimeScale;
     delete mLeft;
     delete mRight;
     mDays.clear();
@@ -178,6 +187,29 @@ void BenchChart::deliverOverlayHistory(const QString &code, const std::vector<Mi
                     1, QString(), true);
 }
 
+void BenchChart::showCrossLine() {
+    mParam->mCrossShown = true;
+    mCrossLine = new TC::CCrossLineWidget(mParam, mDays[0]->data, this);
+    mTimeScale = new TC::CRealtimeTimeWidget(mParam, nullptr);
+    mTimeScale->setParent(this);
+    layOut();
+    mCrossLine->show();
+    mTimeScale->show();
+}
+
+void BenchChart::moveMouse(const QPoint &at) {
+    QMouseEvent move(QEvent::MouseMove, at, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(mDays[0]->graph, &move);
+}
+
+/// What a view does when a graph tells where the mouse is.
+void BenchChart::placeCrossLine(int index, int x) {
+    mParam->mCrossIndex = index;
+    mTimeScale->setCursor(index, x);
+    mCrossLine->setPosition(x, mDays[0]->graph->getMouseY());
+    mTimeScale->refreshFlag();
+}
+
 void BenchChart::drawHidden() {
     for (const auto &day : mDays) {
         day->data->setDrawEnabled(true);
@@ -207,7 +239,10 @@ TC::CRealtimeGraphWidget &BenchChart::graph(int day) {
     return *mDays[static_cast<std::size_t>(day)]->graph;
 }
 
-bool BenchChart::handleEvent(int event, int, int, QString, void *) {
+bool BenchChart::handleEvent(int event, int first, int second, QString, void *) {
+    if (event == 3031 && mCrossLine) {
+        placeCrossLine(second, first);
+    }
     if (event == 3151) {
         mergeRanges();
     }
@@ -252,6 +287,12 @@ void BenchChart::layOut() {
     mParam->resize(all);
     mLeft->setGeometry(0, 0, kStripWidth, all.height());
     mRight->setGeometry(width() - kStripWidth, 0, kStripWidth, all.height());
+    if (mCrossLine) {
+        mCrossLine->setFixedExtent(width(), all.height());
+        mCrossLine->setGraphRect(QRect(0, 0, int(mParam->mDayWidth), all.height()), 0);
+        mTimeScale->setGeometry(0, all.height(), width(), mBottom);
+        mTimeScale->updateScale();
+    }
     const int days = static_cast<int>(mDays.size());
     for (int day = 0; day < days; ++day) {
         const int x = kStripWidth + int(mParam->mDayWidth * (days - 1 - day));

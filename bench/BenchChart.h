@@ -11,9 +11,11 @@
 #include <vector>
 
 namespace TC {
+class CCrossLineWidget;
 class CGraphAxisWidget;
 class CRealtimeData;
 class CRealtimeGraphWidget;
+class CRealtimeTimeWidget;
 class CRealtimeUiParam;
 } // namespace TC
 
@@ -56,6 +58,10 @@ public:
     /// Overlays an instrument, requests everything anew and hands over the overlay's history.
     void addOverlay(const QString &code, const std::vector<Minute> &minutes, int count);
     void deliverOverlayHistory(const QString &code, const std::vector<Minute> &minutes, int count);
+    /// Lays a cross line over the chart and the time scale beneath it, and switches it on.
+    void showCrossLine();
+    /// Moves the mouse over the newest day, in pixels of its graph.
+    void moveMouse(const QPoint &at);
     /// Draws also while it is not shown.
     void drawHidden();
     /// Asks for a repaint of everything, with the caches as they are.
@@ -77,6 +83,7 @@ private:
     struct Day;
     qint64 timeOf(int index) const;
     void mergeRanges();
+    void placeCrossLine(int index, int x);
     void layOut();
 
     fakehost::FakeHost mHost;
@@ -86,6 +93,8 @@ private:
     std::vector<std::unique_ptr<Day>> mDays; ///< newest first
     TC::CGraphAxisWidget *mLeft = nullptr;
     TC::CGraphAxisWidget *mRight = nullptr;
+    TC::CCrossLineWidget *mCrossLine = nullptr; ///< null without one, as the time scale
+    TC::CRealtimeTimeWidget *mTimeScale = nullptr;
 };
 
 } // namespace bench

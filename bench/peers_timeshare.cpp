@@ -1,17 +1,21 @@
 // This library as one more participant of the side-by-side benchmark of charting libraries.
 //
 // One path: the ordinary update is the quick one. A tick is the two realtime callbacks, price with average and
-// volume; the first drawing is the two history callbacks of a fresh view.
+// volume; the first drawing is the two history callbacks of a fresh view; the cross line is a move of the mouse, with
+// a box for the price, one for its percentage and one for the time.
 #include "chart.hpp"
 
 #include "bench/BenchChart.h"
 
 #include "chartview/CGraphAxisWidget.h"
+#include "chartview/CRealtimeGraphWidget.h"
 #include "host/toolkit/CUiResource.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPaintEvent>
 #include <QPainter>
+
+#include <cmath>
 
 namespace peers {
 namespace {
@@ -69,9 +73,13 @@ public:
             std::make_unique<bench::BenchChart>(kMinutes, use == Use::SixDays ? kDays : 1,
                                                 bench::LineLook{packed(colour::price), packed(colour::average),
                                                                 packed(colour::volume), kColumnStyle});
-        mTimes = new TimeRow(mChart->param(), mChart.get());
-        mTimes->setGeometry(0, kHeight - kBottom, kWidth, kBottom);
         mChart->setBottomMargin(kBottom);
+        if (use == Use::Cross) {
+            mChart->showCrossLine();
+        } else {
+            mTimes = new TimeRow(mChart->param(), mChart.get());
+            mTimes->setGeometry(0, kHeight - kBottom, kWidth, kBottom);
+        }
         mChart->drawHidden();
     }
 
@@ -79,6 +87,8 @@ public:
 
     void setDay(const Day &day, int count) override {
         mDay = toMinutes(day);
+        mTop = day.prevClose + day.half;
+        mHalf = day.half;
         mChart->setPreviousClose(day.prevClose);
         mChart->clear();
         mChart->deliverHistory(mDay, count);
@@ -94,7 +104,12 @@ public:
     void setFourPanes(const FourPanes &) override {}
     void tick(const Point &point) override { mChart->deliverPoint(mCount - 1, toMinute(point)); }
     void append(const Point &point) override { mChart->deliverPoint(mCount++, toMinute(point)); }
-    void crosshair(double, double) override {}
+    void crosshair(double index, double price) override {
+        const QRect graph = mChart->graph().rect();
+        const double share = (mTop - price) / (2.0 * mHalf); // of the price band, two thirds of the graph
+        mChart->moveMouse(QPoint(mChart->param().getXAxisByIndex(static_cast<int>(std::lround(index))),
+                                 static_cast<int>(std::lround(share * graph.height() * 2.0 / 3.0))));
+    }
     void redrawAll() override { mChart->redrawAll(); }
 
 private:
@@ -112,13 +127,15 @@ private:
     TimeRow *mTimes = nullptr;
     std::vector<bench::Minute> mDay;
     int mCount = 0;
+    double mTop = 0.0; ///< of the price band
+    double mHalf = 1.0; ///< of its height, as a price
 };
 
 } // namespace
 
-/// Takes part in the cases of one pane; panes beneath it and the cross line join when the pane container does.
+/// Takes part in the cases of one pane.
 std::unique_ptr<Chart> makeTimeshareChart(Use use, Path path) {
-    const bool takesPart = path == Path::Plain && use != Use::Cross && use != Use::FourPanes;
+    const bool takesPart = path == Path::Plain && use != Use::FourPanes;
     return takesPart ? std::make_unique<TimeshareChart>(use) : nullptr;
 }
 
