@@ -42,19 +42,13 @@ bool listMarksIn(const Columns &columns, const HitBox &box, QList<Record> &list)
     return !list.isEmpty();
 }
 
-/// A view of several days draws no marks; those of the day alone are kept for its return.
-bool drawsMarks(const CRealtimeUiParam &uiParam) {
-    return uiParam.mDayCount == 1;
-}
-
 /// Whether the selected-data view shows a kind of record.
 bool isSelectedShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {
-    return drawsMarks(uiParam) && (uiParam.mLinkageFlags & eSelectedDataView) && uiParam.mLinkageShow[kind];
+    return (uiParam.mLinkageFlags & eSelectedDataView) && uiParam.mLinkageShow[kind];
 }
 
 bool isShown(const CRealtimeUiParam &uiParam, ELinkageShow kind) {
-    return isSelectedShown(uiParam, kind) ||
-           (drawsMarks(uiParam) && (uiParam.mLinkageFlags & eAccountView));
+    return isSelectedShown(uiParam, kind) || (uiParam.mLinkageFlags & eAccountView);
 }
 
 } // namespace

@@ -274,6 +274,7 @@ TEST_F(GraphDoubleClick, InAViewOfSeveralDaysFindsNoTradeWhereOneWasDrawn) {
         takeEvents();
     }
     mUi->mDayCount = 1;
+    drawTrades();
     expectMark({41, 100}, "linkage_orders");
 }
 
