@@ -31,6 +31,7 @@ public:
     void setPosition(int x, int y);
     /// The data of the graph that the pointer is over.
     void setData(boost::shared_ptr<CRealtimeData> source);
+    const boost::shared_ptr<CRealtimeData> &data() const { return mData; }
     /// The main graph's rectangle, and the height of the title strip above it.
     void setGraphRect(const QRect &rect, int topOffset);
     /// Fixes width and height, in pixels.

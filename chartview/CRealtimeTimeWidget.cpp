@@ -57,6 +57,7 @@ CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiP
 void CRealtimeTimeWidget::setCursor(int index, int x) {
     mCursorIndex = index;
     mCursorX = x;
+    mDaysBefore = 0;
 }
 
 void CRealtimeTimeWidget::refreshFlag() {
@@ -145,9 +146,9 @@ CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     return flag;
 }
 
-int CRealtimeTimeWidget::daysBeforeCursor() const {
+int CRealtimeTimeWidget::daysBeforeCursor() {
     if (!mMainWidget || !mMainWidget->getRealTimeWidget()) {
-        return 0;
+        return mDaysBefore;
     }
     int days = daysBeforeActive(*mMainWidget->getRealTimeWidget());
     if (days < 0) {
@@ -156,7 +157,8 @@ int CRealtimeTimeWidget::daysBeforeCursor() const {
             days = here < 0 ? days : here;
         }
     }
-    return qMax(days, 0);
+    mDaysBefore = days < 0 ? mDaysBefore : days;
+    return mDaysBefore;
 }
 
 int CRealtimeTimeWidget::referenceDate() const {

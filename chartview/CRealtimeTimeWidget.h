@@ -62,8 +62,8 @@ private:
     /// Takes colours from the theme when it has changed.
     void refreshLook();
     const QString &timeUnderCursor();
-    /// Days that stand left of the one under the mouse.
-    int daysBeforeCursor() const;
+    /// Days that stand left of the one under the mouse; once the mouse has left the graphs, of the one where it was.
+    int daysBeforeCursor();
     void drawScale(double ratio);
     void drawDays(QPainter &painter) const;
     /// Midnight of the newest day shown, in seconds since the epoch.
@@ -74,6 +74,7 @@ private:
     QPixmap mPixmap; ///< the scale without the flag
     int mCursorIndex = -1; ///< axis index of the flag, negative none
     int mCursorX = 0; ///< pixels inside a day graph
+    int mDaysBefore = 0; ///< left of the day that the flag stands in since the last setCursor
     Flag mFlag; ///< on the screen, or asked for
     Times mTimes;
     Look mLook;

@@ -71,11 +71,7 @@ void CRealtimeMainWidget::createUi() {
     mWidgetList = new GZ::CDragWidgetList(Qt::Vertical, this);
     mWidgetList->setMargin(0);
     mMainWidget = new CRealtimeWidget(mNextWidgetId++, mUiParam, EIndexDisplayType::Main, mViewType, this);
-    connect(mMainWidget, &CRealtimeWidget::pointCountChanged, this, [this] {
-        for (CRealtimeWidget *pane : qAsConst(mSubWidgets)) {
-            pane->repaintChanged();
-        }
-    });
+    followPane(mMainWidget);
     addMainFormulas();
     mWidgetList->addStretchWidget(mMainWidget, kMainStretch, GZ::CWidgetList::eAnchorBoth, false);
     layout->addWidget(mWidgetList, 1);
@@ -97,6 +93,16 @@ void CRealtimeMainWidget::createUi() {
         mWidgetList->setSplitter(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
     }
     setLayout(layout);
+}
+
+/// What one pane learns of the newest point concerns all of them.
+void CRealtimeMainWidget::followPane(const CRealtimeWidget *pane) {
+    connect(pane, &CRealtimeWidget::pointCountChanged, this, [this] {
+        for (CRealtimeWidget *one : allPanes()) {
+            one->repaintChanged();
+        }
+    });
+    connect(pane, &CRealtimeWidget::crossLineMoved, this, &CRealtimeMainWidget::followNewestPoint);
 }
 
 QVector<CRealtimeWidget *> CRealtimeMainWidget::allPanes() const {
@@ -210,6 +216,8 @@ void CRealtimeMainWidget::subPortfolioCallBack(const RPCUiPortfolioDetail &detai
             mUiParam->resetAxis(market, detail.mCodes[i]);
         }
     }
+    refreshTimeScale();
+    realignCrossLine();
 }
 
 // Overlays

@@ -236,6 +236,7 @@ protected:
 
 private:
     void createUi();
+    void followPane(const CRealtimeWidget *pane);
     CRealtimeWidget *subPaneOf(int id) const; ///< null when there is none
     /// Main pane first.
     QVector<CRealtimeWidget *> allPanes() const;
@@ -265,6 +266,8 @@ private:
     void refreshCrossLine();
     void dropCrossLine();
     void realignCrossLine();
+    bool isCrossLineMoved() const;
+    void followNewestPoint();
     void refreshTimeFlag();
     void refreshSelections();
 

@@ -78,12 +78,39 @@ void CRealtimeMainWidget::realignCrossLine() {
         return;
     }
     const int index = qMin(mUiParam->mCrossIndex, mUiParam->mPointCount - 1); // the axis may be another
-    const QVector<CRealtimeWidget *> panes = allPanes();
-    if (mUiParam->mCursorByKey || std::any_of(panes.cbegin(), panes.cend(), hasMouse)) {
-        updateIndexId(index, mUiParam->getXAxisByIndex(index));
-    } else {
+    if (!isCrossLineMoved()) {
         dropCrossLine();
+        return;
     }
+    CCrossLineWidget *line = mMainWidget->getCrossLineWidget();
+    if (line && mUiParam->mCursorByKey) {
+        line->setData(mMainWidget->dataOfKeyboard());
+    }
+    updateIndexId(index, mUiParam->getXAxisByIndex(index));
+}
+
+/// The keyboard moves the cross line, or the mouse, which is on a graph.
+bool CRealtimeMainWidget::isCrossLineMoved() const {
+    const QVector<CRealtimeWidget *> panes = allPanes();
+    return mUiParam->mCursorByKey || std::any_of(panes.cbegin(), panes.cend(), hasMouse);
+}
+
+/// A pane has taken the cross line to the newest point; all others follow.
+void CRealtimeMainWidget::followNewestPoint() {
+    if (isCrossLineMoved()) {
+        realignCrossLine();
+        return;
+    }
+    const int index = mUiParam->mCrossIndex;
+    const int x = mUiParam->getXAxisByIndex(index);
+    for (CRealtimeWidget *pane : allPanes()) {
+        pane->updateIndexId(index);
+        if (CCrossLineWidget *line = pane->getCrossLineWidget()) {
+            line->setX(x);
+        }
+    }
+    tellTimeScale(index, x);
+    refreshTimeFlag();
 }
 
 bool CRealtimeMainWidget::isShowCrossline() const {
@@ -148,9 +175,7 @@ void CRealtimeMainWidget::showKeyboardCrossLines() {
     const int y = mMainWidget->getGraphWidgetMouseY();
     const int x = mMainWidget->getGraphWidgetMouseX();
     if (CCrossLineWidget *line = mMainWidget->getCrossLineWidget()) {
-        if (const boost::shared_ptr<CRealtimeData> source = mMainWidget->getMouseInWidgetData()) {
-            line->setData(source);
-        }
+        line->setData(mMainWidget->dataOfKeyboard());
         if (y > kNowhere) {
             line->setY(y);
         }
@@ -183,17 +208,20 @@ void CRealtimeMainWidget::showCrossLinesAt(int index) {
     }
     for (CRealtimeWidget *pane : qAsConst(mSubWidgets)) {
         if (CCrossLineWidget *line = pane->getCrossLineWidget()) {
-            line->setX(x);
+            line->setPosition(x, kNowhere);
+            showOnTop(line);
         }
     }
     tellTimeScale(index, x);
     mUiParam->mCursorByKey = true;
     if (CCrossLineWidget *line = mMainWidget->getCrossLineWidget()) {
+        line->setData(mMainWidget->dataOfKeyboard());
         line->setX(x);
         const int y = mMainWidget->getGraphWidgetMouseY();
         if (y >= 0) {
             line->setY(y);
         }
+        showOnTop(line);
     }
     refreshTimeFlag();
 }

@@ -40,9 +40,13 @@ void CRealtimeMainWidget::addIndexWidget() {
     auto *pane = new CRealtimeWidget(mNextWidgetId++, mUiParam, EIndexDisplayType::Sub, mViewType, this);
     pane->setCreateNewWorkShow(mCreateNewWorkShow);
     pane->beReplay(mReplay);
+    followPane(pane);
     mSubWidgets.append(pane);
     mWidgetList->addStretchWidget(pane, getNewIndexStretchFactor(), GZ::CWidgetList::eAnchorBoth, true);
     highlightWidget(pane->getId());
+    if (mUiParam->mCursorByKey) {
+        realignCrossLine(); // runs through the new pane too
+    }
     if (CAppConfig::isClientType(EClientType::Trading)) {
         deliverEvent(kPaneAdded, 0, 0, QString(), nullptr);
     }
@@ -173,7 +177,9 @@ void CRealtimeMainWidget::resizeEvent(QResizeEvent *event) {
         placeHighlight(pane);
     }
     refreshTimeScale();
-    realignCrossLine();
+    if (event->oldSize().width() != width()) {
+        realignCrossLine();
+    }
     if (mIndexModelWidget) {
         mIndexModelWidget->resizeLayout();
     }

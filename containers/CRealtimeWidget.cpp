@@ -186,6 +186,7 @@ void CRealtimeWidget::placeCrossLine() {
     if (mCrossLineWidget) {
         mCrossLineWidget->setFixedExtent(width(), height());
         mCrossLineWidget->setGraphRect(mMainGraphWidget->rect(), titleHeight());
+        refreshCrossLine();
     }
 }
 
@@ -260,6 +261,7 @@ void CRealtimeWidget::updateAxis(bool overwrite) {
     mRightAxisWidget->setMaxMinMap(ranges);
     for (CRealtimeGraphWidget *graph : graphs) {
         graph->updateAxis(ranges, overwrite);
+        graph->update();
     }
     setTitleAddStock();
 }

@@ -153,6 +153,8 @@ public:
     int getSubGraphWidgetMouseY() const;
     /// The data of the graph under the mouse while the cross line is moved by keyboard, else null.
     boost::shared_ptr<CRealtimeData> getMouseInWidgetData() const;
+    /// What the cross line shows values of while it is moved by keyboard: the data under the mouse, else the newest day's.
+    boost::shared_ptr<CRealtimeData> dataOfKeyboard() const;
 
     /// Asks for this pane to be closed.
     void destorySubWidget();
@@ -161,6 +163,8 @@ public:
 signals:
     /// The view has another number of points: the newest points of its other panes lie elsewhere.
     void pointCountChanged();
+    /// The cross line has followed the newest point: it lies elsewhere in the other panes too.
+    void crossLineMoved();
 
 public slots:
     /// Repaints what of the graphs and the cross line has changed, and nothing else.
@@ -181,6 +185,7 @@ private:
     void createRunButton();
     void layOutParts();
     void placeCrossLine();
+    void refreshCrossLine();
     /// Places the run button.
     void resizeLayout();
 
@@ -209,7 +214,7 @@ private:
     int graphUnderMouse() const;
     /// Where the cross line meets the graph at a position.
     int columnAtCrossIndex(int position) const;
-    int rowAtCrossIndex(int position) const;
+    int rowAtCrossIndex(CRealtimeData &data) const;
     int titleHeight() const;
 
     void handleButton(int button, int param);

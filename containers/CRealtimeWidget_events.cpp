@@ -102,6 +102,9 @@ void CRealtimeWidget::removeOldestGraph() {
     if (mTitleWidget->getIndexData() == graph->getData()) {
         setTitleData(0);
     }
+    if (mCrossLineWidget) {
+        mCrossLineWidget->setData(mMainData); // it may have been that of the graph
+    }
     graph->hide();
     graph->deleteLater();
 }
@@ -137,9 +140,8 @@ int CRealtimeWidget::columnAtCrossIndex(int position) const {
     return mUiParam->getXAxisByIndex(mUiParam->mCrossIndex) + graph->width() * position;
 }
 
-int CRealtimeWidget::rowAtCrossIndex(int position) const {
-    const boost::shared_ptr<CRealtimeData> data = getGraphWidget(position)->getData();
-    return data->yAtIndex(mUiParam->mCrossIndex, mMainGraphWidget->rect()) + titleHeight();
+int CRealtimeWidget::rowAtCrossIndex(CRealtimeData &data) const {
+    return data.yAtIndex(mUiParam->mCrossIndex, mMainGraphWidget->rect()) + titleHeight();
 }
 
 int CRealtimeWidget::getGraphWidgetMouseX() const {
@@ -156,7 +158,9 @@ int CRealtimeWidget::getGraphWidgetMouseX() const {
 int CRealtimeWidget::getGraphWidgetMouseY() const {
     const int position = graphUnderMouse();
     if (mUiParam->mCursorByKey) {
-        return rowAtCrossIndex(position != kNowhere ? position : mGraphList->count() - 1);
+        const CRealtimeGraphWidget *graph =
+            getGraphWidget(position != kNowhere ? position : mGraphList->count() - 1);
+        return rowAtCrossIndex(*graph->getData());
     }
     return position != kNowhere ? getGraphWidget(position)->getMouseY() + titleHeight() : kNowhere;
 }
@@ -183,6 +187,11 @@ boost::shared_ptr<CRealtimeData> CRealtimeWidget::getMouseInWidgetData() const {
         }
     }
     return {};
+}
+
+boost::shared_ptr<CRealtimeData> CRealtimeWidget::dataOfKeyboard() const {
+    const boost::shared_ptr<CRealtimeData> pointed = getMouseInWidgetData();
+    return pointed ? pointed : mMainData;
 }
 
 // Events
@@ -286,6 +295,7 @@ void CRealtimeWidget::refreshTitle(const void *sender) {
         if (mUiParam->mCrossIndex + 1 == last) {
             mUiParam->mCrossIndex = last;
             mTitleWidget->updateIndexId(last);
+            emit crossLineMoved();
         }
     } else {
         for (const CRealtimeGraphWidget *graph : getGraphWidgets()) {
@@ -297,13 +307,23 @@ void CRealtimeWidget::refreshTitle(const void *sender) {
     mTitleWidget->updateView();
 }
 
+/// The horizontal line of the keyboard stays at its value, which may have another row now.
+void CRealtimeWidget::refreshCrossLine() {
+    if (!mCrossLineWidget) {
+        return;
+    }
+    if (mDisplayType == EIndexDisplayType::Main && mUiParam->mCrossShown && mUiParam->mCursorByKey &&
+        mCrossLineWidget->data()) {
+        mCrossLineWidget->setY(qMax(rowAtCrossIndex(*mCrossLineWidget->data()), 0));
+    }
+    mCrossLineWidget->refresh();
+}
+
 void CRealtimeWidget::repaintChanged() {
     for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
         graph->updateChanged();
     }
-    if (mCrossLineWidget) {
-        mCrossLineWidget->refresh();
-    }
+    refreshCrossLine();
     const int points = mUiParam->dataCount();
     if (std::exchange(mShownPoints, points) != points) {
         emit pointCountChanged();

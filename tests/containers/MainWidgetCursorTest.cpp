@@ -1,6 +1,6 @@
 // The cross line over all panes: mouse, keyboard, and what each move repaints.
 
-#include "tests/containers/MainWidgetFixture.h"
+#include "tests/containers/CursorFixture.h"
 
 #include <algorithm>
 #include <random>
@@ -9,15 +9,8 @@ using namespace TC;
 
 namespace {
 
-class MainWidgetCursor : public tests::MainWidgetFixture {
+class MainWidgetCursor : public tests::CursorFixture {
 protected:
-    void showTrading(int panes = 0) {
-        mHost.mConfig.mClientType = EClientType::Trading;
-        showView(panes);
-        fill();
-    }
-    static CCrossLineWidget *line(const CRealtimeWidget *of) { return of->getCrossLineWidget(); }
-    QImage grab() const { return tests::onScreen(*mKeeper); }
     /// What a widget paints differs from what it paints without the cross line.
     bool shows(QWidget *overlay) {
         const QImage with = painted(*overlay);
@@ -26,31 +19,6 @@ protected:
         mUi->mCrossShown = shown;
         settle();
         return with != without;
-    }
-    /// Rows of the overlay in which the horizontal line is drawn, right of the value label.
-    QList<int> rows(CCrossLineWidget *overlay) const {
-        const QImage image = painted(*overlay);
-        QList<int> found;
-        for (int y = 0; y < image.height(); ++y) {
-            const QColor wanted = color("ic_clr_realtime_cross_line");
-            if (image.pixelColor(52, y) == wanted && image.pixelColor(53, y) == wanted) {
-                found.append(y);
-            }
-        }
-        return found;
-    }
-    /// Columns in which the vertical line is drawn.
-    QList<int> columns(CCrossLineWidget *overlay) const {
-        const QImage image = painted(*overlay);
-        QList<int> found;
-        const int y = image.height() - 2;
-        for (int x = 50; x < image.width() - 50; ++x) {
-            if (image.pixelColor(x, y) == color("ic_clr_realtime_cross_line") &&
-                image.pixelColor(x, y - 1) == color("ic_clr_realtime_cross_line")) {
-                found.append(x);
-            }
-        }
-        return found;
     }
 };
 
@@ -174,10 +142,10 @@ TEST_F(MainWidgetCursor, SwitchedOffTheMouseMovesNothingOnTheScreen) {
     fill();
     moveTo(graph(pane()), {301, 100});
     settle();
-    const QImage before = grab();
+    const QImage before = screen();
     moveTo(graph(pane()), {401, 60});
     settle();
-    EXPECT_EQ(grab(), before);
+    EXPECT_EQ(screen(), before);
     EXPECT_EQ(mUi->mCrossIndex, mUi->getIndexByXAxis(401));
 }
 
@@ -515,13 +483,13 @@ TEST_F(MainWidgetCursor, AnyWalkLeavesThePixelsOfAWholeRepaint) {
             moveTo(at, where + QPoint(1, 0));
         }
         settle();
-        const QImage walked = grab();
+        const QImage walked = screen();
         mKeeper->update();
         for (QWidget *widget : mKeeper->findChildren<QWidget *>()) {
             widget->update();
         }
         settle();
-        ASSERT_EQ(walked, grab()) << "step " << step;
+        ASSERT_EQ(walked, screen()) << "step " << step;
     }
 }
 

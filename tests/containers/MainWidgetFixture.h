@@ -9,6 +9,7 @@
 #include "tests/support/Golden.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 
 #include <map>
 
@@ -74,6 +75,21 @@ protected:
             QCoreApplication::processEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
+    }
+
+    void repaintAll() {
+        mKeeper->update();
+        for (QWidget *widget : mKeeper->findChildren<QWidget *>()) {
+            widget->update();
+        }
+        settle();
+    }
+    /// All repaints so far have left what a whole one shows.
+    void expectScreenComplete(const std::string &when) {
+        settle();
+        const QImage shown = onScreen(*mKeeper);
+        repaintAll();
+        EXPECT_EQ(shown, onScreen(*mKeeper)) << when;
     }
 
     TC::CRealtimeWidget *pane() const { return mMain->getRealTimeWidget(); }
@@ -145,7 +161,7 @@ protected:
     static Names formulasOf(const TC::CRealtimeWidget *of) { return Names(of->getIndexes()); }
 
     std::unique_ptr<TC::CRealtimeMainWidget> mMain;
-    TC::CRealtimeGraphWidget *mUnderMouse = nullptr;
+    QPointer<TC::CRealtimeGraphWidget> mUnderMouse;
 };
 
 } // namespace tests

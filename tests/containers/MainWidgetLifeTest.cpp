@@ -20,19 +20,6 @@ class MainWidgetLife : public tests::MainWidgetFixture {
 protected:
     /// The view in the hands of Qt, as a host has it that calls deleteLater.
     QPointer<CRealtimeMainWidget> releaseView() { return mMain.release(); }
-    void repaintAll() {
-        mKeeper->update();
-        for (QWidget *widget : mKeeper->findChildren<QWidget *>()) {
-            widget->update();
-        }
-        settle();
-    }
-    void expectScreenComplete(const std::string &when) {
-        settle();
-        const QImage shown = tests::onScreen(*mKeeper);
-        repaintAll();
-        EXPECT_EQ(shown, tests::onScreen(*mKeeper)) << when;
-    }
     void expectNothingRequested() { EXPECT_TRUE(mHost.mFormulas.mLive.all().isEmpty()); }
 };
 
