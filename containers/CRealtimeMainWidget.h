@@ -259,6 +259,7 @@ private:
     // Cross line
     void updateIndexId(int index, int x);
     int placeSubCrossLines(int mainX);
+    int newestIndex() const;
     void showKeyboardCrossLines();
     void showCrossLinesAt(int index);
     void tellTimeScale(int index, int x);

@@ -82,11 +82,10 @@ void CRealtimeMainWidget::realignCrossLine() {
         dropCrossLine();
         return;
     }
-    CCrossLineWidget *line = mMainWidget->getCrossLineWidget();
-    if (line && mUiParam->mCursorByKey) {
-        line->setData(mMainWidget->dataOfKeyboard());
-    }
     updateIndexId(index, mUiParam->getXAxisByIndex(index));
+    if (mUiParam->mCursorByKey && mUiParam->mCrossShown) {
+        showKeyboardCrossLines();
+    }
 }
 
 /// The keyboard moves the cross line, or the mouse, which is on a graph.
@@ -101,7 +100,8 @@ void CRealtimeMainWidget::followNewestPoint() {
         realignCrossLine();
         return;
     }
-    const int index = mUiParam->mCrossIndex;
+    int &index = mUiParam->mCrossIndex;
+    index = qMin(index, qMax(mUiParam->mPointCount - 1, 0)); // there may be more data than minutes
     const int x = mUiParam->getXAxisByIndex(index);
     for (CRealtimeWidget *pane : allPanes()) {
         pane->updateIndexId(index);
@@ -145,8 +145,14 @@ void CRealtimeMainWidget::refreshTimeFlag() {
 
 // Keyboard
 
-void CRealtimeMainWidget::moveCursor(bool left) {
+/// Index of the newest point; the data of the instrument before may be longer than the day.
+int CRealtimeMainWidget::newestIndex() const {
     const int newest = mUiParam->dataCount() - 1;
+    return mUiParam->mPointCount > 0 ? qMin(newest, mUiParam->mPointCount - 1) : newest;
+}
+
+void CRealtimeMainWidget::moveCursor(bool left) {
+    const int newest = newestIndex();
     const int last = mUiParam->dataCount() >= 1 ? newest : mUiParam->mPointCount - 1;
     int &index = mUiParam->mCrossIndex;
     if (!mUiParam->mCrossShown) {
@@ -195,7 +201,7 @@ void CRealtimeMainWidget::moveToHome() {
 }
 
 void CRealtimeMainWidget::moveToEnd() {
-    showCrossLinesAt(mUiParam->dataCount() - 1);
+    showCrossLinesAt(newestIndex());
 }
 
 void CRealtimeMainWidget::showCrossLinesAt(int index) {
