@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
-#include <QTimer>
 #include <QtTest>
 
 using GZ::CStandardTable;
@@ -67,17 +66,14 @@ protected:
     }
     /// Does something with the context menu over a cell.
     void withMenu(const QPoint &at, const std::function<void(QMenu &)> &act) {
-        bool done = false;
-        QTimer::singleShot(0, [&] {
-            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            act(*menu);
-            done = true;
-            menu->close();
-        });
         QContextMenuEvent event(QContextMenuEvent::Mouse, at, mTable->viewport()->mapToGlobal(at));
         QCoreApplication::sendEvent(mTable->viewport(), &event);
-        EXPECT_TRUE(done);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        act(*menu);
+        menu->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(mTable->findChild<QMenu *>(), nullptr);
     }
     static QAction *entry(const QMenu &menu, const char *text) {
         for (QAction *action : menu.actions()) {
@@ -280,6 +276,30 @@ TEST_F(CStandardTableTest, MenuHidesColumnsButForTheLastOne) {
     EXPECT_EQ(mTable->horizontalHeader()->hiddenSectionCount(), 0);
 }
 
+TEST_F(CStandardTableTest, MayGoWhileItsMenuIsOpen) {
+    fill();
+    ASSERT_NO_FATAL_FAILURE(show());
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), mTable->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(mTable->viewport(), &event);
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+    mTable.reset();
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(CStandardTableTest, NoCellOfItsOwnShowsTheKeyboard) {
+    fill();
+    ASSERT_NO_FATAL_FAILURE(show());
+    mTable->setCurrentCell(1, 1, QItemSelectionModel::NoUpdate);
+    QCoreApplication::processEvents();
+    const QImage before = tests::onScreen(*mTable);
+    mTable->setFocus();
+    mTable->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return mTable->hasFocus(); }));
+    mTable->setCurrentCell(2, 2, QItemSelectionModel::NoUpdate);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(tests::onScreen(*mTable), before);
+}
+
 TEST_F(CStandardTableTest, FollowsTheThemeOnTheScreen) {
     GZ::COddEvenRowTable table(1, 0);
     table.setHeaders({"a"});
@@ -296,6 +316,7 @@ TEST_F(CStandardTableTest, FollowsTheThemeOnTheScreen) {
         EXPECT_EQ(screen.pixelColor(100, 24 + 44 + 11), color("clr_table_row_even")) << theme;
         EXPECT_EQ(screen.pixelColor(100, 24 + 44 + 33), color("clr_table_row_odd")) << theme;
         EXPECT_EQ(screen.pixelColor(100, 3), color("clr_table_header_bg")) << theme;
+        EXPECT_EQ(table.horizontalHeader()->font().pixelSize(), 12);
     }
 }
 

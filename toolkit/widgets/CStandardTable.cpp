@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <numeric>
@@ -43,6 +44,18 @@ QPalette tablePalette() {
     return colors;
 }
 
+/// Rows are chosen whole: no cell of its own shows that it has the keyboard.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
 /// What holds a widget in a cell: it lies in it at its own size, or fills it.
 QWidget *holderOf(QWidget *widget, int alignment) {
     auto *holder = new QWidget;
@@ -70,6 +83,7 @@ CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
     setFrameShape(NoFrame);
     setCornerButtonEnabled(false);
     setWordWrap(false);
+    setItemDelegate(new RowDelegate(this));
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(kRowHeight);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -330,6 +344,7 @@ void CStandardTable::onUiResourceChanged() {
     setPalette(tablePalette());
     setFont(CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
     horizontalHeader()->setStyleSheet(CStyleSheetCenter::getStyle(kHeaderStyle));
+    horizontalHeader()->setFont(font()); // a style sheet keeps it from being inherited
     for (int row = 0; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
             const QTableWidgetItem *cell = item(row, column);

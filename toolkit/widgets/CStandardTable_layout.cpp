@@ -113,12 +113,15 @@ void CStandardTable::restoreDefaultLayout() {
 // Context menu
 
 void CStandardTable::contextMenuEvent(QContextMenuEvent *event) {
-    QMenu menu(this);
-    menu.setStyleSheet(CStyleSheetCenter::getStyle(kMenuStyle));
-    addCopyEntries(menu, viewport()->mapFromGlobal(event->globalPos())); // it may come from the headings
-    addColumnEntries(menu);
-    if (!menu.isEmpty()) {
-        menu.exec(event->globalPos());
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setStyleSheet(CStyleSheetCenter::getStyle(kMenuStyle));
+    addCopyEntries(*menu, viewport()->mapFromGlobal(event->globalPos())); // it may come from the headings
+    addColumnEntries(*menu);
+    if (menu->isEmpty()) {
+        delete menu;
+    } else {
+        menu->popup(event->globalPos()); // waits for nothing: the table may go first
     }
 }
 
