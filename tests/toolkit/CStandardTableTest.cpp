@@ -114,6 +114,23 @@ TEST_F(CStandardTableTest, HeadingSortsUpThenDownAndEqualRowsKeepTheirOrder) {
     EXPECT_FALSE(mTable->horizontalHeader()->isSortIndicatorShown());
 }
 
+TEST_F(CStandardTableTest, ArrowOfTheSortedHeadingIsOnTheScreenInBothThemes) {
+    fill();
+    ASSERT_NO_FATAL_FAILURE(show());
+    const QHeaderView *header = mTable->horizontalHeader();
+    // The arrow lies in the last 13 columns of its heading, before the line at its right.
+    const QPoint arrow(header->sectionViewportPosition(0) + header->sectionSize(0) - 1 - 8, 11);
+    for (const char *theme : {"dark", "light"}) {
+        GZ::CUiResource::instance().setTheme(QString::fromLatin1(theme));
+        mTable->sortRows(-1, Qt::AscendingOrder);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(tests::onScreen(*mTable).pixelColor(arrow), color("clr_table_header_bg")) << theme;
+        mTable->sortRows(0, Qt::AscendingOrder);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(tests::onScreen(*mTable).pixelColor(arrow), color("clr_text_default")) << theme;
+    }
+}
+
 TEST_F(CStandardTableTest, WithoutTheFlagAHeadingSortsNothing) {
     mTable->setFlag(8, false);
     fill();

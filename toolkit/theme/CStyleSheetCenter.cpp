@@ -6,7 +6,6 @@ namespace GZ {
 namespace {
 
 constexpr int kMenu = 15;
-constexpr int kTableHeader = 16;
 
 /// A theme colour as a style sheet writes it.
 QString color(const char *key) {
@@ -29,26 +28,10 @@ QString menuStyle() {
              color("clr_menu_selected_bg"), color("clr_menu_selected_text"), color("clr_menu_text_disable"));
 }
 
-QString tableHeaderStyle() {
-    return QStringLiteral("QHeaderView { background: %1; border: none; }"
-                          "QHeaderView::section { background: %1; color: %2; border: none; padding: 0 4px;"
-                          " border-right: 1px solid %3; border-bottom: 1px solid %3; }"
-                          "QHeaderView::section:hover { color: %4; }")
-        .arg(color("clr_table_header_bg"), color("clr_table_header_text"), color("clr_dialog_border"),
-             color("clr_text_default"));
-}
-
 } // namespace
 
 QString CStyleSheetCenter::getStyle(int controlType) {
-    switch (controlType) {
-    case kMenu:
-        return menuStyle();
-    case kTableHeader:
-        return tableHeaderStyle();
-    default:
-        return QString();
-    }
+    return controlType == kMenu ? menuStyle() : QString();
 }
 
 } // namespace GZ

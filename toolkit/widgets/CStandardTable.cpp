@@ -2,8 +2,8 @@
 
 #include "host/toolkit/CStandardTable.h"
 
-#include "host/toolkit/CStyleSheetCenter.h"
 #include "toolkit/widgets/TableCell.h"
+#include "toolkit/widgets/TableHeader.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -21,7 +21,6 @@ constexpr int kRowHeight = 22;
 constexpr int kHighRowHeight = 32;
 constexpr int kHeaderHeight = 24;
 constexpr int kNarrowest = 20; ///< column
-constexpr int kHeaderStyle = 16;
 constexpr int kTextMargin = 12; ///< on both sides of a text together
 constexpr int kSortArrow = 14;
 
@@ -87,7 +86,8 @@ CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(kRowHeight);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    QHeaderView *header = horizontalHeader();
+    QHeaderView *header = new TableHeader(this);
+    setHorizontalHeader(header);
     header->setHighlightSections(false);
     header->setMinimumSectionSize(kNarrowest);
     header->setStretchLastSection(true);
@@ -343,8 +343,8 @@ void CStandardTable::adjustVisibleRowsColumnWidth() {
 void CStandardTable::onUiResourceChanged() {
     setPalette(tablePalette());
     setFont(CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
-    horizontalHeader()->setStyleSheet(CStyleSheetCenter::getStyle(kHeaderStyle));
-    horizontalHeader()->setFont(font()); // a style sheet keeps it from being inherited
+    horizontalHeader()->setFont(font());
+    horizontalHeader()->viewport()->update();
     for (int row = 0; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
             const QTableWidgetItem *cell = item(row, column);
