@@ -266,3 +266,11 @@ TEST_F(DemoTraderTest, ACancelledTaskTakesItsOrdersBackAndMakesNoMore) {
     EXPECT_EQ(mOrders.size(), 2U); // those of the minutes 63 and 66
     EXPECT_EQ(mTasks.back().status, kvservice::eTaskRunning) << "nothing more is told of it";
 }
+
+TEST_F(DemoTraderTest, ADayOnWhichNothingTradesHasNoRecords) {
+    mPlan.desks = {{kShare, "", 60, 100, 5}, {QStringLiteral("XX1"), "", 60, 100, 5}};
+    mPlan.tasks = {{"S", {{kShare, kvservice::EOperationType::Buy, 10000, 100}}, 0.25, 0.5}};
+    DemoTrader saturday(mPlan, *mStore.catalogue(), dayOf(QDate(2026, 11, 21)));
+    EXPECT_EQ(saturday.nextMinute(), 0);
+    EXPECT_TRUE(saturday.step([](const QString &, qint64) { return nullptr; }).isEmpty());
+}

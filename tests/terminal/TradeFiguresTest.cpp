@@ -112,6 +112,18 @@ TEST(TradeFigures, DealOutsideTheBarsMakesAMinuteAtItsOwnPrice) {
     EXPECT_DOUBLE_EQ(figures[1].balance, 0.0);
 }
 
+TEST(TradeFigures, DealInAMinuteWithoutABarCountsAtThePriceOfTheBarBefore) {
+    TradedInstrument share;
+    share.bars = {bar(1, 10.0), bar(4, 11.0)};
+    share.deals = {deal(2, true, 12.0, 100)};
+    const std::vector<TradeFigures> figures = figuresByMinute({share});
+    ASSERT_EQ(figures.size(), 3U);
+    EXPECT_DOUBLE_EQ(figures[1].bought, 1200.0);
+    EXPECT_DOUBLE_EQ(figures[1].balance, 1000.0);
+    EXPECT_DOUBLE_EQ(figures[1].profit, -200.0);
+    EXPECT_DOUBLE_EQ(figures[2].balance, 1100.0);
+}
+
 TEST(TradeFigures, WhatIsNoNumberIsLeftOut) {
     TradedInstrument share;
     share.bars = {bar(1, 10.0), bar(2, std::nan("")), bar(3, 0.0)};
