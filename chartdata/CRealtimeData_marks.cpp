@@ -181,17 +181,19 @@ void CRealtimeData::drawAccountDeals(QPainter &painter, MarkPlacer &placer, cons
     if (!detail) {
         return;
     }
-    MarkStamps stamps(painter);
-    placeRecords<kvservice::CDealDetail>(
-        CSingletonT<CLinkageManager>::instance().getDealDetails(mTradeDate, scope.key, scope.accounts),
-        recordClose(detail, !mIsLastTradingDay || mReplayMode), placer, mDealMarks,
-        [this](const auto &deal) { return !mReplayMode || recordTime(deal.mTime) <= mReplayTime; },
-        [&](const auto &deal, const QTime &time, const QPoint &at) {
-            const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-            auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
-            addTrade(side[placer.indexOf(time)], deal);
-            stampCircle(stamps, at, true, false, buy, kSoftAlpha);
-        });
+    {
+        MarkStamps stamps(painter);
+        placeRecords<kvservice::CDealDetail>(
+            CSingletonT<CLinkageManager>::instance().getDealDetails(mTradeDate, scope.key, scope.accounts),
+            recordClose(detail, !mIsLastTradingDay || mReplayMode), placer, mDealMarks,
+            [this](const auto &deal) { return !mReplayMode || recordTime(deal.mTime) <= mReplayTime; },
+            [&](const auto &deal, const QTime &time, const QPoint &at) {
+                const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
+                auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
+                addTrade(side[placer.indexOf(time)], deal);
+                stampCircle(stamps, at, true, false, buy, kSoftAlpha);
+            });
+    }
     drawCostSteps(painter, placer);
 }
 

@@ -18,16 +18,20 @@ void drawMark(QPainter &painter) {
 }
 
 const QRect kBounds(-8, -12, 32, 24);
-const QPoint kPlaces[] = {{20, 20}, {22, 21}, {50, 33}, {0, 0}, {63, 47}, {-3, 10}};
+const QPoint kPlaces[] = {{20, 20}, {22, 21}, {50, 33}, {0, 0}, {63, 47}, {-3, 10}, {35, 15}, {13, 38}};
 
-QImage picture(double ratio, bool stamped) {
+QImage stamped(double ratio) {
     return tests::rendered(QSize(64, 48), ratio, Qt::transparent, [&](QPainter &painter) {
         MarkStamps stamps(painter);
         for (const QPoint &at : kPlaces) {
-            if (stamped) {
-                stamps.draw({1, 2, 3, 4}, at, kBounds, drawMark);
-                continue;
-            }
+            stamps.draw({1, 2, 3, 4}, at, kBounds, drawMark);
+        }
+    });
+}
+
+QImage drawnAnew(double ratio) {
+    return tests::rendered(QSize(64, 48), ratio, Qt::transparent, [&](QPainter &painter) {
+        for (const QPoint &at : kPlaces) {
             painter.save();
             painter.translate(at);
             drawMark(painter);
@@ -37,11 +41,41 @@ QImage picture(double ratio, bool stamped) {
 }
 
 TEST(MarkStamps, CopiesLookLikeDrawings) {
-    for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+    for (const double ratio : {1.0, 1.1, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0, 8.0}) {
         const tests::GoldenDifference difference =
-            tests::compareImages(picture(ratio, true), picture(ratio, false), {3, 0.0});
+            tests::compareImages(stamped(ratio), drawnAnew(ratio), {3, 0.0});
         EXPECT_TRUE(difference.accepted)
             << ratio << ": " << difference.pixels << " pixels, by " << difference.largest;
+    }
+}
+
+TEST(MarkStamps, LeaveTheirPainterAsItWas) {
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(1.5);
+    QPainter painter(&image);
+    painter.translate(4, 2);
+    painter.setPen(Qt::yellow);
+    const QTransform before = painter.deviceTransform();
+    {
+        MarkStamps stamps(painter);
+        stamps.draw({0, 0, 0, 0}, QPoint(5, 5), kBounds, drawMark);
+    }
+    EXPECT_EQ(painter.deviceTransform(), before);
+    EXPECT_EQ(painter.pen().color(), QColor(Qt::yellow));
+}
+
+TEST(MarkStamps, EachMarkIsDrawnOnceForEveryPlaceWithinAPixel) {
+    for (const auto &[ratio, places] :
+         {std::make_pair(1.0, 1), std::make_pair(1.5, 4), std::make_pair(1.25, 16)}) {
+        QImage image(640, 480, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        QPainter painter(&image);
+        MarkStamps stamps(painter);
+        int drawings = 0;
+        for (int i = 0; i < 400; ++i) {
+            stamps.draw({0, 0, 0, 0}, QPoint(i % 20, i / 20), kBounds, [&drawings](QPainter &) { ++drawings; });
+        }
+        EXPECT_EQ(drawings, places) << ratio;
     }
 }
 
