@@ -18,6 +18,7 @@
 #include <boost/shared_ptr.hpp>
 
 class QAction;
+class QMenu;
 
 namespace kvservice {
 class CDealDetail;
@@ -31,6 +32,8 @@ class CRealtimeData;
 class CRealtimeUiParam;
 class CStockInfo;
 class CViewVariableDialog;
+class GraphMenu;
+struct GraphMenuSubject;
 
 /// One drawn graph of a pane: the price chart of a trading day with its volume band, or a formula pane of that
 /// day. It owns no series: it paints what its data has rendered, puts the interactive layers on top, and turns
@@ -80,7 +83,8 @@ public:
     void superposedStock();
     /// Asks the host for the analysis of the instrument's sector.
     void showContrastSector();
-    /// Opens the menu of the pane's title at a point of the screen.
+    /// Opens the menu of the pane's title at a point of the screen: the formulas that can take the place of the present
+    /// ones.
     void showTitleMenu(const QPoint &at);
 
     // View
@@ -121,12 +125,58 @@ public:
     void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis);
 
 public slots:
+    // What the entries of the menus do. Those that need a formula, an account or a level take it from the entry that
+    // sent them, and do nothing when there is none.
+
+    /// Opens the editor of the pane's formula.
+    void slotEditFormula();
+    /// Takes all formulas but the main ones off the pane and asks to close it.
+    void slotCloseFormula();
+    void slotAddIndexWidget();
+    void slotAddIndex();
+    void slotDelIndex();
+    /// Shows another formula in place of the present ones.
+    void slotUpdateIndex();
+    void slotOverlayStock();
+    void slotOverlayNoAxisStock();
+    /// Switches the setting that overlays the instrument's sector.
+    void slotOverlaySector();
     void slotDelAllStock();
-    /// Overlays the counterpart of a share that is listed in two markets.
-    void slotOverlayAHStock();
+    void slotRefresh();
+    void slotShowVolume();
+    void slotShowGradient();
+    /// Puts the text of all series on the clipboard.
+    void slotCopy();
+    void slotExportFormula();
     /// Shows the region lines and asks for the statistics of a region: its first index, and its text (end index,
     /// start and end in seconds since the epoch, joined by commas).
     void slotStatistic(bool checked, int startIndex, const QString &text);
+    void slotCreateNewWork();
+    void slotShowLinkageData();
+    /// Shows the trades of all accounts of the instrument's kind, or of none when all were shown.
+    void slotSelectAllAccount(bool checked);
+    void slotSelectShowAccount(bool checked);
+    /// Shows the parameters of the pane's last formula.
+    void slotModifyModelParam();
+    /// Adds the instrument to one of the user's lists; false when there is none.
+    bool slotAddSelfStock();
+    void slotContrastSector(bool checked);
+    void slotShowAfterTradeFixedPriceDeal(bool checked);
+    void slotRestoreGraph();
+    void slotAutoChangePeriod();
+    /// Overlays the counterpart of a share that is listed in two markets.
+    void slotOverlayAHStock();
+    /// Puts instrument, formulas and request ids on the clipboard.
+    void slotCopyRequestInfo();
+    /// Overlays the index of the instrument's sector of a level; with any of them overlaid it only goes.
+    void slotAddBkzsCode();
+    /// Overlays what the instrument converts to or from, or takes it away.
+    void slotAddConvertibleCode();
+    void slotAddVWAPFormula();
+    /// Switches the filter of repeated instruments; only while the trade-data formula is shown.
+    void slotFilterStock();
+    void slotDownloadDatas();
+    void slotShowControlDialog();
     /// Sets the range of the market replay to that of a region's text, which may have a key as its fourth field.
     void slotSetReplayTimeRegin(bool checked, int index, const QString &text);
 
@@ -144,6 +194,9 @@ protected:
     void enterEvent(QEvent *event) override;
     /// Ends whatever the mouse has under way.
     void leaveEvent(QEvent *event) override;
+    /// Opens the menu of the pane, or that of a region that the right button has selected. With the right button still
+    /// down, as some platforms tell it, the menu waits for its release.
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     /// What a paint needs of the theme and of the formulas, kept from paint to paint.
@@ -164,7 +217,18 @@ private:
     void paintTip(QPainter &painter);
     void paintEnhancement(QPainter &painter);
 
+    GraphMenuSubject menuSubject();
+    void addEntries(QMenu &menu, const GraphMenu &entries);
+    /// The entries of the region that the right button has selected, which is over with it; false when it is too
+    /// narrow.
+    bool addRegion(QMenu &menu, const GraphMenu &entries);
+    void openMenuAfterRelease(const QMouseEvent &release);
+
     void warnOfLimit();
+    void openOverlayKeyboard(const QString &title, bool withAxis);
+    /// The list of accounts shown of the instrument's kind.
+    QList<QString> &shownAccounts();
+    void tellShownAccounts();
     void growSelection(const QPoint &mouse);
     bool moveCrossLine(int x, bool on);
     void deliverLeftSelection();
@@ -181,6 +245,7 @@ private:
     CModifyModelParamDialog *mModifyParamDialog = nullptr; ///< made on first use, child of this widget
     QVector<QAction *> mAccountActions; ///< of the last opened menu of accounts
     bool mAllAccountsSelected = false; ///< when that menu was built
+    bool mMenuPostponed = false; ///< until the right button is released
     EIndexDisplayType mDisplayType;
     int mId;
     bool mShowTip = false;

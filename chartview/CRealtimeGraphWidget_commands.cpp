@@ -4,7 +4,7 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/LinkageScope.h"
-#include "host/services/CSectorManager.h"
+#include "host/services/CIndexMainWindowHelper.h"
 #include "host/toolkit/CMessageBox.h"
 #include "host/windows/CSmartKeyboardDialog.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -15,13 +15,7 @@ namespace TC {
 
 namespace {
 
-enum EEvent : int {
-    eOverlayAsked = 209,
-    eAccountsChanged = 3163,
-};
-
-/// What event 209 asks for.
-enum EOverlay : int { eTakeAll = 0, eWithAxis = 1 };
+constexpr int eAccountsChanged = 3163; ///< event
 
 } // namespace
 
@@ -30,6 +24,7 @@ void CRealtimeGraphWidget::setStock(const QString &key, bool isPair) {
         return;
     }
     mStock = key;
+    CSingletonT<CIndexMainWindowHelper>::instance().instrumentChanged(key);
     const bool wasPair = mAHOverlay;
     mAHOverlay = isPair;
     if (mViewType != EIndexViewType::Paired || mUiParam->getAllAddStockList().isEmpty()) {
@@ -43,40 +38,27 @@ void CRealtimeGraphWidget::setStock(const QString &key, bool isPair) {
     }
 }
 
-void CRealtimeGraphWidget::slotDelAllStock() {
-    deliverEvent(eOverlayAsked, 0, eTakeAll, QString(), nullptr);
-}
-
-void CRealtimeGraphWidget::slotOverlayAHStock() {
-    if (!mUiParam->canAddStock()) {
-        warnOfLimit();
-        return;
-    }
-    auto &sectors = CSingletonT<CSectorManager>::instance();
-    QString partner = sectors.getHStockByAStock(mStock);
-    if (partner.isEmpty()) {
-        partner = sectors.getAStockByHStock(mStock);
-    }
-    if (!partner.isEmpty()) {
-        deliverEvent(eOverlayAsked, 0, eWithAxis, partner, nullptr);
-    }
-}
-
 void CRealtimeGraphWidget::superposedStock() {
+    slotOverlayStock();
+}
+
+void CRealtimeGraphWidget::showContrastSector() {
+    slotContrastSector(false);
+}
+
+/// Lets the user pick an instrument to overlay.
+void CRealtimeGraphWidget::openOverlayKeyboard(const QString &title, bool withAxis) {
     if (!mUiParam->canAddStock()) {
         warnOfLimit();
         return;
     }
     CSmartKeyboardDialog *keyboard = CSmartKeyboardDialog::instance();
-    keyboard->setPickCallback(
-        this, [this](const CStockInfo &picked, ESmartKeyType type) { overlayPickedStock(picked, type, true); });
-    keyboard->setTitle(tr("叠加品种"));
+    keyboard->setPickCallback(this, [this, withAxis](const CStockInfo &picked, ESmartKeyType type) {
+        overlayPickedStock(picked, type, withAxis);
+    });
+    keyboard->setTitle(title);
     keyboard->openFor(this);
 }
-
-void CRealtimeGraphWidget::showContrastSector() {}
-
-void CRealtimeGraphWidget::showTitleMenu(const QPoint & /*at*/) {}
 
 void CRealtimeGraphWidget::warnOfLimit() {
     GZ::CMessageBox::warning(this, tr("提示"), tr("已达到允许叠加最大限制数3!"));
@@ -89,8 +71,7 @@ void CRealtimeGraphWidget::updateLinkageData(const QString &accounts, bool add) 
     if (parts.size() == 1 && add && isListed) {
         return;
     }
-    const bool futures = isFuturesMarket(getDetailQsMarket(mUiParam->getStockDetail()));
-    QList<QString> &shown = futures ? mUiParam->mFutureAccounts : mUiParam->mStockAccounts;
+    QList<QString> &shown = shownAccounts();
     for (const QString &account : parts) {
         if (!add) {
             shown.removeOne(account);
@@ -98,16 +79,26 @@ void CRealtimeGraphWidget::updateLinkageData(const QString &accounts, bool add) 
             shown.append(account);
         }
     }
-    const bool any = !mUiParam->mStockAccounts.isEmpty() || !mUiParam->mFutureAccounts.isEmpty();
-    mUiParam->mLinkageFlags =
-        any ? mUiParam->mLinkageFlags | eAccountView : mUiParam->mLinkageFlags & ~eAccountView;
-    deliverEvent(eAccountsChanged, 0, 0, QString(), nullptr);
+    tellShownAccounts();
 }
 
 void CRealtimeGraphWidget::updateLinkageData(const QList<QString> &accounts, bool add) {
     if (!accounts.isEmpty()) {
         updateLinkageData(QStringList(accounts).join(QLatin1Char(',')), add);
     }
+}
+
+QList<QString> &CRealtimeGraphWidget::shownAccounts() {
+    const bool futures = isFuturesMarket(getDetailQsMarket(mUiParam->getStockDetail()));
+    return futures ? mUiParam->mFutureAccounts : mUiParam->mStockAccounts;
+}
+
+/// Switches the view of accounts as the lists ask for, and tells the view.
+void CRealtimeGraphWidget::tellShownAccounts() {
+    const bool any = !mUiParam->mStockAccounts.isEmpty() || !mUiParam->mFutureAccounts.isEmpty();
+    mUiParam->mLinkageFlags =
+        any ? mUiParam->mLinkageFlags | eAccountView : mUiParam->mLinkageFlags & ~eAccountView;
+    deliverEvent(eAccountsChanged, 0, 0, QString(), nullptr);
 }
 
 } // namespace TC

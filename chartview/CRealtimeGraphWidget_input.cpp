@@ -137,6 +137,7 @@ void CRealtimeGraphWidget::mouseReleaseEvent(QMouseEvent *event) {
         return;
     }
     update();
+    openMenuAfterRelease(*event);
 }
 
 void CRealtimeGraphWidget::deliverLeftSelection() {

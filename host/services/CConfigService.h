@@ -26,6 +26,8 @@ public:
     virtual ~CUserConfig() = default;
     virtual bool isBoardNewRules() const { return false; }
     virtual bool hasFormulaEditorAuth() const { return false; }
+    /// Script models are offered in the catalogue's menus.
+    virtual bool hasPermissionShowModel() const { return false; }
     /// Refresh interval of native formulas in sub panes, in seconds.
     virtual int subIndexRefresh() const { return 0; }
     /// Tasks are cancelled at once, without the dialog.
@@ -45,6 +47,10 @@ public:
     virtual UserConfigInterface &indexUserConfig() = 0;
     /// Models are hidden from catalogues.
     virtual bool hideModel() = 0;
+    /// Quotes are those of a broker.
+    virtual bool isBrokerQuoteMode() = 0;
+    /// The user has the ten-level quotes of a market.
+    virtual bool isLevel2User(const QString &market) = 0;
 };
 
 /// Program configuration; null when there is none.
@@ -54,6 +60,14 @@ inline CConfig *getConfig() {
 /// User configuration; null when nobody is logged in.
 inline CUserConfig *getUserConfig() {
     return CSingletonT<CConfigService>::instance().userConfig();
+}
+/// Whether quotes are those of a broker.
+inline bool isBrokerQuoteMode() {
+    return CSingletonT<CConfigService>::instance().isBrokerQuoteMode();
+}
+/// Whether the user has the ten-level quotes of a market.
+inline bool isLevel2User(const QString &market) {
+    return CSingletonT<CConfigService>::instance().isLevel2User(market);
 }
 
 struct CAppConfig {

@@ -23,4 +23,11 @@ public:
     virtual QString getHStockByAStock(const QString &key) = 0;
 };
 
+/// The counterpart of a share listed in two markets, whichever of the two it is; empty when there is none.
+inline QString getPairedStock(const QString &key) {
+    CSectorManager &sectors = CSingletonT<CSectorManager>::instance();
+    const QString inHongKong = sectors.getHStockByAStock(key);
+    return inHongKong.isEmpty() ? sectors.getAStockByHStock(key) : inHongKong;
+}
+
 } // namespace TC

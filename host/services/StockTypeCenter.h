@@ -37,3 +37,7 @@ inline std::string getStockConvertibleBond(const std::string &market, const std:
 }
 
 } // namespace TC
+
+namespace se {
+using TC::isIndexEx;
+} // namespace se

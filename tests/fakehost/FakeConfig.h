@@ -22,12 +22,14 @@ class FakeUserConfig : public TC::CUserConfig {
 public:
     bool isBoardNewRules() const override { return mBoardNewRules; }
     bool hasFormulaEditorAuth() const override { return mEditorAuth; }
+    bool hasPermissionShowModel() const override { return mShowModel; }
     int subIndexRefresh() const override { return mSubIndexRefresh; }
     bool quickCancel() const override { return mQuickCancel; }
     QString tableConfig(int tableId) const override { return mTables.value(tableId); }
     void setTableConfig(int tableId, const QString &text) override { mTables[tableId] = text; }
     bool mBoardNewRules = false;
     bool mEditorAuth = false;
+    bool mShowModel = true;
     int mSubIndexRefresh = 0;
     bool mQuickCancel = false;
     QMap<int, QString> mTables; ///< layouts by table id
@@ -41,6 +43,8 @@ public:
     bool isClientType(TC::EClientType type) override { return mClientType && *mClientType == type; }
     TC::UserConfigInterface &indexUserConfig() override { return *this; }
     bool hideModel() override { return mHideModel; }
+    bool isBrokerQuoteMode() override { return mBrokerQuotes; }
+    bool isLevel2User(const QString &market) override { return mLevel2Markets.contains(market); }
     TC::UserConfigRecord read() const override { return mRecord; }
     void write(const TC::UserConfigRecord &record) override { mRecord = record; }
 
@@ -49,6 +53,8 @@ public:
     bool mHasConfig = true;
     bool mHasUserConfig = true;
     bool mHideModel = false;
+    bool mBrokerQuotes = false;
+    QSet<QString> mLevel2Markets;
     std::optional<TC::EClientType> mClientType;
     TC::UserConfigRecord mRecord;
 };

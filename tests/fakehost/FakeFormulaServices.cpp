@@ -83,9 +83,14 @@ void FakeFormulaManager::suppleDataFromServer(const QString &name, TC::CHistoryD
     mOnProgress = onProgress;
 }
 
-bool FakeFormulaManager::groupRunProgress(const std::string &requestId, bson::BSONObj &) {
+bool FakeFormulaManager::groupRunProgress(const std::string &requestId, bson::BSONObj &progress) {
     mLog.add(QStringLiteral("CFormulaManager::groupRunProgress %1").arg(QString::fromStdString(requestId)));
-    return false;
+    const auto found = mProgress.find(requestId);
+    if (found == mProgress.end()) {
+        return false;
+    }
+    progress = found->second;
+    return true;
 }
 
 TC::CFormulaDetailPtr FakeFormulaOperateManager::add(const QString &name, int type) {

@@ -14,7 +14,9 @@
 #include <QMap>
 #include <boost/make_shared.hpp>
 
+#include <map>
 #include <mutex>
+#include <string>
 
 namespace fakehost {
 
@@ -102,6 +104,7 @@ public:
     TC::CHistoryDataParam mLastHistory; ///< what the last download asked for
     TC::SuppleProgressCallback mOnProgress;
     QString mHideVar;
+    std::map<std::string, bson::BSONObj> mProgress; ///< of group models, by request id
 
 private:
     CallLog &mLog;

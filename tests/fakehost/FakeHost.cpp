@@ -21,6 +21,8 @@ FakeHost::FakeHost() {
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(&mEnhance);
     TC::CSingletonT<TC::CSmartKeyManager>::install(&mSmartKeys);
     TC::CSingletonT<TC::CIndexTemplateManager>::install(&mTemplates);
+    TC::CSingletonT<TC::CSelfStockManager>::install(&mSelfStocks);
+    TC::CSingletonT<TC::CIndexMainWindowHelper>::install(&mMainWindow);
 }
 
 FakeHost::~FakeHost() {
@@ -45,6 +47,8 @@ FakeHost::~FakeHost() {
     TC::CSingletonT<TC::CEnhanceDrawManager>::install(nullptr);
     TC::CSingletonT<TC::CSmartKeyManager>::install(nullptr);
     TC::CSingletonT<TC::CIndexTemplateManager>::install(nullptr);
+    TC::CSingletonT<TC::CSelfStockManager>::install(nullptr);
+    TC::CSingletonT<TC::CIndexMainWindowHelper>::install(nullptr);
 }
 
 } // namespace fakehost

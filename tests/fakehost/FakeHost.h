@@ -39,6 +39,8 @@ public:
     FakeEnhanceDrawManager mEnhance{mLog};
     FakeSmartKeyManager mSmartKeys;
     FakeIndexTemplateManager mTemplates;
+    FakeSelfStockManager mSelfStocks;
+    FakeIndexMainWindowHelper mMainWindow{mLog};
 };
 
 } // namespace fakehost

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "host/services/CIndexMainWindowHelper.h"
 #include "host/services/CIndexTemplateManager.h"
+#include "host/services/CSelfStockManager.h"
 #include "host/services/CSmartKeyManager.h"
+#include "tests/fakehost/CallLog.h"
+
+#include <QMap>
 
 #include <QStringList>
 
@@ -50,6 +55,49 @@ public:
 
     QVector<QString> mIndexes{QStringLiteral("KDJ"), QStringLiteral("MACD"), QStringLiteral("VOL")};
     QVector<TC::CIndexTemplate> mTemplates;
+};
+
+/// Lists in memory, in the order in which they were made.
+class FakeSelfStockManager : public TC::CSelfStockManager {
+public:
+    QVector<QString> groups() override { return mGroups; }
+    QVector<QString> stocks(const QString &group) override { return mStocks.value(group); }
+    QString addStocks(const QString &group, const QVector<QString> &keys) override {
+        if (mRefusal.isEmpty()) {
+            if (!mGroups.contains(group)) {
+                mGroups.append(group);
+            }
+            mStocks[group] += keys;
+        }
+        return mRefusal;
+    }
+    QString removeStocks(const QString &group, const QVector<QString> &keys) override {
+        for (const QString &key : keys) {
+            mStocks[group].removeAll(key);
+        }
+        return mRefusal;
+    }
+
+    QVector<QString> mGroups{QStringLiteral("自选股")};
+    QMap<QString, QVector<QString>> mStocks; ///< by list
+    QString mRefusal; ///< what a change is answered with
+};
+
+class FakeIndexMainWindowHelper : public TC::CIndexMainWindowHelper {
+public:
+    explicit FakeIndexMainWindowHelper(CallLog &log) : mLog(log) {}
+    void instrumentChanged(const QString &key) override {
+        mLog.add(QStringLiteral("CIndexMainWindowHelper::instrumentChanged %1").arg(key));
+    }
+    void showContrast(const QString &key) override {
+        mLog.add(QStringLiteral("CIndexMainWindowHelper::showContrast %1").arg(key));
+    }
+    void exportFormula(const QString &name) override {
+        mLog.add(QStringLiteral("CIndexMainWindowHelper::exportFormula %1").arg(name));
+    }
+
+private:
+    CallLog &mLog;
 };
 
 } // namespace fakehost

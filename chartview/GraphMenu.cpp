@@ -1,0 +1,312 @@
+#include "chartview/GraphMenu.h"
+
+#include "chartdata/CRealtimeData.h"
+#include "chartdata/LinkageScope.h"
+#include "chartview/CRealtimeGraphWidget.h"
+#include "chartview/FormulaMenu.h"
+#include "host/services/CConfigService.h"
+#include "host/services/CFormulaOperateManager.h"
+#include "host/services/CLinkageManager.h"
+#include "host/services/CSectorManager.h"
+#include "host/services/CStockManager.h"
+#include "host/services/StockTypeCenter.h"
+#include "host/toolkit/CParameterAction.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace TC {
+namespace {
+
+using Graph = CRealtimeGraphWidget;
+using kvservice::StockTypeCenter;
+
+constexpr int kAttachedToChart = 1; ///< type of a formula
+constexpr int kConvertibleOverlay = 1; ///< bit of mAddStockFlags
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("TC::GraphMenu", text);
+}
+
+bool isTradingClient() {
+    return CAppConfig::isClientType(EClientType::Trading);
+}
+
+QAction *checked(QAction *action, bool on) {
+    action->setCheckable(true);
+    action->setChecked(on);
+    return action;
+}
+
+/// Text of a region from one index to another, as hosts and statistics read it.
+QString regionText(const CRealtimeUiParam &uiParam, int start, int end) {
+    return QStringLiteral("%1,%2,%3")
+        .arg(end)
+        .arg(uiParam.getDateTimeByIndex(start).toTime_t())
+        .arg(uiParam.getDateTimeByIndex(end).toTime_t());
+}
+
+/// Puts the progress of every run of a group model on the clipboard, one document a line.
+void copyRunProgress(const CRealtimeData &source) {
+    QStringList texts;
+    for (const QString &id : source.reqIds()) {
+        bson::BSONObj progress;
+        corvane::getGroupRunProgress2(id.toStdString(), progress);
+        texts.append(QString::fromStdString(progress.jsonString()));
+    }
+    QGuiApplication::clipboard()->setText(texts.join(QLatin1Char('\n')));
+}
+
+} // namespace
+
+QAction *GraphMenu::add(QMenu &menu, const QString &text, Slot slot) const {
+    QAction *action = menu.addAction(text);
+    QObject::connect(action, &QAction::triggered, &mSubject.graph, slot);
+    return action;
+}
+
+QAction *GraphMenu::add(QMenu &menu, const QString &text, CheckedSlot slot) const {
+    QAction *action = menu.addAction(text);
+    QObject::connect(action, &QAction::triggered, &mSubject.graph, slot);
+    return action;
+}
+
+void GraphMenu::addPaired(QMenu &menu, bool hasCounterpart) const {
+    if (hasCounterpart) {
+        add(menu, tr("AH股叠加"), &Graph::slotOverlayAHStock);
+        add(menu, tr("取消AH股叠加"), &Graph::slotDelAllStock);
+        return;
+    }
+    QMenu *sectors = menu.addMenu(tr("叠加板块指数"));
+    add(*sectors, tr("取消叠加品种"), &Graph::slotDelAllStock);
+    addSectorLevels(*sectors, false);
+}
+
+/// The classification levels whose sector index can be overlaid.
+void GraphMenu::addSectorLevels(QMenu &menu, bool checkable) const {
+    const QString texts[] = {tr("申万一级"), tr("申万二级"), tr("申万三级")};
+    int level = 0;
+    for (const QString &text : texts) {
+        QAction *action = add(menu, text, &Graph::slotAddBkzsCode);
+        action->setData(++level);
+        if (checkable) {
+            checked(action, mSubject.uiParam.mAddSwBkzsLevel == level);
+        }
+    }
+}
+
+void GraphMenu::addMain(QMenu &menu) const {
+    if (mSubject.replay) {
+        add(menu, tr("显示行情回放控制面板"), &Graph::slotShowControlDialog);
+        menu.addSeparator();
+    }
+    add(menu, tr("添加指标"), &Graph::slotAddIndexWidget);
+    if (mSubject.data.getMainGraph() != QLatin1String("REALTIMEVOL")) {
+        add(menu, tr("恢复主图"), &Graph::slotRestoreGraph);
+    }
+    addOverlays(menu);
+    addShownFormulas(menu);
+    if (!isTradingClient()) {
+        menu.addSeparator();
+        add(menu, tr("所属板块分析"), &Graph::slotContrastSector);
+    }
+    if (hasFixedPriceDeal()) {
+        menu.addSeparator();
+        add(menu, tr("显示盘后固定价格成交"), &Graph::slotShowAfterTradeFixedPriceDeal);
+    }
+    menu.addSeparator();
+    addInstruments(menu);
+    const CUserConfig *user = getUserConfig();
+    if (user && user->hasFormulaEditorAuth()) {
+        addEditing(menu);
+    }
+    addSwitches(menu);
+}
+
+/// Every formula of the catalogue that can stand over the chart.
+void GraphMenu::addOverlays(QMenu &menu) const {
+    const FormulaMenu formulas(
+        mSubject.displayType, [this](const QString &name) { return mSubject.graph.findIndex(name); },
+        [this](QAction *action) {
+            QObject::connect(action, &QAction::triggered, &mSubject.graph, &Graph::slotAddIndex);
+        });
+    if (QMenu *overlays = formulas.makeOverlayMenu(&menu)) {
+        menu.addSeparator();
+        menu.addMenu(overlays);
+    }
+}
+
+/// The formulas that stand over the chart, to be taken off.
+void GraphMenu::addShownFormulas(QMenu &menu) const {
+    QMenu *shown = nullptr;
+    for (const QString &name : mSubject.data.getFormulas()) {
+        const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+        if (mSubject.uiParam.isMainFormula(name) || !formula || formula->mType != kAttachedToChart) {
+            continue;
+        }
+        shown = shown ? shown : menu.addMenu(tr("取消叠加指标"));
+        checked(add(*shown, formula->mName, &Graph::slotDelIndex), true);
+    }
+}
+
+bool GraphMenu::hasFixedPriceDeal() const {
+    if (mSubject.uiParam.mViewType != EIndexViewType::Template || mSubject.replay || isBrokerQuoteMode()) {
+        return false;
+    }
+    const CInstrumentDetailPtr detail =
+        CSingletonT<CStockManager>::instance().getInstrumentDetail(mSubject.stock);
+    const CUserConfig *user = getUserConfig();
+    return detail &&
+           (StockTypeCenter::isTypedStock(277, "SH", detail->mCode) ||
+            (user && user->isBoardNewRules() && StockTypeCenter::isTypedStock(10006, "SZ", detail->mCode)));
+}
+
+/// Whether the instrument has a convertible bond, or is one, as far as its type tells.
+bool GraphMenu::isConvertible() const {
+    const CInstrumentDetailPtr detail = mSubject.uiParam.getStockDetail();
+    const auto isOfType = [&detail](int type) {
+        return StockTypeCenter::isTypedStock(type, getDetailMarket(detail), getDetailCode(detail));
+    };
+    return isOfType(100001) || isOfType(135) || isOfType(10019);
+}
+
+void GraphMenu::addInstruments(QMenu &menu) const {
+    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    if (!uiParam.mCanOverlaySector) {
+        addSectorLevels(*menu.addMenu(tr("叠加板块指数")), true);
+        if (isConvertible()) {
+            checked(add(menu, tr("自动叠加转债正股品种"), &Graph::slotAddConvertibleCode),
+                    (uiParam.mAddStockFlags & kConvertibleOverlay) != 0);
+        }
+    }
+    add(menu, tr("叠加品种"), &Graph::slotOverlayStock);
+    add(menu, tr("叠加无坐标品种"), &Graph::slotOverlayNoAxisStock);
+    add(menu, tr("取消叠加品种"), &Graph::slotDelAllStock);
+}
+
+void GraphMenu::addEditing(QMenu &menu) const {
+    menu.addSeparator();
+    add(menu, tr("修改指标参数"), &Graph::slotModifyModelParam);
+    add(menu, tr("编辑指标"), &Graph::slotEditFormula);
+}
+
+void GraphMenu::addSwitches(QMenu &menu) const {
+    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
+    checked(add(menu, tr("显示成交量"), &Graph::slotShowVolume), uiParam.mShowVolume);
+    checked(add(menu, tr("显示渐变色"), &Graph::slotShowGradient), settings.mShowGradient != 0);
+    if (uiParam.mCanOverlaySector) {
+        checked(add(menu, tr("叠加板块指数"), &Graph::slotOverlaySector), settings.mOverlaySector);
+    }
+    QObject::connect(menu.addAction(tr("加入自选股")), &QAction::triggered, &mSubject.graph,
+                     &Graph::slotAddSelfStock);
+    if (uiParam.mPanelInfo) {
+        checked(add(menu, tr("自动切换周期"), &Graph::slotAutoChangePeriod),
+                uiParam.mPanelInfo->mAutoChangePeriod);
+    }
+}
+
+void GraphMenu::addRegion(QMenu &menu, int left, int right) const {
+    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    const int start = uiParam.getIndexByXAxis(left);
+    const QString text = regionText(uiParam, start, uiParam.getIndexByXAxis(right));
+    const auto addEntry = [&](const QString &caption, const QString &parameter, auto slot) {
+        auto *action = new GZ::CParameterAction(caption, start, parameter, &menu);
+        QObject::connect(action, &GZ::CParameterAction::triggered, &mSubject.graph, slot);
+        menu.addAction(action);
+    };
+    addEntry(tr("时段统计"), text, &Graph::slotStatistic);
+    if (mSubject.replay) {
+        addEntry(tr("生成千档区域范围"), text, &Graph::slotSetReplayTimeRegin);
+    } else {
+        addEntry(tr("显示行情回放界面"), text + QLatin1Char(',') + uiParam.getStock(),
+                 &Graph::slotSetReplayTimeRegin);
+    }
+}
+
+void GraphMenu::addSub(QMenu &menu) const {
+    const CInstrumentDetailPtr detail = mSubject.uiParam.getStockDetail();
+    add(menu, tr("添加指标"), &Graph::slotAddIndexWidget);
+    if (QMenu *formulas = makeReplaceMenu(&menu)) {
+        menu.addSeparator();
+        menu.addMenu(formulas);
+    }
+    const CUserConfig *user = getUserConfig();
+    if (user && user->hasFormulaEditorAuth()) {
+        addEditing(menu);
+    }
+    if (mSubject.data.hasGroupModelIndex() && se::isIndexEx(getDetailMarket(detail), getDetailCode(detail))) {
+        menu.addSeparator();
+        add(menu, tr("刷新"), &Graph::slotRefresh);
+    }
+    menu.addSeparator();
+    add(menu, tr("关闭指标"), &Graph::slotCloseFormula);
+    add(menu, tr("复制"), &Graph::slotCopy);
+    QObject::connect(menu.addAction(tr("复制运行进度")), &QAction::triggered, &mSubject.graph,
+                     [source = &mSubject.data] { copyRunProgress(*source); });
+}
+
+QMenu *GraphMenu::makeReplaceMenu(QWidget *parent) const {
+    const FormulaMenu formulas(
+        mSubject.displayType, [this](const QString &name) { return mSubject.graph.findIndex(name); },
+        [this](QAction *action) {
+            QObject::connect(action, &QAction::triggered, &mSubject.graph, &Graph::slotUpdateIndex);
+        });
+    return formulas.makeReplaceMenu(parent, getDetailQsMarket(mSubject.uiParam.getStockDetail()));
+}
+
+void GraphMenu::addExport(QMenu &menu) const {
+    if (!isTradingClient() && !mSubject.data.getFormulas().isEmpty() && !ConfigCollector::getHideModel()) {
+        add(menu, tr("导出公式"), &Graph::slotExportFormula);
+    }
+}
+
+GraphMenuAccounts GraphMenu::addClosing(QMenu &menu) const {
+    if (mSubject.createNewWork && !isTradingClient()) {
+        add(menu, tr("新建工作组"), &Graph::slotCreateNewWork);
+    }
+    GraphMenuAccounts accounts;
+    if (CSingletonT<CLinkageManager>::instance().isEnabled()) {
+        accounts = addAccounts(*menu.addMenu(tr("显示交易数据")));
+    }
+    const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
+    checked(add(menu, mSubject.uiParam.getApplyMainFormula(), &Graph::slotAddVWAPFormula), settings.mShowVwap);
+    checked(add(menu, tr("过滤重复股票"), &Graph::slotFilterStock), settings.mFilterStock != 0);
+    if (mSubject.history && !getPairedStock(mSubject.stock).isEmpty()) {
+        menu.addSeparator();
+        add(menu, tr("AH股叠加"), &Graph::slotOverlayAHStock);
+    }
+    menu.addSeparator();
+    add(menu, tr("复制请求信息"), &Graph::slotCopyRequestInfo);
+    add(menu, tr("下载数据"), &Graph::slotDownloadDatas);
+    return accounts;
+}
+
+GraphMenuAccounts GraphMenu::addAccounts(QMenu &menu) const {
+    const bool futures = isFuturesMarket(getDetailQsMarket(mSubject.uiParam.getStockDetail()));
+    const QList<QString> &shown = futures ? mSubject.uiParam.mFutureAccounts : mSubject.uiParam.mStockAccounts;
+    QAction *all = add(menu, tr("全选"), &Graph::slotSelectAllAccount);
+    menu.addSeparator();
+    GraphMenuAccounts accounts;
+    for (const std::string &id : CSingletonT<CLinkageManager>::instance().getAccountIds(
+             futures ? CLinkageManager::kFutureAccounts : CLinkageManager::kStockAccounts)) {
+        const QString account = QString::fromStdString(id);
+        accounts.actions.append(
+            checked(add(menu, account, &Graph::slotSelectShowAccount), shown.contains(account)));
+    }
+    accounts.allShown = std::all_of(accounts.actions.begin(), accounts.actions.end(),
+                                    [](const QAction *action) { return action->isChecked(); });
+    checked(all, accounts.allShown);
+    if (!isTradingClient()) {
+        menu.addSeparator();
+        add(menu, tr("显示详细交易数据"), &Graph::slotShowLinkageData);
+    }
+    return accounts;
+}
+
+} // namespace TC
