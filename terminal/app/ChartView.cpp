@@ -1,6 +1,7 @@
 #include "terminal/app/ChartView.h"
 
 #include "chartdata/CRealtimeData.h"
+#include "chartdata/LinkageScope.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
@@ -19,7 +20,14 @@
 namespace terminal {
 namespace {
 
-constexpr int kLastValueChanged = 3072; ///< event of a chart's data
+/// Events of a chart.
+enum EEvent : int {
+    eLastValueChanged = 3072,
+    eFilterChanged = 3262,
+    eDownloadAsked = 3265,
+    eReplayControlAsked = 3267,
+    eReplayAsked = 3268,
+};
 const QString kPortfolioMarket = QStringLiteral("TZZH");
 constexpr int kAccountsShown = 2; ///< bits of mLinkageFlags
 constexpr int kSelectedDataShown = 4;
@@ -48,6 +56,15 @@ QList<QString> accountsOf(int type) {
     return names;
 }
 
+/// The account whose trades the formula of trades goes by: the first one for the instrument's kind.
+QString accountOf(const QString &key) {
+    const TC::CInstrumentDetailPtr detail =
+        TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail(key);
+    return accountsOf(TC::isFuturesMarket(TC::getDetailQsMarket(detail)) ? TC::CLinkageManager::kFutureAccounts
+                                                                         : TC::CLinkageManager::kStockAccounts)
+        .value(0);
+}
+
 } // namespace
 
 ChartView::ChartView(QWidget *parent)
@@ -57,6 +74,7 @@ ChartView::ChartView(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(mMain);
+    mMain->setCreateNewWorkShow(false); // there is one window
     connect(new TradeWatch(this), &TradeWatch::changed, this, &ChartView::onTradesChanged);
 }
 
@@ -75,6 +93,7 @@ bool ChartView::show(const QString &key, const QDate &day) {
     }
     // A portfolio is set by its number.
     const bool isPortfolio = TC::CSingletonT<TC::CStockManager>::instance().isPortfolio(key);
+    mMain->setFormulaAccount(accountOf(key));
     mMain->setStock(isPortfolio ? key.mid(kPortfolioMarket.size()) : key, false);
     mMain->beHistory(day.isValid());
     mMain->request(false);
@@ -120,6 +139,17 @@ void ChartView::showTrades(bool shown) {
     param.mLinkageFlags = any ? param.mLinkageFlags | kAccountsShown : param.mLinkageFlags & ~kAccountsShown;
     mMain->getRealTimeWidget()->updateView();
     mMain->getRealTimeWidget()->update();
+}
+
+bool ChartView::areTradesShown() const {
+    return (uiParam()->mLinkageFlags & kAccountsShown) != 0;
+}
+
+void ChartView::setReplay(bool replay) {
+    mReplay = replay;
+    mMain->unrequest();
+    mMain->beReplay(replay);
+    reload();
 }
 
 void ChartView::onTradesChanged(const QSet<QString> &instruments) {
@@ -184,11 +214,25 @@ boost::shared_ptr<TC::CRealtimeData> ChartView::data() const {
 }
 
 bool ChartView::handleEvent(int event, int first, int second, QString text, void *payload) {
-    if (event == kLastValueChanged) {
+    switch (event) {
+    case eLastValueChanged:
         emit changed();
         return true;
+    case eFilterChanged:
+        emit filterChanged(second != 0);
+        return true;
+    case eDownloadAsked:
+        emit downloadAsked();
+        return true;
+    case eReplayControlAsked:
+        emit replayControlAsked();
+        return true;
+    case eReplayAsked:
+        emit replayAsked(first, second);
+        return true;
+    default:
+        return CBaseWidget::handleEvent(event, first, second, text, payload);
     }
-    return CBaseWidget::handleEvent(event, first, second, text, payload);
 }
 
 void ChartView::onUiResourceChanged() {

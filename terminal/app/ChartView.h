@@ -41,6 +41,11 @@ public:
 
     /// Shows the trades of all accounts that the trade service has, or of none.
     void showTrades(bool shown);
+    /// Whether trades of accounts are shown.
+    bool areTradesShown() const;
+    /// Asks for everything anew, from the replay service or from the market again.
+    void setReplay(bool replay);
+    bool isReplay() const { return mReplay; }
     /// Number of formula panes under the chart, 0 to 9; those added have the default formulas.
     void setFormulaPanes(int count);
     int formulaPanes() const;
@@ -64,6 +69,12 @@ public:
 signals:
     /// The last value of the chart has changed.
     void changed();
+    /// The history of the chart's instrument is wanted.
+    void downloadAsked();
+    /// The replay service has a range: seconds since the epoch.
+    void replayAsked(qint64 start, qint64 end);
+    void replayControlAsked();
+    void filterChanged(bool on);
 
 private:
     /// Repaints the trades when they are those of an instrument shown.
@@ -74,6 +85,7 @@ private:
     TC::CRealtimeMainWidget *mMain;
     QString mInstrument;
     QDate mPastDay; ///< null for the running day
+    bool mReplay = false;
 };
 
 } // namespace terminal

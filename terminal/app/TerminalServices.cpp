@@ -1,5 +1,6 @@
 #include "terminal/app/TerminalServices.h"
 
+#include "host/toolkit/PriceDecimals.h"
 #include "terminal/formula/HostFormulaInputs.h"
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
@@ -15,6 +16,7 @@
 namespace terminal {
 namespace {
 
+constexpr int kFinestLevel = 3; ///< of sectors
 constexpr qint64 kHour = 3600 * 1000LL;
 constexpr int kFormulaWorkers = 3; ///< so that a slow formula leaves most others going
 constexpr qint64 kShareDay =
@@ -78,7 +80,8 @@ struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
         : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
           trade(*s.mTrade), files(s.mFiles), enhance(s.mEnhance), smartKeys(s.mSmartKeys),
-          templates(s.mTemplates), formulas(*s.mFormulas), replay(*s.mReplay) {}
+          templates(s.mTemplates), selfStocks(s.mSelfStocks), windowRequests(s.mWindowRequests),
+          formulas(*s.mFormulas), replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
     Installation<se::IdGenerator> ids;
@@ -90,6 +93,8 @@ struct TerminalServices::Installations {
     Installation<TC::CEnhanceDrawManager> enhance;
     Installation<TC::CSmartKeyManager> smartKeys;
     Installation<TC::CIndexTemplateManager> templates;
+    Installation<TC::CSelfStockManager> selfStocks;
+    Installation<TC::CIndexMainWindowHelper> windowRequests;
     Installation<TC::CFormulaManager> formulas;
     Installation<TC::CReplayManager> replay;
 };
@@ -202,6 +207,39 @@ const Instrument *TerminalServices::dayInstrumentOf(const Catalogue &catalogue, 
 
 TC::CInstrumentDetailPtr TerminalServices::detailOf(const QString &key) const {
     return TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail(key);
+}
+
+InstrumentQuote TerminalServices::quoteOf(const QString &key) {
+    InstrumentQuote quote;
+    const QDate day = runningDayOf(key);
+    if (!day.isValid()) {
+        return quote;
+    }
+    const TC::CInstrumentDetailPtr detail = detailOf(key);
+    TC::CIndexDetail *index = TC::CSingletonT<TC::CIndexManager>::instance().getIndex(key);
+    quote.lastClose =
+        index ? index->mBaseValue
+              : TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose(key, dayOf(day));
+    if (!(quote.lastClose < TC::kUnsetValue)) {
+        quote.lastClose = 0.0;
+    }
+    const MinuteBars bars = mFeed->dayBars(key, dayOf(day));
+    quote.price = bars.empty() ? quote.lastClose : bars.back().price;
+    quote.decimals = detail ? qMax(2, TC::decimals(TC::getDetailPriceTick(detail))) : 2;
+    return quote;
+}
+
+QVector<QuoteList> TerminalServices::sectorsOf(const QString &key) const {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    QVector<QuoteList> found;
+    for (int level = 1; level <= kFinestLevel; ++level) {
+        for (const Sector &sector : catalogue->sectors) {
+            if (sector.level == level && (sector.members.contains(key) || sector.indexKey == key)) {
+                found.append({QObject::tr("申万%1级 %2").arg(level).arg(sector.name), sector.members});
+            }
+        }
+    }
+    return found;
 }
 
 QVector<QDate> TerminalServices::daysOf(const QString &key) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "terminal/app/InstrumentSearch.h"
+#include "terminal/app/QuoteList.h"
 #include "terminal/app/SmartKeyService.h"
+#include "terminal/app/WindowRequests.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/config/IndexTemplateService.h"
 #include "terminal/files/FileClient.h"
@@ -17,6 +19,7 @@
 #include "terminal/market/SimulatedClock.h"
 #include "terminal/market/SimulatedExchange.h"
 #include "terminal/market/SimulatedHistory.h"
+#include "terminal/market/StoreSelfStocks.h"
 #include "terminal/replay/ReplayService.h"
 #include "terminal/trade/EnhanceDrawService.h"
 #include "terminal/trade/StrategyService.h"
@@ -72,6 +75,9 @@ public:
     TradeService &trade() { return *mTrade; }
     FileClient &files() { return mFiles; }
     FormulaCatalogue &catalogue() { return mCatalogue; }
+    ReplayService &replay() { return *mReplay; }
+    StoreSelfStocks &selfStocks() { return mSelfStocks; }
+    WindowRequests &windowRequests() { return mWindowRequests; }
 
     /// All that a chart can show, to search in.
     InstrumentSearch search() const;
@@ -81,6 +87,10 @@ public:
     QString nameOf(const QString &key) const;
     /// The record of an instrument, or null.
     TC::CInstrumentDetailPtr detailOf(const QString &key) const;
+    /// Of the running day; before its first trade the close of the day before stands for the price.
+    InstrumentQuote quoteOf(const QString &key);
+    /// The sectors that an instrument belongs to, or is the index of, from the coarsest to the finest.
+    QVector<QuoteList> sectorsOf(const QString &key) const;
     /// Trading days of an instrument that can be shown, the newest first: those stored and the running one.
     QVector<QDate> daysOf(const QString &key);
     /// The running trading day of an instrument; null for an unknown one.
@@ -111,6 +121,8 @@ private:
     EnhanceDrawService mEnhance;
     SmartKeyService mSmartKeys;
     IndexTemplateService mTemplates{mConfig, mCatalogue};
+    StoreSelfStocks mSelfStocks{mStore};
+    WindowRequests mWindowRequests;
     std::unique_ptr<FormulaService> mFormulas;
     std::unique_ptr<ReplayService> mReplay;
     struct Installations;

@@ -62,6 +62,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     connectControls();
     connectFormulas();
+    connectMenu();
     applyTheme();
     refreshSearch();
     setFormulasShown(false);
@@ -74,6 +75,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
 
 TerminalWindow::~TerminalWindow() {
     mServices.formulas().setDownloadListener({});
+    mServices.selfStocks().setChangeListener({});
     TC::CModifyModelParamDialog::setChangedFunction({});
     TC::CFormulaEditorManager::setApplyFunction({});
 }
@@ -120,6 +122,7 @@ void TerminalWindow::buildControls(QWidget *row) {
     }
     mTrades = button(tr("交易"), "trades", true);
     mFormulasShown = button(tr("指标"), "formulas", true);
+    connect(button(tr("自选"), "self_stocks"), &QPushButton::clicked, this, &TerminalWindow::showSelfStocks);
     mPause = button(tr("暂停"), "pause", true);
     mPace = box("pace");
     for (const int pace : {1, 10, 60, 300, 600}) {
@@ -183,6 +186,7 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     }
     // The running day is shown live; where the exchange does not run the instrument, its newest stored one.
     const bool live = known.contains(running) && (!day.isValid() || day == running);
+    endReplay();
     mServices.historyCache().clear();
     mView->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
     mRunningDay = running;
@@ -256,6 +260,14 @@ void TerminalWindow::setTradesShown(bool shown) {
 void TerminalWindow::setFormulaPanes(int count) {
     count = qBound(0, count, kMostPanes);
     mView->setFormulaPanes(count);
+    setPanesShown(count);
+}
+
+/// Shows and keeps a number of formula panes that the chart has already; the menus may make more than the box offers.
+void TerminalWindow::setPanesShown(int count) {
+    for (int missing = mPanes->count(); missing <= count; ++missing) {
+        mPanes->addItem(tr("%1 个副图").arg(missing), missing);
+    }
     mPanes->setCurrentIndex(mPanes->findData(count));
     mServices.config().setValue(kPanesField, QString::number(count));
 }
@@ -325,6 +337,7 @@ void TerminalWindow::onImported(const QString &key, const QDate &day, const QStr
 
 void TerminalWindow::onSecond() {
     tellMessages();
+    refreshControls();
     mClock->setText(
         tr("市场时间 %1")
             .arg(mServices.clock().currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));

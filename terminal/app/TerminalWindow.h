@@ -23,6 +23,8 @@ class ChartView;
 class FormulaPanel;
 class ImportDialog;
 class MessagePanel;
+class QuoteListDialog;
+class ReplayPanel;
 
 /// The terminal's window: the chart of one instrument, the controls over it, the formulas beside it and the status line
 /// beneath, with the messages of formulas and models over it when there are any.
@@ -30,7 +32,7 @@ class MessagePanel;
 /// Typing anywhere opens the smart keyboard. The arrows, Home and End walk the cross line, up and down show fewer and
 /// more days, Escape takes the cross line away. Page up and page down go to the trading day before and after, space
 /// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+D downloads history, Ctrl+T changes the theme,
-/// Ctrl+I shows the formulas, Ctrl+H the variables of the selected formula pane at the cross line.
+/// Ctrl+I shows the formulas, Ctrl+L the user's own lists of instruments, Ctrl+H the variables of the selected formula pane at the cross line.
 class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -68,6 +70,16 @@ public:
     void openSmartKeyboard(const QString &text = {});
     QString status() const;
 
+    /// Lists the sectors of an instrument with the changes of their members.
+    void showSector(const QString &key);
+    /// Lists the user's own instruments.
+    void showSelfStocks();
+    /// Plays the chart again, between two times in seconds since the epoch.
+    void startReplay(qint64 start, qint64 end);
+    void endReplay();
+    /// Writes the text of a formula to a file; the status line tells how that went.
+    void exportFormula(const QString &formula, const QString &path);
+
     void onUiResourceChanged() override;
 
 protected:
@@ -80,6 +92,12 @@ private:
     void colorButtons();
     void connectControls();
     void connectFormulas();
+    void connectMenu();
+    QuoteListDialog *makeList(const char *name, const QString &title);
+    void refreshSelfStocks();
+    void askExport(const QString &formula);
+    void refreshControls();
+    void setPanesShown(int count);
     void refreshSearch();
     void refreshDays();
     void refreshTitle();
@@ -113,6 +131,9 @@ private:
     QLabel *mStatus = nullptr;
     QLabel *mClock = nullptr;
     QPointer<ImportDialog> mImportDialog;
+    QuoteListDialog *mSector = nullptr; ///< made on first use
+    QuoteListDialog *mSelfStocks = nullptr;
+    ReplayPanel *mReplayPanel = nullptr;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
     int mMessagesTold = 0;

@@ -180,6 +180,9 @@ bool TerminalWindow::handleCommandKey(int key) {
     case Qt::Key_T:
         mTheme->click();
         return true;
+    case Qt::Key_L:
+        showSelfStocks();
+        return true;
     case Qt::Key_I:
         setFormulasShown(!mFormulas->isVisible());
         return true;

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
 
@@ -40,6 +41,11 @@ ConfigService::ConfigService(QString path) : mPath(std::move(path)) {
 
 bool ConfigService::hideModel() {
     return flag("hideModel", false);
+}
+
+bool ConfigService::isLevel2User(const QString &market) {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mFields.value(QStringLiteral("level2")).toArray().contains(market);
 }
 
 QString ConfigService::value(const QString &name, const QString &fallback) const {

@@ -27,6 +27,9 @@ public:
     bool isClientType(TC::EClientType type) override { return type == TC::EClientType::Standard; }
     TC::UserConfigInterface &indexUserConfig() override { return *this; }
     bool hideModel() override;
+    bool isBrokerQuoteMode() override { return false; }
+    /// Markets are listed in the field "level2".
+    bool isLevel2User(const QString &market) override;
 
     /// A value of the terminal's own, as the theme chosen last; `fallback` when there is none.
     QString value(const QString &name, const QString &fallback = {}) const;
@@ -62,6 +65,7 @@ private:
         explicit User(ConfigService &service) : mService(service) {}
         bool isBoardNewRules() const override { return mService.flag("boardNewRules", true); }
         bool hasFormulaEditorAuth() const override { return mService.flag("formulaEditor", true); }
+        bool hasPermissionShowModel() const override { return mService.flag("showModels", true); }
         int subIndexRefresh() const override { return mService.number("subIndexRefresh", 0); }
         bool quickCancel() const override { return mService.flag("quickCancel", false); }
         QString tableConfig(int tableId) const override;

@@ -136,6 +136,14 @@ const QVector<QStringList> &migrations() {
             QStringLiteral("CREATE TABLE trade_cancels (task INTEGER PRIMARY KEY, day INTEGER NOT NULL, "
                            "time INTEGER NOT NULL, text TEXT NOT NULL)"),
         },
+        {
+            // Lists are shown in the order in which they were made, their instruments in that in which they came.
+            QStringLiteral("CREATE TABLE self_stock_lists (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE)"),
+            QStringLiteral("CREATE TABLE self_stocks (id INTEGER PRIMARY KEY, "
+                           "list INTEGER NOT NULL REFERENCES self_stock_lists (id) ON DELETE CASCADE, "
+                           "key TEXT NOT NULL, UNIQUE (list, key))"),
+            QStringLiteral("INSERT INTO self_stock_lists (name) VALUES ('自选股')"),
+        },
     };
     return steps;
 }

@@ -5,6 +5,13 @@
 namespace terminal {
 namespace {
 
+constexpr int kMainlandShare = 100001; ///< type number
+
+bool isMainlandShare(const Instrument &instrument) {
+    return instrument.kind == InstrumentKind::Stock &&
+           (instrument.market == QLatin1String("SH") || instrument.market == QLatin1String("SZ"));
+}
+
 QString keyOf(const std::string &market, const std::string &code) {
     return QString::fromStdString(TC::vmStockKey(market, code));
 }
@@ -14,7 +21,8 @@ QString keyOf(const std::string &market, const std::string &code) {
 bool StoreStockTypes::isOfType(int type, const std::string &market, const std::string &code) {
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = catalogue->find(keyOf(market, code));
-    return instrument && instrument->types.contains(type);
+    return instrument &&
+           (instrument->types.contains(type) || (type == kMainlandShare && isMainlandShare(*instrument)));
 }
 
 bool StoreStockTypes::isIndex(const std::string &market, const std::string &code) {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/services/CIndexMainWindowHelper.h"
+
+#include <QObject>
+
+namespace terminal {
+
+/// What charts ask of the terminal's window, which connects to the signals.
+class WindowRequests : public QObject, public TC::CIndexMainWindowHelper {
+    Q_OBJECT
+public:
+    void instrumentChanged(const QString &key) override { emit instrumentShown(key); }
+    void showContrast(const QString &key) override { emit contrastAsked(key); }
+    void exportFormula(const QString &name) override { emit exportAsked(name); }
+
+signals:
+    void instrumentShown(const QString &key);
+    void contrastAsked(const QString &key);
+    /// The name may be empty.
+    void exportAsked(const QString &name);
+};
+
+} // namespace terminal

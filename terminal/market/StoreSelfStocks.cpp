@@ -1,0 +1,89 @@
+#include "terminal/market/StoreSelfStocks.h"
+
+#include <QCoreApplication>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace terminal {
+namespace {
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("StoreSelfStocks", text);
+}
+
+bool run(QSqlQuery &query, const QString &statement, const QVariantList &values) {
+    bool good = query.prepare(statement);
+    for (const QVariant &value : values) {
+        query.addBindValue(value);
+    }
+    return good && query.exec();
+}
+
+} // namespace
+
+QVector<QString> StoreSelfStocks::column(const QString &statement, const QVariantList &values) {
+    QVector<QString> texts;
+    QSqlQuery query(mStore.connection());
+    if (run(query, statement, values)) {
+        while (query.next()) {
+            texts.append(query.value(0).toString());
+        }
+    }
+    return texts;
+}
+
+QVector<QString> StoreSelfStocks::groups() {
+    return column(QStringLiteral("SELECT name FROM self_stock_lists ORDER BY id"));
+}
+
+QVector<QString> StoreSelfStocks::stocks(const QString &group) {
+    return column(
+        QStringLiteral("SELECT key FROM self_stocks JOIN self_stock_lists ON list = self_stock_lists.id "
+                       "WHERE name = ? ORDER BY self_stocks.id"),
+        {group});
+}
+
+QString StoreSelfStocks::addStocks(const QString &group, const QVector<QString> &keys) {
+    if (group.trimmed().isEmpty()) {
+        return tr("列表要有名称");
+    }
+    return changeEach(
+        group, keys,
+        QStringLiteral("INSERT INTO self_stocks (list, key) "
+                       "SELECT id, ? FROM self_stock_lists WHERE name = ? ON CONFLICT DO NOTHING"));
+}
+
+QString StoreSelfStocks::removeStocks(const QString &group, const QVector<QString> &keys) {
+    return changeEach(group, keys,
+                      QStringLiteral("DELETE FROM self_stocks WHERE key = ? AND "
+                                     "list = (SELECT id FROM self_stock_lists WHERE name = ?)"));
+}
+
+QString StoreSelfStocks::changeEach(const QString &group, const QVector<QString> &keys,
+                                    const QString &statement) {
+    QSqlDatabase database = mStore.connection();
+    QSqlQuery query(database);
+    bool good = query.exec(QStringLiteral("BEGIN IMMEDIATE"));
+    const bool open = good;
+    good = good &&
+           run(query, QStringLiteral("INSERT INTO self_stock_lists (name) VALUES (?) ON CONFLICT DO NOTHING"),
+               {group});
+    for (int i = 0; good && i < keys.size(); ++i) {
+        good = run(query, statement, {keys[i], group});
+    }
+    good = good && query.exec(QStringLiteral("COMMIT"));
+    if (!good) {
+        const QString reason = mStore.describe(query.lastError());
+        if (open) {
+            query.exec(QStringLiteral("ROLLBACK"));
+        }
+        return tr("列表“%1”没有改变：%2").arg(group, reason);
+    }
+    if (mListener) {
+        mListener();
+    }
+    return {};
+}
+
+} // namespace terminal
