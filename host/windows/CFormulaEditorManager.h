@@ -18,7 +18,8 @@ public:
 
     /// Shows the editor of a formula, the one that is open already if there is one; with an empty name that of a new
     /// formula. `kind` is carried unchanged. A line, counted from 1, is marked, and the cursor put into it. The window
-    /// closes by itself with its parent; answers it.
+    /// closes by itself with its parent; answers it. Of a script model, whose text is a file of its own, the user is told
+    /// which file that is, and the answer is null.
     static QWidget *createWindow(const QString &name, int kind, QWidget *parent, int line = 0);
 
     /// Called when the user applies a formula, with the run mode chosen, after its text was kept. One function for

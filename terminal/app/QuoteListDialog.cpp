@@ -58,6 +58,9 @@ QuoteListDialog::QuoteListDialog(TerminalServices &services, QWidget *parent)
     mRows->setRootIsDecorated(false);
     mRows->setColumnCount(eColumns);
     mRows->setHeaderLabels({tr("代码"), tr("名称"), tr("最新"), tr("涨跌幅")});
+    for (const int column : {ePrice, eChange}) {
+        mRows->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
     mRows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     mRows->header()->setStretchLastSection(true);
     mRows->setSortingEnabled(true);

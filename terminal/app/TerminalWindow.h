@@ -84,6 +84,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    /// Closes the editors of formulas too; one with a text that is not saved asks, and may stay.
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void buildControls(QWidget *row);
@@ -95,6 +97,7 @@ private:
     void connectMenu();
     QuoteListDialog *makeList(const char *name, const QString &title);
     void refreshSelfStocks();
+    void showReplayPanel();
     void askExport(const QString &formula);
     void refreshControls();
     void setPanesShown(int count);

@@ -12,6 +12,8 @@
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -100,15 +102,12 @@ void TerminalWindow::connectFormulas() {
         });
 }
 
-/// Opens the editor of a formula, also of a file that is too faulty to be one, or of a new one; what has no text, as a
-/// script model, has none.
+/// Opens the editor of a formula, also of a file that is too faulty to be one, or of a new one.
 void TerminalWindow::editFormula(const QString &formula, int line) {
     TC::CFormulaOperateManager &catalogue = TC::CSingletonT<TC::CFormulaOperateManager>::instance();
-    if (formula.isEmpty() || !catalogue.source(formula).mText.isEmpty()) {
-        const TC::CFormulaDetailPtr detail = catalogue.getFormula(formula);
+    const TC::CFormulaDetailPtr detail = catalogue.getFormula(formula);
+    if (formula.isEmpty() || detail || !catalogue.source(formula).mText.isEmpty()) {
         TC::CFormulaEditorManager::createWindow(formula, detail ? detail->mType : 0, this, line);
-    } else if (catalogue.getFormula(formula)) {
-        say(tr("%1 是脚本模型，请编辑文件夹 %2 中的 %1.py").arg(formula, catalogue.pythonDir()));
     }
 }
 
@@ -232,6 +231,11 @@ void TerminalWindow::keyPressEvent(QKeyEvent *event) {
         return;
     }
     QWidget::keyPressEvent(event);
+}
+
+void TerminalWindow::closeEvent(QCloseEvent *event) {
+    QWidget::closeEvent(event);
+    QTimer::singleShot(0, qApp, &QApplication::closeAllWindows);
 }
 
 } // namespace terminal

@@ -6,6 +6,7 @@
 #include "terminal/app/QuoteListDialog.h"
 #include "terminal/app/ReplayPanel.h"
 #include "terminal/app/TerminalWindow.h"
+#include "toolkit/windows/WindowLook.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -15,8 +16,12 @@
 #include <QSaveFile>
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace terminal {
 namespace {
+
+constexpr int kPanelMargin = 60; ///< pixels between the replay panel and the corner of the window
 
 /// The text of a formula or of a script model; empty when there is none.
 QByteArray textOf(const QString &formula) {
@@ -37,12 +42,7 @@ void TerminalWindow::connectMenu() {
     connect(&requests, &WindowRequests::exportAsked, this, &TerminalWindow::askExport);
     connect(mView, &ChartView::downloadAsked, this, &TerminalWindow::downloadHistory);
     connect(mView, &ChartView::replayAsked, this, &TerminalWindow::startReplay);
-    connect(mView, &ChartView::replayControlAsked, this, [this] {
-        if (mReplayPanel) {
-            mReplayPanel->show();
-            mReplayPanel->raise();
-        }
-    });
+    connect(mView, &ChartView::replayControlAsked, this, &TerminalWindow::showReplayPanel);
     connect(mView, &ChartView::filterChanged, this, [this](bool on) {
         say(on ? tr("已过滤重复股票，在同时显示多个品种的视图中生效") : tr("不再过滤重复股票"));
     });
@@ -113,9 +113,22 @@ void TerminalWindow::startReplay(qint64 start, qint64 end) {
     if (!mView->isReplay()) {
         mView->setReplay(true);
     }
+    showReplayPanel();
+    say(tr("行情回放：%1").arg(mView->instrument()));
+}
+
+/// Where it covers little of the chart.
+void TerminalWindow::showReplayPanel() {
+    if (!mReplayPanel) {
+        return;
+    }
+    if (!mReplayPanel->isVisible()) {
+        mReplayPanel->adjustSize();
+        mReplayPanel->move(mapToGlobal(QPoint(width() - mReplayPanel->width() - kPanelMargin,
+                                              height() - mReplayPanel->height() - kPanelMargin)));
+    }
     mReplayPanel->show();
     mReplayPanel->raise();
-    say(tr("行情回放：%1").arg(mView->instrument()));
 }
 
 void TerminalWindow::endReplay() {
@@ -140,11 +153,20 @@ void TerminalWindow::askExport(const QString &formula) {
         TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
     const bool isScript = detail && detail->mLanguage == TC::EFormulaLanguage::Python;
     const QString ending = isScript ? QStringLiteral(".py") : QStringLiteral(".lua");
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("导出公式"), QDir::home().filePath((detail ? detail->mName : formula) + ending),
-        tr("公式 (*%1)").arg(ending), nullptr, QFileDialog::DontUseNativeDialog);
-    if (!path.isEmpty()) {
-        exportFormula(formula, path);
+    QFileDialog dialog(this, tr("导出公式"), QDir::homePath(), tr("公式 (*%1)").arg(ending));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ending.mid(1));
+    dialog.selectFile((detail ? detail->mName : formula) + ending);
+    for (const auto &[part, text] :
+         {std::pair(QFileDialog::LookIn, tr("文件夹")), std::pair(QFileDialog::FileName, tr("文件名")),
+          std::pair(QFileDialog::FileType, tr("类型")), std::pair(QFileDialog::Accept, tr("保存")),
+          std::pair(QFileDialog::Reject, tr("取消"))}) {
+        dialog.setLabelText(part, text);
+    }
+    dialog.setPalette(GZ::windowPalette());
+    if (dialog.exec() == QDialog::Accepted) {
+        exportFormula(formula, dialog.selectedFiles().value(0));
     }
 }
 

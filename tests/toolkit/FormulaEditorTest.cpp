@@ -94,6 +94,19 @@ QColor themeColor(const char *key) {
     return GZ::CUiResource::instance().getColor(key);
 }
 
+TEST_F(FormulaEditorTest, AScriptModelIsSaidToBeAFileOfItsOwn) {
+    mHost.mCatalogue.add("Rank")->mLanguage = TC::EFormulaLanguage::Python;
+    QString told;
+    QTimer::singleShot(0, qApp, [&] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            told = box->text();
+            box->accept();
+        }
+    });
+    EXPECT_EQ(TC::CFormulaEditorManager::createWindow("Rank", 0, nullptr), nullptr);
+    EXPECT_EQ(told, QStringLiteral("Rank 是脚本模型，请编辑文件夹 /scripts 中的 RANK.py"));
+}
+
 } // namespace
 
 TEST_F(FormulaEditorTest, OpensTheTextOfAFormulaOnce) {

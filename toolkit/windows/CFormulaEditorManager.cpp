@@ -1,8 +1,11 @@
 #include "host/windows/CFormulaEditorManager.h"
 
+#include "host/services/CFormulaOperateManager.h"
+#include "host/toolkit/CMessageBox.h"
 #include "toolkit/windows/CodeEdit.h"
 #include "toolkit/windows/FormulaEditorWindow.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QPointer>
 
@@ -27,9 +30,24 @@ GZ::FormulaEditorWindow *windowOf(const QString &name) {
     return nullptr;
 }
 
+bool isScript(const QString &name) {
+    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+    return !name.isEmpty() && formula && formula->mLanguage == EFormulaLanguage::Python;
+}
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("TC::CFormulaEditorManager", text);
+}
+
 } // namespace
 
 QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent, int line) {
+    if (isScript(name)) {
+        GZ::CMessageBox::warning(
+            parent, tr("提示"),
+            tr("%1 是脚本模型，请编辑文件夹 %2 中的 %3.py").arg(name, getPythonDir(), name.toUpper()));
+        return nullptr;
+    }
     GZ::FormulaEditorWindow *window = windowOf(name);
     if (!window) {
         window = new GZ::FormulaEditorWindow(name, parent);
