@@ -22,6 +22,7 @@ namespace {
 
 /// Events of a chart.
 enum EEvent : int {
+    eFormulaReplaced = 180,
     eLastValueChanged = 3072,
     eFilterChanged = 3262,
     eDownloadAsked = 3265,
@@ -30,6 +31,7 @@ enum EEvent : int {
 };
 const QString kPortfolioMarket = QStringLiteral("TZZH");
 constexpr int kAccountsShown = 2; ///< bits of mLinkageFlags
+constexpr int kPutOn = 1; ///< of a formula over the chart
 constexpr int kSelectedDataShown = 4;
 
 bool isKnown(const QString &key) {
@@ -141,6 +143,28 @@ void ChartView::showTrades(bool shown) {
     mMain->getRealTimeWidget()->update();
 }
 
+void ChartView::spreadReplacedFormula() {
+    for (TC::CRealtimeWidget *pane : mMain->getSubIndexWidgets()) {
+        for (const TC::CRealtimeGraphWidget *graph : pane->getGraphWidgets()) {
+            const QList<QString> formulas = graph->getIndexes();
+            if (formulas.size() == 1 && formulas.first() != pane->gePretIndex().toUpper()) {
+                pane->updateIndex(formulas.first());
+                pane->request(corvane::ERunMode::Ordinary);
+                break;
+            }
+        }
+    }
+    // Only the newest day of the main pane has a menu that replaces its formula.
+    TC::CRealtimeWidget *main = mMain->getRealTimeWidget();
+    const QString attached = data()->getSubFormulas().value(0);
+    for (const TC::CRealtimeGraphWidget *graph : main->getGraphWidgets()) {
+        if (!attached.isEmpty() && !graph->findIndex(attached)) {
+            main->updateIndex(kPutOn, attached);
+            break;
+        }
+    }
+}
+
 bool ChartView::areTradesShown() const {
     return (uiParam()->mLinkageFlags & kAccountsShown) != 0;
 }
@@ -217,6 +241,9 @@ bool ChartView::handleEvent(int event, int first, int second, QString text, void
     switch (event) {
     case eLastValueChanged:
         emit changed();
+        return true;
+    case eFormulaReplaced:
+        spreadReplacedFormula();
         return true;
     case eFilterChanged:
         emit filterChanged(second != 0);

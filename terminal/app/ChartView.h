@@ -77,6 +77,8 @@ signals:
     void filterChanged(bool on);
 
 private:
+    /// A formula was replaced in one day's graph: brings the other days of its pane, and the title, in step.
+    void spreadReplacedFormula();
     /// Repaints the trades when they are those of an instrument shown.
     void onTradesChanged(const QSet<QString> &instruments);
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.

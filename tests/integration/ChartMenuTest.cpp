@@ -136,6 +136,28 @@ TEST_F(ChartMenu, TheFormulaOfAPaneIsReplacedAndShown) {
     EXPECT_TRUE(waitUntilComplete());
 }
 
+TEST_F(ChartMenu, AReplacedFormulaIsThatOfAllDays) {
+    mWindow->setFormulaPanes(2);
+    showStock("SH600000");
+    view().main()->scaleView(false);
+    ASSERT_TRUE(waitUntilComplete());
+    const auto panes = view().main()->getSubIndexWidgets();
+    const auto formulas = [&](int pane) {
+        QList<QString> all;
+        for (TC::CRealtimeGraphWidget *graph : panes[pane]->getGraphWidgets()) {
+            all += graph->getIndexes();
+        }
+        return all;
+    };
+    ASSERT_EQ(formulas(0), (QList<QString>{"KDJ", "KDJ"}));
+    choose(QStringLiteral("更改副图指标/摆动指标/RSI"), panes[0]->getGraphWidgets().last()); // the older day
+    EXPECT_EQ(formulas(0), (QList<QString>{"RSI", "RSI"}));
+    choose(QStringLiteral("更改副图指标/摆动指标/CCI"), panes[0]->getGraphWidgets().first());
+    EXPECT_EQ(formulas(0), (QList<QString>{"CCI", "CCI"}));
+    EXPECT_EQ(formulas(1), (QList<QString>{"MACD", "MACD"}));
+    EXPECT_TRUE(waitUntilComplete());
+}
+
 TEST_F(ChartMenu, ANewPaneIsCountedByTheBoxOfPanes) {
     mWindow->setFormulaPanes(5);
     showStock("SH600000");
