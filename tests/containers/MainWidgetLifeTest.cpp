@@ -214,6 +214,15 @@ TEST_F(MainWidgetLife, CrossLineWorksWithoutATimeScale) {
     expectScreenComplete("left");
 }
 
+TEST_F(MainWidgetLife, ChartThatIsReplacedIsGoneFromTheScreenUntilTheOtherOneComes) {
+    showView(1);
+    fill();
+    mMain->updateIndex("TREND", 0, EFormulaLanguage::Native, corvane::ERunMode::Ordinary);
+    expectScreenComplete("nothing has come yet");
+    answer("TREND", {10.0, 10.1});
+    expectScreenComplete("it has come");
+}
+
 // The mouse while points arrive
 
 TEST_F(MainWidgetLife, AnyWalkOfTheMouseWhilePointsArriveLeavesThePixelsOfAWholeRepaint) {
