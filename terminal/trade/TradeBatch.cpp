@@ -16,7 +16,7 @@ template <class Record> void add(std::vector<Record> &records, const std::vector
 } // namespace
 
 bool TradeBatch::isEmpty() const {
-    return !forgetImports && !cancelsUpTo && forgottenDays.empty() && accounts.empty() && changes.isEmpty() &&
+    return !forgetImports && forgottenDays.empty() && accounts.empty() && changes.isEmpty() &&
            cancels.empty() && finishedDays.empty();
 }
 
@@ -27,11 +27,6 @@ void TradeBatch::append(const TradeBatch &later) {
         drop(changes.orders, isImported);
         drop(changes.deals, isImported);
         forgetImports = true;
-    }
-    if (later.cancelsUpTo) {
-        const qint64 last = *later.cancelsUpTo;
-        drop(cancels, [last](const TradeCancel &cancel) { return cancel.time > last; });
-        cancelsUpTo = std::min(cancelsUpTo.value_or(last), last);
     }
     if (!later.forgottenDays.empty()) {
         const auto isForgotten = [&](const auto &record) {

@@ -2,7 +2,6 @@
 
 #include "terminal/trade/TradeRecords.h"
 
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -15,7 +14,6 @@ struct TradeBatch {
     using AccountDay = std::pair<std::string, int>;
 
     bool forgetImports = false; ///< everything imported before
-    std::optional<qint64> cancelsUpTo; ///< later ones that were written before are forgotten
     std::set<AccountDay> forgottenDays; ///< own records of an account's day, written before
     std::vector<TradeAccount> accounts;
     TradeChanges changes;

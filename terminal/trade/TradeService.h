@@ -129,7 +129,7 @@ private:
     void write();
 
     void trade(Desk &desk, qint64 now);
-    void beginDay(Desk &desk, int day, qint64 now);
+    void beginDay(Desk &desk, int day);
     void tradeUpTo(Desk &desk, qint64 now);
     void applyCancels(qint64 now);
     void listPastDays();

@@ -102,14 +102,14 @@ void TradeService::trade(Desk &desk, qint64 now) {
         if (desk.trader && !jumpedBack) {
             tradeUpTo(desk, now); // the rest of the day before
         }
-        beginDay(desk, day, now);
+        beginDay(desk, day);
     }
     tradeUpTo(desk, now);
 }
 
-/// Starts a day anew: what is recorded of it, and of days to come, was of another run of the market, and so was what
-/// the user cancelled later than now.
-void TradeService::beginDay(Desk &desk, int day, qint64 now) {
+/// Starts a day anew: what is recorded of it, and of days to come, was of another run of the market. What the user has
+/// cancelled is cancelled again at its time.
+void TradeService::beginDay(Desk &desk, int day) {
     write();
     const std::string &account = desk.plan->account.id;
     std::set<int> days = mStore.ownDaysFrom(account, day);
@@ -122,21 +122,14 @@ void TradeService::beginDay(Desk &desk, int day, qint64 now) {
         if (desk.trader && desk.trader->day() < day) {
             mNotices.newDays.insert(dateOf(day).toString(QStringLiteral("yyyyMMdd")).toStdString());
         }
-        TradeBatch batch;
-        batch.cancelsUpTo = now;
-        mPending.append(batch);
     }
     for (const int forgotten : days) {
         forgetDay(account, forgotten);
     }
     desk.trader = std::make_unique<DemoTrader>(*desk.plan, *mMarket.catalogue(), day);
     desk.traded = 0;
-    desk.cancels.clear();
-    for (const TradeCancel &cancel : mStore.cancels(day)) {
-        if (cancel.time <= now) { // the others may not be deleted yet
-            desk.cancels.push_back(cancel);
-        }
-    }
+    const std::vector<TradeCancel> cancels = mStore.cancels(day);
+    desk.cancels.assign(cancels.begin(), cancels.end());
     mPastDaysKnown = false;
 }
 

@@ -67,9 +67,6 @@ void forget(Statements &statements, const TradeBatch &batch) {
             statements.run(QStringLiteral("DELETE FROM %1 WHERE source = 1").arg(QLatin1String(table)));
         }
     }
-    if (batch.cancelsUpTo) {
-        statements.run(QStringLiteral("DELETE FROM trade_cancels WHERE time > ?"), {*batch.cancelsUpTo});
-    }
     for (const TradeBatch::AccountDay &day : batch.forgottenDays) {
         const QVariantList which{text(day.first), day.second};
         for (const char *table : {"trade_deals", "trade_orders"}) {

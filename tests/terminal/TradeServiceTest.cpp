@@ -353,17 +353,32 @@ TEST_F(TradeServiceTest, CancellationIsThereAtOnceAfterARestart) {
     EXPECT_EQ(orderStates(mDay, kShare), orders);
 }
 
-TEST_F(TradeServiceTest, CancellationOfALaterTimeIsForgottenWhenTheClockGoesBack) {
-    goTo(at(10, 20));
+TEST_F(TradeServiceTest, CancellationIsMadeAgainAtItsTimeWhenTheClockGoesBack) {
+    goTo(at(10, 20, 10));
     mTrade->cancelTask(firstTask(kShare, "80010001")->mTaskId, QStringLiteral("test"));
     mTrade->advance();
-    ASSERT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
+    const auto orders = orderStates(mDay, kShare);
     restart();
     goTo(at(10, 0)); // before it was cancelled
     EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskRunning);
-    restart();
-    goTo(at(10, 30)); // it went on this time
+    goTo(at(10, 20, 9));
     EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskRunning);
+    goTo(at(10, 20, 10));
+    EXPECT_EQ(firstTask(kShare, "80010001")->mStatus, kvservice::eTaskCancelled);
+    EXPECT_EQ(firstTask(kShare, "80010001")->mCancelTime, static_cast<int>(at(10, 20, 10) / 1000));
+    EXPECT_EQ(orderStates(mDay, kShare), orders);
+}
+
+TEST_F(TradeServiceTest, EarlierCancellationTakesThePlaceOfALaterOne) {
+    for (const int minute : {20, 5}) {
+        restart();
+        goTo(at(10, minute));
+        mTrade->cancelTask(firstTask(kShare, "80010001")->mTaskId, QStringLiteral("test"));
+        mTrade->advance();
+    }
+    restart();
+    goTo(at(10, 30));
+    EXPECT_EQ(firstTask(kShare, "80010001")->mCancelTime, static_cast<int>(at(10, 5) / 1000));
 }
 
 TEST_F(TradeServiceTest, InstrumentOfATaskAloneIsAmongTheStocks) {
