@@ -104,7 +104,8 @@ BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
     }
     mLeft = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eLeft, this);
     mRight = new TC::CGraphAxisWidget(mParam, mDays[0]->data, TC::CGraphAxisWidget::eRight, this);
-    mRight->lower(); // children hear of their size from the lowest up: the strips before the graphs that read them
+    mRight
+        ->lower(); // children hear of their size from the lowest up: the strips before the graphs that read them
     mLeft->lower();
     mParam->mLeftAxis = mLeft;
     mParam->mRightAxis = mRight;

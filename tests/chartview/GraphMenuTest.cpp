@@ -1,7 +1,7 @@
 // Which entries the context menu of a graph has, in which order, and which are checked.
 
-#include "chartview/CRealTimePortfolioAxis.h"
 #include "chartview/GraphMenu.h"
+#include "chartview/CRealTimePortfolioAxis.h"
 #include "host/toolkit/CStyleSheetCenter.h"
 #include "tests/chartview/GraphMenuFixture.h"
 
