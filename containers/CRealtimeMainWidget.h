@@ -219,6 +219,8 @@ public:
     void closeLinkageSetting();
     /// What is checked in the dialog, by name; what it is to begin with when there is none yet.
     QMap<QString, bool> getLinkageDialogSetting() const;
+    /// What the dialog begins with when it is made; names that the map does not hold stay.
+    void presetLinkageDialogSetting(const QMap<QString, bool> &setting);
     /// Checks it in the dialog; without one nothing is kept.
     void loadLinkageDialogSetting(const QMap<QString, bool> &setting);
     /// Opens the dialog of the records of a kind at a point of a graph, "linkage_orders", "linkage_deals" or

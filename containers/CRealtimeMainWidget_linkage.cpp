@@ -57,6 +57,12 @@ QMap<QString, bool> CRealtimeMainWidget::getLinkageDialogSetting() const {
     return mLinkageDialog ? mLinkageDialog->param() : mLinkageSetting;
 }
 
+void CRealtimeMainWidget::presetLinkageDialogSetting(const QMap<QString, bool> &setting) {
+    for (auto entry = setting.begin(); entry != setting.end(); ++entry) {
+        mLinkageSetting[entry.key()] = entry.value();
+    }
+}
+
 void CRealtimeMainWidget::loadLinkageDialogSetting(const QMap<QString, bool> &setting) {
     if (mLinkageDialog) {
         mLinkageDialog->setParam(setting);

@@ -28,6 +28,7 @@ constexpr int kCentered = CWidgetList::eAnchorNone;
 CWidgetList *kindRow(const QList<QWidget *> &controls) {
     auto *row = new CWidgetList(Qt::Horizontal);
     row->setFixedHeight(30);
+    row->setSpacing(2);
     row->addSpace(10);
     for (QWidget *control : controls) {
         row->addFixedWidget(control, kAnchored, false);

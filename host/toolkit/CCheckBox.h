@@ -19,6 +19,9 @@ public:
     /// What the box and its text need, with no room beside them.
     QSize sizeHint() const override;
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     int mId;
 };

@@ -17,6 +17,9 @@ public:
     CRadioButton(const QString &text, int id, QWidget *parent = nullptr);
     int id() const { return mId; }
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     int mId;
 };

@@ -65,6 +65,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     connectMenu();
     applyTheme();
     refreshSearch();
+    restoreTradeDetails();
     setFormulasShown(false);
     setTradesShown(mServices.config().value(kTradesField, kYes) == kYes);
     setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
@@ -74,6 +75,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
 }
 
 TerminalWindow::~TerminalWindow() {
+    keepTradeDetails();
     mServices.formulas().setDownloadListener({});
     mServices.selfStocks().setChangeListener({});
     TC::CModifyModelParamDialog::setChangedFunction({});
@@ -121,6 +123,7 @@ void TerminalWindow::buildControls(QWidget *row) {
         mPanes->addItem(panes == 0 ? tr("无副图") : tr("%1 个副图").arg(panes), panes);
     }
     mTrades = button(tr("交易"), "trades", true);
+    mTradeDetails = button(tr("交易详情"), "trade_details");
     mFormulasShown = button(tr("指标"), "formulas", true);
     connect(button(tr("自选"), "self_stocks"), &QPushButton::clicked, this, &TerminalWindow::showSelfStocks);
     mPause = button(tr("暂停"), "pause", true);
@@ -144,6 +147,7 @@ void TerminalWindow::connectControls() {
         mView->setFocus();
     });
     connect(mTrades, &QPushButton::toggled, this, &TerminalWindow::setTradesShown);
+    connect(mTradeDetails, &QPushButton::clicked, this, &TerminalWindow::openTradeDetails);
     connect(mFormulasShown, &QPushButton::toggled, this, &TerminalWindow::setFormulasShown);
     connect(mPause, &QPushButton::toggled, this, &TerminalWindow::setPaused);
     connect(mPace, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
@@ -156,6 +160,10 @@ void TerminalWindow::connectControls() {
     });
     connect(mImport, &QPushButton::clicked, this, [this] { openImport(); });
     connect(mDownload, &QPushButton::clicked, this, &TerminalWindow::downloadHistory);
+    connect(&mServices.files(), &TC::CFileClient::sigReadFinished, this,
+            [this](int /*seq*/, bool success, const QString &message) {
+                say(success ? tr("文件已读完") : message, !success);
+            });
     mServices.formulas().setDownloadListener(
         [this](const QString &key, int done, int total) { onDownloaded(key, done, total); });
 }
@@ -338,6 +346,7 @@ void TerminalWindow::onImported(const QString &key, const QDate &day, const QStr
 void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
+    keepTradeDetails();
     mClock->setText(
         tr("市场时间 %1")
             .arg(mServices.clock().currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));

@@ -7,6 +7,7 @@
 #include "terminal/app/TerminalServices.h"
 
 #include <QDate>
+#include <QMap>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -32,7 +33,8 @@ class ReplayPanel;
 /// Typing anywhere opens the smart keyboard. The arrows, Home and End walk the cross line, up and down show fewer and
 /// more days, Escape takes the cross line away. Page up and page down go to the trading day before and after, space
 /// pauses the exchange and lets it go on, Ctrl+O imports files, Ctrl+D downloads history, Ctrl+T changes the theme,
-/// Ctrl+I shows the formulas, Ctrl+L the user's own lists of instruments, Ctrl+H the variables of the selected formula pane at the cross line.
+/// Ctrl+I shows the formulas, Ctrl+E the dialog of what is shown of the trades, Ctrl+L the user's own lists of
+/// instruments, Ctrl+H the variables of the selected formula pane at the cross line.
 class TerminalWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -51,6 +53,9 @@ public:
 
     /// Shows or hides the trades of the user's accounts on the chart; remembered for the next start.
     void setTradesShown(bool shown);
+    /// Opens the dialog in which the user chooses what is shown of his trades, or brings it forward. What is checked in
+    /// it is remembered for the next start, but for the view by strategies.
+    void openTradeDetails();
     /// Shows or hides the tree of formulas.
     void setFormulasShown(bool shown);
     /// Number of formula panes under the chart, 0 to 5; remembered for the next start.
@@ -113,6 +118,8 @@ private:
     bool handleCommandKey(int key);
     bool handleCursorKey(int key);
     void onSecond();
+    void restoreTradeDetails();
+    void keepTradeDetails();
     void tellMessages();
     void say(const QString &text, bool isError = false);
 
@@ -125,6 +132,7 @@ private:
     QComboBox *mDays = nullptr;
     QComboBox *mPanes = nullptr;
     QPushButton *mTrades = nullptr;
+    QPushButton *mTradeDetails = nullptr;
     QPushButton *mFormulasShown = nullptr;
     QPushButton *mPause = nullptr;
     QComboBox *mPace = nullptr;
@@ -139,6 +147,7 @@ private:
     ReplayPanel *mReplayPanel = nullptr;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
+    QMap<QString, bool> mTradeDetailsKept; ///< what is remembered of the dialog
     int mMessagesTold = 0;
     int mDaysDownloaded = 0; ///< since the downloads under way began
     bool mErrorShown = false;

@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -24,6 +25,8 @@ namespace {
 constexpr int kDaysOfDownload = 20;
 constexpr qint64 kMinutePeriod = 60000; ///< milliseconds
 constexpr int kMinuteHistory = 3001; ///< kind of data
+const QString kTradeDetails = QStringLiteral("tradeDetails"); ///< part of the configuration
+const QString kSeeByStrategy = QStringLiteral("seebystrategy");
 
 /// The trading days in front of one.
 TC::CHistoryDataParam daysBefore(const TC::CInstrumentDetailPtr &detail, int day) {
@@ -69,6 +72,39 @@ void TerminalWindow::takePick(const TC::CStockInfo &picked, TC::ESmartKeyType ty
     }
     activateWindow();
     mView->setFocus();
+}
+
+// Trades
+
+void TerminalWindow::openTradeDetails() {
+    mView->main()->showLinkageSetting();
+}
+
+/// Gives the dialog what was remembered of it.
+void TerminalWindow::restoreTradeDetails() {
+    const QJsonObject kept = mServices.config().section(kTradeDetails);
+    for (auto entry = kept.begin(); entry != kept.end(); ++entry) {
+        if (entry.value().isBool() && entry.key() != kSeeByStrategy) {
+            mTradeDetailsKept[entry.key()] = entry.value().toBool();
+        }
+    }
+    mView->main()->presetLinkageDialogSetting(mTradeDetailsKept);
+}
+
+/// Remembers what is checked in the dialog. The view by strategies always begins off: a dialog reads it the other way
+/// round than it tells it.
+void TerminalWindow::keepTradeDetails() {
+    QMap<QString, bool> now = mView->main()->getLinkageDialogSetting();
+    now.remove(kSeeByStrategy);
+    if (now == mTradeDetailsKept) {
+        return;
+    }
+    mTradeDetailsKept = now;
+    QJsonObject fields;
+    for (auto entry = now.begin(); entry != now.end(); ++entry) {
+        fields[entry.key()] = entry.value();
+    }
+    mServices.config().changeSection(kTradeDetails, fields);
 }
 
 void TerminalWindow::setFormulasShown(bool shown) {
@@ -172,6 +208,9 @@ bool TerminalWindow::handleCommandKey(int key) {
         return true;
     case Qt::Key_D:
         downloadHistory();
+        return true;
+    case Qt::Key_E:
+        openTradeDetails();
         return true;
     case Qt::Key_H:
         showVariables();

@@ -185,6 +185,20 @@ TEST_F(MainWidgetLinkage, SettingIsThatOfTheDialogOnceThereIsOne) {
     EXPECT_FALSE(mUi->mLinkageShow[0]) << "on the chart with the next change";
 }
 
+TEST_F(MainWidgetLinkage, DialogBeginsWithWhatWasPreset) {
+    showView();
+    mMain->presetLinkageDialogSetting({{"order", true}, {"deal", true}});
+    mMain->presetLinkageDialogSetting({{"deal", false}});
+    EXPECT_EQ(mMain->getLinkageDialogSetting(), (QMap<QString, bool>{{"order", true}, {"deal", false}}));
+    event(3160);
+    EXPECT_TRUE(box(3)->isChecked());
+    EXPECT_FALSE(box(4)->isChecked());
+    EXPECT_TRUE(mUi->mLinkageShow[0]);
+    mMain->presetLinkageDialogSetting({{"deal", true}});
+    event(3160);
+    EXPECT_FALSE(box(4)->isChecked()) << "it is made once";
+}
+
 TEST_F(MainWidgetLinkage, DialogGoesWithTheView) {
     showView();
     event(3160);

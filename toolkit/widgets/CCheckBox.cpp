@@ -1,6 +1,9 @@
 #include "host/toolkit/CCheckBox.h"
 
+#include "toolkit/widgets/CheckIndicator.h"
+
 #include <QStyle>
+#include <QStyleOptionButton>
 
 namespace GZ {
 
@@ -15,6 +18,12 @@ QSize CCheckBox::sizeHint() const {
     const int gap = style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, this);
     const int textWidth = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
     return {box + (text().isEmpty() ? 0 : gap + textWidth), QCheckBox::sizeHint().height()};
+}
+
+void CCheckBox::paintEvent(QPaintEvent *) {
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    paintCheckable(*this, option, false);
 }
 
 } // namespace GZ

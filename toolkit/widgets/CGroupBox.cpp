@@ -5,7 +5,7 @@
 namespace GZ {
 namespace {
 
-constexpr int kMargin = 4; ///< pixels between the frame and the widget
+constexpr int kMargin = 2; ///< pixels between the frame and the widget
 
 } // namespace
 

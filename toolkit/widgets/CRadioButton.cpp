@@ -1,5 +1,9 @@
 #include "host/toolkit/CRadioButton.h"
 
+#include "toolkit/widgets/CheckIndicator.h"
+
+#include <QStyleOptionButton>
+
 namespace GZ {
 
 CRadioButton::CRadioButton(const QString &text, int id, QWidget *parent)
@@ -7,6 +11,12 @@ CRadioButton::CRadioButton(const QString &text, int id, QWidget *parent)
     setText(text);
     connect(this, &QRadioButton::clicked, this,
             [this] { deliverEvent(kPicked, mId, 1, objectName(), nullptr); });
+}
+
+void CRadioButton::paintEvent(QPaintEvent *) {
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    paintCheckable(*this, option, true);
 }
 
 } // namespace GZ
