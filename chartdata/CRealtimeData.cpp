@@ -9,20 +9,61 @@
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QCoreApplication>
+#include <QThread>
 #include <boost/thread/lock_guard.hpp>
 #include <boost/thread/locks.hpp>
 
 #include <algorithm>
+#include <atomic>
+#include <utility>
 
 namespace TC {
 
 using Hold = boost::lock_guard<boost::recursive_mutex>;
 
+namespace {
+
+bool isUserInterfaceThread() {
+    const QCoreApplication *application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}
+
+} // namespace
+
 /// The signal may be running on a thread of the trade service while the object goes: disconnecting does not wait
-/// for it, so it reaches the object through this.
+/// for it, so it reaches the object through this. What changes on such a thread is drawn with the next painting: the view
+/// model belongs to the user-interface thread.
 struct CRealtimeData::LinkageBond {
     boost::recursive_mutex lock;
-    CRealtimeData *data = nullptr; ///< null when it has gone
+    CRealtimeData *data = nullptr; ///< null when it has gone; of the user-interface thread
+    std::vector<std::string> untold; ///< instruments that have changed on other threads
+    std::atomic<bool> hasUntold{false};
+
+    void hear(const std::vector<std::string> &instruments) {
+        if (isUserInterfaceThread()) { // where the object goes, too
+            if (data) {
+                data->onLinkageChanged(instruments);
+            }
+            return;
+        }
+        const Hold hold(lock);
+        for (const std::string &instrument : instruments) {
+            if (std::count(untold.begin(), untold.end(), instrument) == 0) {
+                untold.push_back(instrument);
+            }
+        }
+        hasUntold = !untold.empty();
+    }
+
+    std::vector<std::string> takeUntold() {
+        if (!hasUntold) {
+            return {};
+        }
+        const Hold hold(lock);
+        hasUntold = false;
+        return std::exchange(untold, {});
+    }
 };
 
 CRealtimeData::CRealtimeData(boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
@@ -31,22 +72,14 @@ CRealtimeData::CRealtimeData(boost::shared_ptr<CRealtimeUiParam> uiParam, EIndex
       mLinkageBond(std::make_shared<LinkageBond>()) {
     mLinkageBond->data = this;
     mLinkageConnection = CSingletonT<CLinkageManager>::instance().sigLinkageChanged.connect(
-        [bond = mLinkageBond](const std::vector<std::string> &instruments) {
-            const Hold hold(bond->lock);
-            if (bond->data) {
-                bond->data->onLinkageChanged(instruments);
-            }
-        });
+        [bond = mLinkageBond](const std::vector<std::string> &instruments) { bond->hear(instruments); });
 }
 
 CRealtimeData::~CRealtimeData() {
     retire();
     unrequest();
     mLinkageConnection.disconnect();
-    {
-        const Hold hold(mLinkageBond->lock);
-        mLinkageBond->data = nullptr;
-    }
+    mLinkageBond->data = nullptr;
     clearData();
 }
 
@@ -201,6 +234,13 @@ void CRealtimeData::setReplayMode(bool replay) {
 void CRealtimeData::setFillGaps(bool fill) {
     const Hold hold(mLock);
     mFillGaps = fill;
+}
+
+void CRealtimeData::drawUntoldLinkage() {
+    const std::vector<std::string> instruments = mLinkageBond->takeUntold();
+    if (!instruments.empty()) {
+        onLinkageChanged(instruments);
+    }
 }
 
 void CRealtimeData::onLinkageChanged(const std::vector<std::string> &instruments) {

@@ -214,6 +214,8 @@ private:
     void logPoint(const se::RPCFormulaResult &series, const QString &requestId,
                   const se::RPCFormulaInstantResult &point) const;
     void onLinkageChanged(const std::vector<std::string> &instruments);
+    /// Draws what has changed on other threads.
+    void drawUntoldLinkage();
     void react(int flags, void *sender);
     void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total, EBand band);
     /// Brings the pixmaps up to date for a painter.

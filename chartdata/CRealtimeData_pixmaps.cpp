@@ -384,6 +384,7 @@ void CRealtimeData::refreshPixmaps(const QPainter &painter) {
         } else if (mChartStale || mLook.generation != GZ::CUiResource::instance().generation()) {
             redraw();
         }
+        drawUntoldLinkage();
     }
 }
 

@@ -1,6 +1,7 @@
 #include "containers/CRealtimeMainWidget.h"
 #include "host/services/CFormulaManager.h"
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
 #include "host/windows/CFormulaEditorManager.h"
 #include "host/windows/CModifyModelParamDialog.h"
@@ -89,6 +90,10 @@ void TerminalWindow::restoreTradeDetails() {
         }
     }
     mView->main()->presetLinkageDialogSetting(mTradeDetailsKept);
+    if (mTradeDetailsKept.value(
+            QStringLiteral("balance"))) { // the dialog starts it only when it is checked by hand
+        TC::CSingletonT<TC::CLinkageManager>::instance().startBalanceCalculator();
+    }
 }
 
 /// Remembers what is checked in the dialog. The view by strategies always begins off: a dialog reads it the other way

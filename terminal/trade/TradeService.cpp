@@ -22,6 +22,13 @@ int minuteOf(qint64 time) {
     return minute == 0 ? kMidnight : minute;
 }
 
+/// Whether a clock minute is of a night session, which belongs to the day that follows.
+bool isOfNight(int minute) {
+    constexpr int kEvening = 18 * 60;
+    constexpr int kMorning = 6 * 60;
+    return minute > kEvening || minute < kMorning;
+}
+
 } // namespace
 
 TradeService::TradeService(CMarketStore &store, MarketFeed &feed, const SimulatedClock &clock)
@@ -106,6 +113,7 @@ long long TradeService::getTaskItemFinishNumber(const boost::shared_ptr<kvservic
     return 0;
 }
 
+/// Begins with the day's own sessions when one of the instruments has no night: its axis has no place for it.
 std::vector<TradeFigures> TradeService::figures(const Keys &instruments, const Keys &accounts,
                                                 const Keys &strategies, bool filter) {
     const qint64 now = mClock.now();
@@ -129,7 +137,15 @@ std::vector<TradeFigures> TradeService::figures(const Keys &instruments, const K
         one.bars = mFeed.dayBars(key, day);
         traded.push_back(std::move(one));
     }
-    return figuresByMinute(traded);
+    std::vector<TradeFigures> minutes = figuresByMinute(traded);
+    const auto beginsByDay = [](const TradedInstrument &one) {
+        return !one.bars.empty() && !isOfNight(minuteOf(one.bars.front().time));
+    };
+    if (std::any_of(traded.cbegin(), traded.cend(), beginsByDay)) {
+        const auto isNight = [](const TradeFigures &at) { return isOfNight(minuteOf(at.time)); };
+        minutes.erase(std::remove_if(minutes.begin(), minutes.end(), isNight), minutes.end());
+    }
+    return minutes;
 }
 
 TC::CLinkageManager::TimedAmounts TradeService::getTotalBuySellAmounts(const Keys &instruments,

@@ -1,5 +1,7 @@
 #include "tests/chartdata/LinkageFixture.h"
 
+#include <thread>
+
 using namespace TC;
 
 namespace {
@@ -126,6 +128,34 @@ TEST_F(LinkageHit, NewTradesLeaveThePictureOfTheChart) {
     EXPECT_TRUE(mData->hitDeal(61, 50));
     EXPECT_EQ(((*mData).*peek(ChartPixmap())).cacheKey(), chart) << "not painted on";
     EXPECT_NE(((*mData).*peek(LinkagePixmap())).cacheKey(), marks);
+}
+
+TEST_F(LinkageHit, TradesOfAnotherThreadAreDrawnWithTheNextPainting) {
+    show({1});
+    mData->setTradeDate(tests::kDay);
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    mData->setDrawEnabled(true);
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    const auto tell = [this](const std::string &instrument) {
+        std::thread([&] { mHost.mLinkage.sigLinkageChanged({instrument}); }).join();
+    };
+    const auto paint = [this] {
+        return tests::rendered(kSize, 1.0, Qt::black, [this](QPainter &painter) {
+            mData->paintTo(&painter, QRect(QPoint(0, 0), kSize));
+        });
+    };
+    tell("SZ000001"); // another one: nothing to be drawn
+    paint();
+    EXPECT_FALSE(mData->hitDeal(61, 50));
+    tell("SH600000");
+    tell("SZ000001");
+    EXPECT_FALSE(mData->hitDeal(61, 50)) << "not drawn yet";
+    EXPECT_GT(paint().pixelColor(61, 50).red(), 180);
+    EXPECT_TRUE(mData->hitDeal(61, 50));
+    const qint64 marks = ((*mData).*peek(LinkagePixmap())).cacheKey();
+    paint();
+    EXPECT_EQ(((*mData).*peek(LinkagePixmap())).cacheKey(), marks) << "drawn once";
 }
 
 TEST_F(LinkageHit, MarksComeToTheScreenWithTheChart) {

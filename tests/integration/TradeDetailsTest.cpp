@@ -203,4 +203,22 @@ TEST_F(TradeDetailsTest, WhatIsCheckedIsRememberedForTheNextStart) {
     EXPECT_NE(view().uiParam()->mLinkageShow, (std::array<bool, 8>{}));
 }
 
+TEST_F(TradeDetailsTest, BalancesAreWorkedOutAgainWithTheNextStart) {
+    terminal::TradeService &trade = mServices->trade();
+    std::set<std::string> accounts;
+    for (const auto &account : trade.getAccounts()) {
+        accounts.insert(account->getKey());
+    }
+    const auto minutes = [&] { return trade.getTotalBalances(trade.getStocks(), accounts, {}, false).size(); };
+    openByKey();
+    EXPECT_EQ(minutes(), 0U);
+    click(box(9));
+    ASSERT_GT(minutes(), 0U);
+    mWindow.reset();
+    trade.stopBalanceCalculator(); // as in another process
+    ASSERT_EQ(minutes(), 0U);
+    mWindow = std::make_unique<terminal::TerminalWindow>(*mServices);
+    EXPECT_GT(minutes(), 0U);
+}
+
 } // namespace

@@ -206,8 +206,14 @@ TEST_F(ResultsThread, TradesMayChangeOnTheirThreadWhilePanesGo) {
             ++told;
         }
     });
+    QImage image(kRect.size(), QImage::Format_RGB32);
     for (int i = 0; i < 60 || told < 20; ++i) {
         const auto pane = makePane(0);
+        for (const std::string key : {"SH600000", "SZ000001"}) {
+            pane->mUi->mLinkageStocks = {key}; // what the user chooses, while trades come
+            QPainter painter(&image);
+            pane->paint(painter);
+        }
         QCoreApplication::processEvents();
     }
     stop = true;
