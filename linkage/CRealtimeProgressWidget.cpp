@@ -1,6 +1,6 @@
 #include "linkage/CRealtimeProgressWidget.h"
 
-#include <QFontMetrics>
+#include <QFont>
 #include <QPainter>
 
 #include <algorithm>
@@ -49,10 +49,9 @@ void CRealtimeProgressWidget::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     const int bottom = rect().bottom();
     if (mTotal != 0) {
-        const QFont font(QStringLiteral("宋体"), -1, kWeight);
-        const int textWidth = QFontMetrics(font).horizontalAdvance(text());
-        painter.setFont(font);
+        painter.setFont(QFont(QStringLiteral("宋体"), -1, kWeight)); // as large as that of the widget
         painter.setPen(mTextColor);
+        const int textWidth = painter.fontMetrics().horizontalAdvance(text());
         painter.drawText((rect().right() - textWidth) / 2, bottom - kBaseline, text());
     }
     painter.fillRect(0, bottom - kBarHeight, barWidth(), kBarHeight, mBarColor);

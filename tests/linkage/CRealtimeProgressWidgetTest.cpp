@@ -30,7 +30,7 @@ protected:
         QImage image(120, 32, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::magenta);
         QPainter painter(&image);
-        const QFont font(QStringLiteral("宋体"), -1, 75);
+        const QFont font = QFont(QStringLiteral("宋体"), -1, 75).resolve(mProgress.font());
         painter.setFont(font);
         painter.setPen(color("clr_text_default"));
         painter.drawText((119 - QFontMetrics(font).horizontalAdvance(text)) / 2, 22, text);
@@ -72,6 +72,21 @@ TEST_F(CRealtimeProgressWidgetTest, TextStandsInTheMiddleOverTheBarAndTheRestSta
     EXPECT_NE(text, textAlone({})); // there is a text at all
     EXPECT_EQ(image.copy(40, 24, 80, 8), text.copy(40, 24, 80, 8));
     EXPECT_EQ(image.copy(0, 31, 120, 1), text.copy(0, 31, 120, 1));
+}
+
+TEST_F(CRealtimeProgressWidgetTest, TextIsAsFarFromTheLeftAsFromTheRight) {
+    mProgress.setProgress(60000, 59600);
+    const QImage image = painted(mProgress).copy(0, 0, 120, 23);
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0)) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    EXPECT_GT(ink.width(), 40);
+    EXPECT_NEAR(ink.left(), 119 - ink.right(), 2);
 }
 
 TEST_F(CRealtimeProgressWidgetTest, IsNamedAndFollowsTheTheme) {
