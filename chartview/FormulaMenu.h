@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class QAction;
 class QMenu;
 class QWidget;
 

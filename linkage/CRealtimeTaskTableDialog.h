@@ -64,6 +64,7 @@ private:
     void createTable();
     void listenToService();
     void tellUntold();
+    Q_INVOKABLE void tellUntoldAfterInput();
     boost::shared_ptr<CRealtimeUiParam> uiParam() const;
 
     /// The rows of all tasks; the table keeps the place that the user has scrolled to.

@@ -51,15 +51,15 @@ struct CRealtimeTaskTableDialog::Bond {
         const bool isFirst = untold.empty();
         untold.insert(stockKeys.begin(), stockKeys.end());
         if (dialog && isFirst && !untold.empty()) {
-            QMetaObject::invokeMethod(
-                dialog,
-                [receiver = dialog] {
-                    QTimer::singleShot(0, receiver, [receiver] { receiver->tellUntold(); });
-                },
-                Qt::QueuedConnection);
+            // The queued call carries nothing: what it is about stays under our own lock.
+            QMetaObject::invokeMethod(dialog, "tellUntoldAfterInput", Qt::QueuedConnection);
         }
     }
 };
+
+void CRealtimeTaskTableDialog::tellUntoldAfterInput() {
+    QTimer::singleShot(0, this, [this] { tellUntold(); });
+}
 
 void CRealtimeTaskTableDialog::listenToService() {
     mBond = std::make_shared<Bond>();

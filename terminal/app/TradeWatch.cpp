@@ -24,8 +24,8 @@ TradeWatch::TradeWatch(QObject *parent) : QObject(parent), mBond(std::make_share
             bond->untold.insert(QString::fromStdString(instrument));
         }
         if (bond->watch && isFirst && !bond->untold.isEmpty()) {
-            QMetaObject::invokeMethod(
-                bond->watch, [watch = bond->watch] { watch->tell(); }, Qt::QueuedConnection);
+            // The queued call carries nothing: what it is about stays under our own lock.
+            QMetaObject::invokeMethod(bond->watch, "tell", Qt::QueuedConnection);
         }
     };
     TC::CLinkageManager &trade = TC::CSingletonT<TC::CLinkageManager>::instance();

@@ -27,7 +27,7 @@ signals:
 private:
     struct Bond;
 
-    void tell();
+    Q_INVOKABLE void tell();
 
     std::shared_ptr<Bond> mBond;
     boost::signals2::scoped_connection mLinkage;

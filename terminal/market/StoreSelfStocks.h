@@ -3,6 +3,8 @@
 #include "host/services/CSelfStockManager.h"
 #include "terminal/market/CMarketStore.h"
 
+#include <QVariant>
+
 #include <functional>
 
 namespace terminal {

@@ -1,6 +1,7 @@
 #include "toolkit/text/GlyphPictures.h"
 
 #include <QPainter>
+#include <QtMath>
 
 #include <algorithm>
 #include <cstring>
