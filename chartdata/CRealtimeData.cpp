@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <utility>
 
 namespace TC {
@@ -31,23 +32,25 @@ bool isUserInterfaceThread() {
 
 } // namespace
 
-/// The signal may be running on a thread of the trade service while the object goes: disconnecting does not wait
-/// for it, so it reaches the object through this. What changes on such a thread is drawn with the next painting: the view
-/// model belongs to the user-interface thread.
+/// The signal may be running while the object goes, on whatever thread lets go of it last: disconnecting does not wait
+/// for it, so it reaches the object through this. What changes on another thread than that of the user interface is
+/// drawn with the next painting: the view model belongs to that thread.
 struct CRealtimeData::LinkageBond {
     boost::recursive_mutex lock;
-    CRealtimeData *data = nullptr; ///< null when it has gone; of the user-interface thread
+    CRealtimeData *data = nullptr; ///< null when it has gone
+    std::mutex untoldLock; ///< guards the following; nothing else is locked under it
     std::vector<std::string> untold; ///< instruments that have changed on other threads
     std::atomic<bool> hasUntold{false};
 
     void hear(const std::vector<std::string> &instruments) {
-        if (isUserInterfaceThread()) { // where the object goes, too
+        if (isUserInterfaceThread()) {
+            const Hold hold(lock);
             if (data) {
                 data->onLinkageChanged(instruments);
             }
             return;
         }
-        const Hold hold(lock);
+        const std::lock_guard<std::mutex> hold(untoldLock);
         for (const std::string &instrument : instruments) {
             if (std::count(untold.begin(), untold.end(), instrument) == 0) {
                 untold.push_back(instrument);
@@ -60,7 +63,7 @@ struct CRealtimeData::LinkageBond {
         if (!hasUntold) {
             return {};
         }
-        const Hold hold(lock);
+        const std::lock_guard<std::mutex> hold(untoldLock);
         hasUntold = false;
         return std::exchange(untold, {});
     }
@@ -79,7 +82,10 @@ CRealtimeData::~CRealtimeData() {
     retire();
     unrequest();
     mLinkageConnection.disconnect();
-    mLinkageBond->data = nullptr;
+    {
+        const Hold hold(mLinkageBond->lock);
+        mLinkageBond->data = nullptr;
+    }
     clearData();
 }
 
