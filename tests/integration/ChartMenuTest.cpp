@@ -300,8 +300,7 @@ TEST_F(ChartReplay, ARegionIsPlayedAgainAndTheMarketComesBack) {
     EXPECT_EQ(view().pointCount(), 31);
     QTest::mouseClick(panel()->findChild<QPushButton *>("replay_end"), Qt::LeftButton);
     EXPECT_FALSE(view().isReplay());
-    ASSERT_TRUE(waitUntilComplete());
-    EXPECT_EQ(view().pointCount(), points);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view().pointCount() == points; }, 10000)) << view().pointCount();
 }
 
 TEST_F(ChartReplay, APanelThatWasClosedComesBackByTheMenu) {
