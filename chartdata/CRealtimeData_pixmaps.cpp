@@ -4,6 +4,7 @@
 #include "chartdata/ChartLayout.h"
 #include "chartdata/ContentDigest.h"
 #include "chartdata/GapFilling.h"
+#include "chartdata/LinkageScope.h"
 #include "chartdata/PanePixmap.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "host/services/CConfigService.h"
@@ -38,7 +39,6 @@ struct CRealtimeData::DrawnLine {
 
 namespace {
 
-constexpr int kNoLinkage = 1; ///< of mLinkageFlags
 constexpr int kReplayTimeEvent = 3239;
 constexpr int kTextExStyle = 31; ///< drawn as a whole, whatever points are asked for
 
@@ -389,7 +389,7 @@ void CRealtimeData::refreshPixmaps(const QPainter &painter) {
 }
 
 bool CRealtimeData::isLinkageShown() const {
-    return mDisplayType == EIndexDisplayType::Main && mUiParam->mLinkageFlags != kNoLinkage &&
+    return mDisplayType == EIndexDisplayType::Main && mUiParam->mLinkageFlags != eNoLinkage &&
            !mLinkagePixmap.isNull() && CSingletonT<CLinkageManager>::instance().isEnabled();
 }
 
@@ -482,7 +482,7 @@ QRect CRealtimeData::takeDirtyRect() {
 void CRealtimeData::drawLinkage(const QRect &rect) {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
     if (mDisplayType != EIndexDisplayType::Main || !CSingletonT<CLinkageManager>::instance().isEnabled() ||
-        mUiParam->mLinkageFlags == kNoLinkage || rect.width() <= 0 || rect.height() <= 0) {
+        mUiParam->mLinkageFlags == eNoLinkage || rect.width() <= 0 || rect.height() <= 0) {
         return;
     }
     if (mLinkagePixmap.isNull()) {

@@ -9,8 +9,8 @@
 
 namespace TC {
 
-/// Views of CRealtimeUiParam::mLinkageFlags.
-enum ELinkageView : int { eAccountView = 2, eSelectedDataView = 4 };
+/// Views of CRealtimeUiParam::mLinkageFlags: none of them alone, or any of the others.
+enum ELinkageView : int { eNoLinkage = 1, eAccountView = 2, eSelectedDataView = 4 };
 /// Places of CRealtimeUiParam::mLinkageShow.
 enum ELinkageShow : std::size_t {
     eShowOrders,

@@ -2,6 +2,7 @@
 
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
+#include "viewmodel/PaneMetrics.h"
 
 #include <Qt>
 
@@ -15,7 +16,6 @@ constexpr double kRowsPerTick = 3.2;
 constexpr int kLineMinutes = 30;
 constexpr int kMinutesOfDay = 1440; ///< no session is longer
 constexpr int kLabelInset = 48; ///< where labels end on the left strip, and how far from the right they begin
-constexpr int kRightLabelWidth = 50;
 constexpr double kScaledFrom = 100000.0;
 
 int rowOf(int height, int tick, int count) {
@@ -82,7 +82,7 @@ private:
         const int y = mIn.ticks[i].y;
         const int height = vertical == Qt::AlignVCenter ? 2 * mIn.fontHeight : mIn.fontHeight;
         const int top = vertical == Qt::AlignTop ? y : y - mIn.fontHeight;
-        label.rect = mIn.right ? QRect(mIn.width - kLabelInset, top, kRightLabelWidth, height)
+        label.rect = mIn.right ? QRect(mIn.width - kLabelInset, top, kAxisStripWidth, height)
                                : QRect(0, top, kLabelInset, height);
         label.alignment = vertical | (mIn.right ? Qt::AlignLeft : Qt::AlignRight);
         return label;

@@ -1,6 +1,7 @@
 // The mouse on a graph: cross line, selections, trades under it, and what the smart keyboard hands over.
 
 #include "chartdata/CRealtimeData.h"
+#include "chartdata/LinkageScope.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/ReplayRange.h"
 #include "chartview/SelectionGeometry.h"
@@ -31,7 +32,6 @@ enum EEvent : int {
     eReplayRangeAsked = 3268,
 };
 
-constexpr int kNoLinkage = 1; ///< mLinkageFlags of a view without trades
 constexpr int kNoIndex = -1;
 
 /// What a graph is asked to overlay, as the second argument of the event.
@@ -178,7 +178,7 @@ void CRealtimeGraphWidget::mouseDoubleClickEvent(QMouseEvent *event) {
 
 /// Kind of the trade at a point, as hosts are told it; empty when there is none or trades are not shown.
 QString CRealtimeGraphWidget::markAt(int x, int y) const {
-    if (mUiParam->mLinkageFlags == kNoLinkage) {
+    if (mUiParam->mLinkageFlags == eNoLinkage) {
         return {};
     }
     return mData->hitOrder(x, y)  ? QStringLiteral("linkage_orders")

@@ -52,14 +52,12 @@ enum EOverlay : int { eTakeAll = 0, eWithAxis = 1, eRenew = 2 };
 /// What event 208 asks for.
 enum EFormula : int { eTakeOff = 0, ePutOn = 1 };
 
-constexpr int kAttachedToChart = 1; ///< type of a formula
-constexpr int kConvertibleOverlay = 1; ///< bit of mAddStockFlags
 constexpr int kNoLevel = -1;
 constexpr int kHostsChoice = -1; ///< second argument of event 3254
 
 bool isAttached(const QString &formula) {
     const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
-    return detail && detail->mType == kAttachedToChart;
+    return detail && detail->mType == eAttachedFormula;
 }
 
 /// Changes the settings that outlive the program.
@@ -246,11 +244,11 @@ void CRealtimeGraphWidget::slotAddConvertibleCode() {
         return;
     }
     bool changed = true;
-    if (mUiParam->mAddStockFlags & kConvertibleOverlay) {
-        mUiParam->mAddStockFlags &= ~kConvertibleOverlay;
+    if (mUiParam->mAddStockFlags & eConvertibleOverlay) {
+        mUiParam->mAddStockFlags &= ~eConvertibleOverlay;
         mUiParam->clearAddConvertibleCode();
     } else {
-        mUiParam->mAddStockFlags |= kConvertibleOverlay;
+        mUiParam->mAddStockFlags |= eConvertibleOverlay;
         mUiParam->updateAddConvertibleCode();
         changed =
             !CSingletonT<CSectorManager>::instance().getConvertibleCodeByStock(mUiParam->getStock()).isEmpty();

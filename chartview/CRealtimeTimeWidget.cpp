@@ -2,9 +2,10 @@
 
 #include "chartdata/PanePixmap.h"
 #include "chartview/CRealtimeGraphWidget.h"
+#include "chartview/IDayRows.h"
 #include "chartview/TimeScalePlan.h"
-#include "containers/CRealtimeMainWidget.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/Events.h"
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -20,7 +21,6 @@ namespace TC {
 
 namespace {
 
-constexpr int kCrossLineMoved = 3031;
 constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
 constexpr int kTickLength = 4; ///< rows of a tick
 const QString kLabelFont = QStringLiteral("fnt_timeline_text_default");
@@ -33,13 +33,12 @@ QFont labelFont() {
     return GZ::CUiResource::instance().getFont(kLabelFont);
 }
 
-/// Position of the graph that the mouse moves over among those of a pane, which are newest first; as the number of
-/// days left of it, or -1.
-int daysBeforeActive(const CRealtimeWidget &pane) {
-    const QList<CRealtimeGraphWidget *> graphs = pane.getGraphWidgets();
-    for (int i = 0; i < graphs.size(); ++i) {
-        if (graphs[i]->isCrossActive()) {
-            return graphs.size() - i - 1;
+/// Position of the graph that the mouse moves over in a row, which is newest first; as the number of days left of it,
+/// or -1.
+int daysBeforeActive(const QList<CRealtimeGraphWidget *> &row) {
+    for (int i = 0; i < row.size(); ++i) {
+        if (row[i]->isCrossActive()) {
+            return row.size() - i - 1;
         }
     }
     return -1;
@@ -47,9 +46,8 @@ int daysBeforeActive(const CRealtimeWidget &pane) {
 
 } // namespace
 
-CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam,
-                                         CRealtimeMainWidget *parent)
-    : CBaseWidget(parent), mMainWidget(parent), mUiParam(std::move(uiParam)) {
+CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, QWidget *parent)
+    : CBaseWidget(parent), mDayRows(dynamic_cast<const IDayRows *>(parent)), mUiParam(std::move(uiParam)) {
     setObjectName(QStringLiteral("realtime_time_widget"));
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
@@ -85,7 +83,7 @@ void CRealtimeTimeWidget::resizeEvent(QResizeEvent *event) {
 }
 
 void CRealtimeTimeWidget::enterEvent(QEvent * /*event*/) {
-    deliverEvent(kCrossLineMoved, -1, -1, QString(), nullptr);
+    deliverEvent(eCrossLineMoved, -1, -1, QString(), nullptr);
 }
 
 void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
@@ -147,17 +145,14 @@ CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
 }
 
 int CRealtimeTimeWidget::daysBeforeCursor() {
-    if (!mMainWidget || !mMainWidget->getRealTimeWidget()) {
-        return mDaysBefore;
-    }
-    int days = daysBeforeActive(*mMainWidget->getRealTimeWidget());
-    if (days < 0) {
-        for (const CRealtimeWidget *pane : mMainWidget->getSubIndexWidgets()) {
-            const int here = daysBeforeActive(*pane);
-            days = here < 0 ? days : here;
+    if (mDayRows) {
+        const QVector<QList<CRealtimeGraphWidget *>> rows = mDayRows->dayRows();
+        int days = rows.isEmpty() ? -1 : daysBeforeActive(rows.first());
+        for (int i = 1; days < 0 && i < rows.size(); ++i) {
+            days = daysBeforeActive(rows[rows.size() - i]); // of formula panes the last one counts
         }
+        mDaysBefore = days < 0 ? mDaysBefore : days;
     }
-    mDaysBefore = days < 0 ? mDaysBefore : days;
     return mDaysBefore;
 }
 

@@ -13,17 +13,17 @@
 
 namespace TC {
 
-class CRealtimeMainWidget;
 class CRealtimeUiParam;
+class IDayRows;
 
 /// The time scale beneath the panes: ticks and times of one day, or the dates of several, and over them the flag with
 /// the time under the cross line. While the mouse is on it, there is no cross line.
 class CRealtimeTimeWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
-    /// The graph under the mouse, whose day the flag stands in, is looked for among the panes of `parent`; without a
-    /// parent the flag stands in the oldest day.
-    CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, CRealtimeMainWidget *parent);
+    /// The graph under the mouse, whose day the flag stands in, is looked for among those of `parent`. Where that is no
+    /// IDayRows, or null, the flag stands in the oldest day.
+    CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, QWidget *parent);
 
     /// Takes the axis index of the flag, negative for none, and its column inside a day graph.
     void setCursor(int index, int x);
@@ -69,7 +69,7 @@ private:
     /// Midnight of the newest day shown, in seconds since the epoch.
     int referenceDate() const;
 
-    CRealtimeMainWidget *mMainWidget; ///< the parent, may be null
+    const IDayRows *mDayRows; ///< the parent, may be null
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     QPixmap mPixmap; ///< the scale without the flag
     int mCursorIndex = -1; ///< axis index of the flag, negative none

@@ -2,6 +2,7 @@
 
 #include "host/records/Enumerations.h"
 #include "host/toolkit/Text.h"
+#include "viewmodel/PaneMetrics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +11,6 @@
 namespace TC {
 namespace {
 
-constexpr int kStrip = 50; ///< width of an axis strip, and of a label
 constexpr int kLabelHeight = 20;
 
 bool isNumber(double value) {
@@ -74,20 +74,20 @@ CrossLinePlan planCrossLine(const CrossLineInput &input) {
         return plan;
     }
     plan.hasVertical = true;
-    const int x = input.x + kStrip;
+    const int x = input.x + kAxisStripWidth;
     plan.vertical = QLine(x, input.top, x, input.size.height());
     if (input.y < 0) {
         return plan;
     }
     const int width = input.size.width();
     plan.hasHorizontal = true;
-    plan.horizontal = QLine(kStrip, input.row, width - kStrip, input.row);
+    plan.horizontal = QLine(kAxisStripWidth, input.row, width - kAxisStripWidth, input.row);
     const int labelRow = std::max(input.row - kLabelHeight, 0);
-    plan.leftBox = QRect(0, labelRow, kStrip, kLabelHeight);
+    plan.leftBox = QRect(0, labelRow, kAxisStripWidth, kLabelHeight);
     plan.leftText = GZ::formatDoubleNumber(input.value, GZ::getGraphShowTick(input.value, input.decimals),
                                            utils::eFormatScaled, false, input.invalid);
     if (input.withPercent) {
-        plan.rightBox = QRect(width - kStrip, labelRow, kStrip, kLabelHeight);
+        plan.rightBox = QRect(width - kAxisStripWidth, labelRow, kAxisStripWidth, kLabelHeight);
         plan.rightText = GZ::formatDoubleNumber(shareOf(input.value, input.base), 2, utils::eFormatPercent,
                                                 false, input.invalid);
     }

@@ -12,8 +12,6 @@
 namespace TC {
 namespace {
 
-constexpr int kAttachedToChart = 1; ///< type of a formula
-
 using Detail = CFormulaCatalogDetail;
 
 QString tr(const char *text) {
@@ -105,7 +103,7 @@ void FormulaMenu::addFormula(QMenu &menu, const Detail &node) const {
     const CFormulaDetailPtr formula =
         CSingletonT<CFormulaOperateManager>::instance().getFormula(node.catalogName());
     const bool ofChart = mDisplayType == EIndexDisplayType::Main;
-    if (!formula || !formula->mVisible || (formula->mType == kAttachedToChart) != ofChart) {
+    if (!formula || !formula->mVisible || (formula->mType == eAttachedFormula) != ofChart) {
         return;
     }
     QAction *action = menu.addAction(formula->mName);

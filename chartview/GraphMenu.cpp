@@ -26,9 +26,6 @@ namespace {
 using Graph = CRealtimeGraphWidget;
 using kvservice::StockTypeCenter;
 
-constexpr int kAttachedToChart = 1; ///< type of a formula
-constexpr int kConvertibleOverlay = 1; ///< bit of mAddStockFlags
-
 QString tr(const char *text) {
     return QCoreApplication::translate("TC::GraphMenu", text);
 }
@@ -146,7 +143,7 @@ void GraphMenu::addShownFormulas(QMenu &menu) const {
     QMenu *shown = nullptr;
     for (const QString &name : mSubject.data.getFormulas()) {
         const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
-        if (mSubject.uiParam.isMainFormula(name) || !formula || formula->mType != kAttachedToChart) {
+        if (mSubject.uiParam.isMainFormula(name) || !formula || formula->mType != eAttachedFormula) {
             continue;
         }
         shown = shown ? shown : menu.addMenu(tr("取消叠加指标"));
@@ -181,7 +178,7 @@ void GraphMenu::addInstruments(QMenu &menu) const {
         addSectorLevels(*menu.addMenu(tr("叠加板块指数")), true);
         if (isConvertible()) {
             checked(add(menu, tr("自动叠加转债正股品种"), &Graph::slotAddConvertibleCode),
-                    (uiParam.mAddStockFlags & kConvertibleOverlay) != 0);
+                    (uiParam.mAddStockFlags & eConvertibleOverlay) != 0);
         }
     }
     add(menu, tr("叠加品种"), &Graph::slotOverlayStock);

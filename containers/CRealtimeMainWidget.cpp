@@ -113,6 +113,14 @@ QVector<CRealtimeWidget *> CRealtimeMainWidget::allPanes() const {
     return panes;
 }
 
+QVector<QList<CRealtimeGraphWidget *>> CRealtimeMainWidget::dayRows() const {
+    QVector<QList<CRealtimeGraphWidget *>> rows;
+    for (const CRealtimeWidget *pane : allPanes()) {
+        rows.append(pane->getGraphWidgets());
+    }
+    return rows;
+}
+
 // Instrument
 
 void CRealtimeMainWidget::setStock(const QString &key, bool useUnderlying) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chartview/IDayRows.h"
 #include "containers/CIndexWidgetInfo.h"
 #include "containers/CRealtimeWidget.h"
 #include "host/records/BSONObj.h"
@@ -45,7 +46,7 @@ class DownloadProgress;
 ///
 /// A host calls setStock, then request(false), and again on every change of instrument. The view tells what
 /// concerns the host by events that it delivers upward. User-interface thread only.
-class CRealtimeMainWidget : public GZ::CBaseWidget {
+class CRealtimeMainWidget : public GZ::CBaseWidget, public IDayRows {
     Q_OBJECT
 public:
     CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType);
@@ -104,6 +105,7 @@ public:
     CRealtimeWidget *getRealTimeWidget() const { return mMainWidget; }
     /// In order of creation, which is that from top to bottom.
     QVector<CRealtimeWidget *> getSubIndexWidgets() const { return mSubWidgets; }
+    QVector<QList<CRealtimeGraphWidget *>> dayRows() const override;
     boost::shared_ptr<CRealtimeUiParam> getUiParam() const { return mUiParam; }
     /// Adds an empty pane and selects it.
     void addIndexWidget();

@@ -8,12 +8,6 @@
 
 namespace TC {
 
-namespace {
-
-constexpr int kNoLinkage = 1; ///< mLinkageFlags of a view without trades
-
-} // namespace
-
 void CRealtimeMainWidget::showLinkageSetting() {
     mUiParam->mLinkageFlags |= eSelectedDataView;
     if (!mLinkageDialog) {
@@ -41,7 +35,7 @@ void CRealtimeMainWidget::updateLinkageSetting() {
 }
 
 void CRealtimeMainWidget::updateLinkageDatas() {
-    if (mUiParam->mLinkageFlags != kNoLinkage) {
+    if (mUiParam->mLinkageFlags != eNoLinkage) {
         mMainWidget->updateView();
         updateWithChildren(mMainWidget);
     }

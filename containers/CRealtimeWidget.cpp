@@ -14,6 +14,7 @@
 #include "host/toolkit/CPushButton.h"
 #include "host/toolkit/CWidgetList.h"
 #include "viewmodel/CRealtimeUiParam.h"
+#include "viewmodel/PaneMetrics.h"
 
 #include <QVBoxLayout>
 
@@ -25,9 +26,8 @@ namespace TC {
 
 namespace {
 
-constexpr int kAxisWidth = 50; ///< pixels, as the other sizes below
 constexpr int kRunButton = 1024; ///< id of the run button
-constexpr QSize kRunButtonSize(50, 20);
+constexpr QSize kRunButtonSize(50, 20); ///< pixels, as the other sizes below
 constexpr int kRunButtonRow = 12;
 constexpr int kConciseRunButtonRow = 22;
 constexpr int kRunButtonGap = 5;
@@ -94,14 +94,14 @@ void CRealtimeWidget::createStrips() {
     mRightAxisWidget = new CGraphAxisWidget(mUiParam, mMainData, CGraphAxisWidget::eRight, this);
     for (CGraphAxisWidget *strip : {mLeftAxisWidget, mRightAxisWidget}) {
         strip->setDisplayType(mDisplayType);
-        strip->setFixedWidth(kAxisWidth);
+        strip->setFixedWidth(kAxisStripWidth);
     }
     mMainData->setAxisWidget(mLeftAxisWidget);
     if (mDisplayType == EIndexDisplayType::Main) {
         mUiParam->mLeftAxis = mLeftAxisWidget;
         mUiParam->mRightAxis = mRightAxisWidget;
-        mUiParam->mLeftAxisWidth = kAxisWidth;
-        mUiParam->mRightAxisWidth = kAxisWidth;
+        mUiParam->mLeftAxisWidth = kAxisStripWidth;
+        mUiParam->mRightAxisWidth = kAxisStripWidth;
     }
 }
 

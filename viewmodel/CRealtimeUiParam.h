@@ -35,6 +35,11 @@ class CRealTimeCustomIndexAxis;
 class CRealTimePortfolioAxis;
 struct TradingDay;
 
+/// Bits of CRealtimeUiParam::mAddStockFlags.
+enum EAddStockFlag : int {
+    eConvertibleOverlay = 1, ///< what the instrument converts to or from is overlaid
+};
+
 /// The shared state of one intraday view: the instrument shown and its kind, the overlays, the roles of
 /// formulas, the cross line and the trading-time axis. One object is shared by all panes of a view; its members
 /// are public and read and written by them directly. User-interface thread only.
@@ -172,7 +177,7 @@ public:
     int mAddSwBkzsLevel = -1; ///< classification level of the overlaid sector index, -1 none
     QString mAddBkzsCode; ///< key of the sector index overlaid now
     QString mFormulaAccount;
-    int mAddStockFlags = 0; ///< bit 0: the convertible-bond overlay is on
+    int mAddStockFlags = 0; ///< EAddStockFlag
     QSet<QString> mAddConvertibleCodes;
     bool mValid = false;
     CInstrumentDetailPtr mStockDetail; ///< main instrument of kind 0, otherwise null

@@ -14,9 +14,6 @@ namespace {
 
 using Details = QList<CInstrumentDetailPtr>;
 
-/// Bit of mAddStockFlags.
-constexpr int kConvertibleOverlay = 1;
-
 CInstrumentDetailPtr detailOf(const QString &key) {
     return CSingletonT<CStockManager>::instance().getInstrumentDetail(key);
 }
@@ -206,7 +203,7 @@ void CRealtimeUiParam::clearAddSwBkzsCode() {
 }
 
 void CRealtimeUiParam::updateAddConvertibleCode() {
-    if (!(mAddStockFlags & kConvertibleOverlay)) {
+    if (!(mAddStockFlags & eConvertibleOverlay)) {
         return;
     }
     clearAddConvertibleCode();

@@ -10,11 +10,18 @@
 
 namespace TC {
 
+/// Where a formula stands.
+enum EFormulaType : qint32 {
+    eSubPaneFormula = 0, ///< in a pane of its own
+    eAttachedFormula = 1, ///< over the main chart
+    eReplacingFormula = 2, ///< in place of the main chart
+};
+
 /// One formula of the catalogue. Owned by the host and read-only for the chart view.
 struct CFormulaDetail {
     QString mName; ///< name, as in a CFormulaKey
     QString mFileName; ///< name of the compiled file, as a request addresses it
-    qint32 mType = 0; ///< 0 sub pane, 1 attached to the main chart, 2 replaces the main chart
+    qint32 mType = eSubPaneFormula; ///< EFormulaType
     QVector<QString> mParamNames; ///< numeric parameters, parallel to mParamValues
     QVector<double> mParamValues;
     QVector<QString> mStrParamNames; ///< text parameters, parallel to mStrParamValues

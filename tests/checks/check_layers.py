@@ -19,12 +19,11 @@ OUTER = {"tests", "bench"}
 STRATEGIES = ("chartview/CRealtimeBaseFormulaAxis.h", "chartview/CRealTimeNomalAxis.h",
               "chartview/CRealTimeCustomIndexAxis.h", "chartview/CRealTimePortfolioAxis.h")
 # (source, header): the view parameters and their strategies, the view parameters and the axis strips, the data
-# and its axis strip, the time scale and the main widget, and the title strip, which reads the public members of the
+# and its axis strip, and the title strip, which reads the public members of the
 # view parameters that it is handed.
 MEETINGS = [("viewmodel/CRealtimeUiParam*.cpp", header) for header in STRATEGIES] + [
     ("viewmodel/CRealtimeUiParam*.cpp", "chartview/CGraphAxisWidget.h"),
     ("chartdata/CRealtimeData*.cpp", "chartview/CGraphAxisWidget.h"),
-    ("chartview/CRealtimeTimeWidget*.cpp", "containers/CRealtimeMainWidget.h"),
     ("toolkit/drawing/CIndexTitleWidget*.cpp", "viewmodel/CRealtimeUiParam.h"),
 ]
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]', re.MULTILINE)
@@ -101,7 +100,7 @@ PLANTED = [
     ("chartview/CRealTimeNomalAxis.h", '#include "chartview/CRealtimeBaseFormulaAxis.h"\n', 0),
     ("chartview/CRealTimeNomalAxis.cpp", '#include "viewmodel/CRealtimeUiParam.h"\n', 1),
     ("chartview/CGraphAxisWidget.h", '#include "linkage/Dialog.h"\n', 0),
-    ("chartview/CRealtimeTimeWidget.cpp", '#include "containers/CRealtimeMainWidget.h"\n', 0),
+    ("chartview/CRealtimeTimeWidget.cpp", '#include "containers/CRealtimeMainWidget.h"\n', 1),
     ("chartview/CRealtimeTimeWidget.h", '#include "containers/CRealtimeMainWidget.h"\n', 1),
     ("chartview/CRealtimeGraphWidget.cpp", '#include "containers/CRealtimeMainWidget.h"\n', 1),
     ("linkage/Dialog.h", '#include "chartdata/CRealtimeData.h"\n', 0),
