@@ -16,6 +16,12 @@ struct QuoterBase {
     double mPrice = 0.0; ///< the price that follows the time
 };
 
+/// One transaction, or what was traded between two snapshots: the quotes of the kind 1806.
+struct QuoterTransaction : QuoterBase {
+    double mVolume = 0.0; ///< in shares or contracts
+    double mAmount = 0.0; ///< in money; 0 when unknown
+};
+
 /// What CFormulaManager::requestHistoryQuote fetches.
 struct TSMetaInfo {
     std::string mMarket;

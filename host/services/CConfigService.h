@@ -1,11 +1,14 @@
 #pragma once
 
+#include "host/records/CAccount.h"
 #include "host/records/Enumerations.h"
 #include "host/records/UserConfigRecord.h"
 #include "host/services/CSingletonT.h"
 
+#include <QList>
 #include <QMap>
 #include <QString>
+#include <boost/shared_ptr.hpp>
 
 namespace TC {
 
@@ -32,6 +35,8 @@ public:
     virtual int subIndexRefresh() const { return 0; }
     /// Tasks are cancelled at once, without the dialog.
     virtual bool quickCancel() const { return false; }
+    /// The accounts that the user has set up; an entry may be null.
+    virtual QList<boost::shared_ptr<CAccount>> accounts() const { return {}; }
     /// Saved layout of a table.
     virtual QString tableConfig(int /*tableId*/) const { return QString(); }
     virtual void setTableConfig(int /*tableId*/, const QString & /*text*/) {}

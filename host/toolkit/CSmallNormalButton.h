@@ -24,6 +24,9 @@ public:
     /// Colours of the text, by key, as it lies there, under the mouse, pressed, and disabled.
     void setTextColorKeys(const QString &normal, const QString &hovered, const QString &pressed,
                           const QString &disabled);
+    /// Colours of the ground: keys that begin so and end as those of the text do, with "nomal", "hover", "press" and
+    /// "disable".
+    void setBackgroundKeys(const QString &prefix);
     void setFontKey(const QString &key);
 
     QSize sizeHint() const override;
@@ -42,6 +45,7 @@ private:
     int mBorder;
     int mRadius;
     std::array<QString, 4> mTextColorKeys; ///< by EState
+    QString mBackgroundPrefix = QStringLiteral("tc_clr_conciseStyle_depth_bottom_group_btn_");
     QString mFontKey = QStringLiteral("fnt_default_normal");
 };
 

@@ -8,9 +8,7 @@ namespace {
 
 constexpr int kTextMargin = 8; ///< on each side of the text
 constexpr int kHeight = 20;
-const std::array<const char *, 4> kGroundKeys = {
-    "tc_clr_conciseStyle_depth_bottom_group_btn_nomal", "tc_clr_conciseStyle_depth_bottom_group_btn_hover",
-    "tc_clr_conciseStyle_depth_bottom_group_btn_press", "tc_clr_conciseStyle_depth_bottom_group_btn_disable"};
+constexpr std::array<const char *, 4> kKeyEnds = {"nomal", "hover", "press", "disable"}; ///< by EState
 
 } // namespace
 
@@ -29,6 +27,11 @@ CSmallNormalButton::CSmallNormalButton(int id, int border, int radius, QWidget *
 void CSmallNormalButton::setTextColorKeys(const QString &normal, const QString &hovered, const QString &pressed,
                                           const QString &disabled) {
     mTextColorKeys = {normal, hovered, pressed, disabled};
+    update();
+}
+
+void CSmallNormalButton::setBackgroundKeys(const QString &prefix) {
+    mBackgroundPrefix = prefix;
     update();
 }
 
@@ -67,7 +70,7 @@ void CSmallNormalButton::paintEvent(QPaintEvent *) {
     const CUiResource &theme = CUiResource::instance();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(theme.getColor(QLatin1String(kGroundKeys[state()])));
+    painter.setBrush(theme.getColor(mBackgroundPrefix + QLatin1String(kKeyEnds[state()])));
     painter.setPen(mBorder > 0 ? QPen(theme.getColor(QStringLiteral("clr_edit_border")), mBorder)
                                : QPen(Qt::NoPen));
     const double inset = mBorder / 2.0; // the line lies inside

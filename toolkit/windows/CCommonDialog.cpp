@@ -57,7 +57,7 @@ int CCommonDialog::titleButtonMargin() {
 
 bool CCommonDialog::handleEvent(int event, int first, int second, QString text, void *data) {
     if (event == CPushButton::kClicked && first == kCloseButton) {
-        QDialog::reject();
+        done(kCloseButton);
         return true;
     }
     return CEventDeliverer::handleEvent(event, first, second, text, data);
