@@ -2,14 +2,15 @@
 
 #include "viewmodel/CRealtimeUiParam.h"
 
-#include "chartview/CRealTimeCustomIndexAxis.h"
-#include "chartview/CRealTimeNomalAxis.h"
-#include "chartview/CRealTimePortfolioAxis.h"
+#include "host/drawing/LineColor.h"
 #include "host/services/CIndexManager.h"
 #include "host/services/CStockManager.h"
 #include "host/services/CTradeOpenCloseTimeManager.h"
 #include "host/services/StockTypeCenter.h"
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
+#include "viewmodel/CRealTimeCustomIndexAxis.h"
+#include "viewmodel/CRealTimeNomalAxis.h"
+#include "viewmodel/CRealTimePortfolioAxis.h"
 #include "viewmodel/TradingSessions.h"
 
 #include <cmath>
@@ -17,14 +18,11 @@
 namespace TC {
 namespace {
 
-enum EStockKind : int { eInstrument = 0, eUserIndex = 1, ePortfolio = 2 };
-
 QList<int> overlayColorsOfTheme() {
     QList<int> colors;
     for (const char *key :
          {"ic_clr_realtime_superpos_1", "ic_clr_realtime_superpos_2", "ic_clr_realtime_superpos_3"}) {
-        const QColor color = GZ::CUiResource::instance().getColor(QLatin1String(key));
-        colors.append(color.red() | color.green() << 8 | color.blue() << 16);
+        colors.append(lineColor(GZ::themeColor(key)));
     }
     return colors;
 }

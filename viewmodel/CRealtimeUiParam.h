@@ -133,7 +133,7 @@ public:
     void setDataCount(int count) { __atomic_store_n(&mDataCount, count, __ATOMIC_RELAXED); }
 
     const EIndexViewType mViewType;
-    int mStockKind = 0; ///< 0 instrument, 1 user-defined index, 2 portfolio; written only by setStock
+    int mStockKind = eInstrument; ///< EStockKind; written only by setStock
     int mMaxAddStock = 3; ///< limit of overlays, those with and without an axis together
     bool mCrossShown = false;
     bool mCursorByKey = false; ///< the keyboard moved the cross line last, not the mouse

@@ -2,6 +2,7 @@
 
 #include "host/drawing/CArrowColorSimpleText.h"
 #include "host/drawing/IndexBaseData.h"
+#include "host/drawing/TitleView.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CBaseWidget.h"
@@ -14,6 +15,8 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 
+#include <memory>
+
 namespace GZ {
 class CPushButton;
 } // namespace GZ
@@ -21,10 +24,10 @@ class CPushButton;
 namespace TC {
 
 class CKLineUiParam;
-class CRealtimeUiParam;
+class TitleContent;
 
 /// The strip above the graphs of a pane: the instrument, then each formula with the values of its lines at an axis
-/// index, in the colours of the lines, and the overlays. A buttons' click travels up as event 5 with one of the ids
+/// index, in the colours of the lines, and the overlays. A button's click travels up as eButtonClicked with one of the ids
 /// below. User-interface thread only; the data may change on another thread meanwhile.
 class CIndexTitleWidget : public GZ::CBaseWidget {
     Q_OBJECT
@@ -45,8 +48,10 @@ public:
     CIndexTitleWidget(const boost::shared_ptr<IndexBaseData> &source, EIndexDisplayType displayType,
                       EIndexViewType viewType, int period, int textWidth, int candleKind,
                       const boost::shared_ptr<CKLineUiParam> &candleParam, QWidget *parent);
+    ~CIndexTitleWidget() override;
 
-    void setRealtimeUiParam(boost::shared_ptr<CRealtimeUiParam> uiParam);
+    /// The view that the strip belongs to; the view parameters are handed over as they are.
+    void setRealtimeUiParam(TitleView view);
     /// When set, the view shows that past trading day: seconds since the epoch at its midnight.
     void setGetTradeDateFunc(boost::function<int()> func);
 
@@ -55,7 +60,7 @@ public:
     void clearStock();
     /// The instrument to name. The flag is that of the view: its underlying has the axis.
     void setStock(const CInstrumentDetailPtr &detail, bool useUnderlying);
-    CInstrumentDetailPtr getStock() const { return mStock; }
+    CInstrumentDetailPtr getStock() const;
     /// The data whose values are told from now on; null means that of the constructor.
     void setIndexData(const boost::shared_ptr<IndexBaseData> &source);
     boost::shared_ptr<IndexBaseData> getIndexData() const { return current(); }
@@ -90,27 +95,14 @@ protected:
 
 private:
     boost::shared_ptr<IndexBaseData> current() const;
-    void createButtons();
+    void createButtons(EIndexDisplayType displayType);
     void placeButtons();
     QRect textRect() const;
-    void readTitle(CArrowColorSimpleText &title) const;
-    void addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const;
-    void addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const;
-    void addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
-                   double lastClose) const;
-    bool showsToday(const IndexBaseData &source) const;
-    double lastClose(const IndexBaseData &source) const;
 
     boost::weak_ptr<IndexBaseData> mMainData;
     boost::weak_ptr<IndexBaseData> mData;
-    boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    boost::function<int()> mGetTradeDateFunc;
-    EIndexDisplayType mDisplayType;
     int mTextWidth;
-    CInstrumentDetailPtr mStock;
-    int mIndex = -1;
-    QString mShowIndex;
-    QList<CInstrumentDetailPtr> mAddStocks;
+    std::unique_ptr<TitleContent> mContent;
     bool mSimple = false;
     QString mSimpleTitle;
     bool mShowBg = false;

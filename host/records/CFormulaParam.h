@@ -14,7 +14,7 @@ namespace TC {
 
 /// Request of one formula series.
 struct CFormulaParam {
-    qint32 mStockKind = 0; ///< 0 instrument, 1 user-defined index, 2 portfolio
+    qint32 mStockKind = eInstrument; ///< EStockKind
     qint32 mDataMode = 0; ///< 1, or 3 for a fixed-price request
     QString mMarket;
     QString mCode;

@@ -23,6 +23,13 @@ enum class EIndexDisplayType : int {
     Sub = 1, ///< a formula pane
 };
 
+/// Kind of the instrument that a view shows or a request asks for; kept as a plain number in both.
+enum EStockKind : int {
+    eInstrument = 0, ///< an ordinary instrument of the catalogue
+    eUserIndex = 1, ///< an index that the user has defined
+    ePortfolio = 2,
+};
+
 /// Which analysis a portfolio view shows; any other value is the expected-order analysis.
 enum class EPortfolioAnalyzeGraphType : int { VolumePrice = 0, Deviation = 1, ExpectedOrder = 2 };
 

@@ -1,9 +1,9 @@
 // Which entries the context menu of a graph has, in which order, and which are checked.
 
 #include "chartview/GraphMenu.h"
-#include "chartview/CRealTimePortfolioAxis.h"
 #include "host/toolkit/CStyleSheetCenter.h"
 #include "tests/chartview/GraphMenuFixture.h"
+#include "viewmodel/CRealTimePortfolioAxis.h"
 
 #include <QPointer>
 #include <QWindow>

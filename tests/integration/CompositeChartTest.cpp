@@ -42,7 +42,7 @@ protected:
 
 TEST_F(CompositeChart, AUserDefinedIndexIsComputedFromItsMembersAndRuns) {
     TC::CFormulaParam index = param("CD", "CD100002");
-    index.mStockKind = 1;
+    index.mStockKind = TC::eUserIndex;
     index.mEnd = {2147483632000LL, 0};
     request(index);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !mSeries.mTimes.empty(); }, 10000));
@@ -57,7 +57,7 @@ TEST_F(CompositeChart, AUserDefinedIndexIsComputedFromItsMembersAndRuns) {
 
 TEST_F(CompositeChart, APortfolioIsWorthItsPositions) {
     TC::CFormulaParam portfolio = param("TZZH", "1");
-    portfolio.mStockKind = 2;
+    portfolio.mStockKind = TC::ePortfolio;
     request(portfolio);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !mSeries.mTimes.empty(); }, 10000));
     EXPECT_NEAR(mSeries.mValues[0].back(),

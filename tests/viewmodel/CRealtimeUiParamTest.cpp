@@ -1,10 +1,10 @@
 #include "viewmodel/CRealtimeUiParam.h"
 
-#include "chartview/CRealTimeCustomIndexAxis.h"
-#include "chartview/CRealTimeNomalAxis.h"
-#include "chartview/CRealTimePortfolioAxis.h"
 #include "host/toolkit/CUiResource.h"
 #include "tests/fakehost/FakeHost.h"
+#include "viewmodel/CRealTimeCustomIndexAxis.h"
+#include "viewmodel/CRealTimeNomalAxis.h"
+#include "viewmodel/CRealTimePortfolioAxis.h"
 
 #include <gtest/gtest.h>
 

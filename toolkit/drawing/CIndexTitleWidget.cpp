@@ -1,7 +1,8 @@
 #include "host/drawing/CIndexTitleWidget.h"
 
 #include "host/toolkit/CPushButton.h"
-#include "viewmodel/CRealtimeUiParam.h"
+#include "host/toolkit/ThemeColor.h"
+#include "toolkit/drawing/TitleContent.h"
 
 #include <QHelpEvent>
 #include <QPaintEvent>
@@ -48,17 +49,19 @@ CIndexTitleWidget::CIndexTitleWidget(const boost::shared_ptr<IndexBaseData> &sou
                                      EIndexDisplayType displayType, EIndexViewType /*viewType*/, int /*period*/,
                                      int textWidth, int /*candleKind*/,
                                      const boost::shared_ptr<CKLineUiParam> & /*candleParam*/, QWidget *parent)
-    : CBaseWidget(parent), mMainData(source), mData(source), mDisplayType(displayType), mTextWidth(textWidth),
-      mText(QStringLiteral("fnt_index_title_text")) {
+    : CBaseWidget(parent), mMainData(source), mData(source), mTextWidth(textWidth),
+      mContent(std::make_unique<TitleContent>(displayType)), mText(QStringLiteral("fnt_index_title_text")) {
     setObjectName(QStringLiteral("index_title_widget"));
     setAttribute(Qt::WA_OpaquePaintEvent);
-    createButtons();
+    createButtons(displayType);
     updateTitleHeight();
 }
 
-void CIndexTitleWidget::createButtons() {
+CIndexTitleWidget::~CIndexTitleWidget() = default;
+
+void CIndexTitleWidget::createButtons(EIndexDisplayType displayType) {
     for (const Tool &tool : kTools) {
-        if (mDisplayType == EIndexDisplayType::Main ? tool.onMain : tool.onSub) {
+        if (displayType == EIndexDisplayType::Main ? tool.onMain : tool.onSub) {
             auto *button = new GZ::CPushButton(QLatin1String(tool.image), tool.id, this);
             button->setAutoRaise(true);
             button->setToolTip(tr(tool.tip));
@@ -91,30 +94,34 @@ QRect CIndexTitleWidget::textRect() const {
     return {kMargin, 0, qMax(right - 2 * kMargin, 0), height()};
 }
 
-void CIndexTitleWidget::setRealtimeUiParam(boost::shared_ptr<CRealtimeUiParam> uiParam) {
-    mUiParam = std::move(uiParam);
+void CIndexTitleWidget::setRealtimeUiParam(TitleView view) {
+    mContent->mView = std::move(view);
     updateView();
 }
 
 void CIndexTitleWidget::setGetTradeDateFunc(boost::function<int()> func) {
-    mGetTradeDateFunc = std::move(func);
+    mContent->mGetTradeDateFunc = std::move(func);
     updateView();
 }
 
 void CIndexTitleWidget::clear() {
-    mIndex = -1;
-    mShowIndex.clear();
+    mContent->mIndex = -1;
+    mContent->mShowIndex.clear();
     updateView();
 }
 
 void CIndexTitleWidget::clearStock() {
-    mStock = nullptr;
+    mContent->mStock = nullptr;
     updateView();
 }
 
 void CIndexTitleWidget::setStock(const CInstrumentDetailPtr &detail, bool /*useUnderlying*/) {
-    mStock = detail;
+    mContent->mStock = detail;
     updateView();
+}
+
+CInstrumentDetailPtr CIndexTitleWidget::getStock() const {
+    return mContent->mStock;
 }
 
 void CIndexTitleWidget::setIndexData(const boost::shared_ptr<IndexBaseData> &source) {
@@ -128,17 +135,17 @@ boost::shared_ptr<IndexBaseData> CIndexTitleWidget::current() const {
 }
 
 void CIndexTitleWidget::updateIndexId(int index) {
-    mIndex = index;
+    mContent->mIndex = index;
     updateView();
 }
 
 void CIndexTitleWidget::setShowIndex(const QString &formula) {
-    mShowIndex = formula;
+    mContent->mShowIndex = formula;
     updateView();
 }
 
 void CIndexTitleWidget::setAddStockList(const QList<CInstrumentDetailPtr> &stocks) {
-    mAddStocks = stocks;
+    mContent->mAddStocks = stocks;
     updateView();
 }
 
@@ -148,7 +155,11 @@ void CIndexTitleWidget::clearAddStockList() {
 
 void CIndexTitleWidget::updateView() {
     CArrowColorSimpleText title(QStringLiteral("fnt_index_title_text"));
-    readTitle(title);
+    if (mSimple) {
+        title.append(mSimpleTitle, GZ::themeColor("ic_clr_index_title_name"));
+    } else if (const boost::shared_ptr<IndexBaseData> source = current()) {
+        mContent->write(title, *source);
+    }
     if (title != mText) {
         update(title.changeFrom(mText, textRect()));
         mText = title;
@@ -209,11 +220,10 @@ void CIndexTitleWidget::onUiResourceChanged() {
 }
 
 void CIndexTitleWidget::paintEvent(QPaintEvent *event) {
-    const auto color = [](const char *key) { return GZ::CUiResource::instance().getColor(QLatin1String(key)); };
     QPainter painter(this);
-    const QColor ground = color(mShowBg    ? "ic_clr_index_title_selected_bg"
-                                : mConcise ? "ic_clr_realtime_graph_bg"
-                                           : "ic_clr_index_title_bg");
+    const QColor ground = GZ::themeColor(mShowBg    ? "ic_clr_index_title_selected_bg"
+                                         : mConcise ? "ic_clr_realtime_graph_bg"
+                                                    : "ic_clr_index_title_bg");
     painter.fillRect(event->rect(), ground);
     mText.draw(painter, textRect(), event->rect(), ground);
 }

@@ -1,13 +1,12 @@
 #include "toolkit/drawing/DrawLook.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeCache.h"
+#include "host/toolkit/ThemeColor.h"
 
 namespace TC {
-namespace {
 
-DrawLook fetchLook(int generation) {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    const auto color = [&](const QString &key) { return theme.getColor(key).rgba(); };
+DrawLook DrawLook::ofTheme() {
+    const auto color = [](const QString &key) { return GZ::themeColor(key).rgba(); };
     DrawLook look;
     for (int i = 0; i < DrawLook::kLineColors; ++i) {
         look.lines[i] = color(QStringLiteral("ic_clr_index_line_%1").arg(i + 1));
@@ -18,20 +17,13 @@ DrawLook fetchLook(int generation) {
     look.stick = color(QStringLiteral("ic_clr_realtime_colorstick"));
     look.gradientTop = color(QStringLiteral("ic_clr_realtime_gradient_top"));
     look.gradientBottom = color(QStringLiteral("ic_clr_realtime_gradient_bottom"));
-    look.generation = generation;
     return look;
 }
 
-} // namespace
-
 const DrawLook &DrawLook::current() {
     // One a thread, since data objects draw on whichever thread their results come in.
-    thread_local DrawLook look;
-    const int generation = GZ::CUiResource::instance().generation();
-    if (look.generation != generation) {
-        look = fetchLook(generation);
-    }
-    return look;
+    thread_local GZ::ThemeCache<DrawLook> look;
+    return look.look();
 }
 
 } // namespace TC

@@ -15,8 +15,8 @@ struct DrawLook {
     QRgb stick = 0; ///< volume of which nothing is known but its height
     QRgb gradientTop = 0;
     QRgb gradientBottom = 0;
-    int generation = -1;
 
+    static DrawLook ofTheme();
     /// The look of the current theme, fetched once per theme and thread.
     static const DrawLook &current();
 

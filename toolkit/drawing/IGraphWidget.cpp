@@ -1,6 +1,6 @@
 #include "host/drawing/IGraphWidget.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/drawing/GraphShape.h"
 
 #include <QColor>
@@ -185,9 +185,7 @@ void IGraphWidget::Private::remove(int graph) {
 
 void IGraphWidget::Private::draw(QPainter &painter, int graph) const {
     const QString own = mGraphs[graph].mColor;
-    const QColor color = own.isEmpty()
-                             ? GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_graph_drawing"))
-                             : QColor(own);
+    const QColor color = own.isEmpty() ? GZ::themeColor("ic_clr_graph_drawing") : QColor(own);
     painter.setPen(QPen(color, 1.0));
     for (const QLineF &segment : outlineOf(graph)) {
         const bool slanted = segment.dx() != 0.0 && segment.dy() != 0.0;

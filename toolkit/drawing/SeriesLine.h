@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/drawing/LineColor.h"
 #include "host/records/RPCFormulaResult.h"
 #include "toolkit/drawing/SeriesGeometry.h"
 
@@ -38,14 +39,12 @@ public:
     /// The colour that the point or the line asks for, else the given one of the theme. Below 0 there is no point.
     QRgb color(int i, QRgb ofTheme) const {
         if (i >= 0 && i < mColorSize && mColors[i] != se::kDefaultColor) {
-            return unpacked(mColors[i]);
+            return colorOfLine(mColors[i]);
         }
-        return mLineColor != se::kDefaultColor ? unpacked(mLineColor) : ofTheme;
+        return mLineColor != se::kDefaultColor ? colorOfLine(mLineColor) : ofTheme;
     }
 
 private:
-    static QRgb unpacked(qint32 color) { return qRgb(color & 0xff, color >> 8 & 0xff, color >> 16 & 0xff); }
-
     const double *mValues = nullptr;
     const qint32 *mValid = nullptr;
     const double *mSeconds = nullptr;

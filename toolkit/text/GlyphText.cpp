@@ -1,6 +1,6 @@
 #include "host/toolkit/GlyphText.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeCache.h"
 #include "toolkit/text/GlyphLayout.h"
 #include "toolkit/text/GlyphPictures.h"
 
@@ -24,6 +24,13 @@ qreal evenScale(const QTransform &device) {
                       isWhole(device.m11()) && isWhole(device.dx()) && isWhole(device.dy());
     return even ? std::max(device.m11(), 0.0) : 0.0;
 }
+
+/// The texts of each font of a theme that has been asked for, by its key.
+struct TextsOfTheme {
+    std::map<QString, GlyphText> texts;
+
+    static TextsOfTheme ofTheme() { return {}; }
+};
 
 } // namespace
 
@@ -61,16 +68,12 @@ GlyphText::GlyphText(const QFont &font) : mPrivate(std::make_unique<Private>(fon
 GlyphText::~GlyphText() = default;
 
 GlyphText &GlyphText::ofTheme(const QString &fontKey) {
-    static thread_local std::map<QString, GlyphText> texts;
-    static thread_local int generation = -1;
-    const CUiResource &theme = CUiResource::instance();
-    if (generation != theme.generation()) {
-        texts.clear();
-        generation = theme.generation();
-    }
+    static thread_local ThemeCache<TextsOfTheme> cache;
+    std::map<QString, GlyphText> &texts = cache->texts;
     const auto found = texts.find(fontKey);
-    return found != texts.end() ? found->second
-                                : texts.try_emplace(fontKey, theme.getFont(fontKey)).first->second;
+    return found != texts.end()
+               ? found->second
+               : texts.try_emplace(fontKey, CUiResource::instance().getFont(fontKey)).first->second;
 }
 
 const QFont &GlyphText::font() const {

@@ -1,6 +1,6 @@
 #include "host/toolkit/CStyleSheetCenter.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 
 namespace GZ {
 namespace {
@@ -9,7 +9,7 @@ constexpr int kMenu = 15;
 
 /// A theme colour as a style sheet writes it.
 QString color(const char *key) {
-    const QColor value = CUiResource::instance().getColor(QLatin1String(key));
+    const QColor value = themeColor(key);
     return QStringLiteral("rgba(%1, %2, %3, %4)")
         .arg(value.red())
         .arg(value.green())

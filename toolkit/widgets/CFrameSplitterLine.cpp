@@ -1,5 +1,7 @@
 #include "host/toolkit/CFrameSplitterLine.h"
 
+#include "host/toolkit/ThemeColor.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -20,7 +22,7 @@ CFrameSplitterLine::CFrameSplitterLine(QString colorKey, int thickness, QWidget 
 
 void CFrameSplitterLine::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), CUiResource::instance().getColor(mColorKey));
+    painter.fillRect(event->rect(), themeColor(mColorKey));
 }
 
 } // namespace GZ

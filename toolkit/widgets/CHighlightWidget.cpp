@@ -1,5 +1,7 @@
 #include "host/toolkit/CHighlightWidget.h"
 
+#include "host/toolkit/ThemeColor.h"
+
 #include <QPainter>
 #include <QResizeEvent>
 
@@ -44,8 +46,7 @@ void CHighlightWidget::resizeEvent(QResizeEvent *event) {
 
 void CHighlightWidget::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.fillRect(frameRect(),
-                     CUiResource::instance().getColor(QStringLiteral("ic_clr_highlight_widget_frame")));
+    painter.fillRect(frameRect(), themeColor("ic_clr_highlight_widget_frame"));
 }
 
 } // namespace GZ

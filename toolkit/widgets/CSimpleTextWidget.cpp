@@ -1,5 +1,7 @@
 #include "host/toolkit/CSimpleTextWidget.h"
 
+#include "host/toolkit/ThemeColor.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -40,7 +42,7 @@ void CSimpleTextWidget::onUiResourceChanged() {
 
 void CSimpleTextWidget::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setPen(CUiResource::instance().getColor(mColorKey));
+    painter.setPen(themeColor(mColorKey));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, mText);
 }
 

@@ -1,17 +1,12 @@
 #include "host/toolkit/CSmallNoNormalButton.h"
 
 #include "host/toolkit/CPushButton.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QPainter>
 
 namespace GZ {
-namespace {
-
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
-
-} // namespace
+namespace {} // namespace
 
 CSmallNoNormalButton::CSmallNoNormalButton(const QString &text, int id, QWidget *parent)
     : CEventWidgetT<QPushButton>(parent), mId(id) {
@@ -47,15 +42,15 @@ void CSmallNoNormalButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     const bool pressed = isDown();
     if (isEnabled() && (pressed || underMouse())) {
-        painter.fillRect(rect(), color(pressed ? "tc_clr_conciseStyle_depth_bottom_group_btn_press"
-                                               : "tc_clr_conciseStyle_depth_bottom_group_btn_hover"));
+        painter.fillRect(rect(), themeColor(pressed ? "tc_clr_conciseStyle_depth_bottom_group_btn_press"
+                                                    : "tc_clr_conciseStyle_depth_bottom_group_btn_hover"));
     }
-    painter.setPen(color("clr_pushbutton_group_border_new"));
+    painter.setPen(themeColor("clr_pushbutton_group_border_new"));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(color(!isEnabled()   ? "tc_clr_depth_bottom_group_btn_txt_disable"
-                         : pressed      ? "tc_clr_depth_bottom_group_btn_txt_press"
-                         : underMouse() ? "tc_clr_depth_bottom_group_btn_txt_hover"
-                                        : "clr_text_default"));
+    painter.setPen(themeColor(!isEnabled()   ? "tc_clr_depth_bottom_group_btn_txt_disable"
+                              : pressed      ? "tc_clr_depth_bottom_group_btn_txt_press"
+                              : underMouse() ? "tc_clr_depth_bottom_group_btn_txt_hover"
+                                             : "clr_text_default"));
     painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

@@ -1,6 +1,6 @@
 #include "toolkit/widgets/CheckIndicator.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -9,22 +9,18 @@
 namespace GZ {
 namespace {
 
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
-
 void drawIndicator(QPainter &painter, const QRectF &place, const QStyleOptionButton &option, bool isRadio) {
     const bool enabled = option.state & QStyle::State_Enabled;
     const bool hovered = enabled && (option.state & QStyle::State_MouseOver);
     const double radius = isRadio ? place.width() / 2 : 2;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color(hovered ? "clr_selection_bg" : "clr_menu_text_disable"), 1));
-    painter.setBrush(color("clr_edit_bg"));
+    painter.setPen(QPen(themeColor(hovered ? "clr_selection_bg" : "clr_menu_text_disable"), 1));
+    painter.setBrush(themeColor("clr_edit_bg"));
     painter.drawRoundedRect(place, radius, radius);
     if (!(option.state & QStyle::State_On)) {
         return;
     }
-    const QColor mark = color(enabled ? "clr_text_default" : "clr_menu_text_disable");
+    const QColor mark = themeColor(enabled ? "clr_text_default" : "clr_menu_text_disable");
     if (isRadio) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(mark);
@@ -55,7 +51,7 @@ void paintCheckable(QWidget &widget, const QStyleOptionButton &option, bool isRa
                       &widget);
     if (option.state & QStyle::State_HasFocus) {
         const int height = option.fontMetrics.height();
-        painter.setPen(QPen(color("clr_menu_text_disable"), 1, Qt::DotLine));
+        painter.setPen(QPen(themeColor("clr_menu_text_disable"), 1, Qt::DotLine));
         painter.setBrush(Qt::NoBrush);
         painter.drawLine(label.rect.left(), label.rect.center().y() + height / 2, label.rect.right(),
                          label.rect.center().y() + height / 2);

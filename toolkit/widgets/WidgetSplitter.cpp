@@ -1,5 +1,7 @@
 #include "toolkit/widgets/WidgetSplitter.h"
 
+#include "host/toolkit/ThemeColor.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -41,7 +43,7 @@ void WidgetSplitter::updateCursor() {
 void WidgetSplitter::paintEvent(QPaintEvent *) {
     if (!mColorKey.isEmpty()) {
         QPainter painter(this);
-        painter.fillRect(mLine, CUiResource::instance().getColor(mColorKey));
+        painter.fillRect(mLine, themeColor(mColorKey));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "host/toolkit/CCommonDialog.h"
 
 #include "host/toolkit/CPushButton.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogFrame.h"
 #include "toolkit/windows/DialogLook.h"
 
@@ -17,10 +18,6 @@ constexpr int kTitleHeight = 26;
 constexpr int kFrame = 3; ///< takes the mouse for resizing; its outermost pixel is drawn
 constexpr int kTitleMargin = 6; ///< of the button, on both sides
 constexpr int kTextMargin = 10;
-
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
 
 } // namespace
 
@@ -93,13 +90,13 @@ void CCommonDialog::resizeEvent(QResizeEvent *event) {
 
 void CCommonDialog::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.fillRect(rect(), color("clr_dialog_bg"));
-    painter.fillRect(0, 0, width(), kTitleHeight, color("clr_dialog_title_bg"));
-    painter.setPen(color(isActiveWindow() ? "clr_text_default" : "clr_text_light_default"));
+    painter.fillRect(rect(), themeColor("clr_dialog_bg"));
+    painter.fillRect(0, 0, width(), kTitleHeight, themeColor("clr_dialog_title_bg"));
+    painter.setPen(themeColor(isActiveWindow() ? "clr_text_default" : "clr_text_light_default"));
     const int textWidth = mTitleButton->x() - 2 * kTextMargin;
     painter.drawText(QRect(kTextMargin, 0, textWidth, kTitleHeight), Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(windowTitle(), Qt::ElideRight, textWidth));
-    painter.setPen(color("clr_dialog_border"));
+    painter.setPen(themeColor("clr_dialog_border"));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

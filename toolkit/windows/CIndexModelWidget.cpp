@@ -3,6 +3,7 @@
 #include "host/services/CIndexTemplateManager.h"
 #include "host/toolkit/CMessageBox.h"
 #include "host/toolkit/CStyleSheetCenter.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogLook.h"
 
 #include <QInputDialog>
@@ -29,7 +30,7 @@ CIndexTemplateManager &manager() {
 }
 
 QString cssColor(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key)).name();
+    return GZ::themeColor(key).name();
 }
 
 } // namespace
@@ -285,8 +286,8 @@ void CIndexModelWidget::resizeEvent(QResizeEvent *event) {
 
 void CIndexModelWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), GZ::CUiResource::instance().getColor(
-                                        QStringLiteral("tc_clr_conciseStyle_depth_bottom_group_btn_nomal")));
+    painter.fillRect(event->rect(),
+                     GZ::themeColor(QStringLiteral("tc_clr_conciseStyle_depth_bottom_group_btn_nomal")));
 }
 
 } // namespace TC

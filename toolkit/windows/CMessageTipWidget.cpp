@@ -1,5 +1,7 @@
 #include "host/windows/CMessageTipWidget.h"
 
+#include "host/toolkit/ThemeColor.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -7,10 +9,6 @@ namespace TC {
 namespace {
 
 constexpr int kMargin = 4; ///< pixels beside the text
-
-QColor color(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key));
-}
 
 } // namespace
 
@@ -35,10 +33,10 @@ bool CMessageTipWidget::event(QEvent *event) {
 
 void CMessageTipWidget::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.fillRect(rect(), color("clr_menu_bg"));
-    painter.setPen(color("ic_clr_highlight_widget_frame"));
+    painter.fillRect(rect(), GZ::themeColor("clr_menu_bg"));
+    painter.setPen(GZ::themeColor("ic_clr_highlight_widget_frame"));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(color("clr_menu_text"));
+    painter.setPen(GZ::themeColor("clr_menu_text"));
     const QRect place = rect().adjusted(kMargin, 0, -kMargin, 0);
     painter.drawText(place, Qt::AlignCenter,
                      painter.fontMetrics().elidedText(toolTip(), Qt::ElideRight, place.width()));

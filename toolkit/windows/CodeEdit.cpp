@@ -1,6 +1,7 @@
 #include "toolkit/windows/CodeEdit.h"
 
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/LuaHighlighter.h"
 
 #include <QKeyEvent>
@@ -12,10 +13,6 @@ namespace {
 
 constexpr int kIndent = 4; ///< blanks
 constexpr int kGutterMargin = 6; ///< pixels on either side of a number
-
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
 
 } // namespace
 
@@ -64,7 +61,7 @@ void CodeEdit::showMark() {
     QList<QTextEdit::ExtraSelection> marks;
     if (mMarked != 0) {
         QTextEdit::ExtraSelection mark;
-        mark.format.setBackground(color("clr_code_error_bg"));
+        mark.format.setBackground(themeColor("clr_code_error_bg"));
         mark.format.setProperty(QTextFormat::FullWidthSelection, true);
         mark.cursor = QTextCursor(document()->findBlockByNumber(mMarked - 1));
         marks.append(mark);
@@ -90,7 +87,7 @@ void CodeEdit::resizeEvent(QResizeEvent *event) {
 
 void CodeEdit::paintGutter(QPaintEvent *event) {
     QPainter painter(mGutter);
-    painter.fillRect(event->rect(), color("clr_code_gutter_bg"));
+    painter.fillRect(event->rect(), themeColor("clr_code_gutter_bg"));
     painter.setFont(font());
     QTextBlock block = firstVisibleBlock();
     qreal top = blockBoundingGeometry(block).translated(contentOffset()).top();
@@ -99,9 +96,9 @@ void CodeEdit::paintGutter(QPaintEvent *event) {
         const QRect row(0, qRound(top), mGutter->width(), qRound(height));
         const bool marked = block.blockNumber() + 1 == mMarked;
         if (marked) {
-            painter.fillRect(row, color("clr_code_error_bg"));
+            painter.fillRect(row, themeColor("clr_code_error_bg"));
         }
-        painter.setPen(color(marked ? "clr_text_default" : "clr_code_gutter_text"));
+        painter.setPen(themeColor(marked ? "clr_text_default" : "clr_code_gutter_text"));
         painter.drawText(row.adjusted(0, 0, -kGutterMargin, 0), Qt::AlignRight | Qt::AlignVCenter,
                          QString::number(block.blockNumber() + 1));
         top += height;

@@ -1,6 +1,7 @@
 #include "toolkit/windows/FormulaEditorWindow.h"
 
 #include "host/services/CFormulaOperateManager.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/CodeEdit.h"
 #include "toolkit/windows/WindowLook.h"
 
@@ -177,8 +178,7 @@ void FormulaEditorWindow::say(const QString &text, bool isError) {
     mIsError = isError;
     QPalette colors = palette();
     if (isError) {
-        colors.setColor(QPalette::WindowText,
-                        CUiResource::instance().getColor(QStringLiteral("clr_global_rise")));
+        colors.setColor(QPalette::WindowText, themeColor("clr_global_rise"));
     }
     mMessage->setPalette(colors);
     mMessage->setText(text);

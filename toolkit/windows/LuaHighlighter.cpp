@@ -1,6 +1,6 @@
 #include "toolkit/windows/LuaHighlighter.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QSet>
 
@@ -35,7 +35,7 @@ int longBracketLevel(const QString &text, int at) {
 
 QTextCharFormat colored(const char *key) {
     QTextCharFormat format;
-    format.setForeground(CUiResource::instance().getColor(QLatin1String(key)));
+    format.setForeground(themeColor(key));
     return format;
 }
 

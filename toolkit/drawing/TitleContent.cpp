@@ -1,22 +1,19 @@
-#include "host/drawing/CIndexTitleWidget.h"
+#include "toolkit/drawing/TitleContent.h"
 
+#include "host/drawing/CDrawStyle.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/drawing/DrawLook.h"
 #include "toolkit/drawing/SeriesLine.h"
-#include "viewmodel/CRealtimeUiParam.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace TC {
 namespace {
-
-QColor themeColor(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key));
-}
 
 /// A number with its sign, a rise with "+".
 QString signedText(double value, int digits, int flags) {
@@ -26,49 +23,36 @@ QString signedText(double value, int digits, int flags) {
 
 } // namespace
 
-void CIndexTitleWidget::readTitle(CArrowColorSimpleText &title) const {
-    if (mSimple) {
-        title.append(mSimpleTitle, themeColor("ic_clr_index_title_name"));
-        return;
-    }
-    const boost::shared_ptr<IndexBaseData> source = current();
-    if (!source) {
-        return;
-    }
+void TitleContent::write(CArrowColorSimpleText &title, const IndexBaseData &source) const {
     if (mDisplayType == EIndexDisplayType::Main) {
-        addInstrument(title, *source);
+        addInstrument(title, source);
     }
-    addFormulas(title, *source);
+    addFormulas(title, source);
 }
 
-void CIndexTitleWidget::addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const {
-    const QColor color = themeColor("ic_clr_index_title_name");
+void TitleContent::addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const {
+    const QColor color = GZ::themeColor("ic_clr_index_title_name");
     title.append(getDetailQsName(mStock), color);
     if (getDetailQsCode(mStock) != getDetailQsName(mStock)) {
         title.append(getDetailQsCode(mStock), color);
     }
     if (source.getTradeDate() != 0 && !showsToday(source)) {
         title.append(GZ::exchangeDate(source.getTradeDate()).toString(QStringLiteral("yyyy-MM-dd")),
-                     themeColor("ic_clr_index_title_text"));
+                     GZ::themeColor("ic_clr_index_title_text"));
     }
 }
 
-void CIndexTitleWidget::addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const {
+void TitleContent::addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const {
     const double close = lastClose(source);
     const bool main = mDisplayType == EIndexDisplayType::Main;
     QList<QString> formulas = source.getFormulas();
     if (!mShowIndex.isEmpty() && !formulas.contains(mShowIndex.toUpper())) {
         formulas.append(mShowIndex);
     }
-    const auto isOverlay = [this](const CFormulaKey &key) {
-        return std::any_of(mAddStocks.begin(), mAddStocks.end(), [&](const CInstrumentDetailPtr &stock) {
-            return getDetailQsKey(stock) == key.mStock && getDetailQsKey(mStock) != key.mStock;
-        });
-    };
     source.readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &data) {
         for (const QString &formula : formulas) {
             if (!main || !source.isMainGraph(formula)) {
-                title.append(formulaHead(formula), themeColor("ic_clr_index_title_name"));
+                title.append(formulaHead(formula), GZ::themeColor("ic_clr_index_title_name"));
             }
             for (auto entry = data.begin(); entry != data.end(); ++entry) {
                 if (entry.key().mFormula == formula && !isOverlay(entry.key())) {
@@ -87,8 +71,14 @@ void CIndexTitleWidget::addFormulas(CArrowColorSimpleText &title, const IndexBas
     });
 }
 
-void CIndexTitleWidget::addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
-                                  double lastClose) const {
+bool TitleContent::isOverlay(const CFormulaKey &key) const {
+    return std::any_of(mAddStocks.begin(), mAddStocks.end(), [&](const CInstrumentDetailPtr &stock) {
+        return getDetailQsKey(stock) == key.mStock && getDetailQsKey(mStock) != key.mStock;
+    });
+}
+
+void TitleContent::addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
+                             double lastClose) const {
     const SeriesLine price(series, 0);
     const int at = mIndex < 0 ? price.lastPoint() : mIndex;
     if (!price.has(at) || lastClose == kUnsetValue || lastClose < kValueTolerance) {
@@ -102,17 +92,17 @@ void CIndexTitleWidget::addChange(CArrowColorSimpleText &title, const se::RPCFor
     title.append(tr("涨幅:%1").arg(signedText(sign / lastClose, 2, utils::eFormatPercent)), color);
 }
 
-bool CIndexTitleWidget::showsToday(const IndexBaseData &source) const {
+bool TitleContent::showsToday(const IndexBaseData &source) const {
     const int date = source.getTradeDate();
-    const bool past = mGetTradeDateFunc || (mUiParam && mUiParam->mGetTradeDateFunc);
+    const bool past = mGetTradeDateFunc || mView.isPast();
     if (date == 0) {
         return !past;
     }
     return CSingletonT<CStockManager>::instance().getLastTradingDay(getDetailQsMarket(mStock)) == date;
 }
 
-double CIndexTitleWidget::lastClose(const IndexBaseData &source) const {
-    if (!mStock || !mUiParam || mUiParam->mStockKind != 0) {
+double TitleContent::lastClose(const IndexBaseData &source) const {
+    if (!mStock || !mView.isInstrument()) {
         return kUnsetValue;
     }
     if (showsToday(source)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chartview/CRealtimeBaseFormulaAxis.h"
+#include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
 namespace TC {
 

@@ -1,4 +1,4 @@
-#include "chartview/CRealTimeNomalAxis.h"
+#include "viewmodel/CRealTimeNomalAxis.h"
 
 #include "host/services/CStockManager.h"
 

@@ -1,4 +1,4 @@
-#include "chartview/CRealTimeCustomIndexAxis.h"
+#include "viewmodel/CRealTimeCustomIndexAxis.h"
 
 #include "host/services/CHostClock.h"
 #include "host/services/CIndexManager.h"

@@ -1,4 +1,4 @@
-#include "chartview/CRealTimeCustomIndexAxis.h"
+#include "viewmodel/CRealTimeCustomIndexAxis.h"
 
 #include "tests/fakehost/FakeHost.h"
 

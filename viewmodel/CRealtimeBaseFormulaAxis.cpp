@@ -1,4 +1,4 @@
-#include "chartview/CRealtimeBaseFormulaAxis.h"
+#include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
 namespace TC {
 

@@ -1,4 +1,4 @@
-#include "chartview/CRealTimePortfolioAxis.h"
+#include "viewmodel/CRealTimePortfolioAxis.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/drawing/CArrowColorSimpleText.h"
+#include "host/drawing/IndexBaseData.h"
+#include "host/drawing/TitleView.h"
+#include "host/records/CInstrumentDetail.h"
+#include "host/records/Enumerations.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QString>
+#include <boost/function.hpp>
+
+namespace TC {
+
+/// What a title strip tells: the instrument, each formula with the values of its lines at an axis index, the overlays.
+/// User-interface thread only; the data may change on another thread meanwhile.
+class TitleContent {
+    Q_DECLARE_TR_FUNCTIONS(TC::CIndexTitleWidget)
+public:
+    explicit TitleContent(EIndexDisplayType displayType) : mDisplayType(displayType) {}
+
+    /// Appends everything that is told of a pane's data.
+    void write(CArrowColorSimpleText &title, const IndexBaseData &source) const;
+
+    TitleView mView;
+    boost::function<int()> mGetTradeDateFunc; ///< set: the strip's view shows a past trading day
+    CInstrumentDetailPtr mStock; ///< the instrument to name; null for none
+    int mIndex = -1; ///< axis index whose values are told; below 0 the last one
+    QString mShowIndex; ///< formula to name until its series has come
+    QList<CInstrumentDetailPtr> mAddStocks;
+
+private:
+    void addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const;
+    void addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const;
+    void addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
+                   double lastClose) const;
+    bool isOverlay(const CFormulaKey &key) const;
+    bool showsToday(const IndexBaseData &source) const;
+    double lastClose(const IndexBaseData &source) const;
+
+    const EIndexDisplayType mDisplayType;
+};
+
+} // namespace TC
