@@ -2,7 +2,6 @@
 
 #include "chartdata/CRealtimeData.h"
 
-#include "chartview/CGraphAxisWidget.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CReplayManager.h"
 #include "host/services/CStockManager.h"
@@ -190,21 +189,8 @@ void CRealtimeData::forgetRange(const CFormulaKey &key) {
 }
 
 void CRealtimeData::setAxisWidget(CGraphAxisWidget *axisWidget) {
-    if (axisWidget) {
-        axisWidget->addReader(weak_from_this());
-    }
     const Hold hold(mLock);
-    mAxisWidget = axisWidget;
-}
-
-void CRealtimeData::forgetAxisWidget(const CGraphAxisWidget *axisWidget) {
-    const Hold hold(mLock);
-    if (mAxisWidget == axisWidget) {
-        mAxisWidget = nullptr;
-    }
-    if (mUiParam->mLeftAxis == axisWidget) {
-        mUiParam->mLeftAxis = nullptr;
-    }
+    mAxis = mUiParam->mStripScales.of(axisWidget);
 }
 
 void CRealtimeData::setTradeDate(int date) {

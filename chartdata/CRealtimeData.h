@@ -32,6 +32,7 @@ class QPainter;
 
 namespace TC {
 
+class AxisScale;
 class CGraphAxisWidget;
 class CRealtimeUiParam;
 class MarkPlacer;
@@ -91,10 +92,8 @@ public:
 
     // Set-up
 
-    /// The strip whose ticks and ranges are drawn by; it lets go of the data when it is destroyed. May be null.
+    /// The strip of this view whose ticks and ranges are drawn by, while it lives. May be null.
     void setAxisWidget(CGraphAxisWidget *axisWidget);
-    /// Forgets a strip that is about to go. Waits for a drawing in progress.
-    void forgetAxisWidget(const CGraphAxisWidget *axisWidget);
     /// Trading day shown, seconds since the epoch at its midnight; 0 takes that of the view model.
     void setTradeDate(int date);
     int getTradeDate() const override;
@@ -268,7 +267,7 @@ private:
     template <class Value> TradingOrder<Value> inTradingOrder(const std::map<int, Value> &byMinute) const;
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    CGraphAxisWidget *mAxisWidget = nullptr; ///< not owned, may be null
+    std::weak_ptr<const AxisScale> mAxis; ///< of the strip; null without one
     SeriesMap mOverlayData; ///< series of overlays, on their own time stamps
     MaxMinMap mDrawnMaxMin; ///< range each key was last drawn with
     bool mDrawEnabled = false;

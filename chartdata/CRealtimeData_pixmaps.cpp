@@ -6,7 +6,6 @@
 #include "chartdata/GapFilling.h"
 #include "chartdata/LinkageScope.h"
 #include "chartdata/PanePixmap.h"
-#include "chartview/CGraphAxisWidget.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
 #include "host/services/StockTypeCenter.h"
@@ -178,11 +177,12 @@ quint64 CRealtimeData::priceBandDigest(int end) const {
     digest.add(mPixelRatio);
     digest.add(mLook.generation);
     digest.add(SingletonManager::getIndexUserConfig().read().mShowGradient);
-    if (mAxisWidget) {
-        for (const int column : mAxisWidget->getTimeLines()) {
+    if (const std::shared_ptr<const AxisScale> axis = mAxis.lock()) {
+        const AxisShown shown = axis->shown();
+        for (const int column : shown.timeLines) {
             digest.add(column);
         }
-        for (const AxisTick &tick : mAxisWidget->getTicks()) {
+        for (const AxisTick &tick : shown.ticks) {
             digest.add(tick.y);
         }
     }
@@ -209,17 +209,17 @@ void CRealtimeData::drawGrid(QPainter &painter, const QSize &size) const {
     painter.fillRect(0, height - 1, width, 1, mLook.border);
     painter.fillRect(0, 0, 1, height, mLook.border);
     painter.fillRect(width - 1, 0, 1, height, mLook.border);
-    if (!mAxisWidget) {
+    const std::shared_ptr<const AxisScale> axis = mAxis.lock();
+    if (!axis) {
         return;
     }
+    const AxisShown shown = axis->shown();
     // Dashes of one pixel and gaps of one: copied, since dashed pens are slow.
     const QImage column = dottedColumn(height, mPixelRatio, mLook.grid);
-    const QVector<int> columns = mAxisWidget->getTimeLines();
-    for (const int x : columns) {
+    for (const int x : shown.timeLines) {
         painter.drawImage(x, 0, column);
     }
-    const QVector<AxisTick> rows = mAxisWidget->getTicks();
-    for (const AxisTick &row : rows) {
+    for (const AxisTick &row : shown.ticks) {
         painter.fillRect(0, row.y, width, 1, mLook.grid);
     }
 }

@@ -4,7 +4,6 @@
 #include "chartdata/ChartLayout.h"
 #include "chartdata/LinkageScope.h"
 #include "chartdata/ValueRange.h"
-#include "chartview/CGraphAxisWidget.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -192,7 +191,8 @@ bool CRealtimeData::isForeign(const CFormulaKey &key) const {
 
 /// The ranges that are on the axis; empty without an axis strip.
 IndexBaseData::MaxMinMap CRealtimeData::axisRanges() const {
-    return mAxisWidget ? mAxisWidget->getMaxMinMap() : MaxMinMap();
+    const std::shared_ptr<const AxisScale> axis = mAxis.lock();
+    return axis ? axis->shown().ranges : MaxMinMap();
 }
 
 double CRealtimeData::valueAtIndex(int index) const {
@@ -232,8 +232,8 @@ QPair<double, double> CRealtimeData::priceRange() const {
 
 int CRealtimeData::yAtIndex(int index, const QRect &rect) {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    if (mUiParam->mLeftAxis) {
-        mMaxMin = mUiParam->mLeftAxis->getMaxMinMap();
+    if (const StripScales::Scale left = mUiParam->mStripScales.of(mUiParam->mLeftAxis)) {
+        mMaxMin = left->shown().ranges;
     }
     for (auto entry = mData.constBegin(); entry != mData.constEnd(); ++entry) {
         const auto range = mMaxMin.constFind(entry.key());
@@ -251,7 +251,7 @@ int CRealtimeData::yAtIndex(int index, const QRect &rect) {
 
 double CRealtimeData::valueAtY(int y, const QRect &rect, bool *valid) const {
     boost::unique_lock<boost::recursive_mutex> hold(mLock);
-    if (!mAxisWidget) {
+    if (mAxis.expired()) {
         return 0.0;
     }
     const auto markInvalid = [valid] {

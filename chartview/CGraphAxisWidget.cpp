@@ -4,6 +4,7 @@
 #include "chartdata/PanePixmap.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/Events.h"
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
@@ -18,8 +19,8 @@ namespace TC {
 
 namespace {
 
-constexpr int kHolographicPressed = 263;
 const QString kLabelFont = QStringLiteral("fnt_graph_axis_text");
+const QString kHolographicImage = QStringLiteral("tc_img_btn_holographic_view");
 
 QFont labelFont() {
     return GZ::CUiResource::instance().getFont(kLabelFont);
@@ -37,22 +38,21 @@ QColor themeColor(const char *key) {
 
 CGraphAxisWidget::CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam,
                                    boost::shared_ptr<CRealtimeData> source, int side, QWidget *parent)
-    : CBaseWidget(parent), mUiParam(std::move(uiParam)), mData(std::move(source)), mSide(side),
-      mHolographicPixmap(GZ::CUiResource::instance().getPixmap(QStringLiteral("tc_img_btn_holographic_view"))) {
+    : CBaseWidget(parent), mUiParam(std::move(uiParam)), mData(std::move(source)),
+      mScale(std::make_shared<AxisScale>()), mSide(side),
+      mHolographicPixmap(GZ::CUiResource::instance().getPixmap(kHolographicImage)) {
     setObjectName(QStringLiteral("graphAxisWidget"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+    mUiParam->mStripScales.enter(this, mScale);
 }
 
 CGraphAxisWidget::~CGraphAxisWidget() {
-    for (const boost::weak_ptr<CRealtimeData> &reader : mReaders) {
-        if (const boost::shared_ptr<CRealtimeData> data = reader.lock()) {
-            data->forgetAxisWidget(this); // a late result may be drawing on another thread
+    mUiParam->mStripScales.remove(this);
+    for (CGraphAxisWidget **known : {&mUiParam->mLeftAxis, &mUiParam->mRightAxis}) {
+        if (*known == this) {
+            *known = nullptr;
         }
     }
-}
-
-void CGraphAxisWidget::addReader(const boost::weak_ptr<CRealtimeData> &reader) {
-    mReaders.push_back(reader);
 }
 
 void CGraphAxisWidget::setDisplayType(EIndexDisplayType displayType) {
@@ -60,11 +60,8 @@ void CGraphAxisWidget::setDisplayType(EIndexDisplayType displayType) {
 }
 
 void CGraphAxisWidget::setMaxMinMap(const IndexBaseData::MaxMinMap &ranges) {
-    {
-        std::lock_guard<std::mutex> hold(mListLock);
-        mMaxMinMap = ranges;
-    }
-    recompute();
+    mScale->show(planAxis(ranges, layout()));
+    update();
 }
 
 void CGraphAxisWidget::showHolographicButon(bool show) {
@@ -73,33 +70,19 @@ void CGraphAxisWidget::showHolographicButon(bool show) {
 }
 
 void CGraphAxisWidget::recompute() {
-    // Worked out before the lock is taken: the data has a lock of its own, and reads the lists while holding it.
-    QVector<AxisTick> ticks = computeTicks();
-    QVector<int> timeLines = timeLineIndexes(mUiParam->mSessions);
-    for (int &line : timeLines) {
-        line = mUiParam->getXAxisByIndex(line);
-    }
-    {
-        std::lock_guard<std::mutex> hold(mListLock);
-        mTicks.swap(ticks);
-        mTimeLines.swap(timeLines);
-    }
-    update();
+    setMaxMinMap(getMaxMinMap());
 }
 
 IndexBaseData::MaxMinMap CGraphAxisWidget::getMaxMinMap() const {
-    std::lock_guard<std::mutex> hold(mListLock);
-    return mMaxMinMap;
+    return mScale->shown().ranges;
 }
 
 QVector<AxisTick> CGraphAxisWidget::getTicks() const {
-    std::lock_guard<std::mutex> hold(mListLock);
-    return mTicks;
+    return mScale->shown().ticks;
 }
 
 QVector<int> CGraphAxisWidget::getTimeLines() const {
-    std::lock_guard<std::mutex> hold(mListLock);
-    return mTimeLines;
+    return mScale->shown().timeLines;
 }
 
 CFormulaKey CGraphAxisWidget::keyOf(const QString &formula) const {
@@ -129,31 +112,23 @@ CFormulaKey CGraphAxisWidget::axisKey() const {
     return key;
 }
 
-QVector<AxisTick> CGraphAxisWidget::computeTicks() const {
-    const int count = axisTickCount(height(), labelHeight());
-    const CFormulaKey key = axisKey();
-    if (mDisplayType != EIndexDisplayType::Main) {
-        return subPaneTicks(height(), count, mMaxMinMap.value(key));
-    }
-    AxisRange price;
-    const auto found = mMaxMinMap.constFind(key);
-    if (found != mMaxMinMap.constEnd()) {
-        price = *found;
-    } else {
-        price.first = price.second = mUiParam->getLastClose();
-    }
-    AxisRange volume;
-    if (mUiParam->mShowVolume) {
-        volume = mMaxMinMap.value({mUiParam->getStock(), mUiParam->getVolFormula()});
-    }
-    QVector<AxisTick> ticks = mainPaneTicks(height(), count, mUiParam->mShowVolume, price, volume);
-    if (ticks.isEmpty()) {
+AxisLayout CGraphAxisWidget::layout() const {
+    AxisLayout layout;
+    layout.displayType = mDisplayType;
+    layout.height = height();
+    layout.fontHeight = labelHeight();
+    layout.key = axisKey();
+    layout.volumeKey = {mUiParam->getStock(), mUiParam->getVolFormula()};
+    layout.volume = mUiParam->mShowVolume;
+    layout.sessions = mUiParam->mSessions;
+    layout.dayWidth = mUiParam->mDayWidth;
+    layout.pointCount = mUiParam->mPointCount;
+    layout.lastClose = [this] { return mUiParam->getLastClose(); };
+    layout.onlyValue = [this] {
         const int date = mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc() : 0;
-        const double close =
-            CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mUiParam->getStock(), date);
-        ticks.append({close, height() / 2});
-    }
-    return ticks;
+        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mUiParam->getStock(), date);
+    };
+    return layout;
 }
 
 QVector<AxisLabel> CGraphAxisWidget::labels() const {
@@ -162,7 +137,7 @@ QVector<AxisLabel> CGraphAxisWidget::labels() const {
         return {};
     }
     AxisLabelInput input;
-    input.ticks = mTicks;
+    input.ticks = getTicks();
     input.displayType = mDisplayType;
     input.right = mSide == eRight;
     input.volume = mUiParam->mShowVolume;
@@ -226,7 +201,7 @@ void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &l
 }
 
 QRect CGraphAxisWidget::holographicRect() const {
-    return lastTickBand(rect(), labelHeight(), mTicks.size());
+    return lastTickBand(rect(), labelHeight(), getTicks().size());
 }
 
 void CGraphAxisWidget::drawHolographicButton(QPainter &painter) const {
@@ -243,12 +218,12 @@ void CGraphAxisWidget::drawHolographicButton(QPainter &painter) const {
 void CGraphAxisWidget::mousePressEvent(QMouseEvent *event) {
     CBaseWidget::mousePressEvent(event);
     if (mHolographicShown && holographicRect().contains(event->pos())) {
-        deliverEvent(kHolographicPressed, 0, 0, QString(), nullptr);
+        deliverEvent(eHolographicPressed, 0, 0, QString(), nullptr);
     }
 }
 
 void CGraphAxisWidget::onUiResourceChanged() {
-    mHolographicPixmap = GZ::CUiResource::instance().getPixmap(QStringLiteral("tc_img_btn_holographic_view"));
+    mHolographicPixmap = GZ::CUiResource::instance().getPixmap(kHolographicImage);
     recompute();
     CBaseWidget::onUiResourceChanged();
 }

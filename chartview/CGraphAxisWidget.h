@@ -1,31 +1,26 @@
 #pragma once
 
-#include "chartview/AxisTicks.h"
+#include "chartview/AxisLabels.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaKey.h"
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "viewmodel/AxisScale.h"
 
-#include <QMap>
-#include <QPair>
 #include <QPixmap>
 #include <QVector>
 #include <boost/shared_ptr.hpp>
-#include <boost/weak_ptr.hpp>
 
-#include <mutex>
-#include <vector>
+#include <memory>
 
 namespace TC {
 
 class CRealtimeData;
 class CRealtimeUiParam;
 
-/// The strip beside a pane: value ticks on the left, percentages against the last close on the right. Its tick
-/// rows and time columns are the grid lines of the graphs.
-///
-/// Lives on the user-interface thread. Copies of its lists may be taken on any thread: a graph draws its
-/// background on the thread that a result came in on.
+/// The strip beside a pane: value ticks on the left, percentages against the last close on the right. What it shows
+/// is a scale that the view parameters know it by while it lives; the graphs draw their grid lines by it, on
+/// whatever thread a result came in on. The strip itself lives on the user-interface thread.
 class CGraphAxisWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
@@ -34,9 +29,6 @@ public:
     CGraphAxisWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, boost::shared_ptr<CRealtimeData> source,
                      int side, QWidget *parent = nullptr);
     ~CGraphAxisWidget() override;
-
-    /// Remembers a data object that reads this strip, and that has to let go of it in time.
-    void addReader(const boost::weak_ptr<CRealtimeData> &reader);
 
     void setDisplayType(EIndexDisplayType displayType);
     /// Takes the merged ranges of the pane and recomputes ticks and time lines.
@@ -62,7 +54,7 @@ private:
     QString firstFormulaWithSeries() const;
     /// Key whose range the ticks show.
     CFormulaKey axisKey() const;
-    QVector<AxisTick> computeTicks() const;
+    AxisLayout layout() const;
     QVector<AxisLabel> labels() const;
     /// Draws background and labels into the picture, where they differ from what is in it.
     void refreshPicture(double ratio);
@@ -73,17 +65,13 @@ private:
     EIndexDisplayType mDisplayType = EIndexDisplayType::Main;
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     boost::shared_ptr<CRealtimeData> mData;
-    IndexBaseData::MaxMinMap mMaxMinMap;
-    QVector<AxisTick> mTicks; ///< top down
-    QVector<int> mTimeLines; ///< columns of a day graph
+    std::shared_ptr<AxisScale> mScale; ///< what is shown
     int mSide;
     bool mHolographicShown = false;
     QPixmap mHolographicPixmap;
     QPixmap mPicture; ///< background and labels, so that a repaint is a copy
     QVector<AxisLabel> mPictureLabels; ///< the labels in it
     int mPictureGeneration = -1; ///< of the theme it was drawn in
-    std::vector<boost::weak_ptr<CRealtimeData>> mReaders;
-    mutable std::mutex mListLock; ///< guards the three lists against readers on other threads
 };
 
 } // namespace TC

@@ -1,5 +1,7 @@
 #include "chartview/TimeScalePlan.h"
 
+#include "viewmodel/HalfHours.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,7 +9,7 @@ namespace TC {
 namespace {
 
 constexpr int kLabelDistance = 48; // pixels between neighbouring labels
-constexpr int kStepMinutes = 30;
+constexpr int kTickMinutes = 30; // a shorter rest of a session has no tick
 constexpr int kLastLabelInset = 2; // pixels
 constexpr int kFlagMargin = 10; // pixels, both sides together
 
@@ -20,13 +22,15 @@ public:
     }
 
     TimeScaleDay walk(int daysAgo) {
-        const int count = mInput.sessions.size();
-        for (int i = 0; i < count; ++i) {
-            if (i == 0) {
-                head(daysAgo);
+        if (!mInput.sessions.isEmpty()) {
+            head(daysAgo);
+        }
+        for (const HalfHour &stop : halfHours(mInput.sessions)) {
+            if (stop.place == EHalfHour::EndOfDay) {
+                atTheEnd(mInput.timeOfIndex(stop.index));
+            } else if (stop.minutes == kTickMinutes) {
+                centred(mInput.columnOfIndex(stop.index) + mBase, mInput.timeOfIndex(stop.index));
             }
-            const int first = mInput.sessions[i].first - (i > 0 ? 1 : 0);
-            session(mInput.sessions[i].second - first, i == count - 1);
         }
         return mDay;
     }
@@ -37,23 +41,6 @@ private:
         mDay.labels.append({std::trunc(mBase) + 1, text, true});
         mUsed += mInput.textWidth(text) + kLabelDistance;
         mDay.ticks.append(mBase);
-    }
-
-    void session(int minutes, bool last) {
-        int rest = minutes;
-        for (; rest > kStepMinutes; rest -= kStepMinutes) {
-            mIndex += kStepMinutes;
-            centred(mInput.columnOfIndex(mIndex) + mBase, mInput.timeOfIndex(mIndex));
-        }
-        if (rest <= 0) {
-            return;
-        }
-        if (last) {
-            atTheEnd(mInput.timeOfIndex(mIndex + rest));
-        } else if (rest == kStepMinutes) {
-            centred(mInput.columnOfIndex(mIndex + rest) + mBase, mInput.timeOfIndex(mIndex + rest));
-        }
-        mIndex += rest;
     }
 
     void centred(double x, const QString &text) {
@@ -80,7 +67,6 @@ private:
     const TimeScaleInput &mInput;
     const double mBase;
     double mUsed; ///< right end of the last label, with its distance
-    int mIndex = 0;
     TimeScaleDay mDay;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QPair>
+#include "viewmodel/TradingSessions.h"
+
 #include <QRect>
 #include <QString>
 #include <QVector>
@@ -17,7 +18,7 @@ int wholePixel(double column);
 
 /// What the scale is drawn from.
 struct TimeScaleInput {
-    QVector<QPair<int, int>> sessions; ///< first and last minute of each
+    Sessions sessions;
     double dayWidth = 0.0; ///< pixels of one day
     int leftWidth = 0; ///< pixels left of the first day
     int dayCount = 1;

@@ -6,6 +6,7 @@
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/CPanelInfo.h"
 #include "host/records/Enumerations.h"
+#include "viewmodel/AxisScale.h"
 
 #include <QDateTime>
 #include <QList>
@@ -28,7 +29,6 @@
 
 namespace TC {
 
-class CGraphAxisWidget;
 class CRealtimeBaseFormulaAxis;
 class CRealTimeNomalAxis;
 class CRealTimeCustomIndexAxis;
@@ -159,6 +159,7 @@ public:
     boost::function<int()> mGetTradeDateFunc; ///< set: the past trading day shown, a time in seconds
     CGraphAxisWidget *mLeftAxis = nullptr; ///< the main pane's axis strips, not owned
     CGraphAxisWidget *mRightAxis = nullptr;
+    StripScales mStripScales; ///< of the strips of all panes
     int mLinkageFlags = 1; ///< 1 nothing, value 2 account view, value 4 selected-data view
     std::array<bool, 8> mLinkageShow{}; ///< orders, deals, tasks, totals, net, profit, balance, strategy filter
     std::set<std::string> mLinkageAccounts;

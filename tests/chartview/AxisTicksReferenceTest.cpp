@@ -1,6 +1,6 @@
 // Random strips against ticks_reference.py, which works them out in another way.
 
-#include "chartview/AxisTicks.h"
+#include "chartview/AxisLabels.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 

@@ -1,4 +1,4 @@
-#include "chartview/AxisTicks.h"
+#include "chartview/AxisLabels.h"
 
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
@@ -12,19 +12,8 @@ namespace TC {
 
 namespace {
 
-constexpr double kRowsPerTick = 3.2;
-constexpr int kLineMinutes = 30;
-constexpr int kMinutesOfDay = 1440; ///< no session is longer
 constexpr int kLabelInset = 48; ///< where labels end on the left strip, and how far from the right they begin
 constexpr double kScaledFrom = 100000.0;
-
-int rowOf(int height, int tick, int count) {
-    return static_cast<int>(static_cast<qint64>(height) * tick / count);
-}
-
-double valueOf(const AxisRange &range, int tick, int count) {
-    return range.first - (range.first - range.second) * tick / count;
-}
 
 /// One strip's labels, tick by tick.
 class LabelPlan {
@@ -124,68 +113,6 @@ private:
 };
 
 } // namespace
-
-int axisTickCount(int height, int fontHeight) {
-    return fontHeight > 0 ? static_cast<int>(height / (fontHeight * kRowsPerTick)) : 0;
-}
-
-QVector<AxisTick> subPaneTicks(int height, int count, const AxisRange &range) {
-    QVector<AxisTick> ticks;
-    if (count < 1) {
-        return ticks;
-    }
-    ticks.reserve(count + 1);
-    for (int i = 0; i <= count; ++i) {
-        ticks.append({valueOf(range, i, count), rowOf(height, i, count)});
-    }
-    return ticks;
-}
-
-QVector<AxisTick> mainPaneTicks(int height, int count, bool volume, const AxisRange &price,
-                                const AxisRange &volumeRange) {
-    int prices = 0;
-    if (volume) {
-        const int rest = count % 3;
-        count += rest == 1 ? -1 : rest == 2 ? 1 : 0;
-        prices = 2 * count / 3;
-    } else {
-        count -= count % 2;
-        prices = count;
-    }
-    QVector<AxisTick> ticks;
-    if (count < 2) {
-        return ticks;
-    }
-    ticks.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        const double value =
-            i < prices ? valueOf(price, i, prices) : valueOf(volumeRange, i - prices, count - prices);
-        ticks.append({value, rowOf(height, i, count)});
-    }
-    return ticks;
-}
-
-QVector<int> timeLineIndexes(const QVector<QPair<int, int>> &sessions) {
-    QVector<int> indexes;
-    int index = 0;
-    for (int i = 0; i < sessions.size(); ++i) {
-        // The end of a session and the start of the next are one line.
-        const qint64 first = i == 0 ? sessions[i].first : sessions[i].first - 1LL;
-        int rest = static_cast<int>(qBound<qint64>(0, sessions[i].second - first, kMinutesOfDay));
-        while (rest > kLineMinutes) {
-            index += kLineMinutes;
-            rest -= kLineMinutes;
-            indexes.append(index);
-        }
-        if (rest > 0) {
-            index += rest;
-            if (i + 1 < sessions.size()) {
-                indexes.append(index);
-            }
-        }
-    }
-    return indexes;
-}
 
 QVector<AxisLabel> planAxisLabels(const AxisLabelInput &input) {
     return LabelPlan(input).labels();
