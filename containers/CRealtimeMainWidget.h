@@ -1,7 +1,6 @@
 #pragma once
 
 #include "chartview/IDayRows.h"
-#include "containers/CIndexWidgetInfo.h"
 #include "containers/CRealtimeWidget.h"
 #include "host/records/BSONObj.h"
 #include "host/records/CInstrumentDetail.h"
@@ -10,7 +9,6 @@
 #include "host/services/CFormulaManager.h"
 #include "host/toolkit/CBaseWidget.h"
 
-#include <QDateTime>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -21,31 +19,19 @@
 #include <memory>
 #include <vector>
 
-class QTime;
-
-namespace GZ {
-class CDragWidgetList;
-class CHighlightWidget;
-} // namespace GZ
+class QDateTime;
 
 namespace TC {
 
-class CIndexModelWidget;
-class CRealtimeData;
-class CRealtimeDealDialog;
-class CRealtimeGraphWidget;
-class CRealtimeLinkageSettingDialog;
-class CRealtimeOrderDialog;
-class CRealtimeTaskTableDialog;
-class CRealtimeTimeWidget;
 class CRealtimeUiParam;
-class DownloadProgress;
+struct MainViewParts;
 
 /// One intraday chart view: what a host creates. The main pane, any number of formula panes beneath it, the time
 /// scale, the frame over the selected pane, and in the concise style the bar of formula templates.
 ///
 /// A host calls setStock, then request(false), and again on every change of instrument. The view tells what
-/// concerns the host by events that it delivers upward. User-interface thread only.
+/// concerns the host by events that it delivers upward. User-interface thread only. What it is made of is told in
+/// MainViewParts.h, what it does with events in MainViewEvents.cpp.
 class CRealtimeMainWidget : public GZ::CBaseWidget, public IDayRows {
     Q_OBJECT
 public:
@@ -68,7 +54,7 @@ public:
     void resetUiParam();
     /// Shows a past trading day: the function answers its midnight, in seconds since the epoch.
     void setGetTradeDateFunc(boost::function<int()> func);
-    void setPairParamFunc(boost::function<void(QString)> func);
+    void setPairParamFunc(boost::function<void(QString)> func) { getRealTimeWidget()->setPairParamFunc(func); }
     /// Takes another analysis of a portfolio; the caller requests.
     void setPortfolioType(EPortfolioAnalyzeGraphType type);
     /// The axis of a portfolio is that of its last futures position.
@@ -80,9 +66,9 @@ public:
     QList<QString> getAddStockList() const;
     /// Overlays an instrument on an axis of its own; does not check the limit.
     void addSuperposedStock(const CInstrumentDetailPtr &detail);
-    void delAllAddStock();
-    void showContrastSector();
-    void superposedStock();
+    void delAllAddStock() { getRealTimeWidget()->updateOverlay(0, QString()); }
+    void showContrastSector() { getRealTimeWidget()->showContrastSector(); }
+    void superposedStock() { getRealTimeWidget()->superposedStock(); }
 
     // Requests
 
@@ -94,7 +80,7 @@ public:
     void clear(bool updateView);
     void beReplay(bool replay);
     /// Whether a past day is shown; the main pane alone.
-    void beHistory(bool history);
+    void beHistory(bool history) { getRealTimeWidget()->beHistory(history); }
     /// Fetches missing history of the instrument, and requests anew as it comes.
     void downloadData();
     /// Progress of that download: every step before the last one requests anew. -1 is no progress.
@@ -102,9 +88,9 @@ public:
 
     // Panes
 
-    CRealtimeWidget *getRealTimeWidget() const { return mMainWidget; }
+    CRealtimeWidget *getRealTimeWidget() const;
     /// In order of creation, which is that from top to bottom.
-    QVector<CRealtimeWidget *> getSubIndexWidgets() const { return mSubWidgets; }
+    QVector<CRealtimeWidget *> getSubIndexWidgets() const;
     QVector<QList<CRealtimeGraphWidget *>> dayRows() const override;
     boost::shared_ptr<CRealtimeUiParam> getUiParam() const { return mUiParam; }
     /// Adds an empty pane and selects it.
@@ -124,9 +110,9 @@ public:
     void setCreateNewWorkShow(bool show);
     void setAutoIndex(bool automatic);
     void setIsLoginInit(bool init);
-    void setSelected(bool selected);
-    void setBtnToolVisible(bool visible);
-    void setHolographicButtonShow(bool show);
+    void setSelected(bool selected) { getRealTimeWidget()->setSelected(selected); }
+    void setBtnToolVisible(bool visible) { getRealTimeWidget()->setBtnToolVisible(visible); }
+    void setHolographicButtonShow(bool show) { getRealTimeWidget()->showHolographicButon(show); }
     void setTitleData(int day);
     void updateView();
     /// The same with the time scale.
@@ -139,11 +125,11 @@ public:
 
     // The user's drawings, on the main pane
 
-    void setGraphType(EVmGraphType type);
-    void setCurrGraphColor(const QString &color);
-    bool deleteCurrGraph();
-    void setParam(const bson::BSONObj &param);
-    bson::BSONObj getParam() const;
+    void setGraphType(EVmGraphType type) { getRealTimeWidget()->setGraphType(type); }
+    void setCurrGraphColor(const QString &color) { getRealTimeWidget()->setCurrGraphColor(color); }
+    bool deleteCurrGraph() { return getRealTimeWidget()->deleteCurrGraph(); }
+    void setParam(const bson::BSONObj &param) { getRealTimeWidget()->setParam(param); }
+    bson::BSONObj getParam() const { return getRealTimeWidget()->getParam(); }
 
     // Template bar. Without one nothing happens, and the lists are empty.
 
@@ -239,97 +225,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void createUi();
-    void followPane(const CRealtimeWidget *pane);
-    CRealtimeWidget *subPaneOf(int id) const; ///< null when there is none
-    /// Main pane first.
-    QVector<CRealtimeWidget *> allPanes() const;
-    void refreshTimeScale();
-
-    // Instrument
-    void addMainFormulas();
-    void removeMainFormulas(const QList<QString> &names);
-    void applyNetValueFormula();
-
-    // Panes
-    /// Takes a pane out of the list of widgets; it goes with the next turn of the event loop.
-    void removePane(CRealtimeWidget *pane);
-    void removeLastPane();
-    void placeHighlight(const CRealtimeWidget *pane);
-    void toggleMaximised(int id);
-    void maximise(CRealtimeWidget *pane);
-    void restoreMaximised();
-
-    // Cross line
-    void updateIndexId(int index, int x);
-    int placeSubCrossLines(int mainX);
-    int newestIndex() const;
-    void showKeyboardCrossLines();
-    void showCrossLinesAt(int index);
-    void tellTimeScale(int index, int x);
-    /// Repaints what of the cross lines and the time flag has changed.
-    void refreshCrossLine();
-    void dropCrossLine();
-    void realignCrossLine();
-    bool isCrossLineMoved() const;
-    void followNewestPoint();
-    void refreshTimeFlag();
-    void refreshSelections();
-
-    // Events
-    bool handleCommand(int event, int first, int second, const QString &text, void *payload);
-    void followGraph(QWidget *const *activated);
-    void closePane(int id, int second, const QString &formula, void *payload);
-    void showFormulas(const QString &name, bool isTemplate);
-    void saveTemplate();
-    void scaleDays(int how);
-    void moveRegionBound(int bound, const QTime *time);
-
-    // Trade linkage
-    void showOrders(const CRealtimeData &data, int x, int y);
-    void showDeals(const CRealtimeData &data, int x, int y);
-    void showTasks(const CRealtimeData &data, int x, int y);
-    /// Hides the dialogs of records but one, which may be null.
-    void hideRecordDialogs(const QWidget *but);
-    void deleteRecordDialogs();
-
-    // Formulas
-    void removeFromSubPanes(const QString &name);
-    bool restoreOrdinaryChart();
-    void clearMain();
-    void replaceMainChart(const QString &name);
-    bool toggleAttached(const QString &name);
-    void applyAttached(const QString &name, corvane::ERunMode mode);
-    CRealtimeWidget *targetPane() const;
-    CRealtimeWidget *addPaneOf(const QString &name);
-    void showInPane(CRealtimeWidget *pane, const QString &name, corvane::ERunMode mode);
-    void takeFromMain(const QString &name);
-    void showSubFormula(const QString &name);
-    void applySubFormula(const QString &name, corvane::ERunMode mode);
-    CRealtimeWidget *placeSubFormula(const QString &key, const QString &name);
-
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    GZ::CDragWidgetList *mWidgetList = nullptr;
-    CRealtimeTimeWidget *mTimeWidget = nullptr; ///< null in a view without time scale
-    CRealtimeWidget *mMainWidget = nullptr;
-    QVector<CRealtimeWidget *> mSubWidgets; ///< in order of creation
-    GZ::CHighlightWidget *mHighlightWidget = nullptr;
-    CIndexModelWidget *mIndexModelWidget = nullptr; ///< in the concise style of a template view only
-    CRealtimeLinkageSettingDialog *mLinkageDialog = nullptr; ///< from its first showing on
-    QMap<QString, bool> mLinkageSetting; ///< what the dialog begins with
-    EIndexViewType mViewType;
-    int mCurrentWidgetId = -1; ///< of the selected pane
-    int mNextWidgetId = 0;
-    bool mCreateNewWorkShow = true;
-    int mTitleDay = -1; ///< position of the day that the title follows, -1 none
-    int mRegionStart = 0; ///< first index of the last statistics region
-    QString mRegionText; ///< the last region as text
-    bool mReplay = false;
-    QMap<QString, CIndexWidgetInfo> mIndexWidgetInfos; ///< by the host's key
-    std::unique_ptr<DownloadProgress> mDownloadProgress;
-    CRealtimeOrderDialog *mOrderDialog = nullptr; ///< these three are null until they are first needed
-    CRealtimeDealDialog *mDealDialog = nullptr;
-    CRealtimeTaskTableDialog *mTaskDialog = nullptr;
+    std::unique_ptr<MainViewParts> mParts; ///< null while they are being made
 };
 
 } // namespace TC

@@ -1,24 +1,16 @@
-// How a pane is built and laid out, and what it hands on to its parts.
-
 #include "containers/CRealtimeWidget.h"
 
 #include "chartdata/CRealtimeData.h"
-#include "chartview/CCrossLineWidget.h"
-#include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
+#include "containers/DayGraphs.h"
+#include "containers/ModelRun.h"
 #include "containers/PaneArithmetic.h"
+#include "containers/PaneTitle.h"
+#include "containers/Repaint.h"
 #include "host/drawing/CIndexTitleWidget.h"
-#include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
-#include "host/toolkit/CFrameSplitterLine.h"
-#include "host/toolkit/CPushButton.h"
-#include "host/toolkit/CWidgetList.h"
+#include "host/toolkit/Events.h"
 #include "viewmodel/CRealtimeUiParam.h"
-#include "viewmodel/PaneMetrics.h"
-
-#include <QVBoxLayout>
-
-#include <boost/make_shared.hpp>
 
 #include <utility>
 
@@ -26,344 +18,365 @@ namespace TC {
 
 namespace {
 
-constexpr int kRunButton = 1024; ///< id of the run button
-constexpr QSize kRunButtonSize(50, 20); ///< pixels, as the other sizes below
-constexpr int kRunButtonRow = 12;
-constexpr int kConciseRunButtonRow = 22;
-constexpr int kRunButtonGap = 5;
-constexpr int kTitleRows = 1;
-constexpr int kTitleTextWidth = 50;
-constexpr int kMinutesOfDay = 0; ///< period of the title's series
-
-bool isConcise() {
-    const CConfig *config = getConfig();
-    return config && config->conciseStyle();
-}
+constexpr int kNoSectorIndex = -1; ///< level of the overlaid sector index
 
 } // namespace
 
 CRealtimeWidget::CRealtimeWidget(int id, boost::shared_ptr<CRealtimeUiParam> uiParam,
                                  EIndexDisplayType displayType, EIndexViewType viewType, QWidget *parent)
-    : CBaseWidget(parent), mUiParam(std::move(uiParam)), mDisplayType(displayType), mViewType(viewType),
-      mId(id) {
+    : PaneView(id, std::move(uiParam), displayType, viewType, parent), mId(id) {
     setObjectName(QStringLiteral("real_time_widget"));
-    mMainData = boost::make_shared<CRealtimeData>(mUiParam, mDisplayType, this);
-    createUi();
+    mModel = std::make_unique<ModelRun>(this, *mDays, *mTitle, mUiParam, mDisplayType);
 }
 
-CRealtimeWidget::~CRealtimeWidget() {
-    // The parts that are left move up, and tell of it.
-    delete std::exchange(mTitleWidget, nullptr);
-    delete std::exchange(mMainGraphWidget, nullptr);
-    mMainData.reset();
-    if (mUiParam->mLeftAxis == mLeftAxisWidget) {
-        mUiParam->mLeftAxis = nullptr;
-    }
-    if (mUiParam->mRightAxis == mRightAxisWidget) {
-        mUiParam->mRightAxis = nullptr;
-    }
-    mUiParam.reset();
-}
-
-// Building
-
-void CRealtimeWidget::createUi() {
-    mTitleWidget = new CIndexTitleWidget(mMainData, mDisplayType, mViewType, kTitleRows, kTitleTextWidth,
-                                         kMinutesOfDay, boost::shared_ptr<CKLineUiParam>(), this);
-    mTitleWidget->setRealtimeUiParam(mUiParam);
-    createStrips();
-    mGraphList = new GZ::CWidgetList(Qt::Horizontal, this);
-    mGraphList->setMargin(0);
-    mGraphList->setSpacing(0);
-    mGraphList->setTellsActivation(true);
-    mMainGraphWidget =
-        new CRealtimeGraphWidget(mLastGraphId, mMainData, mUiParam, mDisplayType, mViewType, this, true);
-    mGraphList->addStretchWidget(mMainGraphWidget, 1, GZ::CWidgetList::eAnchorBoth, true);
-    mGraphIds.insert(mMainGraphWidget, mLastGraphId);
-    if (mDisplayType == EIndexDisplayType::Sub) {
-        createOlderGraphs();
-        createRunButton();
-    }
-    mCrossLineWidget = new CCrossLineWidget(mUiParam, mMainData, this);
-    mCrossLineWidget->hide();
-    layOutParts();
-}
-
-void CRealtimeWidget::createStrips() {
-    mLeftAxisWidget = new CGraphAxisWidget(mUiParam, mMainData, CGraphAxisWidget::eLeft, this);
-    mRightAxisWidget = new CGraphAxisWidget(mUiParam, mMainData, CGraphAxisWidget::eRight, this);
-    for (CGraphAxisWidget *strip : {mLeftAxisWidget, mRightAxisWidget}) {
-        strip->setDisplayType(mDisplayType);
-        strip->setFixedWidth(kAxisStripWidth);
-    }
-    mMainData->setAxisWidget(mLeftAxisWidget);
-    if (mDisplayType == EIndexDisplayType::Main) {
-        mUiParam->mLeftAxis = mLeftAxisWidget;
-        mUiParam->mRightAxis = mRightAxisWidget;
-        mUiParam->mLeftAxisWidth = kAxisStripWidth;
-        mUiParam->mRightAxisWidth = kAxisStripWidth;
-    }
-}
-
-void CRealtimeWidget::createOlderGraphs() {
-    const int date = baseDate();
-    mMainData->setTradeDate(date);
-    for (int k = 1; k < mUiParam->mDayCount; ++k) {
-        const boost::shared_ptr<CRealtimeData> data = makeData();
-        data->setTradeDate(CSingletonT<CStockManager>::instance().getShiftTradeDate(market(), date, -k));
-        insertGraph(mId, data, this);
-    }
-}
-
-void CRealtimeWidget::createRunButton() {
-    mRunButton = new GZ::CPushButton(QStringLiteral("img_btn_ok"), kRunButton, 3, 64, 3, 18, this);
-    mRunButton->setText(tr("运行模型"));
-    mRunButton->setFontKey(QStringLiteral("fnt_default_small_heavy"));
-    mRunButton->setFixedSize(kRunButtonSize);
-    mRunButton->hide();
-}
-
-void CRealtimeWidget::layOutParts() {
-    using GZ::CWidgetList;
-    auto *row = new CWidgetList(Qt::Horizontal, this);
-    auto *root = new CWidgetList(Qt::Vertical, this);
-    for (CWidgetList *list : {row, root}) {
-        list->setMargin(0);
-        list->setSpacing(0);
-    }
-    row->addFixedWidget(mLeftAxisWidget, CWidgetList::eAnchorBoth, true);
-    row->addStretchWidget(mGraphList, 1, CWidgetList::eAnchorBoth, true);
-    row->addFixedWidget(mRightAxisWidget, CWidgetList::eAnchorBoth, true);
-    root->addFixedWidget(mTitleWidget, CWidgetList::eAnchorBoth, true);
-    if (isConcise()) {
-        auto *line =
-            new GZ::CFrameSplitterLine(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
-        root->addFixedWidget(line, CWidgetList::eAnchorBoth, false);
-    }
-    root->addStretchWidget(row, 1, CWidgetList::eAnchorBoth, true);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(root, 1);
-    mCrossLineWidget->raise();
-    if (mRunButton) {
-        mRunButton->raise();
-    }
-}
-
-boost::shared_ptr<CRealtimeData> CRealtimeWidget::makeData() {
-    auto data = boost::make_shared<CRealtimeData>(mUiParam, mDisplayType, this);
-    data->setAxisWidget(mLeftAxisWidget);
-    return data;
-}
-
-CRealtimeGraphWidget *CRealtimeWidget::insertGraph(int id, const boost::shared_ptr<CRealtimeData> &data,
-                                                   QWidget *parent) {
-    auto *graph = new CRealtimeGraphWidget(id, data, mUiParam, mDisplayType, mViewType, parent, false);
-    mGraphList->insertStretchWidget(0, graph, 1, GZ::CWidgetList::eAnchorBoth, true);
-    return graph;
-}
-
-// Layout
+CRealtimeWidget::~CRealtimeWidget() = default;
 
 void CRealtimeWidget::resizeEvent(QResizeEvent *event) {
-    CBaseWidget::resizeEvent(event);
-    if (mDisplayType == EIndexDisplayType::Main) {
-        mUiParam->resize(rect());
-    }
-    mLeftAxisWidget->recompute();
-    mRightAxisWidget->recompute();
-    mTitleWidget->updateTitleHeight();
-    placeCrossLine();
-    resizeLayout();
-    updateView();
-    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
-        graph->recalcAxisByValue(); // it was resized with the day width of before
-    }
+    PaneView::resizeEvent(event);
+    mModel->placeButton();
 }
 
-void CRealtimeWidget::placeCrossLine() {
-    if (mCrossLineWidget) {
-        mCrossLineWidget->setFixedExtent(width(), height());
-        mCrossLineWidget->setGraphRect(mMainGraphWidget->rect(), titleHeight());
-        refreshCrossLine();
-    }
-}
+// Requests
 
-void CRealtimeWidget::resizeLayout() {
-    if (!mRunButton) {
+void CRealtimeWidget::request(corvane::ERunMode mode) {
+    if (mModel->isHeld()) {
+        mModel->hold(mode);
+        slotDisplayTimeOut();
         return;
     }
-    if (mShowRunButton) {
-        const int x = static_cast<int>(mUiParam->mRightAxisWidth + mUiParam->mDayWidth);
-        mRunButton->move(x, (isConcise() ? kConciseRunButtonRow : kRunButtonRow) + kRunButtonGap);
+    mModel->showRunning();
+    switch (mModel->groupRun()) {
+    case ModelRun::EGroup::MainGraph:
+        mDays->main()->request(mode);
+        break;
+    case ModelRun::EGroup::Repaint:
+        updateView();
+        break;
+    case ModelRun::EGroup::None:
+        mDays->forEachDay(requestDate(mDays->newestDate()),
+                          [mode](CRealtimeGraphWidget &graph) { graph.request(mode); });
+        updateAxis(true);
+        break;
     }
-    mRunButton->setVisible(mShowRunButton);
 }
 
-int CRealtimeWidget::titleHeight() const {
-    return mTitleWidget->height();
+void CRealtimeWidget::slotDisplayTimeOut() {
+    if (mDisplayType == EIndexDisplayType::Sub && mModel->release()) {
+        request(mModel->heldMode());
+    }
 }
 
-// Parts
+void CRealtimeWidget::minitermFormulaDataCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
+                                                  const QString &stock, const QString &formula, int dataType) {
+    if (mModel->isHeld()) {
+        mModel->hold(corvane::ERunMode::Ordinary);
+        if (!mModel->release()) {
+            return;
+        }
+    }
+    mModel->showRunning();
+    const auto take = [&](CRealtimeGraphWidget &graph) {
+        graph.minitermFormulaDataCallback(meta, result, stock, formula, dataType);
+    };
+    switch (mModel->groupRun()) {
+    case ModelRun::EGroup::MainGraph:
+        take(*mDays->main());
+        break;
+    case ModelRun::EGroup::Repaint:
+        updateView();
+        break;
+    case ModelRun::EGroup::None:
+        mDays->forEachDay(mDays->newestDate(), take);
+        updateAxis(true);
+        break;
+    }
+}
+
+void CRealtimeWidget::syncRequest(corvane::ERunMode mode) {
+    if (mUiParam->mGetTradeDateFunc) {
+        mDays->forEachDay(mDays->newestDate(),
+                          [mode](CRealtimeGraphWidget &graph) { graph.syncRequest(mode); });
+        updateAxis(true);
+    }
+}
+
+void CRealtimeWidget::unrequest() {
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->unrequest();
+    }
+}
+
+void CRealtimeWidget::clear() {
+    mTitle->widget()->clear();
+    clearData();
+}
+
+void CRealtimeWidget::clearData() {
+    for (const CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->getData()->clearData();
+    }
+}
+
+void CRealtimeWidget::setAutoIndex(bool automatic) {
+    mModel->setAutomatic(automatic);
+}
+
+void CRealtimeWidget::setIsLoginInit(bool init) {
+    mModel->setLoginInit(init);
+}
+
+bool CRealtimeWidget::hasData() const {
+    return mMainData->hasData();
+}
+
+bool CRealtimeWidget::hasPythonIndex() const {
+    return mMainData->hasPythonIndex();
+}
+
+bool CRealtimeWidget::hasGroupModelIndex() const {
+    return mMainData->hasGroupModelIndex();
+}
+
+QStringList CRealtimeWidget::statisticRange(int &start, int &end) const {
+    return mMainData->statisticRange(start, end);
+}
+
+// Instrument and overlays
+
+void CRealtimeWidget::setStock(const QString &stockKey, bool flag) {
+    const bool isInstrument = CSingletonT<CStockManager>::instance().getInstrumentDetail(stockKey) != nullptr;
+    if (isInstrument) {
+        mDays->main()->setStock(stockKey, flag);
+    }
+    mTitle->setStock(stockKey, flag);
+    if (isInstrument && mUiParam->mAddSwBkzsLevel != kNoSectorIndex) {
+        setTitleAddStock();
+    }
+    mMainData->setFillGaps(flag);
+}
+
+void CRealtimeWidget::clearStock() {
+    mTitle->widget()->clearStock();
+}
+
+void CRealtimeWidget::updateOverlay(int op, const QString &stockKey) {
+    switch (op) {
+    case eOverlayWithAxis:
+    case eOverlayWithoutAxis:
+        if (stockKey.isEmpty()) {
+            return;
+        }
+        mUiParam->addStock(stockKey, QString(), op == eOverlayWithAxis);
+        break;
+    case eRenewOverlays:
+        clearData();
+        break;
+    case eTakeAllOverlays:
+        for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+            graph->updateOverlay();
+        }
+        mUiParam->delAllStock();
+        mTitle->widget()->clearAddStockList();
+        return;
+    default:
+        return;
+    }
+    unrequest();
+    request(corvane::ERunMode::Ordinary);
+    setTitleAddStock();
+}
+
+void CRealtimeWidget::updateLinkageData(const QList<QString> &accounts, bool add) {
+    mDays->main()->updateLinkageData(accounts, add);
+}
+
+void CRealtimeWidget::updateLinkageData(const QString &accounts, bool add) {
+    mDays->main()->updateLinkageData(accounts, add);
+}
+
+// Formulas
+
+QString CRealtimeWidget::firstFormula() const {
+    return getIndexes().value(0);
+}
+
+void CRealtimeWidget::addIndex(const QString &name) {
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->addIndex(name);
+    }
+    mTitle->widget()->setShowIndex(name);
+    mPreIndex = name;
+}
+
+void CRealtimeWidget::delIndex(const QString &name) {
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->delIndex(name);
+    }
+    mTitle->widget()->updateView();
+    mPreIndex.clear();
+}
+
+void CRealtimeWidget::delAllIndex() {
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->delAllIndex();
+    }
+}
+
+void CRealtimeWidget::updateIndex(const QString &name) {
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        graph->updateIndex(name);
+    }
+    mTitle->widget()->setShowIndex(name);
+    mPreIndex = name;
+}
+
+void CRealtimeWidget::updateIndex(int op, const QString &name) {
+    if (op != ePutFormulaOn && op != eTakeFormulaOff) {
+        return;
+    }
+    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
+        if (op == ePutFormulaOn) {
+            graph->updateIndex(name);
+        } else {
+            graph->delIndex(name);
+        }
+    }
+    request(corvane::ERunMode::Ordinary);
+}
+
+bool CRealtimeWidget::findIndex(const QString &name) const {
+    return mDays->main()->findIndex(name);
+}
+
+QList<QString> CRealtimeWidget::getIndexes() const {
+    return mDays->main()->getIndexes();
+}
+
+QString CRealtimeWidget::getMainIndex() const {
+    return mMainData->getMainGraph();
+}
+
+QString CRealtimeWidget::gePretIndex() const {
+    return mPreIndex;
+}
+
+// Commands of the newest day
+
+void CRealtimeWidget::beHistory(bool history) {
+    mDays->main()->beHistory(history);
+}
+
+void CRealtimeWidget::beReplay(bool replay) {
+    mDays->main()->beReplay(replay);
+}
+
+void CRealtimeWidget::setCreateNewWorkShow(bool show) {
+    mDays->main()->setCreateNewWorkShow(show);
+}
+
+void CRealtimeWidget::setMouseIn(bool in) {
+    mDays->main()->setMouseIn(in);
+}
+
+void CRealtimeWidget::setPairParamFunc(boost::function<void(QString)> func) {
+    mDays->main()->setPairParamFunc(std::move(func));
+}
+
+void CRealtimeWidget::showContrastSector() {
+    mDays->main()->showContrastSector();
+}
+
+void CRealtimeWidget::superposedStock() {
+    mDays->main()->superposedStock();
+}
+
+void CRealtimeWidget::viewVariable() {
+    mDays->main()->viewVariable();
+}
+
+// Events
 
 int CRealtimeWidget::getId() const {
     return mId;
 }
 
-boost::shared_ptr<CRealtimeUiParam> CRealtimeWidget::getUiParam() const {
-    return mUiParam;
+void CRealtimeWidget::destorySubWidget() {
+    deliverEvent(ePaneCloseAsked, mId, eClosedByHost, firstFormula(), nullptr);
 }
 
-CCrossLineWidget *CRealtimeWidget::getCrossLineWidget() const {
-    return mCrossLineWidget;
-}
-
-void CRealtimeWidget::setCrossLineWidget(CCrossLineWidget *crossLine) {
-    mCrossLineWidget = crossLine;
-}
-
-CRealtimeGraphWidget *CRealtimeWidget::getCurrentGraphWidget() const {
-    return mCurrentGraph ? mCurrentGraph : mMainGraphWidget;
-}
-
-int CRealtimeWidget::getGrapWidgetCount() const {
-    return mGraphList->count();
-}
-
-int CRealtimeWidget::getGrapWidgetID(CRealtimeGraphWidget *graph) const {
-    return mGraphIds.value(graph, -1);
-}
-
-CRealtimeGraphWidget *CRealtimeWidget::getGraphWidget(int index) const {
-    return qobject_cast<CRealtimeGraphWidget *>(mGraphList->widgetAt(index));
-}
-
-QList<CRealtimeGraphWidget *> CRealtimeWidget::getGraphWidgets() const {
-    QList<CRealtimeGraphWidget *> graphs;
-    for (int i = 0; i < mGraphList->count(); ++i) {
-        if (CRealtimeGraphWidget *graph = getGraphWidget(i)) {
-            graphs.prepend(graph);
+bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, void *data) {
+    switch (event) {
+    case eButtonClicked:
+        handleButton(sub, param);
+        return true;
+    case eStatisticAsked:
+        mDays->select(param);
+        return false;
+    case eSubPaneDoubleClicked:
+    case ePanePressed:
+        deliverEvent(event, mId, 0, QString(), nullptr);
+        return true;
+    case eViewChanged:
+        updateAxis(false);
+        updateView();
+        updateWithChildren(this);
+        return true;
+    case eFormulaAsked:
+        updateIndex(param, text);
+        updateWithChildren(this);
+        return true;
+    case eOverlayAsked:
+        updateOverlay(param, text);
+        updateWithChildren(this);
+        return true;
+    case eDataChanged:
+        if (mTitle->refresh(*mDays, data)) {
+            emit crossLineMoved();
         }
-    }
-    return graphs;
-}
-
-// View
-
-void CRealtimeWidget::updateAxis(bool overwrite) {
-    const QList<CRealtimeGraphWidget *> graphs = getGraphWidgets();
-    IndexBaseData::MaxMinMap ranges;
-    for (const CRealtimeGraphWidget *graph : graphs) {
-        mergeRanges(ranges, graph->getData()->getMaxMinMap());
-    }
-    mLeftAxisWidget->setMaxMinMap(ranges);
-    mRightAxisWidget->setMaxMinMap(ranges);
-    for (CRealtimeGraphWidget *graph : graphs) {
-        graph->updateAxis(ranges, overwrite);
-        graph->update();
-    }
-    setTitleAddStock();
-}
-
-void CRealtimeWidget::updateView() {
-    for (CRealtimeGraphWidget *graph : getGraphWidgets()) {
-        graph->updateView();
-        graph->update();
+        repaintChanged();
+        return true;
+    case eRangeOutgrown:
+        updateAxis(false);
+        repaintChanged();
+        return false;
+    case eDaysAsked:
+        deliverEvent(event, mId, param, QString(), nullptr);
+        return true;
+    case eGraphResized: // it may have been by its title, with the pane as it was
+        placeCrossLine();
+        return false;
+    default:
+        return PaneView::handleEvent(event, sub, param, text, data);
     }
 }
 
-void CRealtimeWidget::updateLength() {
-    mGraphList->updateWidgetLength();
-}
-
-void CRealtimeWidget::beHistory(bool history) {
-    mMainGraphWidget->beHistory(history);
-}
-
-void CRealtimeWidget::beReplay(bool replay) {
-    mMainGraphWidget->beReplay(replay);
-}
-
-void CRealtimeWidget::setCreateNewWorkShow(bool show) {
-    mMainGraphWidget->setCreateNewWorkShow(show);
-}
-
-void CRealtimeWidget::setMouseIn(bool in) {
-    mMainGraphWidget->setMouseIn(in);
-}
-
-void CRealtimeWidget::setPairParamFunc(boost::function<void(QString)> func) {
-    mMainGraphWidget->setPairParamFunc(std::move(func));
-}
-
-void CRealtimeWidget::showContrastSector() {
-    mMainGraphWidget->showContrastSector();
-}
-
-void CRealtimeWidget::superposedStock() {
-    mMainGraphWidget->superposedStock();
-}
-
-void CRealtimeWidget::viewVariable() {
-    mMainGraphWidget->viewVariable();
-}
-
-void CRealtimeWidget::setGetTradeDateFunc(boost::function<int()> func) {
-    mTitleWidget->setGetTradeDateFunc(std::move(func));
-}
-
-void CRealtimeWidget::setBtnToolVisible(bool visible) {
-    mTitleWidget->setBtnToolVisible(visible);
-}
-
-void CRealtimeWidget::setConciseStyle(bool concise) {
-    mTitleWidget->setConciseStyle(concise);
-}
-
-void CRealtimeWidget::setSelected(bool selected) {
-    mTitleWidget->setShowTitleBg(selected);
-}
-
-void CRealtimeWidget::showHolographicButon(bool show) {
-    mRightAxisWidget->showHolographicButon(show);
-}
-
-void CRealtimeWidget::setAutoIndex(bool automatic) {
-    if (mDisplayType == EIndexDisplayType::Sub) {
-        mAutoIndex = automatic;
+void CRealtimeWidget::handleButton(int button, int param) {
+    switch (button) {
+    case CIndexTitleWidget::eClose:
+        deliverEvent(ePaneCloseAsked, mId, param, firstFormula(), nullptr);
+        break;
+    case CIndexTitleWidget::eMenu:
+        mDays->main()->showTitleMenu(mTitle->widget()->getGlobalPoint());
+        break;
+    case CIndexTitleWidget::eSettings:
+        deliverEvent(ePaneSettingsAsked, mId, 0, QString(), nullptr);
+        break;
+    case CIndexTitleWidget::eOneDay:
+        deliverEvent(eDaysAsked, mId, eBackToOneDay, QString(), nullptr);
+        break;
+    case CIndexTitleWidget::eFewerDays:
+        deliverEvent(eDaysAsked, mId, eOneDayFewer, QString(), nullptr);
+        break;
+    case CIndexTitleWidget::eMoreDays:
+        deliverEvent(eDaysAsked, mId, eOneDayMore, QString(), nullptr);
+        break;
+    case eRunButton:
+        mModel->start();
+        request(mModel->heldMode());
+        break;
+    default:
+        break;
     }
-}
-
-void CRealtimeWidget::setIsLoginInit(bool init) {
-    if (mDisplayType == EIndexDisplayType::Sub) {
-        mIsLoginInit = init;
-    }
-}
-
-// The user's drawings
-
-void CRealtimeWidget::setGraphType(EVmGraphType type) {
-    mMainGraphWidget->setGraphType(type);
-}
-
-void CRealtimeWidget::setCurrGraphColor(QString color) {
-    mMainGraphWidget->setCurrGraphColor(color);
-    mMainGraphWidget->update();
-}
-
-bool CRealtimeWidget::deleteCurrGraph() {
-    const bool deleted = mMainGraphWidget->deleteCurrGraph();
-    mMainGraphWidget->update();
-    return deleted;
-}
-
-void CRealtimeWidget::setParam(const bson::BSONObj &param) {
-    mMainGraphWidget->setParam(param);
-}
-
-bson::BSONObj CRealtimeWidget::getParam() const {
-    return mMainGraphWidget->getParam();
 }
 
 } // namespace TC

@@ -1,0 +1,179 @@
+#include "containers/FormulaPlacement.h"
+
+#include "containers/CRealtimeWidget.h"
+#include "containers/FormulaTypes.h"
+#include "containers/MainChart.h"
+#include "containers/PaneRow.h"
+#include "containers/SelectedPane.h"
+#include "containers/TemplateBar.h"
+
+#include <utility>
+
+namespace TC {
+
+namespace {
+
+constexpr corvane::ERunMode kOrdinary = corvane::ERunMode::Ordinary;
+
+} // namespace
+
+FormulaPlacement::FormulaPlacement(const PaneRow &panes, const SelectedPane &selected, MainChart &chart,
+                                   TemplateBar &bar, std::function<CRealtimeWidget *()> addPane)
+    : mPanes(panes), mSelected(selected), mChart(chart), mBar(bar), mAddPane(std::move(addPane)) {}
+
+void FormulaPlacement::show(const QString &name) {
+    const CFormulaDetailPtr detail = formulaDetail(name);
+    if (!detail) {
+        return;
+    }
+    if (detail->mType == eReplacingFormula) {
+        replaceChart(name, kOrdinary);
+    } else if (detail->mType == eAttachedFormula) {
+        if (mChart.toggleAttached(name)) {
+            requestMain(kOrdinary);
+        }
+        removeFromSubs(name);
+    } else if (detail->mType == eSubFormula) {
+        showSub(name);
+    }
+}
+
+void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
+    const CFormulaDetailPtr detail = formulaDetail(name);
+    if (!detail) {
+        return;
+    }
+    if (detail->mType == eReplacingFormula) {
+        replaceChart(name, mode);
+    } else if (detail->mType == eAttachedFormula) {
+        mChart.attachAnew(name);
+        requestMain(mode);
+        removeFromSubs(name);
+    } else if (detail->mType == eSubFormula) {
+        applySub(name, mode);
+    }
+}
+
+void FormulaPlacement::confirm(const QString &name) {
+    const CFormulaDetailPtr detail = formulaDetail(name);
+    if (!detail) {
+        return;
+    }
+    if (detail->mType == eReplacingFormula) {
+        replaceChart(name, kOrdinary);
+    } else if (detail->mType == eAttachedFormula) {
+        confirmAttached(name);
+    } else if (detail->mType == eSubFormula) {
+        confirmSub(name);
+    }
+}
+
+void FormulaPlacement::modify(const QString &name) {
+    const CFormulaDetailPtr detail = formulaDetail(name);
+    if (!detail || detail->mType < eSubFormula || detail->mType > eReplacingFormula) {
+        return;
+    }
+    confirmAttached(name);
+    for (CRealtimeWidget *pane : mPanes.subs()) {
+        if (pane->findIndex(name)) {
+            pane->updateIndex(name);
+            pane->request(kOrdinary);
+        }
+    }
+}
+
+void FormulaPlacement::remove(const QString &name) {
+    mChart.remove(name);
+    removeFromSubs(name);
+}
+
+// The main chart
+
+void FormulaPlacement::requestMain(corvane::ERunMode mode) {
+    mPanes.main()->request(mode);
+}
+
+void FormulaPlacement::replaceChart(const QString &name, corvane::ERunMode mode) {
+    mChart.replaceBy(name);
+    requestMain(mode);
+}
+
+void FormulaPlacement::confirmAttached(const QString &name) {
+    if (mChart.has(name)) {
+        mChart.remove(name);
+        mChart.add(name);
+        requestMain(kOrdinary);
+    }
+}
+
+void FormulaPlacement::takeFromMain(const QString &name) {
+    if (!mChart.has(name)) {
+        return;
+    }
+    if (mChart.restoreOrdinary()) {
+        requestMain(kOrdinary);
+    }
+    mChart.remove(name);
+}
+
+// Formula panes
+
+void FormulaPlacement::removeFromSubs(const QString &name) {
+    for (CRealtimeWidget *pane : mPanes.subs()) {
+        if (pane->findIndex(name)) {
+            pane->delIndex(name);
+        }
+    }
+}
+
+CRealtimeWidget *FormulaPlacement::addPaneOf(const QString &name) {
+    CRealtimeWidget *pane = mAddPane();
+    pane->addIndex(name);
+    return pane;
+}
+
+void FormulaPlacement::replaceIn(CRealtimeWidget *pane, const QString &name) {
+    mBar.replaced(pane, name);
+    pane->updateIndex(name);
+}
+
+void FormulaPlacement::replaceIn(CRealtimeWidget *pane, const QString &name, corvane::ERunMode mode) {
+    replaceIn(pane, name);
+    pane->request(mode);
+}
+
+void FormulaPlacement::showSub(const QString &name) {
+    takeFromMain(name);
+    if (mPanes.subs().isEmpty()) {
+        addPaneOf(name)->request(kOrdinary);
+    } else if (mSelected.isMain()) {
+        mPanes.subs().last()->updateIndex(name); // the template bar does not hear of it
+        mPanes.subs().last()->request(kOrdinary);
+    } else {
+        replaceIn(mSelected.subOrLast(), name, kOrdinary);
+    }
+}
+
+void FormulaPlacement::applySub(const QString &name, corvane::ERunMode mode) {
+    if (mChart.has(name)) {
+        mChart.remove(name);
+        if (mChart.restoreOrdinary()) {
+            requestMain(mode);
+        }
+    }
+    if (mPanes.subs().isEmpty()) {
+        addPaneOf(name)->request(mode);
+    } else {
+        replaceIn(mSelected.subOrLast(), name, mode);
+    }
+}
+
+void FormulaPlacement::confirmSub(const QString &name) {
+    for (CRealtimeWidget *pane : mPanes.subs()) {
+        if (pane->findIndex(name)) {
+            replaceIn(pane, name, kOrdinary);
+        }
+    }
+}
+
+} // namespace TC

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/records/Enumerations.h"
+
+#include <boost/shared_ptr.hpp>
+
+class QWidget;
+
+namespace GZ {
+class CHighlightWidget;
+} // namespace GZ
+
+namespace TC {
+
+class CRealtimeUiParam;
+class CRealtimeWidget;
+class PaneRow;
+
+/// Which pane of a view is selected, by id, and the frame over it. The id may be that of a pane that has gone. In a view
+/// without highlight nothing is ever selected.
+class SelectedPane {
+public:
+    SelectedPane(QWidget *view, const PaneRow &panes, boost::shared_ptr<const CRealtimeUiParam> uiParam,
+                 EIndexViewType viewType);
+    ~SelectedPane();
+    SelectedPane(const SelectedPane &) = delete;
+    SelectedPane &operator=(const SelectedPane &) = delete;
+
+    int id() const { return mId; } ///< -1 at first
+    bool isMain() const;
+    /// The formula pane that is selected; null when it is none.
+    CRealtimeWidget *sub() const;
+    /// The same, or else the last formula pane; null when there is none.
+    CRealtimeWidget *subOrLast() const;
+
+    void select(int id);
+    /// Selects the formula pane at a position, or the last one; without formula panes the main pane.
+    void selectAt(int position);
+    /// Puts the frame over the selected pane, which has another place.
+    void place();
+
+private:
+    void placeOver(const CRealtimeWidget *pane);
+
+    QWidget *mView;
+    const PaneRow &mPanes;
+    boost::shared_ptr<const CRealtimeUiParam> mUiParam;
+    bool mSelects;
+    GZ::CHighlightWidget *mFrame;
+    int mId = -1;
+};
+
+} // namespace TC
