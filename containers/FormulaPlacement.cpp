@@ -33,7 +33,7 @@ void FormulaPlacement::show(const QString &name) {
             requestMain(kOrdinary);
         }
         removeFromSubs(name);
-    } else if (detail->mType == eSubFormula) {
+    } else if (detail->mType == eSubPaneFormula) {
         showSub(name);
     }
 }
@@ -49,7 +49,7 @@ void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
         mChart.attachAnew(name);
         requestMain(mode);
         removeFromSubs(name);
-    } else if (detail->mType == eSubFormula) {
+    } else if (detail->mType == eSubPaneFormula) {
         applySub(name, mode);
     }
 }
@@ -63,14 +63,14 @@ void FormulaPlacement::confirm(const QString &name) {
         replaceChart(name, kOrdinary);
     } else if (detail->mType == eAttachedFormula) {
         confirmAttached(name);
-    } else if (detail->mType == eSubFormula) {
+    } else if (detail->mType == eSubPaneFormula) {
         confirmSub(name);
     }
 }
 
 void FormulaPlacement::modify(const QString &name) {
     const CFormulaDetailPtr detail = formulaDetail(name);
-    if (!detail || detail->mType < eSubFormula || detail->mType > eReplacingFormula) {
+    if (!detail || detail->mType < eSubPaneFormula || detail->mType > eReplacingFormula) {
         return;
     }
     confirmAttached(name);

@@ -11,6 +11,12 @@
 
 namespace TC {
 
+namespace {
+
+constexpr int kUnknownType = -1; ///< in the words of the host; counts as a formula with a pane of its own
+
+} // namespace
+
 KeyedFormulas::KeyedFormulas(const PaneRow &panes, const SelectedPane &selected, MainChart &chart,
                              FormulaPlacement &placement)
     : mPanes(panes), mSelected(selected), mChart(chart), mPlacement(placement) {}
@@ -28,8 +34,8 @@ void KeyedFormulas::place(const QString &key, int type, const QString &name) {
     case eAttachedFormula:
         info.mWidget = placeAttached(name);
         break;
-    case eSubFormula:
-    case eUnknownFormula:
+    case eSubPaneFormula:
+    case kUnknownType:
         info.mWidget = placeSub(key, name);
         break;
     default:

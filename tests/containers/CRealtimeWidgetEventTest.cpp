@@ -326,7 +326,7 @@ TEST_F(PaneEventTest, SelectingAGraphTakesTheRegionLinesOffTheOthers) {
 }
 
 TEST_F(PaneEventTest, ASelectedGraphIsAlsoToldUpward) {
-    EXPECT_FALSE(event(191, 30, 0, QStringLiteral("90,0,0")));
+    newest()->deliverEvent(191, 30, 0, QStringLiteral("90,0,0"), nullptr);
     EXPECT_EQ(only(191).first, 30);
     EXPECT_EQ(only(191).text, QStringLiteral("90,0,0"));
 }
@@ -444,8 +444,17 @@ TEST_F(PaneEventTest, ARangeThatIsOutgrownIsScaledAndToldUpward) {
     EXPECT_EQ(mKeeper->of(3151).size(), 1u);
     EXPECT_EQ(strip(TC::CGraphAxisWidget::eLeft)->getMaxMinMap().value(key("REALTIME")).first, 10.4);
     EXPECT_FALSE(newest()->getData()->isRangeOutgrown());
-    EXPECT_FALSE(event(3151, 0));
-    EXPECT_EQ(mKeeper->of(3151).size(), 2u);
+}
+
+TEST_F(PaneEventTest, WhatItDoesNotConsumeTravelsOnByTheBusAlone) {
+    showPane();
+    for (const int number : {191, 3033, 3151}) {
+        mKeeper->mEvents.clear();
+        EXPECT_FALSE(event(number, 0)) << number;
+        EXPECT_TRUE(mKeeper->of(number).empty()) << number << ": it passes nothing on itself";
+        newest()->deliverEvent(number, 0, 0, QString(), nullptr);
+        EXPECT_EQ(mKeeper->of(number).size(), 1u) << number << ": once";
+    }
 }
 
 TEST_F(PaneEventTest, AGraphThatIsResizedIsToldUpward) {

@@ -83,7 +83,9 @@ TEST_F(MainWidgetEvent, TitleFollowsTheDayOfAnActivatedGraph) {
     takeEvents();
     CRealtimeGraphWidget *older = graph(pane(), 1);
     EXPECT_FALSE(event(13, 0, 0, "", &older));
-    EXPECT_EQ(takeEvents(), (Events{{13, 0, 0, "", &older}})) << "it travels on";
+    EXPECT_TRUE(takeEvents().empty()) << "it passes nothing on itself";
+    pane()->deliverEvent(13, 0, 0, "", &older);
+    EXPECT_EQ(takeEvents(), (Events{{13, 0, 0, "", &older}})) << "the bus carries it on";
     EXPECT_FALSE(event(13, 0, 0, "", nullptr));
     CRealtimeGraphWidget *none = nullptr;
     EXPECT_FALSE(event(13, 0, 0, "", &none));

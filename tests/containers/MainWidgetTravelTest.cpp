@@ -128,11 +128,10 @@ TEST_F(EventTravel, OutgrownScaleReachesTheViewOnceAndEndsThere) {
 TEST_F(EventTravel, OfAPaneWithoutAViewTheHostHearsThemOnce) {
     showView();
     CRealtimeWidget lone(9, mUi, EIndexDisplayType::Sub, EIndexViewType::Ordinary, mKeeper.get());
-    for (const int number : {13, 191, 3151}) {
+    for (const int number : {13, 191, 3033, 3151}) {
+        takeEvents();
         graph(&lone)->deliverEvent(number, 0, 0, QString(), nullptr);
         EXPECT_EQ(hostHeard(number), 1u) << number;
-        EXPECT_EQ(lone.handleEvent(number, 0, 0, QString(), nullptr), number == 13) << "the host has taken 13";
-        EXPECT_EQ(hostHeard(number), 2u) << number;
     }
 }
 
