@@ -1,53 +1,28 @@
 #include "chartview/CRealtimeGraphWidget.h"
 
 #include "chartdata/CRealtimeData.h"
-#include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
-#include "host/toolkit/CStyleSheetCenter.h"
-#include "host/toolkit/Text.h"
-#include "host/windows/CViewVariableDialog.h"
+#include "host/services/CIndexMainWindowHelper.h"
+#include "host/toolkit/Events.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QHideEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QShowEvent>
 
-#include <cmath>
-#include <limits>
+#include <utility>
 
 namespace TC {
 
 namespace {
 
-constexpr int kMenuControl = 15;
 constexpr int kDrawingMargin = 10; ///< pixels that drawings keep off the edges
-
-enum EEvent : int {
-    eIgnoredByGraph1 = 3024,
-    eIgnoredByGraph2 = 3196,
-    eResized = 3033,
-    eRequestAnew = 3101,
-    eDrawingFinished = 3183,
-};
-
-/// Whole part, held to what an integer can take; 0 for what is no number.
-template <class Integer> Integer wholePart(double value) {
-    if (std::isnan(value)) {
-        return 0;
-    }
-    // The largest 64-bit integer itself is no double: the bound is the next power of two.
-    constexpr double above = static_cast<double>(std::numeric_limits<Integer>::max());
-    constexpr double lowest = static_cast<double>(std::numeric_limits<Integer>::min());
-    return value >= above    ? std::numeric_limits<Integer>::max()
-           : value <= lowest ? std::numeric_limits<Integer>::min()
-                             : static_cast<Integer>(value);
-}
-
-/// Minute that a drawing of the trading client is placed at: its seconds are added as they are.
-int minuteOfDrawing(double milliseconds) {
-    const int time = utils::millisecondsToTime(wholePart<qint64>(milliseconds));
-    return time / 10000 * 60 + time / 100 % 100 + time % 100;
-}
+constexpr int kHostsChoice = -1; ///< second argument of eAutoPeriodAsked
 
 } // namespace
 
@@ -55,158 +30,158 @@ CRealtimeGraphWidget::CRealtimeGraphWidget(int id, boost::shared_ptr<CRealtimeDa
                                            boost::shared_ptr<CRealtimeUiParam> uiParam,
                                            EIndexDisplayType displayType, EIndexViewType viewType,
                                            QWidget *parent, bool /*newest*/)
-    : CBaseWidget(parent), mData(std::move(source)), mUiParam(std::move(uiParam)), mDisplayType(displayType),
-      mId(id), mViewType(viewType), mMenuStyle(GZ::CStyleSheetCenter::getStyle(kMenuControl)) {
+    : CBaseWidget(parent), mSubject{std::move(source), std::move(uiParam), id,
+                                    displayType,       viewType,           QString()},
+      mSpace(*this, mSubject), mLayers({mSubject, mPointer, mRegionLines, mTip, mSpace, *this}),
+      mInput(*this, {mSubject, mPointer, mRegionLines, mTip}), mFormulas(*this, mSubject),
+      mOverlays(*this, mSubject), mAccounts(*this, mSubject), mView(*this, mSubject),
+      mMenu(*this, mSubject, mPointer, mAccounts), mVariables(*this, mSubject) {
     setObjectName(QStringLiteral("realtime_graph_widget"));
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    initConvFunc([this](const QPointF &pixel) { return toLogical(pixel); },
-                 [this](const QPointF &logical) { return toPixel(logical); });
+    initConvFunc([this](const QPointF &pixel) { return mSpace.toLogical(pixel); },
+                 [this](const QPointF &logical) { return mSpace.toPixel(logical); });
 }
 
 CRealtimeGraphWidget::~CRealtimeGraphWidget() {
-    mData->unrequest();
-    mData->clearData();
-    if (mVariableDialog) {
-        mVariableDialog->deleteLater();
-    }
-    mOrderTips.clear();
-    mDealTips.clear();
+    mSubject.data->unrequest();
+    mSubject.data->clearData();
 }
 
 boost::shared_ptr<CRealtimeData> CRealtimeGraphWidget::getData() const {
-    return mData;
+    return mSubject.data;
 }
 
 // Formulas and requests
 
 void CRealtimeGraphWidget::addIndex(const QString &name) {
-    mData->addFormula(name);
+    mSubject.data->addFormula(name);
 }
 
 void CRealtimeGraphWidget::delIndex(const QString &name) {
-    mData->removeFormula(name, true);
+    mSubject.data->removeFormula(name, true);
 }
 
 void CRealtimeGraphWidget::delAllIndex() {
-    mData->removeAllFormulas();
+    mSubject.data->removeAllFormulas();
 }
 
 void CRealtimeGraphWidget::updateIndex(const QString &name) {
-    mData->replaceSubFormula(name);
+    mSubject.data->replaceSubFormula(name);
 }
 
 bool CRealtimeGraphWidget::findIndex(const QString &name) const {
-    return mData->hasFormula(name);
+    return mSubject.data->hasFormula(name);
 }
 
 QList<QString> CRealtimeGraphWidget::getIndexes() const {
-    return mData->getFormulas();
+    return mSubject.data->getFormulas();
 }
 
 bool CRealtimeGraphWidget::hasGroupModelIndex() const {
-    return mData->hasGroupModelIndex();
+    return mSubject.data->hasGroupModelIndex();
 }
 
 bool CRealtimeGraphWidget::hasPythonIndex() const {
-    return mData->hasPythonIndex();
+    return mSubject.data->hasPythonIndex();
 }
 
 void CRealtimeGraphWidget::request(corvane::ERunMode mode) {
-    mPaintCache.formulasKnown = false;
-    dropTip(); // of another instrument, or another day
-    if (mDisplayType == EIndexDisplayType::Sub && mData->hasGroupModelIndex() &&
-        !mUiParam->isShowGroupIndexGraph()) {
-        const QString first = mData->getFormulas().value(0);
+    mLayers.forgetFormulas();
+    if (mTip.drop()) { // its trades are of another instrument, or another day
+        update();
+    }
+    CRealtimeData &data = *mSubject.data;
+    if (mSubject.displayType == EIndexDisplayType::Sub && data.hasGroupModelIndex() &&
+        !mSubject.uiParam->isShowGroupIndexGraph()) {
+        const QString first = data.getFormulas().value(0);
         const CFormulaDetailPtr detail =
             first.isEmpty() ? nullptr : CSingletonT<CFormulaOperateManager>::instance().getFormula(first);
         if (!detail || detail->mLanguage == EFormulaLanguage::Native) {
             return;
         }
     }
-    if (mReplay) {
-        mData->requestReplay(mode);
+    if (mSubject.replay) {
+        data.requestReplay(mode);
     } else {
-        mData->request(mode);
+        data.request(mode);
     }
 }
 
 void CRealtimeGraphWidget::syncRequest(corvane::ERunMode mode) {
-    mData->syncRequest(mode);
+    mSubject.data->syncRequest(mode);
 }
 
 void CRealtimeGraphWidget::unrequest() {
-    mData->unrequest();
+    mSubject.data->unrequest();
 }
 
 void CRealtimeGraphWidget::minitermFormulaDataCallback(const FormulaMetaPtr &meta,
                                                        const FormulaResultPtr &result, const QString &stock,
                                                        const QString &formula, int dataType) {
-    mData->minitermFormulaDataCallback(meta, result, stock, formula, dataType);
+    mSubject.data->minitermFormulaDataCallback(meta, result, stock, formula, dataType);
+}
+
+// Instrument
+
+void CRealtimeGraphWidget::setStock(const QString &key, bool isPair) {
+    if (key == mSubject.stock) {
+        return;
+    }
+    mSubject.stock = key;
+    CSingletonT<CIndexMainWindowHelper>::instance().instrumentChanged(key);
+    const bool wasPaired = std::exchange(mSubject.paired, isPair);
+    mOverlays.followPair(wasPaired);
 }
 
 // View
 
 void CRealtimeGraphWidget::updateAxis(const IndexBaseData::MaxMinMap &ranges, bool overwrite) {
-    mData->adoptMaxMin(ranges, overwrite);
+    mSubject.data->adoptMaxMin(ranges, overwrite);
     recalcAxisByValue();
 }
 
 void CRealtimeGraphWidget::updateView() {
-    mData->redraw();
+    mSubject.data->redraw();
 }
 
 void CRealtimeGraphWidget::updateChanged() {
-    const QRect changed = mData->takeDirtyRect();
+    const QRect changed = mSubject.data->takeDirtyRect();
     if (!changed.isNull()) {
         update(changed);
     }
 }
 
 void CRealtimeGraphWidget::updateOverlay() {
-    mData->removeOverlayData();
+    mSubject.data->removeOverlayData();
     update();
 }
 
-void CRealtimeGraphWidget::beHistory(bool history) {
-    mHistory = history;
-}
-
 void CRealtimeGraphWidget::beReplay(bool replay) {
-    mReplay = replay;
-    mData->setReplayMode(replay);
-}
-
-void CRealtimeGraphWidget::setCreateNewWorkShow(bool show) {
-    mCreateNewWorkShow = show;
-}
-
-void CRealtimeGraphWidget::setMouseIn(bool in) {
-    mMouseIn = in;
+    mSubject.replay = replay;
+    mSubject.data->setReplayMode(replay);
 }
 
 void CRealtimeGraphWidget::setPairParamFunc(boost::function<void(QString)> func) {
     mPairParamFunc = std::move(func);
 }
 
-bool CRealtimeGraphWidget::isCrossActive() const {
-    return mCrossActive;
-}
-
 int CRealtimeGraphWidget::getMouseY() const {
-    return mCrossActive ? mMouseY : -1;
+    return mPointer.isCrossActive() ? mPointer.position().y() : -1;
 }
 
 void CRealtimeGraphWidget::setRegionLine(int startIndex, int endIndex) {
-    mRegionLeftX = mUiParam->getXAxisByIndex(startIndex);
-    mRegionRightX = mUiParam->getXAxisByIndex(endIndex);
+    mRegionLines.moveTo(mSubject.uiParam->getXAxisByIndex(startIndex),
+                        mSubject.uiParam->getXAxisByIndex(endIndex));
     update();
 }
 
 void CRealtimeGraphWidget::setRegionLineHide() {
-    mRegionLinesVisible = false;
+    mRegionLines.hide();
     update();
 }
+
+// Events
 
 void CRealtimeGraphWidget::onGraphFinished(void *notification) {
     deliverEvent(eDrawingFinished, 0, 0, QString(), notification);
@@ -214,12 +189,12 @@ void CRealtimeGraphWidget::onGraphFinished(void *notification) {
 
 bool CRealtimeGraphWidget::handleEvent(int event, int first, int second, QString text, void *payload) {
     switch (event) {
-    case eIgnoredByGraph1:
-    case eIgnoredByGraph2:
+    case eQuietNotice:
+    case eOtherQuietNotice:
         return true;
     case eRequestAnew:
-        mData->unrequest();
-        mData->clearData();
+        mSubject.data->unrequest();
+        mSubject.data->clearData();
         request(corvane::ERunMode::Ordinary);
         return true;
     default:
@@ -228,47 +203,163 @@ bool CRealtimeGraphWidget::handleEvent(int event, int first, int second, QString
 }
 
 void CRealtimeGraphWidget::onUiResourceChanged() {
-    mMenuStyle = GZ::CStyleSheetCenter::getStyle(kMenuControl);
-    mData->redraw();
+    mMenu.refreshLook();
+    mSubject.data->redraw();
     CBaseWidget::onUiResourceChanged();
+}
+
+void CRealtimeGraphWidget::paintEvent(QPaintEvent *event) {
+    QPainter painter(this);
+    mLayers.paint(*this, *event, painter);
 }
 
 void CRealtimeGraphWidget::resizeEvent(QResizeEvent *event) {
     CBaseWidget::resizeEvent(event);
-    mData->setPixelRatio(devicePixelRatioF());
-    mData->setChartRect(rect());
+    mSubject.data->setPixelRatio(devicePixelRatioF());
+    mSubject.data->setChartRect(rect());
     setGraphRect(
         QRect(kDrawingMargin, kDrawingMargin, width() - 2 * kDrawingMargin, height() - 2 * kDrawingMargin));
     recalcAxisByValue();
-    deliverEvent(eResized, 0, 0, QString(), nullptr);
+    deliverEvent(eGraphResized, 0, 0, QString(), nullptr);
 }
 
 void CRealtimeGraphWidget::showEvent(QShowEvent *event) {
     CBaseWidget::showEvent(event);
-    mPaintCache.formulasKnown = false;
-    mData->setDrawEnabled(true);
+    mLayers.forgetFormulas();
+    mSubject.data->setDrawEnabled(true);
 }
 
 void CRealtimeGraphWidget::hideEvent(QHideEvent *event) {
     CBaseWidget::hideEvent(event);
-    mData->setDrawEnabled(false);
+    mSubject.data->setDrawEnabled(false);
 }
 
-// Conversions of the drawing layer
-
-QPointF CRealtimeGraphWidget::toLogical(const QPointF &pixel) const {
-    bool percent = true;
-    const int index = mUiParam->getIndexByXAxis(wholePart<int>(pixel.x()));
-    return {static_cast<double>(index), mData->valueAtY(wholePart<int>(pixel.y()), rect(), &percent)};
+void CRealtimeGraphWidget::mousePressEvent(QMouseEvent *event) {
+    CBaseWidget::mousePressEvent(event);
+    event->accept();
+    mInput.press(*event);
 }
 
-QPointF CRealtimeGraphWidget::toPixel(const QPointF &logical) const {
-    const int index = CAppConfig::isClientType(EClientType::Trading)
-                          ? mUiParam->getIndexByTime(minuteOfDrawing(logical.x()))
-                          : wholePart<int>(logical.x());
-    const QRect priceRows(0, 0, width(), mData->mainChartHeight(rect()));
-    return {static_cast<double>(mUiParam->getXAxisByIndex(index)),
-            static_cast<double>(mData->yOfValue(logical.y(), priceRows))};
+void CRealtimeGraphWidget::mouseMoveEvent(QMouseEvent *event) {
+    CBaseWidget::mouseMoveEvent(event);
+    event->accept();
+    mInput.move(*event);
+}
+
+void CRealtimeGraphWidget::mouseReleaseEvent(QMouseEvent *event) {
+    CBaseWidget::mouseReleaseEvent(event);
+    event->accept();
+    if (mInput.release(*event)) {
+        mMenu.openAfterRelease(*event);
+    }
+}
+
+void CRealtimeGraphWidget::mouseDoubleClickEvent(QMouseEvent *event) {
+    CBaseWidget::mouseDoubleClickEvent(event);
+    event->accept();
+    mInput.doubleClick(*event);
+}
+
+bool CRealtimeGraphWidget::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QWidget::event(event);
+    }
+    mInput.searchTrades();
+    return true;
+}
+
+void CRealtimeGraphWidget::enterEvent(QEvent * /*event*/) {
+    mInput.enter();
+}
+
+void CRealtimeGraphWidget::leaveEvent(QEvent * /*event*/) {
+    mInput.leave();
+}
+
+void CRealtimeGraphWidget::contextMenuEvent(QContextMenuEvent *event) {
+    mMenu.open(*event);
+}
+
+// Slots
+
+const QAction *CRealtimeGraphWidget::sentBy() const {
+    return qobject_cast<const QAction *>(sender());
+}
+
+void CRealtimeGraphWidget::slotAddIndexWidget() {
+    deliverEvent(ePaneAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotAddIndex() {
+    if (const QAction *entry = sentBy()) {
+        mFormulas.putOn(entry->text());
+    }
+}
+
+void CRealtimeGraphWidget::slotDelIndex() {
+    if (const QAction *entry = sentBy()) {
+        mFormulas.takeOff(entry->text());
+    }
+}
+
+void CRealtimeGraphWidget::slotUpdateIndex() {
+    if (const QAction *entry = sentBy()) {
+        updateIndex(entry->text());
+        request(corvane::ERunMode::Ordinary);
+    }
+    deliverEvent(eFormulaReplaced, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotRestoreGraph() {
+    deliverEvent(eOrdinaryChartAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotAddBkzsCode() {
+    if (const QAction *entry = sentBy()) {
+        mOverlays.toggleSectorLevel(entry->data().toInt());
+    }
+}
+
+void CRealtimeGraphWidget::slotAutoChangePeriod() {
+    deliverEvent(eAutoPeriodAsked, mSubject.id, kHostsChoice, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotShowAfterTradeFixedPriceDeal(bool /*checked*/) {
+    deliverEvent(eFixedPriceAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotCreateNewWork() {
+    deliverEvent(eNewWorkAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotShowControlDialog() {
+    deliverEvent(eReplayControlAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotDownloadDatas() {
+    mSubject.data->showInstrumentChart();
+}
+
+void CRealtimeGraphWidget::slotStatistic(bool /*checked*/, int startIndex, const QString &text) {
+    mRegionLines.show();
+    update();
+    deliverEvent(eStatisticAsked, startIndex, mSubject.id, text, nullptr);
+}
+
+void CRealtimeGraphWidget::slotShowLinkageData() {
+    deliverEvent(eLinkageAsked, 0, 0, QString(), nullptr);
+}
+
+void CRealtimeGraphWidget::slotSelectAllAccount(bool /*checked*/) {
+    if (auto *entry = qobject_cast<QAction *>(sender())) {
+        mAccounts.toggleAll(*entry);
+    }
+}
+
+void CRealtimeGraphWidget::slotSelectShowAccount(bool /*checked*/) {
+    if (const QAction *entry = sentBy()) {
+        mAccounts.toggle(entry->text());
+    }
 }
 
 } // namespace TC

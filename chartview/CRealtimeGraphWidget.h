@@ -1,43 +1,40 @@
 #pragma once
 
+#include "chartview/AccountCommands.h"
+#include "chartview/DrawingSpace.h"
+#include "chartview/FormulaCommands.h"
+#include "chartview/GraphContextMenu.h"
+#include "chartview/GraphInput.h"
+#include "chartview/GraphLayers.h"
+#include "chartview/GraphPointer.h"
+#include "chartview/GraphSubject.h"
+#include "chartview/HiddenVariables.h"
+#include "chartview/OverlayCommands.h"
+#include "chartview/RegionLines.h"
+#include "chartview/TradeTip.h"
+#include "chartview/ViewCommands.h"
 #include "host/drawing/IGraphWidget.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/Enumerations.h"
 #include "host/services/CFormulaManager.h"
 #include "host/toolkit/CBaseWidget.h"
 
-#include <QColor>
 #include <QList>
-#include <QPen>
-#include <QPoint>
-#include <QPointF>
-#include <QRect>
 #include <QString>
-#include <QVector>
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
 class QAction;
-class QMenu;
-
-namespace kvservice {
-class CDealDetail;
-class COrderDetail;
-} // namespace kvservice
 
 namespace TC {
 
-class CModifyModelParamDialog;
 class CRealtimeData;
 class CRealtimeUiParam;
 class CStockInfo;
-class CViewVariableDialog;
-class GraphMenu;
-struct GraphMenuSubject;
 
 /// One drawn graph of a pane: the price chart of a trading day with its volume band, or a formula pane of that
 /// day. It owns no series: it paints what its data has rendered, puts the interactive layers on top, and turns
-/// input into events. User-interface thread only.
+/// input into events. A face over its parts, which do the work. User-interface thread only.
 class CRealtimeGraphWidget : public GZ::CBaseWidget, public IGraphWidget {
     Q_OBJECT
 public:
@@ -77,15 +74,15 @@ public:
     void setStock(const QString &key, bool isPair);
     /// Adds accounts to those whose trades are shown, or takes them away: one, or several joined by commas. A single
     /// one that is listed already, on either side, changes nothing.
-    void updateLinkageData(const QString &accounts, bool add);
-    void updateLinkageData(const QList<QString> &accounts, bool add);
+    void updateLinkageData(const QString &accounts, bool add) { mAccounts.update(accounts, add); }
+    void updateLinkageData(const QList<QString> &accounts, bool add) { mAccounts.update(accounts, add); }
     /// Opens the smart keyboard for an overlay with an axis scale of its own.
-    void superposedStock();
+    void superposedStock() { mOverlays.pickWithAxis(); }
     /// Asks the host for the analysis of the instrument's sector.
-    void showContrastSector();
+    void showContrastSector() { mView.showContrast(); }
     /// Opens the menu of the pane's title at a point of the screen: the formulas that can take the place of the present
     /// ones.
-    void showTitleMenu(const QPoint &at);
+    void showTitleMenu(const QPoint &at) { mMenu.openTitleMenu(at); }
 
     // View
 
@@ -97,15 +94,15 @@ public:
     void updateChanged();
     /// Drops the series of overlays and repaints.
     void updateOverlay();
-    void beHistory(bool history);
+    void beHistory(bool history) { mSubject.history = history; }
     void beReplay(bool replay);
-    void setCreateNewWorkShow(bool show);
-    void setMouseIn(bool in);
+    void setCreateNewWorkShow(bool show) { mSubject.createNewWork = show; }
+    void setMouseIn(bool in) { mPointer.setMouseIn(in); }
     void setPairParamFunc(boost::function<void(QString)> func);
     /// Whether the mouse moves over this graph.
-    bool isCrossActive() const;
+    bool isCrossActive() const { return mPointer.isCrossActive(); }
     /// Whether a selection is under way. It is painted with the next repaint, which is the view's to ask for.
-    bool isSelecting() const { return mLeftSelecting || mRightSelecting; }
+    bool isSelecting() const { return mPointer.isSelecting(); }
     /// Row of the mouse in this graph, -1 unless it moves over it.
     int getMouseY() const;
     /// Moves the region lines to two axis indices.
@@ -113,41 +110,43 @@ public:
     void setRegionLineHide();
     /// Shows the first formula of the pane with its values at the cross line and its hidden variables there, in a
     /// window. Nothing without a series, or without a formula.
-    void viewVariable();
+    void viewVariable() { mVariables.show(); }
 
-    /// Passes a finished drawing to the host, as event 3183.
+    /// Passes a finished drawing to the host.
     void onGraphFinished(void *notification) override;
     bool handleEvent(int event, int first, int second, QString text, void *payload) override;
     void onUiResourceChanged() override;
 
     /// An instrument picked in the smart keyboard, to be overlaid; `withAxis` on an axis scale of its own. One
     /// that is there already, or is the main one, changes nothing. The shortcuts "03" and "04" stand for an index.
-    void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis);
+    void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis) {
+        mOverlays.overlayPicked(picked, type, withAxis);
+    }
 
 public slots:
     // What the entries of the menus do. Those that need a formula, an account or a level take it from the entry that
     // sent them, and do nothing when there is none.
 
     /// Opens the editor of the pane's formula.
-    void slotEditFormula();
+    void slotEditFormula() { mFormulas.edit(); }
     /// Takes all formulas but the main ones off the pane and asks to close it.
-    void slotCloseFormula();
+    void slotCloseFormula() { mFormulas.closeAll(); }
     void slotAddIndexWidget();
     void slotAddIndex();
     void slotDelIndex();
     /// Shows another formula in place of the present ones.
     void slotUpdateIndex();
-    void slotOverlayStock();
-    void slotOverlayNoAxisStock();
+    void slotOverlayStock() { mOverlays.pickWithAxis(); }
+    void slotOverlayNoAxisStock() { mOverlays.pickWithoutAxis(); }
     /// Switches the setting that overlays the instrument's sector.
-    void slotOverlaySector();
-    void slotDelAllStock();
-    void slotRefresh();
-    void slotShowVolume();
-    void slotShowGradient();
+    void slotOverlaySector() { mOverlays.toggleSector(); }
+    void slotDelAllStock() { mOverlays.takeAll(); }
+    void slotRefresh() { request(corvane::ERunMode::Ordinary); }
+    void slotShowVolume() { mView.toggleVolume(); }
+    void slotShowGradient() { mView.toggleGradient(); }
     /// Puts the text of all series on the clipboard.
-    void slotCopy();
-    void slotExportFormula();
+    void slotCopy() { mFormulas.copyResults(); }
+    void slotExportFormula() { mFormulas.exportFirst(); }
     /// Shows the region lines and asks for the statistics of a region: its first index, and its text (end index,
     /// start and end in seconds since the epoch, joined by commas).
     void slotStatistic(bool checked, int startIndex, const QString &text);
@@ -157,28 +156,30 @@ public slots:
     void slotSelectAllAccount(bool checked);
     void slotSelectShowAccount(bool checked);
     /// Shows the parameters of the pane's last formula.
-    void slotModifyModelParam();
+    void slotModifyModelParam() { mFormulas.modifyParameters(); }
     /// Adds the instrument to one of the user's lists; false when there is none.
-    bool slotAddSelfStock();
-    void slotContrastSector(bool checked);
+    bool slotAddSelfStock() { return mView.addSelfStock(); }
+    void slotContrastSector(bool /*checked*/) { mView.showContrast(); }
     void slotShowAfterTradeFixedPriceDeal(bool checked);
     void slotRestoreGraph();
     void slotAutoChangePeriod();
     /// Overlays the counterpart of a share that is listed in two markets.
-    void slotOverlayAHStock();
+    void slotOverlayAHStock() { mOverlays.overlayCounterpart(); }
     /// Puts instrument, formulas and request ids on the clipboard.
-    void slotCopyRequestInfo();
+    void slotCopyRequestInfo() { mFormulas.copyRequestInfo(); }
     /// Overlays the index of the instrument's sector of a level; with any of them overlaid it only goes.
     void slotAddBkzsCode();
     /// Overlays what the instrument converts to or from, or takes it away.
-    void slotAddConvertibleCode();
-    void slotAddVWAPFormula();
+    void slotAddConvertibleCode() { mOverlays.toggleConvertible(); }
+    void slotAddVWAPFormula() { mAccounts.toggleFormula(sentBy()); }
     /// Switches the filter of repeated instruments; only while the trade-data formula is shown.
-    void slotFilterStock();
+    void slotFilterStock() { mView.toggleFilter(); }
     void slotDownloadDatas();
     void slotShowControlDialog();
     /// Sets the range of the market replay to that of a region's text, which may have a key as its fourth field.
-    void slotSetReplayTimeRegin(bool checked, int index, const QString &text);
+    void slotSetReplayTimeRegin(bool /*checked*/, int /*index*/, const QString &text) {
+        mView.setReplayRange(text);
+    }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -189,93 +190,30 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
-    /// Looks for the trades under the mouse when a tip is due.
     bool event(QEvent *event) override;
     void enterEvent(QEvent *event) override;
-    /// Ends whatever the mouse has under way.
     void leaveEvent(QEvent *event) override;
-    /// Opens the menu of the pane, or that of a region that the right button has selected. With the right button still
-    /// down, as some platforms tell it, the menu waits for its release.
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    /// What a paint needs of the theme and of the formulas, kept from paint to paint.
-    struct PaintCache {
-        int generation = -1; ///< of the theme
-        QColor background;
-        QColor leftBorder;
-        QColor rightBorder;
-        QList<QString> formulas;
-        bool formulasKnown = false; ///< the flag below belongs to `formulas`
-        bool groupModelOnly = false; ///< a group model among the formulas, and no script model
-    };
+    /// The entry that sent a slot; null when none did.
+    const QAction *sentBy() const;
 
-    const PaintCache &paintCache();
-    void paintGroupModelNotice(QPainter &painter);
-    void paintSelections(QPainter &painter);
-    void paintRegionLines(QPainter &painter);
-    void paintTip(QPainter &painter);
-    void paintEnhancement(QPainter &painter);
-
-    GraphMenuSubject menuSubject();
-    void addEntries(QMenu &menu, const GraphMenu &entries);
-    /// The entries of the region that the right button has selected, which is over with it; false when it is too
-    /// narrow.
-    bool addRegion(QMenu &menu, const GraphMenu &entries);
-    void openMenuAfterRelease(const QMouseEvent &release);
-
-    void warnOfLimit();
-    void openOverlayKeyboard(const QString &title, bool withAxis);
-    /// The list of accounts shown of the instrument's kind.
-    QList<QString> &shownAccounts();
-    void tellShownAccounts();
-    void growSelection(const QPoint &mouse);
-    bool moveCrossLine(int x, bool on);
-    void deliverLeftSelection();
-    void dropTip();
-    QString markAt(int x, int y) const;
-
-    /// Pixel of this widget to (axis index, value), and back.
-    QPointF toLogical(const QPointF &pixel) const;
-    QPointF toPixel(const QPointF &logical) const;
-
-    boost::shared_ptr<CRealtimeData> mData;
-    boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    CViewVariableDialog *mVariableDialog = nullptr; ///< made on first use
-    CModifyModelParamDialog *mModifyParamDialog = nullptr; ///< made on first use, child of this widget
-    QVector<QAction *> mAccountActions; ///< of the last opened menu of accounts
-    bool mAllAccountsSelected = false; ///< when that menu was built
-    bool mMenuPostponed = false; ///< until the right button is released
-    EIndexDisplayType mDisplayType;
-    int mId;
-    bool mShowTip = false;
-    bool mMouseIn = false;
-    int mMouseX = 0; ///< last mouse position, valid from the first move on
-    int mMouseY = 0;
-    EIndexViewType mViewType;
-    bool mDragging = false; ///< a left drag with the cross line off
-    int mDragStartX = -1;
-    bool mLeftSelecting = false;
-    bool mRightSelecting = false;
-    bool mNormalContextMenu = true; ///< false when the next context menu is that of the region
-    QPoint mLeftStart;
-    QRect mLeftRect;
-    QPoint mRightStart;
-    QRect mRightRect;
-    bool mCrossActive = false; ///< the cross line follows the mouse of this graph
-    QString mStock; ///< key of the instrument
+    // The parts, each after those that it reads.
+    GraphSubject mSubject;
     boost::function<void(QString)> mPairParamFunc; ///< stored only
-    QString mMenuStyle;
-    bool mCreateNewWorkShow = true;
-    int mRegionLeftX = 0;
-    int mRegionRightX = 0;
-    bool mRegionLinesVisible = false;
-    bool mReplay = false;
-    QList<boost::shared_ptr<kvservice::COrderDetail>> mOrderTips; ///< under the mouse
-    QList<boost::shared_ptr<kvservice::CDealDetail>> mDealTips;
-    bool mAHOverlay = false; ///< a paired view with automatic overlay
-    bool mHistory = false; ///< shows a past day
-    PaintCache mPaintCache;
+    GraphPointer mPointer;
+    RegionLines mRegionLines;
+    TradeTip mTip;
+    DrawingSpace mSpace;
+    GraphLayers mLayers;
+    GraphInput mInput;
+    FormulaCommands mFormulas;
+    OverlayCommands mOverlays;
+    AccountCommands mAccounts;
+    ViewCommands mView;
+    GraphContextMenu mMenu;
+    HiddenVariables mVariables;
 };
 
 } // namespace TC

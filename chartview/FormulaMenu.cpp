@@ -3,7 +3,6 @@
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 #include <QStringList>
 
@@ -13,10 +12,6 @@ namespace TC {
 namespace {
 
 using Detail = CFormulaCatalogDetail;
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::FormulaMenu", text);
-}
 
 bool isScript(const Detail &node) {
     return node.modelType() == Detail::eScript || node.modelType() == Detail::eGroupScript;

@@ -4,7 +4,7 @@
 #include "host/records/CFormulaDetail.h"
 #include "host/records/Enumerations.h"
 
-#include <QObject>
+#include <QCoreApplication>
 #include <QString>
 
 #include <functional>
@@ -18,6 +18,7 @@ namespace TC {
 /// The menus in which the formula catalogue offers itself to a pane: one entry a formula, in submenus as the catalogue
 /// has folders. A folder without an entry has no submenu.
 class FormulaMenu {
+    Q_DECLARE_TR_FUNCTIONS(TC::FormulaMenu)
 public:
     using IsShown = std::function<bool(const QString &formula)>;
     /// Connects an entry to what it does.

@@ -1,9 +1,10 @@
 #include "chartview/GraphMenu.h"
 
 #include "chartdata/CRealtimeData.h"
-#include "chartdata/LinkageScope.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/FormulaMenu.h"
+#include "chartview/GraphSubject.h"
+#include "chartview/ShownAccounts.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CLinkageManager.h"
@@ -25,10 +26,6 @@ namespace {
 
 using Graph = CRealtimeGraphWidget;
 using kvservice::StockTypeCenter;
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::GraphMenu", text);
-}
 
 bool isTradingClient() {
     return CAppConfig::isClientType(EClientType::Trading);
@@ -61,20 +58,14 @@ void copyRunProgress(const CRealtimeData &source) {
 
 } // namespace
 
-QAction *GraphMenu::add(QMenu &menu, const QString &text, Slot slot) const {
+template <class Slot> QAction *GraphMenu::add(QMenu &menu, const QString &text, Slot slot) const {
     QAction *action = menu.addAction(text);
-    QObject::connect(action, &QAction::triggered, &mSubject.graph, slot);
+    QObject::connect(action, &QAction::triggered, &mGraph, slot);
     return action;
 }
 
-QAction *GraphMenu::add(QMenu &menu, const QString &text, CheckedSlot slot) const {
-    QAction *action = menu.addAction(text);
-    QObject::connect(action, &QAction::triggered, &mSubject.graph, slot);
-    return action;
-}
-
-void GraphMenu::addPaired(QMenu &menu, bool hasCounterpart) const {
-    if (hasCounterpart) {
+void GraphMenu::addPaired(QMenu &menu) const {
+    if (mSubject.paired) {
         add(menu, tr("AH股叠加"), &Graph::slotOverlayAHStock);
         add(menu, tr("取消AH股叠加"), &Graph::slotDelAllStock);
         return;
@@ -92,7 +83,7 @@ void GraphMenu::addSectorLevels(QMenu &menu, bool checkable) const {
         QAction *action = add(menu, text, &Graph::slotAddBkzsCode);
         action->setData(++level);
         if (checkable) {
-            checked(action, mSubject.uiParam.mAddSwBkzsLevel == level);
+            checked(action, mSubject.uiParam->mAddSwBkzsLevel == level);
         }
     }
 }
@@ -103,7 +94,7 @@ void GraphMenu::addMain(QMenu &menu) const {
         menu.addSeparator();
     }
     add(menu, tr("添加指标"), &Graph::slotAddIndexWidget);
-    if (mSubject.data.getMainGraph() != QLatin1String("REALTIMEVOL")) {
+    if (mSubject.data->getMainGraph() != QLatin1String("REALTIMEVOL")) {
         add(menu, tr("恢复主图"), &Graph::slotRestoreGraph);
     }
     addOverlays(menu);
@@ -128,9 +119,9 @@ void GraphMenu::addMain(QMenu &menu) const {
 /// Every formula of the catalogue that can stand over the chart.
 void GraphMenu::addOverlays(QMenu &menu) const {
     const FormulaMenu formulas(
-        mSubject.displayType, [this](const QString &name) { return mSubject.graph.findIndex(name); },
+        mSubject.displayType, [this](const QString &name) { return mGraph.findIndex(name); },
         [this](QAction *action) {
-            QObject::connect(action, &QAction::triggered, &mSubject.graph, &Graph::slotAddIndex);
+            QObject::connect(action, &QAction::triggered, &mGraph, &Graph::slotAddIndex);
         });
     if (QMenu *overlays = formulas.makeOverlayMenu(&menu)) {
         menu.addSeparator();
@@ -141,9 +132,9 @@ void GraphMenu::addOverlays(QMenu &menu) const {
 /// The formulas that stand over the chart, to be taken off.
 void GraphMenu::addShownFormulas(QMenu &menu) const {
     QMenu *shown = nullptr;
-    for (const QString &name : mSubject.data.getFormulas()) {
+    for (const QString &name : mSubject.data->getFormulas()) {
         const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
-        if (mSubject.uiParam.isMainFormula(name) || !formula || formula->mType != eAttachedFormula) {
+        if (mSubject.uiParam->isMainFormula(name) || !formula || formula->mType != eAttachedFormula) {
             continue;
         }
         shown = shown ? shown : menu.addMenu(tr("取消叠加指标"));
@@ -152,7 +143,7 @@ void GraphMenu::addShownFormulas(QMenu &menu) const {
 }
 
 bool GraphMenu::hasFixedPriceDeal() const {
-    if (mSubject.uiParam.mViewType != EIndexViewType::Template || mSubject.replay || isBrokerQuoteMode()) {
+    if (mSubject.uiParam->mViewType != EIndexViewType::Template || mSubject.replay || isBrokerQuoteMode()) {
         return false;
     }
     const CInstrumentDetailPtr detail =
@@ -165,7 +156,7 @@ bool GraphMenu::hasFixedPriceDeal() const {
 
 /// Whether the instrument has a convertible bond, or is one, as far as its type tells.
 bool GraphMenu::isConvertible() const {
-    const CInstrumentDetailPtr detail = mSubject.uiParam.getStockDetail();
+    const CInstrumentDetailPtr detail = mSubject.uiParam->getStockDetail();
     const auto isOfType = [&detail](int type) {
         return StockTypeCenter::isTypedStock(type, getDetailMarket(detail), getDetailCode(detail));
     };
@@ -173,7 +164,7 @@ bool GraphMenu::isConvertible() const {
 }
 
 void GraphMenu::addInstruments(QMenu &menu) const {
-    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    const CRealtimeUiParam &uiParam = *mSubject.uiParam;
     if (!uiParam.mCanOverlaySector) {
         addSectorLevels(*menu.addMenu(tr("叠加板块指数")), true);
         if (isConvertible()) {
@@ -193,15 +184,14 @@ void GraphMenu::addEditing(QMenu &menu) const {
 }
 
 void GraphMenu::addSwitches(QMenu &menu) const {
-    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    const CRealtimeUiParam &uiParam = *mSubject.uiParam;
     const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
     checked(add(menu, tr("显示成交量"), &Graph::slotShowVolume), uiParam.mShowVolume);
     checked(add(menu, tr("显示渐变色"), &Graph::slotShowGradient), settings.mShowGradient != 0);
     if (uiParam.mCanOverlaySector) {
         checked(add(menu, tr("叠加板块指数"), &Graph::slotOverlaySector), settings.mOverlaySector);
     }
-    QObject::connect(menu.addAction(tr("加入自选股")), &QAction::triggered, &mSubject.graph,
-                     &Graph::slotAddSelfStock);
+    add(menu, tr("加入自选股"), &Graph::slotAddSelfStock);
     if (uiParam.mPanelInfo) {
         checked(add(menu, tr("自动切换周期"), &Graph::slotAutoChangePeriod),
                 uiParam.mPanelInfo->mAutoChangePeriod);
@@ -209,12 +199,12 @@ void GraphMenu::addSwitches(QMenu &menu) const {
 }
 
 void GraphMenu::addRegion(QMenu &menu, int left, int right) const {
-    const CRealtimeUiParam &uiParam = mSubject.uiParam;
+    const CRealtimeUiParam &uiParam = *mSubject.uiParam;
     const int start = uiParam.getIndexByXAxis(left);
     const QString text = regionText(uiParam, start, uiParam.getIndexByXAxis(right));
     const auto addEntry = [&](const QString &caption, const QString &parameter, auto slot) {
         auto *action = new GZ::CParameterAction(caption, start, parameter, &menu);
-        QObject::connect(action, &GZ::CParameterAction::triggered, &mSubject.graph, slot);
+        QObject::connect(action, &GZ::CParameterAction::triggered, &mGraph, slot);
         menu.addAction(action);
     };
     addEntry(tr("时段统计"), text, &Graph::slotStatistic);
@@ -227,7 +217,7 @@ void GraphMenu::addRegion(QMenu &menu, int left, int right) const {
 }
 
 void GraphMenu::addSub(QMenu &menu) const {
-    const CInstrumentDetailPtr detail = mSubject.uiParam.getStockDetail();
+    const CInstrumentDetailPtr detail = mSubject.uiParam->getStockDetail();
     add(menu, tr("添加指标"), &Graph::slotAddIndexWidget);
     if (QMenu *formulas = makeReplaceMenu(&menu)) {
         menu.addSeparator();
@@ -237,28 +227,28 @@ void GraphMenu::addSub(QMenu &menu) const {
     if (user && user->hasFormulaEditorAuth()) {
         addEditing(menu);
     }
-    if (mSubject.data.hasGroupModelIndex() && se::isIndexEx(getDetailMarket(detail), getDetailCode(detail))) {
+    if (mSubject.data->hasGroupModelIndex() && se::isIndexEx(getDetailMarket(detail), getDetailCode(detail))) {
         menu.addSeparator();
         add(menu, tr("刷新"), &Graph::slotRefresh);
     }
     menu.addSeparator();
     add(menu, tr("关闭指标"), &Graph::slotCloseFormula);
     add(menu, tr("复制"), &Graph::slotCopy);
-    QObject::connect(menu.addAction(tr("复制运行进度")), &QAction::triggered, &mSubject.graph,
-                     [source = &mSubject.data] { copyRunProgress(*source); });
+    QObject::connect(menu.addAction(tr("复制运行进度")), &QAction::triggered, &mGraph,
+                     [source = mSubject.data.get()] { copyRunProgress(*source); });
 }
 
 QMenu *GraphMenu::makeReplaceMenu(QWidget *parent) const {
     const FormulaMenu formulas(
-        mSubject.displayType, [this](const QString &name) { return mSubject.graph.findIndex(name); },
+        mSubject.displayType, [this](const QString &name) { return mGraph.findIndex(name); },
         [this](QAction *action) {
-            QObject::connect(action, &QAction::triggered, &mSubject.graph, &Graph::slotUpdateIndex);
+            QObject::connect(action, &QAction::triggered, &mGraph, &Graph::slotUpdateIndex);
         });
-    return formulas.makeReplaceMenu(parent, getDetailQsMarket(mSubject.uiParam.getStockDetail()));
+    return formulas.makeReplaceMenu(parent, getDetailQsMarket(mSubject.uiParam->getStockDetail()));
 }
 
 void GraphMenu::addExport(QMenu &menu) const {
-    if (!isTradingClient() && !mSubject.data.getFormulas().isEmpty() && !ConfigCollector::getHideModel()) {
+    if (!isTradingClient() && !mSubject.data->getFormulas().isEmpty() && !ConfigCollector::getHideModel()) {
         add(menu, tr("导出公式"), &Graph::slotExportFormula);
     }
 }
@@ -272,7 +262,7 @@ GraphMenuAccounts GraphMenu::addClosing(QMenu &menu) const {
         accounts = addAccounts(*menu.addMenu(tr("显示交易数据")));
     }
     const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
-    checked(add(menu, mSubject.uiParam.getApplyMainFormula(), &Graph::slotAddVWAPFormula), settings.mShowVwap);
+    checked(add(menu, mSubject.uiParam->getApplyMainFormula(), &Graph::slotAddVWAPFormula), settings.mShowVwap);
     checked(add(menu, tr("过滤重复股票"), &Graph::slotFilterStock), settings.mFilterStock != 0);
     if (mSubject.history && !getPairedStock(mSubject.stock).isEmpty()) {
         menu.addSeparator();
@@ -285,16 +275,13 @@ GraphMenuAccounts GraphMenu::addClosing(QMenu &menu) const {
 }
 
 GraphMenuAccounts GraphMenu::addAccounts(QMenu &menu) const {
-    const bool futures = isFuturesMarket(getDetailQsMarket(mSubject.uiParam.getStockDetail()));
-    const QList<QString> &shown = futures ? mSubject.uiParam.mFutureAccounts : mSubject.uiParam.mStockAccounts;
+    const ShownAccounts shown(*mSubject.uiParam);
     QAction *all = add(menu, tr("全选"), &Graph::slotSelectAllAccount);
     menu.addSeparator();
     GraphMenuAccounts accounts;
-    for (const std::string &id : CSingletonT<CLinkageManager>::instance().getAccountIds(
-             futures ? CLinkageManager::kFutureAccounts : CLinkageManager::kStockAccounts)) {
-        const QString account = QString::fromStdString(id);
+    for (const QString &account : shown.offered()) {
         accounts.actions.append(
-            checked(add(menu, account, &Graph::slotSelectShowAccount), shown.contains(account)));
+            checked(add(menu, account, &Graph::slotSelectShowAccount), shown.list().contains(account)));
     }
     accounts.allShown = std::all_of(accounts.actions.begin(), accounts.actions.end(),
                                     [](const QAction *action) { return action->isChecked(); });

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "host/records/Enumerations.h"
-
+#include <QCoreApplication>
 #include <QString>
 #include <QVector>
-
-#include <utility>
 
 class QAction;
 class QMenu;
@@ -13,21 +10,8 @@ class QWidget;
 
 namespace TC {
 
-class CRealtimeData;
 class CRealtimeGraphWidget;
-class CRealtimeUiParam;
-
-/// What a graph tells for its menus.
-struct GraphMenuSubject {
-    CRealtimeGraphWidget &graph; ///< whose slots the entries call
-    const CRealtimeData &data;
-    const CRealtimeUiParam &uiParam;
-    QString stock; ///< key of the graph's instrument
-    EIndexDisplayType displayType = EIndexDisplayType::Main;
-    bool replay = false;
-    bool history = false; ///< a past day
-    bool createNewWork = true; ///< the host has groups of work
-};
+struct GraphSubject;
 
 /// The accounts of a menu: what its entries show, and whether all of them are.
 struct GraphMenuAccounts {
@@ -37,11 +21,13 @@ struct GraphMenuAccounts {
 
 /// Fills the context menus of a graph: which entries there are, in which order, and which are checked.
 class GraphMenu {
+    Q_DECLARE_TR_FUNCTIONS(TC::GraphMenu)
 public:
-    explicit GraphMenu(GraphMenuSubject subject) : mSubject(std::move(subject)) {}
+    /// The entries call the slots of `graph`.
+    GraphMenu(CRealtimeGraphWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}
 
     /// Of a view of a pair.
-    void addPaired(QMenu &menu, bool hasCounterpart) const;
+    void addPaired(QMenu &menu) const;
     void addMain(QMenu &menu) const;
     /// Of the columns `left` to `right` of the graph.
     void addRegion(QMenu &menu, int left, int right) const;
@@ -53,11 +39,8 @@ public:
     GraphMenuAccounts addClosing(QMenu &menu) const;
 
 private:
-    using Slot = void (CRealtimeGraphWidget::*)();
-    using CheckedSlot = void (CRealtimeGraphWidget::*)(bool);
-
-    QAction *add(QMenu &menu, const QString &text, Slot slot) const;
-    QAction *add(QMenu &menu, const QString &text, CheckedSlot slot) const;
+    /// Adds an entry for a slot of the graph.
+    template <class Slot> QAction *add(QMenu &menu, const QString &text, Slot slot) const;
     void addOverlays(QMenu &menu) const;
     void addShownFormulas(QMenu &menu) const;
     void addSectorLevels(QMenu &menu, bool checkable) const;
@@ -68,7 +51,8 @@ private:
     bool hasFixedPriceDeal() const;
     bool isConvertible() const;
 
-    const GraphMenuSubject mSubject;
+    CRealtimeGraphWidget &mGraph;
+    const GraphSubject &mSubject;
 };
 
 } // namespace TC

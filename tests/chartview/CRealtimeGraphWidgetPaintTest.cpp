@@ -40,7 +40,7 @@ protected:
         member(tests::Peek_mRightRect()) = rect;
     }
     void showRegion(int first, int last) {
-        member(tests::Peek_mRegionLinesVisible()) = true;
+        regionLines().show();
         mGraph->setRegionLine(first, last);
     }
     void addDeal(int direction, int volume, double price) {

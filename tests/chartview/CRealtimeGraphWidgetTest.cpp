@@ -276,9 +276,9 @@ protected:
         ASSERT_DOUBLE_EQ(mUi->mDayWidth, 482.0);
     }
     QPointF toPixel(double index, double value) {
-        return ((*mGraph).*peek(tests::Peek_toPixel()))(QPointF(index, value));
+        return member(tests::Peek_mSpace()).toPixel(QPointF(index, value));
     }
-    QPointF toLogical(double x, double y) { return ((*mGraph).*peek(tests::Peek_toLogical()))(QPointF(x, y)); }
+    QPointF toLogical(double x, double y) { return member(tests::Peek_mSpace()).toLogical(QPointF(x, y)); }
 };
 
 TEST_F(GraphConversions, IndexAndValueBecomeAPixelOfThePriceRows) {

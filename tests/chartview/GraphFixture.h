@@ -13,34 +13,44 @@ template <class Tag, typename Tag::type Member> struct PeekMember {
     friend typename Tag::type peek(Tag) { return Member; }
 };
 
-#define TESTS_PEEK(name, kind)                                                                                 \
+#define TESTS_PEEK(owner, name, kind)                                                                          \
     struct Peek_##name {                                                                                       \
-        using type = kind;                                                                                     \
+        using type = kind TC::owner::*;                                                                        \
         friend type peek(Peek_##name);                                                                         \
     };                                                                                                         \
-    template struct PeekMember<Peek_##name, &TC::CRealtimeGraphWidget::name>
+    template struct PeekMember<Peek_##name, &TC::owner::name>
 
-TESTS_PEEK(mLeftSelecting, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mLeftRect, QRect TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRightSelecting, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRightRect, QRect TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRegionLinesVisible, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mShowTip, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mDealTips, QList<boost::shared_ptr<kvservice::CDealDetail>> TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mOrderTips, QList<boost::shared_ptr<kvservice::COrderDetail>> TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mCrossActive, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mMouseX, int TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mMouseY, int TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mMouseIn, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mDragging, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mNormalContextMenu, bool TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mLeftStart, QPoint TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRightStart, QPoint TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRegionLeftX, int TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(mRegionRightX, int TC::CRealtimeGraphWidget::*);
-TESTS_PEEK(toLogical, QPointF (TC::CRealtimeGraphWidget::*)(const QPointF &) const);
-TESTS_PEEK(toPixel, QPointF (TC::CRealtimeGraphWidget::*)(const QPointF &) const);
+TESTS_PEEK(CRealtimeGraphWidget, mPointer, TC::GraphPointer);
+TESTS_PEEK(CRealtimeGraphWidget, mRegionLines, TC::RegionLines);
+TESTS_PEEK(CRealtimeGraphWidget, mTip, TC::TradeTip);
+TESTS_PEEK(CRealtimeGraphWidget, mSpace, TC::DrawingSpace);
+TESTS_PEEK(GraphPointer, mLeftSelecting, bool);
+TESTS_PEEK(GraphPointer, mLeftRect, QRect);
+TESTS_PEEK(GraphPointer, mRightSelecting, bool);
+TESTS_PEEK(GraphPointer, mRightRect, QRect);
+TESTS_PEEK(GraphPointer, mCrossActive, bool);
+TESTS_PEEK(GraphPointer, mMouseX, int);
+TESTS_PEEK(GraphPointer, mMouseY, int);
+TESTS_PEEK(GraphPointer, mMouseIn, bool);
+TESTS_PEEK(GraphPointer, mDragging, bool);
+TESTS_PEEK(GraphPointer, mNormalContextMenu, bool);
+TESTS_PEEK(GraphPointer, mLeftStart, QPoint);
+TESTS_PEEK(GraphPointer, mRightStart, QPoint);
+TESTS_PEEK(TradeTip, mShowTip, bool);
+TESTS_PEEK(TradeTip, mDealTips, QList<boost::shared_ptr<kvservice::CDealDetail>>);
+TESTS_PEEK(TradeTip, mOrderTips, QList<boost::shared_ptr<kvservice::COrderDetail>>);
 #undef TESTS_PEEK
+
+// A member of a graph, or of one of its parts.
+template <class Kind> Kind &memberOf(TC::CRealtimeGraphWidget &graph, Kind TC::CRealtimeGraphWidget::*member) {
+    return graph.*member;
+}
+template <class Kind> Kind &memberOf(TC::CRealtimeGraphWidget &graph, Kind TC::GraphPointer::*member) {
+    return graph.*peek(Peek_mPointer()).*member;
+}
+template <class Kind> Kind &memberOf(TC::CRealtimeGraphWidget &graph, Kind TC::TradeTip::*member) {
+    return graph.*peek(Peek_mTip()).*member;
+}
 
 /// Keeps the regions that a widget paints.
 class PaintWatch : public QObject {
@@ -87,7 +97,8 @@ protected:
         answer("REALTIMEVOL", std::vector<double>(prices.size(), 500.0), 2);
         rescale();
     }
-    template <class Tag> decltype(auto) member(Tag tag) { return (*mGraph).*peek(tag); }
+    template <class Tag> auto &member(Tag tag) { return memberOf(*mGraph, peek(tag)); }
+    TC::RegionLines &regionLines() { return member(Peek_mRegionLines()); }
 
     /// The chart of the data alone, over the ground of a graph.
     QImage chart(double ratio = 1.0) {

@@ -224,8 +224,8 @@ TEST_F(GraphInput, LeftSelectionFollowsTheMouse) {
     move({70, 20}, Qt::LeftButton);
     EXPECT_EQ(leftRect(), QRect(70, 20, 30, 30));
     EXPECT_EQ(mKeeper->of(3031).size(), 2U);
-    EXPECT_FALSE(member(tests::Peek_mRegionLinesVisible()));
-    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 0);
+    EXPECT_FALSE(regionLines().isVisible());
+    EXPECT_EQ(regionLines().left(), 0);
 }
 
 TEST_F(GraphInput, SelectionsEndAtTheRightEdgeAndGoAsFarAsTheMouseElsewhere) {
@@ -248,11 +248,11 @@ TEST_F(GraphInput, RegionLinesFollowTheSidesOfTheRightSelection) {
     press({100, 50}, Qt::RightButton);
     move({160, 90}, Qt::RightButton);
     EXPECT_EQ(rightRect(), QRect(100, 50, 60, 40));
-    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 100);
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 160);
+    EXPECT_EQ(regionLines().left(), 100);
+    EXPECT_EQ(regionLines().right(), 160);
     move({30, 90}, Qt::RightButton);
-    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 30);
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 100);
+    EXPECT_EQ(regionLines().left(), 30);
+    EXPECT_EQ(regionLines().right(), 100);
 }
 
 TEST_F(GraphInput, SelectionIsOnTheScreenAfterTheNextRepaint) {
@@ -358,7 +358,7 @@ TEST_F(GraphInput, RightDragOfThirtyPixelsOpensTheNormalMenuAndGoesOnGrowing) {
     EXPECT_TRUE(rightSelecting());
     move({180, 90});
     EXPECT_EQ(rightRect(), QRect(100, 50, 80, 40));
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 180);
+    EXPECT_EQ(regionLines().right(), 180);
     release({180, 90}, Qt::RightButton);
     EXPECT_FALSE(normalMenu());
     leave();

@@ -480,7 +480,7 @@ TEST_F(GraphRegionMenu, ARegionOffersItsStatisticAndItsReplay) {
     drag({101, 50}, {201, 60}, Qt::RightButton);
     const QString text = QStringLiteral("101,%1,%2").arg(seconds(10, 21)).arg(seconds(11, 11));
     EXPECT_EQ(choose(QStringLiteral("时段统计")), (Events{{191, 51, 7, text, nullptr}}));
-    EXPECT_TRUE(member(tests::Peek_mRegionLinesVisible()));
+    EXPECT_TRUE(regionLines().isVisible());
     drag({201, 50}, {101, 60}, Qt::RightButton);
     EXPECT_EQ(choose(QStringLiteral("显示行情回放界面")),
               (Events{{3268, int(seconds(10, 21)), int(seconds(11, 11)), "SH600000", nullptr}}));

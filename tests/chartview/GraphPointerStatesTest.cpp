@@ -43,7 +43,7 @@ TEST_F(GraphPointerStates, LeftSelectionGrowsBeforeTheRightOne) {
     move({160, 90}, Qt::LeftButton | Qt::RightButton);
     EXPECT_EQ(leftRect(), QRect(100, 50, 60, 40));
     EXPECT_TRUE(rightRect().isNull());
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 0);
+    EXPECT_EQ(regionLines().right(), 0);
 }
 
 TEST_F(GraphPointerStates, AnyButtonThatIsLetGoEndsTheLeftSelection) {
@@ -134,7 +134,7 @@ TEST_F(GraphPointerStates, NarrowRightDragStopsGrowingWhenThePointerLeaves) {
     EXPECT_TRUE(normalMenu());
     move({300, 90});
     EXPECT_EQ(rightRect(), QRect(100, 50, 30, 10));
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 130);
+    EXPECT_EQ(regionLines().right(), 130);
 }
 
 TEST_F(GraphPointerStates, SelectionBeginsAtTheBoundOfItsPressAndIsDraggedBack) {
@@ -238,7 +238,7 @@ TEST_F(GraphPointerStates, DoubleClickIsToldWithTheCrossLineSwitched) {
 
 TEST_F(GraphPointerStates, LinesOfTheRegionAreShownWhenTheStatisticIsAskedFor) {
     showMain();
-    at(191, [this] { EXPECT_TRUE(member(tests::Peek_mRegionLinesVisible())); });
+    at(191, [this] { EXPECT_TRUE(regionLines().isVisible()); });
     mGraph->slotStatistic(false, 12, "66,1710466200,1710473400");
     EXPECT_EQ(mChecks, 1);
 }

@@ -52,11 +52,11 @@ TEST_F(GraphRegion, LinesMoveToTheColumnsOfTwoIndices) {
     showMain();
     mGraph->slotStatistic(false, 0, "");
     EXPECT_EQ(paintsOf([this] { mGraph->setRegionLine(10, 240); }), 1);
-    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 21);
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 481);
+    EXPECT_EQ(regionLines().left(), 21);
+    EXPECT_EQ(regionLines().right(), 481);
     mGraph->setRegionLine(-5, 100000);
-    EXPECT_EQ(member(tests::Peek_mRegionLeftX()), 1);
-    EXPECT_EQ(member(tests::Peek_mRegionRightX()), 481);
+    EXPECT_EQ(regionLines().left(), 1);
+    EXPECT_EQ(regionLines().right(), 481);
 }
 
 TEST_F(GraphRegion, ReadyLinesAreHiddenUntilTheStatisticShowsThem) {

@@ -21,7 +21,8 @@ protected:
         }
         return found;
     }
-    bool regionShown() { return graph(pane())->*peek(tests::Peek_mRegionLinesVisible()); }
+    const TC::RegionLines &regionLines() { return graph(pane())->*peek(tests::Peek_mRegionLines()); }
+    bool regionShown() { return regionLines().isVisible(); }
     void showRegion() {
         graph(pane())->slotStatistic(true, 10, QStringLiteral("20,1,2"));
         ASSERT_TRUE(regionShown());
@@ -229,15 +230,15 @@ TEST_F(MainWidgetEvent, BoundOfTheRegionIsTakenFromATime) {
     mMain->statisticSelectRegion(10, "20,1,2");
     QTime time(9, 45);
     EXPECT_TRUE(event(3239, 0, 0, "", &time));
-    EXPECT_EQ(graph(pane())->*peek(tests::Peek_mRegionLeftX()), mUi->getXAxisByIndex(15));
-    EXPECT_EQ(graph(pane())->*peek(tests::Peek_mRegionRightX()), mUi->getXAxisByIndex(20));
+    EXPECT_EQ(regionLines().left(), mUi->getXAxisByIndex(15));
+    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(20));
     time = QTime(10, 0);
     EXPECT_TRUE(event(3239, 1, 0, "", &time));
-    EXPECT_EQ(graph(pane())->*peek(tests::Peek_mRegionLeftX()), mUi->getXAxisByIndex(15));
-    EXPECT_EQ(graph(pane())->*peek(tests::Peek_mRegionRightX()), mUi->getXAxisByIndex(30));
+    EXPECT_EQ(regionLines().left(), mUi->getXAxisByIndex(15));
+    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(30));
     EXPECT_TRUE(event(3239, 1, 0, "", nullptr));
     EXPECT_TRUE(event(3239, 2, 0, "", &time));
-    EXPECT_EQ(graph(pane())->*peek(tests::Peek_mRegionRightX()), mUi->getXAxisByIndex(30));
+    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(30));
     time = QTime(9, 30);
     EXPECT_TRUE(event(3239, 1, 0, "", &time));
     EXPECT_FALSE(regionShown()) << "it ends before it starts";

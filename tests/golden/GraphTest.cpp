@@ -121,7 +121,7 @@ TEST_F(GraphPicture, SelectionsRegionLinesAndTip) {
     member(tests::Peek_mLeftRect()) = QRect(100, 80, 120, 90);
     member(tests::Peek_mRightSelecting()) = true;
     member(tests::Peek_mRightRect()) = QRect(260, 60, 140, 160);
-    member(tests::Peek_mRegionLinesVisible()) = true;
+    regionLines().show();
     mGraph->setRegionLine(180, 215);
     member(tests::Peek_mShowTip()) = true;
     for (const int direction : {48, 49}) {

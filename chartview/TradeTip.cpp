@@ -1,15 +1,18 @@
-// The box with the trades under the mouse.
+#include "chartview/TradeTip.h"
 
-#include "chartview/CRealtimeGraphWidget.h"
+#include "chartdata/CRealtimeData.h"
 #include "host/records/CDealDetail.h"
 #include "host/records/COrderDetail.h"
 #include "host/services/CLinkageManager.h"
+#include "host/toolkit/CUiResource.h"
 #include "host/toolkit/Text.h"
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 namespace TC {
 
@@ -32,9 +35,9 @@ QColor themeColor(const QString &key) {
 /// "buyer or seller: volume, price" of a deal or an order.
 template <class Record> TipLine tipLine(const Record &record, const QString &buyer, const QString &seller) {
     const bool buy = kvservice::isBuyByDirection(record.mDirection, record.mOffsetFlag);
-    return {buy, (buy ? buyer : seller) + CRealtimeGraphWidget::tr("%1　价格: ").arg(record.mVolume) +
-                     GZ::formatDoubleNumber(record.mPrice, 2, utils::eFormatPlain, false,
-                                            CRealtimeGraphWidget::tr("非法值"))};
+    return {buy,
+            (buy ? buyer : seller) + TradeTip::tr("%1　价格: ").arg(record.mVolume) +
+                GZ::formatDoubleNumber(record.mPrice, 2, utils::eFormatPlain, false, TradeTip::tr("非法值"))};
 }
 
 /// The font, or a smaller one with which the widest line ends in the frame.
@@ -50,7 +53,23 @@ QFont fittedFont(QFont font, const QVector<TipLine> &lines) {
 
 } // namespace
 
-void CRealtimeGraphWidget::paintTip(QPainter &painter) {
+void TradeTip::search(const CRealtimeData &data, const QPoint &at) {
+    mDealTips.clear();
+    mOrderTips.clear();
+    mShowTip = data.getDealsAt(at.x(), at.y(), mDealTips) || data.getOrdersAt(at.x(), at.y(), mOrderTips);
+}
+
+bool TradeTip::hide() {
+    return std::exchange(mShowTip, false);
+}
+
+bool TradeTip::drop() {
+    mDealTips.clear();
+    mOrderTips.clear();
+    return hide();
+}
+
+void TradeTip::paint(QPainter &painter) const {
     if (!mShowTip || (mDealTips.isEmpty() && mOrderTips.isEmpty())) {
         return;
     }

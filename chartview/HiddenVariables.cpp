@@ -1,0 +1,50 @@
+#include "chartview/HiddenVariables.h"
+
+#include "chartdata/CRealtimeData.h"
+#include "chartview/GraphSubject.h"
+#include "host/drawing/CArrowColorSimpleText.h"
+#include "host/services/CFormulaOperateManager.h"
+#include "host/windows/CViewVariableDialog.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QStringList>
+
+namespace TC {
+
+HiddenVariables::~HiddenVariables() {
+    if (mDialog) {
+        mDialog->deleteLater();
+    }
+}
+
+void HiddenVariables::show() {
+    const CRealtimeUiParam &uiParam = *mSubject.uiParam;
+    const CRealtimeData &data = *mSubject.data;
+    CArrowColorSimpleText title(QStringLiteral("fnt_index_title_text"));
+    CFormulaKey key;
+    bool empty = true;
+    data.readData([&](const CRealtimeData::SeriesMap &series) {
+        empty = series.isEmpty();
+        if (!empty) {
+            key = series.firstKey();
+            CDrawStyle::getTitleText(title, key, series.first(), uiParam.mCrossIndex, uiParam.getStockDetail(),
+                                     uiParam.getAllAddStockList());
+        }
+    });
+    const QList<QString> formulas = data.getFormulas();
+    if (empty || formulas.isEmpty()) {
+        return;
+    }
+    const QString time = tr("时间:%1").arg(
+        uiParam.getDateTimeByIndex(uiParam.mCrossIndex).toString(QStringLiteral("yyyy/MM/dd hh:mm")));
+    const QString hidden =
+        CSingletonT<CFormulaManager>::instance().lookHideVar(data.getReqID(key), uiParam.mCrossIndex);
+    if (!mDialog) {
+        mDialog = new CViewVariableDialog(&mGraph);
+    }
+    mDialog->setText(
+        QStringList{formulaHead(formulas.first()), time, title.text(), hidden}.join(QLatin1Char(' ')));
+    mDialog->show();
+}
+
+} // namespace TC
