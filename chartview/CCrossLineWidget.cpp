@@ -5,6 +5,7 @@
 #include "host/services/CStockManager.h"
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/PriceDecimals.h"
+#include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPaintEvent>
@@ -126,45 +127,39 @@ CrossLineInput CCrossLineWidget::makeInput() const {
 void CCrossLineWidget::paintEvent(QPaintEvent *event) {
     CBaseWidget::paintEvent(event);
     refresh(); // what has changed beside the region of this paint is painted next
-    refreshLook();
+    const Look &look = mLook.look();
     const QRegion &dirty = event->region();
     QPainter painter(this);
-    if (mLook.ground.alpha() != 0) {
-        painter.fillRect(event->rect(), mLook.ground);
+    if (look.ground.alpha() != 0) {
+        painter.fillRect(event->rect(), look.ground);
     }
     drawLine(painter, dirty, mPlan.hasHorizontal, mPlan.horizontal);
     drawLine(painter, dirty, mPlan.hasVertical, mPlan.vertical);
-    painter.setPen(mLook.text);
+    painter.setPen(look.text);
     drawLabel(painter, dirty, mPlan.leftBox, mPlan.leftText);
     drawLabel(painter, dirty, mPlan.rightBox, mPlan.rightText);
 }
 
-void CCrossLineWidget::refreshLook() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    const int generation = theme.generation();
-    if (mLook.generation != generation) {
-        mLook = {generation, theme.getColor(QStringLiteral("ic_clr_highlight_widget_bg")),
-                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line")),
-                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line_bg")),
-                 theme.getColor(QStringLiteral("ic_clr_realtime_cross_line_text"))};
-    }
+CCrossLineWidget::Look CCrossLineWidget::Look::ofTheme() {
+    return {GZ::themeColor("ic_clr_highlight_widget_bg"), GZ::themeColor("ic_clr_realtime_cross_line"),
+            GZ::themeColor("ic_clr_realtime_cross_line_bg"), GZ::themeColor("ic_clr_realtime_cross_line_text")};
 }
 
-void CCrossLineWidget::drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) const {
+void CCrossLineWidget::drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) {
     const double ratio = painter.deviceTransform().m11();
     const QRect room = CrossLinePlan::roomOf(line, ratio);
     if (shown && dirty.intersects(room)) {
         painter.setClipRect(room); // one rectangle: drawn much faster
-        painter.fillRect(CrossLinePlan::inkOf(line, ratio), mLook.line);
+        painter.fillRect(CrossLinePlan::inkOf(line, ratio), mLook->line);
     }
 }
 
 void CCrossLineWidget::drawLabel(QPainter &painter, const QRegion &dirty, const QRect &box,
-                                 const QString &text) const {
+                                 const QString &text) {
     if (dirty.intersects(box)) {
         painter.setClipRect(box);
-        painter.fillRect(box, mLook.box);
-        GZ::GlyphText::ofTheme(kFontKey).drawOn(painter, mLook.box, box, Qt::AlignHCenter, text);
+        painter.fillRect(box, mLook->box);
+        GZ::GlyphText::ofTheme(kFontKey).drawOn(painter, mLook->box, box, Qt::AlignHCenter, text);
     }
 }
 

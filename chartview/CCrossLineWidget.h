@@ -2,6 +2,7 @@
 
 #include "chartview/CrossLinePlan.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "host/toolkit/ThemeCache.h"
 
 #include <QColor>
 #include <QRect>
@@ -44,15 +45,22 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    /// What is taken from the theme.
+    struct Look {
+        QColor ground;
+        QColor line;
+        QColor box;
+        QColor text;
+        static Look ofTheme();
+    };
+
     CrossLineInput makeInput() const;
     bool isOnLastIndex() const;
     /// Base of the percentage: the close of the day before.
     double percentBase() const;
     int verticalTop() const;
-    /// Takes colours from the theme when it has changed.
-    void refreshLook();
-    void drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) const;
-    void drawLabel(QPainter &painter, const QRegion &dirty, const QRect &box, const QString &text) const;
+    void drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line);
+    void drawLabel(QPainter &painter, const QRegion &dirty, const QRect &box, const QString &text);
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     boost::shared_ptr<CRealtimeData> mData;
@@ -62,15 +70,7 @@ private:
     int mTopOffset = 0;
     CrossLineInput mInput; ///< of the plan
     CrossLinePlan mPlan; ///< on the screen, or asked for
-
-    /// What is taken from the theme.
-    struct Look {
-        int generation = -1; ///< of the theme; -1 when nothing has been taken
-        QColor ground;
-        QColor line;
-        QColor box;
-        QColor text;
-    } mLook;
+    GZ::ThemeCache<Look> mLook;
 };
 
 } // namespace TC

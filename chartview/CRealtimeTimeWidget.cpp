@@ -8,6 +8,7 @@
 #include "host/toolkit/Events.h"
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QDateTime>
@@ -24,10 +25,6 @@ namespace {
 constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
 constexpr int kTickLength = 4; ///< rows of a tick
 const QString kLabelFont = QStringLiteral("fnt_timeline_text_default");
-
-QColor themeColor(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key));
-}
 
 QFont labelFont() {
     return GZ::CUiResource::instance().getFont(kLabelFont);
@@ -93,26 +90,22 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
         drawScale(ratio);
     }
     if (mPixmap.isNull()) {
-        painter.fillRect(rect(), themeColor("ic_clr_realtime_graph_bg"));
+        painter.fillRect(rect(), GZ::themeColor("ic_clr_realtime_graph_bg"));
     } else {
         paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPixmap); });
     }
     refreshFlag(); // what has changed beside the region of this paint is painted next
     if (event->region().intersects(mFlag.box)) {
-        refreshLook();
+        const Look &look = mLook.look();
         painter.setClipRect(mFlag.box);
-        painter.fillRect(mFlag.box, mLook.box);
-        painter.setPen(mLook.text);
-        GZ::GlyphText::ofTheme(kLabelFont).drawOn(painter, mLook.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
+        painter.fillRect(mFlag.box, look.box);
+        painter.setPen(look.text);
+        GZ::GlyphText::ofTheme(kLabelFont).drawOn(painter, look.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
     }
 }
 
-void CRealtimeTimeWidget::refreshLook() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    if (mLook.generation != theme.generation()) {
-        mLook = {theme.generation(), themeColor("ic_clr_realtime_cross_line_bg"),
-                 themeColor("ic_clr_realtime_cross_line_text")};
-    }
+CRealtimeTimeWidget::Look CRealtimeTimeWidget::Look::ofTheme() {
+    return {GZ::themeColor("ic_clr_realtime_cross_line_bg"), GZ::themeColor("ic_clr_realtime_cross_line_text")};
 }
 
 const QString &CRealtimeTimeWidget::timeUnderCursor() {
@@ -169,7 +162,7 @@ void CRealtimeTimeWidget::drawScale(double ratio) {
         return;
     }
     const bool empty = mUiParam->getStock().isEmpty();
-    mPixmap.fill(themeColor(empty ? "ic_clr_realtime_graph_bg" : "ic_clr_account_report_timeline_bg"));
+    mPixmap.fill(GZ::themeColor(empty ? "ic_clr_realtime_graph_bg" : "ic_clr_account_report_timeline_bg"));
     if (!empty) {
         QPainter painter(&mPixmap);
         drawDays(painter);
@@ -196,8 +189,8 @@ void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     input.textWidth = [metrics = QFontMetrics(font)](const QString &text) {
         return metrics.horizontalAdvance(text);
     };
-    const QColor tickColor = themeColor("ic_clr_timeline_time_scale");
-    painter.setPen(themeColor("ic_clr_timeline_text"));
+    const QColor tickColor = GZ::themeColor("ic_clr_timeline_time_scale");
+    painter.setPen(GZ::themeColor("ic_clr_timeline_text"));
     painter.setFont(font);
     for (const TimeScaleDay &day : planTimeScale(input)) {
         painter.setClipRect(day.clipLeft, 0, day.clipWidth, height());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/toolkit/CBaseWidget.h"
+#include "host/toolkit/ThemeCache.h"
 
 #include <QColor>
 #include <QHash>
@@ -42,9 +43,9 @@ protected:
 private:
     /// What is taken from the theme.
     struct Look {
-        int generation = -1; ///< of the theme; -1 when nothing has been taken
         QColor box;
         QColor text;
+        static Look ofTheme();
     };
     /// The texts of the times that the cursor has been at, by axis index, and what they were made from.
     struct Times {
@@ -59,8 +60,6 @@ private:
     };
 
     Flag makeFlag();
-    /// Takes colours from the theme when it has changed.
-    void refreshLook();
     const QString &timeUnderCursor();
     /// Days that stand left of the one under the mouse; once the mouse has left the graphs, of the one where it was.
     int daysBeforeCursor();
@@ -77,7 +76,7 @@ private:
     int mDaysBefore = 0; ///< left of the day that the flag stands in since the last setCursor
     Flag mFlag; ///< on the screen, or asked for
     Times mTimes;
-    Look mLook;
+    GZ::ThemeCache<Look> mLook;
 };
 
 } // namespace TC

@@ -9,7 +9,7 @@
 #include "host/drawing/IGraphWidget.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CEnhanceDrawManager.h"
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPaintEvent>
@@ -32,12 +32,12 @@ QPen dashedPen(const QColor &color) {
 } // namespace
 
 void GraphLayers::paint(const QWidget &graph, const QPaintEvent &event, QPainter &painter) {
-    refreshLook();
+    const Look &look = mLook.look();
     CRealtimeData &data = *mSources.subject.data;
     const bool valid = mSources.subject.uiParam->isValid();
-    const bool covered = valid && mLook.background.alpha() == 255 && data.covers(graph.size());
+    const bool covered = valid && look.background.alpha() == 255 && data.covers(graph.size());
     if (!covered) {
-        painter.fillRect(event.rect(), mLook.background);
+        painter.fillRect(event.rect(), look.background);
     }
     if (!valid) {
         return;
@@ -47,21 +47,16 @@ void GraphLayers::paint(const QWidget &graph, const QPaintEvent &event, QPainter
         paintGroupModelNotice(painter, graph);
     }
     painter.setBrush(QBrush(QColor(0, 0, 0, 0), Qt::SolidPattern));
-    paintSelections(painter);
+    paintSelections(painter, look);
     paintRegionLines(painter, graph.height());
     mSources.drawings.drawGraph(painter);
     mSources.tip.paint(painter);
     paintEnhancement(painter, graph);
 }
 
-void GraphLayers::refreshLook() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    const int generation = theme.generation();
-    if (mLook.generation != generation) {
-        mLook = {generation, theme.getColor(QStringLiteral("ic_clr_realtime_graph_bg")),
-                 theme.getColor(QStringLiteral("ic_clr_kline_graph_scale_border")),
-                 theme.getColor(QStringLiteral("ic_clr_realtime_graph_scale_border"))};
-    }
+GraphLayers::Look GraphLayers::Look::ofTheme() {
+    return {GZ::themeColor("ic_clr_realtime_graph_bg"), GZ::themeColor("ic_clr_kline_graph_scale_border"),
+            GZ::themeColor("ic_clr_realtime_graph_scale_border")};
 }
 
 bool GraphLayers::isGroupModelHidden() {
@@ -82,13 +77,13 @@ void GraphLayers::paintGroupModelNotice(QPainter &painter, const QWidget &graph)
                      tr("组合模型只能在指数类视图下显示！"));
 }
 
-void GraphLayers::paintSelections(QPainter &painter) const {
+void GraphLayers::paintSelections(QPainter &painter, const Look &look) const {
     if (mSources.pointer.isLeftSelecting()) {
-        painter.setPen(QPen(mLook.leftBorder, 0, Qt::SolidLine));
+        painter.setPen(QPen(look.leftBorder, 0, Qt::SolidLine));
         painter.drawRect(mSources.pointer.leftRect());
     }
     if (mSources.pointer.isRightSelecting()) {
-        painter.setPen(dashedPen(mLook.rightBorder));
+        painter.setPen(dashedPen(look.rightBorder));
         painter.drawRect(mSources.pointer.rightRect());
     }
 }

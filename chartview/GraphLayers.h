@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/toolkit/ThemeCache.h"
+
 #include <QColor>
 #include <QCoreApplication>
 #include <QList>
@@ -41,21 +43,23 @@ public:
     void forgetFormulas() { mFormulasKnown = false; }
 
 private:
-    void refreshLook();
+    /// What is taken from the theme.
+    struct Look {
+        QColor background;
+        QColor leftBorder;
+        QColor rightBorder;
+        static Look ofTheme();
+    };
+
     /// Whether the formulas are a group model without a script model, in a view that does not show it.
     bool isGroupModelHidden();
     void paintGroupModelNotice(QPainter &painter, const QWidget &graph) const;
-    void paintSelections(QPainter &painter) const;
+    void paintSelections(QPainter &painter, const Look &look) const;
     void paintRegionLines(QPainter &painter, int height) const;
     void paintEnhancement(QPainter &painter, const QWidget &graph) const;
 
     const Sources mSources;
-    struct Look {
-        int generation = -1; ///< of the theme
-        QColor background;
-        QColor leftBorder;
-        QColor rightBorder;
-    } mLook;
+    GZ::ThemeCache<Look> mLook;
     QList<QString> mFormulas; ///< that the flag below belongs to
     bool mFormulasKnown = false;
     bool mGroupModelOnly = false; ///< a group model among them, and no script model

@@ -4,8 +4,8 @@
 #include "host/records/CDealDetail.h"
 #include "host/records/COrderDetail.h"
 #include "host/services/CLinkageManager.h"
-#include "host/toolkit/CUiResource.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -27,10 +27,6 @@ struct TipLine {
     bool buy = false;
     QString text;
 };
-
-QColor themeColor(const QString &key) {
-    return GZ::CUiResource::instance().getColor(key);
-}
 
 /// "buyer or seller: volume, price" of a deal or an order.
 template <class Record> TipLine tipLine(const Record &record, const QString &buyer, const QString &seller) {
@@ -81,8 +77,8 @@ void TradeTip::paint(QPainter &painter) const {
         lines.append(tipLine(*order, tr("委买: "), tr("委卖: ")));
     }
     // The frame is made for deals; orders stand on the chart.
-    painter.setPen(QPen(themeColor(QStringLiteral("clr_graph_frame_cross_line")), 1.0, Qt::SolidLine));
-    painter.setBrush(themeColor(QStringLiteral("clr_graph_frame_cross_line_bg")));
+    painter.setPen(QPen(GZ::themeColor("clr_graph_frame_cross_line"), 1.0, Qt::SolidLine));
+    painter.setBrush(GZ::themeColor("clr_graph_frame_cross_line_bg"));
     painter.drawRect(2, 2, 130, kLineHeight * mDealTips.size() + 3);
 
     painter.setFont(
@@ -90,8 +86,7 @@ void TradeTip::paint(QPainter &painter) const {
     int y = 0;
     for (const TipLine &line : lines) {
         y += kLineHeight;
-        painter.setPen(
-            themeColor(line.buy ? QStringLiteral("clr_global_rise") : QStringLiteral("clr_global_fall")));
+        painter.setPen(GZ::themeColor(line.buy ? "clr_global_rise" : "clr_global_fall"));
         painter.drawText(kTextLeft, y, line.text);
     }
 }

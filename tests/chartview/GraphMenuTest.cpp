@@ -234,7 +234,9 @@ TEST_F(GraphMenuTest, OnlyAChartOfVolumesCannotBeRestored) {
     mUi->mCurrentAxis = mUi->mPortfolioAxis; // whose volume formula is another one
     const auto canRestore = [this] {
         QMenu entries;
-        GraphMenu({*mGraph, *mData, *mUi, QStringLiteral("SH600000")}).addMain(entries);
+        GraphMenu(*mGraph, {mData, mUi, 7, EIndexDisplayType::Main, EIndexViewType::Ordinary,
+                            QStringLiteral("SH600000")})
+            .addMain(entries);
         return tests::entryOf(entries, QStringLiteral("恢复主图")) != nullptr;
     };
     EXPECT_FALSE(canRestore());
