@@ -79,6 +79,7 @@ void CRealtimeStatisticDialog::createUi() {
     }
     mWatchPlate = new CWatchPlateWidget(this);
     mWatchPlate->setFixedSize(StatisticLayout::kPlate);
+    mStartEdit->setFocus();
 }
 
 void CRealtimeStatisticDialog::createReplayUi() {

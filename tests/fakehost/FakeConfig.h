@@ -25,6 +25,7 @@ public:
     bool hasPermissionShowModel() const override { return mShowModel; }
     int subIndexRefresh() const override { return mSubIndexRefresh; }
     bool quickCancel() const override { return mQuickCancel; }
+    QList<boost::shared_ptr<TC::CAccount>> accounts() const override { return mAccounts; }
     QString tableConfig(int tableId) const override { return mTables.value(tableId); }
     void setTableConfig(int tableId, const QString &text) override { mTables[tableId] = text; }
     bool mBoardNewRules = false;
@@ -32,6 +33,7 @@ public:
     bool mShowModel = true;
     int mSubIndexRefresh = 0;
     bool mQuickCancel = false;
+    QList<boost::shared_ptr<TC::CAccount>> mAccounts;
     QMap<int, QString> mTables; ///< layouts by table id
 };
 

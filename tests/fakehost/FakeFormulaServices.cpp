@@ -67,7 +67,7 @@ void FakeFormulaManager::requestHistoryQuote(const quoter::TSMetaInfo &meta, con
                  .arg(meta.mDataKind)
                  .arg(region.mStart)
                  .arg(region.mEnd));
-    mOnQuotes = onQuotes;
+    mQuoteRequests.push_back({meta, region, onQuotes});
 }
 
 QString FakeFormulaManager::lookHideVar(const QString &requestId, int index) {

@@ -75,6 +75,13 @@ private:
     QList<LiveRequest> mRequests;
 };
 
+/// One request for quotes, with what answers it.
+struct QuoteRequest {
+    quoter::TSMetaInfo meta;
+    quoter::TRegionInfo region;
+    TC::HistoryQuoteCallback onQuotes;
+};
+
 class FakeFormulaManager : public TC::CFormulaManager {
 public:
     explicit FakeFormulaManager(CallLog &log) : mLog(log) {}
@@ -100,7 +107,7 @@ public:
     std::vector<TC::FormulaResultPtr> mSyncResults;
     std::vector<std::shared_ptr<quoter::QuoterBase>> mCached;
     se::RPCFetchCacheDataParam mLastFetch; ///< what the last look-up in the cache asked for
-    TC::HistoryQuoteCallback mOnQuotes;
+    std::vector<QuoteRequest> mQuoteRequests; ///< in order of arrival
     TC::CHistoryDataParam mLastHistory; ///< what the last download asked for
     TC::SuppleProgressCallback mOnProgress;
     QString mHideVar;
