@@ -8,6 +8,7 @@
 #include "host/toolkit/CPushButtonGroup.h"
 #include "host/toolkit/Events.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 #include "host/windows/CWatchPlateWidget.h"
 #include "statistics/CRealtimeStageDialog.h"
 #include "statistics/OrderMoment.h"
@@ -308,7 +309,7 @@ void CRealtimeStatisticDialog::paintEvent(QPaintEvent *event) {
     const StatisticLayout layout(mIsReplay, textWidth(countText()));
     QPainter painter(this);
     painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
-    painter.setPen(GZ::CUiResource::instance().getColor(kTextColor));
+    painter.setPen(GZ::themeColor(kTextColor));
     if (mIsTracking) {
         painter.drawText(layout.startLabel(), kTextPlace, tr("合同编号:"));
     } else {
@@ -322,12 +323,11 @@ void CRealtimeStatisticDialog::paintEvent(QPaintEvent *event) {
 }
 
 void CRealtimeStatisticDialog::paintFigure(QPainter &painter, int position, const QRect &place) const {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
     const QString label = figureLabel(position);
     const QString figure = mValues.value(position);
-    painter.setPen(theme.getColor(kTextColor));
+    painter.setPen(GZ::themeColor(kTextColor));
     painter.drawText(place, kTextPlace, label);
-    painter.setPen(theme.getColor(figureColorKey(position, figure)));
+    painter.setPen(GZ::themeColor(figureColorKey(position, figure)));
     painter.drawText(place.adjusted(textWidth(label), 0, 0, 0), kTextPlace, figure);
 }
 

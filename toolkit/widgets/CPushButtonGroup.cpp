@@ -1,6 +1,7 @@
 #include "host/toolkit/CPushButtonGroup.h"
 
 #include "host/toolkit/CSmallNormalButton.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QPainter>
 
@@ -23,7 +24,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override {
         QPainter painter(this);
-        painter.setPen(CUiResource::instance().getColor(mColorKey));
+        painter.setPen(themeColor(mColorKey));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
         int x = 0;
         for (const int buttonWidth : mWidths) {

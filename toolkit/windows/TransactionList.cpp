@@ -3,6 +3,7 @@
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CUiResource.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogLook.h"
 
 #include <QPainter>
@@ -30,10 +31,6 @@ constexpr std::array<Column, 4> kColumns = {{
     {QT_TRANSLATE_NOOP("TC::TransactionList", "成交量"), 0.72, Qt::AlignRight},
     {QT_TRANSLATE_NOOP("TC::TransactionList", "成交额"), 1.0, Qt::AlignRight},
 }};
-
-QColor color(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key));
-}
 
 /// A volume or an amount; what is not known reads as two dashes.
 QString quantityText(double quantity) {
@@ -92,7 +89,7 @@ void TransactionList::applyTheme() {
 
 void TransactionList::paintEvent(QPaintEvent *) {
     QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), color("clr_table_row_even"));
+    painter.fillRect(viewport()->rect(), GZ::themeColor("clr_table_row_even"));
     int y = kHeadingHeight;
     const int count = static_cast<int>(mRows.size());
     for (int row = verticalScrollBar()->value(); row < count && y < viewport()->height(); ++row) {
@@ -101,7 +98,7 @@ void TransactionList::paintEvent(QPaintEvent *) {
     }
     drawHeadings(painter);
     if (mRows.empty()) {
-        painter.setPen(color("clr_menu_text_disable"));
+        painter.setPen(GZ::themeColor("clr_menu_text_disable"));
         painter.drawText(viewport()->rect().adjusted(0, kHeadingHeight, 0, 0), Qt::AlignCenter,
                          tr("该时段没有成交明细"));
     }
@@ -126,8 +123,8 @@ QString TransactionList::priceColorKey(double price) const {
 
 void TransactionList::drawHeadings(QPainter &painter) const {
     const int width = viewport()->width();
-    painter.fillRect(0, 0, width, kHeadingHeight, color("clr_table_header_bg"));
-    painter.setPen(color("clr_table_header_text"));
+    painter.fillRect(0, 0, width, kHeadingHeight, GZ::themeColor("clr_table_header_bg"));
+    painter.setPen(GZ::themeColor("clr_table_header_text"));
     for (size_t i = 0; i < kColumns.size(); ++i) {
         painter.drawText(cellOf(i, width, 0, kHeadingHeight), kColumns[i].alignment | Qt::AlignVCenter,
                          tr(kColumns[i].heading));
@@ -137,11 +134,12 @@ void TransactionList::drawHeadings(QPainter &painter) const {
 void TransactionList::drawRow(QPainter &painter, int row, int y) const {
     const int width = viewport()->width();
     const quoter::QuoterBase &record = *mRows[static_cast<size_t>(row)];
-    painter.fillRect(0, y, width, kRowHeight, color(row % 2 ? "clr_table_row_odd" : "clr_table_row_even"));
+    painter.fillRect(0, y, width, kRowHeight,
+                     GZ::themeColor(row % 2 ? "clr_table_row_odd" : "clr_table_row_even"));
     const QStringList texts = textsOf(record);
     for (size_t i = 0; i < kColumns.size(); ++i) {
-        painter.setPen(i == 1 ? GZ::CUiResource::instance().getColor(priceColorKey(record.mPrice))
-                              : color("clr_text_light_default"));
+        painter.setPen(i == 1 ? GZ::themeColor(priceColorKey(record.mPrice))
+                              : GZ::themeColor("clr_text_light_default"));
         painter.drawText(cellOf(i, width, y, kRowHeight), kColumns[i].alignment | Qt::AlignVCenter,
                          texts[static_cast<int>(i)]);
     }
