@@ -137,10 +137,30 @@ private:
 
 class TradeDayRulesTest : public TradeFixture {
 protected:
+    /// Recording takes a while, so it is done once, and then the store is copied.
+    static QString recorded() {
+        static QTemporaryDir folder;
+        return folder.filePath(QStringLiteral("recorded.db"));
+    }
+    void openDay() override {
+        if (!QFile::exists(recorded())) {
+            TradeFixture::openDay();
+            return;
+        }
+        ASSERT_TRUE(QFile::copy(recorded(), storePath()));
+        openStore();
+        mClock.setTime(at(15, 35));
+    }
     void SetUp() override {
         TradeFixture::SetUp();
         goTo(at(15, 35));
         recordPast();
+        if (!QFile::exists(recorded())) {
+            mTrade.reset(); // has written all
+            ASSERT_TRUE(
+                QSqlQuery(mStore.connection()).exec(QStringLiteral("VACUUM INTO '%1'").arg(recorded())));
+            restart();
+        }
     }
     std::vector<int> days() {
         std::vector<int> all;

@@ -28,8 +28,10 @@ protected:
     qint64 at(int hour, int minute, int second = 0) const {
         return terminal::timeOf(mDate, hour * 60 + minute) + second * 1000;
     }
+    /// The store that the test begins with.
+    virtual void openDay() { openFilledStore(at(9, 25)); }
     void SetUp() override {
-        openFilledStore(at(9, 25));
+        openDay();
         mServices = std::make_unique<terminal::MarketServices>(mStore);
         mClock.pause();
         before = TC::CSingletonT<TC::CHostClock>::install(&mClock);

@@ -6,8 +6,7 @@
 #include "terminal/market/SimulatedMarket.h"
 #include "tests/terminal/FormulaBars.h"
 #include "tests/terminal/FormulaServiceFixture.h"
-
-#include <QTemporaryDir>
+#include "tests/terminal/StoreFixture.h"
 
 #include <random>
 
@@ -193,11 +192,12 @@ TEST(SimulatedNetValue, LiesNearTheCloseOfTheDayBeforeAndIsFixedForAFundAndADay)
 namespace {
 
 /// The terminal's own services in the middle of a trading day.
-class FundNetValueTest : public ::testing::Test {
+class FundNetValueTest : public StoreFixture {
 protected:
     void SetUp() override {
+        openFilledStore(timeOf(mToday, 630));
         TerminalSettings settings;
-        settings.store = mFolder.filePath("market.db");
+        settings.store = storePath();
         settings.start = timeOf(mToday, 630);
         QString error;
         mServices = TerminalServices::open(settings, error);
@@ -226,7 +226,6 @@ protected:
     }
 
     const QDate mToday{2026, 11, 20};
-    QTemporaryDir mFolder;
     std::unique_ptr<TerminalServices> mServices;
 };
 
