@@ -1,13 +1,17 @@
-// Its life, its events, and what is kept of it.
-
 #include "linkage/CRealtimeLinkageSettingDialog.h"
 
+#include "chartdata/LinkageScope.h"
 #include "host/services/CFileClient.h"
 #include "host/services/CLinkageManager.h"
-#include "host/toolkit/CCheckBox.h"
+#include "host/services/CStockManager.h"
+#include "host/toolkit/CAutoExpandToolBar.h"
 #include "host/toolkit/CGroupBox.h"
 #include "host/toolkit/CPushButton.h"
-#include "host/toolkit/CRadioButton.h"
+#include "host/toolkit/CSmallNoNormalButton.h"
+#include "host/toolkit/CStandardTable.h"
+#include "host/toolkit/CWidgetList.h"
+#include "host/toolkit/Events.h"
+#include "host/toolkit/Text.h"
 #include "host/windows/CMessageTipWidget.h"
 #include "linkage/LinkageControls.h"
 
@@ -17,35 +21,33 @@
 namespace TC {
 namespace {
 
-enum EEvent : int {
-    eButtonClicked = GZ::CPushButton::kClicked,
-    eCheckBoxToggled = GZ::CCheckBox::kToggled,
-    eRadioButtonPicked = GZ::CRadioButton::kPicked,
-    eChoiceChanged = 3161,
-    eDialogClosed = 3162,
-    eDatasChanged = 3163,
-};
+using GZ::CWidgetList;
 
 constexpr int kPoll = 1000; ///< milliseconds
-constexpr int kTipWidth = 100;
-constexpr int kTipHeight = 50;
+constexpr int kGap = 4; ///< pixels around and between the parts
+constexpr int kAnchored = CWidgetList::eAnchorBoth;
+constexpr int kCentered = CWidgetList::eAnchorNone;
 
-/// The names under which the kinds are kept, by ELinkageShow; the last one is that of the radio buttons.
-const std::array<QString, 8> kKindNames = {
-    QStringLiteral("order"),         QStringLiteral("deal"),          QStringLiteral("task"),
-    QStringLiteral("buysellamount"), QStringLiteral("buynetamount"),  QStringLiteral("profit"),
-    QStringLiteral("balance"),       QStringLiteral("seebystrategy"),
-};
 const QString kStockSelectAll = QStringLiteral("stockselectall");
 const QString kStrategySelectAll = QStringLiteral("strategyselectall");
+
+CLinkageManager &service() {
+    return CSingletonT<CLinkageManager>::instance();
+}
 
 } // namespace
 
 CRealtimeLinkageSettingDialog::CRealtimeLinkageSettingDialog(QWidget *parent)
     : CCommonDialog(parent), mTimer(new QTimer(this)),
+      mAccountTable(0, {30, 75, 75}, QStringLiteral("account_table")),
+      mStrategyChoice(tr("交易策略"), {eStrategySelectAll, eAllStrategies, eRevertStrategies}, 1, {30, 150},
+                      QStringLiteral("strategy_table")),
+      mStockChoice(tr("选择证券"), {eStockSelectAll, eAllStocks, eRevertStocks}, 2, {35, 50, 85, 85},
+                   QStringLiteral("stock_table")),
       mBond(SlotBond<CRealtimeLinkageSettingDialog>::make(this)) {
     setObjectName(QStringLiteral("realtime_linkage_setting_dialog"));
     setWindowTitle(tr("交易详情 [分时]"));
+    mAccountTable.setStartsChosen(true);
     createUi();
     setFixedSize(560, 520);
     connectService();
@@ -60,9 +62,48 @@ CRealtimeLinkageSettingDialog::~CRealtimeLinkageSettingDialog() {
     delete mMessageTip;
 }
 
-CLinkageManager &CRealtimeLinkageSettingDialog::service() {
-    return CSingletonT<CLinkageManager>::instance();
+// Controls
+
+void CRealtimeLinkageSettingDialog::createUi() {
+    auto *bar = new GZ::CAutoExpandToolBar;
+    bar->setFixedHeight(25);
+    for (QWidget *button : {mImport.ordersButton(), mImport.dealsButton(),
+                            makeBarButton(tr("清空导入数据"), eClearImports, 90)}) {
+        bar->addFixedWidget(button, kCentered, false);
+    }
+    auto *root = new CWidgetList(Qt::Vertical);
+    root->setMargins(QMargins(kGap, kGap, kGap, 0));
+    root->addFixedWidget(bar, kAnchored, false);
+    root->addStretchWidget(createBody(), 1, kAnchored, false);
+    setInnerWidget(root);
+    mMinButton = new GZ::CPushButton(QStringLiteral("img_sys_btn_min"), eMinimise, this);
+    mMinButton->setAutoRaise(true);
+    mMinButton->setAutoDefault(false);
 }
+
+CWidgetList *CRealtimeLinkageSettingDialog::createBody() {
+    auto *accounts = new GZ::CGroupBox(tr("资金账号"));
+    accounts->setFixedHeight(110);
+    accounts->setInnerWidget(mAccountTable.widget());
+    auto *kinds = new GZ::CGroupBox(tr("交易数据"));
+    kinds->setInnerWidget(mKinds.widget());
+    mStrategyChoice.widget()->setFixedHeight(195);
+    auto *left = new CWidgetList(Qt::Vertical);
+    left->setSpacing(kGap);
+    left->setFixedWidth(230);
+    left->addFixedWidget(accounts, kAnchored, false);
+    left->addStretchWidget(kinds, 1, kAnchored, false);
+    left->addFixedWidget(mStrategyChoice.widget(), kAnchored, false);
+    mStrategyChoice.widget()->hide();
+    auto *body = new CWidgetList(Qt::Horizontal);
+    body->setMargin(kGap);
+    body->setSpacing(kGap);
+    body->addFixedWidget(left, kAnchored, false);
+    body->addStretchWidget(mStockChoice.widget(), 1, kAnchored, false);
+    return body;
+}
+
+// What the service tells
 
 void CRealtimeLinkageSettingDialog::connectService() {
     const auto tell = [bond = mBond](void (CRealtimeLinkageSettingDialog::*handler)()) {
@@ -81,8 +122,6 @@ void CRealtimeLinkageSettingDialog::connectService() {
         linkage.sigDatasChanged.connect(tell(&CRealtimeLinkageSettingDialog::onUpdateDatas)),
     };
 }
-
-// What the service tells
 
 void CRealtimeLinkageSettingDialog::onNewTradingDay(const std::string & /*day*/) {
     mNewTradingDay = true;
@@ -112,11 +151,63 @@ void CRealtimeLinkageSettingDialog::slotTimeout() {
     mStrategysDirty = false;
     mStocksDirty = false;
     if (accounts || strategys || stocks) {
-        deliver(eChoiceChanged); // the data follow with a later turn
+        deliver(eLinkageChosen); // the data follow with a later turn
     } else if (mDatasDirty) {
         mDatasDirty = false;
-        deliver(eDatasChanged);
+        deliver(eLinkageDatasChanged);
     }
+}
+
+bool CRealtimeLinkageSettingDialog::updateAccounts() {
+    mAccounts = service().getAccounts();
+    return updateAccountTable();
+}
+
+bool CRealtimeLinkageSettingDialog::updateAccountTable() {
+    std::vector<ChoiceTable::Row> rows;
+    for (const auto &account : mAccounts) {
+        if (account) {
+            rows.push_back(
+                {account->getKey(), {GZ::sToQs(account->mAccountId), GZ::sToQs(account->mAccountName)}});
+        }
+    }
+    return mAccountTable.add(rows) && mIsShown;
+}
+
+bool CRealtimeLinkageSettingDialog::updateStrategys() {
+    mStrategys = service().getStrategys();
+    return updateStrategyTable();
+}
+
+bool CRealtimeLinkageSettingDialog::updateStrategyTable() {
+    std::vector<ChoiceTable::Row> rows;
+    for (const std::string &name : mStrategys) {
+        rows.push_back({name, {GZ::sToQs(name)}});
+    }
+    return mStrategyChoice.table().add(rows) && mStrategyChoice.table().startsChosen() && mIsShown;
+}
+
+bool CRealtimeLinkageSettingDialog::updateStocks() {
+    CStockManager &catalogue = CSingletonT<CStockManager>::instance();
+    for (const std::string &key : service().getStocks()) {
+        if (!mStocks.count(key)) {
+            if (const CInstrumentDetailPtr detail = catalogue.getInstrumentDetail(GZ::sToQs(key))) {
+                mStocks[key] = detail;
+            }
+        }
+    }
+    return updateStockTable();
+}
+
+bool CRealtimeLinkageSettingDialog::updateStockTable() {
+    std::vector<ChoiceTable::Row> rows;
+    for (const auto &[key, detail] : mStocks) {
+        if (!mStockChoice.table().has(key)) {
+            rows.push_back(
+                {key, {getDetailQsMarket(detail), getDetailQsCode(detail), getDetailQsName(detail)}});
+        }
+    }
+    return mStockChoice.table().add(rows) && mStockChoice.table().startsChosen() && mIsShown;
 }
 
 // Events of the controls
@@ -126,7 +217,7 @@ bool CRealtimeLinkageSettingDialog::handleEvent(int event, int sub, int param, Q
     case eButtonClicked:
         if (sub == kCloseButton) {
             service().stopProfitCalculator();
-            deliver(eDialogClosed);
+            deliver(eLinkageClosed);
             mIsShown = false;
             return CCommonDialog::handleEvent(event, sub, param, text, data);
         }
@@ -169,46 +260,31 @@ void CRealtimeLinkageSettingDialog::handleButton(int id) {
 }
 
 void CRealtimeLinkageSettingDialog::handleCheckBox(int id, bool checked, const QString &table) {
-    if (table == kAccountTable) {
+    if (table == mAccountTable.boxName()) {
         selectAccount(id, checked);
-    } else if (table == kStrategyTable) {
+    } else if (table == mStrategyChoice.table().boxName()) {
         selectStrategy(id, checked);
-    } else if (table == kStockTable) {
+    } else if (table == mStockChoice.table().boxName()) {
         selectStock(id, checked);
     } else if (id >= eFirstKind && id <= eLastKind) {
-        handleKind(static_cast<std::size_t>(id - eFirstKind), checked);
-    } else if (id == eStockSelectAll) {
-        mStockSelectAll = checked;
-        if (checked) {
-            selectAllStock();
-        }
-    } else if (id == eStrategySelectAll) {
-        mStrategySelectAll = checked;
-        if (checked) {
-            selectAllStrategy();
-        }
+        mKinds.show(static_cast<std::size_t>(id - eFirstKind), checked);
+        notifyChosen();
+    } else if (id == eStockSelectAll && mStockChoice.setSelectAll(checked)) {
+        notifyChosen();
+    } else if (id == eStrategySelectAll && mStrategyChoice.setSelectAll(checked)) {
+        notifyChosen();
     }
-}
-
-void CRealtimeLinkageSettingDialog::handleKind(std::size_t kind, bool checked) {
-    mShowFlags[kind] = checked;
-    if (kind == eShowProfit) {
-        checked ? service().startProfitCalculator() : service().stopProfitCalculator();
-    } else if (kind == eShowBalance) {
-        checked ? service().startBalanceCalculator() : service().stopBalanceCalculator();
-    }
-    notifyChosen();
 }
 
 void CRealtimeLinkageSettingDialog::seeByStrategy(bool byStrategy) {
-    mShowFlags[eFilterStrategies] = byStrategy;
-    mStrategyGroup->setVisible(byStrategy);
-    deliver(eChoiceChanged);
+    mKinds.filterStrategies(byStrategy);
+    mStrategyChoice.widget()->setVisible(byStrategy);
+    deliver(eLinkageChosen);
 }
 
 void CRealtimeLinkageSettingDialog::notifyChosen() {
     if (mIsShown) {
-        deliver(eChoiceChanged);
+        deliver(eLinkageChosen);
     }
 }
 
@@ -216,12 +292,77 @@ void CRealtimeLinkageSettingDialog::deliver(int event) {
     deliverEvent(event, 0, 0, QString(), nullptr);
 }
 
+// Choosing
+
+void CRealtimeLinkageSettingDialog::selectAccount(int row, bool select) {
+    mAccountTable.select(row, select);
+    notifyChosen();
+}
+
+void CRealtimeLinkageSettingDialog::selectStock(int row, bool select) {
+    mStockChoice.table().select(row, select);
+    notifyChosen();
+}
+
+void CRealtimeLinkageSettingDialog::selectStrategy(int row, bool select) {
+    mStrategyChoice.table().select(row, select);
+    notifyChosen();
+}
+
+void CRealtimeLinkageSettingDialog::selectAllStock() {
+    if (mStockChoice.table().selectAll()) {
+        notifyChosen();
+    }
+}
+
+void CRealtimeLinkageSettingDialog::selectAllStrategy() {
+    if (mStrategyChoice.table().selectAll()) {
+        notifyChosen();
+    }
+}
+
+void CRealtimeLinkageSettingDialog::selectRevertStock() {
+    mStockChoice.table().revert();
+    notifyChosen();
+}
+
+void CRealtimeLinkageSettingDialog::selectRevertStrategy() {
+    mStrategyChoice.table().revert();
+    notifyChosen();
+}
+
+// Import
+
+void CRealtimeLinkageSettingDialog::importOrder() {
+    mImport.start(this, TradeImport::eOrders, &CRealtimeLinkageSettingDialog::handleImportOrder);
+}
+
+void CRealtimeLinkageSettingDialog::importDeal() {
+    mImport.start(this, TradeImport::eDeals, &CRealtimeLinkageSettingDialog::handleImportDeal);
+}
+
+int CRealtimeLinkageSettingDialog::handleImportOrder(const QString &line, const QString &separator) {
+    return TradeImport::takeOrder(line, separator);
+}
+
+int CRealtimeLinkageSettingDialog::handleImportDeal(const QString &line, const QString &separator) {
+    return TradeImport::takeDeal(line, separator);
+}
+
+void CRealtimeLinkageSettingDialog::slotImportFinished(int seq, bool bSuccess, QString /*qsMsg*/) {
+    mImport.finish(seq, bSuccess);
+}
+
+void CRealtimeLinkageSettingDialog::clearImportData() {
+    service().clearImportData();
+}
+
 // Show and minimise
 
 void CRealtimeLinkageSettingDialog::showEvent(QShowEvent *event) {
     CCommonDialog::showEvent(event);
     mIsShown = true;
-    if (mShowFlags[eShowProfit]) {
+    if (mKinds.flags()[eShowProfit]) {
         service().startProfitCalculator();
     }
     if (mMessageTip) {
@@ -242,7 +383,7 @@ void CRealtimeLinkageSettingDialog::minimise() {
     if (!mMessageTip) {
         mMessageTip = new CMessageTipWidget(0, nullptr);
         mMessageTip->setToolTip(tr("交易详情"));
-        mMessageTip->setFixedSize(kTipWidth, kTipHeight);
+        mMessageTip->setFixedSize(100, 50);
         connect(mMessageTip, &CMessageTipWidget::sigMouseDoubleClick, this,
                 &CRealtimeLinkageSettingDialog::slotMouseDoubleClick);
         mMessageTip->move(place); // and stays where the user drags it
@@ -259,34 +400,16 @@ void CRealtimeLinkageSettingDialog::slotMouseDoubleClick() {
 
 QMap<QString, bool> CRealtimeLinkageSettingDialog::param() const {
     QMap<QString, bool> kept;
-    for (size_t kind = 0; kind < mKindBoxes.size(); ++kind) {
-        kept[kKindNames[kind]] = mKindBoxes[kind]->isChecked();
-    }
-    kept[kKindNames[eFilterStrategies]] = mSeeByStrategyButton->isChecked();
-    kept[kStockSelectAll] = mStockSelectAllBox->isChecked();
-    kept[kStrategySelectAll] = mStrategySelectAllBox->isChecked();
+    mKinds.store(kept);
+    mStockChoice.store(kept, kStockSelectAll);
+    mStrategyChoice.store(kept, kStrategySelectAll);
     return kept;
 }
 
 void CRealtimeLinkageSettingDialog::setParam(const QMap<QString, bool> &param) {
-    for (size_t kind = 0; kind < mKindBoxes.size(); ++kind) {
-        if (param.contains(kKindNames[kind])) {
-            mShowFlags[kind] = param[kKindNames[kind]];
-            mKindBoxes[kind]->setChecked(mShowFlags[kind]);
-        }
-    }
-    if (param.contains(kKindNames[eFilterStrategies])) {
-        const bool seeAll = param[kKindNames[eFilterStrategies]]; // the other way round than param()
-        (seeAll ? mSeeAllButton : mSeeByStrategyButton)->setChecked(true);
-    }
-    if (param.contains(kStockSelectAll)) {
-        mStockSelectAll = param[kStockSelectAll];
-        mStockSelectAllBox->setChecked(mStockSelectAll);
-    }
-    if (param.contains(kStrategySelectAll)) {
-        mStrategySelectAll = param[kStrategySelectAll];
-        mStrategySelectAllBox->setChecked(mStrategySelectAll);
-    }
+    mKinds.load(param);
+    mStockChoice.load(param, kStockSelectAll);
+    mStrategyChoice.load(param, kStrategySelectAll);
 }
 
 } // namespace TC

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "chartdata/LinkageScope.h"
 #include "host/records/CAccountInfo.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/toolkit/CCommonDialog.h"
-#include "linkage/RowSelection.h"
+#include "linkage/ChoiceGroup.h"
+#include "linkage/KindChoice.h"
 #include "linkage/SlotBond.h"
+#include "linkage/TradeImport.h"
 
 #include <QMap>
 #include <QString>
@@ -24,18 +25,12 @@ class QTimer;
 class QWidget;
 
 namespace GZ {
-class CCheckBox;
-class CGroupBox;
 class CPushButton;
-class CRadioButton;
-class CSmallNoNormalButton;
-class CStandardTable;
 class CWidgetList;
 } // namespace GZ
 
 namespace TC {
 
-class CLinkageManager;
 class CMessageTipWidget;
 
 /// The dialog in which the user chooses which of his trades a chart shows: the kinds of marks and curves, and for which
@@ -47,7 +42,7 @@ class CMessageTipWidget;
 class CRealtimeLinkageSettingDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
-    using ShowFlags = std::array<bool, 8>; ///< by ELinkageShow
+    using ShowFlags = KindChoice::Flags; ///< by ELinkageShow
 
     explicit CRealtimeLinkageSettingDialog(QWidget *parent);
     ~CRealtimeLinkageSettingDialog() override;
@@ -58,11 +53,11 @@ public:
     /// picks the button that shows all. It changes neither what is shown nor what a calculator does.
     void setParam(const QMap<QString, bool> &param);
 
-    const ShowFlags &showFlags() const { return mShowFlags; }
+    const ShowFlags &showFlags() const { return mKinds.flags(); }
     /// Keys of what is checked.
-    std::set<std::string> getAccounts() const { return mSelectedAccounts; }
-    std::set<std::string> getStrategys() const { return mSelectedStrategys; }
-    std::set<std::string> getStocks() const { return mSelectedStocks; }
+    std::set<std::string> getAccounts() const { return mAccountTable.chosen(); }
+    std::set<std::string> getStrategys() const { return mStrategyChoice.table().chosen(); }
+    std::set<std::string> getStocks() const { return mStockChoice.table().chosen(); }
 
     bool handleEvent(int event, int sub, int param, QString text, void *data) override;
 
@@ -114,60 +109,34 @@ protected:
 
 private:
     GZ::CWidgetList *createBody();
-    QWidget *createKinds();
-    QWidget *createSelection(GZ::CStandardTable *table, GZ::CCheckBox *selectAll, int allId, int revertId);
-    GZ::CSmallNoNormalButton *smallButton(const QString &text, int id, int width);
-    GZ::CStandardTable *createTable(int id, const QList<int> &widths);
-    static CLinkageManager &service();
     void connectService();
 
     void handleButton(int id);
     void handleCheckBox(int id, bool checked, const QString &table);
-    void handleKind(std::size_t kind, bool checked);
     void seeByStrategy(bool byStrategy);
     void minimise();
     void notifyChosen();
     void deliver(int event);
 
-    void startImport(int type, const QString &caption, int (*handler)(const QString &, const QString &));
-    void setImportEnabled(bool enabled);
-
-    ShowFlags mShowFlags{};
-    QTimer *mTimer = nullptr;
+    QTimer *mTimer;
     bool mIsShown = false;
-    int mImportSeq = 0;
-    int mImportType = -1; ///< of the import under way; -1 for none
-    std::set<std::string> mSelectedAccounts;
-    std::set<std::string> mSelectedStrategys;
-    std::set<std::string> mSelectedStocks;
+    KindChoice mKinds;
+    TradeImport mImport;
+    ChoiceTable mAccountTable;
+    ChoiceGroup mStrategyChoice;
+    ChoiceGroup mStockChoice;
+    GZ::CPushButton *mMinButton = nullptr;
+    CMessageTipWidget *mMessageTip = nullptr; ///< from the first minimising on
+
+    std::vector<boost::shared_ptr<kvservice::CAccountInfo>> mAccounts; ///< as the service last gave them
+    std::set<std::string> mStrategys;
+    std::map<std::string, CInstrumentDetailPtr> mStocks; ///< only grows
+
     std::atomic<bool> mNewTradingDay{false}; ///< nothing changes with the day
     std::atomic<bool> mAccountsDirty{true};
     std::atomic<bool> mStrategysDirty{true};
     std::atomic<bool> mStocksDirty{true};
     std::atomic<bool> mDatasDirty{true};
-    bool mStockSelectAll = false; ///< new rows start checked
-    bool mStrategySelectAll = false;
-    std::vector<boost::shared_ptr<kvservice::CAccountInfo>> mAccounts;
-    RowsOfKeys mAccountRows;
-    std::set<std::string> mStrategys;
-    RowsOfKeys mStrategyRows;
-    std::map<std::string, CInstrumentDetailPtr> mStocks; ///< only grows
-    RowsOfKeys mStockRows;
-
-    GZ::CStandardTable *mAccountTable = nullptr;
-    GZ::CStandardTable *mStrategyTable = nullptr;
-    GZ::CStandardTable *mStockTable = nullptr;
-    std::array<GZ::CCheckBox *, 7> mKindBoxes{}; ///< by ELinkageShow
-    GZ::CRadioButton *mSeeAllButton = nullptr;
-    GZ::CRadioButton *mSeeByStrategyButton = nullptr;
-    GZ::CCheckBox *mStockSelectAllBox = nullptr;
-    GZ::CCheckBox *mStrategySelectAllBox = nullptr;
-    GZ::CGroupBox *mStrategyGroup = nullptr;
-    GZ::CSmallNoNormalButton *mImportOrderButton = nullptr;
-    GZ::CSmallNoNormalButton *mImportDealButton = nullptr;
-    CMessageTipWidget *mMessageTip = nullptr; ///< from the first minimising on
-    GZ::CPushButton *mMinButton = nullptr;
-
     std::shared_ptr<SlotBond<CRealtimeLinkageSettingDialog>> mBond;
     std::array<boost::signals2::scoped_connection, 5> mConnections;
 };

@@ -5,8 +5,6 @@
 #include "host/toolkit/CCommonDialog.h"
 
 #include <QList>
-#include <QPointer>
-#include <boost/signals2/connection.hpp>
 
 #include <atomic>
 #include <memory>
@@ -14,14 +12,11 @@
 #include <string>
 #include <vector>
 
-namespace GZ {
-class COddEvenRowTable;
-}
-
 namespace TC {
 
 class CRealtimeUiParam;
-class CTaskTableCancelButton;
+class TaskFeed;
+class TaskTable;
 
 /// The tasks behind a mark, a row for each of their items in the shown instrument, with a button that cancels those
 /// that still can be. While it is open it follows every change of tasks that the trade service tells.
@@ -59,33 +54,18 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    struct Bond;
+    using Tasks = std::vector<boost::shared_ptr<kvservice::CTaskDetail>>;
 
-    void createTable();
-    void listenToService();
-    void tellUntold();
-    Q_INVOKABLE void tellUntoldAfterInput();
+    void fillTable(const Tasks &tasks, const CInstrumentDetailPtr &instrument);
+    void showHeld();
     boost::shared_ptr<CRealtimeUiParam> uiParam() const;
 
-    /// The rows of all tasks; the table keeps the place that the user has scrolled to.
-    void fillTable(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
-                   const CInstrumentDetailPtr &instrument);
-    void addItem(const boost::shared_ptr<kvservice::CTaskDetail> &task, const kvservice::CTaskItem &item,
-                 const CInstrumentDetail &instrument);
-    QWidget *progressOf(const boost::shared_ptr<kvservice::CTaskDetail> &task,
-                        const kvservice::CTaskItem &item);
-    QWidget *detailsOf(const kvservice::CTaskItem &item, const CInstrumentDetail &instrument);
-    void setStatus(int row, const kvservice::CTaskDetail &task);
-    CTaskTableCancelButton *cancelButtonOf(int row, const kvservice::CTaskDetail &task);
-
-    GZ::COddEvenRowTable *mTable = nullptr;
+    TaskTable *mTable = nullptr;
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     mutable std::mutex mUiParamLock; ///< guards the pointer alone
     std::atomic<bool> mShown{false}; ///< what isVisible() says, for any thread
-    std::shared_ptr<Bond> mBond;
-    boost::signals2::connection mConnection; ///< with the trade service
-    QPointer<CTaskTableCancelButton> mAsking; ///< whose question is open
-    std::unique_ptr<std::vector<kvservice::IDataPtr>> mHeld; ///< came meanwhile
+    std::unique_ptr<TaskFeed> mFeed;
+    std::unique_ptr<std::vector<kvservice::IDataPtr>> mHeld; ///< came while the user was asked
 };
 
 } // namespace TC

@@ -2,6 +2,10 @@
 
 #include <QString>
 
+namespace GZ {
+class CSmallNoNormalButton;
+}
+
 namespace TC {
 
 /// Ids of the controls of the settings dialog, as their events tell them. The check boxes of the kinds follow each other
@@ -23,9 +27,7 @@ enum ELinkageControl : int {
     eClearImports = 21,
 };
 
-// Object names of the check boxes of each table, which their events tell.
-const QString kAccountTable = QStringLiteral("account_table");
-const QString kStrategyTable = QStringLiteral("strategy_table");
-const QString kStockTable = QStringLiteral("stock_table");
+/// A button of the dialog's tool bars.
+GZ::CSmallNoNormalButton *makeBarButton(const QString &text, int id, int width);
 
 } // namespace TC

@@ -21,6 +21,7 @@ public:
     CSmallNormalButton(int id, int border, int radius, QWidget *parent = nullptr);
 
     int id() const { return mId; }
+    void setId(int id) { mId = id; }
     /// Colours of the text, by key, as it lies there, under the mouse, pressed, and disabled.
     void setTextColorKeys(const QString &normal, const QString &hovered, const QString &pressed,
                           const QString &disabled);

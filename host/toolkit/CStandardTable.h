@@ -3,17 +3,21 @@
 #include "host/toolkit/CUiResource.h"
 
 #include <QList>
-#include <QSet>
 #include <QStringList>
 #include <QTableWidget>
 
-class QMenu;
+#include <memory>
 
 namespace GZ {
+
+class ColumnLayout;
+class RowOrder;
 
 /// A table of rows that only its owner changes, in the look of the theme. Cells are texts or widgets. The user sorts by
 /// a click on a heading, widens and moves columns, hides them and copies by the context menu; how the columns then lie
 /// can be kept as a text.
+///
+/// Whatever is done to its rows, what stays of them keeps its widgets and stays selected.
 class CStandardTable : public QTableWidget, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -22,7 +26,7 @@ public:
         eFocus = 0x1, ///< takes the keyboard, and with it a selection of rows
         eMoveColumns = 0x2, ///< headings can be dragged
         eResizeColumns = 0x4,
-        eSort = 0x8, ///< a click on a heading sorts; not for tables with widgets in cells
+        eSort = 0x8, ///< a click on a heading sorts, by texts and numbers and not by widgets
         eHighRows = 0x800000, ///< rows have room for a text above a bar
         eStandardFlags = eFocus | eMoveColumns | eResizeColumns | eSort,
     };
@@ -65,9 +69,15 @@ public:
     void setDefaultWidth(int column, int width);
 
     /// Adds an empty row at the end; answers its number.
-    int addRow();
-    /// Takes out all rows, and ends the widgets in them.
-    void clearRows();
+    int addRow() { return addRows(1); }
+    /// Adds empty rows at the end, in one go; answers the number of the first.
+    int addRows(int count);
+    /// Takes out all rows but the first ones, and ends the widgets in them.
+    void truncateRows(int count);
+    void clearRows() { truncateRows(0); }
+    /// Puts the rows into another order, in which they count as added: place 0 gets the row `rows[0]`. The list has every
+    /// row once.
+    void rearrangeRows(const QList<int> &rows);
     /// A text; `alignment` is of Qt::Alignment. Rows sort by the number `sortValue`, or by the text when it is none.
     void setText(int row, int column, const QString &text, int alignment = eCentered,
                  const QVariant &sortValue = {});
@@ -99,35 +109,18 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void applyFlags();
     void onHeadingClicked(int column);
-    void onSectionResized(int column);
-    QList<int> orderedRows(int column, Qt::SortOrder order) const;
-    void reorderRows(const QList<int> &rows);
     void showSorting();
     int neededWidth(int column) const;
-
-    void addCopyEntries(QMenu &menu, const QPoint &at);
-    void addColumnEntries(QMenu &menu);
-    QString copiedText(const QList<int> &rows) const;
-    QList<int> selectedRows() const;
-
-    QString heading(int column) const;
-    int columnOf(const QString &heading) const; ///< -1 when there is none
-    int lastVisibleColumn() const;
 
     int mId;
     int mMenuFlags;
     int mFlags = eStandardFlags;
-    QList<int> mDefaultWidths; ///< by column
-    QSet<int> mSizedColumns; ///< by the user
-    int mNextRow = 0; ///< running number of the rows
-    bool mPressed = false; ///< the mouse, on the headings
-    int mSortColumn = -1;
-    Qt::SortOrder mSortOrder = Qt::AscendingOrder;
+    std::unique_ptr<ColumnLayout> mColumns;
+    std::unique_ptr<RowOrder> mOrder;
 };
 
 } // namespace GZ

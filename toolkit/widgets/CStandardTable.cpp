@@ -1,18 +1,20 @@
-// Cells, columns and order of rows.
-
 #include "host/toolkit/CStandardTable.h"
 
+#include "toolkit/widgets/ColumnLayout.h"
+#include "toolkit/widgets/RowOrder.h"
 #include "toolkit/widgets/TableCell.h"
 #include "toolkit/widgets/TableHeader.h"
+#include "toolkit/widgets/TableMenu.h"
 
 #include <QAbstractButton>
-#include <QEvent>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QJsonDocument>
+#include <QMenu>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
-#include <numeric>
 
 namespace GZ {
 namespace {
@@ -23,6 +25,9 @@ constexpr int kHeaderHeight = 24;
 constexpr int kNarrowest = 20; ///< column
 constexpr int kTextMargin = 12; ///< on both sides of a text together
 constexpr int kSortArrow = 14;
+constexpr int kPlacement = Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask;
+const QString kSort = QStringLiteral("sort");
+const QString kDescending = QStringLiteral("descending");
 
 QColor color(const char *key) {
     return CUiResource::instance().getColor(QLatin1String(key));
@@ -60,7 +65,7 @@ QWidget *holderOf(QWidget *widget, int alignment) {
     auto *holder = new QWidget;
     auto *layout = new QHBoxLayout(holder);
     layout->setContentsMargins(0, 0, 0, 0);
-    Qt::Alignment placed(alignment & (Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask));
+    Qt::Alignment placed(alignment & kPlacement);
     if (alignment & CStandardTable::eFillWidth) {
         placed &= ~Qt::AlignHorizontal_Mask;
     }
@@ -74,7 +79,7 @@ QWidget *holderOf(QWidget *widget, int alignment) {
 } // namespace
 
 CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
-    : QTableWidget(parent), mId(id), mMenuFlags(menuFlags) {
+    : QTableWidget(parent), mId(id), mMenuFlags(menuFlags), mOrder(std::make_unique<RowOrder>(*this)) {
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
@@ -91,9 +96,8 @@ CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
     header->setHighlightSections(false);
     header->setMinimumSectionSize(kNarrowest);
     header->setStretchLastSection(true);
-    header->viewport()->installEventFilter(this);
     connect(header, &QHeaderView::sectionClicked, this, &CStandardTable::onHeadingClicked);
-    connect(header, &QHeaderView::sectionResized, this, &CStandardTable::onSectionResized);
+    mColumns = std::make_unique<ColumnLayout>(*this);
     setHeaderHeight(kHeaderHeight);
     applyFlags();
     CStandardTable::onUiResourceChanged();
@@ -134,73 +138,44 @@ void CStandardTable::setHeaders(const QStringList &headers) {
     setColumnCount(0);
     setColumnCount(headers.size());
     setHorizontalHeaderLabels(headers);
-    mDefaultWidths.clear();
-    for (int column = 0; column < headers.size(); ++column) {
-        mDefaultWidths.append(columnWidth(column));
-    }
-    mSizedColumns.clear();
-    mSortColumn = -1;
+    mColumns->reset();
+    mOrder->forget();
     showSorting();
 }
 
 void CStandardTable::setDefaultWidth(int column, int width) {
-    if (column >= 0 && column < mDefaultWidths.size()) {
-        mDefaultWidths[column] = width;
-        setColumnWidth(column, width);
-    }
-}
-
-QString CStandardTable::heading(int column) const {
-    const QTableWidgetItem *item = horizontalHeaderItem(column);
-    return item ? item->text() : QString();
-}
-
-int CStandardTable::columnOf(const QString &text) const {
-    for (int column = 0; column < columnCount(); ++column) {
-        if (heading(column) == text) {
-            return column;
-        }
-    }
-    return -1;
-}
-
-int CStandardTable::lastVisibleColumn() const {
-    for (int place = columnCount() - 1; place >= 0; --place) {
-        const int column = horizontalHeader()->logicalIndex(place);
-        if (!isColumnHidden(column)) {
-            return column;
-        }
-    }
-    return -1;
+    mColumns->setDefaultWidth(column, width);
 }
 
 // Cells
 
-int CStandardTable::addRow() {
-    const int row = rowCount();
-    insertRow(row);
-    for (int column = 0; column < columnCount(); ++column) {
-        auto *item = new QTableWidgetItem;
-        item->setTextAlignment(eCentered);
-        setItem(row, column, item);
+int CStandardTable::addRows(int count) {
+    const int first = rowCount();
+    setRowCount(first + std::max(count, 0));
+    for (int row = first; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            QTableWidgetItem *item = column == 0 ? new RowHead : new QTableWidgetItem;
+            item->setTextAlignment(eCentered);
+            setItem(row, column, item);
+        }
     }
-    if (QTableWidgetItem *first = item(row, 0)) {
-        first->setData(eRowNumber, mNextRow);
-    }
-    ++mNextRow;
-    return row;
+    mOrder->added(first);
+    return first;
 }
 
-void CStandardTable::clearRows() {
-    setRowCount(0);
-    mNextRow = 0;
+void CStandardTable::truncateRows(int count) {
+    setRowCount(std::clamp(count, 0, rowCount()));
+}
+
+void CStandardTable::rearrangeRows(const QList<int> &rows) {
+    mOrder->rearrange(rows);
 }
 
 void CStandardTable::setText(int row, int column, const QString &text, int alignment,
                              const QVariant &sortValue) {
     if (QTableWidgetItem *cell = item(row, column)) {
         cell->setText(text);
-        cell->setTextAlignment(alignment & (Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask));
+        cell->setTextAlignment(alignment & kPlacement);
         cell->setData(eSortValue, sortValue);
     }
 }
@@ -241,85 +216,68 @@ QString CStandardTable::textAt(int row, int column) const {
 
 void CStandardTable::onHeadingClicked(int column) {
     if (mFlags & eSort) {
-        const bool turned = column == mSortColumn && mSortOrder == Qt::AscendingOrder;
+        const bool turned = column == mOrder->column() && mOrder->order() == Qt::AscendingOrder;
         sortRows(column, turned ? Qt::DescendingOrder : Qt::AscendingOrder);
     }
 }
 
 void CStandardTable::sortRows(int column, Qt::SortOrder order) {
-    mSortColumn = column < columnCount() ? std::max(column, -1) : -1;
-    mSortOrder = order;
+    mOrder->sortBy(column, order);
     showSorting();
-    reorderRows(orderedRows(mSortColumn, order));
-}
-
-QList<int> CStandardTable::orderedRows(int column, Qt::SortOrder order) const {
-    QList<int> rows;
-    for (int row = 0; row < rowCount(); ++row) {
-        rows.append(row);
-    }
-    const auto number = [this](int row) { return item(row, 0) ? item(row, 0)->data(eRowNumber).toInt() : row; };
-    std::sort(rows.begin(), rows.end(), [&](int a, int b) {
-        if (column >= 0) {
-            const QTableWidgetItem *left = item(order == Qt::AscendingOrder ? a : b, column);
-            const QTableWidgetItem *right = item(order == Qt::AscendingOrder ? b : a, column);
-            if (sortsBefore(left, right) || sortsBefore(right, left)) {
-                return sortsBefore(left, right);
-            }
-        }
-        return number(a) < number(b);
-    });
-    return rows;
-}
-
-/// Puts the rows into another order: place 0 gets the row `rows[0]`.
-void CStandardTable::reorderRows(const QList<int> &rows) {
-    if (std::is_sorted(rows.begin(), rows.end())) {
-        return;
-    }
-    QList<QTableWidgetItem *> cells;
-    for (const int row : rows) {
-        for (int column = 0; column < columnCount(); ++column) {
-            cells.append(takeItem(row, column));
-        }
-    }
-    for (int row = 0; row < rowCount(); ++row) {
-        for (int column = 0; column < columnCount(); ++column) {
-            setItem(row, column, cells[row * columnCount() + column]);
-        }
-    }
 }
 
 void CStandardTable::showSorting() {
-    const bool sorted = (mFlags & eSort) && mSortColumn >= 0;
+    const bool sorted = (mFlags & eSort) && mOrder->column() >= 0;
     horizontalHeader()->setSortIndicatorShown(sorted);
     if (sorted) {
-        horizontalHeader()->setSortIndicator(mSortColumn, mSortOrder);
+        horizontalHeader()->setSortIndicator(mOrder->column(), mOrder->order());
+    }
+}
+
+// The user's layout
+
+QString CStandardTable::saveConfigStr() const {
+    QJsonObject layout = mColumns->save();
+    if (mOrder->column() >= 0) {
+        layout.insert(kSort, mColumns->heading(mOrder->column()));
+        layout.insert(kDescending, mOrder->order() == Qt::DescendingOrder);
+    }
+    return layout.isEmpty() ? QString()
+                            : QString::fromUtf8(QJsonDocument(layout).toJson(QJsonDocument::Compact));
+}
+
+bool CStandardTable::loadConfigStr(const QString &text) {
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    if (!document.isObject()) {
+        return false;
+    }
+    const QJsonObject layout = document.object();
+    mColumns->load(layout);
+    const int column = layout.contains(kSort) ? mColumns->columnOf(layout.value(kSort).toString()) : -1;
+    sortRows(column, layout.value(kDescending).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder);
+    return true;
+}
+
+void CStandardTable::restoreDefaultLayout() {
+    mColumns->restore();
+    sortRows(-1, Qt::AscendingOrder);
+}
+
+void CStandardTable::contextMenuEvent(QContextMenuEvent *event) {
+    const QPoint at = viewport()->mapFromGlobal(event->globalPos()); // it may come from the headings
+    QMenu *menu = makeTableMenu(*this, *mColumns, mMenuFlags, at);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (menu->isEmpty()) {
+        delete menu;
+    } else {
+        menu->popup(event->globalPos()); // waits for nothing: the table may go first
     }
 }
 
 // Widths
 
-bool CStandardTable::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == horizontalHeader()->viewport()) {
-        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
-            mPressed = true;
-        } else if (event->type() == QEvent::MouseButtonRelease) {
-            mPressed = false;
-        }
-    }
-    return QTableWidget::eventFilter(watched, event);
-}
-
-void CStandardTable::onSectionResized(int column) {
-    const bool takesTheRest = horizontalHeader()->stretchLastSection() && column == lastVisibleColumn();
-    if (mPressed && !takesTheRest) {
-        mSizedColumns.insert(column);
-    }
-}
-
 int CStandardTable::neededWidth(int column) const {
-    int width = fontMetrics().horizontalAdvance(heading(column)) + kTextMargin + kSortArrow;
+    int width = fontMetrics().horizontalAdvance(mColumns->heading(column)) + kTextMargin + kSortArrow;
     const int first = std::max(rowAt(0), 0);
     const int last = rowAt(viewport()->height() - 1);
     for (int row = first; row <= (last < 0 ? rowCount() - 1 : last); ++row) {
@@ -332,9 +290,9 @@ int CStandardTable::neededWidth(int column) const {
 }
 
 void CStandardTable::adjustVisibleRowsColumnWidth() {
-    reorderRows(orderedRows(mSortColumn, mSortOrder));
+    mOrder->apply();
     for (int column = 0; column < columnCount(); ++column) {
-        if (!mSizedColumns.contains(column)) {
+        if (!mColumns->isSized(column)) {
             setColumnWidth(column, neededWidth(column));
         }
     }

@@ -1,13 +1,14 @@
-// Orders and deals from files.
+#include "linkage/TradeImport.h"
 
 #include "host/services/CFileClient.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CLinkageManager.h"
 #include "host/toolkit/CMessageTip.h"
 #include "host/toolkit/CSmallNoNormalButton.h"
-#include "linkage/CRealtimeLinkageSettingDialog.h"
 #include "linkage/ImportLine.h"
+#include "linkage/LinkageControls.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
@@ -16,12 +17,14 @@
 namespace TC {
 namespace {
 
-/// Values of mImportType.
-enum EImport : int { eNoImport = -1, eOrders = 542, eDeals = 544 };
-
-constexpr int kLineTaken = 2; ///< answer for every line, good or bad
+constexpr int kLineTaken = 2;
+constexpr int kButtonWidth = 90;
 constexpr int kTipSeconds = 3;
 constexpr int kTipWidth = 300;
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("TC::CRealtimeLinkageSettingDialog", text);
+}
 
 /// Asks for a file, as QFileDialog::getOpenFileName() does; empty when there is none. The parent may go while it asks,
 /// and takes the dialog along.
@@ -39,7 +42,7 @@ QString askFile(QWidget *parent, const QString &caption) {
 using Import = void (CLinkageManager::*)(const std::string &, const std::string &, const std::string &, double,
                                          int, long long, int);
 
-int handleLine(const QString &line, const QString &separator, Import import) {
+int takeLine(const QString &line, const QString &separator, Import import) {
     if (const std::optional<ImportLine> read = ImportLine::read(line, separator, hostNow())) {
         (CSingletonT<CLinkageManager>::instance().*import)(read->mAccount, read->mInstrument, read->mKey,
                                                            read->mPrice, read->mVolume, read->mTime,
@@ -50,61 +53,52 @@ int handleLine(const QString &line, const QString &separator, Import import) {
 
 } // namespace
 
-void CRealtimeLinkageSettingDialog::importOrder() {
-    startImport(eOrders, tr("导入委托数据"), &CRealtimeLinkageSettingDialog::handleImportOrder);
-}
+TradeImport::TradeImport()
+    : mOrdersButton(makeBarButton(tr("导入委托"), eImportOrders, kButtonWidth)),
+      mDealsButton(makeBarButton(tr("导入成交"), eImportDeals, kButtonWidth)) {}
 
-void CRealtimeLinkageSettingDialog::importDeal() {
-    startImport(eDeals, tr("导入成交数据"), &CRealtimeLinkageSettingDialog::handleImportDeal);
-}
-
-void CRealtimeLinkageSettingDialog::startImport(int type, const QString &caption,
-                                                int (*handler)(const QString &, const QString &)) {
-    const QPointer<CRealtimeLinkageSettingDialog> alive(this);
-    const QString path = askFile(this, caption);
+void TradeImport::start(QWidget *parent, EKind kind, LineHandler handler) {
+    const QPointer<QWidget> alive(parent);
+    const QString path = askFile(parent, kind == eOrders ? tr("导入委托数据") : tr("导入成交数据"));
     if (path.isEmpty() || !alive) {
         return;
     }
-    setImportEnabled(false);
-    mImportType = type;
+    setEnabled(false);
+    mKind = kind;
     const bool isCsv =
         QFileInfo(path).completeSuffix() == QLatin1String("csv"); // and neither "CSV" nor "a.csv"
     const QString separator = isCsv ? QStringLiteral(",") : QStringLiteral("\t");
     CManualSingletonT<CFileClient>::instance().readFileByLine(
-        mImportSeq, isCsv ? EFileType::CommaSeparated : EFileType::Spreadsheet, path,
+        mSeq, isCsv ? EFileType::CommaSeparated : EFileType::Spreadsheet, path,
         boost::bind(handler, boost::placeholders::_1, separator));
 }
 
-int CRealtimeLinkageSettingDialog::handleImportOrder(const QString &line, const QString &separator) {
-    return handleLine(line, separator, &CLinkageManager::importOrder);
-}
-
-int CRealtimeLinkageSettingDialog::handleImportDeal(const QString &line, const QString &separator) {
-    return handleLine(line, separator, &CLinkageManager::importDeal);
-}
-
-void CRealtimeLinkageSettingDialog::slotImportFinished(int seq, bool bSuccess, QString /*qsMsg*/) {
-    if (seq != mImportSeq) {
-        return; // another reader's
+void TradeImport::finish(int seq, bool success) {
+    if (seq != mSeq) {
+        return;
     }
-    if (!bSuccess && (mImportType == eOrders || mImportType == eDeals)) {
-        const bool orders = mImportType == eOrders;
-        GZ::CMessageTip::showTip(orders ? mImportOrderButton : mImportDealButton, Qt::AlignBottom,
+    if (!success && mKind != eNothing) {
+        const bool orders = mKind == eOrders;
+        GZ::CMessageTip::showTip(orders ? mOrdersButton : mDealsButton, Qt::AlignBottom,
                                  orders ? tr("委托导入失败, 请检查导入文件和本机Excel安装情况")
                                         : tr("成交导入失败, 请检查导入文件和本机Excel安装情况"),
                                  kTipSeconds, kTipWidth);
     }
-    setImportEnabled(true);
-    mImportType = eNoImport;
+    setEnabled(true);
+    mKind = eNothing;
 }
 
-void CRealtimeLinkageSettingDialog::setImportEnabled(bool enabled) {
-    mImportOrderButton->setEnabled(enabled);
-    mImportDealButton->setEnabled(enabled);
+void TradeImport::setEnabled(bool enabled) {
+    mOrdersButton->setEnabled(enabled);
+    mDealsButton->setEnabled(enabled);
 }
 
-void CRealtimeLinkageSettingDialog::clearImportData() {
-    service().clearImportData();
+int TradeImport::takeOrder(const QString &line, const QString &separator) {
+    return takeLine(line, separator, &CLinkageManager::importOrder);
+}
+
+int TradeImport::takeDeal(const QString &line, const QString &separator) {
+    return takeLine(line, separator, &CLinkageManager::importDeal);
 }
 
 } // namespace TC

@@ -1,0 +1,83 @@
+#include "linkage/TaskRow.h"
+
+#include "host/services/CLinkageManager.h"
+#include "host/toolkit/Text.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <string>
+#include <tuple>
+
+namespace TC {
+namespace {
+
+/// "hh:mm:ss"; empty when the time is not set.
+QString clockText(int time) {
+    return time == kUnsetTime
+               ? QString()
+               : QDateTime::fromTime_t(static_cast<uint>(time)).toString(QStringLiteral("hh:mm:ss"));
+}
+
+QString orderText(const kvservice::CTaskItem &item, const QString &unit) {
+    const bool byAmount = item.mOperation == kvservice::EOperationType::BuyByAmount;
+    return GZ::sToQs(kvservice::operationValueToString(static_cast<int>(item.mOperation))) +
+           QString::number(item.mQuantity) +
+           (byAmount ? QCoreApplication::translate("TC::CRealtimeTaskTableDialog", "元") : unit);
+}
+
+/// What all rows of a task have alike.
+TaskRow rowOf(const kvservice::CTaskDetail &task, const CInstrumentDetail &instrument) {
+    TaskRow row;
+    row.taskId = task.mTaskId;
+    row.commandId = task.mCommand->mCommandId;
+    row.instrument = GZ::sToQs(instrument.mName);
+    row.start = clockText(task.mStartTime);
+    row.end = clockText(task.mEndTime != kUnsetTime ? task.mEndTime : task.mCancelTime);
+    row.status = getTaskStatusQString(task.mStatus);
+    row.cancellable = task.mStatus == kvservice::eTaskWaiting || task.mStatus == kvservice::eTaskRunning;
+    row.cancelEnabled = task.mCommand->mCancelDisabled != 1;
+    return row;
+}
+
+auto valuesOf(const TaskRow &row) {
+    return std::tie(row.taskId, row.commandId, row.item, row.account, row.instrument, row.start, row.end,
+                    row.total, row.finished, row.priceType, row.order, row.buys, row.status, row.cancellable,
+                    row.cancelEnabled);
+}
+
+} // namespace
+
+bool TaskRow::operator==(const TaskRow &other) const {
+    return valuesOf(*this) == valuesOf(other);
+}
+
+std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
+                              const CInstrumentDetail &instrument) {
+    std::vector<TaskRow> rows;
+    const std::string key = vmStockKey(instrument.mMarket, instrument.mCode);
+    const QString unit = GZ::sToQs(kvservice::getStockUnit(instrument.mMarket, instrument.mCode));
+    CLinkageManager &service = CSingletonT<CLinkageManager>::instance();
+    for (const auto &task : tasks) {
+        if (!task || !task->mCommand || task->mItems.empty()) {
+            continue;
+        }
+        TaskRow row = rowOf(*task, instrument);
+        for (const auto &item : task->mItems) {
+            if (!item || vmStockKey(item->mMarket, item->mCode) != key) {
+                continue;
+            }
+            row.account = item->mAccount ? GZ::sToQs(item->mAccount->mAccountId) : QString();
+            row.total = static_cast<int>(item->mQuantity); // the low 32 bits
+            row.finished = static_cast<int>(service.getTaskItemFinishNumber(task, key));
+            row.priceType = getPriceTypeQString(item->mPriceType);
+            row.order = orderText(*item, unit);
+            row.buys = kvservice::DataHelper::isBuy(item->mOperation);
+            rows.push_back(row);
+            ++row.item;
+        }
+    }
+    return rows;
+}
+
+} // namespace TC
