@@ -8,6 +8,21 @@ namespace {
 constexpr int kFields = 7;
 constexpr int kClockLength = 8; ///< of "hh:mm:ss"
 
+/// The fields of a line, up to the last one that counts: a line may have any number of them.
+QStringList firstFields(const QString &line, const QString &separator) {
+    QStringList fields;
+    int start = 0;
+    while (fields.size() < kFields) {
+        const int end = line.indexOf(separator, start, Qt::CaseSensitive);
+        fields.append(line.mid(start, end < 0 ? -1 : end - start));
+        if (end < 0) {
+            break;
+        }
+        start = end + separator.size();
+    }
+    return fields;
+}
+
 } // namespace
 
 long long importTime(const QString &field, const QDateTime &now) {
@@ -26,7 +41,7 @@ long long importTime(const QString &field, const QDateTime &now) {
 
 std::optional<ImportLine> ImportLine::read(const QString &line, const QString &separator,
                                            const QDateTime &now) {
-    const QStringList fields = line.split(separator, Qt::KeepEmptyParts, Qt::CaseSensitive);
+    const QStringList fields = firstFields(line, separator);
     if (fields.size() < kFields) {
         return std::nullopt;
     }

@@ -50,6 +50,13 @@ TEST(ImportLineTest, FieldsBeyondTheSeventhAreLeftOut) {
     EXPECT_EQ(line->mDirection, 49);
 }
 
+TEST(ImportLineTest, FieldsThatAreLeftOutCostNothing) {
+    const QString line = QStringLiteral("a,b,c,1.5,100,1433122200,49") + QString(50 * 1000 * 1000, QChar(','));
+    const auto found = ImportLine::read(line, kComma, kNow);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->mDirection, 49);
+}
+
 TEST(ImportLineTest, TimeOfDayIsPutOnTheDateOfNow) {
     const auto line = read("a,b,c,1.5,100,09:31:05,1");
     ASSERT_TRUE(line);
