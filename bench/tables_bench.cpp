@@ -1,10 +1,9 @@
 // What the tables of the user's trades cost while a hand waits: dialogs that are open, by the number of rows. Offscreen.
-#include "bench/BenchChart.h"
-
 #include "host/records/CTaskDetail.h"
 #include "linkage/CRealtimeLinkageSettingDialog.h"
 #include "linkage/CRealtimeOrderDialog.h"
 #include "linkage/CRealtimeTaskTableDialog.h"
+#include "tests/fakehost/FakeHost.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QCoreApplication>
