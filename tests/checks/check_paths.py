@@ -61,7 +61,8 @@ def complaints_of(root, page, text, top):
                     yield f"{page}:{at}: there is no {name}"
             elif BARE.fullmatch(plain) and plain not in ABSENT:
                 beside = here.relative_to(root) / plain
-                if not any(exists(root, str(place)) for place in (plain, beside, f"{folder}/{plain}" if folder else plain)):
+                places = (plain, beside, f"{folder}/{plain}" if folder else plain)
+                if not any(exists(root, str(place)) for place in places):
                     yield f"{page}:{at}: there is no {name}" + (f" in {folder}" if folder else "")
 
 
