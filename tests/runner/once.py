@@ -14,8 +14,10 @@ With --self-test, sees to it that each of these changes makes a program run agai
 """
 
 import argparse
+import contextlib
 import datetime
 import hashlib
+import io
 import os
 import subprocess
 import sys
@@ -125,10 +127,12 @@ class SelfTest:
         """One call: whether the program is run, and the exit code."""
         self.steps += 1
         before = self.log.stat().st_size if self.log.exists() else 0
-        seen = run(self.root, self.build, "program.Test", [self.program], packages=self.packages, today=self.today)
+        said = io.StringIO()
+        with contextlib.redirect_stdout(said):
+            seen = run(self.root, self.build, "program.Test", [self.program], packages=self.packages, today=self.today)
         ran = (self.log.stat().st_size if self.log.exists() else 0) > before
-        if (ran, seen) != (runs, code):
-            self.wrong.append(f"{what}: run {ran}, exit code {seen}; expected {runs}, {code}")
+        if (ran, seen, "passed before, unchanged" in said.getvalue()) != (runs, code, not runs):
+            self.wrong.append(f"{what}: run {ran}, exit code {seen}, {said.getvalue()!r}; expected {runs}, {code}")
 
     def all(self):
         self.expect("the first time", True)
