@@ -9,6 +9,7 @@
 #include "host/services/CIndexManager.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/Events.h"
 #include "terminal/app/TradeWatch.h"
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -256,6 +257,12 @@ bool ChartView::handleEvent(int event, int first, int second, QString text, void
         return true;
     case eReplayAsked:
         emit replayAsked(first, second);
+        return true;
+    case TC::eRegionQuotesAsked:
+        emit stretchQuotesAsked(first, second);
+        return true;
+    case TC::eStageRankingAsked:
+        emit rankingAsked(text);
         return true;
     default:
         return CBaseWidget::handleEvent(event, first, second, text, payload);

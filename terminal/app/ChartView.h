@@ -75,6 +75,10 @@ signals:
     void replayAsked(qint64 start, qint64 end);
     void replayControlAsked();
     void filterChanged(bool on);
+    /// The quotes of a stretch are wanted: seconds since the epoch.
+    void stretchQuotesAsked(qint64 start, qint64 end);
+    /// A ranking over a span is wanted, see readStageQuestion().
+    void rankingAsked(const QString &question);
 
 private:
     /// A formula was replaced in one day's graph: brings the other days of its pane, and the title, in step.

@@ -159,6 +159,10 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); }, kFormulaWorkers);
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
+    mTape = std::make_unique<TransactionTape>(mStore, *mExchange);
+    mFormulas->setTransactions([this](const QString &key, qint64 from, qint64 to, qint64 limit) {
+        return mTape->between(key, from, to, limit);
+    });
     mReplay = std::make_unique<ReplayService>(*mFeed, maker, requestDayOf);
     mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);
     mInstallations = std::make_unique<Installations>(*this);

@@ -20,6 +20,7 @@
 #include "terminal/market/SimulatedExchange.h"
 #include "terminal/market/SimulatedHistory.h"
 #include "terminal/market/StoreSelfStocks.h"
+#include "terminal/market/TransactionTape.h"
 #include "terminal/replay/ReplayService.h"
 #include "terminal/trade/EnhanceDrawService.h"
 #include "terminal/trade/StrategyService.h"
@@ -69,6 +70,8 @@ public:
     ConfigService &config() { return mConfig; }
     SimulatedClock &clock() { return *mClock; }
     SimulatedExchange &exchange() { return *mExchange; }
+    /// The prices of instruments, user-defined indexes and portfolios.
+    MarketFeed &feed() { return *mFeed; }
     FormulaService &formulas() { return *mFormulas; }
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
@@ -110,6 +113,7 @@ private:
     std::unique_ptr<MarketServices> mMarket;
     std::unique_ptr<SimulatedExchange> mExchange;
     std::unique_ptr<CompositeFeed> mFeed; ///< of the exchange's prices
+    std::unique_ptr<TransactionTape> mTape;
     RequestIds mIds;
     FormulaMessages mMessages;
     FormulaCatalogue mCatalogue;

@@ -5,6 +5,7 @@
 #include "terminal/app/ChartView.h"
 #include "terminal/app/QuoteListDialog.h"
 #include "terminal/app/ReplayPanel.h"
+#include "terminal/app/StretchWindows.h"
 #include "terminal/app/TerminalWindow.h"
 #include "toolkit/windows/WindowLook.h"
 
@@ -43,6 +44,9 @@ void TerminalWindow::connectMenu() {
     connect(mView, &ChartView::downloadAsked, this, &TerminalWindow::downloadHistory);
     connect(mView, &ChartView::replayAsked, this, &TerminalWindow::startReplay);
     connect(mView, &ChartView::replayControlAsked, this, &TerminalWindow::showReplayPanel);
+    const auto *stretches = new StretchWindows(mServices, *mView, this);
+    connect(stretches, &StretchWindows::chosen, this,
+            [this](const QString &key, const QDate &day) { showInstrument(key, day); });
     connect(mView, &ChartView::filterChanged, this, [this](bool on) {
         say(on ? tr("已过滤重复股票，在同时显示多个品种的视图中生效") : tr("不再过滤重复股票"));
     });

@@ -1,5 +1,7 @@
 #include "terminal/config/ConfigService.h"
 
+#include "host/services/CLinkageManager.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -7,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
+#include <boost/make_shared.hpp>
 
 #include <cmath>
 #include <utility>
@@ -99,6 +102,17 @@ void ConfigService::setNumbers(const QString &section, const QString &entry,
 QStringList ConfigService::messages() const {
     std::lock_guard<std::mutex> hold(mLock);
     return mMessages;
+}
+
+QList<boost::shared_ptr<TC::CAccount>> ConfigService::User::accounts() const {
+    QList<boost::shared_ptr<TC::CAccount>> all;
+    for (const auto &known : TC::CSingletonT<TC::CLinkageManager>::instance().getAccounts()) {
+        const auto account = boost::make_shared<TC::CAccount>();
+        account->mKey = known->mAccountId;
+        account->mName = known->mAccountName;
+        all.append(account);
+    }
+    return all;
 }
 
 QString ConfigService::User::tableConfig(int tableId) const {

@@ -68,6 +68,8 @@ private:
         bool hasPermissionShowModel() const override { return mService.flag("showModels", true); }
         int subIndexRefresh() const override { return mService.number("subIndexRefresh", 0); }
         bool quickCancel() const override { return mService.flag("quickCancel", false); }
+        /// Those of the trade service.
+        QList<boost::shared_ptr<TC::CAccount>> accounts() const override;
         QString tableConfig(int tableId) const override;
         void setTableConfig(int tableId, const QString &text) override;
 

@@ -215,6 +215,28 @@ MinuteBars SimulatedExchange::barsOf(const QString &key, int day, Part part, qin
     return partOf(mStore.bars(instrument->id, day), *instrument, day, part == Part::AfterHours);
 }
 
+Ticks SimulatedExchange::trades(const QString &key, int day) {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    const Instrument *instrument = catalogue->find(key);
+    if (!instrument || !instrument->simulated) {
+        return {};
+    }
+    const qint64 now = mClock.now();
+    const int running = runningDayOf(*catalogue, instrument->market, now);
+    MinuteBars bars;
+    if (isRunning(*instrument, day, running)) {
+        bars = *runningBars(*instrument, day, Part::Ordinary);
+        const WholeDay after = runningBars(*instrument, day, Part::AfterHours);
+        bars.insert(bars.end(), after->begin(), after->end());
+    } else if (day < running) {
+        const std::optional<DaySummary> stored = mStore.summary(instrument->id, day);
+        if (stored && stored->source == BarSource::Simulated) {
+            bars = mStore.bars(instrument->id, day);
+        }
+    }
+    return tradesUntil(bars, now, tickSeed(key));
+}
+
 MinuteBars SimulatedExchange::dayBars(const QString &key, int day) {
     return barsOf(key, day, Part::Ordinary, mClock.now());
 }

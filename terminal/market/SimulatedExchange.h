@@ -3,6 +3,7 @@
 #include "terminal/market/CMarketStore.h"
 #include "terminal/market/MarketFeed.h"
 #include "terminal/market/SimulatedClock.h"
+#include "terminal/market/Tick.h"
 
 #include <QHash>
 
@@ -32,6 +33,9 @@ public:
 
     /// The trading day of an instrument's market by the clock; 0 for an unknown instrument.
     int runningDay(const QString &key) const;
+
+    /// Trades up to now of a day that the exchange runs or has run, after-hours trades included; empty of any other.
+    Ticks trades(const QString &key, int day);
 
     MinuteBars dayBars(const QString &key, int day) override;
     MinuteBars afterHoursBars(const QString &key, int day) override;

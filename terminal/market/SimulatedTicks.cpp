@@ -117,4 +117,22 @@ std::vector<SimulatedTick> ticksBetween(const MinuteBars &day, qint64 from, qint
     return due;
 }
 
+Ticks tradesUntil(const MinuteBars &day, qint64 time, quint64 seed) {
+    Ticks trades;
+    for (size_t i = 0; i < day.size(); ++i) {
+        double volume = 0.0;
+        double amount = 0.0;
+        for (const SimulatedTick &tick : ticksOfBar(day, i, seed)) {
+            if (tick.at > time || !(tick.bar.volume > volume)) {
+                continue; // to come, or nothing was traded
+            }
+            trades.push_back({std::min(tick.at, tick.bar.time), tick.bar.price, tick.bar.volume - volume,
+                              tick.bar.amount - amount});
+            volume = tick.bar.volume;
+            amount = tick.bar.amount;
+        }
+    }
+    return trades;
+}
+
 } // namespace terminal

@@ -342,6 +342,55 @@ TEST_F(FormulaServiceTest, QuotesOfARangeComeThroughTheCallback) {
     EXPECT_EQ(quotes, (std::vector<std::pair<qint64, double>>{{kOpen + kMinute, 10.2}}));
 }
 
+TEST_F(FormulaServiceTest, TransactionsAreThoseOfTheirSource) {
+    mService->setTransactions([](const QString &key, qint64 start, qint64 end, qint64 limit) {
+        EXPECT_EQ(key, "SH600000");
+        EXPECT_EQ(limit, 2147483647);
+        return terminal::Ticks{{start, 10.1, 100, 1010}, {end, 10.2, 200, 0}};
+    });
+    quoter::TSMetaInfo meta;
+    meta.mMarket = "SH";
+    meta.mCode = "600000";
+    meta.mDataKind = 1806;
+    quoter::TRegionInfo region;
+    region.mStart = kOpen;
+    region.mEnd = kOpen + kMinute;
+    std::vector<std::shared_ptr<quoter::QuoterBase>> records;
+    bool called = false;
+    mService->requestHistoryQuote(
+        meta, region,
+        [&](int, int, const std::vector<std::shared_ptr<quoter::QuoterBase>> &got, const QString &) {
+            EXPECT_EQ(QThread::currentThread(), qApp->thread());
+            records = got;
+            called = true;
+        });
+    EXPECT_FALSE(called); // not from within the call
+    ASSERT_TRUE(QTest::qWaitFor([&] { return called; }, 10000));
+    ASSERT_EQ(records.size(), 2u);
+    const auto *last = dynamic_cast<const quoter::QuoterTransaction *>(records[1].get());
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(last->mTime, kOpen + kMinute);
+    EXPECT_EQ(last->mPrice, 10.2);
+    EXPECT_EQ(last->mVolume, 200.0);
+    EXPECT_EQ(last->mAmount, 0.0);
+}
+
+TEST_F(FormulaServiceTest, WithoutASourceThereAreNoTransactions) {
+    quoter::TSMetaInfo meta;
+    meta.mMarket = "SH";
+    meta.mCode = "600000";
+    meta.mDataKind = 1806;
+    quoter::TRegionInfo region;
+    region.mStart = kOpen;
+    region.mEnd = kOpen + kMinute;
+    size_t count = 99;
+    mService->requestHistoryQuote(meta, region,
+                                  [&](int, int, const std::vector<std::shared_ptr<quoter::QuoterBase>> &got,
+                                      const QString &) { count = got.size(); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return count != 99; }, 10000));
+    EXPECT_EQ(count, 0u); // bars are no transactions
+}
+
 TEST_F(FormulaServiceTest, ADownloadTellsItsProgressInstrumentByInstrument) {
     TC::CHistoryDataParam history;
     history.mMarkets = {"SH", "SZ"};
