@@ -1,18 +1,22 @@
-// Lifetime, instrument and kind, roles of formulas, last closes.
-
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include "host/drawing/LineColor.h"
+#include "host/services/CConfigService.h"
+#include "host/services/CHostClock.h"
 #include "host/services/CIndexManager.h"
 #include "host/services/CStockManager.h"
 #include "host/services/CTradeOpenCloseTimeManager.h"
 #include "host/services/StockTypeCenter.h"
+#include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealTimeCustomIndexAxis.h"
 #include "viewmodel/CRealTimeNomalAxis.h"
 #include "viewmodel/CRealTimePortfolioAxis.h"
+#include "viewmodel/InstrumentDay.h"
 #include "viewmodel/TradingSessions.h"
+#include "viewmodel/ViewOverlays.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace TC {
@@ -35,14 +39,6 @@ QList<CIndexDetail *> copiesOf(const QList<CIndexDetail *> &indexes) {
     return copies;
 }
 
-/// Whether the axis of an instrument is that of its underlying.
-bool hasUnderlyingAxis(const CInstrumentDetailPtr &detail) {
-    static const QStringList kStockMarkets{QStringLiteral("SH"), QStringLiteral("SZ"), QStringLiteral("SSE"),
-                                           QStringLiteral("SZSE")};
-    return detail && kStockMarkets.contains(getDetailQsMarket(detail)) && detail->mUnderlying &&
-           !detail->mUnderlying->mMarket.empty() && !detail->mUnderlying->mCode.empty();
-}
-
 bool isZero(double value) {
     return std::fabs(value) <= kValueTolerance;
 }
@@ -55,32 +51,12 @@ CRealtimeUiParam::CRealtimeUiParam(EIndexViewType viewType)
     mCurrentAxis = mNormalAxis;
 }
 
-CRealtimeUiParam::CRealtimeUiParam(const CRealtimeUiParam &other)
-    : mViewType(other.mViewType), mStockKind(other.mStockKind), mMaxAddStock(other.mMaxAddStock),
-      mCrossShown(other.mCrossShown), mCursorByKey(other.mCursorByKey), mMouseIn(other.mMouseIn),
-      mCrossX(other.mCrossX), mCrossIndex(other.mCrossIndex), mLeftAxisWidth(other.mLeftAxisWidth),
-      mRightAxisWidth(other.mRightAxisWidth), mDayWidth(other.mDayWidth), mSessions(other.mSessions),
-      mDataCount(other.mDataCount), mDayCount(other.mDayCount), mPointCount(other.mPointCount),
-      mShowVolume(other.mShowVolume), mCanOverlaySector(other.mCanOverlaySector), mAddStocks(other.mAddStocks),
-      mAddNoAxisStocks(other.mAddNoAxisStocks), mAddIndexes(copiesOf(other.mAddIndexes)),
-      mSector(other.mSector), mAddStockColors(other.mAddStockColors), mStockColors(other.mStockColors),
-      mRequestId(other.mRequestId), mGetTradeDateFunc(other.mGetTradeDateFunc), mLeftAxis(other.mLeftAxis),
-      mRightAxis(other.mRightAxis), mStripScales(other.mStripScales), mLinkageFlags(other.mLinkageFlags),
-      mLinkageShow(other.mLinkageShow), mLinkageAccounts(other.mLinkageAccounts),
-      mLinkageStrategys(other.mLinkageStrategys), mLinkageStocks(other.mLinkageStocks),
-      mLinkageBuys(other.mLinkageBuys), mLinkageSells(other.mLinkageSells),
-      mLinkageAmounts(other.mLinkageAmounts), mLinkageProfits(other.mLinkageProfits),
-      mLinkageBalances(other.mLinkageBalances), mStockAccounts(other.mStockAccounts),
-      mFutureAccounts(other.mFutureAccounts), mFixedPriceLevel(other.mFixedPriceLevel),
-      mFixedPriceRequest(other.mFixedPriceRequest), mPanelInfo(other.mPanelInfo),
-      mAddSwBkzsLevel(other.mAddSwBkzsLevel), mAddBkzsCode(other.mAddBkzsCode),
-      mFormulaAccount(other.mFormulaAccount), mAddStockFlags(other.mAddStockFlags),
-      mAddConvertibleCodes(other.mAddConvertibleCodes), mValid(other.mValid), mStockDetail(other.mStockDetail),
-      mIndexKey(other.mIndexKey), mPortfolioKey(other.mPortfolioKey),
-      mNormalAxis(new CRealTimeNomalAxis(*other.mNormalAxis)),
-      mIndexAxis(new CRealTimeCustomIndexAxis(*other.mIndexAxis)),
-      mPortfolioAxis(new CRealTimePortfolioAxis(*other.mPortfolioAxis)),
-      mShowFixedPriceDeal(other.mShowFixedPriceDeal) {
+CRealtimeUiParam::CRealtimeUiParam(const CRealtimeUiParam &other) : mViewType(other.mViewType) {
+    *this = other; // and then copies of what is owned
+    mAddIndexes = copiesOf(other.mAddIndexes);
+    mNormalAxis = new CRealTimeNomalAxis(*other.mNormalAxis);
+    mIndexAxis = new CRealTimeCustomIndexAxis(*other.mIndexAxis);
+    mPortfolioAxis = new CRealTimePortfolioAxis(*other.mPortfolioAxis);
     if (other.mCurrentAxis == other.mPortfolioAxis) {
         mCurrentAxis = mPortfolioAxis;
     } else if (other.mCurrentAxis == other.mIndexAxis) {
@@ -138,7 +114,7 @@ void CRealtimeUiParam::resetInstrumentAxis(bool useUnderlying) {
             getDetailQsMarket(mStockDetail), getDetailQsCode(mStockDetail), mSessions, mPointCount)) {
         return;
     }
-    if (useUnderlying && hasUnderlyingAxis(mStockDetail)) {
+    if (useUnderlying && hasUnderlyingDay(mStockDetail)) {
         resetAxis(mStockDetail->mUnderlying->mMarket, mStockDetail->mUnderlying->mCode);
     } else {
         resetAxis(getDetailMarket(mStockDetail), getDetailCode(mStockDetail));
@@ -163,7 +139,7 @@ void CRealtimeUiParam::clearStock() {
 }
 
 void CRealtimeUiParam::clear() {
-    setDataCount(0);
+    mDataCount = 0;
 }
 
 QString CRealtimeUiParam::getStock() const {
@@ -199,6 +175,68 @@ bool CRealtimeUiParam::isShowGroupIndexGraph() const {
 
 void CRealtimeUiParam::setFormulaAccount(const QString &account) {
     mFormulaAccount = account;
+}
+
+bool CRealtimeUiParam::canAddStock() const {
+    return mAddStocks.size() + mAddNoAxisStocks.size() < mMaxAddStock;
+}
+
+void CRealtimeUiParam::addStock(const QString &key, const QString &, bool hasAxis) {
+    ViewOverlays(*this).add(key, hasAxis);
+}
+
+void CRealtimeUiParam::delAllStock() {
+    ViewOverlays(*this).removeAll();
+}
+
+QList<CInstrumentDetailPtr> CRealtimeUiParam::getAllAddStockList() const {
+    return mAddStocks + mAddNoAxisStocks;
+}
+
+bool CRealtimeUiParam::isOverlayStock(const QString &key) const {
+    return hasKeyWith(mAddStocks, key) || isNoAxisOverlayStock(key);
+}
+
+bool CRealtimeUiParam::isNoAxisOverlayStock(const QString &key) const {
+    return hasKeyWith(mAddNoAxisStocks, key);
+}
+
+bool CRealtimeUiParam::isOverlayIndex(const QString &key) const {
+    return std::any_of(mAddIndexes.begin(), mAddIndexes.end(), [&](const CIndexDetail *index) {
+        return index->key().compare(key, Qt::CaseInsensitive) == 0;
+    });
+}
+
+void CRealtimeUiParam::setSector(const QString &sector, const QString &name) {
+    if (sector == mSector) {
+        return;
+    }
+    const QString newSector = sector; // may be a reference to a member that is emptied now
+    delAllStock();
+    mSector = newSector;
+    if (SingletonManager::getIndexUserConfig().read().mOverlaySector && !mSector.isEmpty()) {
+        addStock(mSector, name, true);
+    }
+}
+
+void CRealtimeUiParam::setAddSwBkzsLevel(int level) {
+    mAddSwBkzsLevel = level;
+}
+
+void CRealtimeUiParam::updateAddSwBkzsCode() {
+    ViewOverlays(*this).followSector();
+}
+
+void CRealtimeUiParam::clearAddSwBkzsCode() {
+    ViewOverlays(*this).removeSector();
+}
+
+void CRealtimeUiParam::updateAddConvertibleCode() {
+    ViewOverlays(*this).followConvertible();
+}
+
+void CRealtimeUiParam::clearAddConvertibleCode() {
+    ViewOverlays(*this).removeConvertible();
 }
 
 bool CRealtimeUiParam::isMainFormula(const QString &name) const {
@@ -278,6 +316,60 @@ double CRealtimeUiParam::getLastClose(const QString &key) const {
     return mGetTradeDateFunc
                ? CSingletonT<CStockManager>::instance().getCurrentDateLastClose(key, mGetTradeDateFunc())
                : 0.0;
+}
+
+void CRealtimeUiParam::setTradingDay(const TradingDay &day) {
+    mSessions = day.sessions;
+    mPointCount = day.pointCount;
+}
+
+void CRealtimeUiParam::resetAxis(const std::string &market, const std::string &code) {
+    setTradingDay(tradingDay(tradingDayOf(market, code, mStockDetail, mShowFixedPriceDeal)));
+}
+
+void CRealtimeUiParam::showFixedPriceDeal(bool show) {
+    mShowFixedPriceDeal = show;
+    setTradingDay(stockDay(show));
+}
+
+void CRealtimeUiParam::resize(const QRect &rect) {
+    const qint64 width = qint64(rect.right()) - rect.left() + 1 - mRightAxisWidth - mLeftAxisWidth;
+    mDayWidth = double(width) / qMax(mDayCount, 1);
+}
+
+int CRealtimeUiParam::getIndexByTime(const QTime &time) const {
+    return getIndexByTime(axisMinute(time));
+}
+
+int CRealtimeUiParam::getIndexByTime(int minute) const {
+    return indexOfMinute(mSessions, minute, hasNightSession(mStockDetail));
+}
+
+QDateTime CRealtimeUiParam::getDateTimeByIndex(int index) const {
+    const QDateTime now = hostNow();
+    if (index < 0) {
+        return QDateTime(now.date(), QTime(0, 0));
+    }
+    const int minute = minuteOfIndex({mSessions, mPointCount}, index);
+    const QTime time = minute == -1 ? QTime(0, 0) : QTime(minute / 60, minute % 60);
+    if (!time.isValid()) {
+        // The hour 24 of a night session. A QDateTime with a date would turn it into the morning's midnight.
+        return QDateTime();
+    }
+    if (mGetTradeDateFunc) {
+        return QDateTime(GZ::exchangeDate(uint(mGetTradeDateFunc())), time);
+    }
+    QDateTime dateTime = now;
+    dateTime.setTime(time);
+    return dateTime;
+}
+
+int CRealtimeUiParam::getXAxisByIndex(int index) const {
+    return pixelOfIndex(mDayWidth, mPointCount, index);
+}
+
+int CRealtimeUiParam::getIndexByXAxis(int x) const {
+    return indexOfPixel(mDayWidth, mPointCount, x);
 }
 
 } // namespace TC

@@ -7,6 +7,7 @@
 #include "host/records/CPanelInfo.h"
 #include "host/records/Enumerations.h"
 #include "viewmodel/AxisScale.h"
+#include "viewmodel/SharedCount.h"
 
 #include <QDateTime>
 #include <QList>
@@ -42,7 +43,7 @@ enum EAddStockFlag : int {
 
 /// The shared state of one intraday view: the instrument shown and its kind, the overlays, the roles of
 /// formulas, the cross line and the trading-time axis. One object is shared by all panes of a view; its members
-/// are public and read and written by them directly. User-interface thread only.
+/// are public and read and written by them directly. User-interface thread only, mDataCount aside.
 ///
 /// A minute is a count of whole minutes since midnight (570 is 09:30). An axis index is the position of a
 /// trading minute, 0 to mPointCount - 1; breaks between sessions take no room.
@@ -51,7 +52,6 @@ public:
     explicit CRealtimeUiParam(EIndexViewType viewType);
     /// Copies all members; the copy has axis strategies of its own, with the same state and the same one current.
     CRealtimeUiParam(const CRealtimeUiParam &other);
-    CRealtimeUiParam &operator=(const CRealtimeUiParam &) = delete;
     ~CRealtimeUiParam();
 
     // Instrument and kind
@@ -128,11 +128,10 @@ public:
     /// Index at a pixel inside a day graph; -1 when the graph has no width.
     int getIndexByXAxis(int x) const;
 
-    /// mDataCount, the one member that a result may write on a thread of the service while the view reads it.
-    int dataCount() const { return __atomic_load_n(&mDataCount, __ATOMIC_RELAXED); }
-    void setDataCount(int count) { __atomic_store_n(&mDataCount, count, __ATOMIC_RELAXED); }
+    int dataCount() const { return mDataCount; }
+    void setDataCount(int count) { mDataCount = count; }
 
-    const EIndexViewType mViewType;
+    EIndexViewType mViewType; ///< never changes
     int mStockKind = eInstrument; ///< EStockKind; written only by setStock
     int mMaxAddStock = 3; ///< limit of overlays, those with and without an axis together
     bool mCrossShown = false;
@@ -144,7 +143,7 @@ public:
     int mRightAxisWidth = 0;
     double mDayWidth = 0.0; ///< pixels of one day's graph
     QVector<QPair<int, int>> mSessions; ///< first and last minute of each, in axis order, ends included
-    int mDataCount = 0; ///< points of the main series received so far; see dataCount
+    SharedCount mDataCount; ///< points of the main series received so far; a result may write it on its thread
     int mDayCount = 1; ///< day graphs side by side, 1 to 6
     int mPointCount = 0; ///< positions of a whole day
     bool mShowVolume = true;
@@ -191,13 +190,12 @@ public:
     bool mShowFixedPriceDeal = false;
 
 private:
+    /// Member by member, owning pointers as well: for the copy constructor alone, which then puts copies in their
+    /// place.
+    CRealtimeUiParam &operator=(const CRealtimeUiParam &) = default;
     CRealtimeBaseFormulaAxis *axisOfKind(int kind) const;
     void setTradingDay(const TradingDay &day);
     void resetInstrumentAxis(bool useUnderlying);
-    void addIndex(const QString &key);
-    /// Puts a sector index in the place of the one overlaid, or adds it when there is room; null takes it away.
-    void showSectorIndex(const CInstrumentDetailPtr &detail);
-    int overlayColor(int position) const;
 };
 
 } // namespace TC

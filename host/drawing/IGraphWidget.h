@@ -17,6 +17,8 @@ class QWidget;
 
 namespace TC {
 
+class DrawingLayer;
+
 /// The user's drawing layer of a graph: lines, rays, rectangles. A drawing keeps its points as (axis index,
 /// value), and follows the chart through the conversions of initConvFunc.
 class IGraphWidget : public IGraphController {
@@ -59,8 +61,7 @@ public:
     void setParam(const bson::BSONObj &param);
 
 private:
-    struct Private;
-    std::unique_ptr<Private> mLayer;
+    std::unique_ptr<DrawingLayer> mLayer;
 };
 
 } // namespace TC

@@ -7,8 +7,8 @@
 
 namespace GZ {
 
-/// A check box with an id. When the user checks or unchecks it, it delivers event 67 with its id, 1 when it is checked
-/// now and 0 otherwise, and its object name; checked by the program it delivers nothing.
+/// A check box with an id. When the user checks or unchecks it, it delivers eCheckBoxToggled with its id, 1 when it
+/// is checked now and 0 otherwise, and its object name; checked by the program it delivers nothing.
 class CCheckBox : public CEventWidgetT<QCheckBox> {
     Q_OBJECT
 public:

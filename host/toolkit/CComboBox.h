@@ -6,8 +6,8 @@
 
 namespace GZ {
 
-/// A combo box with an id. When the user picks an entry, it delivers event 71 with its id, the index of the entry and
-/// its text; changed by the program it delivers nothing.
+/// A combo box with an id. When the user picks an entry, it delivers eComboBoxChanged with its id, the index of the
+/// entry and its text; changed by the program it delivers nothing.
 class CComboBox : public CEventWidgetT<QComboBox> {
     Q_OBJECT
 public:

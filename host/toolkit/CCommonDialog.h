@@ -19,7 +19,7 @@ class CPushButton;
 class CCommonDialog : public CEventWidgetT<QDialog>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
-    static constexpr int kCloseButton = 101; ///< id of the title button, as event 5 tells it
+    static constexpr int kCloseButton = 101; ///< id of the title button, as eButtonClicked tells it
 
     explicit CCommonDialog(QWidget *parent = nullptr);
     ~CCommonDialog() override;
@@ -32,8 +32,8 @@ public:
     /// Pixels between that button and the right and the upper edge of the dialog.
     static int titleButtonMargin();
 
-    /// Event 5 of the title button ends the dialog with the result kCloseButton, which is none of the two of QDialog;
-    /// every other event passes on to the parent.
+    /// eButtonClicked of the title button ends the dialog with the result kCloseButton, which is none of the two of
+    /// QDialog; every other event passes on to the parent.
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
     /// Escape and the window's own close do what the title button does.
     void reject() override;

@@ -8,8 +8,8 @@
 
 namespace GZ {
 
-/// A button with an image of the theme. A click delivers event 5 with the button's id, 1 when it is checked and 0
-/// otherwise, and no text.
+/// A button with an image of the theme. A click delivers eButtonClicked with the button's id, 1 when it is checked
+/// and 0 otherwise, and no text.
 class CPushButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:

@@ -11,8 +11,8 @@ namespace GZ {
 
 class CSmallNormalButton;
 
-/// Buttons side by side in one frame, one of which is checked. A click on one checks it and delivers event 5 with its
-/// id and 1.
+/// Buttons side by side in one frame, one of which is checked. A click on one checks it and delivers eButtonClicked
+/// with its id and 1.
 class CPushButtonGroup : public CBaseWidget {
     Q_OBJECT
 public:

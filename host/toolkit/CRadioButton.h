@@ -7,8 +7,8 @@
 
 namespace GZ {
 
-/// A radio button with an id, one of those of its parent. When the user picks it, it delivers event 93 with its id, 1
-/// and its object name; picked by the program it delivers nothing.
+/// A radio button with an id, one of those of its parent. When the user picks it, it delivers eRadioButtonPicked with
+/// its id, 1 and its object name; picked by the program it delivers nothing.
 class CRadioButton : public CEventWidgetT<QRadioButton> {
     Q_OBJECT
 public:

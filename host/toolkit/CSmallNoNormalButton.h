@@ -9,7 +9,7 @@
 namespace GZ {
 
 /// A small button with a text in a frame, whose ground is seen only under the mouse and when it is pressed. A click
-/// delivers event 5 with the button's id, 0 and no text.
+/// delivers eButtonClicked with the button's id, 0 and no text.
 class CSmallNoNormalButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:

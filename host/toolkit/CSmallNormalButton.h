@@ -10,8 +10,8 @@
 
 namespace GZ {
 
-/// A small button with a text on a flat ground. A click delivers event 5 with the button's id, 1 when it is checked and
-/// 0 otherwise, and no text.
+/// A small button with a text on a flat ground. A click delivers eButtonClicked with the button's id, 1 when it is
+/// checked and 0 otherwise, and no text.
 class CSmallNormalButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:

@@ -12,7 +12,7 @@ class QToolButton;
 namespace TC {
 
 /// The bar beneath the panes that offers single formulas and the user's templates of formulas. A click on one of them
-/// travels up as event 3039, with 1 for a template and 0 for a formula as its second number, and the name as text.
+/// travels up as eTemplateChosen, with 1 for a template and 0 for a formula as its second number, and the name as text.
 /// Those that are in use stand out.
 class CIndexModelWidget : public GZ::CBaseWidget {
     Q_OBJECT

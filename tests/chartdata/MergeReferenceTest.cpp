@@ -151,7 +151,7 @@ TEST_F(MergeReference, RandomResultsLeaveTheSeriesOfTheReference) {
             const auto events = mEvents.all();
             left.append(QJsonObject{{"flags", flags & ~TC::eRangeChanged},
                                     {"average", events.empty() ? QJsonValue() : QJsonValue(events[0].text)},
-                                    {"count", mUi->mDataCount},
+                                    {"count", int(mUi->mDataCount)},
                                     {"series", held}});
             EXPECT_LE(events.size(), 1u);
         }

@@ -1,3 +1,4 @@
+#include "host/toolkit/Text.h"
 #include "tests/fakehost/FakeHost.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -291,6 +292,14 @@ TEST_F(CRealtimeUiParamAxis, TimeOfAnIndexLiesOnThePastDayOfTheView) {
     mParam.mGetTradeDateFunc = [midnight] { return int(midnight.toTime_t()); };
     EXPECT_EQ(mParam.getDateTimeByIndex(120), QDateTime(QDate(2024, 3, 8), QTime(11, 30)));
     EXPECT_EQ(mParam.getDateTimeByIndex(121), QDateTime(QDate(2024, 3, 8), QTime(13, 1)));
+}
+
+TEST_F(CRealtimeUiParamAxis, APastDayIsTheExchangesWhateverTheZoneOfTheMachine) {
+    show("SH", "600000");
+    mParam.mGetTradeDateFunc = [] { return 1709827200; }; // midnight of the eighth of March at UTC+8
+    EXPECT_EQ(mParam.getDateTimeByIndex(0), QDateTime(QDate(2024, 3, 8), QTime(9, 30)));
+    EXPECT_EQ(mParam.getDateTimeByIndex(240), QDateTime(QDate(2024, 3, 8), QTime(15, 0)));
+    EXPECT_EQ(mParam.getDateTimeByIndex(240).date(), GZ::exchangeDate(mParam.mGetTradeDateFunc()));
 }
 
 TEST_F(CRealtimeUiParamAxis, NegativeIndexIsTodaysMidnightAlsoInAViewOfAPastDay) {

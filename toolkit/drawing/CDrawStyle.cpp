@@ -1,68 +1,35 @@
-// Value ranges, and what a drawing touches.
-
 #include "host/drawing/CDrawStyle.h"
 
+#include "host/toolkit/Text.h"
+#include "toolkit/drawing/Bars.h"
+#include "toolkit/drawing/Candle.h"
+#include "toolkit/drawing/ChartCanvas.h"
+#include "toolkit/drawing/DrawLook.h"
 #include "toolkit/drawing/DrawSizes.h"
-#include "toolkit/drawing/SeriesLine.h"
+#include "toolkit/drawing/LineStrokes.h"
+#include "toolkit/drawing/SeriesExtremes.h"
+#include "toolkit/drawing/SeriesTitle.h"
+#include "toolkit/drawing/TextWriter.h"
+
+#include <QPixmap>
+
+#include <algorithm>
+#include <cmath>
 
 namespace TC {
 namespace {
 
-/// Gathers the extremes of values.
-struct Extremes {
-    double max = -kUnsetValue;
-    double min = kUnsetValue;
-    bool found = false;
-
-    void take(double value) {
-        max = std::max(max, value);
-        min = std::min(min, value);
-        found = true;
-    }
-};
+constexpr int kMarkDistance = 2; ///< pixels between a point and the text or image at it
+constexpr int kMostDecimals = 4;
 
 /// Whether the value of a point is a place on the value axis.
 bool isOnValueAxis(int style) {
-    return !(style >= kFirstVertLineStyle && style <= kLastVertLineStyle) && style != kTextExStyle;
+    return !(style >= eVertLineStyle && style <= eSecondVertLineStyle) && style != eTextExStyle;
 }
 
 bool isStickStyle(int style) {
-    return style == kColorStickStyle || style == kVolStickStyle || style == kWideVolStickStyle ||
-           style == kStackVolStickStyle;
-}
-
-/// The values that a point takes up: also the other end of a bar, and what a column is stacked on.
-void takePoint(Extremes &extremes, const SeriesLine &points, const StackBase &base, int i, float scale) {
-    if (points.style() == kIconStyle && points.value(i) == 0.0) {
-        return; // no image there
-    }
-    extremes.take((base.at(i) + points.value(i)) * scale);
-    if (points.style() == kStickKlineStyle && points.hasSecond(i)) {
-        extremes.take(points.second(i) * scale);
-    }
-}
-
-/// Takes in `count` points of a line from `first` on.
-void takeLine(Extremes &extremes, const se::RPCFormulaResultCache &series, int line, int first, int count,
-              bool validOnly, float scale) {
-    const SeriesLine points(series, line);
-    const StackBase base(series, line);
-    const int begin = std::max(first, 0);
-    const int end = static_cast<int>(std::min<qint64>(qint64(first) + std::max(count, 0), points.size()));
-    for (int i = begin; i < end; ++i) {
-        if (validOnly ? points.has(i) : points.hasValue(i)) {
-            takePoint(extremes, points, base, i, scale);
-        }
-    }
-}
-
-bool answer(const Extremes &extremes, double &max, double &min) {
-    if (!extremes.found || !isPlaceable(extremes.max) || !isPlaceable(extremes.min)) {
-        return false;
-    }
-    max = extremes.max;
-    min = extremes.min;
-    return true;
+    return style == eColorStickStyle || style == eVolStickStyle || style == eWideVolStickStyle ||
+           style == eStackVolStickStyle;
 }
 
 /// Pixels that a drawing reaches to either side of the column of a point; -1 for the whole rectangle, -2 when
@@ -73,40 +40,87 @@ constexpr int kNothing = -2;
 int reachOf(int style, const QRect &rect, int last) {
     const double step = stepOfAxis(rect, last);
     switch (style) {
-    case 0:
-    case 4:
-    case 5:
-    case 6:
-    case 8:
-    case 27:
-    case kBoolLineStyle:
-    case kSegmentLineStyle:
+    case eLineStyle:
+    case eDottedLineStyle:
+    case eDashDotLineStyle:
+    case eSecondDottedLineStyle:
+    case eThirdDottedLineStyle:
+    case ePlainLineStyle:
+    case eBoolLineStyle:
+    case eSegmentLineStyle:
+    case eVertLineStyle:
+    case eVertDotStyle:
+    case eSecondVertDotStyle:
+    case eVertDashDotStyle:
+    case eVertDashDotDotStyle:
+    case eSecondVertLineStyle:
+    case eVolStickStyle:
         return 0;
-    case 14:
-    case 15:
-    case 16:
-    case 17:
-    case 18:
-    case 19:
-    case kVolStickStyle:
-        return 0;
-    case kDotStyle:
+    case eDotStyle:
         return dotDiameter(step) / 2;
-    case kColorStickStyle:
-    case kKLineStyle:
-    case kStickKlineStyle:
-    case kStackVolStickStyle:
+    case eColorStickStyle:
+    case eKLineStyle:
+    case eStickKlineStyle:
+    case eStackVolStickStyle:
         return stickWidth(step, kStickShare) / 2;
-    case kWideVolStickStyle:
+    case eWideVolStickStyle:
         return stickWidth(step, 1.0) / 2;
-    case kTextStyle:
-    case kIconStyle:
-    case kNumberStyle:
-    case kTextExStyle:
+    case eTextStyle:
+    case eIconStyle:
+    case eNumberStyle:
+    case eTextExStyle:
         return kWholeRect;
     default:
         return kNothing;
     }
+}
+
+/// Calls `draw(index, column, row)` for the drawn points of a span whose row lies inside the rectangle.
+template <class Draw>
+void forEachPlaced(const ChartCanvas &canvas, const SeriesLine &points, const ValueScale &scale, int start,
+                   int end, int last, Draw draw) {
+    const IndexSpan span = heldSpan(start, end, points.size(), last);
+    if (points.isHidden() || !scale.isUsable() || !canvas.isUsable()) {
+        return;
+    }
+    for (int i = span.first; i <= span.last; ++i) {
+        const double row = points.has(i) ? scale.rowOf(points.value(i)) : -1.0;
+        if (points.has(i) && canvas.holdsRow(row)) {
+            draw(i, columnOfIndex(canvas.rect(), last, i), row);
+        }
+    }
+}
+
+/// A number with as many decimals as it needs, up to four.
+QString numberText(double number) {
+    QString text = GZ::formatDoubleNumber(number, kMostDecimals, 0, false, QString());
+    while (text.contains(QLatin1Char('.')) && text.endsWith(QLatin1Char('0'))) {
+        text.chop(1);
+    }
+    if (text.endsWith(QLatin1Char('.'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+/// Writes `textOf(points, index)` over each point.
+template <class TextOf>
+void drawTexts(QPainter *painter, const QRect &rect, const CDrawStyle::Series &series,
+               const CDrawStyle::Range &range, int line, int start, int end, int last, TextOf textOf) {
+    const SeriesLine points(series, line);
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    const ChartCanvas canvas(painter, rect);
+    if (!canvas.isUsable() || points.isHidden()) {
+        return;
+    }
+    TextWriter writer(painter, rect);
+    forEachPlaced(canvas, points, ValueScale(rect, range), start, end, last,
+                  [&](int i, int column, double row) {
+                      const QString text = textOf(points, i);
+                      if (!text.isEmpty()) {
+                          writer.write(text, column, row - kMarkDistance, points.color(i, ofTheme));
+                      }
+                  });
 }
 
 } // namespace
@@ -116,7 +130,7 @@ CDrawStyle::~CDrawStyle() = default;
 
 bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, Series &series, const QRect &,
                             bool validOnly, bool fromZero, float scale, bool prices) {
-    Extremes extremes;
+    SeriesExtremes extremes;
     // Values beyond the described lines are no lines: an aligned overlay may hold some, all zero.
     const int held = static_cast<int>(series.result.mValues.size());
     const int lines = series.meta.mLineCount > 0 ? std::min(held, series.meta.mLineCount) : held;
@@ -124,38 +138,249 @@ bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, Seri
         const SeriesLine points(series, line);
         if (points.isOnSharedAxis() && isOnValueAxis(points.style()) &&
             !(prices && isStickStyle(points.style()))) {
-            takeLine(extremes, series, line, first, count, validOnly, scale);
+            extremes.takeLine(series, line, first, count, validOnly, scale);
         }
     }
-    if (extremes.found && fromZero) {
+    if (extremes.isFound() && fromZero) {
         extremes.take(0.0);
     }
-    return answer(extremes, max, min);
+    return extremes.tell(max, min);
 }
 
 bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, const Series &series, int line,
                             const QRect &) {
-    Extremes extremes;
-    takeLine(extremes, series, line, first, count, true, 1.0f);
-    return answer(extremes, max, min);
+    SeriesExtremes extremes;
+    extremes.takeLine(series, line, first, count, true, 1.0f);
+    return extremes.tell(max, min);
 }
 
 QRect CDrawStyle::touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last) {
     const SeriesLine points(series, line);
     const int reach = points.isHidden() ? kNothing : reachOf(points.style(), rect, last);
     IndexSpan span = heldSpan(start, end, points.size(), last);
-    if (reach == kNothing || rect.isEmpty() || (span.isEmpty() && points.style() != kTextExStyle)) {
+    if (reach == kNothing || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
         return {};
     }
     if (reach == kWholeRect) {
         return rect;
     }
-    if (points.style() == kSegmentLineStyle) {
+    if (points.style() == eSegmentLineStyle) {
         span.first = firstBridged(points, span.first);
     }
     const int left = columnOfIndex(rect, last, span.first) - reach;
     const int right = columnOfIndex(rect, last, span.last) + reach;
     return rect & QRect(QPoint(left, rect.top()), QPoint(right, rect.bottom()));
+}
+
+// Lines through the points, and from edge to edge.
+
+void CDrawStyle::drawSimpleLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                                int line, int start, int end, int last, Qt::PenStyle pen, int, bool, bool,
+                                float width, bool gradient, bool) {
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    drawLine(painter, rect, series, range, line, start, end, last, LineLook{pen, width, false, gradient},
+             [ofTheme](const SeriesLine &points, int i) { return points.color(i, ofTheme); });
+}
+
+void CDrawStyle::drawBoolLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                              int line, int start, int end, int last, Qt::PenStyle pen, int) {
+    const DrawLook &look = DrawLook::current();
+    drawLine(painter, rect, series, range, line, start, end, last, LineLook{pen},
+             [&look](const SeriesLine &points, int i) {
+                 return points.color(i, points.value(i) > 0.0 ? look.rise : look.fall);
+             });
+}
+
+void CDrawStyle::drawSegmentLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                                 int line, int start, int end, int last, int, bool) {
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    drawLine(painter, rect, series, range, line, start, end, last, LineLook{Qt::SolidLine, 1.0, true},
+             [ofTheme](const SeriesLine &points, int i) { return points.color(i, ofTheme); });
+}
+
+void CDrawStyle::drawVertLine(QPainter *painter, const QRect &rect, const Series &series, const Range &,
+                              int line, int start, int end, int last, Qt::PenStyle pen, int) {
+    const SeriesLine points(series, line);
+    const IndexSpan span = heldSpan(start, end, points.size(), last);
+    ChartCanvas canvas(painter, rect);
+    if (points.isHidden() || !canvas.isUsable() || pen == Qt::NoPen) {
+        return;
+    }
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    const DashPattern pattern = dashPattern(pen, canvas.grid().strokeWidth(1.0));
+    for (int i = span.first; i <= span.last; ++i) {
+        if (points.has(i) && points.value(i) != 0.0) {
+            drawFullHeight(canvas, columnOfIndex(rect, last, i), pattern, points.color(i, ofTheme));
+        }
+    }
+}
+
+// Upright bars: sticks, columns, candles.
+
+void CDrawStyle::drawColorStick(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                                int line, int start, int end, int last, Qt::PenStyle, int, bool, bool volume,
+                                bool) {
+    const SeriesLine points(series, line);
+    const DrawLook &look = DrawLook::current();
+    Bars bars(painter, rect, range, points, start, end, last);
+    const int width = stickWidth(bars.step(), kStickShare);
+    const double base = volume ? bars.bottom() : bars.row(0.0);
+    bars.forEach([&](int i) {
+        const double value = points.value(i);
+        if (std::abs(value) <= kValueTolerance) {
+            return; // no height
+        }
+        const double change = volume ? (points.hasSecond(i) ? points.second(i) : 0.0) : value;
+        const QRgb ofTheme = volume && change == 0.0 ? look.stick : look.ofSign(change);
+        bars.fill(i, width, bars.row(value), base, points.color(i, ofTheme));
+    });
+}
+
+void CDrawStyle::drawVolStick(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                              int line, int start, int end, int last, int, bool, bool, double widthFactor,
+                              bool hollow) {
+    const SeriesLine points(series, line);
+    const QRgb ofTheme = DrawLook::current().stick;
+    Bars bars(painter, rect, range, points, start, end, last);
+    const double share = std::isfinite(widthFactor) ? std::clamp(widthFactor, 0.0, 1.0) : 0.0;
+    const int width = stickWidth(bars.step(), share);
+    bars.forEach([&](int i) {
+        if (std::abs(points.value(i)) <= kValueTolerance) {
+            return; // no height
+        }
+        const QRgb color = points.color(i, ofTheme);
+        if (hollow && width > 2) {
+            bars.frame(i, width, bars.row(points.value(i)), bars.bottom(), color);
+        } else {
+            bars.fill(i, width, bars.row(points.value(i)), bars.bottom(), color);
+        }
+    });
+}
+
+void CDrawStyle::drawKLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                           int line, int start, int end, int last, int, int, bool, float width, int digits) {
+    const SeriesLine close(series, line);
+    const SeriesLine open(series, line + 1);
+    const SeriesLine high(series, line + 2);
+    const SeriesLine low(series, line + 3);
+    const DrawLook &look = DrawLook::current();
+    Bars bars(painter, rect, range, close, start, end, last);
+    const int body = stickWidth(bars.step(), kStickShare);
+    const int wick = std::min(stickWidth(double(width), 1.0), body);
+    bars.forEach([&](int i) {
+        const Candle candle = Candle::at(close, open, high, low, i);
+        const double change = candle.change(digits);
+        candle.draw(bars, i, body, wick, change, close.color(i, look.ofSign(change)));
+    });
+}
+
+void CDrawStyle::drawStickKline(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                                int line, int start, int end, int last, int, bool) {
+    const SeriesLine points(series, line);
+    const DrawLook &look = DrawLook::current();
+    Bars bars(painter, rect, range, points, start, end, last);
+    const int width = stickWidth(bars.step(), kStickShare);
+    bars.forEach([&](int i) {
+        if (points.hasSecond(i)) {
+            const QRgb color = points.color(i, look.ofSign(points.value(i) - points.second(i)));
+            bars.fill(i, width, bars.row(points.value(i)), bars.row(points.second(i)), color);
+        }
+    });
+}
+
+void CDrawStyle::drawStackVolstick(QPainter *painter, const QRect &rect, const Series &series,
+                                   const Range &range, int line, int start, int end, int last, int, bool,
+                                   bool) {
+    const SeriesLine points(series, line);
+    const StackBase below(series, line);
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    Bars bars(painter, rect, range, points, start, end, last);
+    const int width = stickWidth(bars.step(), kStickShare);
+    bars.forEach([&](int i) {
+        const double base = below.at(i);
+        const double top = base + points.value(i);
+        if (std::abs(points.value(i)) <= kValueTolerance) {
+            return; // no height
+        }
+        // The row where the column beneath ends belongs to that column.
+        ChartCanvas &canvas = bars.canvas();
+        const double lower = bars.row(std::min(base, top));
+        const int lowerEdge = base == 0.0 ? canvas.rowEnd(lower) : canvas.rowBegin(lower);
+        canvas.fill(bars.column(i) - width / 2, width, canvas.rowBegin(bars.row(std::max(base, top))),
+                    lowerEdge, points.color(i, ofTheme));
+    });
+}
+
+// Marks at the points: dots, texts, numbers, images.
+
+void CDrawStyle::drawCircleDot(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                               int line, int start, int end, int last, int, bool, bool) {
+    const SeriesLine points(series, line);
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    ChartCanvas canvas(painter, rect);
+    const int diameter = dotDiameter(stepOfAxis(rect, last));
+    const auto disc = discRows(canvas.grid().strokeWidth(diameter));
+    forEachPlaced(canvas, points, ValueScale(rect, range), start, end, last,
+                  [&](int i, int column, double row) {
+                      const QPointF corner = canvas.device(column - diameter / 2, row - diameter / 2);
+                      canvas.fillDisc(corner, disc, points.color(i, ofTheme));
+                  });
+}
+
+void CDrawStyle::drawText(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                          int line, int start, int end, int last, int) {
+    drawTexts(painter, rect, series, range, line, start, end, last,
+              [](const SeriesLine &points, int i) { return GZ::sToQs(points.text(i)); });
+}
+
+void CDrawStyle::drawNumber(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                            int line, int start, int end, int last, int, bool) {
+    drawTexts(painter, rect, series, range, line, start, end, last, [](const SeriesLine &points, int i) {
+        return numberText(points.hasSecond(i) ? points.second(i) : points.value(i));
+    });
+}
+
+void CDrawStyle::drawTextEx(QPainter *painter, const QRect &rect, const Series &series, const Range &, int line,
+                            int last, int) {
+    const SeriesLine points(series, line);
+    const QRgb ofTheme = DrawLook::current().ofLine(line);
+    const ChartCanvas canvas(painter, rect);
+    const IndexSpan span = heldSpan(0, last, points.size(), last);
+    if (!canvas.isUsable() || points.isHidden() || span.isEmpty()) {
+        return;
+    }
+    TextWriter writer(painter, rect);
+    for (int i = span.first; i <= span.last; ++i) {
+        if (points.has(i) && !points.text(i).empty()) {
+            const double share = std::clamp(points.value(i), 0.0, 1.0);
+            const double middle = rect.top() + share * (rect.height() - 1);
+            writer.write(GZ::sToQs(points.text(i)), columnOfIndex(rect, last, i), middle + writer.height() / 2,
+                         points.color(i, ofTheme));
+        }
+    }
+}
+
+void CDrawStyle::drawIcon(QPainter *painter, const QRect &rect, const Series &series, const Range &range,
+                          int line, int start, int end, int last, const QPixmap &image, int) {
+    const SeriesLine points(series, line);
+    const ChartCanvas canvas(painter, rect);
+    if (image.isNull() || !canvas.isUsable()) {
+        return;
+    }
+    const ClipScope clip(painter, rect, true);
+    const int width = static_cast<int>(image.width() / image.devicePixelRatio());
+    forEachPlaced(
+        canvas, points, ValueScale(rect, range), start, end, last, [&](int i, int column, double row) {
+            if (points.value(i) != 0.0) {
+                painter->drawPixmap(column - width / 2, static_cast<int>(row) + 1 + kMarkDistance, image);
+            }
+        });
+}
+
+void CDrawStyle::getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
+                              int index, const CInstrumentDetailPtr &instrument,
+                              const QList<CInstrumentDetailPtr> &addStocks) {
+    appendSeries(title, key, series, index, instrument, addStocks);
 }
 
 } // namespace TC

@@ -1,29 +1,14 @@
 #pragma once
 
 /// \file
-/// Numbers of the draw styles, and the sizes and places that drawing and measuring share.
+/// The sizes and places that drawing and measuring share.
 
+#include "host/drawing/DrawStyles.h"
 #include "toolkit/drawing/SeriesLine.h"
 
 #include <vector>
 
 namespace TC {
-
-constexpr int kDotStyle = 1;
-constexpr int kColorStickStyle = 2;
-constexpr int kVolStickStyle = 10;
-constexpr int kKLineStyle = 12;
-constexpr int kTextStyle = 13;
-constexpr int kFirstVertLineStyle = 14;
-constexpr int kLastVertLineStyle = 19;
-constexpr int kIconStyle = 26;
-constexpr int kNumberStyle = 28;
-constexpr int kTextExStyle = 31;
-constexpr int kStickKlineStyle = 36;
-constexpr int kBoolLineStyle = 37;
-constexpr int kWideVolStickStyle = 40;
-constexpr int kSegmentLineStyle = 41;
-constexpr int kStackVolStickStyle = 42;
 
 /// Share of a minute's width that sticks, candles and stacked columns take.
 constexpr double kStickShare = 0.6;
@@ -49,12 +34,12 @@ inline int firstBridged(const SeriesLine &points, int index) {
 class StackBase {
 public:
     StackBase(const se::RPCFormulaResultCache &series, int line) {
-        if (SeriesLine(series, line).style() != kStackVolStickStyle) {
+        if (SeriesLine(series, line).style() != eStackVolStickStyle) {
             return;
         }
         for (int below = 0; below < line; ++below) {
             const SeriesLine points(series, below);
-            if (points.style() == kStackVolStickStyle && !points.isHidden()) {
+            if (points.style() == eStackVolStickStyle && !points.isHidden()) {
                 mBelow.push_back(points);
             }
         }

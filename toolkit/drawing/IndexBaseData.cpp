@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStrategyTradeManager.h"
+#include "toolkit/drawing/SeriesText.h"
 
 #include <algorithm>
 
@@ -99,6 +100,16 @@ void IndexBaseData::updateStrategyBacktestData(const QVector<QString> &requestId
     if (!requestIds.isEmpty()) {
         CSingletonT<CStrategyTradeManager>::instance().updateBacktestData(requestIds);
     }
+}
+
+std::string IndexBaseData::getResultTxtStr(se::RPCFormulaResult &result, se::RPCFormulaMetaResult &meta,
+                                           bool head) {
+    return textOfSeries(result, meta, head);
+}
+
+std::string IndexBaseData::getResultTxtStr(std::vector<se::RPCFormulaResult> &results,
+                                           std::vector<se::RPCFormulaMetaResult> &metas, bool head) {
+    return textOfSeries(results, metas, head);
 }
 
 } // namespace TC

@@ -1,4 +1,4 @@
-#include "host/drawing/IndexBaseData.h"
+#include "host/drawing/IndexBaseDataReq.h"
 
 namespace TC {
 

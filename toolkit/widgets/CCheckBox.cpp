@@ -1,5 +1,6 @@
 #include "host/toolkit/CCheckBox.h"
 
+#include "host/toolkit/Events.h"
 #include "toolkit/widgets/CheckIndicator.h"
 
 #include <QStyle>
@@ -9,8 +10,9 @@ namespace GZ {
 
 CCheckBox::CCheckBox(const QString &text, int id, QWidget *parent) : CEventWidgetT<QCheckBox>(parent), mId(id) {
     setText(text);
-    connect(this, &QCheckBox::clicked, this,
-            [this](bool checked) { deliverEvent(kToggled, mId, checked ? 1 : 0, objectName(), nullptr); });
+    connect(this, &QCheckBox::clicked, this, [this](bool checked) {
+        deliverEvent(TC::eCheckBoxToggled, mId, checked ? 1 : 0, objectName(), nullptr);
+    });
 }
 
 QSize CCheckBox::sizeHint() const {

@@ -1,5 +1,6 @@
 #include "host/toolkit/CPushButton.h"
 
+#include "host/toolkit/Events.h"
 #include "toolkit/drawing/StretchedImage.h"
 
 #include <QPaintEvent>
@@ -20,8 +21,9 @@ QColor shadeOf(bool down, bool hovered) {
 CPushButton::CPushButton(QString imageKey, int id, int left, int right, int top, int bottom, QWidget *parent)
     : CEventWidgetT<QPushButton>(parent), mImageKey(std::move(imageKey)), mId(id), mStretched(true) {
     mBorders = imageBorders(mImageKey, left, right, top, bottom);
-    connect(this, &QPushButton::clicked, this,
-            [this](bool checked) { deliverEvent(kClicked, mId, checked ? 1 : 0, QString(), nullptr); });
+    connect(this, &QPushButton::clicked, this, [this](bool checked) {
+        deliverEvent(TC::eButtonClicked, mId, checked ? 1 : 0, QString(), nullptr);
+    });
     onUiResourceChanged();
 }
 

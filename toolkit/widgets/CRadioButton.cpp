@@ -1,5 +1,6 @@
 #include "host/toolkit/CRadioButton.h"
 
+#include "host/toolkit/Events.h"
 #include "toolkit/widgets/CheckIndicator.h"
 
 #include <QStyleOptionButton>
@@ -10,7 +11,7 @@ CRadioButton::CRadioButton(const QString &text, int id, QWidget *parent)
     : CEventWidgetT<QRadioButton>(parent), mId(id) {
     setText(text);
     connect(this, &QRadioButton::clicked, this,
-            [this] { deliverEvent(kPicked, mId, 1, objectName(), nullptr); });
+            [this] { deliverEvent(TC::eRadioButtonPicked, mId, 1, objectName(), nullptr); });
 }
 
 void CRadioButton::paintEvent(QPaintEvent *) {

@@ -1,6 +1,7 @@
 #include "host/toolkit/CSmallNoNormalButton.h"
 
 #include "host/toolkit/CPushButton.h"
+#include "host/toolkit/Events.h"
 #include "host/toolkit/ThemeColor.h"
 
 #include <QPainter>
@@ -14,7 +15,7 @@ CSmallNoNormalButton::CSmallNoNormalButton(const QString &text, int id, QWidget 
     setFocusPolicy(Qt::NoFocus);
     setAutoDefault(false);
     connect(this, &QPushButton::clicked, this,
-            [this] { deliverEvent(CPushButton::kClicked, mId, 0, QString(), nullptr); });
+            [this] { deliverEvent(TC::eButtonClicked, mId, 0, QString(), nullptr); });
     onUiResourceChanged();
 }
 

@@ -1,5 +1,7 @@
 #include "host/toolkit/CSmallNormalButton.h"
 
+#include "host/toolkit/Events.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -19,8 +21,9 @@ CSmallNormalButton::CSmallNormalButton(int id, int border, int radius, QWidget *
                                       QStringLiteral("tc_clr_depth_bottom_group_btn_txt_press"),
                                       QStringLiteral("tc_clr_depth_bottom_group_btn_txt_disable")} {
     setAutoDefault(false); // Enter in a dialog is not for it
-    connect(this, &QPushButton::clicked, this,
-            [this](bool checked) { deliverEvent(kClicked, mId, checked ? 1 : 0, QString(), nullptr); });
+    connect(this, &QPushButton::clicked, this, [this](bool checked) {
+        deliverEvent(TC::eButtonClicked, mId, checked ? 1 : 0, QString(), nullptr);
+    });
     CSmallNormalButton::onUiResourceChanged();
 }
 

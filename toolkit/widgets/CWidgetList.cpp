@@ -1,5 +1,6 @@
 #include "host/toolkit/CWidgetList.h"
 
+#include "host/toolkit/Events.h"
 #include "toolkit/widgets/StretchLengths.h"
 
 #include <QChildEvent>
@@ -230,7 +231,7 @@ bool CWidgetList::event(QEvent *event) {
 bool CWidgetList::eventFilter(QObject *watched, QEvent *event) {
     if (mTellsActivation && event->type() == QEvent::Enter) {
         auto *widget = static_cast<QWidget *>(watched); // the list watches nothing but its widgets
-        deliverEvent(kActivated, 0, 0, QString(), &widget);
+        deliverEvent(TC::eWidgetActivated, 0, 0, QString(), &widget);
     }
     return CBaseWidget::eventFilter(watched, event);
 }

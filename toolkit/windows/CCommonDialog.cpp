@@ -1,6 +1,7 @@
 #include "host/toolkit/CCommonDialog.h"
 
 #include "host/toolkit/CPushButton.h"
+#include "host/toolkit/Events.h"
 #include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogFrame.h"
 #include "toolkit/windows/DialogLook.h"
@@ -53,7 +54,7 @@ int CCommonDialog::titleButtonMargin() {
 }
 
 bool CCommonDialog::handleEvent(int event, int first, int second, QString text, void *data) {
-    if (event == CPushButton::kClicked && first == kCloseButton) {
+    if (event == TC::eButtonClicked && first == kCloseButton) {
         done(kCloseButton);
         return true;
     }
@@ -61,7 +62,7 @@ bool CCommonDialog::handleEvent(int event, int first, int second, QString text, 
 }
 
 void CCommonDialog::reject() {
-    handleEvent(CPushButton::kClicked, kCloseButton, 0, QString(), nullptr);
+    handleEvent(TC::eButtonClicked, kCloseButton, 0, QString(), nullptr);
 }
 
 void CCommonDialog::onUiResourceChanged() {

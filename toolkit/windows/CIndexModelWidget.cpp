@@ -3,6 +3,7 @@
 #include "host/services/CIndexTemplateManager.h"
 #include "host/toolkit/CMessageBox.h"
 #include "host/toolkit/CStyleSheetCenter.h"
+#include "host/toolkit/Events.h"
 #include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogLook.h"
 
@@ -122,7 +123,7 @@ void CIndexModelWidget::choose(const QString &name, bool isTemplate) {
         mChosenTemplate = name;
     }
     const QPointer<CIndexModelWidget> alive(this); // the host may close the view
-    deliverEvent(kChosen, 0, isTemplate ? 1 : 0, name, nullptr);
+    deliverEvent(eTemplateChosen, 0, isTemplate ? 1 : 0, name, nullptr);
     if (alive && isTemplate) { // the panes that made room have given their formulas up
         updateSelectIndex(getTemplateIndex());
     }

@@ -1,3 +1,5 @@
+#include "toolkit/drawing/SeriesText.h"
+
 #include "host/drawing/IndexBaseData.h"
 
 #include <QDateTime>
@@ -87,8 +89,7 @@ std::string joined(const std::vector<std::string> &blocks) {
 
 } // namespace
 
-std::string IndexBaseData::getResultTxtStr(se::RPCFormulaResult &result, se::RPCFormulaMetaResult &meta,
-                                           bool head) {
+std::string textOfSeries(const se::RPCFormulaResult &result, const se::RPCFormulaMetaResult &meta, bool head) {
     std::string text = head ? headText(result, meta) + '\n' : std::string();
     for (std::size_t point = 0; point < result.mTimes.size(); ++point) {
         text += rowText(result, meta, point) + '\n';
@@ -96,8 +97,8 @@ std::string IndexBaseData::getResultTxtStr(se::RPCFormulaResult &result, se::RPC
     return text;
 }
 
-std::string IndexBaseData::getResultTxtStr(std::vector<se::RPCFormulaResult> &results,
-                                           std::vector<se::RPCFormulaMetaResult> &metas, bool head) {
+std::string textOfSeries(const std::vector<se::RPCFormulaResult> &results,
+                         const std::vector<se::RPCFormulaMetaResult> &metas, bool head) {
     const std::size_t count = std::min(results.size(), metas.size());
     std::size_t rows = 0;
     std::vector<std::string> blocks(count);

@@ -1,6 +1,5 @@
-#include "host/drawing/CDrawStyle.h"
+#include "toolkit/drawing/SeriesTitle.h"
 
-#include "host/drawing/CArrowColorSimpleText.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
@@ -57,9 +56,9 @@ CArrowColorSimpleText::EArrow moveOf(const SeriesLine &line, int index) {
 
 } // namespace
 
-void CDrawStyle::getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
-                              int index, const CInstrumentDetailPtr &instrument,
-                              const QList<CInstrumentDetailPtr> &addStocks) {
+void appendSeries(CArrowColorSimpleText &title, const CFormulaKey &key, const se::RPCFormulaResultCache &series,
+                  int index, const CInstrumentDetailPtr &instrument,
+                  const QList<CInstrumentDetailPtr> &addStocks) {
     const DrawLook &look = DrawLook::current();
     const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(key.mFormula);
     const CInstrumentDetailPtr overlay = overlayOf(key, instrument, addStocks);
