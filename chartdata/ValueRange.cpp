@@ -5,26 +5,6 @@
 
 namespace TC {
 
-bool exceeds(double a, double b) {
-    return a > b + kValueTolerance;
-}
-
-bool liesBelow(double a, double b) {
-    return a < b - kValueTolerance;
-}
-
-bool isZero(double value) {
-    return std::fabs(value) <= kValueTolerance;
-}
-
-bool isUnset(double value) {
-    return std::fabs(value - kUnsetValue) <= kValueTolerance;
-}
-
-bool isUsable(double value) {
-    return std::isfinite(value) && !isUnset(value);
-}
-
 bool widen(double &max, double &min, const Extremes &found) {
     const bool maxChanged = isUnset(max) || exceeds(found.max, max);
     if (maxChanged) {

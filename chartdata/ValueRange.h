@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/drawing/IndexBaseData.h"
+#include "host/records/ValueComparison.h"
 
 namespace TC {
 
@@ -9,16 +10,6 @@ using ValueRange = QPair<double, double>;
 
 /// \file
 /// Arithmetic of value ranges. All comparisons have the tolerance kValueTolerance.
-
-/// Whether `a` is larger than `b` by more than the tolerance.
-bool exceeds(double a, double b);
-/// Whether `a` is smaller than `b` by more than the tolerance.
-bool liesBelow(double a, double b);
-bool isZero(double value);
-/// Whether a value is the unset one.
-bool isUnset(double value);
-/// A value that can be computed with: neither unset nor infinite nor not a number.
-bool isUsable(double value);
 
 /// Extremes that only ever widen.
 struct Extremes {

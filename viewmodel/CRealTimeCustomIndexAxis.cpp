@@ -1,20 +1,15 @@
 #include "viewmodel/CRealTimeCustomIndexAxis.h"
 
+#include "host/records/ValueComparison.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CIndexManager.h"
 #include "host/services/CStockManager.h"
-
-#include <cmath>
 
 namespace TC {
 namespace {
 
 constexpr double kDefaultBaseValue = 100.0;
 constexpr qint32 kDefaultOption2 = 100;
-
-bool isUnset(double value) {
-    return std::fabs(value) <= kValueTolerance;
-}
 
 qint64 nowInMilliseconds() {
     return qint64(hostNow().toTime_t()) * 1000;
@@ -62,9 +57,9 @@ bool CRealTimeCustomIndexAxis::fillRequestParam(CFormulaParam &param, const QStr
     param.mIndexName = key;
     param.mIndexKey = key;
     param.mIndexOption1 = index->mOption1;
-    param.mIndexStartTime = isUnset(double(index->mStartTime)) ? nowInMilliseconds() : index->mStartTime;
-    param.mIndexBaseValue = isUnset(index->mBaseValue) ? kDefaultBaseValue : index->mBaseValue;
-    param.mIndexOption2 = isUnset(index->mOption2) ? kDefaultOption2 : index->mOption2;
+    param.mIndexStartTime = isZero(double(index->mStartTime)) ? nowInMilliseconds() : index->mStartTime;
+    param.mIndexBaseValue = isZero(index->mBaseValue) ? kDefaultBaseValue : index->mBaseValue;
+    param.mIndexOption2 = isZero(index->mOption2) ? kDefaultOption2 : index->mOption2;
     param.mCode = key;
     param.mIndexOption3 = index->mOption3;
     param.mMarket = QStringLiteral("CD");

@@ -1,6 +1,7 @@
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include "host/drawing/LineColor.h"
+#include "host/records/ValueComparison.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CIndexManager.h"
@@ -17,7 +18,6 @@
 #include "viewmodel/ViewOverlays.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace TC {
 namespace {
@@ -37,10 +37,6 @@ QList<CIndexDetail *> copiesOf(const QList<CIndexDetail *> &indexes) {
         copies.append(new CIndexDetail(*index));
     }
     return copies;
-}
-
-bool isZero(double value) {
-    return std::fabs(value) <= kValueTolerance;
 }
 
 } // namespace

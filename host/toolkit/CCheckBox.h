@@ -12,8 +12,6 @@ namespace GZ {
 class CCheckBox : public CEventWidgetT<QCheckBox> {
     Q_OBJECT
 public:
-    static constexpr int kToggled = 67; ///< the event
-
     CCheckBox(const QString &text, int id, QWidget *parent = nullptr);
     int id() const { return mId; }
     /// What the box and its text need, with no room beside them.

@@ -12,8 +12,6 @@ namespace GZ {
 class CRadioButton : public CEventWidgetT<QRadioButton> {
     Q_OBJECT
 public:
-    static constexpr int kPicked = 93; ///< the event
-
     CRadioButton(const QString &text, int id, QWidget *parent = nullptr);
     int id() const { return mId; }
 

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "host/toolkit/CEventWidgetT.h"
-#include "host/toolkit/CUiResource.h"
-
-#include <QPushButton>
-#include <QString>
+#include "host/toolkit/CEventButton.h"
 
 #include <array>
 
@@ -12,42 +8,32 @@ namespace GZ {
 
 /// A small button with a text on a flat ground. A click delivers eButtonClicked with the button's id, 1 when it is
 /// checked and 0 otherwise, and no text.
-class CSmallNormalButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
+class CSmallNormalButton : public CEventButton {
     Q_OBJECT
 public:
-    static constexpr int kClicked = 5; ///< the event
-
     /// The ground has a line around it of `border` pixels, none for 0, and corners of that radius.
     CSmallNormalButton(int id, int border, int radius, QWidget *parent = nullptr);
 
-    int id() const { return mId; }
-    void setId(int id) { mId = id; }
     /// Colours of the text, by key, as it lies there, under the mouse, pressed, and disabled.
     void setTextColorKeys(const QString &normal, const QString &hovered, const QString &pressed,
                           const QString &disabled);
     /// Colours of the ground: keys that begin so and end as those of the text do, with "nomal", "hover", "press" and
     /// "disable".
     void setBackgroundKeys(const QString &prefix);
-    void setFontKey(const QString &key);
 
     QSize sizeHint() const override;
-    void onUiResourceChanged() override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void enterEvent(QEvent *event) override;
-    void leaveEvent(QEvent *event) override;
 
 private:
     enum EState { eNormal, eHovered, ePressed, eDisabled };
     EState state() const;
 
-    int mId;
     int mBorder;
     int mRadius;
     std::array<QString, 4> mTextColorKeys; ///< by EState
     QString mBackgroundPrefix = QStringLiteral("tc_clr_conciseStyle_depth_bottom_group_btn_");
-    QString mFontKey = QStringLiteral("fnt_default_normal");
 };
 
 } // namespace GZ

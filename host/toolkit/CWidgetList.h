@@ -29,9 +29,6 @@ public:
     /// Where a widget lies across the list: along one edge, in the middle (none), or from edge to edge (both).
     enum EAnchor : int { eAnchorNone = 0, eAnchorStart = 1, eAnchorEnd = 2, eAnchorBoth = 3 };
 
-    /// The event that tells of an activated widget; its data points to the pointer of the widget.
-    static constexpr int kActivated = 13;
-
     explicit CWidgetList(Qt::Orientation orientation, QWidget *parent = nullptr);
 
     void setOrientation(Qt::Orientation orientation);
@@ -65,7 +62,7 @@ public:
     /// Takes a widget out of the list and answers it. It stays a child, and is the caller's to hide or delete.
     QWidget *popWidgetAt(int index);
 
-    /// Whether kActivated is delivered when the mouse enters a widget of the list; at first it is not.
+    /// Whether eWidgetActivated is delivered when the mouse enters a widget of the list; at first it is not.
     void setTellsActivation(bool tells) { mTellsActivation = tells; }
 
     /// Gives a widget another stretch and remembers the one it had. With 0 it keeps the length it has just now. The

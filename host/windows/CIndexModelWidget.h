@@ -17,8 +17,6 @@ namespace TC {
 class CIndexModelWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
-    static constexpr int kChosen = 3039; ///< the event
-
     explicit CIndexModelWidget(QWidget *parent = nullptr);
 
     /// Size that the bar asks for; its height does not depend on what it offers.

@@ -70,7 +70,7 @@ void FormulaCatalogue::readBuiltin() {
             tell(error);
             continue;
         }
-        const QString name = description->name.toUpper();
+        const QString name = description->name;
         mBuiltin.insert(name, makeFormula(file, *description, false));
         mOrder.append(name);
     }
@@ -80,14 +80,14 @@ void FormulaCatalogue::readUser() {
     for (const FormulaFile &file : readFormulaFiles(mUserFolder, mSink)) {
         FormulaError error;
         FormulaPtr formula = userFormula(file, error);
-        if (formula && mUser.contains(formula->description.name.toUpper())) {
+        if (formula && mUser.contains(formula->description.name)) {
             error = {formula->description.name, 0,
                      QCoreApplication::translate("FormulaCatalogue", "文件 %1 与另一个文件的指标同名，未使用")
                          .arg(file.path)};
             formula = nullptr;
         }
         if (formula) {
-            mUser.insert(formula->description.name.toUpper(), formula);
+            mUser.insert(formula->description.name, migrated(formula));
         } else {
             mFaulty.insert(QFileInfo(file.path).completeBaseName().toUpper(), file);
             tell(error);
@@ -108,6 +108,21 @@ void FormulaCatalogue::readScripts() {
             mScriptRecords.insert(name, keptRecord(*record));
         }
     }
+}
+
+FormulaCatalogue::FormulaPtr FormulaCatalogue::migrated(const FormulaPtr &formula) const {
+    const QByteArray text =
+        formula ? withNameInCapitals(formula->file.text, formula->description.name) : QByteArray();
+    if (!formula || text == formula->file.text) {
+        return formula;
+    }
+    FormulaFile file = formula->file;
+    file.text = text;
+    const QString unwritten = writeFormulaFile(file.path, file.text);
+    if (!unwritten.isEmpty()) {
+        tell({formula->description.name, 0, unwritten}); // it is used all the same
+    }
+    return makeFormula(file, formula->description, true);
 }
 
 FormulaCatalogue::FormulaPtr FormulaCatalogue::userFormula(const FormulaFile &file, FormulaError &error) const {
@@ -146,8 +161,7 @@ TC::CFormulaDetailPtr FormulaCatalogue::makeRecord(const Formula &formula) const
             record->mPrecisions.insert(i, description.lines[i].precision);
         }
     }
-    const QJsonObject kept =
-        mConfig.section(QStringLiteral("formulas")).value(description.name.toUpper()).toObject();
+    const QJsonObject kept = mConfig.section(QStringLiteral("formulas")).value(description.name).toObject();
     for (const FormulaParameter &parameter : description.parameters) {
         if (parameter.isText) {
             record->mStrParamNames.append(parameter.name);

@@ -13,7 +13,7 @@
 
 namespace terminal {
 
-/// The formulas that the terminal offers, by name in any letter case: those built in, and over them the user's own.
+/// The formulas that the terminal offers, named in capitals and found in any letter case: those built in, and over them the user's own.
 ///
 /// A file of the user's folder takes the place of the built-in formula of the same name, or is a formula of its own. One
 /// that is faulty is told, and the built-in formula stands. Folders of the files are those of the tree, what the user
@@ -49,7 +49,7 @@ public:
 
     /// The file that a request names, with the values of its parameters; nothing when there is none.
     std::optional<LuaFormulaFile> fileOf(const TC::CFormulaParam &param) const;
-    /// Names of all formulas, as they are written, in the order of the tree.
+    /// Names of all formulas in the order of the tree.
     QStringList names() const;
     /// What the file of a formula says about itself; nothing for an unknown one.
     std::optional<FormulaDescription> description(const QString &name) const;
@@ -72,6 +72,8 @@ private:
     void readScripts();
     /// The formula of a user's file; null, with the reason, when it is faulty.
     FormulaPtr userFormula(const FormulaFile &file, FormulaError &error) const;
+    /// The formula with its file brought to what files are like today: names in capitals. Null for null.
+    FormulaPtr migrated(const FormulaPtr &formula) const;
     std::shared_ptr<Formula> makeFormula(const FormulaFile &file, const FormulaDescription &description,
                                          bool isUserMade) const;
     TC::CFormulaDetailPtr makeRecord(const Formula &formula) const;

@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cmath>
 
@@ -36,14 +35,6 @@ bool isFileName(const QString &name) {
         }
     }
     return !name.isEmpty() && name.size() <= 64 && !name.startsWith(QLatin1Char('.'));
-}
-
-/// Writes a file whole or not at all; the reason when it cannot be.
-QString writeFile(const QString &path, const QByteArray &text) {
-    QDir().mkpath(QFileInfo(path).path());
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-    return written ? QString() : tr("文件 %1 无法写入（%2）").arg(path, file.errorString());
 }
 
 TC::CFormulaParameter shown(const FormulaParameter &parameter) {
@@ -97,7 +88,7 @@ QString FormulaCatalogue::setParameters(const QString &name, const TC::CFormulaP
     if (!formula) {
         return setScriptParameters(name, parameters);
     }
-    const QString entry = formula->description.name.toUpper();
+    const QString entry = formula->description.name;
     QJsonObject kept = mConfig.section(kSection).value(entry).toObject();
     TC::CFormulaParam request;
     request.mFormulaName = name;
@@ -238,6 +229,7 @@ TC::CFormulaFault FormulaCatalogue::saveFormula(QString &name, const QString &te
         return faultOf(error);
     }
     const QString own = description->name;
+    file.text = withNameInCapitals(file.text, own);
     const bool isSame = own.compare(name, Qt::CaseInsensitive) == 0;
     if (!isSame && !source(own).mText.isEmpty()) {
         return fault(tr("已有指标 %1，请换一个名称").arg(own));
@@ -252,14 +244,14 @@ TC::CFormulaFault FormulaCatalogue::saveFormula(QString &name, const QString &te
     if (!formula) {
         return faultOf(error);
     }
-    const QString unwritten = writeFile(file.path, file.text);
+    const QString unwritten = writeFormulaFile(file.path, file.text);
     if (!unwritten.isEmpty()) {
         return fault(unwritten);
     }
     {
         std::lock_guard<std::mutex> hold(mLock);
-        mUser.insert(own.toUpper(), formula);
-        mFaulty.remove(own.toUpper());
+        mUser.insert(own, formula);
+        mFaulty.remove(own);
         buildTree();
     }
     name = own;

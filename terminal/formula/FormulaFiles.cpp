@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSaveFile>
 
 namespace terminal {
 namespace {
@@ -55,6 +57,35 @@ QVector<FormulaFile> readFormulaFiles(const QString &root, const FormulaErrorSin
         readFolder(QDir(root), {}, files, sink);
     }
     return files;
+}
+
+QByteArray withNameInCapitals(const QByteArray &text, const QString &name) {
+    static const QRegularExpression written(QStringLiteral("\\bname\\s*=\\s*([\"'])([^\"'\\n]*)\\1"));
+    QRegularExpressionMatchIterator matches = written.globalMatch(QString::fromUtf8(text));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        if (match.captured(2).toUpper() == name && match.captured(2) != name) {
+            const QByteArray before = match.captured().toUtf8();
+            QString after = match.captured();
+            after.replace(match.capturedStart(2) - match.capturedStart(), match.capturedLength(2), name);
+            const int at = text.indexOf(before);
+            if (at < 0) {
+                return text; // not in UTF-8
+            }
+            QByteArray changed = text;
+            return changed.replace(at, before.size(), after.toUtf8());
+        }
+    }
+    return text;
+}
+
+QString writeFormulaFile(const QString &path, const QByteArray &text) {
+    QDir().mkpath(QFileInfo(path).path());
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    return written ? QString()
+                   : QCoreApplication::translate("FormulaCatalogue", "文件 %1 无法写入（%2）")
+                         .arg(path, file.errorString());
 }
 
 } // namespace terminal

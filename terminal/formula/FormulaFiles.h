@@ -21,4 +21,11 @@ struct FormulaFile {
 /// mebibyte, is told and left out. Empty for a folder that is not there.
 QVector<FormulaFile> readFormulaFiles(const QString &root, const FormulaErrorSink &sink);
 
+/// The text of a formula file whose name is written in capitals, as `name`, where it is written in other letters;
+/// otherwise the text as it is.
+QByteArray withNameInCapitals(const QByteArray &text, const QString &name);
+
+/// Writes a file whole or not at all; the reason when it cannot be.
+QString writeFormulaFile(const QString &path, const QByteArray &text);
+
 } // namespace terminal

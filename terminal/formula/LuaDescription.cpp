@@ -191,7 +191,7 @@ int describe(lua_State *state) {
     }
     lua_settop(state, 1);
     FormulaDescription &description = run.description;
-    description.name = textField(state, "name");
+    description.name = textField(state, "name").toUpper(); // a chart keeps names so
     if (description.name.trimmed().isEmpty()) {
         raiseField(state, QStringLiteral("name"), tr("公式的名称"));
     }

@@ -286,10 +286,45 @@ TEST_F(FormulaCatalogueTest, AFileOfTheUserTakesThePlaceOfTheBuiltInFormula) {
     EXPECT_TRUE(mErrors.isEmpty());
     EXPECT_EQ(catalogue.getFormula("KDJ")->mType, 1);
     EXPECT_EQ(catalogue.getFormula("KDJ")->mPrecisions, (QMap<int, int>{{0, 1}}));
-    EXPECT_EQ(catalogue.fileOf(request("KDJ"))->text, formulaText("kdj"));
-    EXPECT_EQ(pathTo(catalogue.getRootCatalog(), "kdj"), (QStringList{"摆动指标", "kdj"}));
+    EXPECT_EQ(catalogue.fileOf(request("KDJ"))->text, formulaText("KDJ"));
+    EXPECT_EQ(pathTo(catalogue.getRootCatalog(), "KDJ"), (QStringList{"摆动指标", "KDJ"}));
     EXPECT_TRUE(catalogue.source("KDJ").mIsUserMade);
     EXPECT_TRUE(catalogue.source("KDJ").mHasBuiltin);
+}
+
+TEST_F(FormulaCatalogueTest, AFormulaNamedInOtherLettersIsNamedInCapitalsAndItsFileIsMigrated) {
+    writeUserFile("mine.lua", formulaText("MyInd"));
+    FormulaCatalogue &catalogue = open();
+    EXPECT_TRUE(mErrors.isEmpty());
+    EXPECT_EQ(catalogue.getFormula("MyInd")->mName, "MYIND");
+    EXPECT_EQ(catalogue.getFormula("MyInd")->mFileName, "MYIND");
+    EXPECT_EQ(pathTo(catalogue.getRootCatalog(), "MYIND"), (QStringList{"自编指标", "MYIND"}));
+    EXPECT_TRUE(catalogue.names().contains("MYIND"));
+    EXPECT_EQ(catalogue.source("MYIND").mText, QString::fromUtf8(formulaText("MYIND")));
+    EXPECT_EQ(readUserFile("mine.lua"), formulaText("MYIND"));
+}
+
+TEST_F(FormulaCatalogueTest, WhereAFileCannotBeMigratedItsFormulaIsNamedInCapitalsAllTheSame) {
+    const QByteArray text = formulaText("MyInd").replace("\"MyInd\"", "\"My\" .. \"Ind\"");
+    writeUserFile("mine.lua", text);
+    EXPECT_EQ(open().getFormula("MYIND")->mName, "MYIND");
+    EXPECT_EQ(readUserFile("mine.lua"), text);
+}
+
+TEST_F(FormulaCatalogueTest, AFileOfTheSameNameInOtherLettersIsLeftAsItIs) {
+    writeUserFile("a.lua", formulaText("SAME"));
+    writeUserFile("b.lua", formulaText("same"));
+    open();
+    EXPECT_EQ(readUserFile("b.lua"), formulaText("same"));
+}
+
+TEST_F(FormulaCatalogueTest, ASavedFormulaIsNamedInCapitals) {
+    FormulaCatalogue &catalogue = open();
+    QString name;
+    EXPECT_TRUE(catalogue.saveFormula(name, formulaText("MyInd")).isGood());
+    EXPECT_EQ(name, "MYIND");
+    EXPECT_EQ(catalogue.getFormula("myind")->mName, "MYIND");
+    EXPECT_EQ(readUserFile("MYIND.lua"), formulaText("MYIND"));
 }
 
 TEST_F(FormulaCatalogueTest, FormulasThatTheUserAddsStandInAFolderOfTheirOwn) {

@@ -1,4 +1,5 @@
 #include "host/toolkit/CWidgetList.h"
+#include "host/toolkit/Events.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -269,7 +270,7 @@ TEST_F(CWidgetListTest, OrientationCanChange) {
 class ActivationKeeper : public GZ::CBaseWidget {
 public:
     bool handleEvent(int event, int first, int second, QString text, void *data) override {
-        EXPECT_EQ(event, CWidgetList::kActivated);
+        EXPECT_EQ(event, TC::eWidgetActivated);
         EXPECT_EQ(first, 0);
         EXPECT_EQ(second, 0);
         EXPECT_TRUE(text.isEmpty());

@@ -1,5 +1,6 @@
 #include "host/drawing/CDrawStyle.h"
 
+#include "host/records/ValueComparison.h"
 #include "host/toolkit/Text.h"
 #include "toolkit/drawing/Bars.h"
 #include "toolkit/drawing/Candle.h"
@@ -227,7 +228,7 @@ void CDrawStyle::drawColorStick(QPainter *painter, const QRect &rect, const Seri
     const double base = volume ? bars.bottom() : bars.row(0.0);
     bars.forEach([&](int i) {
         const double value = points.value(i);
-        if (std::abs(value) <= kValueTolerance) {
+        if (isZero(value)) {
             return; // no height
         }
         const double change = volume ? (points.hasSecond(i) ? points.second(i) : 0.0) : value;
@@ -245,7 +246,7 @@ void CDrawStyle::drawVolStick(QPainter *painter, const QRect &rect, const Series
     const double share = std::isfinite(widthFactor) ? std::clamp(widthFactor, 0.0, 1.0) : 0.0;
     const int width = stickWidth(bars.step(), share);
     bars.forEach([&](int i) {
-        if (std::abs(points.value(i)) <= kValueTolerance) {
+        if (isZero(points.value(i))) {
             return; // no height
         }
         const QRgb color = points.color(i, ofTheme);
@@ -299,7 +300,7 @@ void CDrawStyle::drawStackVolstick(QPainter *painter, const QRect &rect, const S
     bars.forEach([&](int i) {
         const double base = below.at(i);
         const double top = base + points.value(i);
-        if (std::abs(points.value(i)) <= kValueTolerance) {
+        if (isZero(points.value(i))) {
             return; // no height
         }
         // The row where the column beneath ends belongs to that column.

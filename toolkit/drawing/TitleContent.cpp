@@ -1,6 +1,7 @@
 #include "toolkit/drawing/TitleContent.h"
 
 #include "host/drawing/CDrawStyle.h"
+#include "host/records/ValueComparison.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/PriceDecimals.h"
@@ -81,7 +82,7 @@ void TitleContent::addChange(CArrowColorSimpleText &title, const se::RPCFormulaR
                              double lastClose) const {
     const SeriesLine price(series, 0);
     const int at = mIndex < 0 ? price.lastPoint() : mIndex;
-    if (!price.has(at) || lastClose == kUnsetValue || lastClose < kValueTolerance) {
+    if (!price.has(at) || isUnset(lastClose) || lastClose < kValueTolerance) {
         return;
     }
     const double change = price.value(at) - lastClose;

@@ -1,6 +1,5 @@
 #include "host/toolkit/CPushButton.h"
 
-#include "host/toolkit/Events.h"
 #include "toolkit/drawing/StretchedImage.h"
 
 #include <QPaintEvent>
@@ -19,12 +18,8 @@ QColor shadeOf(bool down, bool hovered) {
 } // namespace
 
 CPushButton::CPushButton(QString imageKey, int id, int left, int right, int top, int bottom, QWidget *parent)
-    : CEventWidgetT<QPushButton>(parent), mImageKey(std::move(imageKey)), mId(id), mStretched(true) {
+    : CEventButton(id, parent), mImageKey(std::move(imageKey)), mStretched(true) {
     mBorders = imageBorders(mImageKey, left, right, top, bottom);
-    connect(this, &QPushButton::clicked, this, [this](bool checked) {
-        deliverEvent(TC::eButtonClicked, mId, checked ? 1 : 0, QString(), nullptr);
-    });
-    onUiResourceChanged();
 }
 
 CPushButton::CPushButton(QString imageKey, int id, QWidget *parent)
@@ -32,11 +27,6 @@ CPushButton::CPushButton(QString imageKey, int id, QWidget *parent)
     mStretched = false;
     setFocusPolicy(Qt::NoFocus);
     resize(sizeHint());
-}
-
-void CPushButton::setFontKey(const QString &key) {
-    mFontKey = key;
-    onUiResourceChanged();
 }
 
 void CPushButton::setAutoRaise(bool raise) {
@@ -47,21 +37,6 @@ void CPushButton::setAutoRaise(bool raise) {
 QSize CPushButton::sizeHint() const {
     const QPixmap image = CUiResource::instance().getPixmap(mImageKey);
     return (QSizeF(image.size()) / image.devicePixelRatioF()).toSize();
-}
-
-void CPushButton::onUiResourceChanged() {
-    setFont(CUiResource::instance().getFont(mFontKey));
-    update();
-}
-
-void CPushButton::enterEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::enterEvent(event);
-    update();
-}
-
-void CPushButton::leaveEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::leaveEvent(event);
-    update();
 }
 
 void CPushButton::paintEvent(QPaintEvent *) {

@@ -1,42 +1,15 @@
 #include "host/toolkit/CSmallNoNormalButton.h"
 
-#include "host/toolkit/CPushButton.h"
-#include "host/toolkit/Events.h"
 #include "host/toolkit/ThemeColor.h"
 
 #include <QPainter>
 
 namespace GZ {
-namespace {} // namespace
-
 CSmallNoNormalButton::CSmallNoNormalButton(const QString &text, int id, QWidget *parent)
-    : CEventWidgetT<QPushButton>(parent), mId(id) {
+    : CEventButton(id, parent) {
     setText(text);
     setFocusPolicy(Qt::NoFocus);
     setAutoDefault(false);
-    connect(this, &QPushButton::clicked, this,
-            [this] { deliverEvent(TC::eButtonClicked, mId, 0, QString(), nullptr); });
-    onUiResourceChanged();
-}
-
-void CSmallNoNormalButton::setFontKey(const QString &key) {
-    mFontKey = key;
-    onUiResourceChanged();
-}
-
-void CSmallNoNormalButton::onUiResourceChanged() {
-    setFont(CUiResource::instance().getFont(mFontKey));
-    update();
-}
-
-void CSmallNoNormalButton::enterEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::enterEvent(event);
-    update();
-}
-
-void CSmallNoNormalButton::leaveEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::leaveEvent(event);
-    update();
 }
 
 void CSmallNoNormalButton::paintEvent(QPaintEvent *) {

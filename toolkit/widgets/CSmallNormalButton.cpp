@@ -1,7 +1,5 @@
 #include "host/toolkit/CSmallNormalButton.h"
 
-#include "host/toolkit/Events.h"
-
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -15,16 +13,12 @@ constexpr std::array<const char *, 4> kKeyEnds = {"nomal", "hover", "press", "di
 } // namespace
 
 CSmallNormalButton::CSmallNormalButton(int id, int border, int radius, QWidget *parent)
-    : CEventWidgetT<QPushButton>(parent), mId(id), mBorder(border),
+    : CEventButton(id, parent), mBorder(border),
       mRadius(radius), mTextColorKeys{QStringLiteral("tc_clr_depth_bottom_group_btn_txt_nomal"),
                                       QStringLiteral("tc_clr_depth_bottom_group_btn_txt_hover"),
                                       QStringLiteral("tc_clr_depth_bottom_group_btn_txt_press"),
                                       QStringLiteral("tc_clr_depth_bottom_group_btn_txt_disable")} {
     setAutoDefault(false); // Enter in a dialog is not for it
-    connect(this, &QPushButton::clicked, this, [this](bool checked) {
-        deliverEvent(TC::eButtonClicked, mId, checked ? 1 : 0, QString(), nullptr);
-    });
-    CSmallNormalButton::onUiResourceChanged();
 }
 
 void CSmallNormalButton::setTextColorKeys(const QString &normal, const QString &hovered, const QString &pressed,
@@ -38,28 +32,8 @@ void CSmallNormalButton::setBackgroundKeys(const QString &prefix) {
     update();
 }
 
-void CSmallNormalButton::setFontKey(const QString &key) {
-    mFontKey = key;
-    onUiResourceChanged();
-}
-
 QSize CSmallNormalButton::sizeHint() const {
     return {fontMetrics().horizontalAdvance(text()) + 2 * kTextMargin, kHeight};
-}
-
-void CSmallNormalButton::onUiResourceChanged() {
-    setFont(CUiResource::instance().getFont(mFontKey));
-    update();
-}
-
-void CSmallNormalButton::enterEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::enterEvent(event);
-    update();
-}
-
-void CSmallNormalButton::leaveEvent(QEvent *event) {
-    CEventWidgetT<QPushButton>::leaveEvent(event);
-    update();
 }
 
 CSmallNormalButton::EState CSmallNormalButton::state() const {

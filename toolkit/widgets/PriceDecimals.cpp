@@ -1,13 +1,13 @@
 #include "host/toolkit/PriceDecimals.h"
 
-#include "host/records/Enumerations.h"
+#include "host/records/ValueComparison.h"
 
 #include <cmath>
 
 namespace TC {
 
 int decimals(double tick) {
-    if (std::fabs(tick - kUnsetValue) < kValueTolerance) {
+    if (isUnset(tick)) {
         return 2;
     }
     const double tolerance = tick > 1e-5 ? 1e-5 : 1e-6;
