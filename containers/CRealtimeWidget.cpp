@@ -12,6 +12,8 @@
 #include "host/toolkit/Events.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QTimer>
+
 #include <utility>
 
 namespace TC {
@@ -345,9 +347,28 @@ bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, v
     case eGraphResized: // it may have been by its title, with the pane as it was
         placeCrossLine();
         return false;
+    case eRegionBoundMoved:
+        if (sub == eReplayTime && data) {
+            keepReplayTime(*static_cast<const RegionBoundTime *>(data));
+            return true;
+        }
+        return false;
     default:
         return PaneView::handleEvent(event, sub, param, text, data);
     }
+}
+
+void CRealtimeWidget::keepReplayTime(const RegionBoundTime &time) {
+    if (!mReplayTime) {
+        QTimer::singleShot(0, this, &CRealtimeWidget::tellReplayTime);
+    }
+    mReplayTime = time;
+}
+
+void CRealtimeWidget::tellReplayTime() {
+    RegionBoundTime time = *mReplayTime;
+    mReplayTime.reset();
+    deliverEvent(eRegionBoundMoved, eReplayTime, 0, QString(), &time);
 }
 
 void CRealtimeWidget::handleButton(int button, int param) {

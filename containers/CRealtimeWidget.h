@@ -2,8 +2,11 @@
 
 #include "containers/PaneView.h"
 #include "host/services/CFormulaManager.h"
+#include "host/toolkit/Events.h"
 
 #include <QStringList>
+
+#include <optional>
 
 namespace TC {
 
@@ -101,10 +104,14 @@ private:
     QString firstFormula() const;
     void clearData();
     void handleButton(int button, int param);
+    /// The replay stands at another time. It is told while the data draws, under its lock, so the view hears of it later.
+    void keepReplayTime(const RegionBoundTime &time);
+    void tellReplayTime();
 
     int mId;
     std::unique_ptr<ModelRun> mModel;
     QString mPreIndex;
+    std::optional<RegionBoundTime> mReplayTime; ///< that the view has not heard of yet
 };
 
 } // namespace TC

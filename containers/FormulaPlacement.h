@@ -35,8 +35,8 @@ public:
 
     // Steps of these, for formulas that the host places under a key
 
-    /// A formula that stood on the main pane leaves it. The ordinary chart is looked for before it goes: with nothing else
-    /// there, the formula itself counts as the chart.
+    /// A formula that stood on the main pane leaves it. Whether the ordinary chart is to come back is asked before it goes,
+    /// so that of a formula which is the chart nothing comes in its place.
     void takeFromMain(const QString &name);
     void removeFromSubs(const QString &name);
     CRealtimeWidget *addPaneOf(const QString &name);

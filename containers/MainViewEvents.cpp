@@ -1,7 +1,10 @@
 #include "containers/MainViewEvents.h"
 
-#include "containers/CRealtimeMainWidget.h"
-#include "containers/MainViewParts.h"
+#include "containers/CrossLines.h"
+#include "containers/PaneRow.h"
+#include "containers/RegionStatistics.h"
+#include "containers/SelectedPane.h"
+#include "containers/TemplateBar.h"
 #include "host/toolkit/Events.h"
 
 #include <QPointer>
@@ -13,31 +16,87 @@ namespace TC {
 
 namespace {
 
-using View = CRealtimeMainWidget;
-using Parts = MainViewParts;
-using Event = ArrivedEvent;
-
 constexpr bool kEndsHere = true;
 constexpr bool kTravelsOn = false;
 constexpr int kTemplate = 1; ///< second argument of eTemplateChosen
 
-void closePane(View &view, Parts &parts, const Event &event) {
+} // namespace
+
+struct CRealtimeMainWidget::Events::Rule {
+    EEvent mNumber;
+    bool mEndsHere;
+    void (*mAct)(CRealtimeMainWidget &view, const Arrived &event);
+};
+
+using View = CRealtimeMainWidget;
+
+const View::Events::Rule View::Events::kRules[] = {
+    {eWidgetActivated, kTravelsOn,
+     [](View &view, const Arrived &event) {
+         const auto *activated = static_cast<const ActivatedWidget *>(event.mData);
+         view.mCrossLines->followGraph(activated ? *activated : nullptr);
+     }},
+    {eStatisticAsked, kEndsHere,
+     [](View &view, const Arrived &event) { view.statisticSelectRegion(event.mFirst, event.mText); }},
+    {eSubPaneDoubleClicked, kEndsHere,
+     [](View &view, const Arrived &event) { view.mPanes->toggleMaximised(event.mFirst); }},
+    {ePaneCloseAsked, kEndsHere, closePane},
+    {eOrdinaryChartAsked, kEndsHere,
+     [](View &view, const Arrived &) { view.handleDoubleClickedFormula(QStringLiteral("REALTIME")); }},
+    {ePaneAsked, kEndsHere, [](View &view, const Arrived &) { view.addIndexWidget(); }},
+    {eCrossLineMoved, kEndsHere,
+     [](View &view, const Arrived &event) { view.mCrossLines->moveByMouse(event.mSecond, event.mFirst); }},
+    {ePanePressed, kEndsHere, [](View &view, const Arrived &event) { view.highlightWidget(event.mFirst); }},
+    {eGraphResized, kEndsHere, [](View &view, const Arrived &) { view.highlightWidget(view.mSelected->id()); }},
+    {eTemplateChosen, kEndsHere, showChosen},
+    {eRangeOutgrown, kEndsHere, [](View &view, const Arrived &) { view.mRegion->refresh(); }},
+    {eLinkageAsked, kEndsHere, [](View &view, const Arrived &) { view.showLinkageSetting(); }},
+    {eLinkageChosen, kEndsHere, [](View &view, const Arrived &) { view.updateLinkageSetting(); }},
+    {eLinkageClosed, kEndsHere, [](View &view, const Arrived &) { view.closeLinkageSetting(); }},
+    {eLinkageDatasChanged, kEndsHere, [](View &view, const Arrived &) { view.updateLinkageDatas(); }},
+    {eMarkDoubleClicked, kEndsHere,
+     [](View &view, const Arrived &event) {
+         view.showLinkageDatas(event.mData, event.mText, event.mFirst, event.mSecond);
+     }},
+    {eViewUpdateAsked, kEndsHere, [](View &view, const Arrived &) { view.updateWidgetsView(); }},
+    {eDaysAsked, kEndsHere, scaleDays},
+    {ePaneSettingsAsked, kEndsHere,
+     [](View &view, const Arrived &event) {
+         view.deliverEvent(ePaneSettingsAsked, event.mFirst, event.mSecond, event.mText, event.mData);
+     }},
+    {eTemplateSaveAsked, kEndsHere,
+     [](View &view, const Arrived &) { view.mBar->save(view.mPanes->subFormulas()); }},
+    {eRegionBoundMoved, kEndsHere, moveRegionBound},
+    {eRegionEnded, kEndsHere, [](View &view, const Arrived &) { view.setRegionLineHide(); }},
+};
+
+std::optional<bool> View::Events::handle(CRealtimeMainWidget &view, const Arrived &event) {
+    const auto *rule = std::find_if(std::begin(kRules), std::end(kRules),
+                                    [&event](const Rule &one) { return one.mNumber == event.mNumber; });
+    if (rule == std::end(kRules)) {
+        return std::nullopt;
+    }
+    rule->mAct(view, event); // the view may have gone then
+    return rule->mEndsHere;
+}
+
+void View::Events::closePane(CRealtimeMainWidget &view, const Arrived &event) {
     view.delIndexWidget(event.mFirst);
     const QPointer<View> alive(&view); // the host may close the view
     view.deliverEvent(ePaneCloseAsked, event.mFirst, event.mSecond, event.mText, event.mData);
     if (alive) {
-        parts.mBar.givenUp(event.mText);
+        view.mBar->givenUp(event.mText);
     }
 }
 
-void showChosen(View &view, Parts &parts, const Event &event) {
-    if (!parts.mBar.widget()) {
+void View::Events::showChosen(CRealtimeMainWidget &view, const Arrived &event) {
+    if (!view.mBar->widget()) {
         return;
     }
     QVector<QString> formulas{event.mText};
     if (event.mSecond == kTemplate) {
         view.delAllIndexWidgets();
-        formulas = parts.mBar.templateFormulas();
+        formulas = view.mBar->templateFormulas();
     }
     for (const QString &formula : qAsConst(formulas)) {
         view.addIndexWidget();
@@ -45,90 +104,19 @@ void showChosen(View &view, Parts &parts, const Event &event) {
     }
 }
 
-void scaleDays(View &view, Parts &parts, const Event &event) {
-    if (event.mSecond != eBackToOneDay) {
-        view.scaleView(event.mSecond == eOneDayFewer);
-        return;
-    }
-    for (CRealtimeWidget *pane : parts.mPanes.all()) {
-        pane->clearScaleView();
-    }
-    parts.refreshTimeScale();
-    parts.mCrossLines.realign();
-    view.downloadData();
-}
-
-void moveRegionBound(View & /*view*/, Parts &parts, const Event &event) {
+void View::Events::moveRegionBound(CRealtimeMainWidget &view, const Arrived &event) {
     const auto *time = static_cast<const RegionBoundTime *>(event.mData);
-    if (time && (event.mFirst == eRegionStart || event.mFirst == eRegionEnd)) {
-        parts.mRegion.moveBound(static_cast<ERegionBound>(event.mFirst), *time);
+    if (time && event.mFirst >= eRegionStart && event.mFirst <= eReplayTime) {
+        view.mRegion->moveBound(static_cast<ERegionBound>(event.mFirst), *time);
     }
 }
 
-void followGraph(View & /*view*/, Parts &parts, const Event &event) {
-    const auto *activated = static_cast<const ActivatedWidget *>(event.mData);
-    parts.mCrossLines.followGraph(activated ? *activated : nullptr);
-}
-
-struct Rule {
-    EEvent mNumber;
-    bool mEndsHere;
-    void (*mAct)(View &view, Parts &parts, const Event &event);
-};
-
-const Rule kRules[] = {
-    {eWidgetActivated, kTravelsOn, followGraph},
-    {eStatisticAsked, kEndsHere,
-     [](View &view, Parts &, const Event &event) { view.statisticSelectRegion(event.mFirst, event.mText); }},
-    {eSubPaneDoubleClicked, kEndsHere,
-     [](View &, Parts &parts, const Event &event) { parts.mPanes.toggleMaximised(event.mFirst); }},
-    {ePaneCloseAsked, kEndsHere, closePane},
-    {eOrdinaryChartAsked, kEndsHere,
-     [](View &view, Parts &, const Event &) { view.handleDoubleClickedFormula(QStringLiteral("REALTIME")); }},
-    {ePaneAsked, kEndsHere, [](View &view, Parts &, const Event &) { view.addIndexWidget(); }},
-    {eCrossLineMoved, kEndsHere,
-     [](View &, Parts &parts, const Event &event) {
-         parts.mCrossLines.moveByMouse(event.mSecond, event.mFirst);
-     }},
-    {ePanePressed, kEndsHere,
-     [](View &view, Parts &, const Event &event) { view.highlightWidget(event.mFirst); }},
-    {eGraphResized, kEndsHere,
-     [](View &view, Parts &parts, const Event &) { view.highlightWidget(parts.mSelected.id()); }},
-    {eTemplateChosen, kEndsHere, showChosen},
-    {eRangeOutgrown, kEndsHere,
-     [](View &, Parts &, const Event &) {}}, // statistics that are shown would follow
-    {eLinkageAsked, kEndsHere, [](View &view, Parts &, const Event &) { view.showLinkageSetting(); }},
-    {eLinkageChosen, kEndsHere, [](View &view, Parts &, const Event &) { view.updateLinkageSetting(); }},
-    {eLinkageClosed, kEndsHere, [](View &view, Parts &, const Event &) { view.closeLinkageSetting(); }},
-    {eLinkageDatasChanged, kEndsHere, [](View &view, Parts &, const Event &) { view.updateLinkageDatas(); }},
-    {eMarkDoubleClicked, kEndsHere,
-     [](View &view, Parts &, const Event &event) {
-         view.showLinkageDatas(event.mData, event.mText, event.mFirst, event.mSecond);
-     }},
-    {eViewUpdateAsked, kEndsHere, [](View &view, Parts &, const Event &) { view.updateWidgetsView(); }},
-    {eDaysAsked, kEndsHere, scaleDays},
-    {ePaneSettingsAsked, kEndsHere,
-     [](View &view, Parts &, const Event &event) {
-         view.deliverEvent(ePaneSettingsAsked, event.mFirst, event.mSecond, event.mText, event.mData);
-     }},
-    {eTemplateSaveAsked, kEndsHere,
-     [](View &, Parts &parts, const Event &) { parts.mBar.save(parts.mPanes.subFormulas()); }},
-    {eRegionBoundMoved, kEndsHere, moveRegionBound},
-    {eRegionEnded, kEndsHere, [](View &view, Parts &, const Event &) { view.setRegionLineHide(); }},
-};
-
-} // namespace
-
-std::optional<bool> handleMainViewEvent(CRealtimeMainWidget &view, MainViewParts &parts,
-                                        const ArrivedEvent &event) {
-    const auto *rule = std::find_if(std::begin(kRules), std::end(kRules),
-                                    [&event](const Rule &one) { return one.mNumber == event.mNumber; });
-    if (rule == std::end(kRules)) {
-        return std::nullopt;
+void View::Events::scaleDays(CRealtimeMainWidget &view, const Arrived &event) {
+    if (event.mSecond == eBackToOneDay) {
+        view.backToOneDay();
+    } else {
+        view.scaleView(event.mSecond == eOneDayFewer);
     }
-    const bool endsHere = rule->mEndsHere;
-    rule->mAct(view, parts, event); // the view may have gone by now
-    return endsHere;
 }
 
 } // namespace TC

@@ -94,11 +94,21 @@ void PaneRow::remove(CRealtimeWidget *pane) {
         pane->deleteLater();
     }
     mSubs.removeOne(pane);
+    if (mSubs.isEmpty()) {
+        mList->setDragEnable(true); // the maximised one has gone
+    }
 }
 
 void PaneRow::setCreateNewWorkShow(bool show) {
     mCreateNewWorkShow = show;
     mMain->setCreateNewWorkShow(show);
+}
+
+void PaneRow::setReplay(bool replay) {
+    mReplay = replay;
+    for (CRealtimeWidget *pane : all()) {
+        pane->beReplay(replay);
+    }
 }
 
 // Heights

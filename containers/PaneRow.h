@@ -52,6 +52,9 @@ public:
     void deleteAll();
     /// For panes to come; the main pane takes it too.
     void setCreateNewWorkShow(bool show);
+    /// All panes show a market replay, or no longer.
+    void setReplay(bool replay);
+    bool isReplay() const { return mReplay; }
 
     /// Half of what the main pane has.
     int newStretch() const;
@@ -79,6 +82,7 @@ private:
     QVector<CRealtimeWidget *> mSubs;
     int mNextId = 0;
     bool mCreateNewWorkShow = true;
+    bool mReplay = false;
 };
 
 } // namespace TC

@@ -1,8 +1,9 @@
 #include "containers/RegionStatistics.h"
 
 #include "chartview/CRealtimeGraphWidget.h"
-#include "containers/CRealtimeWidget.h"
+#include "containers/CRealtimeMainWidget.h"
 #include "containers/PaneRow.h"
+#include "statistics/CRealtimeStatisticDialog.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <utility>
@@ -11,9 +12,11 @@ namespace TC {
 
 namespace {
 
-/// First field of a stretch's text: its last index.
-int endOf(const QString &text) {
-    return text.section(QLatin1Char(','), 0, 0).toInt();
+/// Fields of a stretch's text.
+enum EField : int { eEndIndex = 0, eStartTime = 1, eEndTime = 2 };
+
+QString field(const QString &text, EField which) {
+    return text.section(QLatin1Char(','), which, which);
 }
 
 QString textOf(int end, const QDateTime &from, const QDateTime &to) {
@@ -22,16 +25,43 @@ QString textOf(int end, const QDateTime &from, const QDateTime &to) {
 
 } // namespace
 
-RegionStatistics::RegionStatistics(const PaneRow &panes, boost::shared_ptr<const CRealtimeUiParam> uiParam)
-    : mPanes(panes), mUiParam(std::move(uiParam)) {}
+RegionStatistics::RegionStatistics(QWidget *view, const PaneRow &panes,
+                                   boost::shared_ptr<const CRealtimeUiParam> uiParam)
+    : mView(view), mPanes(panes), mUiParam(std::move(uiParam)) {}
+
+RegionStatistics::~RegionStatistics() {
+    deleteDialog();
+}
+
+void RegionStatistics::deleteDialog() {
+    delete std::exchange(mDialog, nullptr);
+}
 
 void RegionStatistics::select(int start, const QString &text) {
     mStart = start;
     mText = text;
-    const int end = endOf(text);
-    if (end < 0 || qMax(start, 0) > end) {
+    const int first = qMax(start, 0);
+    const int last = field(text, eEndIndex).toInt();
+    if (last < 0 || first > last) {
         hideLines();
+        return;
     }
+    show(first, last, text);
+}
+
+void RegionStatistics::show(int start, int end, const QString &text) {
+    const QStringList values = mPanes.main()->statisticRange(start, end); // which may cut the end
+    const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
+    const QString stock = getDetailQsKey(detail);
+    if (!mDialog) {
+        mDialog = new CRealtimeStatisticDialog(mView, mPanes.isReplay());
+        mDialog->setStock(stock, true);
+    }
+    mDialog->setStock(stock, false);
+    mDialog->setWindowTitle(getDetailQsName(detail) + CRealtimeMainWidget::tr(" 时段统计"));
+    mDialog->setValues(end - start + 1, values);
+    mDialog->setRange(field(text, eStartTime).toULongLong(), field(text, eEndTime).toULongLong());
+    mDialog->show();
 }
 
 void RegionStatistics::select(const QDateTime &moment) {
@@ -40,15 +70,42 @@ void RegionStatistics::select(const QDateTime &moment) {
 }
 
 void RegionStatistics::moveBound(ERegionBound bound, const RegionBoundTime &time) {
+    if (bound == eReplayTime) {
+        if (mDialog) {
+            mDialog->followTime(time);
+        }
+        return;
+    }
     int start = mStart;
-    int end = endOf(mText);
+    int end = field(mText, eEndIndex).toInt();
     (bound == eRegionStart ? start : end) = mUiParam->getIndexByTime(time);
     mPanes.main()->getCurrentGraphWidget()->setRegionLine(start, end);
     select(start, textOf(end, mUiParam->getDateTimeByIndex(start), mUiParam->getDateTimeByIndex(end)));
 }
 
+void RegionStatistics::refresh() {
+    if (mDialog && mDialog->isVisible()) {
+        select(mStart, QString(mText));
+    }
+}
+
+void RegionStatistics::hideDialog() {
+    if (mDialog) {
+        mDialog->hide();
+    }
+}
+
 void RegionStatistics::hideLines() {
-    mPanes.main()->getCurrentGraphWidget()->setRegionLineHide();
+    for (const CRealtimeWidget *pane : mPanes.all()) {
+        for (CRealtimeGraphWidget *graph : pane->getGraphWidgets()) {
+            graph->setRegionLineHide();
+        }
+    }
+}
+
+void RegionStatistics::end() {
+    hideDialog();
+    hideLines();
 }
 
 } // namespace TC

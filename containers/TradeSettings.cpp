@@ -60,10 +60,8 @@ QMap<QString, bool> TradeSettings::setting() const {
     return mDialog ? mDialog->param() : mSetting;
 }
 
-void TradeSettings::preset(const QMap<QString, bool> &setting) {
-    for (auto entry = setting.begin(); entry != setting.end(); ++entry) {
-        mSetting[entry.key()] = entry.value();
-    }
+void TradeSettings::preset(const QString &name, bool checked) {
+    mSetting[name] = checked;
 }
 
 void TradeSettings::load(const QMap<QString, bool> &setting) {

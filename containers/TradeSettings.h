@@ -32,8 +32,8 @@ public:
 
     /// What is checked, by name; what the dialog begins with when there is none yet.
     QMap<QString, bool> setting() const;
-    /// What the dialog begins with when it is made; names that the map does not hold stay.
-    void preset(const QMap<QString, bool> &setting);
+    /// What the dialog begins with when it is made; a dialog that is there stays as it is.
+    void preset(const QString &name, bool checked);
     /// Checks it in the dialog; without one nothing is kept.
     void load(const QMap<QString, bool> &setting);
 

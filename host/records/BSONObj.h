@@ -3,6 +3,9 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <variant>
+#include <vector>
 
 namespace bson {
 
@@ -12,7 +15,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// An immutable document with shared content.
+class BSONElement;
+
+/// An immutable document with shared content. Of equal keys each stays, in order, and the first counts.
 class BSONObj {
 public:
     /// The empty document.
@@ -24,12 +29,18 @@ public:
     std::string jsonString() const;
     bool isEmpty() const;
     bool hasField(const std::string &key) const;
-    /// Value of a text field; throws BSONError when it is absent or no text. The last of equal keys counts.
+    /// The field of a key; throws BSONError when it is absent, as all that follow do, or when it is of another type.
+    BSONElement getField(const std::string &key) const;
     std::string getString(const std::string &key) const;
-    /// Value of a number field; throws BSONError when it is absent or no number.
+    /// A 32-bit integer, and no other number.
+    int getInt(const std::string &key) const;
+    /// Any number, as a double.
     double getNumber(const std::string &key) const;
-    /// Value of a document or array field; throws BSONError when it is absent or neither.
+    /// A document or an array, whose elements are its fields.
     BSONObj getObject(const std::string &key) const;
+    BSONObj getArray(const std::string &key) const;
+    /// All fields, in order.
+    std::vector<BSONElement> elements() const;
     /// Number of fields, equal keys counted each.
     int nFields() const;
 
@@ -40,7 +51,36 @@ private:
     std::shared_ptr<const Document> mDocument;
 };
 
-/// Builds a document field by field.
+/// One field of a document, or element of an array: its key, and a value of some type. The accessors throw BSONError when
+/// it is of another.
+class BSONElement {
+public:
+    /// The key; of an element of an array its position.
+    const std::string &key() const { return mKey; }
+    bool isText() const { return std::holds_alternative<std::string>(mValue); }
+    bool isArray() const { return std::holds_alternative<Array>(mValue); }
+
+    std::string getString() const;
+    int getInt() const;
+    double getNumber() const;
+    BSONObj getObject() const;
+    BSONObj getArray() const;
+
+private:
+    friend class BSONObj;
+    struct Array {
+        BSONObj mElements;
+    };
+    /// Empty for a type that none of the accessors reads.
+    using Value = std::variant<std::monostate, std::string, int, long long, double, BSONObj, Array>;
+    BSONError wrongType() const;
+    BSONElement(std::string key, Value value) : mKey(std::move(key)), mValue(std::move(value)) {}
+
+    std::string mKey;
+    Value mValue;
+};
+
+/// Builds a document field by field; a key may be given again.
 class BSONObjBuilder {
 public:
     BSONObjBuilder();

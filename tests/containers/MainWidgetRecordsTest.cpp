@@ -188,4 +188,35 @@ TEST_F(MainWidgetRecords, ChangesAfterTheViewHasGoneAreDropped) {
     EXPECT_TRUE(mHost.mLog.of(QStringLiteral("CLinkageManager::getTaskDetails")).size() <= 1);
 }
 
+TEST_F(MainWidgetRecords, DialogsOfTheInstrumentOfBeforeGoWithClear) {
+    showTrades();
+    const auto visible = [this] {
+        int count = 0;
+        count += mMain->findChild<CRealtimeOrderDialog *>() &&
+                 mMain->findChild<CRealtimeOrderDialog *>()->isVisible();
+        count +=
+            mMain->findChild<CRealtimeDealDialog *>() && mMain->findChild<CRealtimeDealDialog *>()->isVisible();
+        count += mMain->findChild<CRealtimeTaskTableDialog *>() &&
+                 mMain->findChild<CRealtimeTaskTableDialog *>()->isVisible();
+        return count;
+    };
+    mMain->clear(false); // none has been made
+    EXPECT_EQ(visible(), 0);
+    fill(200);
+    mMain->updateLinkageDatas();
+    settle();
+    const QList<QPair<QString, QPoint>> marks = {
+        {"linkage_orders", orderMark()}, {"linkage_deals", dealMark()}, {"linkage_tasks", taskMark()}};
+    for (const QPair<QString, QPoint> &mark : marks) {
+        mHost.mConfig.mUserConfig.mQuickCancel = false;
+        mMain->showLinkageDatas(mainGraph(), mark.first, mark.second.x(), mark.second.y());
+        EXPECT_EQ(visible(), 1) << mark.first.toStdString();
+        mMain->clear(true);
+        EXPECT_EQ(visible(), 0) << mark.first.toStdString();
+        fill(200);
+        mMain->updateLinkageDatas();
+        settle();
+    }
+}
+
 } // namespace

@@ -13,7 +13,7 @@ using namespace TC;
 
 namespace {
 
-class TemplateBar : public tests::MainWidgetFixture {
+class MainWidgetTemplate : public tests::MainWidgetFixture {
 protected:
     using Formulas = QVector<QString>;
 
@@ -49,7 +49,7 @@ protected:
     }
 };
 
-TEST_F(TemplateBar, IsHiddenAtFirstAndStandsBeneathTheTimeScale) {
+TEST_F(MainWidgetTemplate, IsHiddenAtFirstAndStandsBeneathTheTimeScale) {
     mHost.mConfig.mConfig.mConcise = true;
     showView(0, EIndexViewType::Template);
     ASSERT_TRUE(bar());
@@ -65,7 +65,7 @@ TEST_F(TemplateBar, IsHiddenAtFirstAndStandsBeneathTheTimeScale) {
     EXPECT_TRUE(bar()->isHidden());
 }
 
-TEST_F(TemplateBar, AFormulaOfTheBarGetsAPaneOfItsOwn) {
+TEST_F(MainWidgetTemplate, AFormulaOfTheBarGetsAPaneOfItsOwn) {
     showBar(1);
     click("MACD");
     EXPECT_EQ(paneFormulas(), (QList<Names>{{"KDJ"}, {"MACD"}}));
@@ -75,7 +75,7 @@ TEST_F(TemplateBar, AFormulaOfTheBarGetsAPaneOfItsOwn) {
     EXPECT_TRUE(mKeeper->of(3039).empty()) << "it ends in the view";
 }
 
-TEST_F(TemplateBar, ATemplateTakesThePlaceOfAllPanes) {
+TEST_F(MainWidgetTemplate, ATemplateTakesThePlaceOfAllPanes) {
     showBar(2);
     mMain->updateSelectIndex({"KDJ", "MACD"});
     click(QStringLiteral("短线"));
@@ -88,7 +88,7 @@ TEST_F(TemplateBar, ATemplateTakesThePlaceOfAllPanes) {
     EXPECT_EQ(mMain->getSelectIndex(), (Formulas{"KDJ"})) << "of the bar's own formulas, what is shown";
 }
 
-TEST_F(TemplateBar, KeepsTheFormulasOfAllPanesInOrderAsATemplate) {
+TEST_F(MainWidgetTemplate, KeepsTheFormulasOfAllPanesInOrderAsATemplate) {
     showBar(2);
     QTimer::singleShot(0, this->mMain.get(), [] {
         auto *dialog = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
@@ -102,7 +102,7 @@ TEST_F(TemplateBar, KeepsTheFormulasOfAllPanesInOrderAsATemplate) {
     EXPECT_EQ(mHost.mTemplates.mTemplates[1].mFormulas, (Formulas{"KDJ", "MACD"}));
 }
 
-TEST_F(TemplateBar, HearsOfTheFormulaThatAPaneGivesUp) {
+TEST_F(MainWidgetTemplate, HearsOfTheFormulaThatAPaneGivesUp) {
     showBar(2);
     mMain->updateSelectIndex({"KDJ", "MACD", "VOL"});
     mMain->highlightWidget(sub(0)->getId());
@@ -116,7 +116,7 @@ TEST_F(TemplateBar, HearsOfTheFormulaThatAPaneGivesUp) {
     EXPECT_EQ(mMain->getSelectIndex(), (Formulas{"MACD", "VOL"})) << "the pane keeps its formula";
 }
 
-TEST_F(TemplateBar, HearsOfItWithTheMainPaneSelectedWhenAFormulaIsApplied) {
+TEST_F(MainWidgetTemplate, HearsOfItWithTheMainPaneSelectedWhenAFormulaIsApplied) {
     showBar(2);
     mMain->updateSelectIndex({"KDJ", "MACD"});
     mMain->highlightWidget(pane()->getId());
@@ -125,7 +125,7 @@ TEST_F(TemplateBar, HearsOfItWithTheMainPaneSelectedWhenAFormulaIsApplied) {
     EXPECT_EQ(mMain->getSelectIndex(), (Formulas{"KDJ"}));
 }
 
-TEST_F(TemplateBar, HearsOfPanesThatGo) {
+TEST_F(MainWidgetTemplate, HearsOfPanesThatGo) {
     showBar(3);
     mMain->updateSelectIndex({"KDJ", "MACD", "VOL"});
     sub(2)->updateIndex("VOL");
@@ -137,7 +137,7 @@ TEST_F(TemplateBar, HearsOfPanesThatGo) {
     EXPECT_TRUE(mMain->getSelectIndex().isEmpty());
 }
 
-TEST_F(TemplateBar, LosesADeletedFormulaWhenTheHostSaysSo) {
+TEST_F(MainWidgetTemplate, LosesADeletedFormulaWhenTheHostSaysSo) {
     showBar(1);
     mMain->handleDeleteFormula("VOL");
     EXPECT_TRUE(button("VOL")) << "the view alone does not touch the bar";
@@ -147,7 +147,7 @@ TEST_F(TemplateBar, LosesADeletedFormulaWhenTheHostSaysSo) {
     EXPECT_TRUE(button("KDJ"));
 }
 
-TEST_F(TemplateBar, IsToldWhatIsInUseAndWhetherItCanBeClicked) {
+TEST_F(MainWidgetTemplate, IsToldWhatIsInUseAndWhetherItCanBeClicked) {
     showBar();
     mMain->updateSelectTemplate({QStringLiteral("短线")});
     EXPECT_EQ(mMain->getSelectTempalte(), (Formulas{QStringLiteral("短线")}));
@@ -161,7 +161,7 @@ TEST_F(TemplateBar, IsToldWhatIsInUseAndWhetherItCanBeClicked) {
     EXPECT_TRUE(button("CCI"));
 }
 
-TEST_F(TemplateBar, FollowsTheWidthOfTheView) {
+TEST_F(MainWidgetTemplate, FollowsTheWidthOfTheView) {
     showBar();
     mMain->resize(150, 400);
     settle();

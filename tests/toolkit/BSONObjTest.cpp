@@ -31,10 +31,72 @@ TEST(BSONObj, ReadsTextsNumbersAndDocuments) {
     EXPECT_EQ(document.getNumber("f"), 5000000000.0);
 }
 
-TEST(BSONObj, TheLastOfEqualKeysCounts) {
+TEST(BSONObj, TheFirstOfEqualKeysCountsAndAllStay) {
     const BSONObj document = BSONObj::fromJson("{\"k\":\"A\",\"K\":\"B\",\"k\":\"C\"}");
-    EXPECT_EQ(document.getString("k"), "C");
+    EXPECT_EQ(document.getString("k"), "A");
     EXPECT_EQ(document.nFields(), 3);
+    const std::vector<bson::BSONElement> fields = document.elements();
+    ASSERT_EQ(fields.size(), 3u);
+    EXPECT_EQ(fields[1].key(), "K");
+    EXPECT_EQ(fields[2].key(), "k");
+    EXPECT_EQ(fields[2].getString(), "C");
+    BSONObjBuilder builder;
+    builder.append("k", "A").append("k", 2);
+    EXPECT_EQ(builder.obj().jsonString(), "{ \"k\" : \"A\", \"k\" : 2 }");
+}
+
+TEST(BSONObj, IntegersOf32BitsAreAType) {
+    const BSONObj document = BSONObj::fromJson("{\"i\":-1,\"max\":2147483647,\"min\":-2147483648,\"l\":"
+                                               "2147483648,\"d\":1.0,\"e\":1e3,\"s\":\"1\",\"b\":true}");
+    EXPECT_EQ(document.getInt("i"), -1);
+    EXPECT_EQ(document.getInt("max"), 2147483647);
+    EXPECT_EQ(document.getInt("min"), -2147483647 - 1);
+    for (const char *key : {"l", "d", "e", "s", "b", "missing"}) {
+        EXPECT_THROW(document.getInt(key), BSONError) << key;
+    }
+    const BSONObj back = BSONObj::fromJson(document.jsonString());
+    EXPECT_EQ(back.getInt("min"), -2147483647 - 1);
+    EXPECT_THROW(back.getInt("d"), BSONError) << "a double stays one";
+    EXPECT_THROW(back.getInt("l"), BSONError);
+}
+
+TEST(BSONObj, ArraysAreWalkedInOrderWithTheirTypes) {
+    const BSONObj document =
+        BSONObj::fromJson("{\"a\":[\"x\",2,2.5,null,[\"y\"],{\"z\":1},5000000000,true],\"o\":{}}");
+    const std::vector<bson::BSONElement> all = document.getArray("a").elements();
+    ASSERT_EQ(all.size(), 8u);
+    EXPECT_TRUE(all[0].isText());
+    EXPECT_EQ(all[0].getString(), "x");
+    EXPECT_EQ(all[1].getInt(), 2);
+    EXPECT_EQ(all[1].getNumber(), 2.0);
+    EXPECT_EQ(all[2].getNumber(), 2.5);
+    EXPECT_EQ(all[4].key(), "4");
+    EXPECT_TRUE(all[4].isArray());
+    EXPECT_EQ(all[4].getArray().getString("0"), "y");
+    EXPECT_FALSE(all[5].isArray());
+    EXPECT_EQ(all[5].getObject().getInt("z"), 1);
+    EXPECT_EQ(all[6].getNumber(), 5000000000.0);
+    for (const std::size_t i : {std::size_t(3), std::size_t(7)}) {
+        EXPECT_THROW(all[i].getString(), BSONError);
+        EXPECT_THROW(all[i].getNumber(), BSONError);
+        EXPECT_THROW(all[i].getObject(), BSONError);
+    }
+    EXPECT_THROW(document.getArray("o"), BSONError) << "a document is no array";
+    EXPECT_NO_THROW(document.getObject("a")) << "an array is a document of its elements";
+}
+
+TEST(BSONObj, ErrorsSayWhatWasExpected) {
+    const BSONObj document = BSONObj::fromJson("{\"n\":1}");
+    const auto message = [](auto read) -> std::string {
+        try {
+            read();
+        } catch (const BSONError &error) {
+            return error.what();
+        }
+        return {};
+    };
+    EXPECT_EQ(message([&] { document.getString("n"); }), "wrong type for field \"n\"");
+    EXPECT_EQ(message([&] { document.getString("m"); }), "field not found, expected type: \"m\"");
 }
 
 TEST(BSONObj, AccessorsThrowOnAbsentFieldsAndOtherTypes) {

@@ -15,9 +15,7 @@ struct BSONObj::Document {
     ~Document() { bson_destroy(mBson); }
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
-    /// The last field of a key; throws when there is none.
-    bson_iter_t at(const std::string &key) const;
-
+    static BSONElement read(const bson_iter_t &field);
     bson_t *mBson;
 };
 
@@ -55,20 +53,6 @@ private:
     bson_json_reader_t *mReader;
 };
 
-bool findLast(const bson_t *document, const std::string &key, bson_iter_t &found) {
-    bson_iter_t field;
-    bool present = false;
-    if (bson_iter_init(&field, document)) {
-        while (bson_iter_next(&field)) {
-            if (key == bson_iter_key(&field)) {
-                found = field;
-                present = true;
-            }
-        }
-    }
-    return present;
-}
-
 /// Text that a document may hold: invalid bytes become the replacement character.
 std::string validText(const std::string &text) {
     const bool valid = bson_utf8_validate(text.data(), text.size(), true);
@@ -85,14 +69,6 @@ int length(const std::string &text) {
 }
 
 } // namespace
-
-bson_iter_t BSONObj::Document::at(const std::string &key) const {
-    bson_iter_t found;
-    if (!findLast(mBson, key, found)) {
-        throw BSONError("no field \"" + key + "\"");
-    }
-    return found;
-}
 
 BSONObj::BSONObj() : mDocument(std::make_shared<const Document>()) {}
 
@@ -132,45 +108,132 @@ bool BSONObj::isEmpty() const {
 
 bool BSONObj::hasField(const std::string &key) const {
     bson_iter_t field;
-    return findLast(mDocument->mBson, key, field);
+    return bson_iter_init_find_w_len(&field, mDocument->mBson, key.data(), length(key));
+}
+
+BSONElement BSONObj::Document::read(const bson_iter_t &field) {
+    const auto nested = [](const uint8_t *data, uint32_t size) {
+        bson_t *copy = bson_new_from_data(data, size);
+        return copy ? BSONObj(std::make_shared<const Document>(copy)) : BSONObj();
+    };
+    const uint8_t *data = nullptr;
+    uint32_t size = 0;
+    BSONElement::Value value;
+    switch (bson_iter_type(&field)) {
+    case BSON_TYPE_UTF8: {
+        const char *text = bson_iter_utf8(&field, &size);
+        value = std::string(text, size);
+        break;
+    }
+    case BSON_TYPE_INT32:
+        value = static_cast<int>(bson_iter_int32(&field));
+        break;
+    case BSON_TYPE_INT64:
+        value = static_cast<long long>(bson_iter_int64(&field));
+        break;
+    case BSON_TYPE_DOUBLE:
+        value = bson_iter_double(&field);
+        break;
+    case BSON_TYPE_DOCUMENT:
+        bson_iter_document(&field, &size, &data);
+        value = nested(data, size);
+        break;
+    case BSON_TYPE_ARRAY:
+        bson_iter_array(&field, &size, &data);
+        value = BSONElement::Array{nested(data, size)};
+        break;
+    default:
+        break;
+    }
+    return BSONElement(bson_iter_key(&field), std::move(value));
+}
+
+BSONElement BSONObj::getField(const std::string &key) const {
+    bson_iter_t field;
+    if (!bson_iter_init_find_w_len(&field, mDocument->mBson, key.data(), length(key))) {
+        throw BSONError("field not found, expected type: \"" + key + "\"");
+    }
+    return Document::read(field);
+}
+
+std::vector<BSONElement> BSONObj::elements() const {
+    std::vector<BSONElement> all;
+    bson_iter_t field;
+    if (bson_iter_init(&field, mDocument->mBson)) {
+        while (bson_iter_next(&field)) {
+            all.push_back(Document::read(field));
+        }
+    }
+    return all;
 }
 
 std::string BSONObj::getString(const std::string &key) const {
-    const bson_iter_t field = mDocument->at(key);
-    if (!BSON_ITER_HOLDS_UTF8(&field)) {
-        throw BSONError("field \"" + key + "\" is no text");
-    }
-    uint32_t size = 0;
-    const char *text = bson_iter_utf8(&field, &size);
-    return std::string(text, size);
+    return getField(key).getString();
+}
+
+int BSONObj::getInt(const std::string &key) const {
+    return getField(key).getInt();
 }
 
 double BSONObj::getNumber(const std::string &key) const {
-    const bson_iter_t field = mDocument->at(key);
-    if (!BSON_ITER_HOLDS_NUMBER(&field)) {
-        throw BSONError("field \"" + key + "\" is no number");
-    }
-    return bson_iter_as_double(&field);
+    return getField(key).getNumber();
 }
 
 BSONObj BSONObj::getObject(const std::string &key) const {
-    const bson_iter_t field = mDocument->at(key);
-    const uint8_t *data = nullptr;
-    uint32_t size = 0;
-    if (BSON_ITER_HOLDS_DOCUMENT(&field)) {
-        bson_iter_document(&field, &size, &data);
-    } else if (BSON_ITER_HOLDS_ARRAY(&field)) {
-        bson_iter_array(&field, &size, &data);
-    }
-    bson_t *copy = data ? bson_new_from_data(data, size) : nullptr;
-    if (!copy) {
-        throw BSONError("field \"" + key + "\" is neither document nor array");
-    }
-    return BSONObj(std::make_shared<const Document>(copy));
+    return getField(key).getObject();
+}
+
+BSONObj BSONObj::getArray(const std::string &key) const {
+    return getField(key).getArray();
 }
 
 int BSONObj::nFields() const {
     return static_cast<int>(bson_count_keys(mDocument->mBson));
+}
+
+BSONError BSONElement::wrongType() const {
+    return BSONError("wrong type for field \"" + mKey + "\"");
+}
+
+std::string BSONElement::getString() const {
+    if (const auto *text = std::get_if<std::string>(&mValue)) {
+        return *text;
+    }
+    throw wrongType();
+}
+
+int BSONElement::getInt() const {
+    if (const auto *number = std::get_if<int>(&mValue)) {
+        return *number;
+    }
+    throw wrongType();
+}
+
+double BSONElement::getNumber() const {
+    if (const auto *number = std::get_if<int>(&mValue)) {
+        return *number;
+    }
+    if (const auto *number = std::get_if<long long>(&mValue)) {
+        return static_cast<double>(*number);
+    }
+    if (const auto *number = std::get_if<double>(&mValue)) {
+        return *number;
+    }
+    throw wrongType();
+}
+
+BSONObj BSONElement::getObject() const {
+    if (const auto *document = std::get_if<BSONObj>(&mValue)) {
+        return *document;
+    }
+    return getArray();
+}
+
+BSONObj BSONElement::getArray() const {
+    if (const auto *array = std::get_if<Array>(&mValue)) {
+        return array->mElements;
+    }
+    throw wrongType();
 }
 
 BSONObjBuilder::BSONObjBuilder() : mDocument(std::make_unique<BSONObj::Document>()) {}

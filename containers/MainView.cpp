@@ -1,0 +1,331 @@
+#include "containers/MainView.h"
+
+#include "chartview/CRealtimeTimeWidget.h"
+#include "containers/CRealtimeWidget.h"
+#include "containers/ConciseStyle.h"
+#include "containers/CrossLines.h"
+#include "containers/PaneRow.h"
+#include "containers/Repaint.h"
+#include "containers/SelectedPane.h"
+#include "containers/TemplateBar.h"
+#include "host/services/CConfigService.h"
+#include "host/services/IdGenerator.h"
+#include "host/services/StockTypeCenter.h"
+#include "host/toolkit/CDragWidgetList.h"
+#include "host/windows/CIndexModelWidget.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QKeyEvent>
+#include <QResizeEvent>
+#include <QVBoxLayout>
+#include <boost/make_shared.hpp>
+
+#include <utility>
+
+namespace TC {
+
+namespace {
+
+constexpr int kTimeScaleHeight = 20; ///< pixels
+constexpr corvane::ERunMode kOrdinary = corvane::ERunMode::Ordinary;
+
+} // namespace
+
+MainView::MainView(QWidget *parent, EIndexViewType viewType)
+    : CBaseWidget(parent), mUiParam(boost::make_shared<CRealtimeUiParam>(viewType)),
+      mPanes(std::make_unique<PaneRow>(this, mUiParam, viewType)),
+      mSelected(std::make_unique<SelectedPane>(this, *mPanes, mUiParam, viewType)),
+      mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)) {
+    connect(mPanes.get(), &PaneRow::crossLineMoved, this, [this] { mCrossLines->followNewest(); });
+    auto *layout = new QVBoxLayout(this);
+    layout->setMargin(0);
+    layout->setSpacing(0);
+    layout->addWidget(mPanes->list(), 1);
+    if (viewType != EIndexViewType::NoTimeScale) {
+        mTimeScale = new CRealtimeTimeWidget(mUiParam, this);
+        mTimeScale->setFixedHeight(kTimeScaleHeight);
+        mCrossLines->setTimeScale(mTimeScale);
+        layout->addWidget(mTimeScale);
+    }
+    if (viewType == EIndexViewType::Template && isConcise()) {
+        mBar->create(this);
+        layout->addWidget(mBar->widget());
+    }
+    mPanes->list()->setSplitter(QStringLiteral("ic_clr_realtime_spliter_background"), 0);
+    if (isConcise()) {
+        mPanes->list()->setSplitter(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
+    }
+}
+
+MainView::~MainView() {
+    deletePanes();
+}
+
+void MainView::deletePanes() {
+    mPanes->deleteAll();
+    delete std::exchange(mTimeScale, nullptr);
+}
+
+bool MainView::isWhole() const {
+    return mPanes && mPanes->main();
+}
+
+/// While it comes and goes, what its parts tell concerns nobody.
+bool MainView::handleEvent(int event, int first, int second, QString text, void *data) {
+    return !isWhole() || CBaseWidget::handleEvent(event, first, second, text, data);
+}
+
+void MainView::refreshTimeScale() {
+    if (mTimeScale) {
+        mTimeScale->updateScale();
+    }
+}
+
+// Panes
+
+CRealtimeWidget *MainView::getRealTimeWidget() const {
+    return mPanes->main();
+}
+
+QVector<CRealtimeWidget *> MainView::getSubIndexWidgets() const {
+    return mPanes->subs();
+}
+
+QVector<QList<CRealtimeGraphWidget *>> MainView::dayRows() const {
+    QVector<QList<CRealtimeGraphWidget *>> rows;
+    for (const CRealtimeWidget *pane : mPanes->all()) {
+        rows.append(pane->getGraphWidgets());
+    }
+    return rows;
+}
+
+int MainView::getNewIndexStretchFactor() const {
+    return mPanes->newStretch();
+}
+
+std::vector<int> MainView::getStretchFactorList() const {
+    return mPanes->stretches();
+}
+
+void MainView::highlightWidget(int id) {
+    mSelected->select(id);
+}
+
+void MainView::setCreateNewWorkShow(bool show) {
+    mPanes->setCreateNewWorkShow(show);
+}
+
+void MainView::setAutoIndex(bool automatic) {
+    for (CRealtimeWidget *pane : mPanes->subs()) {
+        pane->setAutoIndex(automatic);
+    }
+}
+
+void MainView::setIsLoginInit(bool init) {
+    for (CRealtimeWidget *pane : mPanes->subs()) {
+        pane->setIsLoginInit(init);
+    }
+}
+
+void MainView::setTitleData(int day) {
+    for (CRealtimeWidget *pane : mPanes->all()) {
+        pane->setTitleData(day);
+    }
+}
+
+void MainView::updateView() {
+    for (CRealtimeWidget *pane : mPanes->all()) {
+        pane->updateView();
+    }
+    updateWithChildren(this);
+}
+
+void MainView::updateWidgetsView() {
+    updateView();
+    refreshTimeScale();
+}
+
+void MainView::themeChanged() {
+    updateView();
+}
+
+void MainView::onUiResourceChanged() {
+    themeChanged();
+    CBaseWidget::onUiResourceChanged();
+}
+
+void MainView::viewVariable() {
+    if (CRealtimeWidget *pane = mSelected->sub()) {
+        pane->viewVariable();
+    }
+}
+
+void MainView::resizeEvent(QResizeEvent *event) {
+    CBaseWidget::resizeEvent(event);
+    mSelected->place();
+    refreshTimeScale();
+    if (event->oldSize().width() != width()) {
+        mCrossLines->realign();
+    }
+    mBar->placeButtons();
+}
+
+// Template bar
+
+void MainView::setIndexModelVisible(bool visible) {
+    mBar->setVisible(visible);
+}
+
+void MainView::showIndexModelWidget() {
+    mBar->toggle();
+}
+
+void MainView::changeBtnStatus(bool status) {
+    mBar->enableButtons(status);
+}
+
+void MainView::updateIndexTemplate() {
+    mBar->refresh();
+}
+
+QVector<QString> MainView::getSelectIndex() const {
+    return mBar->selectedFormulas();
+}
+
+QVector<QString> MainView::getSelectTempalte() const {
+    return mBar->selectedTemplates();
+}
+
+void MainView::updateSelectIndex(const QVector<QString> &names) {
+    mBar->selectFormulas(names);
+}
+
+void MainView::updateSelectTemplate(const QVector<QString> &names) {
+    mBar->selectTemplates(names);
+}
+
+void MainView::updateIndexTemplate(CRealtimeWidget *pane, const QString &name) {
+    mBar->replaced(pane, name);
+}
+
+// Instrument
+
+QString MainView::getStock() const {
+    return getDetailQsKey(mUiParam->getStockDetail());
+}
+
+QString MainView::getMarket() const {
+    return getDetailQsMarket(mUiParam->getStockDetail());
+}
+
+void MainView::setSector(const QString &sector, const QString &name) {
+    mUiParam->setSector(sector, name);
+}
+
+void MainView::setFormulaAccount(const QString &account) {
+    mUiParam->setFormulaAccount(account);
+}
+
+void MainView::setCanOverlaySector(bool can) {
+    mUiParam->mCanOverlaySector = can;
+}
+
+void MainView::setGetTradeDateFunc(boost::function<int()> func) {
+    mUiParam->mGetTradeDateFunc = func;
+    getRealTimeWidget()->setGetTradeDateFunc(std::move(func));
+}
+
+QList<QString> MainView::getAddStockList() const {
+    QList<QString> keys;
+    for (const CInstrumentDetailPtr &detail : mUiParam->getAllAddStockList()) {
+        keys.append(getDetailQsKey(detail));
+    }
+    return keys;
+}
+
+void MainView::addSuperposedStock(const CInstrumentDetailPtr &detail) {
+    mUiParam->addStock(getDetailQsKey(detail), QString(), true);
+    getRealTimeWidget()->setTitleAddStock();
+}
+
+// Requests
+
+void MainView::request(bool sync) {
+    if (sync) {
+        for (CRealtimeWidget *pane : mPanes->all()) {
+            pane->syncRequest(kOrdinary);
+        }
+        updateWithChildren(this);
+        repaint();
+        return;
+    }
+    mUiParam->mRequestId = genRequestID();
+    getRealTimeWidget()->request(kOrdinary);
+    for (CRealtimeWidget *pane : mPanes->subs()) {
+        if (pane->hasGroupModelIndex() && !mUiParam->isShowGroupIndexGraph()) {
+            pane->clear();
+        }
+        pane->request(kOrdinary);
+    }
+}
+
+void MainView::unrequest() {
+    getRealTimeWidget()->unrequest();
+    for (CRealtimeWidget *pane : mPanes->subs()) {
+        const CInstrumentDetailPtr detail = pane->getUiParam()->getStockDetail();
+        if (!pane->hasGroupModelIndex() ||
+            (detail && isIndexEx(getDetailMarket(detail), getDetailCode(detail)))) {
+            pane->unrequest();
+        }
+    }
+}
+
+void MainView::beReplay(bool replay) {
+    mPanes->setReplay(replay);
+}
+
+// Cross line
+
+void MainView::resetUiParam() {
+    mUiParam->mCrossShown = false;
+    mUiParam->mMouseIn = false;
+    mUiParam->mCrossIndex = -1;
+    mCrossLines->refresh();
+}
+
+bool MainView::isShowCrossline() const {
+    return mCrossLines->isShown();
+}
+
+void MainView::switchCrossline() {
+    mCrossLines->toggle();
+}
+
+void MainView::moveCursor(bool left) {
+    mCrossLines->step(left);
+}
+
+void MainView::moveToHome() {
+    mCrossLines->toHome();
+}
+
+void MainView::moveToEnd() {
+    mCrossLines->toEnd();
+}
+
+void MainView::keyPressEvent(QKeyEvent *event) {
+    if (!CAppConfig::isClientType(EClientType::Trading) || !mCrossLines->takeKey(event->key())) {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void MainView::enterEvent(QEvent * /*event*/) {
+    mUiParam->mMouseIn = true;
+}
+
+void MainView::leaveEvent(QEvent * /*event*/) {
+    mUiParam->mMouseIn = false;
+    mCrossLines->drop();
+}
+
+} // namespace TC

@@ -1,0 +1,151 @@
+#pragma once
+
+#include "chartview/IDayRows.h"
+#include "containers/CRealtimeWidget.h"
+#include "host/records/BSONObj.h"
+#include "host/records/CInstrumentDetail.h"
+#include "host/records/Enumerations.h"
+#include "host/toolkit/CBaseWidget.h"
+
+#include <QList>
+#include <QString>
+#include <QVector>
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace TC {
+
+class CRealtimeTimeWidget;
+class CRealtimeUiParam;
+class CrossLines;
+class PaneRow;
+class SelectedPane;
+class TemplateBar;
+
+/// The panes of a view beneath one another, with the time scale, the frame over the selected pane, the cross line over
+/// them all and the bar of formula templates; and whatever is told to the panes alike. User-interface thread only.
+class MainView : public GZ::CBaseWidget, public IDayRows {
+    Q_OBJECT
+public:
+    ~MainView() override;
+
+    // Instrument and overlays
+
+    /// Key and market word of the instrument's record; those of an empty record for an index or a portfolio.
+    QString getStock() const;
+    QString getMarket() const;
+    void setSector(const QString &sector, const QString &name);
+    void setFormulaAccount(const QString &account);
+    void setCanOverlaySector(bool can);
+    /// Shows a past trading day: the function answers its midnight, in seconds since the epoch.
+    void setGetTradeDateFunc(boost::function<int()> func);
+    void setPairParamFunc(boost::function<void(QString)> func) { getRealTimeWidget()->setPairParamFunc(func); }
+    /// Keys of the overlays, those with an axis first.
+    QList<QString> getAddStockList() const;
+    /// Overlays an instrument on an axis of its own; does not check the limit.
+    void addSuperposedStock(const CInstrumentDetailPtr &detail);
+    void delAllAddStock() { getRealTimeWidget()->updateOverlay(0, QString()); }
+    void showContrastSector() { getRealTimeWidget()->showContrastSector(); }
+    void superposedStock() { getRealTimeWidget()->superposedStock(); }
+
+    // Requests
+
+    /// Requests all panes, main pane first. `sync` blocks until the results are in, which only a view of a past day
+    /// does, and repaints.
+    void request(bool sync);
+    /// Withdraws; a group model on an instrument that is no index goes on.
+    void unrequest();
+    void beReplay(bool replay);
+    /// Whether a past day is shown; the main pane alone.
+    void beHistory(bool history) { getRealTimeWidget()->beHistory(history); }
+
+    // Panes
+
+    CRealtimeWidget *getRealTimeWidget() const;
+    /// In order of creation, which is that from top to bottom.
+    QVector<CRealtimeWidget *> getSubIndexWidgets() const;
+    QVector<QList<CRealtimeGraphWidget *>> dayRows() const override;
+    boost::shared_ptr<CRealtimeUiParam> getUiParam() const { return mUiParam; }
+    int getNewIndexStretchFactor() const;
+    /// Stretch factor of each pane, main pane first; while a pane is maximised those of before.
+    std::vector<int> getStretchFactorList() const;
+    /// Selects a pane: the frame moves onto it.
+    void highlightWidget(int id);
+    void setCreateNewWorkShow(bool show);
+    void setAutoIndex(bool automatic);
+    void setIsLoginInit(bool init);
+    void setSelected(bool selected) { getRealTimeWidget()->setSelected(selected); }
+    void setBtnToolVisible(bool visible) { getRealTimeWidget()->setBtnToolVisible(visible); }
+    void setHolographicButtonShow(bool show) { getRealTimeWidget()->showHolographicButon(show); }
+    void setTitleData(int day);
+    void updateView();
+    /// The same with the time scale.
+    void updateWidgetsView();
+    void themeChanged();
+    void onUiResourceChanged() override;
+    /// Shows the hidden variables of the selected formula pane at the cross line.
+    void viewVariable();
+    void setWidgetFocus() { setFocus(); }
+
+    // The user's drawings, on the main pane
+
+    void setGraphType(EVmGraphType type) { getRealTimeWidget()->setGraphType(type); }
+    void setCurrGraphColor(const QString &color) { getRealTimeWidget()->setCurrGraphColor(color); }
+    bool deleteCurrGraph() { return getRealTimeWidget()->deleteCurrGraph(); }
+    void setParam(const bson::BSONObj &param) { getRealTimeWidget()->setParam(param); }
+    bson::BSONObj getParam() const { return getRealTimeWidget()->getParam(); }
+
+    // Template bar. Without one nothing happens, and the lists are empty.
+
+    void setIndexModelVisible(bool visible);
+    void showIndexModelWidget();
+    void changeBtnStatus(bool status);
+    void updateIndexTemplate();
+    /// Tells the bar that a pane gives up its formula for another.
+    void updateIndexTemplate(CRealtimeWidget *pane, const QString &name);
+    QVector<QString> getSelectIndex() const;
+    QVector<QString> getSelectTempalte() const;
+    void updateSelectIndex(const QVector<QString> &names);
+    void updateSelectTemplate(const QVector<QString> &names);
+
+    // Cross line
+
+    /// Puts the cross line of the view parameters back: off, at no index.
+    void resetUiParam();
+    bool isShowCrossline() const;
+    void switchCrossline();
+    /// One position to the left or right; the first call shows the cross line, at the newest or the first point.
+    void moveCursor(bool left);
+    void moveToHome();
+    void moveToEnd();
+
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+
+protected:
+    MainView(QWidget *parent, EIndexViewType viewType);
+
+    /// Deletes panes and time scale at once, as the view goes.
+    void deletePanes();
+    /// False while it comes and goes.
+    bool isWhole() const;
+    void refreshTimeScale();
+
+    void keyPressEvent(QKeyEvent *event) override;
+    void enterEvent(QEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+    const boost::shared_ptr<CRealtimeUiParam> mUiParam;
+    std::unique_ptr<PaneRow> mPanes;
+    std::unique_ptr<SelectedPane> mSelected;
+    std::unique_ptr<TemplateBar> mBar;
+    std::unique_ptr<CrossLines> mCrossLines;
+
+private:
+    CRealtimeTimeWidget *mTimeScale = nullptr; ///< null in a view without time scale
+};
+
+} // namespace TC
