@@ -22,55 +22,61 @@ FormulaPlacement::FormulaPlacement(const PaneRow &panes, const SelectedPane &sel
     : mPanes(panes), mSelected(selected), mChart(chart), mBar(bar), mAddPane(std::move(addPane)) {}
 
 void FormulaPlacement::show(const QString &name) {
-    const CFormulaDetailPtr detail = formulaDetail(name);
-    if (!detail) {
-        return;
-    }
-    if (detail->mType == eReplacingFormula) {
+    switch (formulaType(name)) {
+    case eReplacingFormula:
         replaceChart(name, kOrdinary);
-    } else if (detail->mType == eAttachedFormula) {
+        break;
+    case eAttachedFormula:
         if (mChart.toggleAttached(name)) {
             requestMain(kOrdinary);
         }
         removeFromSubs(name);
-    } else if (detail->mType == eSubPaneFormula) {
+        break;
+    case eSubPaneFormula:
         showSub(name);
+        break;
+    default:
+        break;
     }
 }
 
 void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
-    const CFormulaDetailPtr detail = formulaDetail(name);
-    if (!detail) {
-        return;
-    }
-    if (detail->mType == eReplacingFormula) {
+    switch (formulaType(name)) {
+    case eReplacingFormula:
         replaceChart(name, mode);
-    } else if (detail->mType == eAttachedFormula) {
+        break;
+    case eAttachedFormula:
         mChart.attachAnew(name);
         requestMain(mode);
         removeFromSubs(name);
-    } else if (detail->mType == eSubPaneFormula) {
+        break;
+    case eSubPaneFormula:
         applySub(name, mode);
+        break;
+    default:
+        break;
     }
 }
 
 void FormulaPlacement::confirm(const QString &name) {
-    const CFormulaDetailPtr detail = formulaDetail(name);
-    if (!detail) {
-        return;
-    }
-    if (detail->mType == eReplacingFormula) {
+    switch (formulaType(name)) {
+    case eReplacingFormula:
         replaceChart(name, kOrdinary);
-    } else if (detail->mType == eAttachedFormula) {
+        break;
+    case eAttachedFormula:
         confirmAttached(name);
-    } else if (detail->mType == eSubPaneFormula) {
+        break;
+    case eSubPaneFormula:
         confirmSub(name);
+        break;
+    default:
+        break;
     }
 }
 
 void FormulaPlacement::modify(const QString &name) {
-    const CFormulaDetailPtr detail = formulaDetail(name);
-    if (!detail || detail->mType < eSubPaneFormula || detail->mType > eReplacingFormula) {
+    const int type = formulaType(name);
+    if (type < eSubPaneFormula || type > eReplacingFormula) {
         return;
     }
     confirmAttached(name);

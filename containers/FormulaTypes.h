@@ -7,14 +7,10 @@
 
 namespace TC {
 
-/// Null when the catalogue lacks it.
-inline CFormulaDetailPtr formulaDetail(const QString &name) {
-    return CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
-}
-
-inline bool isFormulaOfType(const QString &name, EFormulaType type) {
-    const CFormulaDetailPtr detail = formulaDetail(name);
-    return detail && detail->mType == type;
+/// EFormulaType of a formula; -1 when the catalogue lacks it.
+inline int formulaType(const QString &name) {
+    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+    return detail ? detail->mType : -1;
 }
 
 } // namespace TC

@@ -69,7 +69,7 @@ void MainChart::replaceBy(const QString &formula) {
         remove(former);
     }
     for (const QString &former : mPanes.main()->getIndexes()) {
-        if (isFormulaOfType(former, eReplacingFormula)) {
+        if (formulaType(former) == eReplacingFormula) {
             mPanes.main()->delIndex(former);
         }
     }
@@ -91,7 +91,7 @@ bool MainChart::restoreOrdinary() {
 
 void MainChart::attach(const QString &formula) {
     for (const QString &former : mPanes.main()->getIndexes()) {
-        if (!mUiParam->isMainFormula(former) && !isFormulaOfType(former, eReplacingFormula)) {
+        if (!mUiParam->isMainFormula(former) && formulaType(former) != eReplacingFormula) {
             mPanes.main()->delIndex(former);
         }
     }

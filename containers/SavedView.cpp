@@ -34,7 +34,7 @@ QString SavedView::text() const {
     document.mOverlayFlags = uiParam.mAddStockFlags;
     document.mConvertibles = uiParam.mAddConvertibleCodes.values().toVector();
     for (const QString &name : mView.getRealTimeWidget()->getIndexes()) {
-        if (isFormulaOfType(name, eAttachedFormula)) {
+        if (formulaType(name) == eAttachedFormula) {
             document.mAttached.append(name);
         }
     }
