@@ -39,7 +39,6 @@ StageRankingDialog::StageRankingDialog(TerminalServices &services, QWidget *pare
     mTable->setTabKeyNavigation(false);
     mTable->verticalHeader()->setDefaultSectionSize(mTable->fontMetrics().height() + 6);
     mTable->horizontalHeader()->setHighlightSections(false);
-    mTable->horizontalHeader()->setStretchLastSection(true);
     connect(mTable, &QTableView::activated, this, [this](const QModelIndex &index) { choose(index.row()); });
     connect(mStop, &QPushButton::clicked, &mJob, &BackgroundJob::stop);
     connect(&mJob, &BackgroundJob::progressed, this, &StageRankingDialog::showProgress);

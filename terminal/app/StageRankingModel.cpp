@@ -23,7 +23,7 @@ QString numberText(const StageRow &row, int criterion) {
     case eStageVolume:
         return text(value < 1e4 ? 0 : 2, utils::eFormatScaled);
     case eStageAmount:
-        return text(2, utils::eFormatScaled);
+        return value > 0.0 ? text(2, utils::eFormatScaled) : QStringLiteral("--");
     case eStageChangeRatio:
     case eStageAmplitude:
         return text(2, utils::eFormatPercent);

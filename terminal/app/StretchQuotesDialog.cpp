@@ -17,6 +17,7 @@ namespace terminal {
 namespace {
 
 const QString kUnknown = QStringLiteral("--");
+constexpr int kColorKey = Qt::UserRole; ///< of a text in a colour of its own
 
 enum EColumn : int { eTime, eOpen, eHigh, eLow, eLast, eChange, eVolume, eAmount };
 
@@ -63,7 +64,7 @@ StretchQuotesDialog::StretchQuotesDialog(TerminalServices &services, QWidget *pa
     mTable->setTabKeyNavigation(false);
     mTable->verticalHeader()->hide();
     mTable->verticalHeader()->setDefaultSectionSize(mTable->fontMetrics().height() + 6);
-    mTable->horizontalHeader()->setStretchLastSection(true);
+    mTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     connect(&mJob, &BackgroundJob::finished, this, &StretchQuotesDialog::showRows);
     auto *column = new QVBoxLayout(this);
     column->addWidget(mTable, 1);
@@ -117,7 +118,6 @@ void StretchQuotesDialog::showRows() {
         before = bar.price;
     }
     mBars.clear();
-    mTable->resizeColumnsToContents();
     mMessage->setText(mTable->rowCount() > 0 ? tr("%1 分钟").arg(mTable->rowCount()) : tr("该时段没有行情"));
 }
 
@@ -125,6 +125,7 @@ void StretchQuotesDialog::setCell(int row, int column, const QString &text, cons
     auto *cell = new QTableWidgetItem(text);
     cell->setTextAlignment(Qt::AlignVCenter | (column == eTime ? Qt::AlignLeft : Qt::AlignRight));
     if (colorKey) {
+        cell->setData(kColorKey, QString::fromLatin1(colorKey));
         cell->setForeground(GZ::themeColor(colorKey));
     }
     mTable->setItem(row, column, cell);
@@ -133,6 +134,13 @@ void StretchQuotesDialog::setCell(int row, int column, const QString &text, cons
 void StretchQuotesDialog::onUiResourceChanged() {
     setPalette(GZ::windowPalette());
     setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
+    for (int row = 0; row < mTable->rowCount(); ++row) {
+        QTableWidgetItem *cell = mTable->item(row, eChange);
+        const QString colorKey = cell->data(kColorKey).toString();
+        if (!colorKey.isEmpty()) {
+            cell->setForeground(GZ::themeColor(colorKey));
+        }
+    }
 }
 
 } // namespace terminal

@@ -23,7 +23,7 @@ public:
         mSpan.setForwardOnly(true);
         mSpan.prepare(QStringLiteral(
             "SELECT count(*), min(time), max(time), max(price), min(price), avg(price), sum(volume), "
-            "sum(CASE WHEN amount > 0 THEN amount ELSE price * volume END) "
+            "sum(CASE WHEN amount > 0 THEN amount ELSE ? * price * volume END) "
             "FROM minute_bars WHERE instrument = ? AND day = ? AND time BETWEEN ? AND ?"));
         mPrice.setForwardOnly(true);
         mPrice.prepare(
@@ -31,9 +31,13 @@ public:
                            "ORDER BY time DESC LIMIT 1"));
     }
 
-    bool figures(qint64 instrument, StageFigures &figures) {
-        bind(mSpan, instrument, mStart);
-        mSpan.bindValue(3, mEnd);
+    bool figures(const Instrument &of, StageFigures &figures) {
+        const qint64 instrument = of.id;
+        mSpan.bindValue(0, of.isIndex() ? 0 : 1); // a price of an index is no money
+        mSpan.bindValue(1, instrument);
+        mSpan.bindValue(2, mDay);
+        mSpan.bindValue(3, mStart);
+        mSpan.bindValue(4, mEnd);
         if (!mSpan.exec() || !mSpan.next() || mSpan.value(0).toInt() == 0) {
             return false;
         }
@@ -56,14 +60,11 @@ public:
     }
 
 private:
-    void bind(QSqlQuery &query, qint64 instrument, qint64 time) const {
-        query.bindValue(0, instrument);
-        query.bindValue(1, mDay);
-        query.bindValue(2, time);
-    }
     /// The last price of the day up to a time; 0 when there is none.
     double priceAt(qint64 instrument, qint64 time) {
-        bind(mPrice, instrument, time);
+        mPrice.bindValue(0, instrument);
+        mPrice.bindValue(1, mDay);
+        mPrice.bindValue(2, time);
         const double price = mPrice.exec() && mPrice.next() ? mPrice.value(0).toDouble() : 0.0;
         mPrice.finish();
         return price;
@@ -105,7 +106,7 @@ double StageFigures::value(int criterion) const {
     }
 }
 
-bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, StageFigures &figures) {
+bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, bool isIndex, StageFigures &figures) {
     figures = {};
     int count = 0;
     bool begun = false;
@@ -125,7 +126,7 @@ bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, StageFigures 
         figures.last = bar.price;
         figures.average += bar.price;
         figures.volume += bar.volume;
-        figures.amount += bar.amount > 0.0 ? bar.amount : bar.price * bar.volume;
+        figures.amount += bar.amount > 0.0 ? bar.amount : isIndex ? 0.0 : bar.price * bar.volume;
         ++count;
     }
     if (count > 0) {
@@ -150,8 +151,8 @@ QVector<StageRow> stageRows(CMarketStore &store, SimulatedExchange &exchange, qi
         StageFigures figures;
         const QString key = instrument.key();
         const bool running = instrument.simulated && exchange.runningDay(key) == day;
-        if (running ? stageFigures(exchange.dayBars(key, day), start, end, figures)
-                    : queries.figures(instrument.id, figures)) {
+        if (running ? stageFigures(exchange.dayBars(key, day), start, end, instrument.isIndex(), figures)
+                    : queries.figures(instrument, figures)) {
             rows.append({key, instrument.name, std::max(2, TC::decimals(instrument.priceTick)), figures});
         }
     }

@@ -34,7 +34,8 @@ struct StageFigures {
     double low = 0.0;
     double average = 0.0;
     double volume = 0.0; ///< shares or contracts
-    double amount = 0.0; ///< in money; where the source does not know it, price times volume
+    double amount =
+        0.0; ///< in money; where the source does not know it, price times volume, of an index nothing
 
     /// The number of an EStageCriterion; 0 of any other, and of a ratio to a price of 0.
     double value(int criterion) const;
@@ -50,7 +51,7 @@ struct StageRow {
 
 /// The figures of the bars of a day from `start` up to and with `end`, in milliseconds since the epoch. False when none
 /// lies there.
-bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, StageFigures &figures);
+bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, bool isIndex, StageFigures &figures);
 
 /// What a ranking asks now and then: instruments done and in all. False stops it.
 using StageProgress = std::function<bool(int done, int total)>;

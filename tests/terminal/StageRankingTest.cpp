@@ -38,7 +38,7 @@ const MinuteBars kBars = {bar(at(9, 30), 10.0, 100, 1000), bar(at(9, 31), 10.4, 
 
 StageFigures figuresOf(qint64 start, qint64 end) {
     StageFigures figures;
-    EXPECT_TRUE(stageFigures(kBars, start, end, figures));
+    EXPECT_TRUE(stageFigures(kBars, start, end, false, figures));
     return figures;
 }
 
@@ -67,9 +67,15 @@ TEST(StageFigures, SpanInFrontOfTheDayBeginsAtItsFirstPrice) {
 
 TEST(StageFigures, SpanWithoutAMinuteHasNone) {
     StageFigures figures;
-    EXPECT_FALSE(stageFigures(kBars, at(9, 32), at(9, 32), figures));
-    EXPECT_FALSE(stageFigures(kBars, at(9, 34), at(9, 30), figures));
-    EXPECT_FALSE(stageFigures({}, at(9, 30), at(15, 0), figures));
+    EXPECT_FALSE(stageFigures(kBars, at(9, 32), at(9, 32), false, figures));
+    EXPECT_FALSE(stageFigures(kBars, at(9, 34), at(9, 30), false, figures));
+    EXPECT_FALSE(stageFigures({}, at(9, 30), at(15, 0), false, figures));
+}
+
+TEST(StageFigures, PriceOfAnIndexIsNoMoney) {
+    StageFigures figures;
+    EXPECT_TRUE(stageFigures(kBars, at(9, 31), at(9, 33), true, figures));
+    EXPECT_DOUBLE_EQ(figures.amount, 2950); // what the source tells alone
 }
 
 TEST(StageFigures, EveryCriterionHasItsNumber) {
@@ -107,14 +113,15 @@ class StageRows : public StoreFixture {
 protected:
     void SetUp() override { openFilledStore(at(10, 30)); }
 
-    void put(const char *code, const MinuteBars &bars, BarSource source = BarSource::Imported) {
+    void put(const char *code, const MinuteBars &bars, InstrumentKind kind = InstrumentKind::Stock) {
         Instrument instrument;
+        instrument.kind = kind;
         instrument.market = QStringLiteral("SH");
         instrument.code = QString::fromLatin1(code);
         instrument.name = QStringLiteral("名") + instrument.code;
         MarketWriter writer(mStore);
         const qint64 row = writer.putInstrument(instrument);
-        ASSERT_TRUE(bars.empty() || writer.putDay(row, dayOf(kDay), source, bars))
+        ASSERT_TRUE(bars.empty() || writer.putDay(row, dayOf(kDay), BarSource::Imported, bars))
             << qPrintable(writer.error());
         ASSERT_TRUE(writer.commit());
     }
@@ -151,6 +158,15 @@ TEST_F(StageRows, StoredDayHasTheFiguresOfItsBars) {
         EXPECT_EQ(find(all, QStringLiteral("SH999002")), nullptr);
     }
     EXPECT_EQ(find(rows(at(9, 32), at(9, 32)), QStringLiteral("SH999001")), nullptr);
+}
+
+TEST_F(StageRows, StoredIndexHasTheMoneyThatIsKnown) {
+    put("999003", kBars, InstrumentKind::Index);
+    const QVector<StageRow> all = rows(at(9, 31), at(9, 33));
+    const StageRow *row = find(all, QStringLiteral("SH999003"));
+    ASSERT_NE(row, nullptr);
+    EXPECT_DOUBLE_EQ(row->figures.amount, 2950);
+    EXPECT_DOUBLE_EQ(row->figures.volume, 500);
 }
 
 TEST_F(StageRows, RunningDayCountsUpToNow) {
