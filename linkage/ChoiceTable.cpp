@@ -24,10 +24,25 @@ ChoiceTable::ChoiceTable(int id, const QList<int> &widths, QString boxName)
     for (int column = 0; column < widths.size(); ++column) {
         mTable->setDefaultWidth(column, widths[column]);
     }
+    mTable->setWidgetMaker(0, [this](int row) { return makeBox(row); });
 }
 
-CCheckBox *ChoiceTable::boxAt(int row) const {
-    return static_cast<CCheckBox *>(mTable->widgetAt(row, 0));
+QWidget *ChoiceTable::makeBox(int row) {
+    if (row >= rows()) {
+        return nullptr;
+    }
+    auto *box = new CCheckBox(QString(), row);
+    box->setObjectName(mBoxName);
+    box->setChecked(mChecked[row]);
+    QObject::connect(box, &CCheckBox::toggled, box, [this, row](bool checked) { mChecked[row] = checked; });
+    return box;
+}
+
+void ChoiceTable::check(int row, bool checked) {
+    mChecked[row] = checked;
+    if (auto *box = static_cast<CCheckBox *>(mTable->madeWidgetAt(row, 0))) {
+        box->setChecked(checked);
+    }
 }
 
 bool ChoiceTable::add(const std::vector<Row> &rows) {
@@ -35,6 +50,7 @@ bool ChoiceTable::add(const std::vector<Row> &rows) {
     for (const Row &row : rows) {
         if (mRowOfKey.emplace(row.key, static_cast<int>(mKeys.size())).second) {
             mKeys.push_back(row.key);
+            mChecked.push_back(mStartsChosen);
             added.push_back(&row);
         }
     }
@@ -43,15 +59,12 @@ bool ChoiceTable::add(const std::vector<Row> &rows) {
         for (int column = 0; column < one->texts.size(); ++column) {
             mTable->setText(row, column + 1, one->texts[column]);
         }
-        auto *box = new CCheckBox(QString(), row);
-        box->setObjectName(mBoxName);
-        box->setChecked(mStartsChosen);
-        mTable->setWidget(row, 0, box, CStandardTable::eCentered);
         if (mStartsChosen) {
             mChosen.insert(one->key);
         }
         ++row;
     }
+    mTable->makeWidgets();
     return !added.empty();
 }
 
@@ -72,8 +85,8 @@ void ChoiceTable::select(int row, bool wanted) {
 bool ChoiceTable::selectAll() {
     bool changed = false;
     for (int row = 0; row < rows(); ++row) {
-        if (!boxAt(row)->isChecked()) {
-            boxAt(row)->setChecked(true);
+        if (!mChecked[row]) {
+            check(row, true);
             choose(row, true);
             changed = true;
         }
@@ -83,9 +96,8 @@ bool ChoiceTable::selectAll() {
 
 void ChoiceTable::revert() {
     for (int row = 0; row < rows(); ++row) {
-        CCheckBox *box = boxAt(row);
-        box->setChecked(!box->isChecked());
-        choose(row, box->isChecked());
+        check(row, !mChecked[row]);
+        choose(row, mChecked[row]);
     }
 }
 

@@ -9,15 +9,16 @@
 #include <string>
 #include <vector>
 
+class QWidget;
+
 namespace GZ {
-class CCheckBox;
 class CStandardTable;
-} // namespace GZ
+}
 
 namespace TC {
 
 /// A table of things with a check box each, and the keys of those that are chosen. Rows are only ever added, one for
-/// each key, and never move.
+/// each key, and never move. A box is made when its row comes near to what is seen.
 class ChoiceTable {
 public:
     /// A row that is to come: the key of the thing, and what is shown of it.
@@ -29,6 +30,8 @@ public:
     /// `widths` are those of the columns, the first of which is that of the boxes. Their object name tells the table in
     /// their events, and their id the row.
     ChoiceTable(int id, const QList<int> &widths, QString boxName);
+    ChoiceTable(const ChoiceTable &) = delete;
+    ChoiceTable &operator=(const ChoiceTable &) = delete;
 
     /// The table, without a parent until it is placed; whoever places it owns it.
     GZ::CStandardTable *widget() const { return mTable; }
@@ -50,7 +53,8 @@ public:
     void revert();
 
 private:
-    GZ::CCheckBox *boxAt(int row) const;
+    QWidget *makeBox(int row);
+    void check(int row, bool checked);
     void choose(int row, bool wanted);
     int rows() const { return static_cast<int>(mKeys.size()); }
 
@@ -58,6 +62,7 @@ private:
     QString mBoxName;
     bool mStartsChosen = false;
     std::vector<std::string> mKeys; ///< by row
+    std::vector<bool> mChecked; ///< what the boxes show, by row
     std::map<std::string, int> mRowOfKey;
     std::set<std::string> mChosen;
 };

@@ -48,6 +48,14 @@ template <class Part> Part *partAt(const QWidget *cell, int number) {
     return cell ? static_cast<Part *>(cell->layout()->itemAt(number)->widget()) : nullptr;
 }
 
+QString progressText(const TaskRow &row) {
+    return row.total == 0 ? QString() : QStringLiteral("%1/%2").arg(row.finished).arg(row.total);
+}
+
+QString sideKey(const TaskRow &row) {
+    return row.buys ? QStringLiteral("ic_clr_index_default_rise") : QStringLiteral("ic_clr_index_default_fall");
+}
+
 /// For each new row the old one that it continues, -1 for none. Rows that are alike continue each other in their order.
 std::vector<int> continuedRows(const std::vector<TaskRow> &before, const std::vector<TaskRow> &now) {
     std::multimap<std::tuple<int, int, int>, int> left;
@@ -78,28 +86,40 @@ TaskTable::TaskTable(QWidget *parent) : COddEvenRowTable(kTableId, eWholeMenu, p
     for (const auto &[column, width] : kWidths) {
         setDefaultWidth(column, width);
     }
+    setWidgetMaker(
+        eProgress, [this](int row) { return makeProgress(row); }, eFill);
+    setWidgetMaker(eDetails, [this](int row) { return makeDetails(row); });
+    setWidgetMaker(eStatus, [this](int row) { return makeStatus(row); });
 }
 
 void TaskTable::fill(const std::vector<TaskRow> &rows) {
-    const std::vector<TaskRow> before = std::move(mRows);
-    std::vector<int> continued = continuedRows(before, rows);
+    const std::vector<TaskRow> before = std::exchange(mRows, rows);
+    const std::vector<int> continued = continuedRows(before, rows);
     const int top = rowAt(0);
+    mFilling = true;
     arrange(continued, static_cast<int>(before.size()));
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const int place = static_cast<int>(row);
-        if (continued[row] < 0) {
-            makeWidgets(place);
-        }
-        if (continued[row] != place || before[continued[row]] != rows[row]) {
-            showRow(place, rows[row]);
+    mFilling = false;
+    for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
+        const int previous = continued[row];
+        if (previous < 0) {
+            showTexts(row);
+        } else if (previous != row || before[previous] != rows[row]) {
+            showTexts(row);
+            updateWidgets(row, before[previous]);
         }
     }
-    mRows = rows;
     keepAtTop(top, continued);
+    makeWidgets();
 }
 
 /// Moves the rows that go on, makes room for new ones, and takes out the others.
 void TaskTable::arrange(const std::vector<int> &continued, int before) {
+    const bool isAsItWas = static_cast<int>(continued.size()) == before &&
+                           std::find(continued.begin(), continued.end(), -1) == continued.end() &&
+                           std::is_sorted(continued.begin(), continued.end());
+    if (isAsItWas) {
+        return;
+    }
     int added = addRows(static_cast<int>(std::count(continued.begin(), continued.end(), -1)));
     QList<int> order;
     std::vector<bool> goesOn(before);
@@ -127,64 +147,80 @@ void TaskTable::keepAtTop(int row, const std::vector<int> &continued) {
     }
 }
 
-void TaskTable::makeWidgets(int row) {
-    // No widget gets a parent before it is placed: taking one out of a window costs the more, the fuller that is.
-    setWidget(row, eProgress, new CRealtimeProgressWidget, eFill);
-    auto *priceType = new CSimpleTextWidget(QString());
-    priceType->setColorKey(kProgressKey);
-    setWidget(row, eDetails,
-              cellOf(QStringLiteral("table_transaction_details"),
-                     {new CSimpleTextWidget(TC::tr("以")), priceType, new CSimpleTextWidget(QString())}),
-              eCentered);
-}
-
-void TaskTable::showRow(int row, const TaskRow &shown) {
+void TaskTable::showTexts(int row) {
+    const TaskRow &shown = mRows[row];
     setText(row, eAccount, shown.account);
     setText(row, eName, shown.instrument);
     setText(row, eStart, shown.start);
     setText(row, eEnd, shown.end);
-    static_cast<CRealtimeProgressWidget *>(widgetAt(row, eProgress))->setProgress(shown.total, shown.finished);
-    showDetails(row, shown);
-    showStatus(row, shown);
+    setText(row, eProgress, progressText(shown));
+    setText(row, eDetails, TC::tr("以") + shown.priceType + shown.order);
+    setText(row, eStatus, shown.status);
 }
 
-void TaskTable::showDetails(int row, const TaskRow &shown) {
-    const QWidget *cell = widgetAt(row, eDetails);
-    partAt<CSimpleTextWidget>(cell, 1)->setText(shown.priceType);
-    auto *order = partAt<CSimpleTextWidget>(cell, 2);
-    order->setText(shown.order);
-    order->setColorKey(shown.buys ? QStringLiteral("ic_clr_index_default_rise")
-                                  : QStringLiteral("ic_clr_index_default_fall"));
-}
-
-void TaskTable::showStatus(int row, const TaskRow &shown) {
-    setText(row, eStatus, shown.cancellable ? QString() : shown.status, eCentered);
-    if (!shown.cancellable) {
+/// What was made for the row shows what has changed.
+void TaskTable::updateWidgets(int row, const TaskRow &before) {
+    const TaskRow &shown = mRows[row];
+    if (auto *progress = static_cast<CRealtimeProgressWidget *>(madeWidgetAt(row, eProgress))) {
+        progress->setProgress(shown.total, shown.finished);
+    }
+    const QWidget *details = madeWidgetAt(row, eDetails);
+    if (details && shown.priceType != before.priceType) {
+        partAt<CSimpleTextWidget>(details, 1)->setText(shown.priceType);
+    }
+    if (details && (shown.order != before.order || shown.buys != before.buys)) {
+        partAt<CSimpleTextWidget>(details, 2)->setText(shown.order);
+        partAt<CSimpleTextWidget>(details, 2)->setColorKey(sideKey(shown));
+    }
+    const QWidget *status = madeWidgetAt(row, eStatus);
+    if (status && !shown.cancellable) {
         removeCellWidget(row, eStatus);
-        return;
+    } else if (status) {
+        if (shown.status != before.status) {
+            partAt<CSimpleTextWidget>(status, 0)->setText(shown.status);
+        }
+        auto *button = partAt<CTaskTableCancelButton>(status, 1);
+        button->setId(row);
+        button->setEnabled(shown.cancelEnabled);
     }
-    if (!widgetAt(row, eStatus)) {
-        setWidget(row, eStatus,
-                  cellOf(QStringLiteral("realtime_task__details"),
-                         {new CSimpleTextWidget(QString()), makeCancelButton(row)}),
-                  eCentered);
-    }
-    const QWidget *cell = widgetAt(row, eStatus);
-    partAt<CSimpleTextWidget>(cell, 0)->setText(shown.status);
-    auto *button = partAt<CTaskTableCancelButton>(cell, 1);
-    button->setId(row);
-    button->setTask(shown.taskId, shown.commandId);
-    button->setEnabled(shown.cancelEnabled);
 }
 
-CTaskTableCancelButton *TaskTable::makeCancelButton(int row) {
+// Widgets get no parent before they are placed: taking one out of a window costs the more, the fuller that is.
+
+QWidget *TaskTable::makeProgress(int row) {
+    if (mFilling) {
+        return nullptr;
+    }
+    auto *progress = new CRealtimeProgressWidget;
+    progress->setProgress(mRows[row].total, mRows[row].finished);
+    return progress;
+}
+
+QWidget *TaskTable::makeDetails(int row) {
+    if (mFilling) {
+        return nullptr;
+    }
+    auto *priceType = new CSimpleTextWidget(mRows[row].priceType);
+    priceType->setColorKey(kProgressKey);
+    auto *order = new CSimpleTextWidget(mRows[row].order);
+    order->setColorKey(sideKey(mRows[row]));
+    return cellOf(QStringLiteral("table_transaction_details"),
+                  {new CSimpleTextWidget(TC::tr("以")), priceType, order});
+}
+
+QWidget *TaskTable::makeStatus(int row) {
+    if (mFilling || !mRows[row].cancellable) {
+        return nullptr;
+    }
     auto *button = new CTaskTableCancelButton(row, 0, 3);
+    button->setTask(mRows[row].taskId, mRows[row].commandId);
+    button->setEnabled(mRows[row].cancelEnabled);
     connect(button, &CTaskTableCancelButton::questionOpened, this, [this, button] { mAsking = button; });
     connect(button, &CTaskTableCancelButton::questionClosed, this, [this] {
         mAsking.clear();
         emit answered();
     });
-    return button;
+    return cellOf(QStringLiteral("realtime_task__details"), {new CSimpleTextWidget(mRows[row].status), button});
 }
 
 } // namespace TC

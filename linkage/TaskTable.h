@@ -11,7 +11,8 @@
 namespace TC {
 
 /// The table of tasks. What is there already is not made anew by a refill: a row is the same as long as it stands for
-/// the same item of a task, and with it its button under the mouse, its selection and its place at the top.
+/// the same item of a task, and with it its button under the mouse, its selection and its place at the top. Widgets
+/// are made for the rows near to what is seen.
 class TaskTable : public GZ::COddEvenRowTable {
     Q_OBJECT
 public:
@@ -32,13 +33,14 @@ signals:
 private:
     void arrange(const std::vector<int> &continued, int before);
     void keepAtTop(int row, const std::vector<int> &continued);
-    void makeWidgets(int row);
-    void showRow(int row, const TaskRow &shown);
-    void showDetails(int row, const TaskRow &shown);
-    void showStatus(int row, const TaskRow &shown);
-    CTaskTableCancelButton *makeCancelButton(int row);
+    void showTexts(int row);
+    void updateWidgets(int row, const TaskRow &before);
+    QWidget *makeProgress(int row);
+    QWidget *makeDetails(int row);
+    QWidget *makeStatus(int row);
 
     std::vector<TaskRow> mRows; ///< as they are shown
+    bool mFilling = false; ///< the table's rows are not yet those
     QPointer<CTaskTableCancelButton> mAsking; ///< whose question is open
 };
 

@@ -6,11 +6,13 @@
 #include <QStringList>
 #include <QTableWidget>
 
+#include <functional>
 #include <memory>
 
 namespace GZ {
 
 class ColumnLayout;
+class ReadyWidgets;
 class RowOrder;
 
 /// A table of rows that only its owner changes, in the look of the theme. Cells are texts or widgets. The user sorts by
@@ -86,9 +88,17 @@ public:
     /// A widget, which the table owns from now on: of its own size, placed by Qt::Alignment, or filling the cell as
     /// EAlignment says.
     void setWidget(int row, int column, QWidget *widget, int alignment = eCentered);
-    /// The widget that was placed in a cell; null when there is none.
+    /// Cells of a column get widgets, which `make` makes by the number of the row, as they come near to what is seen of
+    /// the table, and lose them far from it: for tables of many rows. It answers null for a cell that has its text alone.
+    /// Such a cell should have the text that its widget shows.
+    void setWidgetMaker(int column, std::function<QWidget *(int row)> make, int alignment = eCentered);
+    /// Makes such widgets, after rows have come or changed.
+    void makeWidgets();
+    /// The widget that was placed in a cell, or is made for it now; null when there is none.
     QWidget *widgetAt(int row, int column) const;
-    /// The text of a cell; of one with a widget the texts that it shows.
+    /// The same, but null when none has been made yet.
+    QWidget *madeWidgetAt(int row, int column) const;
+    /// The text of a cell, which a widget in it hides; when it has none, the texts that its widget shows.
     QString textAt(int row, int column) const;
 
     /// Sorts by a column; a negative one puts the rows into the order in which they were added.
@@ -109,6 +119,7 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void applyFlags();
@@ -121,6 +132,7 @@ private:
     int mFlags = eStandardFlags;
     std::unique_ptr<ColumnLayout> mColumns;
     std::unique_ptr<RowOrder> mOrder;
+    std::unique_ptr<ReadyWidgets> mReady;
 };
 
 } // namespace GZ

@@ -81,6 +81,27 @@ TEST_F(ChoiceTableTest, BoxesDecideWhatIsLeftToChooseAndWhatIsTurned) {
     EXPECT_EQ(mTable.chosen(), (Keys{"a", "b"}));
 }
 
+TEST_F(ChoiceTableTest, BoxesAreMadeAsTheirRowsComeNear) {
+    std::vector<ChoiceTable::Row> rows;
+    for (int row = 0; row < 1000; ++row) {
+        rows.push_back({std::to_string(row), {}});
+    }
+    mTable.add(rows);
+    EXPECT_LT(mTable.widget()->findChildren<GZ::CCheckBox *>().size(), 200);
+    EXPECT_TRUE(mTable.selectAll());
+    EXPECT_EQ(mTable.chosen().size(), 1000u);
+    auto *late = static_cast<GZ::CCheckBox *>(mTable.widget()->widgetAt(900, 0));
+    EXPECT_TRUE(late->isChecked()) << "as it was chosen before it was made";
+    late->setChecked(false);
+    mTable.select(900, false);
+    EXPECT_TRUE(mTable.selectAll());
+    EXPECT_TRUE(late->isChecked());
+    EXPECT_FALSE(mTable.selectAll());
+    mTable.revert();
+    EXPECT_TRUE(mTable.chosen().empty());
+    EXPECT_FALSE(late->isChecked());
+}
+
 TEST_F(ChoiceTableTest, GroupChoosesWhatIsThereAndWhatComes) {
     ChoiceGroup group(QStringLiteral("group"), {1, 2, 3}, 0, {30, 60}, QStringLiteral("some_table"));
     const std::unique_ptr<QWidget> widget(group.widget());

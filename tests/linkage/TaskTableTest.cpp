@@ -149,4 +149,64 @@ TEST_F(TaskTableTest, EqualRowsAreTwo) {
     EXPECT_EQ(button(1), second);
 }
 
+/// Counts what the application delivers.
+class EventCounter : public QObject {
+public:
+    EventCounter() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *) override {
+        ++mCount;
+        return false;
+    }
+    int mCount = 0;
+};
+
+TEST_F(TaskTableTest, NewRowsCostNoMoreWidgetsOrEventsThanAreSeen) {
+    QList<int> widgets;
+    QList<int> events;
+    for (const int count : {500, 1000, 2000}) {
+        TaskTable table;
+        table.resize(828, 200);
+        table.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
+        EventCounter counter;
+        table.fill(rows(1, count));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(table.rowCount(), count);
+        widgets.append(table.findChildren<QWidget *>().size());
+        events.append(counter.mCount);
+    }
+    EXPECT_EQ(widgets[1], widgets[0]);
+    EXPECT_EQ(widgets[2], widgets[0]);
+    EXPECT_LE(events[2], events[0] + 200) << "four times the rows";
+}
+
+TEST_F(TaskTableTest, RefillOfWhatIsThereMakesNothing) {
+    mTable.fill(rows(1, 1000));
+    ASSERT_NO_FATAL_FAILURE(show());
+    QCoreApplication::processEvents();
+    const auto before = mTable.findChildren<QWidget *>();
+    EventCounter counter;
+    mTable.fill(rows(1, 1000));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mTable.findChildren<QWidget *>(), before);
+    EXPECT_LT(counter.mCount, 20);
+}
+
+TEST_F(TaskTableTest, EveryRowInViewHasItsWidgetsHoweverFarItIsScrolled) {
+    mTable.fill(rows(1, 1000));
+    ASSERT_NO_FATAL_FAILURE(show());
+    for (const int at : {0, 500, 10, 990, 300}) {
+        mTable.verticalScrollBar()->setValue(at);
+        const int last = mTable.rowAt(mTable.viewport()->height() - 1);
+        for (int row = mTable.rowAt(0); row <= (last < 0 ? 999 : last); ++row) {
+            ASSERT_NE(mTable.madeWidgetAt(row, TaskTable::eStatus), nullptr) << row;
+            EXPECT_EQ(button(row)->id(), row);
+            EXPECT_EQ(mTable.textAt(row, TaskTable::eProgress), QStringLiteral("0/300"));
+        }
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_LT(mTable.findChildren<TC::CTaskTableCancelButton *>().size(), 300);
+    EXPECT_NE(button(700), nullptr) << "one that is asked for is made";
+}
+
 } // namespace

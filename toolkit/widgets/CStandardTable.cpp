@@ -1,6 +1,7 @@
 #include "host/toolkit/CStandardTable.h"
 
 #include "toolkit/widgets/ColumnLayout.h"
+#include "toolkit/widgets/ReadyWidgets.h"
 #include "toolkit/widgets/RowOrder.h"
 #include "toolkit/widgets/TableCell.h"
 #include "toolkit/widgets/TableHeader.h"
@@ -12,9 +13,11 @@
 #include <QHeaderView>
 #include <QJsonDocument>
 #include <QMenu>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <utility>
 
 namespace GZ {
 namespace {
@@ -48,7 +51,7 @@ QPalette tablePalette() {
     return colors;
 }
 
-/// Rows are chosen whole: no cell of its own shows that it has the keyboard.
+/// Rows are chosen whole: no cell of its own shows that it has the keyboard. A text beneath a widget is not shown.
 class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -57,6 +60,10 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
         option->state &= ~QStyle::State_HasFocus;
+        const auto *view = static_cast<const QAbstractItemView *>(option->widget);
+        if (view && view->indexWidget(index)) {
+            option->text.clear();
+        }
     }
 };
 
@@ -98,12 +105,18 @@ CStandardTable::CStandardTable(int id, int menuFlags, QWidget *parent)
     header->setStretchLastSection(true);
     connect(header, &QHeaderView::sectionClicked, this, &CStandardTable::onHeadingClicked);
     mColumns = std::make_unique<ColumnLayout>(*this);
+    mReady = std::make_unique<ReadyWidgets>(*this, [this](int row, int column, QWidget *widget, int alignment) {
+        setWidget(row, column, widget, alignment);
+    });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &CStandardTable::makeWidgets);
     setHeaderHeight(kHeaderHeight);
     applyFlags();
     CStandardTable::onUiResourceChanged();
 }
 
-CStandardTable::~CStandardTable() = default;
+CStandardTable::~CStandardTable() {
+    disconnect(verticalScrollBar(), nullptr, this, nullptr); // it ends after what makes the widgets
+}
 
 void CStandardTable::setFlags(int flags) {
     mFlags = flags;
@@ -195,7 +208,25 @@ void CStandardTable::setWidget(int row, int column, QWidget *widget, int alignme
     setCellWidget(row, column, holderOf(widget, alignment));
 }
 
+void CStandardTable::setWidgetMaker(int column, std::function<QWidget *(int row)> make, int alignment) {
+    mReady->setMaker(column, std::move(make), alignment);
+}
+
+void CStandardTable::makeWidgets() {
+    mReady->update();
+}
+
+void CStandardTable::resizeEvent(QResizeEvent *event) {
+    QTableWidget::resizeEvent(event);
+    makeWidgets();
+}
+
 QWidget *CStandardTable::widgetAt(int row, int column) const {
+    mReady->make(row, column);
+    return madeWidgetAt(row, column);
+}
+
+QWidget *CStandardTable::madeWidgetAt(int row, int column) const {
     const QWidget *holder = cellWidget(row, column);
     const QLayoutItem *placed = holder && holder->layout() ? holder->layout()->itemAt(0) : nullptr;
     return placed ? const_cast<QLayoutItem *>(placed)->widget() : nullptr;
@@ -204,7 +235,8 @@ QWidget *CStandardTable::widgetAt(int row, int column) const {
 QString CStandardTable::textAt(int row, int column) const {
     const QTableWidgetItem *cell = item(row, column);
     QString text = cell ? cell->text() : QString();
-    if (const QWidget *holder = cellWidget(row, column)) {
+    const QWidget *holder = text.isEmpty() ? cellWidget(row, column) : nullptr;
+    if (holder) {
         for (const QWidget *part : holder->findChildren<QWidget *>()) {
             text += qobject_cast<const QAbstractButton *>(part) ? QString() : part->property("text").toString();
         }
