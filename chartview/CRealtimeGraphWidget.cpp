@@ -129,6 +129,7 @@ void CRealtimeGraphWidget::setStock(const QString &key, bool isPair) {
         return;
     }
     mSubject.stock = key;
+    setRegionLineHide(); // the region is one of the former instrument
     CSingletonT<CIndexMainWindowHelper>::instance().instrumentChanged(key);
     const bool wasPaired = std::exchange(mSubject.paired, isPair);
     mOverlays.followPair(wasPaired);
@@ -171,8 +172,7 @@ int CRealtimeGraphWidget::getMouseY() const {
 }
 
 void CRealtimeGraphWidget::setRegionLine(int startIndex, int endIndex) {
-    mRegionLines.moveTo(mSubject.uiParam->getXAxisByIndex(startIndex),
-                        mSubject.uiParam->getXAxisByIndex(endIndex));
+    mRegionLines.moveTo(MinuteSpan::ofIndices(startIndex, endIndex, DayAxis::of(*mSubject.uiParam)));
     update();
 }
 
@@ -273,7 +273,9 @@ void CRealtimeGraphWidget::enterEvent(QEvent * /*event*/) {
 }
 
 void CRealtimeGraphWidget::leaveEvent(QEvent * /*event*/) {
-    mInput.leave();
+    if (mInput.leave()) {
+        emit mouseLeft();
+    }
 }
 
 void CRealtimeGraphWidget::contextMenuEvent(QContextMenuEvent *event) {

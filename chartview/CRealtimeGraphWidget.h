@@ -80,8 +80,7 @@ public:
     void superposedStock() { mOverlays.pickWithAxis(); }
     /// Asks the host for the analysis of the instrument's sector.
     void showContrastSector() { mView.showContrast(); }
-    /// Opens the menu of the pane's title at a point of the screen: the formulas that can take the place of the present
-    /// ones.
+    /// Opens the menu of formulas that can take the place of the present ones, at a point of the screen.
     void showTitleMenu(const QPoint &at) { mMenu.openTitleMenu(at); }
 
     // View
@@ -108,8 +107,7 @@ public:
     /// Moves the region lines to two axis indices.
     void setRegionLine(int startIndex, int endIndex);
     void setRegionLineHide();
-    /// Shows the first formula of the pane with its values at the cross line and its hidden variables there, in a
-    /// window. Nothing without a series, or without a formula.
+    /// Shows the first formula of the pane with its values and hidden variables at the cross line, in a window.
     void viewVariable() { mVariables.show(); }
 
     /// Passes a finished drawing to the host.
@@ -117,11 +115,14 @@ public:
     bool handleEvent(int event, int first, int second, QString text, void *payload) override;
     void onUiResourceChanged() override;
 
-    /// An instrument picked in the smart keyboard, to be overlaid; `withAxis` on an axis scale of its own. One
-    /// that is there already, or is the main one, changes nothing. The shortcuts "03" and "04" stand for an index.
+    /// An instrument picked in the smart keyboard, to be overlaid; `withAxis` on an axis scale of its own.
     void overlayPickedStock(const CStockInfo &picked, ESmartKeyType type, bool withAxis) {
         mOverlays.overlayPicked(picked, type, withAxis);
     }
+
+signals:
+    /// The mouse has left; what it had under way is over.
+    void mouseLeft();
 
 public slots:
     // What the entries of the menus do. Those that need a formula, an account or a level take it from the entry that

@@ -30,17 +30,6 @@ QFont labelFont() {
     return GZ::CUiResource::instance().getFont(kLabelFont);
 }
 
-/// Position of the graph that the mouse moves over in a row, which is newest first; as the number of days left of it,
-/// or -1.
-int daysBeforeActive(const QList<CRealtimeGraphWidget *> &row) {
-    for (int i = 0; i < row.size(); ++i) {
-        if (row[i]->isCrossActive()) {
-            return row.size() - i - 1;
-        }
-    }
-    return -1;
-}
-
 } // namespace
 
 CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiParam, QWidget *parent)
@@ -52,7 +41,6 @@ CRealtimeTimeWidget::CRealtimeTimeWidget(boost::shared_ptr<CRealtimeUiParam> uiP
 void CRealtimeTimeWidget::setCursor(int index, int x) {
     mCursorIndex = index;
     mCursorX = x;
-    mDaysBefore = 0;
 }
 
 void CRealtimeTimeWidget::refreshFlag() {
@@ -126,10 +114,12 @@ CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     }
     Flag flag;
     flag.text = timeUnderCursor();
+    const Pointed pointed = pointedGraph();
+    follow(pointed.graph); // without one the flag stands in the oldest day
     TimeFlagInput input;
     input.cursorX = mCursorX;
     input.leftWidth = mUiParam->mLeftAxisWidth;
-    input.daysBefore = daysBeforeCursor();
+    input.daysBefore = pointed.daysBefore;
     input.dayWidth = mUiParam->mDayWidth;
     input.textWidth = GZ::GlyphText::ofTheme(kLabelFont).width(flag.text);
     input.height = height();
@@ -137,16 +127,31 @@ CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     return flag;
 }
 
-int CRealtimeTimeWidget::daysBeforeCursor() {
-    if (mDayRows) {
-        const QVector<QList<CRealtimeGraphWidget *>> rows = mDayRows->dayRows();
-        int days = rows.isEmpty() ? -1 : daysBeforeActive(rows.first());
-        for (int i = 1; days < 0 && i < rows.size(); ++i) {
-            days = daysBeforeActive(rows[rows.size() - i]); // of formula panes the last one counts
-        }
-        mDaysBefore = days < 0 ? mDaysBefore : days;
+CRealtimeTimeWidget::Pointed CRealtimeTimeWidget::pointedGraph() const {
+    const QVector<QList<CRealtimeGraphWidget *>> rows =
+        mDayRows ? mDayRows->dayRows() : QVector<QList<CRealtimeGraphWidget *>>();
+    Pointed found = pointedIn(rows.value(0));
+    for (int i = 1; !found.graph && i < rows.size(); ++i) {
+        found = pointedIn(rows[rows.size() - i]); // of formula panes the last one counts
     }
-    return mDaysBefore;
+    return found;
+}
+
+CRealtimeTimeWidget::Pointed CRealtimeTimeWidget::pointedIn(const QList<CRealtimeGraphWidget *> &row) {
+    for (int i = 0; i < row.size(); ++i) {
+        if (row[i]->isCrossActive()) {
+            return {row[i], row.size() - i - 1}; // the newest day comes first
+        }
+    }
+    return {};
+}
+
+void CRealtimeTimeWidget::follow(CRealtimeGraphWidget *graph) {
+    if (graph && graph != mFollowed) {
+        connect(graph, &CRealtimeGraphWidget::mouseLeft, this, &CRealtimeTimeWidget::refreshFlag,
+                Qt::UniqueConnection);
+        mFollowed = graph;
+    }
 }
 
 int CRealtimeTimeWidget::referenceDate() const {

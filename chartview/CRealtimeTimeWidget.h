@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QPair>
 #include <QPixmap>
+#include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QVector>
@@ -14,6 +15,7 @@
 
 namespace TC {
 
+class CRealtimeGraphWidget;
 class CRealtimeUiParam;
 class IDayRows;
 
@@ -59,10 +61,18 @@ private:
         QString text;
     };
 
+    /// The graph that the mouse moves over, and the days that stand left of it.
+    struct Pointed {
+        CRealtimeGraphWidget *graph = nullptr; ///< null when it is over none
+        int daysBefore = 0;
+    };
+
     Flag makeFlag();
+    Pointed pointedGraph() const;
+    static Pointed pointedIn(const QList<CRealtimeGraphWidget *> &row);
+    /// Follows the graph under the mouse until the mouse leaves it.
+    void follow(CRealtimeGraphWidget *graph);
     const QString &timeUnderCursor();
-    /// Days that stand left of the one under the mouse; once the mouse has left the graphs, of the one where it was.
-    int daysBeforeCursor();
     void drawScale(double ratio);
     void drawDays(QPainter &painter) const;
     /// Midnight of the newest day shown, in seconds since the epoch.
@@ -73,7 +83,7 @@ private:
     QPixmap mPixmap; ///< the scale without the flag
     int mCursorIndex = -1; ///< axis index of the flag, negative none
     int mCursorX = 0; ///< pixels inside a day graph
-    int mDaysBefore = 0; ///< left of the day that the flag stands in since the last setCursor
+    QPointer<CRealtimeGraphWidget> mFollowed; ///< the graph whose leaving is listened to
     Flag mFlag; ///< on the screen, or asked for
     Times mTimes;
     GZ::ThemeCache<Look> mLook;

@@ -82,7 +82,7 @@ bool GraphContextMenu::addRegion(QMenu &menu, const GraphMenu &entries) {
     if (region.width() <= (mSubject.replay ? kNarrowestRegionOfReplay : kNarrowestRegion)) {
         return false;
     }
-    entries.addRegion(menu, region.x(), region.x() + region.width());
+    entries.addRegion(menu, mPointer.rightSpan());
     return true;
 }
 

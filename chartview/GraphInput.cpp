@@ -47,12 +47,12 @@ void GraphInput::move(QMouseEvent &event) {
 
 /// What grows is painted with the next repaint.
 void GraphInput::growGesture(const QMouseEvent &event) {
-    const GraphPointer::EGesture gesture = mParts.pointer.grow(event.pos(), mGraph.width());
+    const GraphPointer::EGesture gesture =
+        mParts.pointer.grow(event.pos(), mGraph.width(), DayAxis::of(*mParts.subject.uiParam));
     if (gesture == GraphPointer::eDrag) {
         mGraph.setCursor(Qt::ClosedHandCursor);
     } else if (gesture == GraphPointer::eRightSelection) {
-        const QRect &region = mParts.pointer.rightRect();
-        mParts.regionLines.moveTo(region.x(), region.x() + region.width());
+        mParts.regionLines.moveTo(mParts.pointer.rightSpan());
     }
 }
 
@@ -146,7 +146,7 @@ void GraphInput::enter() {
     mGraph.update();
 }
 
-void GraphInput::leave() {
+bool GraphInput::leave() {
     mParts.tip.hide();
     if (mParts.pointer.isDragging()) {
         mGraph.setCursor(Qt::ArrowCursor);
@@ -158,6 +158,7 @@ void GraphInput::leave() {
     if (alive) {
         mGraph.update();
     }
+    return !alive.isNull();
 }
 
 void GraphInput::searchTrades() {

@@ -31,8 +31,8 @@ public:
     bool release(QMouseEvent &event);
     void doubleClick(const QMouseEvent &event);
     void enter();
-    /// Ends whatever the mouse has under way.
-    void leave();
+    /// Ends whatever the mouse has under way. False when the graph has gone.
+    bool leave();
     /// A tip is due: looks for the trades under the mouse.
     void searchTrades();
 

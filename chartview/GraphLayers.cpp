@@ -89,11 +89,14 @@ void GraphLayers::paintSelections(QPainter &painter, const Look &look) const {
 }
 
 void GraphLayers::paintRegionLines(QPainter &painter, int height) const {
-    const RegionLines &lines = mSources.regionLines;
-    if (lines.isVisible()) {
-        painter.setPen(dashedPen(kRegionLineColor));
-        painter.drawLine(lines.left(), 0, lines.left(), height);
-        painter.drawLine(lines.right(), 0, lines.right(), height);
+    if (!mSources.regionLines.isVisible()) {
+        return;
+    }
+    const MinuteSpan &span = mSources.regionLines.span();
+    const DayAxis axis = DayAxis::of(*mSources.subject.uiParam);
+    painter.setPen(dashedPen(kRegionLineColor));
+    for (const int column : {span.left(axis), span.right(axis)}) {
+        painter.drawLine(column, 0, column, height);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/FormulaMenu.h"
 #include "chartview/GraphSubject.h"
+#include "chartview/MinuteSpan.h"
 #include "chartview/ShownAccounts.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
@@ -198,10 +199,10 @@ void GraphMenu::addSwitches(QMenu &menu) const {
     }
 }
 
-void GraphMenu::addRegion(QMenu &menu, int left, int right) const {
+void GraphMenu::addRegion(QMenu &menu, const MinuteSpan &region) const {
     const CRealtimeUiParam &uiParam = *mSubject.uiParam;
-    const int start = uiParam.getIndexByXAxis(left);
-    const QString text = regionText(uiParam, start, uiParam.getIndexByXAxis(right));
+    const int start = region.start();
+    const QString text = regionText(uiParam, start, region.end());
     const auto addEntry = [&](const QString &caption, const QString &parameter, auto slot) {
         auto *action = new GZ::CParameterAction(caption, start, parameter, &menu);
         QObject::connect(action, &GZ::CParameterAction::triggered, &mGraph, slot);

@@ -11,6 +11,7 @@ class QWidget;
 namespace TC {
 
 class CRealtimeGraphWidget;
+class MinuteSpan;
 struct GraphSubject;
 
 /// The accounts of a menu: what its entries show, and whether all of them are.
@@ -29,8 +30,8 @@ public:
     /// Of a view of a pair.
     void addPaired(QMenu &menu) const;
     void addMain(QMenu &menu) const;
-    /// Of the columns `left` to `right` of the graph.
-    void addRegion(QMenu &menu, int left, int right) const;
+    /// Of a region of the graph.
+    void addRegion(QMenu &menu, const MinuteSpan &region) const;
     void addSub(QMenu &menu) const;
     void addExport(QMenu &menu) const;
     /// The formulas that can take the place of the present ones; null when there is none.

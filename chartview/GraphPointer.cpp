@@ -44,7 +44,7 @@ void GraphPointer::press(Qt::MouseButton button, const QPoint &at, bool crossSho
     }
 }
 
-GraphPointer::EGesture GraphPointer::grow(const QPoint &mouse, int width) {
+GraphPointer::EGesture GraphPointer::grow(const QPoint &mouse, int width, const DayAxis &axis) {
     if (mDragging) {
         return eDrag;
     }
@@ -54,6 +54,7 @@ GraphPointer::EGesture GraphPointer::grow(const QPoint &mouse, int width) {
     }
     if (mRightSelecting) {
         mRightRect = selectionRect(mRightStart, mouse, width);
+        mRightSpan = MinuteSpan::ofColumns(mRightRect.x(), mRightRect.x() + mRightRect.width(), axis);
         return eRightSelection;
     }
     return eNoGesture;

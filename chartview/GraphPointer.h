@@ -1,5 +1,7 @@
 #pragma once
 
+#include "chartview/MinuteSpan.h"
+
 #include <QPoint>
 #include <QRect>
 #include <Qt>
@@ -33,8 +35,8 @@ public:
     /// Begins the gesture of a button in a graph of `width` pixels beside a left strip of `leftAxisWidth`: a selection
     /// while the cross line is shown, else a drag with the left button. Any other begins none.
     void press(Qt::MouseButton button, const QPoint &at, bool crossShown, int width, int leftAxisWidth);
-    /// Lets the gesture under way grow to a point, and tells which one it is.
-    EGesture grow(const QPoint &mouse, int width);
+    /// Lets the gesture under way grow to a point of a graph of `width` pixels, and tells which one it is.
+    EGesture grow(const QPoint &mouse, int width, const DayAxis &axis);
     /// The gesture that a release ends.
     EGesture ending() const;
     void endDrag() { mDragging = false; }
@@ -51,6 +53,8 @@ public:
     bool isSelecting() const { return mLeftSelecting || mRightSelecting; }
     const QRect &leftRect() const { return mLeftRect; }
     const QRect &rightRect() const { return mRightRect; }
+    /// What the right selection was last drawn over. It is told by minutes, whatever has become of the axis since.
+    const MinuteSpan &rightSpan() const { return mRightSpan; }
 
 private:
     bool mMouseIn = false;
@@ -66,6 +70,7 @@ private:
     QRect mLeftRect;
     QPoint mRightStart;
     QRect mRightRect;
+    MinuteSpan mRightSpan;
 };
 
 } // namespace TC

@@ -13,6 +13,8 @@
 
 #include <boost/format.hpp>
 
+#include <algorithm>
+
 namespace TC {
 
 namespace {
@@ -56,11 +58,13 @@ void OverlayCommands::openKeyboard(const QString &title, bool withAxis) {
 void OverlayCommands::overlayPicked(const CStockInfo &picked, ESmartKeyType type, bool withAxis) {
     const CRealtimeUiParam &uiParam = *mSubject.uiParam;
     const QString key = picked.key();
-    // An overlay of the other kind may be picked: the host moves it. A shortcut may have no key, which is part of any.
-    const bool overlaidWithout = !key.isEmpty() && uiParam.isNoAxisOverlayStock(key);
-    const bool overlaidWith = !key.isEmpty() && !overlaidWithout && uiParam.isOverlayStock(key);
-    const bool overlaid = withAxis ? overlaidWith : overlaidWithout;
-    if (overlaid || uiParam.isMainStock(key)) {
+    // One of the other kind may be picked: the host moves it. A shortcut may have no key, which is part of any.
+    const QList<CInstrumentDetailPtr> &sameKind = withAxis ? uiParam.mAddStocks : uiParam.mAddNoAxisStocks;
+    const bool isThere =
+        !key.isEmpty() && std::any_of(sameKind.begin(), sameKind.end(), [&key](const auto &detail) {
+            return getDetailQsKey(detail).contains(key, Qt::CaseInsensitive);
+        });
+    if (isThere || uiParam.isMainStock(key)) {
         return;
     }
     const int change = withAxis ? eOverlayWithAxis : eOverlayWithoutAxis;

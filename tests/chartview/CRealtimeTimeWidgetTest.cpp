@@ -1,5 +1,6 @@
 #include "chartview/CRealtimeTimeWidget.h"
 
+#include "chartview/IDayRows.h"
 #include "tests/chartview/GraphFixture.h"
 #include "tests/support/Golden.h"
 
@@ -303,6 +304,105 @@ TEST_F(TimeScale, AnyWalkOfTheFlagLeavesThePixelsOfAWholeRepaint) {
         QCoreApplication::processEvents();
         ASSERT_EQ(walked, tests::onScreen(*mKeeper)) << step;
     }
+}
+
+// Days
+
+/// Rows of graphs that were made beneath it.
+class DayRowsView : public QWidget, public IDayRows {
+public:
+    QVector<QList<CRealtimeGraphWidget *>> dayRows() const override { return mRows; }
+    QVector<QList<CRealtimeGraphWidget *>> mRows;
+};
+
+/// A scale of three days of 400 pixels, beneath a main pane and two formula panes.
+class TimeScaleOfDays : public TimeScale {
+protected:
+    TimeScaleOfDays() {
+        mUi->mDayCount = 3;
+        mUi->mCrossShown = true;
+        mView.setParent(mKeeper.get());
+        mView.resize(1300, 320);
+        for (const EIndexDisplayType type :
+             {EIndexDisplayType::Main, EIndexDisplayType::Sub, EIndexDisplayType::Sub}) {
+            QList<CRealtimeGraphWidget *> row;
+            for (int day = 0; day < 3; ++day) {
+                row.append(new CRealtimeGraphWidget(day, makeData(type, {}), mUi, type,
+                                                    EIndexViewType::Ordinary, &mView, day == 0));
+            }
+            mView.mRows.append(row);
+        }
+        mScale = std::make_unique<CRealtimeTimeWidget>(mUi, &mView);
+        resizeView(1300);
+        mScale->setCursor(0, 100);
+    }
+    ~TimeScaleOfDays() override { mScale.reset(); }
+    void send(int pane, int daysAgo, QEvent::Type type) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(mView.mRows[pane][daysAgo], &event);
+    }
+    /// Left end of the flag, -1 without one.
+    static int flagLeft(const QImage &scale) {
+        for (int x = 0; x < scale.width(); ++x) {
+            if (scale.pixelColor(x, 0) == color("ic_clr_realtime_cross_line_bg")) {
+                return x;
+            }
+        }
+        return -1;
+    }
+    int flagLeft() { return flagLeft(painted(*mScale)); }
+    int centred(int column) const { return column - (widthOf("09:30") + 10) / 2; }
+
+    DayRowsView mView;
+};
+
+TEST_F(TimeScaleOfDays, FlagStandsInTheDayUnderTheMouse) {
+    send(0, 1, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 400 + 100));
+    send(0, 1, QEvent::Leave);
+    send(0, 0, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 800 + 100));
+}
+
+TEST_F(TimeScaleOfDays, OfFormulaPanesTheLastOneCountsAndTheMainPaneBeforeAll) {
+    send(1, 1, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 400 + 100));
+    send(2, 0, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 800 + 100));
+    send(0, 2, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 100));
+}
+
+TEST_F(TimeScaleOfDays, FlagStandsInTheOldestDayOnceTheMouseHasLeftAllGraphs) {
+    send(0, 0, QEvent::Enter);
+    EXPECT_EQ(flagLeft(), centred(50 + 800 + 100));
+    send(0, 0, QEvent::Leave);
+    EXPECT_EQ(flagLeft(), centred(50 + 100));
+    mScale->setCursor(0, 100); // as a new point does
+    EXPECT_EQ(flagLeft(), centred(50 + 100));
+}
+
+TEST_F(TimeScaleOfDays, LeavingAGraphMovesTheFlagOnTheScreen) {
+    show();
+    send(0, 0, QEvent::Enter);
+    mScale->refreshFlag();
+    QCoreApplication::processEvents();
+    send(0, 0, QEvent::Leave);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(flagLeft(mKeeper->grab().toImage().copy(mScale->geometry())), centred(50 + 100));
+    tests::PaintWatch watch(mScale.get());
+    mScale->refreshFlag();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(watch.mRegions.isEmpty()) << "it is there already";
+}
+
+TEST_F(TimeScaleOfDays, DatesAreThoseOfTheTimesInAnyZone) {
+    mUi->mGetTradeDateFunc = [] { return 1709827200; }; // 2024-03-08 00:00 at UTC+8
+    mUi->mCrossShown = false;
+    mScale->updateScale();
+    const QRect room(850, 0, widthOf("24-03-08") + 4, 16);
+    EXPECT_EQ(painted(*mScale).copy(room), picture({}, {{851, "24-03-08"}}).copy(room));
+    EXPECT_EQ(mUi->getDateTimeByIndex(0), QDateTime(QDate(2024, 3, 8), QTime(9, 30)));
 }
 
 } // namespace

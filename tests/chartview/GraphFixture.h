@@ -99,6 +99,8 @@ protected:
     }
     template <class Tag> auto &member(Tag tag) { return memberOf(*mGraph, peek(tag)); }
     TC::RegionLines &regionLines() { return member(Peek_mRegionLines()); }
+    int regionLeft() { return regionLines().span().left(TC::DayAxis::of(*mUi)); }
+    int regionRight() { return regionLines().span().right(TC::DayAxis::of(*mUi)); }
 
     /// The chart of the data alone, over the ground of a graph.
     QImage chart(double ratio = 1.0) {

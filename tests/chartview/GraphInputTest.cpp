@@ -225,7 +225,7 @@ TEST_F(GraphInput, LeftSelectionFollowsTheMouse) {
     EXPECT_EQ(leftRect(), QRect(70, 20, 30, 30));
     EXPECT_EQ(mKeeper->of(3031).size(), 2U);
     EXPECT_FALSE(regionLines().isVisible());
-    EXPECT_EQ(regionLines().left(), 0);
+    EXPECT_EQ(regionLeft(), 0);
 }
 
 TEST_F(GraphInput, SelectionsEndAtTheRightEdgeAndGoAsFarAsTheMouseElsewhere) {
@@ -248,11 +248,11 @@ TEST_F(GraphInput, RegionLinesFollowTheSidesOfTheRightSelection) {
     press({100, 50}, Qt::RightButton);
     move({160, 90}, Qt::RightButton);
     EXPECT_EQ(rightRect(), QRect(100, 50, 60, 40));
-    EXPECT_EQ(regionLines().left(), 100);
-    EXPECT_EQ(regionLines().right(), 160);
+    EXPECT_EQ(regionLeft(), 100);
+    EXPECT_EQ(regionRight(), 160);
     move({30, 90}, Qt::RightButton);
-    EXPECT_EQ(regionLines().left(), 30);
-    EXPECT_EQ(regionLines().right(), 100);
+    EXPECT_EQ(regionLeft(), 30);
+    EXPECT_EQ(regionRight(), 100);
 }
 
 TEST_F(GraphInput, SelectionIsOnTheScreenAfterTheNextRepaint) {
@@ -358,7 +358,7 @@ TEST_F(GraphInput, RightDragOfThirtyPixelsOpensTheNormalMenuAndGoesOnGrowing) {
     EXPECT_TRUE(rightSelecting());
     move({180, 90});
     EXPECT_EQ(rightRect(), QRect(100, 50, 80, 40));
-    EXPECT_EQ(regionLines().right(), 180);
+    EXPECT_EQ(regionRight(), 180);
     release({180, 90}, Qt::RightButton);
     EXPECT_FALSE(normalMenu());
     leave();

@@ -542,6 +542,14 @@ TEST_F(GraphRegionMenu, ARegionOfAReplayMayBeHalfAsWide) {
     EXPECT_TRUE(menu().startsWith(QStringLiteral("导出公式")));
 }
 
+TEST_F(GraphRegionMenu, ARegionIsOfTheMinutesThatItWasDrawnOverWhateverTheWidth) {
+    drag({101, 50}, {201, 60}, Qt::RightButton);
+    leave();
+    ASSERT_NO_FATAL_FAILURE(showGraph(964, 205));
+    const QString text = QStringLiteral("101,%1,%2").arg(seconds(10, 21)).arg(seconds(11, 11));
+    EXPECT_EQ(choose(QStringLiteral("时段统计")), (Events{{191, 51, 7, text, nullptr}}));
+}
+
 TEST_F(GraphRegionMenu, AfterALeaveTheMenuIsThatOfTheOldRegion) {
     drag({101, 50}, {201, 60}, Qt::RightButton);
     leave();

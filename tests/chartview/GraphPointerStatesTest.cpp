@@ -43,7 +43,7 @@ TEST_F(GraphPointerStates, LeftSelectionGrowsBeforeTheRightOne) {
     move({160, 90}, Qt::LeftButton | Qt::RightButton);
     EXPECT_EQ(leftRect(), QRect(100, 50, 60, 40));
     EXPECT_TRUE(rightRect().isNull());
-    EXPECT_EQ(regionLines().right(), 0);
+    EXPECT_EQ(regionRight(), 0);
 }
 
 TEST_F(GraphPointerStates, AnyButtonThatIsLetGoEndsTheLeftSelection) {
@@ -134,7 +134,7 @@ TEST_F(GraphPointerStates, NarrowRightDragStopsGrowingWhenThePointerLeaves) {
     EXPECT_TRUE(normalMenu());
     move({300, 90});
     EXPECT_EQ(rightRect(), QRect(100, 50, 30, 10));
-    EXPECT_EQ(regionLines().right(), 130);
+    EXPECT_EQ(regionRight(), 130);
 }
 
 TEST_F(GraphPointerStates, SelectionBeginsAtTheBoundOfItsPressAndIsDraggedBack) {

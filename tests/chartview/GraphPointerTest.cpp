@@ -12,7 +12,7 @@ protected:
     void press(Qt::MouseButton button, const QPoint &at, bool crossShown = true) {
         mPointer.press(button, at, crossShown, 480, 60);
     }
-    GraphPointer::EGesture grow(const QPoint &to) { return mPointer.grow(to, 480); }
+    GraphPointer::EGesture grow(const QPoint &to) { return mPointer.grow(to, 480, {482.0, 241}); }
 
     GraphPointer mPointer;
 };
@@ -102,6 +102,15 @@ TEST_F(GraphPointerTest, TakenRegionIsOverAndTheNextMenuIsTheNormalOne) {
     EXPECT_FALSE(mPointer.isRegionArmed());
     EXPECT_FALSE(mPointer.isRightSelecting());
     EXPECT_EQ(mPointer.takeRegion(), QRect(0, 0, 0, 0));
+}
+
+TEST_F(GraphPointerTest, RightSelectionIsRememberedByItsMinutes) {
+    press(Qt::RightButton, {100, 10});
+    grow({200, 30});
+    EXPECT_EQ(mPointer.rightSpan().start(), 50);
+    EXPECT_EQ(mPointer.rightSpan().end(), 100);
+    mPointer.takeRegion();
+    EXPECT_EQ(mPointer.rightSpan().end(), 100);
 }
 
 TEST_F(GraphPointerTest, LeavingEndsAllGesturesAndKeepsTheArmedRegion) {

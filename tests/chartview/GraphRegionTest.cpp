@@ -10,6 +10,17 @@ namespace {
 
 class GraphRegion : public tests::GraphInputFixture {
 protected:
+    /// The chart with region lines at two columns.
+    QImage withLines(int left, int right) {
+        QImage image = chart();
+        QPainter painter(&image);
+        QPen pen(QColor(234, 153, 49, 255), 1, Qt::CustomDashLine);
+        pen.setDashPattern({9.0, 4.0});
+        painter.setPen(pen);
+        painter.drawLine(left, 0, left, mGraph->height());
+        painter.drawLine(right, 0, right, mGraph->height());
+        return image;
+    }
     QStringList ranges() const { return mHost.mLog.of("CReplayManager::setThousandRange"); }
     void pick(const char *key, ESmartKeyType type, bool withAxis, const char *code = "") {
         mGraph->overlayPickedStock(CStockInfo(QString::fromLatin1(key), QString::fromLatin1(code)), type,
@@ -35,15 +46,7 @@ TEST_F(GraphRegion, LinesOfTheRegionStayOnTheScreenForTheStatistic) {
     leave();
     EXPECT_EQ(paintedGraph(), chart());
     EXPECT_EQ(paintsOf([this] { mGraph->slotStatistic(false, 50, ""); }), 1);
-    QImage expected = chart();
-    QPainter painter(&expected);
-    QPen pen(QColor(234, 153, 49, 255), 1, Qt::CustomDashLine);
-    pen.setDashPattern({9.0, 4.0});
-    painter.setPen(pen);
-    painter.drawLine(100, 0, 100, 205);
-    painter.drawLine(200, 0, 200, 205);
-    painter.end();
-    EXPECT_EQ(paintedGraph(), expected);
+    EXPECT_EQ(paintedGraph(), withLines(100, 200));
     mGraph->setRegionLineHide();
     EXPECT_EQ(paintedGraph(), chart());
 }
@@ -52,11 +55,11 @@ TEST_F(GraphRegion, LinesMoveToTheColumnsOfTwoIndices) {
     showMain();
     mGraph->slotStatistic(false, 0, "");
     EXPECT_EQ(paintsOf([this] { mGraph->setRegionLine(10, 240); }), 1);
-    EXPECT_EQ(regionLines().left(), 21);
-    EXPECT_EQ(regionLines().right(), 481);
+    EXPECT_EQ(regionLeft(), 21);
+    EXPECT_EQ(regionRight(), 481);
     mGraph->setRegionLine(-5, 100000);
-    EXPECT_EQ(regionLines().left(), 1);
-    EXPECT_EQ(regionLines().right(), 481);
+    EXPECT_EQ(regionLeft(), 1);
+    EXPECT_EQ(regionRight(), 481);
 }
 
 TEST_F(GraphRegion, ReadyLinesAreHiddenUntilTheStatisticShowsThem) {
@@ -66,6 +69,47 @@ TEST_F(GraphRegion, ReadyLinesAreHiddenUntilTheStatisticShowsThem) {
     EXPECT_EQ(paintedGraph(), chart());
     mGraph->slotStatistic(false, 50, "");
     EXPECT_NE(paintedGraph(), chart());
+}
+
+TEST_F(GraphRegion, LinesStayOnTheirMinutesWhenTheAxisGetsAnotherWidth) {
+    showMain();
+    fillMain();
+    crossLine(true);
+    drag({100, 50}, {200, 60}, Qt::RightButton); // the indices 50 and 100
+    leave();
+    mGraph->slotStatistic(false, 50, "");
+    ASSERT_NO_FATAL_FAILURE(showGraph(964, 205)); // 962 / 240 pixels a minute
+    rescale();
+    EXPECT_EQ(paintedGraph(), withLines(201, 401));
+    ASSERT_NO_FATAL_FAILURE(showGraph(242, 205)); // one pixel a minute
+    rescale();
+    EXPECT_EQ(paintedGraph(), withLines(51, 101));
+    ASSERT_NO_FATAL_FAILURE(showGraph(482, 205));
+    rescale();
+    EXPECT_EQ(paintedGraph(), withLines(100, 200)) << "where they were drawn";
+}
+
+TEST_F(GraphRegion, LinesAtTwoIndicesStayOnTheirMinutesToo) {
+    showMain();
+    fillMain();
+    mGraph->slotStatistic(false, 0, "");
+    mGraph->setRegionLine(10, 240);
+    EXPECT_EQ(paintedGraph(), withLines(21, 481));
+    ASSERT_NO_FATAL_FAILURE(showGraph(242, 205));
+    rescale();
+    EXPECT_EQ(paintedGraph(), withLines(11, 241));
+}
+
+TEST_F(GraphRegion, LinesGoWithTheirInstrument) {
+    showMain();
+    fillMain();
+    mGraph->setStock("SH600000", false);
+    mGraph->slotStatistic(false, 0, "");
+    mGraph->setRegionLine(10, 240);
+    mGraph->setStock("SH600000", false);
+    EXPECT_EQ(paintedGraph(), withLines(21, 481)) << "the same instrument";
+    EXPECT_EQ(paintsOf([this] { mGraph->setStock("SZ000001", false); }), 1);
+    EXPECT_EQ(paintedGraph(), chart());
 }
 
 // Replay
@@ -156,6 +200,16 @@ TEST_F(GraphRegion, OverlayOfTheSameKindIsNotOverlaidAgain) {
     showMain();
     pick("SZ000001", ESmartKeyType::Stock, true);
     pick("SZ000002", ESmartKeyType::Stock, false);
+    EXPECT_TRUE(takeEvents().empty());
+}
+
+TEST_F(GraphRegion, OverlayThatIsThereInBothWaysIsNotOverlaidAgain) {
+    mHost.mStocks.add("SZ", "000001", 5.0);
+    mUi->addStock("SZ000001", "", true);
+    mUi->addStock("SZ000001", "", false);
+    showMain();
+    pick("SZ000001", ESmartKeyType::Stock, true);
+    pick("SZ000001", ESmartKeyType::Stock, false);
     EXPECT_TRUE(takeEvents().empty());
 }
 

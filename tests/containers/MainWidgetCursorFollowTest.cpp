@@ -26,15 +26,13 @@ protected:
         EXPECT_EQ(flagLeft(), flagAround(50 + x, time));
     }
     QImage titleOf(const CRealtimeWidget *of) const { return painted(*of->findChild<CIndexTitleWidget *>()); }
-    /// The overlays of all panes, and the time scale unless its day depends on where the mouse has been.
+    /// The overlays of all panes, and the time scale.
     QList<QImage> shownOfCrossLine() const {
         QList<QImage> images;
         for (const CRealtimeWidget *one : panes()) {
             images << painted(*line(one));
         }
-        if (mUnderMouse || mUi->mDayCount == 1) {
-            images << painted(*timeScale());
-        }
+        images << painted(*timeScale());
         return images;
     }
     /// The keyboard goes away and comes back to the index.
@@ -272,7 +270,7 @@ TEST_F(CursorFollow, HomeShowsTheLinesBeforeTheMouseHasBeenThere) {
     EXPECT_EQ(flagLeft(), 50);
 }
 
-TEST_F(CursorFollow, FlagStaysInItsDayOnceTheMouseHasLeftTheGraphs) {
+TEST_F(CursorFollow, FlagStandsInTheOldestDayOnceTheMouseHasLeftTheGraphs) {
     showTrading(0);
     mMain->scaleView(false);
     mMain->scaleView(false);
@@ -282,10 +280,14 @@ TEST_F(CursorFollow, FlagStaysInItsDayOnceTheMouseHasLeftTheGraphs) {
     const int left = flagLeft();
     leaveGraph();
     expectScreenComplete("on the title strip");
-    EXPECT_EQ(flagLeft(), left);
+    EXPECT_EQ(flagLeft(), left - static_cast<int>(mUi->mDayWidth)) << "one day to the left";
+    const int oldest = flagLeft();
     timeScale()->setCursor(10, 20);
     timeScale()->refreshFlag();
-    EXPECT_EQ(flagLeft(), 50) << "no graph is under the mouse: the oldest day";
+    const int index = mUi->getIndexByXAxis(100);
+    timeScale()->setCursor(index, mUi->getXAxisByIndex(index));
+    timeScale()->refreshFlag();
+    EXPECT_EQ(flagLeft(), oldest);
 }
 
 // Any order of all that

@@ -22,6 +22,8 @@ protected:
         return found;
     }
     const TC::RegionLines &regionLines() { return graph(pane())->*peek(tests::Peek_mRegionLines()); }
+    int regionLeft() { return regionLines().span().left(DayAxis::of(*mUi)); }
+    int regionRight() { return regionLines().span().right(DayAxis::of(*mUi)); }
     bool regionShown() { return regionLines().isVisible(); }
     void showRegion() {
         graph(pane())->slotStatistic(true, 10, QStringLiteral("20,1,2"));
@@ -230,15 +232,15 @@ TEST_F(MainWidgetEvent, BoundOfTheRegionIsTakenFromATime) {
     mMain->statisticSelectRegion(10, "20,1,2");
     QTime time(9, 45);
     EXPECT_TRUE(event(3239, 0, 0, "", &time));
-    EXPECT_EQ(regionLines().left(), mUi->getXAxisByIndex(15));
-    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(20));
+    EXPECT_EQ(regionLeft(), mUi->getXAxisByIndex(15));
+    EXPECT_EQ(regionRight(), mUi->getXAxisByIndex(20));
     time = QTime(10, 0);
     EXPECT_TRUE(event(3239, 1, 0, "", &time));
-    EXPECT_EQ(regionLines().left(), mUi->getXAxisByIndex(15));
-    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(30));
+    EXPECT_EQ(regionLeft(), mUi->getXAxisByIndex(15));
+    EXPECT_EQ(regionRight(), mUi->getXAxisByIndex(30));
     EXPECT_TRUE(event(3239, 1, 0, "", nullptr));
     EXPECT_TRUE(event(3239, 2, 0, "", &time));
-    EXPECT_EQ(regionLines().right(), mUi->getXAxisByIndex(30));
+    EXPECT_EQ(regionRight(), mUi->getXAxisByIndex(30));
     time = QTime(9, 30);
     EXPECT_TRUE(event(3239, 1, 0, "", &time));
     EXPECT_FALSE(regionShown()) << "it ends before it starts";
