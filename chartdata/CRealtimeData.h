@@ -1,7 +1,6 @@
 #pragma once
 
-#include "chartdata/ChartLook.h"
-#include "chartdata/LinkageGeometry.h"
+#include "chartdata/ChangeFlags.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaParam.h"
 #include "host/records/CInstrumentDetail.h"
@@ -11,20 +10,17 @@
 
 #include <QList>
 #include <QMap>
-#include <QPair>
-#include <QPixmap>
 #include <QRect>
-#include <QSet>
+#include <QRegion>
 #include <QString>
 #include <QStringList>
-#include <QTime>
 #include <QVector>
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/shared_ptr.hpp>
-#include <boost/signals2/connection.hpp>
+#include <boost/thread/lock_guard.hpp>
 
-#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,30 +28,20 @@ class QPainter;
 
 namespace TC {
 
-class AxisScale;
 class CGraphAxisWidget;
 class CRealtimeUiParam;
-class MarkPlacer;
-struct LinkageScope;
 
-/// What a result changed; combined by or.
-enum EChangeFlag : int {
-    eNothingChanged = 0,
-    ePointChanged = 1, ///< a point changed in place
-    eRangeChanged = 2, ///< the wanted value range changed, or was reset
-    eSeriesChanged = 4, ///< replaced, a point gained or an older point changed: the pixmap is redrawn
-};
-
-/// The series of one graph pane: requests, results, value ranges and pre-rendered pixmaps.
+/// The series of one graph pane: requests, results, value ranges and pre-rendered pixmaps. It conducts parts, of which
+/// each owns one thing; see struct Parts.
 ///
-/// Results may arrive on a thread of the service. One recursive mutex guards all state; host calls that
-/// withdraw requests are made outside it. Always held by boost::shared_ptr, and kept alive by the callbacks of
+/// Lock rule: whatever touches state holds mLock from its first step to its last, drawing and events included, parts
+/// are called under it and never lock, and only services that are asked for or withdraw requests are called without it.
+///
+/// Results may arrive on a thread of the service. Always held by boost::shared_ptr, and kept alive by the callbacks of
 /// its requests until the service lets go of them.
 class CRealtimeData : public IndexBaseData, public boost::enable_shared_from_this<CRealtimeData> {
     Q_OBJECT
 public:
-    template <class Record>
-    using Marks = std::map<int, std::map<int, std::map<std::string, boost::shared_ptr<Record>>>>; ///< x, y, key
     using SeriesMap = QMap<CFormulaKey, se::RPCFormulaResultCache>;
 
     /// `next` hears of new data.
@@ -146,10 +132,7 @@ public:
     /// newest points when only they moved, the whole pane otherwise, null when nothing did.
     QRect takeDirtyRect();
     /// Whether paintTo leaves nothing of a pane of this size uncovered.
-    bool covers(const QSize &size) const {
-        boost::recursive_mutex::scoped_lock hold(mLock);
-        return !mChartPixmap.isNull() && mChartRect.size() == size;
-    }
+    bool covers(const QSize &size) const;
     /// Device pixels per pixel of the pane; the pixmaps are rendered at it. 1 until set.
     void setPixelRatio(double ratio);
 
@@ -176,124 +159,34 @@ public:
     void showInstrumentChart();
 
 private:
-    /// What a key is for this pane; worked out anew on every result.
-    enum class ERole { Main, Overlay, Ordinary };
+    struct Parts;
+    using Hold = boost::lock_guard<boost::recursive_mutex>;
 
-    /// Which lines of the series are drawn.
-    enum class EBand { Both, Volume };
-    /// One line as the walk over the series meets it.
-    struct DrawnLine;
-
-    double cachedChange(qint64 from, qint64 to, int count) const;
-    ERole roleOf(const CFormulaKey &key) const;
-    void buildRequestParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
-    void buildFixedPriceParams(QVector<CFormulaParam> &params, corvane::ERunMode mode);
-    /// One of the two above, as the view asks.
-    QVector<CFormulaParam> buildParams(corvane::ERunMode mode);
-    /// Calls `fill` for each series that this pane asks for, and registers those for which it answers true.
-    template <class Fill> void buildEach(QVector<CFormulaParam> &params, corvane::ERunMode mode, Fill fill);
-    QSet<CFormulaKey> wantedKeys() const;
-    void applyCached(const QVector<CFormulaParam> &params);
     FormulaHistoryCallback historyCallback();
     FormulaRealtimeCallback realtimeCallback();
-    QVector<QString> takeOverlayRequests();
+    /// Opens the requests of all formulas.
+    QVector<CFormulaParam> openRequests(corvane::ERunMode mode);
+    /// Takes in what other views have fetched already; the request under way replaces it later.
+    void applyCached(const QVector<CFormulaParam> &params);
     void withdrawOverlays(const QVector<QString> &ids);
-    se::RPCFormulaResultCache makeEntry(const CFormulaKey &key, ERole role, const FormulaMetaPtr &meta,
-                                        const FormulaResultPtr &result) const;
-    /// Stores a series whole, in place of the one that its key has.
-    void storeSeries(const CFormulaKey &key, ERole role, se::RPCFormulaResultCache &&entry);
-    SeriesMap &seriesOf(ERole role);
-    void publishDataCount(ERole role, std::size_t length);
-    /// Aligns all overlays after the main series changed from `first` on; true when a wanted range changed. With
-    /// `untilChanged` no further range is computed then.
-    bool realignOverlays(int first, bool untilChanged);
-    void forgetRange(const CFormulaKey &key);
-    /// Tells the host the newest average price; null, or an empty line, is 0.
-    void deliverAverage(const double *value);
-    void logPoint(const se::RPCFormulaResult &series, const QString &requestId,
-                  const se::RPCFormulaInstantResult &point) const;
-    void onLinkageChanged(const std::vector<std::string> &instruments);
-    /// Draws what has changed on other threads.
-    void drawUntoldLinkage();
+    /// The series that a delivery is for. A stale one is withdrawn.
+    bool findSeries(CFormulaKey &key, const QString &requestId) const;
+    /// Tells the host the newest average price, if there is one.
+    void deliverAverage(const std::optional<double> &value);
+    /// Draws and tells what EChangeFlag bits ask for.
     void react(int flags, void *sender);
-    void drawSeries(QPainter *painter, const QRect &rect, int start, int end, int total, EBand band);
+    void drawAll();
+    void makePixmaps();
     /// Brings the pixmaps up to date for a painter.
     void refreshPixmaps(const QPainter &painter);
-    bool isLinkageShown() const;
-    void drawTail(QPainter *painter, const QRect &rect);
-    /// Remembers what EChangeFlag bits changed on the screen, for takeDirtyRect.
-    void noteDamage(int flags);
-    /// Remembers for noteDamage that a point of a held series has other contents now.
-    void notePoint(const se::RPCFormulaResultCache &entry, std::size_t index);
-    template <class Visit>
-    void visitLines(const QRect &rect, int start, int end, EBand band, Visit visit) const;
-    void drawLine(QPainter *painter, const DrawnLine &line, int total) const;
-    bool isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta, int line) const;
-    void drawGrid(QPainter &painter, const QSize &size) const;
-    quint64 priceBandDigest(int end) const;
-    int drawnPointCount() const;
-    QRect tailRect() const;
-    void makePixmaps();
-    double baseOf(const CFormulaKey &key, const se::RPCFormulaResultCache &middleOf) const;
-    bool updateJointRange(const CFormulaKey &key);
-    bool updateSingleRange(const CFormulaKey &key);
-    bool isForeign(const CFormulaKey &key) const;
-    MaxMinMap axisRanges() const;
-    QPair<double, double> priceRange() const;
-
-    void forgetMarks();
-    bool findLinkageReference(LinkageScope &scope) const;
-    void drawSelectedData(QPainter &painter, const QRect &rect, MarkPlacer &placer, const LinkageScope &scope);
-    void drawAccountView(QPainter &painter, MarkPlacer &placer, LinkageScope scope);
-    double recordClose(const CInstrumentDetailPtr &detail, bool ofTradeDate) const;
-    void drawOrderMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
-    void drawDealMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
-    void drawAccountDeals(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
-    int costStepEnd() const;
-    void drawCostSteps(QPainter &painter, const MarkPlacer &placer);
-    template <class IsShown>
-    void drawTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope,
-                   const std::string &instrument, IsShown isShown);
-    void drawTaskMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
-    void drawAccountTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope);
-    void drawAmountCurves(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawTotalAmounts(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
-    void drawNetAmount(QPainter &painter, const QRect &rect, const TimedAmounts &totals, int now) const;
-    void drawProfitCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawBalanceCurve(QPainter &painter, const QRect &rect, const LinkageScope &scope);
-    void drawMinuteCurve(QPainter &painter, const QRect &rect, const TimedValues &values,
-                         const CurveScale &scale, const QColor &color) const;
-    TimedValues byIndex(const TimedValues &byMinute) const;
-    template <class Value> TradingOrder<Value> inTradingOrder(const std::map<int, Value> &byMinute) const;
+    void paint(QPainter *painter, const QRect &rect, const QRegion *part);
+    void onLinkageChanged(const std::vector<std::string> &instruments);
+    /// In a replay, takes its newest moment and tells it.
+    void tellReplayTime();
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    std::weak_ptr<const AxisScale> mAxis; ///< of the strip; null without one
-    SeriesMap mOverlayData; ///< series of overlays, on their own time stamps
-    MaxMinMap mDrawnMaxMin; ///< range each key was last drawn with
-    bool mDrawEnabled = false;
-    QRect mChartRect{0, 0, 0, 0};
-    QPixmap mChartPixmap;
-    QPixmap mLinkagePixmap;
-    double mPixelRatio = 1.0; ///< device pixels per pixel of the pixmaps
-    ChartLook mLook; ///< of the pixmaps
-    int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
-    QRect mTailOnScreen; ///< where the newest points were then
-    int mTailCount = 0; ///< number of points of the view then
-    int mDrawnEnd = -1; ///< last index in the chart pixmap
-    quint64 mPriceBandDigest = 0; ///< of what its price band was drawn from; 0 when nothing is known
-    bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
-    bool mChartStale = false; ///< it is drawn anew before it is shown
-    qint32 mTradeDate = 0; ///< seconds since the epoch at midnight
-    bool mIsLastTradingDay = false;
-    QTime mReplayTime; ///< newest point during replay
-    bool mReplayMode = false;
-    bool mFillGaps = false;
-    Marks<kvservice::CTaskDetail> mTaskMarks;
-    Marks<kvservice::COrderDetail> mOrderMarks;
-    Marks<kvservice::CDealDetail> mDealMarks;
-    struct LinkageBond;
-    std::shared_ptr<LinkageBond> mLinkageBond; ///< what the linkage signal holds of this object
-    boost::signals2::connection mLinkageConnection;
+    bool mDrawEnabled = false; ///< the pixmaps are drawn
+    const std::unique_ptr<Parts> mParts;
 };
 
 } // namespace TC

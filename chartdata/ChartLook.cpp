@@ -1,20 +1,13 @@
 #include "chartdata/ChartLook.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 
 namespace TC {
 
-void ChartLook::refresh() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    const int current = theme.generation();
-    if (current == generation) {
-        return;
-    }
-    background = theme.getColor(QStringLiteral("ic_clr_realtime_graph_bg"));
-    border = theme.getColor(QStringLiteral("ic_clr_realtime_axis_line_border"));
-    grid = theme.getColor(QStringLiteral("ic_clr_realtime_axis_line"));
-    arrow = theme.getPixmap(QStringLiteral("ic_img_arrow_up"));
-    generation = current;
+ChartLook ChartLook::ofTheme() {
+    return {GZ::themeColor("ic_clr_realtime_graph_bg"), GZ::themeColor("ic_clr_realtime_axis_line_border"),
+            GZ::themeColor("ic_clr_realtime_axis_line"),
+            GZ::CUiResource::instance().getPixmap(QStringLiteral("ic_img_arrow_up"))};
 }
 
 } // namespace TC

@@ -5,16 +5,14 @@
 
 namespace TC {
 
-/// What the chart takes from the theme, fetched once per theme.
+/// What the chart takes from the theme.
 struct ChartLook {
     QColor background;
     QColor border;
     QColor grid;
     QPixmap arrow;
-    int generation = -1; ///< of the theme; -1 when nothing has been fetched
 
-    /// Fetches everything anew when the theme has changed.
-    void refresh();
+    static ChartLook ofTheme();
 };
 
 } // namespace TC

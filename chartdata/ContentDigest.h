@@ -51,23 +51,25 @@ public:
     void add(const std::vector<std::string> &texts) { addEach(texts); }
     template <class Item> void add(const std::vector<std::vector<Item>> &lists) { addEach(lists); }
 
-    /// Everything that a drawing of the series depends on. Its times count only where gaps are filled.
-    void add(const se::RPCFormulaResultCache &series, bool withTimes) {
-        add(series.meta.mLineCount);
-        add(series.meta.mLineNames);
-        add(series.meta.mLineStyles);
-        add(series.meta.mLineColors);
-        add(series.meta.mLineFlags);
-        add(series.meta.mLineAxis);
-        add(static_cast<quint64>(series.result.mTimes.size()));
-        if (withTimes) {
-            add(series.result.mTimes);
-        }
-        add(series.result.mValid);
-        add(series.result.mValues);
-        add(series.result.mExtra1);
-        add(series.result.mExtra2);
-        add(series.result.mTexts);
+    /// Everything that a drawing of a series depends on, which its times are not: points are placed by index.
+    void add(const se::RPCFormulaResultCache &series) {
+        const auto &[lineCount, names, styles, colors, flags, axis] = series.meta;
+        const auto &[times, valid, tags, values, extra1, texts, extra2, shared1, shared2] = series.result;
+        static_cast<void>(tags);
+        static_cast<void>(shared1);
+        static_cast<void>(shared2);
+        add(lineCount);
+        add(names);
+        add(styles);
+        add(colors);
+        add(flags);
+        add(axis);
+        add(static_cast<quint64>(times.size()));
+        add(valid);
+        add(values);
+        add(extra1);
+        add(extra2);
+        add(texts);
     }
 
 private:

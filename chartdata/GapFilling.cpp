@@ -1,5 +1,7 @@
 #include "chartdata/GapFilling.h"
 
+#include "host/drawing/DrawStyles.h"
+
 #include <vector>
 
 namespace TC {
@@ -47,7 +49,6 @@ std::vector<Element> spread(const std::vector<Element> &source, const std::vecto
 
 se::RPCFormulaResultCache fillGaps(const se::RPCFormulaResultCache &entry, int pointCount,
                                    const std::function<qint64(int)> &secondsAt) {
-    constexpr qint32 kStickStyle = 2;
     const se::RPCFormulaResult &source = entry.result;
     const std::vector<Slot> plan = planSlots(source.mTimes, pointCount, secondsAt);
     se::RPCFormulaResultCache filled = entry;
@@ -59,7 +60,7 @@ se::RPCFormulaResultCache fillGaps(const se::RPCFormulaResultCache &entry, int p
     filled.result.mValid = spread(source.mValid, plan, false);
     const std::vector<qint32> &styles = entry.meta.mLineStyles;
     for (std::size_t line = 0; line < source.mValues.size(); ++line) {
-        const bool sticks = line < styles.size() && styles[line] == kStickStyle;
+        const bool sticks = line < styles.size() && styles[line] == eColorStickStyle;
         filled.result.mValues[line] = spread(source.mValues[line], plan, sticks);
     }
     return filled;

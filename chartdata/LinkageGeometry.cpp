@@ -29,20 +29,6 @@ QPoint heldToPixels(int x, int y) {
 
 } // namespace
 
-// Written out since QTime::fromString takes ten microseconds, and a day has thousands of records.
-QTime recordTime(const std::string &text) {
-    const auto number = [&text](std::size_t at) {
-        const auto digit = [&text](std::size_t i) {
-            return text[i] >= '0' && text[i] <= '9' ? text[i] - '0' : 99;
-        };
-        return digit(at) * 10 + digit(at + 1);
-    };
-    if (text.size() == 8 && text[2] == ':' && text[5] == ':') {
-        return QTime(number(0), number(3), number(6));
-    }
-    return text.size() == 6 ? QTime(number(0), number(2), number(4)) : QTime();
-}
-
 double relativeValue(double price, double recordClose, double chartClose) {
     return ((price - recordClose) / recordClose + 1.0) * chartClose;
 }

@@ -3,11 +3,9 @@
 #include <QLine>
 #include <QPoint>
 #include <QRect>
-#include <QTime>
 
 #include <functional>
 #include <map>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,9 +14,6 @@
 /// geometry places a mark and finds it again under the mouse.
 
 namespace TC {
-
-/// Clock time of a trade record, from "hh:mm:ss" or else "hhmmss". Null when the text is neither.
-QTime recordTime(const std::string &text);
 
 /// Value on the chart of a price of another instrument: at the same relative distance from its close as from the
 /// close of the chart. A record close of zero gives a value that is not finite.

@@ -1,7 +1,5 @@
 #include "chartdata/MarkStamps.h"
 
-#include "host/toolkit/Text.h"
-
 #include <cmath>
 
 namespace TC {
@@ -9,7 +7,6 @@ namespace {
 
 constexpr double kMostPixels = 8.0; ///< device pixels per pixel that a picture is made for
 constexpr double kFarPixels = 1e6; ///< beyond every device
-constexpr int kQuarter = 900; ///< seconds; zones change at its ends
 
 bool isWhole(double value) {
     return value == std::floor(value);
@@ -91,15 +88,6 @@ MarkStamps::Stamp MarkStamps::cutOut(const QImage &picture, const QRect &bounds)
         return {};
     }
     return {picture.copy(drawn), drawn.topLeft() - originIn(bounds)};
-}
-
-QTime ClockTimes::operator()(int seconds) {
-    const int quarter = seconds / kQuarter - (seconds % kQuarter < 0 ? 1 : 0);
-    const auto found = mQuarters.find(quarter);
-    const QTime start = found != mQuarters.end()
-                            ? found->second
-                            : mQuarters[quarter] = GZ::secondToQDateTime(qint64(quarter) * kQuarter).time();
-    return start.addSecs(static_cast<int>(seconds - qint64(quarter) * kQuarter));
 }
 
 } // namespace TC

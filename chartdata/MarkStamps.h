@@ -3,15 +3,11 @@
 #include <QImage>
 #include <QPainter>
 #include <QRect>
-#include <QTime>
 #include <QTransform>
 
 #include <array>
 #include <map>
 #include <utility>
-
-/// \file
-/// What makes thousands of marks on one day quick.
 
 namespace TC {
 
@@ -86,15 +82,5 @@ void MarkStamps::draw(const Key &key, const QPoint &at, const QRect &bounds, con
         mPainter.drawImage(spot.pixel + stamp.corner, stamp.picture);
     }
 }
-
-/// Local clock times of many moments, seconds since the epoch, near each other: a zone is asked once per quarter
-/// of an hour.
-class ClockTimes {
-public:
-    QTime operator()(int seconds);
-
-private:
-    std::map<int, QTime> mQuarters; ///< clock time by the quarter's count since the epoch
-};
 
 } // namespace TC

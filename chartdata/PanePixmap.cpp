@@ -45,6 +45,14 @@ QPixmap panePixmap(const QSize &size, double ratio) {
     return pixmap;
 }
 
+void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const QSize &pane) {
+    if (rect.size() == pane) {
+        painter.drawPixmap(rect.topLeft(), pixmap); // also at fractional ratios
+    } else {
+        painter.drawPixmap(rect, pixmap);
+    }
+}
+
 double evenRatio(const QPainter &painter) {
     const QTransform transform = painter.deviceTransform();
     const bool even = transform.type() <= QTransform::TxScale && transform.m11() == transform.m22();

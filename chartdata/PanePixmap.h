@@ -15,6 +15,9 @@ QPixmap panePixmap(const QSize &size, double ratio);
 /// Size in device pixels of such a pixmap; empty when there would be none.
 QSize panePixmapSize(const QSize &size, double ratio);
 
+/// Copies the pixmap of a pane of that size to a rectangle: pixel by pixel where the size is the same.
+void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const QSize &pane);
+
 /// Few rectangles that together are a region; some may lie over others. Columns that rows cross stay whole, of which a
 /// region makes a piece above and beneath every row.
 QVector<QRect> partsOf(const QRegion &region);

@@ -8,6 +8,7 @@
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QImage>
@@ -28,10 +29,6 @@ QFont labelFont() {
 
 int labelHeight() {
     return GZ::GlyphText::ofTheme(kLabelFont).height();
-}
-
-QColor themeColor(const char *key) {
-    return GZ::CUiResource::instance().getColor(QLatin1String(key));
 }
 
 } // namespace
@@ -161,7 +158,7 @@ void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     refreshPicture(evenRatio(painter));
     if (mPicture.isNull()) { // too large to keep, or scaled unevenly
-        painter.fillRect(event->rect(), themeColor("ic_clr_realtime_axis_bg"));
+        painter.fillRect(event->rect(), GZ::themeColor("ic_clr_realtime_axis_bg"));
         drawLabels(painter, labels());
     } else {
         paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPicture); });
@@ -184,7 +181,7 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
     mPictureGeneration = generation;
     mPictureLabels = wanted;
     if (!mPicture.isNull()) {
-        mPicture.fill(themeColor("ic_clr_realtime_axis_bg"));
+        mPicture.fill(GZ::themeColor("ic_clr_realtime_axis_bg"));
         QPainter painter(&mPicture);
         drawLabels(painter, wanted);
     }
@@ -193,7 +190,7 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
     painter.setFont(labelFont());
     for (const AxisLabel &label : labels) {
-        painter.setPen(QPen(themeColor(label.color), 1.0, Qt::SolidLine));
+        painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
         painter.drawText(
             label.rect, label.alignment,
             GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值")));

@@ -61,7 +61,7 @@ public:
     /// Whether a formula is the main formula of the chart.
     virtual bool isMainGraph(const QString &formula) const;
     /// Whether a line lies on the value axis of the pane; false when it carries its own.
-    bool isNeedYAxis(const se::RPCFormulaResultCache &series, int line) const;
+    static bool isNeedYAxis(const se::RPCFormulaResultCache &series, int line);
     /// Refreshes the back-test series of the named requests.
     void updateStrategyBacktestData(const QVector<QString> &requestIds);
 

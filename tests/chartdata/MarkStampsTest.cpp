@@ -1,11 +1,8 @@
 #include "chartdata/MarkStamps.h"
 
-#include "host/toolkit/Text.h"
 #include "tests/support/Golden.h"
 
 #include <gtest/gtest.h>
-
-#include <climits>
 
 namespace TC {
 namespace {
@@ -119,25 +116,6 @@ TEST(MarkStamps, FarAwayMarksDoNoHarm) {
         }
     }
     EXPECT_EQ(image, before);
-}
-
-TEST(ClockTimes, AreThoseOfTheLocalZone) {
-    ClockTimes clock;
-    for (const int second :
-         {0, 1, 899, 900, 901, -1, -900, -901, 1710432000, 1710467999, 1710486305, INT_MAX}) {
-        EXPECT_EQ(clock(second), GZ::secondToQDateTime(second).time()) << second;
-    }
-    // Two nights on which a zone with summer time changes, second by second through the hour.
-    for (const int midnight : {1710028800, 1730592000}) {
-        for (int second = midnight; second < midnight + 86400; second += 59) {
-            ASSERT_EQ(clock(second), GZ::secondToQDateTime(second).time()) << second;
-        }
-    }
-}
-
-TEST(ClockTimes, AnyMomentHasATime) {
-    ClockTimes clock;
-    EXPECT_TRUE(clock(INT_MIN).isValid());
 }
 
 } // namespace

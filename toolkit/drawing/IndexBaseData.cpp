@@ -91,7 +91,7 @@ bool IndexBaseData::isMainGraph(const QString &formula) const {
     return record && record->mType == kReplacesMainChart;
 }
 
-bool IndexBaseData::isNeedYAxis(const se::RPCFormulaResultCache &series, int line) const {
+bool IndexBaseData::isNeedYAxis(const se::RPCFormulaResultCache &series, int line) {
     const std::vector<qint32> &axis = series.meta.mLineAxis;
     return line < 0 || line >= static_cast<int>(axis.size()) || axis[line] != se::eLineOwn;
 }

@@ -1,13 +1,11 @@
-// The figures of a stretch of the day.
-
-#include "chartdata/CRealtimeData.h"
+#include "chartdata/RegionText.h"
 
 #include "chartdata/RegionFigures.h"
+#include "host/services/CFormulaManager.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/Text.h"
-#include "viewmodel/CRealtimeUiParam.h"
 
-#include <boost/thread/lock_guard.hpp>
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -15,9 +13,6 @@
 namespace TC {
 namespace {
 
-constexpr int kEventInstrumentChart = 3265;
-constexpr int kChartOne = 1; ///< arguments of that event
-constexpr int kChartPeriod = 60;
 constexpr int kTypeOfLots = 100003; ///< instruments whose volume is counted in lots
 constexpr double kShareOfLot = 100.0;
 constexpr int kDecimals = 2;
@@ -40,15 +35,8 @@ double changeOf(const std::vector<std::shared_ptr<quoter::QuoterBase>> &records)
     return (records.back()->mPrice - records.front()->mPrice) / records.front()->mPrice;
 }
 
-QString figure(double value, int flags) {
-    return GZ::formatDoubleNumber(value, kDecimals, flags, false, CRealtimeData::tr("非法值"));
-}
-
-} // namespace
-
-/// Change by the cached daily quotes of the main instrument between two times, in milliseconds since the epoch.
-double CRealtimeData::cachedChange(qint64 from, qint64 to, int count) const {
-    const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
+/// Change by the cached daily quotes of an instrument between two times, in milliseconds since the epoch.
+double cachedChange(const CInstrumentDetailPtr &detail, qint64 from, qint64 to, int count) {
     se::RPCFetchCacheDataParam param;
     param.mMarket = getDetailMarket(detail);
     param.mCodes = {getDetailCode(detail)};
@@ -60,41 +48,42 @@ double CRealtimeData::cachedChange(qint64 from, qint64 to, int count) const {
     return changeOf(records);
 }
 
-QStringList CRealtimeData::statisticRange(int &start, int &end) const {
-    std::vector<double> prices;
-    std::vector<double> volumes;
-    std::vector<se::TimePosition> times;
-    {
-        const boost::lock_guard<boost::recursive_mutex> hold(mLock);
-        const se::RPCFormulaResult *price = nullptr;
-        const se::RPCFormulaResult *volume = nullptr;
-        for (auto series = mData.constBegin(); series != mData.constEnd(); ++series) {
-            if (series.key().mFormula == QLatin1String("REALTIME")) {
-                price = &series->result;
-            } else if (series.key().mFormula == QLatin1String("REALTIMEVOL")) {
-                volume = &series->result;
-            }
+QString figure(double value, int flags) {
+    return GZ::formatDoubleNumber(value, kDecimals, flags, false,
+                                  QCoreApplication::translate("TC::CRealtimeData", "非法值"));
+}
+
+} // namespace
+
+bool findRegionSeries(const PaneSeries::Map &shown, RegionSeries &series) {
+    const se::RPCFormulaResult *price = nullptr;
+    const se::RPCFormulaResult *volume = nullptr;
+    for (auto entry = shown.constBegin(); entry != shown.constEnd(); ++entry) {
+        if (entry.key().mFormula == QLatin1String("REALTIME")) {
+            price = &entry->result;
+        } else if (entry.key().mFormula == QLatin1String("REALTIMEVOL")) {
+            volume = &entry->result;
         }
-        if (!price || !volume) {
-            return {};
-        }
-        prices = firstLine(*price);
-        volumes = firstLine(*volume);
-        times = price->mTimes;
     }
-    const int count = static_cast<int>(prices.size());
+    if (!price || !volume) {
+        return false;
+    }
+    series = {firstLine(*price), firstLine(*volume), price->mTimes};
+    return true;
+}
+
+QStringList regionTexts(const RegionSeries &series, const CInstrumentDetailPtr &detail, int start, int &end) {
+    const int count = static_cast<int>(series.prices.size());
     if (start < 0 || start >= count || end < 0) {
         return {};
     }
     end = std::min(end, count - 1);
-
-    const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
-    RegionFigures figures = regionFigures(prices, volumes, start, end);
+    RegionFigures figures = regionFigures(series.prices, series.volumes, start, end);
     if (kvservice::StockTypeCenter::isTypedStock(kTypeOfLots, getDetailMarket(detail), getDetailCode(detail))) {
         figures.amount *= kShareOfLot;
     }
-    const auto timeAt = [&times](int index) { return times[static_cast<std::size_t>(index)].first; };
-    const double cached = cachedChange(timeAt(start), timeAt(end), end - start + 1);
+    const auto timeAt = [&series](int index) { return series.times[static_cast<std::size_t>(index)].first; };
+    const double cached = cachedChange(detail, timeAt(start), timeAt(end), end - start + 1);
     const double turnover = figures.volume * kShareOfLot / (detail ? detail->mFloatShares : 0.0);
     using namespace utils;
     return {figure(figures.first, eFormatPlain),   figure(figures.high, eFormatPlain),
@@ -103,12 +92,6 @@ QStringList CRealtimeData::statisticRange(int &start, int &end) const {
             figure(figures.average, eFormatPlain), figure(figures.amplitude, eFormatPercent),
             figure(turnover, eFormatPercent),      figure(figures.amount, eFormatScaled),
             figure(cached, eFormatPercent)};
-}
-
-void CRealtimeData::showInstrumentChart() {
-    const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
-    deliverEvent(kEventInstrumentChart, kChartOne, kChartPeriod,
-                 getDetailQsCode(detail) + QLatin1Char('.') + getDetailQsMarket(detail), nullptr);
 }
 
 } // namespace TC

@@ -1,12 +1,11 @@
-// Drawing of orders, deals and tasks.
+#include "chartdata/TradeMarks.h"
 
-#include "chartdata/CRealtimeData.h"
-#include "chartdata/LinkageGeometry.h"
-#include "chartdata/LinkageScope.h"
-#include "chartdata/MarkPlacer.h"
+#include "chartdata/ClockTimes.h"
 #include "chartdata/MarkStamps.h"
+#include "chartdata/ShownDay.h"
 #include "chartdata/ValueRange.h"
 #include "host/services/CHostClock.h"
+#include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/CUiResource.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -25,6 +24,24 @@ constexpr int kSoftAlpha = 128;
 constexpr int kFaintAlpha = 96;
 constexpr int kOpaque = 255;
 
+/// The two kinds of record that are drawn as circles.
+struct Orders {
+    using Record = kvservice::COrderDetail;
+    static constexpr bool kFilled = false;
+    static auto fetch(int date, const std::string &instrument, const CLinkageManager::Keys &accounts) {
+        return CSingletonT<CLinkageManager>::instance().getOrderDetails(date, instrument, accounts);
+    }
+    static MarkMap<Record> &marks(MarkBook &book) { return book.orders; }
+};
+struct Deals {
+    using Record = kvservice::CDealDetail;
+    static constexpr bool kFilled = true;
+    static auto fetch(int date, const std::string &instrument, const CLinkageManager::Keys &accounts) {
+        return CSingletonT<CLinkageManager>::instance().getDealDetails(date, instrument, accounts);
+    }
+    static MarkMap<Record> &marks(MarkBook &book) { return book.deals; }
+};
+
 QColor sideColor(bool buy, int alpha) {
     return buy ? QColor(255, 0, 0, alpha) : QColor(0, 255, 0, alpha);
 }
@@ -35,6 +52,10 @@ std::string strategyOf(const boost::shared_ptr<kvservice::CCommandDetail> &comma
 
 CInstrumentDetailPtr detailOf(const std::string &instrument) {
     return CSingletonT<CStockManager>::instance().getInstrumentDetail(QString::fromStdString(instrument));
+}
+
+template <class Record> bool isBuy(const Record &record) {
+    return kvservice::isBuyByDirection(record.mDirection, record.mOffsetFlag);
 }
 
 bool isFinished(const kvservice::CTaskDetail &task) {
@@ -75,21 +96,11 @@ void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool 
     });
 }
 
-/// Enters a record at a point: one of the same key there gives way. What the entry is keyed by does not count.
-template <class Record, class Entry>
-void enterMark(CRealtimeData::Marks<Record> &marks, const QPoint &at, Entry entry) {
-    entry.key() = entry.mapped()->getKey();
-    auto entered = marks[at.x()][at.y()].insert(std::move(entry));
-    if (!entered.inserted) {
-        entered.position->second = std::move(entered.node.mapped());
-    }
-}
-
-/// Places the records of one kind, day and instrument that `isShown` lets pass, and hands each to `draw` with its
-/// point. The entries move from the accounts to the marks: copies of thousands would take longer than the drawing.
+/// Places the records of one kind, day and instrument that `isShown` lets pass, hands each to `draw` with its time and
+/// point, and enters it.
 template <class Record, class IsShown, class Draw>
 void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkPlacer &placer,
-                  CRealtimeData::Marks<Record> &marks, IsShown isShown, Draw draw) {
+                  MarkMap<Record> &marks, IsShown isShown, Draw draw) {
     for (auto &account : accounts) {
         auto &records = account.second;
         while (!records.empty()) {
@@ -102,16 +113,17 @@ void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkP
             QPoint at;
             if (placer.place(time, record->mPrice, close, at)) {
                 draw(*record, time, at);
-                enterMark<Record>(marks, at, std::move(entry));
+                marks.enterNode(at, std::move(entry));
             }
         }
     }
 }
 
-/// Draws the items of a task that belong to an instrument as flags, and adds the points where they stand.
-void stampTask(MarkStamps &stamps, MarkPlacer &placer, const std::string &instrument, double close,
-               const QTime &time, const boost::shared_ptr<kvservice::CTaskDetail> &task,
-               std::vector<QPoint> &points) {
+/// Draws the items of a task that belong to an instrument as flags; the points where they stand.
+std::vector<QPoint> stampTask(MarkStamps &stamps, MarkPlacer &placer, const std::string &instrument,
+                              double close, const QTime &time,
+                              const boost::shared_ptr<kvservice::CTaskDetail> &task) {
+    std::vector<QPoint> points;
     for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
         QPoint at;
         if (item && vmStockKey(item->mMarket, item->mCode) == instrument &&
@@ -123,118 +135,103 @@ void stampTask(MarkStamps &stamps, MarkPlacer &placer, const std::string &instru
             points.push_back(at);
         }
     }
+    return points;
 }
 
 } // namespace
 
 /// Close that the prices of an instrument's records are placed against.
-double CRealtimeData::recordClose(const CInstrumentDetailPtr &detail, bool ofTradeDate) const {
-    if (ofTradeDate && mUiParam->mStockKind == 0) {
-        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(detail, mTradeDate);
+double TradeMarks::closeOf(const CInstrumentDetailPtr &detail, bool ofDay) const {
+    if (ofDay && mView.mStockKind == eInstrument) {
+        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(detail, mDay.date());
     }
     return getDetailLastClose(detail);
 }
 
-void CRealtimeData::drawOrderMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
-    CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
-    MarkStamps stamps(painter);
+template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bool closeOfDay) {
+    using Record = typename Kind::Record;
+    MarkStamps stamps(mPainter);
     for (const std::string &instrument : scope.instruments) {
         const CInstrumentDetailPtr detail = detailOf(instrument);
         if (!detail) {
             continue;
         }
         const bool other = instrument != scope.key;
-        placeRecords<kvservice::COrderDetail>(
-            linkage.getOrderDetails(mTradeDate, instrument, scope.accounts),
-            recordClose(detail, !mIsLastTradingDay), placer, mOrderMarks,
-            [&](const auto &order) { return scope.admits(strategyOf(order.mCommand)); },
-            [&](const auto &order, const QTime &, const QPoint &at) {
-                const bool buy = kvservice::isBuyByDirection(order.mDirection, order.mOffsetFlag);
-                stampCircle(stamps, at, false, other, buy, other ? kSoftAlpha : kStrongAlpha);
+        placeRecords<Record>(
+            Kind::fetch(mDay.date(), instrument, scope.accounts), closeOf(detail, closeOfDay), mPlacer,
+            Kind::marks(mBook), [&](const Record &record) { return scope.admits(strategyOf(record.mCommand)); },
+            [&](const Record &record, const QTime &, const QPoint &at) {
+                stampCircle(stamps, at, Kind::kFilled, other, isBuy(record), other ? kSoftAlpha : kStrongAlpha);
             });
     }
 }
 
-void CRealtimeData::drawDealMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
-    CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
-    MarkStamps stamps(painter);
-    for (const std::string &instrument : scope.instruments) {
-        const CInstrumentDetailPtr detail = detailOf(instrument);
-        if (!detail) {
-            continue;
-        }
-        const bool other = instrument != scope.key;
-        placeRecords<kvservice::CDealDetail>(
-            linkage.getDealDetails(mTradeDate, instrument, scope.accounts), recordClose(detail, false), placer,
-            mDealMarks, [&](const auto &deal) { return scope.admits(strategyOf(deal.mCommand)); },
-            [&](const auto &deal, const QTime &, const QPoint &at) {
-                const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-                stampCircle(stamps, at, true, other, buy, other ? kSoftAlpha : kStrongAlpha);
-            });
-    }
+void TradeMarks::drawOrders(const LinkageScope &scope) {
+    drawRecords<Orders>(scope, !mDay.isLive());
 }
 
-void CRealtimeData::drawAccountDeals(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
-    mUiParam->mLinkageBuys.clear();
-    mUiParam->mLinkageSells.clear();
+void TradeMarks::drawDeals(const LinkageScope &scope) {
+    drawRecords<Deals>(scope, false);
+}
+
+void TradeMarks::drawAccountDeals(const LinkageScope &scope) {
+    mView.mLinkageBuys.clear();
+    mView.mLinkageSells.clear();
     const CInstrumentDetailPtr detail = detailOf(scope.key);
     if (!detail) {
         return;
     }
     {
-        MarkStamps stamps(painter);
+        MarkStamps stamps(mPainter);
         placeRecords<kvservice::CDealDetail>(
-            CSingletonT<CLinkageManager>::instance().getDealDetails(mTradeDate, scope.key, scope.accounts),
-            recordClose(detail, !mIsLastTradingDay || mReplayMode), placer, mDealMarks,
-            [this](const auto &deal) { return !mReplayMode || recordTime(deal.mTime) <= mReplayTime; },
+            Deals::fetch(mDay.date(), scope.key, scope.accounts),
+            closeOf(detail, !mDay.isLive() || mDay.isReplayed()), mPlacer, mBook.deals,
+            [this](const auto &deal) { return !mDay.isAhead(recordTime(deal.mTime)); },
             [&](const auto &deal, const QTime &time, const QPoint &at) {
-                const bool buy = kvservice::isBuyByDirection(deal.mDirection, deal.mOffsetFlag);
-                auto &side = buy ? mUiParam->mLinkageBuys : mUiParam->mLinkageSells;
-                addTrade(side[placer.indexOf(time)], deal);
+                const bool buy = isBuy(deal);
+                auto &side = buy ? mView.mLinkageBuys : mView.mLinkageSells;
+                addTrade(side[mPlacer.indexOf(time)], deal);
                 stampCircle(stamps, at, true, false, buy, kSoftAlpha);
             });
     }
-    drawCostSteps(painter, placer);
+    drawCostSteps();
 }
 
 /// Column where the average-cost steps end.
-int CRealtimeData::costStepEnd() const {
-    if (mReplayMode) {
-        return mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(mReplayTime));
+int TradeMarks::costStepEnd() const {
+    if (mDay.isReplayed()) {
+        return mView.getXAxisByIndex(mView.getIndexByTime(mDay.replayTime()));
     }
-    return mIsLastTradingDay ? mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(hostNow().time()))
-                             : kFarRight;
+    return mDay.isLive() ? mView.getXAxisByIndex(mView.getIndexByTime(hostNow().time())) : kFarRight;
 }
 
-void CRealtimeData::drawCostSteps(QPainter &painter, const MarkPlacer &placer) {
-    const auto column = [&placer](int index) { return placer.columnOf(index); };
-    const auto row = [&placer](double cost) { return placer.rowOf(cost); };
+void TradeMarks::drawCostSteps() {
+    const auto column = [this](int index) { return mPlacer.columnOf(index); };
+    const auto row = [this](double cost) { return mPlacer.rowOf(cost); };
     const int end = costStepEnd();
     CostStep at;
     const auto drawSide = [&](const TradedAmounts &traded, bool buy, bool extendsBackwards) {
-        painter.setPen(sideColor(buy, kStrongAlpha));
+        mPainter.setPen(sideColor(buy, kStrongAlpha));
         const std::vector<QLine> steps = costSteps(traded, at, column, row);
-        painter.drawLines(steps.data(), static_cast<int>(steps.size()));
+        mPainter.drawLines(steps.data(), static_cast<int>(steps.size()));
         if (at.any && !traded.empty() && (extendsBackwards || end > at.x)) {
-            painter.drawLine(at.x, at.y, end, at.y);
+            mPainter.drawLine(at.x, at.y, end, at.y);
         }
     };
-    drawSide(mUiParam->mLinkageBuys, true, false);
-    drawSide(mUiParam->mLinkageSells, false, true);
+    drawSide(mView.mLinkageBuys, true, false);
+    drawSide(mView.mLinkageSells, false, true);
 }
 
 /// Draws the tasks of an instrument that `isShown`, given a task and its time, lets pass.
 template <class IsShown>
-void CRealtimeData::drawTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope,
-                              const std::string &instrument, IsShown isShown) {
+void TradeMarks::drawTasksOf(const std::string &instrument, const LinkageScope &scope, IsShown isShown) {
     const CInstrumentDetailPtr detail = detailOf(instrument);
     if (!detail) {
         return;
     }
-    const double close = recordClose(detail, false);
-    MarkStamps stamps(painter);
+    const double close = closeOf(detail, false);
+    MarkStamps stamps(mPainter);
     ClockTimes clock;
-    std::vector<QPoint> points;
     auto accounts = CSingletonT<CLinkageManager>::instance().getTaskDetails(instrument, scope.accounts);
     for (auto &account : accounts) {
         while (!account.second.empty()) {
@@ -247,34 +244,32 @@ void CRealtimeData::drawTasks(QPainter &painter, MarkPlacer &placer, const Linka
             if (!isShown(*task, time)) {
                 continue;
             }
-            points.clear();
-            stampTask(stamps, placer, instrument, close, time, task, points);
+            const std::vector<QPoint> points = stampTask(stamps, mPlacer, instrument, close, time, task);
             for (std::size_t i = 1; i < points.size(); ++i) {
-                mTaskMarks[points[i].x()][points[i].y()][task->getKey()] = task;
+                mBook.tasks.enter(points[i], task);
             }
             if (!points.empty()) {
-                enterMark<kvservice::CTaskDetail>(mTaskMarks, points.front(), std::move(entry));
+                mBook.tasks.enterNode(points.front(), std::move(entry));
             }
         }
     }
 }
 
-void CRealtimeData::drawTaskMarks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
+void TradeMarks::drawTasks(const LinkageScope &scope) {
     for (const std::string &instrument : scope.instruments) {
-        drawTasks(painter, placer, scope, instrument, [&](const kvservice::CTaskDetail &task, const QTime &) {
+        drawTasksOf(instrument, scope, [&](const kvservice::CTaskDetail &task, const QTime &) {
             return scope.admits(strategyOf(task.mCommand));
         });
     }
 }
 
-void CRealtimeData::drawAccountTasks(QPainter &painter, MarkPlacer &placer, const LinkageScope &scope) {
-    if (!mIsLastTradingDay) {
+void TradeMarks::drawAccountTasks(const LinkageScope &scope) {
+    if (!mDay.isLive()) {
         return;
     }
-    painter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
-    drawTasks(painter, placer, scope, scope.key, [this](const kvservice::CTaskDetail &task, const QTime &time) {
-        const bool ahead = mReplayMode && time > mReplayTime;
-        return task.mStartTime != kUnsetTime && !ahead;
+    mPainter.setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal_fix")));
+    drawTasksOf(scope.key, scope, [this](const kvservice::CTaskDetail &task, const QTime &time) {
+        return task.mStartTime != kUnsetTime && !mDay.isAhead(time);
     });
 }
 

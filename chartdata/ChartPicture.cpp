@@ -1,0 +1,143 @@
+#include "chartdata/ChartPicture.h"
+
+#include "chartdata/ChartLayout.h"
+#include "chartdata/ChartScene.h"
+#include "chartdata/PanePixmap.h"
+#include "chartdata/SceneSource.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace TC {
+
+void ChartPicture::setRect(const QRect &rect) {
+    mRect = rect;
+    noteDamage(eSeriesChanged);
+}
+
+bool ChartPicture::setRatio(double ratio) {
+    if (!std::isfinite(ratio) || ratio <= 0.0 || ratio == mRatio) {
+        return false;
+    }
+    mRatio = ratio;
+    return true;
+}
+
+void ChartPicture::make(bool blank) {
+    mPixmap = panePixmap(mRect.size(), mRatio);
+    mPriceBandDigest = 0;
+    const QColor background = mLook->background;
+    mDrawnTheme = mLook.generation();
+    if (blank && !mPixmap.isNull()) {
+        mPixmap.fill(background);
+    }
+}
+
+bool ChartPicture::isStale() const {
+    return mIsStale || mDrawnTheme != GZ::CUiResource::instance().generation();
+}
+
+void ChartPicture::draw(const QRect &rect) {
+    if (rect.width() <= 0 || rect.height() <= 0 || mPixmap.isNull()) {
+        return;
+    }
+    noteDamage(eSeriesChanged);
+    if (mSource.lastStill() >= 0) {
+        mBeforeSeries();
+    }
+    mIsStale = false;
+    mDrawnPointChanged = false;
+    mDrawnEnd = -1;
+    drawScene(rect);
+}
+
+void ChartPicture::drawScene(const QRect &rect) {
+    ChartScene scene = mSource.still(rect.size(), mRatio);
+    scene.look = mLook.look();
+    scene.theme = mDrawnTheme = mLook.generation();
+    const quint64 digest = rect.size() == mRect.size() ? priceBandDigest(scene) : 0;
+    const EBand band = digest != 0 && digest == mPriceBandDigest ? EBand::Volume : EBand::Both;
+    mPriceBandDigest = digest;
+    if (band == EBand::Both) {
+        mPixmap.fill(scene.look.background);
+    }
+    QPainter painter;
+    if (!painter.begin(&mPixmap)) {
+        return;
+    }
+    painter.setClipRect(rect);
+    if (band == EBand::Volume) {
+        painter.setClipRect(rect.adjusted(0, volumeBandTop(rect.height()), 0, 0));
+        painter.fillRect(rect, scene.look.background);
+    }
+    drawGrid(painter, scene);
+    drawLines(painter, scene.lines, scene.look, band);
+    mDrawnEnd = scene.end;
+}
+
+void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *part) {
+    if (mPixmap.isNull()) {
+        return;
+    }
+    if (!part) {
+        blitPane(painter, rect, mPixmap, mRect.size());
+        drawTail(painter, rect);
+        return;
+    }
+    paintByParts(painter, *part, [&] { blitPane(painter, rect, mPixmap, mRect.size()); });
+    const QRegion tail = rect == mRect ? part->intersected(tailRect()) : *part;
+    if (!tail.isEmpty()) {
+        painter.setClipRect(tail.boundingRect()); // lines are drawn much faster under one rectangle
+        drawTail(painter, rect);
+        painter.setClipping(false);
+    }
+}
+
+void ChartPicture::drawTail(QPainter &painter, const QRect &rect) {
+    if (!mSource.hasTail()) {
+        return;
+    }
+    mBeforeSeries();
+    painter.save();
+    painter.setClipRect(rect, Qt::IntersectClip); // lines are drawn much faster under a clip
+    drawLines(painter, mSource.tail(rect.size()), mLook.look(), EBand::Both);
+    painter.restore();
+}
+
+QRect ChartPicture::tailRect() const {
+    return touchedRect(mSource.tail(mRect.size()));
+}
+
+/// Only the newest points may change without a redrawing. The picture holds more than that: points of series that are
+/// shorter than the main one, and drawings that always show the whole line.
+void ChartPicture::notePoint(const SeriesPoint &point) {
+    if (point.series) {
+        mDrawnPointChanged |= mSource.isSpread(*point.series) || static_cast<int>(point.index) <= mDrawnEnd;
+    }
+}
+
+void ChartPicture::noteDamage(int flags) {
+    mDamage |= flags;
+    if (flags == ePointChanged && mDrawnEnd >= 0 && mDrawnPointChanged && !mIsStale) {
+        mIsStale = true;
+        mDamage |= eSeriesChanged;
+    }
+}
+
+QRect ChartPicture::takeDirtyRect() {
+    const QRect before = mTailOnScreen;
+    const int damage = std::exchange(mDamage, 0);
+    const int count = mView.dataCount();
+    const bool recounted = std::exchange(mTailCount, count) != count;
+    mTailOnScreen = tailRect();
+    if (damage & ~ePointChanged) {
+        return mRect;
+    }
+    const bool moved = damage != 0 || recounted || before != mTailOnScreen;
+    return moved ? (before | mTailOnScreen) & mRect : QRect();
+}
+
+} // namespace TC

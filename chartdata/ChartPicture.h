@@ -1,0 +1,81 @@
+#pragma once
+
+#include "chartdata/ChangeFlags.h"
+#include "chartdata/ChartLook.h"
+#include "chartdata/PaneSeries.h"
+#include "host/toolkit/ThemeCache.h"
+
+#include <QPixmap>
+#include <QRect>
+#include <QRegion>
+
+#include <functional>
+
+class QPainter;
+
+namespace TC {
+
+class CRealtimeUiParam;
+class SceneSource;
+
+/// The chart of a pane as a picture, and what of it is no longer what stands on the screen.
+///
+/// The picture holds the points from the first to the one that is remembered as drawn; those behind it are the tail,
+/// drawn over it at every painting. So a newest point that moves costs no drawing, and any other point that changes
+/// makes the picture stale: it is drawn anew before it is shown. The price band is drawn anew only when its digest
+/// differs from that of what it was drawn from. Damage is gathered until it is taken.
+class ChartPicture {
+public:
+    /// `beforeSeries` is called each time before series are drawn.
+    ChartPicture(const SceneSource &source, const CRealtimeUiParam &view, std::function<void()> beforeSeries)
+        : mSource(source), mView(view), mBeforeSeries(std::move(beforeSeries)) {}
+
+    /// The pane, which begins at (0, 0).
+    const QRect &rect() const { return mRect; }
+    void setRect(const QRect &rect);
+    /// Device pixels per pixel of the pane; false when that is none, or was it already.
+    bool setRatio(double ratio);
+    double ratio() const { return mRatio; }
+    /// A new picture of that size and ratio, without content, or `blank`: with the background alone.
+    void make(bool blank);
+    bool covers(const QSize &size) const { return !mPixmap.isNull() && mRect.size() == size; }
+    /// Whether it has to be drawn before it is shown: a point in it or the theme has changed.
+    bool isStale() const;
+
+    /// Draws the chart for a pane of that size.
+    void draw(const QRect &rect);
+    /// Paints picture and tail to a rectangle. With a part only that is painted, and the painter has no clip
+    /// afterwards.
+    void paint(QPainter &painter, const QRect &rect, const QRegion *part);
+
+    /// Remembers what EChangeFlag bits changed on the screen.
+    void noteDamage(int flags);
+    /// Remembers for that that a point of a shown series has other contents now.
+    void notePoint(const SeriesPoint &point);
+    /// The part of the pane that changed on the screen since the last call: the columns of the newest points when only
+    /// they moved, the whole pane otherwise, null when nothing did.
+    QRect takeDirtyRect();
+
+private:
+    QRect tailRect() const;
+    void drawTail(QPainter &painter, const QRect &rect);
+    void drawScene(const QRect &rect);
+
+    const SceneSource &mSource;
+    const CRealtimeUiParam &mView;
+    const std::function<void()> mBeforeSeries;
+    QRect mRect{0, 0, 0, 0};
+    double mRatio = 1.0;
+    QPixmap mPixmap;
+    GZ::ThemeCache<ChartLook> mLook;
+    int mDrawnTheme = -1; ///< generation of the theme that the picture is in
+    quint64 mPriceBandDigest = 0; ///< of what the price band was drawn from; 0 when nothing is known
+    int mDrawnEnd = -1; ///< last index in the picture
+    bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
+    bool mIsStale = false;
+    int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
+    QRect mTailOnScreen; ///< where the newest points were then
+    int mTailCount = 0; ///< number of points of the view then
+};
+
+} // namespace TC

@@ -1,0 +1,120 @@
+#include "chartdata/ChartScene.h"
+
+#include "chartdata/ContentDigest.h"
+#include "chartdata/LineDrawing.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+namespace {
+
+void add(ContentDigest &digest, const SceneLine &line) {
+    const auto &[index, style, range, gradient, volume, digits] = line;
+    digest.add(index);
+    digest.add(style);
+    digest.add(range.first);
+    digest.add(range.second);
+    digest.add(gradient);
+    digest.add(volume);
+    digest.add(digits);
+}
+
+void add(ContentDigest &digest, const SceneSeries &entry) {
+    const auto &[series, filled, inVolumeBand, target, start, end, last, lines] = entry;
+    static_cast<void>(filled); // the same as the series
+    static_cast<void>(inVolumeBand); // those are left out
+    digest.add(*series);
+    for (const int number : {target.x(), target.y(), target.width(), target.height(), start, end, last}) {
+        digest.add(number);
+    }
+    for (const SceneLine &line : lines) {
+        add(digest, line);
+    }
+}
+
+/// One column with a dot in every other row.
+QImage dottedColumn(int height, double ratio, const QColor &color) {
+    const int dot = static_cast<int>(std::ceil(ratio));
+    QImage column(dot, static_cast<int>(std::ceil(height * ratio)), QImage::Format_ARGB32_Premultiplied);
+    column.setDevicePixelRatio(ratio);
+    const QRgb on = qPremultiply(color.rgba());
+    for (int y = 0; y < column.height(); ++y) {
+        auto *pixels = reinterpret_cast<QRgb *>(column.scanLine(y));
+        std::fill(pixels, pixels + dot, static_cast<int>(y / ratio) % 2 == 0 ? on : QRgb(0));
+    }
+    return column;
+}
+
+} // namespace
+
+quint64 priceBandDigest(const ChartScene &scene) {
+    const auto &[pane, ratio, look, theme, columns, rows, hasVolumeBand, end, lines] = scene;
+    if (!hasVolumeBand) {
+        return 0;
+    }
+    ContentDigest digest;
+    digest.add(pane.width());
+    digest.add(pane.height());
+    digest.add(ratio);
+    static_cast<void>(look); // the theme tells it
+    digest.add(theme);
+    for (const QVector<int> *grid : {&columns, &rows}) {
+        digest.add(grid->constData(), static_cast<std::size_t>(grid->size()) * sizeof(int));
+    }
+    digest.add(end);
+    for (const SceneSeries &series : lines) {
+        if (!series.inVolumeBand) {
+            add(digest, series);
+        }
+    }
+    return digest.value();
+}
+
+/// Frame and grid lines, one pixel of the pane wide at every ratio.
+void drawGrid(QPainter &painter, const ChartScene &scene) {
+    const int width = scene.pane.width();
+    const int height = scene.pane.height();
+    const ChartLook &look = scene.look;
+    painter.fillRect(0, 0, width, 1, look.border);
+    painter.fillRect(0, height - 1, width, 1, look.border);
+    painter.fillRect(0, 0, 1, height, look.border);
+    painter.fillRect(width - 1, 0, 1, height, look.border);
+    if (!scene.columns.isEmpty()) {
+        // Dashes of one pixel and gaps of one: copied, since dashed pens are slow.
+        const QImage column = dottedColumn(height, scene.ratio, look.grid);
+        for (const int x : scene.columns) {
+            painter.drawImage(x, 0, column);
+        }
+    }
+    for (const int y : scene.rows) {
+        painter.fillRect(0, y, width, 1, look.grid);
+    }
+}
+
+void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, EBand band) {
+    for (const SceneSeries &series : lines) {
+        if (band == EBand::Volume && !series.inVolumeBand) {
+            continue;
+        }
+        for (const SceneLine &line : series.lines) {
+            drawLine(painter, series, line, look);
+        }
+    }
+}
+
+QRect touchedRect(const SceneLines &lines) {
+    QRect touched;
+    for (const SceneSeries &entry : lines) {
+        for (const SceneLine &line : entry.lines) {
+            touched |= CDrawStyle::touchedRect(entry.target, *entry.series, line.line, entry.start, entry.end,
+                                               entry.last);
+        }
+    }
+    return touched;
+}
+
+} // namespace TC

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "chartdata/ChartLook.h"
+#include "host/drawing/CDrawStyle.h"
+#include "host/records/RPCFormulaResult.h"
+
+#include <QRect>
+#include <QSize>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+class QPainter;
+
+/// \file
+/// The one description of a drawing. What a chart is drawn from stands in a scene and nowhere else; that two scenes give
+/// the same price band is told by the same members. A new member does not compile before both have it.
+
+namespace TC {
+
+/// One line of a series.
+struct SceneLine {
+    int line = 0;
+    int style = 0; ///< of host/drawing/DrawStyles.h
+    CDrawStyle::Range range;
+    bool gradient = false; ///< the area beneath a solid line is filled
+    bool volume = false; ///< coloured sticks are those of a volume
+    int digits = 0; ///< decimals by which the ends of a candle differ
+};
+
+/// The lines of one series from one index to another.
+struct SceneSeries {
+    const se::RPCFormulaResultCache *series = nullptr; ///< of the pane, or the following
+    std::shared_ptr<const se::RPCFormulaResultCache> filled; ///< a copy without gaps, where one is drawn
+    bool inVolumeBand = false;
+    QRect target;
+    int start = 0;
+    int end = 0;
+    int last = 0; ///< index of the axis
+    std::vector<SceneLine> lines;
+};
+using SceneLines = std::vector<SceneSeries>; ///< in the order of drawing
+
+/// A whole chart.
+struct ChartScene {
+    QSize pane;
+    double ratio = 1.0; ///< device pixels per pixel of the pane
+    ChartLook look;
+    int theme = -1; ///< generation of the theme that the look is of
+    QVector<int> columns; ///< of the grid
+    QVector<int> rows;
+    bool hasVolumeBand = false; ///< that can be drawn by itself
+    int end = -1; ///< last index; below 0 there are no lines
+    SceneLines lines;
+};
+
+/// Tells price bands apart: 64 bits that, for all practical purposes, differ whenever what they are drawn from does. A
+/// minute's volume, or a volume that outgrows its range, leaves that band as it is. 0 without a volume band.
+quint64 priceBandDigest(const ChartScene &scene);
+
+/// Which lines are drawn.
+enum class EBand { Both, Volume };
+
+void drawGrid(QPainter &painter, const ChartScene &scene);
+void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, EBand band);
+/// What a drawing of the lines can touch.
+QRect touchedRect(const SceneLines &lines);
+
+} // namespace TC

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "chartdata/PaneSeries.h"
+#include "host/records/CInstrumentDetail.h"
+#include "host/records/RPCFormulaResult.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace TC {
+
+/// What the figures of a stretch of the day are taken from.
+struct RegionSeries {
+    std::vector<double> prices;
+    std::vector<double> volumes;
+    std::vector<se::TimePosition> times; ///< of the prices
+};
+
+/// Takes prices and volumes from the series of a main pane; false when either is missing.
+bool findRegionSeries(const PaneSeries::Map &shown, RegionSeries &series);
+
+/// The figures between two indices of the prices, both included, as text: first, highest, lowest and last price,
+/// volume, change, mean price, amplitude, turnover, amount, change by the cached daily quotes. Empty when `start` lies
+/// outside; `end` is brought back into the series. Asks the formula service.
+QStringList regionTexts(const RegionSeries &series, const CInstrumentDetailPtr &detail, int start, int &end);
+
+} // namespace TC

@@ -1,0 +1,168 @@
+#include "chartdata/SceneSource.h"
+
+#include "chartdata/ChartLayout.h"
+#include "chartdata/GapFilling.h"
+#include "chartdata/PaneAxis.h"
+#include "chartdata/PaneRanges.h"
+#include "chartdata/PaneSeries.h"
+#include "chartdata/ShownDay.h"
+#include "host/drawing/DrawStyles.h"
+#include "host/drawing/IndexBaseData.h"
+#include "host/services/CConfigService.h"
+#include "host/services/CStockManager.h"
+#include "host/services/StockTypeCenter.h"
+#include "host/toolkit/PriceDecimals.h"
+#include "viewmodel/CRealtimeUiParam.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace TC {
+namespace {
+
+int pointCount(const se::RPCFormulaResultCache &entry) {
+    return static_cast<int>(entry.result.mTimes.size());
+}
+
+int lineCount(const se::RPCFormulaResultCache &entry) {
+    return std::min(entry.meta.mLineCount, static_cast<int>(entry.result.mValues.size()));
+}
+
+int styleOf(const se::RPCFormulaMetaResult &meta, int line) {
+    return std::size_t(line) < meta.mLineStyles.size() ? meta.mLineStyles[std::size_t(line)] : eLineStyle;
+}
+
+int candleDigits(const QString &stock) {
+    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(stock);
+    return detail ? std::max(decimals(getDetailPriceTick(detail)), 2) : 2;
+}
+
+} // namespace
+
+bool SceneSource::hasVolume() const {
+    return mDisplayType == EIndexDisplayType::Main && mView.mShowVolume;
+}
+
+int SceneSource::lastStill() const {
+    int count = 0;
+    if (mDisplayType == EIndexDisplayType::Main && mDay.isLive()) {
+        count = mSeries.shown().isEmpty() ? 0 : mView.dataCount();
+    } else {
+        for (const se::RPCFormulaResultCache &entry : mSeries.shown()) {
+            count = std::max(count, pointCount(entry));
+        }
+    }
+    return std::max(mDay.isLive() ? count - 2 : count - 1, -1);
+}
+
+ChartScene SceneSource::still(const QSize &pane, double ratio) const {
+    ChartScene scene;
+    scene.pane = pane;
+    scene.ratio = ratio;
+    const AxisShown axis = mAxis.shown();
+    scene.columns = axis.timeLines;
+    for (const AxisTick &tick : axis.ticks) {
+        scene.rows.append(tick.y);
+    }
+    scene.hasVolumeBand = hasVolume() && !mSeries.fillsGaps() && ratio == std::floor(ratio);
+    scene.end = lastStill();
+    if (scene.end >= 0) {
+        scene.lines = lines(pane, 0, scene.end);
+    }
+    return scene;
+}
+
+int SceneSource::tailCount() const {
+    return mDay.isLive() ? mView.dataCount() : 0;
+}
+
+SceneLines SceneSource::tail(const QSize &pane) const {
+    const int count = tailCount();
+    return count != 0 ? lines(pane, std::max(count - 2, 0), count - 1) : SceneLines();
+}
+
+bool SceneSource::isSpread(const se::RPCFormulaResultCache &series) const {
+    bool spread = mSeries.fillsGaps();
+    for (int line = 0; line < lineCount(series); ++line) {
+        spread |= styleOf(series.meta, line) == eTextExStyle;
+    }
+    return spread;
+}
+
+/// Indices grow with a series whose gaps are filled, and stay grown for the series after it.
+SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
+    const ChartLayout layout = chartLayout(pane, hasVolume());
+    SceneLines lines;
+    for (auto entry = mSeries.shown().constBegin(); entry != mSeries.shown().constEnd(); ++entry) {
+        SceneSeries drawn;
+        drawn.series = &*entry;
+        if (mSeries.fillsGaps()) {
+            const auto secondsAt = [this](int index) {
+                return mView.getDateTimeByIndex(index).toSecsSinceEpoch();
+            };
+            drawn.filled = std::make_shared<const se::RPCFormulaResultCache>(
+                fillGaps(*entry, mView.mPointCount, secondsAt));
+            drawn.series = drawn.filled.get();
+            const int grown = pointCount(*drawn.series) - end;
+            end += grown;
+            start = start > 0 ? std::max(start + grown, 0) : start;
+        }
+        const bool volume = mView.isVolFormula(entry.key().mFormula);
+        const auto range = mRanges.drawn().constFind(entry.key());
+        if ((volume && !mView.mShowVolume) || range == mRanges.drawn().constEnd()) {
+            continue;
+        }
+        drawn.inVolumeBand = volume;
+        drawn.target = volume && hasVolume() ? layout.volume : layout.price;
+        drawn.start = start;
+        drawn.end = end;
+        drawn.last = mView.mPointCount - 1;
+        addLines(drawn, entry.key(), *range, pane);
+        lines.push_back(std::move(drawn));
+    }
+    return lines;
+}
+
+void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawStyle::Range &shared,
+                           const QSize &pane) const {
+    const se::RPCFormulaResultCache &series = *to.series;
+    for (int i = 0; i < lineCount(series); ++i) {
+        SceneLine line;
+        line.line = i;
+        line.range = shared;
+        if (!IndexBaseData::isNeedYAxis(series, i) &&
+            !CDrawStyle::calcMaxMin(line.range.first, line.range.second, 0, to.end, series, i,
+                                    QRect(QPoint(0, 0), pane))) {
+            continue; // on an axis of its own, without a value to measure
+        }
+        if (isHiddenNetValue(key, series.meta, i)) {
+            continue;
+        }
+        line.style = styleOf(series.meta, i);
+        line.gradient = line.style == eLineStyle && i == 0 && mDisplayType == EIndexDisplayType::Main &&
+                        key.mFormula == QLatin1String("REALTIME") &&
+                        SingletonManager::getIndexUserConfig().read().mShowGradient;
+        line.volume = key.mFormula.contains(QLatin1String("REALTIMEVOL"));
+        line.digits = line.style == eKLineStyle ? candleDigits(key.mStock) : 0;
+        to.lines.push_back(line);
+    }
+}
+
+/// The net value of a fund is shown only where one is published.
+bool SceneSource::isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta,
+                                   int line) const {
+    static const std::string kNetValue = QStringLiteral("基金份额参考净值").toStdString();
+    if (std::size_t(line) >= meta.mLineNames.size() ||
+        meta.mLineNames[std::size_t(line)].find(kNetValue) == std::string::npos ||
+        key.mFormula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) != 0) {
+        return false;
+    }
+    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key.mStock);
+    const auto isTyped = [&](const char *market, int type) {
+        return detail->mMarket == market &&
+               kvservice::StockTypeCenter::isTypedStock(type, detail->mMarket, detail->mCode);
+    };
+    return detail && !isTyped("SH", 105) && !isTyped("SZ", 10008);
+}
+
+} // namespace TC

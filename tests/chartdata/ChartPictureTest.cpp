@@ -1,0 +1,119 @@
+#include "tests/chartdata/PartsFixture.h"
+
+#include "host/toolkit/CUiResource.h"
+
+#include <QImage>
+#include <QPainter>
+
+using namespace TC;
+
+namespace tests {
+namespace {
+
+const QRect kPane(0, 0, 300, 200);
+
+class Picture : public PartsFixture {
+protected:
+    Picture() {
+        mView.mShowVolume = false;
+        store(kMain, {10.0, 10.5, 9.6, 10.1});
+        mRanges.adopt({{kMain, {11.0, 9.0}}}, true);
+        mPicture.setRect(kPane);
+        mPicture.make(false);
+    }
+    ~Picture() override { GZ::CUiResource::instance().setTheme(QStringLiteral("dark")); }
+    void change(std::size_t index) {
+        mShown[kMain].result.mValues[0][index] += 0.1;
+        mPicture.notePoint({&*mShown.constFind(kMain), index});
+        mPicture.noteDamage(ePointChanged);
+    }
+    QImage seen() {
+        QImage image(kPane.size(), QImage::Format_RGB32);
+        QPainter painter(&image);
+        mPicture.paint(painter, kPane, nullptr);
+        return image;
+    }
+
+    const CFormulaKey kMain = key("SH600000");
+    int mTold = 0;
+    ChartPicture mPicture{mScene, mView, [this] { ++mTold; }};
+};
+
+TEST_F(Picture, CoversItsOwnSizeOnceItIsMade) {
+    EXPECT_TRUE(mPicture.covers(kPane.size()));
+    EXPECT_FALSE(mPicture.covers(QSize(301, 200)));
+    mPicture.setRect(QRect(0, 0, 20000, 20000)); // too large to keep
+    mPicture.make(false);
+    EXPECT_FALSE(mPicture.covers(QSize(20000, 20000)));
+}
+
+TEST_F(Picture, RatioIsTakenOnceAndWhereItIsOne) {
+    EXPECT_TRUE(mPicture.setRatio(2.0));
+    EXPECT_FALSE(mPicture.setRatio(2.0));
+    EXPECT_FALSE(mPicture.setRatio(0.0));
+    EXPECT_FALSE(mPicture.setRatio(std::nan("")));
+    EXPECT_EQ(mPicture.ratio(), 2.0);
+}
+
+TEST_F(Picture, NewestPointMovesWithoutMakingItStale) {
+    mPicture.draw(kPane);
+    EXPECT_FALSE(mPicture.isStale());
+    change(3);
+    EXPECT_FALSE(mPicture.isStale());
+    change(2); // the end of the picture
+    EXPECT_TRUE(mPicture.isStale());
+    mPicture.draw(kPane);
+    EXPECT_FALSE(mPicture.isStale());
+}
+
+TEST_F(Picture, AnotherThemeMakesItStale) {
+    mPicture.draw(kPane);
+    GZ::CUiResource::instance().setTheme(QStringLiteral("light"));
+    EXPECT_TRUE(mPicture.isStale());
+    seen(); // shows it as it is
+    EXPECT_TRUE(mPicture.isStale());
+    mPicture.draw(kPane);
+    EXPECT_FALSE(mPicture.isStale());
+}
+
+TEST_F(Picture, DamageIsTheTailWhenOnlyTheTailHasMoved) {
+    mPicture.draw(kPane);
+    EXPECT_EQ(mPicture.takeDirtyRect(), kPane);
+    EXPECT_TRUE(mPicture.takeDirtyRect().isNull());
+    change(3);
+    const QRect tail = mPicture.takeDirtyRect();
+    EXPECT_FALSE(tail.isNull());
+    EXPECT_LT(tail.width(), 10) << "two points of 240 on 300 pixels";
+    change(0);
+    EXPECT_EQ(mPicture.takeDirtyRect(), kPane);
+}
+
+TEST_F(Picture, TellsBeforeSeriesAreDrawn) {
+    mPicture.draw(kPane);
+    EXPECT_EQ(mTold, 1);
+    seen();
+    EXPECT_EQ(mTold, 2) << "the tail";
+    mShown.clear();
+    mPicture.draw(kPane);
+    EXPECT_EQ(mTold, 2) << "nothing to draw";
+}
+
+TEST_F(Picture, PartsShowWhatTheWholeShows) {
+    mPicture.draw(kPane);
+    const QImage whole = seen();
+    QImage image(kPane.size(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    const QRegion part = QRegion(0, 90, 300, 20) + QRegion(3, 0, 2, 200);
+    mPicture.paint(painter, kPane, &part);
+    painter.end();
+    for (int y = 0; y < kPane.height(); ++y) {
+        for (int x = 0; x < kPane.width(); ++x) {
+            const QRgb expected = part.contains(QPoint(x, y)) ? whole.pixel(x, y) : QColor(Qt::magenta).rgb();
+            ASSERT_EQ(image.pixel(x, y), expected) << x << ' ' << y;
+        }
+    }
+}
+
+} // namespace
+} // namespace tests
