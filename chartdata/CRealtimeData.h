@@ -17,10 +17,8 @@
 #include <QVector>
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/shared_ptr.hpp>
-#include <boost/thread/lock_guard.hpp>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,12 +28,15 @@ namespace TC {
 
 class CGraphAxisWidget;
 class CRealtimeUiParam;
+class HeldParts;
+struct PaneParts;
 
 /// The series of one graph pane: requests, results, value ranges and pre-rendered pixmaps. It conducts parts, of which
-/// each owns one thing; see struct Parts.
+/// each owns one thing, see PaneParts.
 ///
-/// Lock rule: whatever touches state holds mLock from its first step to its last, drawing and events included, parts
-/// are called under it and never lock, and only services that are asked for or withdraw requests are called without it.
+/// Lock rule: whatever touches state holds mLock, through held(), from its first step to its last, drawing and events
+/// included, parts are called under it and never lock, and services are asked for requests, or told that they are
+/// withdrawn, without it.
 ///
 /// Results may arrive on a thread of the service. Always held by boost::shared_ptr, and kept alive by the callbacks of
 /// its requests until the service lets go of them.
@@ -61,7 +62,7 @@ public:
     void replaceSubFormula(const QString &name);
     /// A formula that replaces the main chart, or a main formula of the kind shown; one attached to it is neither.
     bool isMainGraph(const QString &formula) const override;
-    /// The first formula of the main chart that is no volume formula, else the basic formula.
+    /// The first formula of the main chart that is no volume formula; empty when there is none.
     QString getMainGraph() const override;
 
     // Requests
@@ -159,34 +160,24 @@ public:
     void showInstrumentChart();
 
 private:
-    struct Parts;
-    using Hold = boost::lock_guard<boost::recursive_mutex>;
-
+    /// The parts under the lock, for as long as the answer lives.
+    HeldParts held() const;
     FormulaHistoryCallback historyCallback();
     FormulaRealtimeCallback realtimeCallback();
     /// Opens the requests of all formulas.
     QVector<CFormulaParam> openRequests(corvane::ERunMode mode);
     /// Takes in what other views have fetched already; the request under way replaces it later.
     void applyCached(const QVector<CFormulaParam> &params);
+    void takeWithoutDrawing(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
+                            const CFormulaParam &param);
     void withdrawOverlays(const QVector<QString> &ids);
     /// The series that a delivery is for. A stale one is withdrawn.
     bool findSeries(CFormulaKey &key, const QString &requestId) const;
-    /// Tells the host the newest average price, if there is one.
-    void deliverAverage(const std::optional<double> &value);
-    /// Draws and tells what EChangeFlag bits ask for.
-    void react(int flags, void *sender);
-    void drawAll();
-    void makePixmaps();
-    /// Brings the pixmaps up to date for a painter.
-    void refreshPixmaps(const QPainter &painter);
-    void paint(QPainter *painter, const QRect &rect, const QRegion *part);
+    void paint(QPainter &painter, const QRect &rect, const QRegion *part);
     void onLinkageChanged(const std::vector<std::string> &instruments);
-    /// In a replay, takes its newest moment and tells it.
-    void tellReplayTime();
 
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
-    bool mDrawEnabled = false; ///< the pixmaps are drawn
-    const std::unique_ptr<Parts> mParts;
+    const std::unique_ptr<PaneParts> mParts;
 };
 
 } // namespace TC

@@ -82,33 +82,27 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
     if (mPixmap.isNull()) {
         return;
     }
+    SceneLines tail = mSource.tail(rect.size());
+    const auto seen = [&] {
+        return part->intersected(rect == mRect ? touchedRect(tail) : part->boundingRect());
+    };
+    if (mSource.hasTail() && (!part || !seen().isEmpty()) && mBeforeSeries()) {
+        tail = mSource.tail(rect.size());
+    }
     if (!part) {
         blitPane(painter, rect, mPixmap, mRect.size());
-        drawTail(painter, rect);
+        drawTail(painter, rect, tail);
         return;
     }
     paintByParts(painter, *part, [&] { blitPane(painter, rect, mPixmap, mRect.size()); });
-    const QRegion tail = rect == mRect ? part->intersected(tailRect()) : *part;
-    if (!tail.isEmpty()) {
-        painter.setClipRect(tail.boundingRect()); // lines are drawn much faster under one rectangle
-        drawTail(painter, rect);
-        painter.setClipping(false);
-    }
+    paintByPieces(painter, seen(), [&] { drawTail(painter, rect, tail); });
 }
 
-void ChartPicture::drawTail(QPainter &painter, const QRect &rect) {
-    if (!mSource.hasTail()) {
-        return;
-    }
-    mBeforeSeries();
+void ChartPicture::drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail) {
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip); // lines are drawn much faster under a clip
-    drawLines(painter, mSource.tail(rect.size()), mLook.look(), EBand::Both);
+    drawLines(painter, tail, mLook.look(), EBand::Both);
     painter.restore();
-}
-
-QRect ChartPicture::tailRect() const {
-    return touchedRect(mSource.tail(mRect.size()));
 }
 
 /// Only the newest points may change without a redrawing. The picture holds more than that: points of series that are
@@ -132,7 +126,7 @@ QRect ChartPicture::takeDirtyRect() {
     const int damage = std::exchange(mDamage, 0);
     const int count = mView.dataCount();
     const bool recounted = std::exchange(mTailCount, count) != count;
-    mTailOnScreen = tailRect();
+    mTailOnScreen = touchedRect(mSource.tail(mRect.size()));
     if (damage & ~ePointChanged) {
         return mRect;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "chartdata/ChangeFlags.h"
-#include "chartdata/ChartLook.h"
+#include "chartdata/ChartScene.h"
 #include "chartdata/PaneSeries.h"
 #include "host/toolkit/ThemeCache.h"
 
@@ -26,8 +26,9 @@ class SceneSource;
 /// differs from that of what it was drawn from. Damage is gathered until it is taken.
 class ChartPicture {
 public:
-    /// `beforeSeries` is called each time before series are drawn.
-    ChartPicture(const SceneSource &source, const CRealtimeUiParam &view, std::function<void()> beforeSeries)
+    /// `beforeSeries` is called each time before series are drawn, and before anything is. It may change everything
+    /// and have all drawn anew, and answers whether it may have.
+    ChartPicture(const SceneSource &source, const CRealtimeUiParam &view, std::function<bool()> beforeSeries)
         : mSource(source), mView(view), mBeforeSeries(std::move(beforeSeries)) {}
 
     /// The pane, which begins at (0, 0).
@@ -57,13 +58,12 @@ public:
     QRect takeDirtyRect();
 
 private:
-    QRect tailRect() const;
-    void drawTail(QPainter &painter, const QRect &rect);
+    void drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail);
     void drawScene(const QRect &rect);
 
     const SceneSource &mSource;
     const CRealtimeUiParam &mView;
-    const std::function<void()> mBeforeSeries;
+    const std::function<bool()> mBeforeSeries;
     QRect mRect{0, 0, 0, 0};
     double mRatio = 1.0;
     QPixmap mPixmap;

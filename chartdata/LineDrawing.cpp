@@ -26,83 +26,104 @@ Qt::PenStyle vertLinePen(int style) {
     }
 }
 
-} // namespace
+/// What the helpers take of a line.
+struct Drawn {
+    QPainter *painter;
+    const QRect &rect;
+    const se::RPCFormulaResultCache &series;
+    const CDrawStyle::Range &range;
+    int line;
+    int start;
+    int end;
+    int last;
+};
 
-void drawLine(QPainter &painter, const SceneSeries &drawn, const SceneLine &line, const ChartLook &look) {
+/// Draws a line of a style that is one; false for any other.
+bool drawStroke(const Drawn &d, const SceneLine &line) {
     using Draw = CDrawStyle;
-    QPainter *const p = &painter;
-    const se::RPCFormulaResultCache &series = *drawn.series;
-    const QRect &rect = drawn.target;
-    const int i = line.line;
-    const int start = drawn.start;
-    const int end = drawn.end;
-    const int last = drawn.last;
-    const CDrawStyle::Range &range = line.range;
     switch (line.style) {
     case eLineStyle:
     case ePlainLineStyle:
-        Draw::drawSimpleLine(p, rect, series, range, i, start, end, last, Qt::SolidLine, kMode, true, false,
-                             1.0f, line.gradient, true);
-        break;
-    case eDotStyle:
-        Draw::drawCircleDot(p, rect, series, range, i, start, end, last, kMode, true, true);
-        break;
-    case eColorStickStyle:
-        Draw::drawColorStick(p, rect, series, range, i, start, end, last, Qt::SolidLine, kMode, true,
-                             line.volume, true);
-        break;
+        Draw::drawSimpleLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last,
+                             Qt::SolidLine, kMode, true, false, 1.0f, line.gradient, true);
+        return true;
     case eDottedLineStyle:
     case eSecondDottedLineStyle:
     case eThirdDottedLineStyle:
     case eDashDotLineStyle:
-        Draw::drawSimpleLine(p, rect, series, range, i, start, end, last,
+        Draw::drawSimpleLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last,
                              line.style == eDashDotLineStyle ? Qt::DashDotLine : Qt::DotLine, kMode, false,
                              false, 1.0f, false, false);
-        break;
-    case eVolStickStyle:
-        Draw::drawVolStick(p, rect, series, range, i, start, end, last, kMode, false, true, 0.0, true);
-        break;
-    case eKLineStyle:
-        Draw::drawKLine(p, rect, series, range, i, start, end, last, kMode, kCandlePeriod, false, 1.0f,
-                        line.digits);
-        break;
-    case eTextStyle:
-        Draw::drawText(p, rect, series, range, i, start, end, last, kMode);
-        break;
+        return true;
     case eVertLineStyle:
     case eVertDotStyle:
     case eSecondVertDotStyle:
     case eVertDashDotStyle:
     case eVertDashDotDotStyle:
     case eSecondVertLineStyle:
-        Draw::drawVertLine(p, rect, series, range, i, start, end, last, vertLinePen(line.style), kMode);
-        break;
-    case eIconStyle:
-        Draw::drawIcon(p, rect, series, range, i, start, end, last, look.arrow, kMode);
-        break;
-    case eNumberStyle:
-        Draw::drawNumber(p, rect, series, range, i, start, end, last, kMode, false);
-        break;
-    case eTextExStyle:
-        Draw::drawTextEx(p, rect, series, range, i, last, kMode);
-        break;
-    case eStickKlineStyle:
-        Draw::drawStickKline(p, rect, series, range, i, start, end, last, kMode, false);
-        break;
+        Draw::drawVertLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last,
+                           vertLinePen(line.style), kMode);
+        return true;
     case eBoolLineStyle:
-        Draw::drawBoolLine(p, rect, series, range, i, start, end, last, Qt::SolidLine, kMode);
-        break;
-    case eWideVolStickStyle:
-        Draw::drawVolStick(p, rect, series, range, i, start, end, last, kMode, false, true, 1.0, false);
-        break;
+        Draw::drawBoolLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, Qt::SolidLine,
+                           kMode);
+        return true;
     case eSegmentLineStyle:
-        Draw::drawSegmentLine(p, rect, series, range, i, start, end, last, kMode, false);
-        break;
-    case eStackVolStickStyle:
-        Draw::drawStackVolstick(p, rect, series, range, i, start, end, last, kMode, true, true);
-        break;
+        Draw::drawSegmentLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                              false);
+        return true;
     default:
-        break; // the other numbers are no drawing
+        return false;
+    }
+}
+
+/// Draws a line of points, sticks or texts; a style that is none of them draws nothing.
+void drawMarks(const Drawn &d, const SceneLine &line, const ChartLook &look) {
+    using Draw = CDrawStyle;
+    switch (line.style) {
+    case eDotStyle:
+        return Draw::drawCircleDot(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                                   true, true);
+    case eColorStickStyle:
+        return Draw::drawColorStick(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last,
+                                    Qt::SolidLine, kMode, true, line.volume, true);
+    case eVolStickStyle:
+    case eWideVolStickStyle: {
+        const bool wide = line.style == eWideVolStickStyle;
+        return Draw::drawVolStick(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                                  false, true, wide ? 1.0 : 0.0, !wide);
+    }
+    case eKLineStyle:
+        return Draw::drawKLine(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                               kCandlePeriod, false, 1.0f, line.digits);
+    case eTextStyle:
+        return Draw::drawText(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode);
+    case eTextExStyle:
+        return Draw::drawTextEx(d.painter, d.rect, d.series, d.range, d.line, d.last, kMode);
+    case eIconStyle:
+        return Draw::drawIcon(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, look.arrow,
+                              kMode);
+    case eNumberStyle:
+        return Draw::drawNumber(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                                false);
+    case eStickKlineStyle:
+        return Draw::drawStickKline(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last, kMode,
+                                    false);
+    case eStackVolStickStyle:
+        return Draw::drawStackVolstick(d.painter, d.rect, d.series, d.range, d.line, d.start, d.end, d.last,
+                                       kMode, true, true);
+    default:
+        return;
+    }
+}
+
+} // namespace
+
+void drawLine(QPainter &painter, const SceneSeries &series, const SceneLine &line, const ChartLook &look) {
+    const Drawn drawn{&painter,  series.target, *series.series, line.range,
+                      line.line, series.start,  series.end,     series.last};
+    if (!drawStroke(drawn, line)) {
+        drawMarks(drawn, line, look);
     }
 }
 

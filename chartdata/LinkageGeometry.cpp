@@ -29,6 +29,12 @@ QPoint heldToPixels(int x, int y) {
 
 } // namespace
 
+int tradingMinute(int minute, bool night) {
+    constexpr int kMinutesOfDay = 1440;
+    constexpr int kEvening = 960; // 16:00
+    return night && minute >= kEvening ? minute - kMinutesOfDay : minute;
+}
+
 double relativeValue(double price, double recordClose, double chartClose) {
     return ((price - recordClose) / recordClose + 1.0) * chartClose;
 }

@@ -56,9 +56,12 @@ int curveRow(double value, const CurveScale &scale, int height);
 using TimedAmounts = std::map<int, std::pair<double, double>>; ///< minute or index to (buy, sell)
 using TimedValues = std::map<int, double>; ///< minute or index to value
 
-/// What a day has by minute, in the order of trading: index to value, those that share an index by minute. A night
-/// session comes before the day that it belongs to, though its clock minutes are larger.
-template <class Value> using TradingOrder = std::multimap<int, Value>;
+/// What a day has by minute, in the order of trading, each with its index.
+template <class Value> using TradingOrder = std::vector<std::pair<int, Value>>;
+
+/// Place of a clock minute in the order of trading. On an axis with a night session the evening, from 16:00 on, comes
+/// before the day that it belongs to, and what follows midnight between the two.
+int tradingMinute(int minute, bool night);
 
 /// Amounts and values that are no numbers count for none of the ranges.
 

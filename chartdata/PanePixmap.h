@@ -22,11 +22,20 @@ void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const
 /// region makes a piece above and beneath every row.
 QVector<QRect> partsOf(const QRegion &region);
 
-/// Paints the parts of a region one by one, each under a clip of its own. Under a clip of several rectangles
+/// Paints opaque parts of a region one by one, each under a clip of its own. Under a clip of several rectangles
 /// pictures and lines are drawn span by span, which takes many times as long. The painter has no clip afterwards.
 template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
     for (const QRect &part : partsOf(region)) {
         painter.setClipRect(part);
+        paint();
+    }
+    painter.setClipping(false);
+}
+
+/// The same where every pixel is to be painted once: what is translucent, or drawn over something that is.
+template <class Paint> void paintByPieces(QPainter &painter, const QRegion &region, Paint paint) {
+    for (const QRect &piece : region) {
+        painter.setClipRect(piece);
         paint();
     }
     painter.setClipping(false);

@@ -55,7 +55,7 @@ QString figure(double value, int flags) {
 
 } // namespace
 
-bool findRegionSeries(const PaneSeries::Map &shown, RegionSeries &series) {
+RegionSeries regionSeries(const PaneSeries::Map &shown) {
     const se::RPCFormulaResult *price = nullptr;
     const se::RPCFormulaResult *volume = nullptr;
     for (auto entry = shown.constBegin(); entry != shown.constEnd(); ++entry) {
@@ -66,10 +66,9 @@ bool findRegionSeries(const PaneSeries::Map &shown, RegionSeries &series) {
         }
     }
     if (!price || !volume) {
-        return false;
+        return {};
     }
-    series = {firstLine(*price), firstLine(*volume), price->mTimes};
-    return true;
+    return {firstLine(*price), firstLine(*volume), price->mTimes};
 }
 
 QStringList regionTexts(const RegionSeries &series, const CInstrumentDetailPtr &detail, int start, int &end) {

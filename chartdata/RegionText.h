@@ -17,8 +17,8 @@ struct RegionSeries {
     std::vector<se::TimePosition> times; ///< of the prices
 };
 
-/// Takes prices and volumes from the series of a main pane; false when either is missing.
-bool findRegionSeries(const PaneSeries::Map &shown, RegionSeries &series);
+/// Prices and volumes among the series of a main pane; nothing when either is missing.
+RegionSeries regionSeries(const PaneSeries::Map &shown);
 
 /// The figures between two indices of the prices, both included, as text: first, highest, lowest and last price,
 /// volume, change, mean price, amplitude, turnover, amount, change by the cached daily quotes. Empty when `start` lies

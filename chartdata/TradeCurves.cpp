@@ -3,6 +3,7 @@
 #include "chartdata/ValueRange.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CLinkageManager.h"
+#include "host/services/CTradeOpenCloseTimeManager.h"
 #include "host/toolkit/ThemeColor.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -51,9 +52,16 @@ QPolygon curveOf(const Values &values, const CurveScale &scale, int height, Colu
 
 template <class Value>
 TradingOrder<Value> TradeCurves::inTradingOrder(const std::map<int, Value> &byMinute) const {
+    const CInstrumentDetailPtr detail = mView.getStockDetail();
+    const bool night = CSingletonT<CTradeOpenCloseTimeManager>::instance().hasNightQuoter(
+        getDetailQsMarket(detail), getDetailQsCode(detail));
+    std::multimap<int, std::pair<int, Value>> byOrder;
+    for (const auto &[minute, value] : byMinute) {
+        byOrder.emplace(tradingMinute(minute, night), std::make_pair(mView.getIndexByTime(minute), value));
+    }
     TradingOrder<Value> values;
-    for (const auto &value : byMinute) {
-        values.emplace(mView.getIndexByTime(value.first), value.second);
+    for (const auto &entry : byOrder) {
+        values.push_back(entry.second);
     }
     return values;
 }

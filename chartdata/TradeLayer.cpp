@@ -58,7 +58,7 @@ void drawAccountView(TradeMarks &marks, const CRealtimeUiParam &view, LinkageSco
         return;
     }
     scope.instruments = {scope.key};
-    marks.drawOrders(scope);
+    marks.drawAccountOrders(scope);
     marks.drawAccountDeals(scope);
     marks.drawAccountTasks(scope);
 }
@@ -102,7 +102,7 @@ void TradeLayer::paint(QPainter &painter, const QRect &pane, const QRegion *part
     }
     const auto blit = [&] { blitPane(painter, pane, mPixmap, pane.size()); };
     if (part) {
-        paintByParts(painter, *part, blit);
+        paintByPieces(painter, *part, blit);
     } else {
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         blit();

@@ -148,7 +148,7 @@ double TradeMarks::closeOf(const CInstrumentDetailPtr &detail, bool ofDay) const
     return getDetailLastClose(detail);
 }
 
-template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bool closeOfDay) {
+template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bool closeOfDay, bool withAhead) {
     using Record = typename Kind::Record;
     MarkStamps stamps(mPainter);
     for (const std::string &instrument : scope.instruments) {
@@ -157,21 +157,28 @@ template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bo
             continue;
         }
         const bool other = instrument != scope.key;
+        const auto isShown = [&](const Record &record) {
+            return scope.admits(strategyOf(record.mCommand)) &&
+                   (withAhead || !mDay.isAhead(recordTime(record.mTime)));
+        };
         placeRecords<Record>(
             Kind::fetch(mDay.date(), instrument, scope.accounts), closeOf(detail, closeOfDay), mPlacer,
-            Kind::marks(mBook), [&](const Record &record) { return scope.admits(strategyOf(record.mCommand)); },
-            [&](const Record &record, const QTime &, const QPoint &at) {
+            Kind::marks(mBook), isShown, [&](const Record &record, const QTime &, const QPoint &at) {
                 stampCircle(stamps, at, Kind::kFilled, other, isBuy(record), other ? kSoftAlpha : kStrongAlpha);
             });
     }
 }
 
 void TradeMarks::drawOrders(const LinkageScope &scope) {
-    drawRecords<Orders>(scope, !mDay.isLive());
+    drawRecords<Orders>(scope, !mDay.isLive(), true);
+}
+
+void TradeMarks::drawAccountOrders(const LinkageScope &scope) {
+    drawRecords<Orders>(scope, !mDay.isLive(), false);
 }
 
 void TradeMarks::drawDeals(const LinkageScope &scope) {
-    drawRecords<Deals>(scope, false);
+    drawRecords<Deals>(scope, false, true);
 }
 
 void TradeMarks::drawAccountDeals(const LinkageScope &scope) {

@@ -23,12 +23,14 @@ public:
     void drawOrders(const LinkageScope &scope);
     void drawDeals(const LinkageScope &scope);
     void drawTasks(const LinkageScope &scope);
+    /// Those of the account view end where a replay has come.
+    void drawAccountOrders(const LinkageScope &scope);
     /// Deals with the average cost that they come to, which the view parameters are told of.
     void drawAccountDeals(const LinkageScope &scope);
     void drawAccountTasks(const LinkageScope &scope);
 
 private:
-    template <class Kind> void drawRecords(const LinkageScope &scope, bool closeOfDay);
+    template <class Kind> void drawRecords(const LinkageScope &scope, bool closeOfDay, bool withAhead);
     template <class IsShown>
     void drawTasksOf(const std::string &instrument, const LinkageScope &scope, IsShown isShown);
     double closeOf(const CInstrumentDetailPtr &detail, bool ofDay) const;

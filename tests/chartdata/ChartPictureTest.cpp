@@ -36,7 +36,7 @@ protected:
 
     const CFormulaKey kMain = key("SH600000");
     int mTold = 0;
-    ChartPicture mPicture{mScene, mView, [this] { ++mTold; }};
+    ChartPicture mPicture{mScene, mView, [this] { return ++mTold > 0; }};
 };
 
 TEST_F(Picture, CoversItsOwnSizeOnceItIsMade) {

@@ -54,6 +54,20 @@ TEST_F(LinkageAccount, AccountViewWithoutAccountsShowsNothing) {
     EXPECT_EQ(drawn(), blank());
 }
 
+TEST_F(LinkageAccount, AccountOrdersOfAReplayEndWhereItHasCome) {
+    showAccount();
+    addOrder("1", kBuy, 10.5, "10:00:00");
+    addOrder("2", kBuy, 10.5, "10:00:01");
+    addOrder("3", kSell, 9.5, "10:30:00");
+    replayTo(30);
+    drawn();
+    EXPECT_EQ(ordersAt(61, 50), 1);
+    EXPECT_EQ(ordersAt(63, 50) + ordersAt(121, 150), 1) << "that of 10:00:00, two columns away";
+    mData->setReplayMode(false);
+    drawn();
+    EXPECT_EQ(ordersAt(121, 150), 1);
+}
+
 TEST_F(LinkageAccount, AccountDealsHaveNoFilterAndAccountOrdersHave) {
     showAccount();
     show({7});

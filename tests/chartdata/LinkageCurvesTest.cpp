@@ -94,6 +94,25 @@ TEST_F(LinkageCurves, NightComesBeforeTheDayThatItBelongsTo) {
         })));
 }
 
+TEST_F(LinkageCurves, EndOfANightSessionComesBehindItsStartThoughItsIndexDoesNot) {
+    show({3, 5});
+    mHost.mTimes.mNight.insert("SH600000");
+    mUiParam->resetAxis("SH", "600000");
+    ASSERT_EQ(mUiParam->getIndexByTime(150), -60) << "02:30, as the last minute of its session";
+    const int atNight = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(1320)); // 22:00
+    const int morning = mUiParam->getXAxisByIndex(mUiParam->getIndexByTime(570));
+    mHost.mClock.mNow.setTime(QTime(9, 30));
+    mHost.mLinkage.mAmounts = {{150, {150.0, 110.0}}, {570, {200.0, 120.0}}, {1320, {100.0, 0.0}}};
+    mHost.mLinkage.mProfits = {{150, 50.0}, {570, 100.0}, {1320, -100.0}};
+    // 100 is in row 200 and 200 in row 0. Column 1 is the first of the day.
+    EXPECT_TRUE(same(
+        drawn(), expected([&](QPainter &painter) {
+            curve(painter, theme("tc_clr_total_buyamount"), polygon({{atNight, 200}, {1, 100}, {morning, 0}}));
+            curve(painter, theme("tc_clr_total_sellamount"), polygon({{1, 180}, {morning, 160}}));
+            curve(painter, QColor(255, 255, 128, 192), polygon({{atNight, 200}, {1, 50}, {morning, 0}}));
+        })));
+}
+
 TEST_F(LinkageCurves, NegativeBalancesDoNotWidenTheRange) {
     show({6});
     mHost.mLinkage.mBalances = {{600, 100.0}, {630, -50.0}, {660, -200.0}};

@@ -11,6 +11,16 @@
 namespace TC {
 namespace {
 
+TEST(LinkageGeometry, NightIsTradedBeforeTheDayThatItBelongsTo) {
+    const int times[] = {1260, 1320, 1440, 1, 150, 541, 900}; // 21:00 to 15:00
+    for (std::size_t i = 1; i < std::size(times); ++i) {
+        EXPECT_LT(tradingMinute(times[i - 1], true), tradingMinute(times[i], true)) << times[i];
+    }
+    for (const int minute : times) {
+        EXPECT_EQ(tradingMinute(minute, false), minute);
+    }
+}
+
 TEST(LinkageGeometry, PriceOfAnotherInstrumentKeepsItsRelativeDistance) {
     // 22 is 10 % above 20; on a chart around 50 that is 55.
     EXPECT_NEAR(relativeValue(22.0, 20.0, 50.0), 55.0, 1e-9);

@@ -1,23 +1,12 @@
 #include "tests/chartdata/LinkageFixture.h"
 
+#include "host/toolkit/Events.h"
+
 #include <thread>
 
 using namespace TC;
 
 namespace {
-
-/// Opens a picture of the chart to a test: which one was painted on tells nothing but its key.
-template <class Tag, QPixmap CRealtimeData::*Member> struct PixmapPeek {
-    friend QPixmap CRealtimeData::*peek(Tag) { return Member; }
-};
-struct ChartPixmap {
-    friend QPixmap CRealtimeData::*peek(ChartPixmap);
-};
-struct LinkagePixmap {
-    friend QPixmap CRealtimeData::*peek(LinkagePixmap);
-};
-template struct PixmapPeek<ChartPixmap, &CRealtimeData::mChartPixmap>;
-template struct PixmapPeek<LinkagePixmap, &CRealtimeData::mLinkagePixmap>;
 
 class LinkageHit : public tests::LinkageFixture {};
 
@@ -121,13 +110,13 @@ TEST_F(LinkageHit, NewTradesLeaveThePictureOfTheChart) {
     mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
     mData->setChartRect(QRect(QPoint(0, 0), kSize));
     mData->setDrawEnabled(true);
-    const qint64 chart = ((*mData).*peek(ChartPixmap())).cacheKey();
-    const qint64 marks = ((*mData).*peek(LinkagePixmap())).cacheKey();
+    mData->setReplayMode(true); // every drawing of the chart tells its time
+    mEvents.mEvents.clear();
     addDeal("1", kBuy, 10.5, "10:00:00");
     mHost.mLinkage.sigLinkageChanged({"SH600000"});
     EXPECT_TRUE(mData->hitDeal(61, 50));
-    EXPECT_EQ(((*mData).*peek(ChartPixmap())).cacheKey(), chart) << "not painted on";
-    EXPECT_NE(((*mData).*peek(LinkagePixmap())).cacheKey(), marks);
+    EXPECT_EQ(mEvents.count(eRegionBoundMoved), 0) << "not drawn";
+    EXPECT_EQ(mData->takeDirtyRect(), QRect(QPoint(0, 0), kSize));
 }
 
 TEST_F(LinkageHit, TradesOfAnotherThreadAreDrawnWithTheNextPainting) {
@@ -153,9 +142,9 @@ TEST_F(LinkageHit, TradesOfAnotherThreadAreDrawnWithTheNextPainting) {
     EXPECT_FALSE(mData->hitDeal(61, 50)) << "not drawn yet";
     EXPECT_GT(paint().pixelColor(61, 50).red(), 180);
     EXPECT_TRUE(mData->hitDeal(61, 50));
-    const qint64 marks = ((*mData).*peek(LinkagePixmap())).cacheKey();
+    mHost.mLog.clear();
     paint();
-    EXPECT_EQ(((*mData).*peek(LinkagePixmap())).cacheKey(), marks) << "drawn once";
+    EXPECT_TRUE(mHost.mLog.of(QStringLiteral("CLinkageManager::getDealDetails")).isEmpty()) << "drawn once";
 }
 
 TEST_F(LinkageHit, MarksComeToTheScreenWithTheChart) {
@@ -194,6 +183,31 @@ TEST_F(LinkageHit, EmptyFlagsHitNothing) {
     mUiParam->mLinkageFlags = 1;
     EXPECT_FALSE(mData->hitOrder(61, 50) || mData->hitDeal(61, 50) || mData->hitTask(61, 50));
     EXPECT_EQ(ordersAt(61, 50) + dealsAt(61, 50) + tasksAt(61, 50), 0);
+}
+
+TEST_F(LinkageHit, NothingIsDrawnForAHiddenGraph) {
+    show({1});
+    mData->setTradeDate(tests::kDay);
+    mData->addFormula(QStringLiteral("REALTIME"));
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    mData->setChartRect(QRect(QPoint(0, 0), kSize));
+    mData->setReplayMode(true); // every drawing of the chart tells its time
+    mData->setDrawEnabled(true);
+    ASSERT_GT(mEvents.count(eRegionBoundMoved), 0);
+    mData->setDrawEnabled(false);
+    putVolume(std::vector<double>(241, 100.0));
+    addDeal("1", kBuy, 10.5, "10:00:00");
+    mHost.mLog.clear();
+    mEvents.mEvents.clear();
+    mHost.mLinkage.sigLinkageChanged({"SH600000"});
+    mData->removeFormula(QStringLiteral("REALTIMEVOL"), true);
+    mData->removeOverlayData();
+    mData->removeAllFormulas();
+    EXPECT_EQ(mEvents.count(eRegionBoundMoved), 0);
+    EXPECT_TRUE(mHost.mLog.of(QStringLiteral("CLinkageManager::getDealDetails")).isEmpty());
+    EXPECT_FALSE(mData->hitDeal(61, 50));
+    mData->setDrawEnabled(true);
+    EXPECT_TRUE(mData->hitDeal(61, 50)) << "once it is shown";
 }
 
 } // namespace

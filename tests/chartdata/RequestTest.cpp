@@ -38,7 +38,9 @@ TEST_F(Request, MainGraphIsTheFirstMainFormulaButTheVolume) {
     mHost.mCatalogue.add("TREND", 2);
     mHost.mCatalogue.add("BOLL", 1);
     EXPECT_EQ(makeMain({"MACD", "REALTIMEVOL", "TREND", "REALTIME"})->getMainGraph(), "TREND");
-    EXPECT_EQ(makeMain({"REALTIMEVOL"})->getMainGraph(), "REALTIME");
+    EXPECT_EQ(makeMain({"REALTIMEVOL"})->getMainGraph(), QString()) << "volume alone is no chart";
+    EXPECT_EQ(makeMain({"MACD", "BOLL"})->getMainGraph(), QString()) << "nor is what is attached to one";
+    EXPECT_EQ(makeMain({})->getMainGraph(), QString());
     auto data = makeMain({});
     EXPECT_TRUE(data->isMainGraph("TREND"));
     EXPECT_FALSE(data->isMainGraph("BOLL")); // attached to the main chart
