@@ -11,13 +11,6 @@ namespace {
 constexpr double kDefaultBaseValue = 100.0;
 constexpr qint32 kDefaultOption2 = 100;
 
-<<<<<<< ours
-=======
-bool isZero(double value) {
-    return std::fabs(value) <= kValueTolerance;
-}
-
->>>>>>> theirs
 qint64 nowInMilliseconds() {
     return qint64(hostNow().toTime_t()) * 1000;
 }
