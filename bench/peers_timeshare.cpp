@@ -9,6 +9,8 @@
 
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
+#include "host/drawing/DrawStyles.h"
+#include "host/drawing/LineColor.h"
 #include "host/toolkit/CUiResource.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -21,11 +23,7 @@ namespace peers {
 namespace {
 
 /// Columns as wide as a minute: the workload asks for bars, where the product draws sticks of one pixel.
-constexpr int kColumnStyle = 40;
-
-int packed(const QColor &color) {
-    return color.red() | color.green() << 8 | color.blue() << 16;
-}
+constexpr int kColumnStyle = TC::eWideVolStickStyle;
 
 /// The time labels beneath the chart.
 class TimeRow : public QWidget {
@@ -69,10 +67,10 @@ class TimeshareChart : public Chart {
 public:
     explicit TimeshareChart(Use use) {
         useWorkloadTheme();
-        mChart =
-            std::make_unique<bench::BenchChart>(kMinutes, use == Use::SixDays ? kDays : 1,
-                                                bench::LineLook{packed(colour::price), packed(colour::average),
-                                                                packed(colour::volume), kColumnStyle});
+        mChart = std::make_unique<bench::BenchChart>(
+            kMinutes, use == Use::SixDays ? kDays : 1,
+            bench::LineLook{TC::lineColor(colour::price), TC::lineColor(colour::average),
+                            TC::lineColor(colour::volume), kColumnStyle});
         mChart->setBottomMargin(kBottom);
         if (use == Use::Cross) {
             mChart->showCrossLine();

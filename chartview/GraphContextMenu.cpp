@@ -19,7 +19,6 @@ namespace TC {
 
 namespace {
 
-constexpr int kMenuControl = 15;
 constexpr int kNarrowestRegion = 20; ///< pixels that are no region yet
 constexpr int kNarrowestRegionOfReplay = 10;
 
@@ -32,7 +31,7 @@ GraphContextMenu::GraphContextMenu(CRealtimeGraphWidget &graph, const GraphSubje
 }
 
 void GraphContextMenu::refreshLook() {
-    mMenuStyle = GZ::CStyleSheetCenter::getStyle(kMenuControl);
+    mMenuStyle = GZ::CStyleSheetCenter::getStyle(GZ::CStyleSheetCenter::eMenu);
 }
 
 void GraphContextMenu::open(QContextMenuEvent &event) {

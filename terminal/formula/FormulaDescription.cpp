@@ -1,33 +1,35 @@
 #include "terminal/formula/FormulaDescription.h"
 
+#include "host/drawing/DrawStyles.h"
+
 #include <QHash>
 
 namespace terminal {
 
 int drawStyleOf(const QString &name) {
     static const QHash<QString, int> styles = {
-        {QStringLiteral("LINE"), 0},
-        {QStringLiteral("CIRCLEDOT"), 1},
-        {QStringLiteral("COLORSTICK"), 2},
-        {QStringLiteral("NODRAW"), 3},
-        {QStringLiteral("DOTLINE"), 4},
-        {QStringLiteral("DASHDOTLINE"), 5},
-        {QStringLiteral("VOLSTICK"), 10},
-        {QStringLiteral("KLINE"), 12},
-        {QStringLiteral("TEXT"), 13},
-        {QStringLiteral("VERTLINE"), 14},
-        {QStringLiteral("VERTDOT"), 15},
-        {QStringLiteral("VERTDASHDOT"), 17},
-        {QStringLiteral("VERTDASHDOTDOT"), 18},
-        {QStringLiteral("ICON"), 26},
-        {QStringLiteral("PLAINLINE"), 27},
-        {QStringLiteral("NUMBER"), 28},
-        {QStringLiteral("TEXTFIX"), 31},
-        {QStringLiteral("STICKLINE"), 36},
-        {QStringLiteral("BOOLLINE"), 37},
-        {QStringLiteral("WIDESTICK"), 40},
-        {QStringLiteral("SEGMENT"), 41},
-        {QStringLiteral("STACKSTICK"), 42},
+        {QStringLiteral("LINE"), TC::eLineStyle},
+        {QStringLiteral("CIRCLEDOT"), TC::eDotStyle},
+        {QStringLiteral("COLORSTICK"), TC::eColorStickStyle},
+        {QStringLiteral("NODRAW"), TC::eNoStyle},
+        {QStringLiteral("DOTLINE"), TC::eDottedLineStyle},
+        {QStringLiteral("DASHDOTLINE"), TC::eDashDotLineStyle},
+        {QStringLiteral("VOLSTICK"), TC::eVolStickStyle},
+        {QStringLiteral("KLINE"), TC::eKLineStyle},
+        {QStringLiteral("TEXT"), TC::eTextStyle},
+        {QStringLiteral("VERTLINE"), TC::eVertLineStyle},
+        {QStringLiteral("VERTDOT"), TC::eVertDotStyle},
+        {QStringLiteral("VERTDASHDOT"), TC::eVertDashDotStyle},
+        {QStringLiteral("VERTDASHDOTDOT"), TC::eVertDashDotDotStyle},
+        {QStringLiteral("ICON"), TC::eIconStyle},
+        {QStringLiteral("PLAINLINE"), TC::ePlainLineStyle},
+        {QStringLiteral("NUMBER"), TC::eNumberStyle},
+        {QStringLiteral("TEXTFIX"), TC::eTextExStyle},
+        {QStringLiteral("STICKLINE"), TC::eStickKlineStyle},
+        {QStringLiteral("BOOLLINE"), TC::eBoolLineStyle},
+        {QStringLiteral("WIDESTICK"), TC::eWideVolStickStyle},
+        {QStringLiteral("SEGMENT"), TC::eSegmentLineStyle},
+        {QStringLiteral("STACKSTICK"), TC::eStackVolStickStyle},
     };
     return styles.value(name.toUpper(), -1);
 }

@@ -1,7 +1,8 @@
 #include "terminal/formula/HostFormulaInputs.h"
 
+#include "host/drawing/LineColor.h"
 #include "host/services/CStockManager.h"
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/SimulatedMarket.h"
 
@@ -9,11 +10,6 @@
 
 namespace terminal {
 namespace {
-
-qint32 themeColor(const char *key) {
-    const QColor color = GZ::CUiResource::instance().getColor(QLatin1String(key));
-    return color.red() | color.green() << 8 | color.blue() << 16;
-}
 
 /// The close of the day before; no number when it is not known.
 double previousClose(TC::CStockManager &stocks, const TC::CInstrumentDetailPtr &detail, int day) {
@@ -36,8 +32,8 @@ void addUnderlying(FormulaInputs &inputs, TC::CStockManager &stocks, const Instr
 
 FormulaInputs hostFormulaInputs(const TC::CFormulaParam &param, const Catalogue &catalogue) {
     FormulaInputs inputs;
-    inputs.riseColor = themeColor("ic_clr_index_default_rise");
-    inputs.fallColor = themeColor("ic_clr_index_default_fall");
+    inputs.riseColor = TC::lineColor(GZ::themeColor("ic_clr_index_default_rise"));
+    inputs.fallColor = TC::lineColor(GZ::themeColor("ic_clr_index_default_fall"));
     TC::CStockManager &stocks = TC::CSingletonT<TC::CStockManager>::instance();
     const TC::CInstrumentDetailPtr detail = stocks.getInstrumentDetail(feedKeyOf(param));
     if (!detail) {

@@ -1,5 +1,7 @@
 #include "terminal/formula/ScriptModelReader.h"
 
+#include "host/drawing/LineColor.h"
+
 #include <QColor>
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -114,8 +116,7 @@ std::optional<qint32> readColor(const JsonValue &value) {
     if (!shape.match(value.text()).hasMatch()) {
         return std::nullopt;
     }
-    const QColor color(value.text());
-    return color.red() | color.green() << 8 | color.blue() << 16;
+    return TC::lineColor(QColor(value.text()));
 }
 
 ScriptModelMessage readLine(const JsonObject &object, int points) {

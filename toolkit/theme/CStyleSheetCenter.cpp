@@ -5,8 +5,6 @@
 namespace GZ {
 namespace {
 
-constexpr int kMenu = 15;
-
 /// A theme colour as a style sheet writes it.
 QString color(const char *key) {
     const QColor value = themeColor(key);
@@ -31,7 +29,7 @@ QString menuStyle() {
 } // namespace
 
 QString CStyleSheetCenter::getStyle(int controlType) {
-    return controlType == kMenu ? menuStyle() : QString();
+    return controlType == eMenu ? menuStyle() : QString();
 }
 
 } // namespace GZ

@@ -1,5 +1,6 @@
 #include "host/toolkit/CStandardTable.h"
 
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/widgets/ColumnLayout.h"
 #include "toolkit/widgets/ReadyWidgets.h"
 #include "toolkit/widgets/RowOrder.h"
@@ -32,22 +33,18 @@ constexpr int kPlacement = Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask;
 const QString kSort = QStringLiteral("sort");
 const QString kDescending = QStringLiteral("descending");
 
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
-
 QPalette tablePalette() {
     QPalette colors;
     for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-        colors.setColor(role, color("clr_text_default"));
-        colors.setColor(QPalette::Disabled, role, color("clr_menu_text_disable"));
+        colors.setColor(role, themeColor("clr_text_default"));
+        colors.setColor(QPalette::Disabled, role, themeColor("clr_menu_text_disable"));
     }
-    colors.setColor(QPalette::Base, color("clr_table_row_even"));
-    colors.setColor(QPalette::AlternateBase, color("clr_table_row_odd"));
-    colors.setColor(QPalette::Window, color("clr_dialog_bg"));
-    colors.setColor(QPalette::Button, color("clr_table_header_bg"));
-    colors.setColor(QPalette::Highlight, color("clr_selection_bg"));
-    colors.setColor(QPalette::HighlightedText, color("clr_selection_text"));
+    colors.setColor(QPalette::Base, themeColor("clr_table_row_even"));
+    colors.setColor(QPalette::AlternateBase, themeColor("clr_table_row_odd"));
+    colors.setColor(QPalette::Window, themeColor("clr_dialog_bg"));
+    colors.setColor(QPalette::Button, themeColor("clr_table_header_bg"));
+    colors.setColor(QPalette::Highlight, themeColor("clr_selection_bg"));
+    colors.setColor(QPalette::HighlightedText, themeColor("clr_selection_text"));
     return colors;
 }
 

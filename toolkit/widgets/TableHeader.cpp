@@ -1,6 +1,6 @@
 #include "toolkit/widgets/TableHeader.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -11,10 +11,6 @@ namespace {
 constexpr int kTextMargin = 4;
 constexpr int kArrowHalf = 4; ///< half the width of the arrow, which is as high
 
-QColor color(const char *key) {
-    return CUiResource::instance().getColor(QLatin1String(key));
-}
-
 /// Points up for ascending rows.
 void drawArrow(QPainter &painter, const QRect &rect, bool up) {
     const int middle = rect.right() - kTextMargin - kArrowHalf;
@@ -22,7 +18,7 @@ void drawArrow(QPainter &painter, const QRect &rect, bool up) {
     const int tip = base + (up ? -kArrowHalf : kArrowHalf);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(color("clr_text_default"));
+    painter.setBrush(themeColor("clr_text_default"));
     painter.drawPolygon(QPolygon({{middle - kArrowHalf, base}, {middle + kArrowHalf, base}, {middle, tip}}));
 }
 
@@ -30,12 +26,12 @@ void drawArrow(QPainter &painter, const QRect &rect, bool up) {
 
 void TableHeader::paintSection(QPainter *painter, const QRect &rect, int column) const {
     const bool isSorted = isSortIndicatorShown() && sortIndicatorSection() == column;
-    painter->fillRect(rect, color("clr_table_header_bg"));
-    painter->fillRect(rect.right(), rect.top(), 1, rect.height(), color("clr_dialog_border"));
-    painter->fillRect(rect.left(), rect.bottom(), rect.width(), 1, color("clr_dialog_border"));
+    painter->fillRect(rect, themeColor("clr_table_header_bg"));
+    painter->fillRect(rect.right(), rect.top(), 1, rect.height(), themeColor("clr_dialog_border"));
+    painter->fillRect(rect.left(), rect.bottom(), rect.width(), 1, themeColor("clr_dialog_border"));
     const int arrow = isSorted ? 2 * kArrowHalf + kTextMargin : 0;
     const QRect place = rect.adjusted(kTextMargin, 0, -kTextMargin - arrow, -1);
-    painter->setPen(color(isSorted ? "clr_text_default" : "clr_table_header_text"));
+    painter->setPen(themeColor(isSorted ? "clr_text_default" : "clr_table_header_text"));
     const QString text = model()->headerData(column, Qt::Horizontal).toString();
     painter->drawText(place, Qt::AlignCenter,
                       QFontMetrics(font()).elidedText(text, Qt::ElideRight, place.width()));
@@ -48,7 +44,7 @@ void TableHeader::paintSection(QPainter *painter, const QRect &rect, int column)
 
 void TableHeader::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), color("clr_table_header_bg"));
+    painter.fillRect(viewport()->rect(), themeColor("clr_table_header_bg"));
     painter.end();
     QHeaderView::paintEvent(event);
 }

@@ -15,8 +15,6 @@
 namespace GZ {
 namespace {
 
-constexpr int kMenuStyle = 15;
-
 QString tr(const char *text) {
     return CStandardTable::tr(text);
 }
@@ -120,7 +118,7 @@ void addColumnEntries(QMenu &menu, CStandardTable &table, ColumnLayout &columns,
 
 QMenu *makeTableMenu(CStandardTable &table, ColumnLayout &columns, int entries, const QPoint &at) {
     auto *menu = new QMenu(&table);
-    menu->setStyleSheet(CStyleSheetCenter::getStyle(kMenuStyle));
+    menu->setStyleSheet(CStyleSheetCenter::getStyle(CStyleSheetCenter::eMenu));
     addCopyEntries(*menu, table, columns, entries, at);
     addColumnEntries(*menu, table, columns, entries);
     return menu;

@@ -24,8 +24,6 @@ constexpr int kHeight = 24; ///< pixels of the bar
 constexpr int kMargin = 4;
 constexpr int kPadding = 8; ///< pixels on each side of a button's text
 constexpr int kMoreWidth = 24;
-constexpr int kMenuControl = 15;
-
 CIndexTemplateManager &manager() {
     return CSingletonT<CIndexTemplateManager>::instance();
 }
@@ -131,7 +129,7 @@ void CIndexModelWidget::choose(const QString &name, bool isTemplate) {
 
 void CIndexModelWidget::showMore() {
     const QPointer<QMenu> menu = new QMenu(this); // it goes with the bar while it is open
-    menu->setStyleSheet(GZ::CStyleSheetCenter::getStyle(kMenuControl));
+    menu->setStyleSheet(GZ::CStyleSheetCenter::getStyle(GZ::CStyleSheetCenter::eMenu));
     for (const Entry &entry : mEntries) {
         if (entry.mButton->isHidden()) {
             QAction *action = menu->addAction(entry.mName);
