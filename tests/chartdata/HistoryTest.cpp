@@ -344,6 +344,7 @@ TEST_F(History, ChangedTradesOfTheMainInstrumentRedrawTheMarks) {
     mUi->mLinkageStocks = {"SH600000"};
     auto data = makeMain();
     data->setChartRect(QRect(0, 0, 100, 100));
+    data->setDrawEnabled(true);
     mHost.mLog.clear();
     mHost.mLinkage.sigLinkageChanged({"SZ000001"});
     EXPECT_TRUE(mHost.mLog.of("CLinkageManager::getOrderDetails").isEmpty());

@@ -214,14 +214,6 @@ TEST_F(LinkageAccount, WhatHappenedAtTheReplayTimeItselfIsShown) {
     EXPECT_FALSE(mData->hitTask(123, 20));
 }
 
-TEST_F(LinkageAccount, OrdersAheadOfTheReplayAreShownAllTheSame) {
-    showAccount();
-    replayTo(60);
-    addOrder("1", kBuy, 10.5, "11:00:00");
-    drawn();
-    EXPECT_EQ(ordersAt(181, 50), 1);
-}
-
 TEST_F(LinkageAccount, CostStepsOfAPastDayInReplayEndAtTheReplayTime) {
     showAccount();
     showPastDay();

@@ -189,6 +189,7 @@ TEST_F(LinkageHit, NothingIsDrawnForAHiddenGraph) {
     show({1});
     mData->setTradeDate(tests::kDay);
     mData->addFormula(QStringLiteral("REALTIME"));
+    mUiParam->mDataCount = 241;
     mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
     mData->setChartRect(QRect(QPoint(0, 0), kSize));
     mData->setReplayMode(true); // every drawing of the chart tells its time
