@@ -87,6 +87,56 @@ TEST_F(MainWidgetFormulas, OrdinaryChartComesBackWithItsVolume) {
     EXPECT_TRUE(mUi->mShowVolume);
 }
 
+TEST_F(MainWidgetFormulas, OrdinaryChartComesBackWhenTheLastFormulaIsTakenOff) {
+    const Names ordinary = {"REALTIME", "REALTIMEVOL"};
+    const auto leaveOnlyMa = [this] {
+        doubleClickFormula("TREND");
+        doubleClickFormula("MA");
+        mMain->handleDeleteFormula("TREND");
+        ASSERT_EQ(main(), (Names{"MA"}));
+        ASSERT_TRUE(pane()->getMainIndex().isEmpty()) << "what is attached is no chart";
+        mHost.mFormulas.mLive.clear();
+    };
+    leaveOnlyMa();
+    doubleClickFormula("MA");
+    EXPECT_EQ(main(), ordinary) << "asked for by the user";
+    EXPECT_FALSE(requested().isEmpty());
+    leaveOnlyMa();
+    apply("MA");
+    EXPECT_EQ(main(), (Names{"REALTIME", "REALTIMEVOL", "MA"})) << "applied";
+    doubleClickFormula("MA");
+    leaveOnlyMa();
+    mMain->createIndexWidget("key", 1, "MA");
+    EXPECT_EQ(main(), ordinary) << "placed by the host";
+    EXPECT_FALSE(requested().isEmpty());
+    leaveOnlyMa();
+    mMain->handleConfirmFormula("MA");
+    EXPECT_EQ(main(), (Names{"MA"})) << "confirmed: it is there as before";
+}
+
+TEST_F(MainWidgetFormulas, OrdinaryChartComesBackForOneThatWasEditedToHaveAPaneOfItsOwn) {
+    const Names ordinary = {"REALTIME", "REALTIMEVOL"};
+    const CFormulaDetailPtr trend = mHost.mCatalogue.getFormula("TREND");
+    const auto edit = [&] {
+        trend->mType = 2;
+        doubleClickFormula("TREND");
+        ASSERT_EQ(main(), (Names{"TREND"}));
+        trend->mType = 0;
+        mHost.mFormulas.mLive.clear();
+    };
+    edit();
+    doubleClickFormula("TREND");
+    EXPECT_EQ(main(), ordinary);
+    EXPECT_TRUE(sub(0)->findIndex("TREND"));
+    EXPECT_TRUE(requested().contains("REALTIME.lua"));
+    edit();
+    apply("TREND");
+    EXPECT_EQ(main(), ordinary);
+    edit();
+    mMain->createIndexWidget("key", 0, "TREND");
+    EXPECT_EQ(main(), ordinary);
+}
+
 TEST_F(MainWidgetFormulas, PaneFormulaMakesThePaneItNeeds) {
     doubleClickFormula("KDJ");
     ASSERT_EQ(ids().size(), 1);

@@ -41,6 +41,7 @@ protected:
     int cycles() const { return dialog()->*peek(tests::PeekCycleCount()); }
     QStringList values() const { return dialog()->*peek(tests::PeekValues()); }
     QTime shownTime(int edit) const { return dialog()->findChildren<QTimeEdit *>().value(edit)->time(); }
+    const RegionLines &lines() const { return graph(pane())->*peek(tests::Peek_mRegionLines()); }
     bool hasLines(const CRealtimeWidget *of, int daysBack = 0) const {
         return (graph(of, daysBack)->*peek(tests::Peek_mRegionLines())).isVisible();
     }
@@ -149,10 +150,10 @@ TEST_F(MainWidgetRegion, EditsOfTheDialogMoveTheLines) {
     mark();
     dialog()->findChildren<QTimeEdit *>().value(0)->setTime(QTime(9, 45));
     EXPECT_EQ(cycles(), 6) << "09:45 to 09:50";
-    EXPECT_EQ((graph(pane())->*peek(tests::Peek_mRegionLines())).left(), mUi->getXAxisByIndex(15));
+    EXPECT_EQ(lines().span().left(DayAxis::of(*mUi)), mUi->getXAxisByIndex(15));
     dialog()->findChildren<QTimeEdit *>().value(1)->setTime(QTime(10, 0));
     EXPECT_EQ(cycles(), 16);
-    EXPECT_EQ((graph(pane())->*peek(tests::Peek_mRegionLines())).right(), mUi->getXAxisByIndex(30));
+    EXPECT_EQ(lines().span().right(DayAxis::of(*mUi)), mUi->getXAxisByIndex(30));
 }
 
 // What ends a stretch
