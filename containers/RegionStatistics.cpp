@@ -71,7 +71,7 @@ void RegionStatistics::select(const QDateTime &moment) {
 
 void RegionStatistics::moveBound(ERegionBound bound, const RegionBoundTime &time) {
     if (bound == eReplayTime) {
-        if (mDialog) {
+        if (mDialog && mDialog->isVisible()) { // one that was closed stays so
             mDialog->followTime(time);
         }
         return;

@@ -261,6 +261,19 @@ TEST_F(MainWidgetRegion, EndFollowsTheReplayWhenTheUserWantsItTo) {
     EXPECT_EQ(shownTime(1), QTime(10, 0));
 }
 
+TEST_F(MainWidgetRegion, ReplayOpensNoDialogThatTheUserHasClosed) {
+    showView();
+    fill();
+    mMain->beReplay(true);
+    select(10, 20);
+    dialog()->findChild<GZ::CCheckBox *>()->setChecked(true);
+    QTest::keyClick(dialog(), Qt::Key_Escape);
+    QTime time(10, 0);
+    EXPECT_TRUE(event(3239, 2, 0, "", &time));
+    expectOver("a tick of the replay");
+    EXPECT_EQ(cycles(), 11);
+}
+
 TEST_F(MainWidgetRegion, ReplayTimeThatTheDataTellsWhileItDrawsIsHeardOfInTheNextTurn) {
     showView();
     fill(31); // to 10:00

@@ -3,8 +3,11 @@
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
 #include "host/windows/CAddSelfStockDialog.h"
+#include "host/windows/CWatchPlateWidget.h"
+#include "statistics/CRealtimeStatisticDialog.h"
 #include "terminal/app/QuoteListDialog.h"
 #include "terminal/app/ReplayPanel.h"
+#include "terminal/market/TransactionTape.h"
 #include "tests/integration/TerminalFixture.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -286,6 +289,24 @@ protected:
     ReplayPanel *panel() { return dialog<ReplayPanel>("replay_panel"); }
     qint64 replayMinute() { return (mServices->replay().replayTime() - timeOf(mToday, 0)) / 60000; }
 };
+
+TEST_F(ChartReplay, StatisticsOfARegionShowItsTransactions) {
+    showStock("SH600000");
+    chooseInRegion(QStringLiteral("时段统计"));
+    auto *statistics = mWindow->findChild<TC::CRealtimeStatisticDialog *>();
+    ASSERT_NE(statistics, nullptr);
+    EXPECT_TRUE(statistics->isVisible());
+    EXPECT_EQ(statistics->windowTitle(), QStringLiteral("浦发银行 时段统计"));
+    const auto *plate = statistics->findChild<TC::CWatchPlateWidget *>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return plate->rowCount() > 0; }, 10000));
+    const Ticks known =
+        TransactionTape(mServices->store(), mServices->exchange())
+            .between(QStringLiteral("SH600000"), timeOf(mToday, 585), timeOf(mToday, 600), 1000000);
+    ASSERT_EQ(static_cast<size_t>(plate->rowCount()), known.size());
+    EXPECT_GT(known.size(), 16u); // more than the bars
+    EXPECT_EQ(plate->rowTexts(0)[1], QString::number(known.front().price, 'f', 2));
+    EXPECT_EQ(plate->rowTexts(0)[0], marketDateTime(known.front().time).toString(QStringLiteral("hh:mm:ss")));
+}
 
 TEST_F(ChartReplay, ARegionIsPlayedAgainAndTheMarketComesBack) {
     showStock("SH600000");
