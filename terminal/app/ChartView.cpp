@@ -21,18 +21,8 @@
 namespace terminal {
 namespace {
 
-/// Events of a chart.
-enum EEvent : int {
-    eFormulaReplaced = 180,
-    eLastValueChanged = 3072,
-    eFilterChanged = 3262,
-    eDownloadAsked = 3265,
-    eReplayControlAsked = 3267,
-    eReplayAsked = 3268,
-};
 const QString kPortfolioMarket = QStringLiteral("TZZH");
 constexpr int kAccountsShown = 2; ///< bits of mLinkageFlags
-constexpr int kPutOn = 1; ///< of a formula over the chart
 constexpr int kSelectedDataShown = 4;
 
 bool isKnown(const QString &key) {
@@ -160,7 +150,7 @@ void ChartView::spreadReplacedFormula() {
     const QString attached = data()->getSubFormulas().value(0);
     for (const TC::CRealtimeGraphWidget *graph : main->getGraphWidgets()) {
         if (!attached.isEmpty() && !graph->findIndex(attached)) {
-            main->updateIndex(kPutOn, attached);
+            main->updateIndex(TC::ePutFormulaOn, attached);
             break;
         }
     }
@@ -199,7 +189,7 @@ int ChartView::formulaPanes() const {
 
 void ChartView::countPastPoints() {
     if (isPastDay()) {
-        uiParam()->mDataCount = pointCount();
+        uiParam()->setDataCount(pointCount());
     }
 }
 
@@ -240,22 +230,22 @@ boost::shared_ptr<TC::CRealtimeData> ChartView::data() const {
 
 bool ChartView::handleEvent(int event, int first, int second, QString text, void *payload) {
     switch (event) {
-    case eLastValueChanged:
+    case TC::eLastValueChanged:
         emit changed();
         return true;
-    case eFormulaReplaced:
+    case TC::eFormulaReplaced:
         spreadReplacedFormula();
         return true;
-    case eFilterChanged:
+    case TC::eFilterChanged:
         emit filterChanged(second != 0);
         return true;
-    case eDownloadAsked:
+    case TC::eInstrumentChartAsked:
         emit downloadAsked();
         return true;
-    case eReplayControlAsked:
+    case TC::eReplayControlAsked:
         emit replayControlAsked();
         return true;
-    case eReplayAsked:
+    case TC::eReplayRangeAsked:
         emit replayAsked(first, second);
         return true;
     case TC::eRegionQuotesAsked:

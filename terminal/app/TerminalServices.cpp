@@ -34,7 +34,7 @@ std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int da
     const MarketCalendar calendar = catalogue->calendar(instrument ? instrument->market : QStringLiteral("SH"));
     const QDate date = dateOf(day);
     const QDate held = calendar.eveningBefore(date);
-    const TradingSessions sessions = instrument ? instrument->sessions : compositeSessions(*catalogue, key);
+    const DaySessions sessions = instrument ? instrument->sessions : compositeSessions(*catalogue, key);
     return sessions.times(date, held.isNull() ? calendar.previous(date) : held);
 }
 

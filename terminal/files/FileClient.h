@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/services/CFileClient.h"
-#include "terminal/formula/DeliveryQueue.h"
+#include "terminal/threads/DeliveryQueue.h"
 
 #include <condition_variable>
 #include <deque>

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "host/services/CFormulaManager.h"
-#include "terminal/formula/DeliveryQueue.h"
 #include "terminal/formula/FormulaError.h"
 #include "terminal/formula/FormulaProgram.h"
 #include "terminal/formula/ScriptModel.h"
-#include "terminal/formula/Worker.h"
 #include "terminal/market/HistorySource.h"
 #include "terminal/market/MarketFeed.h"
-#include "terminal/market/Tick.h"
+#include "terminal/threads/DeliveryQueue.h"
+#include "terminal/threads/Worker.h"
 
 #include <QHash>
 #include <QThread>
@@ -54,11 +53,6 @@ public:
     /// first request.
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
-    /// Where the transactions of an instrument between two times come from, no more than a number of them; none without
-    /// it. On a thread of the service. To be called before the first request.
-    using TransactionSource = std::function<Ticks(const QString &key, qint64 start, qint64 end, qint64 limit)>;
-    void setTransactions(TransactionSource transactions) { mTransactions = std::move(transactions); }
-
     /// Where downloads come from; none without it. To be called before the first download; has to outlive the service.
     void setHistorySource(HistorySource *source);
     /// Who hears of every step of every download, with the numbers of suppleDataFromServer(); on the user-interface
@@ -80,8 +74,7 @@ public:
     /// The day bars of the instruments in the range, one record a trading day, the newest `mCount` of them.
     void fetchCacheData(se::RPCFetchCacheDataParam &param,
                         std::vector<std::shared_ptr<quoter::QuoterBase>> &records) override;
-    /// The transactions of the range for the data kind 1806, the minutes for any other; they come through the callback,
-    /// on the user-interface thread.
+    /// The minutes of the range; they come through the callback, on the user-interface thread.
     void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
                              TC::HistoryQuoteCallback onQuotes) override;
     /// The lines of a request's series that are not shown, as "name:value", at a point counted from 0. Empty when
@@ -135,8 +128,6 @@ private:
                                const PlacedBars &placed,
                                const std::function<void(const ScriptModelProgress &)> &onProgress);
     void deliver(const RequestPtr &request, std::function<void(const Callbacks &)> call);
-    std::vector<std::shared_ptr<quoter::QuoterBase>> minuteQuotes(const QString &key,
-                                                                  const quoter::TRegionInfo &region);
     MinuteBars barsOf(const TC::CFormulaParam &param, int day);
     std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day);
 
@@ -146,7 +137,6 @@ private:
     const DayPositions mPositions;
     ScriptModelSettings mModels;
     FormulaErrorSink mOnError;
-    TransactionSource mTransactions;
     HistorySource *mHistory = nullptr;
     std::atomic<int> mDownloadsStopped{0}; ///< counts the stops
     std::atomic<int> mDownloadsUnderWay{0};

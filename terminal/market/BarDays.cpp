@@ -10,7 +10,7 @@
 namespace terminal {
 namespace {
 
-using Place = TradingSessions::Place;
+using Place = DaySessions::Place;
 
 QString clockText(int minute) {
     return QStringLiteral("%1:%2")

@@ -2,9 +2,9 @@
 
 #include "terminal/market/BarFault.h"
 #include "terminal/market/BarRowParser.h"
+#include "terminal/market/DaySessions.h"
 #include "terminal/market/MarketCalendar.h"
 #include "terminal/market/MinuteBar.h"
-#include "terminal/market/TradingSessions.h"
 
 #include <QDate>
 #include <QMap>
@@ -16,7 +16,7 @@ namespace terminal {
 
 /// How the rows of one instrument are to be read.
 struct BarReading {
-    TradingSessions sessions;
+    DaySessions sessions;
     MarketCalendar calendar;
     bool labelAtStart = false;
     double volumeUnit = 1.0; ///< shares or contracts in one unit of the file's volume

@@ -47,7 +47,7 @@ private:
             QStringLiteral("SELECT id, market, code, name, initials, product, kind, price_tick, last_close, "
                            "float_shares, underlying_market, underlying_code, own_sessions, simulated "
                            "FROM instruments");
-        QMap<qint64, TradingSessions::Table> sessions;
+        QMap<qint64, DaySessions::Table> sessions;
         return eachRow(statement, [this](const QSqlQuery &row) { takeInstrument(row); }) &&
                eachRow(
                    QStringLiteral("SELECT instrument, type FROM instrument_types"),
@@ -73,10 +73,10 @@ private:
         mCatalogue.instruments[instrument.key()] = instrument;
     }
 
-    bool takeSessions(const QMap<qint64, TradingSessions::Table> &sessions) {
+    bool takeSessions(const QMap<qint64, DaySessions::Table> &sessions) {
         for (auto entry = sessions.begin(); entry != sessions.end(); ++entry) {
             Instrument *instrument = byId(entry.key());
-            instrument->sessions = TradingSessions(entry.value());
+            instrument->sessions = DaySessions(entry.value());
             if (instrument->sessions.hasNight()) {
                 mCatalogue.nightMarkets.insert(instrument->market);
             }

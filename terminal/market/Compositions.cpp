@@ -110,8 +110,8 @@ std::optional<std::vector<CompositeMember>> compositionOf(CMarketStore &store, c
     return std::nullopt;
 }
 
-TradingSessions compositeSessions(const Catalogue &catalogue, const QString &key) {
-    TradingSessions sessions = marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+DaySessions compositeSessions(const Catalogue &catalogue, const QString &key) {
+    DaySessions sessions = marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
     for (const PortfolioPosition &position : catalogue.portfolios.value(key).positions) {
         const Instrument *instrument = catalogue.find(position.key);
         if (instrument && instrument->kind == InstrumentKind::Future && !instrument->sessions.isEmpty()) {

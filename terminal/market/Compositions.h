@@ -2,7 +2,7 @@
 
 #include "terminal/market/CMarketStore.h"
 #include "terminal/market/CompositeBars.h"
-#include "terminal/market/TradingSessions.h"
+#include "terminal/market/DaySessions.h"
 
 #include <functional>
 #include <optional>
@@ -28,6 +28,6 @@ std::optional<std::vector<CompositeMember>> compositionOf(CMarketStore &store, c
 
 /// The sessions on whose positions a composite is drawn: those of its last futures position, otherwise those of
 /// mainland shares.
-TradingSessions compositeSessions(const Catalogue &catalogue, const QString &key);
+DaySessions compositeSessions(const Catalogue &catalogue, const QString &key);
 
 } // namespace terminal

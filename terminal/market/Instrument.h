@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/records/Enumerations.h"
-#include "terminal/market/TradingSessions.h"
+#include "terminal/market/DaySessions.h"
 
 #include <QString>
 #include <QVector>
@@ -33,7 +33,7 @@ struct Instrument {
     double floatShares = 0.0;
     QString underlyingMarket; ///< of what a bond converts to, a future delivers, or a fund tracks
     QString underlyingCode;
-    TradingSessions sessions;
+    DaySessions sessions;
     bool ownSessions = false; ///< the sessions are not those that the market has as a rule
     bool simulated = false; ///< the simulated exchange runs it
 

@@ -7,14 +7,14 @@
 namespace terminal {
 namespace {
 
-const TradingSessions::Table kStock{{570, 690}, {781, 900}};
-const TradingSessions::Table kStockAfterHours{{570, 690}, {781, 900}, {905, 930}};
-const TradingSessions::Table kLongAfternoon{{570, 690}, {781, 930}};
-const TradingSessions::Table kTreasury{{555, 690}, {781, 915}};
-const TradingSessions::Table kCommodity{{540, 615}, {631, 690}, {811, 900}};
-const TradingSessions::Table kCommodityAfterNight{{541, 615}, {631, 690}, {811, 900}};
-const TradingSessions::Table kHongKong{{570, 720}, {781, 970}};
-const TradingSessions::Table kOverseas{{540, 955}, {1001, 1440}, {1, 120}};
+const DaySessions::Table kStock{{570, 690}, {781, 900}};
+const DaySessions::Table kStockAfterHours{{570, 690}, {781, 900}, {905, 930}};
+const DaySessions::Table kLongAfternoon{{570, 690}, {781, 930}};
+const DaySessions::Table kTreasury{{555, 690}, {781, 915}};
+const DaySessions::Table kCommodity{{540, 615}, {631, 690}, {811, 900}};
+const DaySessions::Table kCommodityAfterNight{{541, 615}, {631, 690}, {811, 900}};
+const DaySessions::Table kHongKong{{570, 720}, {781, 970}};
+const DaySessions::Table kOverseas{{540, 955}, {1001, 1440}, {1, 120}};
 
 const QStringList kCommodityMarkets{QStringLiteral("DF"),   QStringLiteral("DCE"), QStringLiteral("ZF"),
                                     QStringLiteral("CZCE"), QStringLiteral("SF"),  QStringLiteral("SHFE"),
@@ -49,11 +49,11 @@ QHash<QString, int> nightEnds() {
     return ends;
 }
 
-TradingSessions shareSessions(const QVector<int> &types) {
+DaySessions shareSessions(const QVector<int> &types) {
     if (types.contains(277) || types.contains(10006)) {
-        return TradingSessions(kStockAfterHours);
+        return DaySessions(kStockAfterHours);
     }
-    return TradingSessions(types.contains(126) || types.contains(100017) ? kLongAfternoon : kStock);
+    return DaySessions(types.contains(126) || types.contains(100017) ? kLongAfternoon : kStock);
 }
 
 } // namespace
@@ -77,18 +77,18 @@ int nightEndOfProduct(const QString &product) {
     return ends.value(product, -1);
 }
 
-TradingSessions commoditySessions(int nightEnd) {
+DaySessions commoditySessions(int nightEnd) {
     if (nightEnd <= 0) {
-        return TradingSessions(kCommodity);
+        return DaySessions(kCommodity);
     }
-    TradingSessions::Table table{{1260, std::max(nightEnd, 1260)}};
+    DaySessions::Table table{{1260, std::max(nightEnd, 1260)}};
     if (nightEnd < 1260) { // past midnight
         table = {{1260, 1440}, {1, nightEnd}};
     }
-    return TradingSessions(table + kCommodityAfterNight);
+    return DaySessions(table + kCommodityAfterNight);
 }
 
-TradingSessions marketSessions(const SessionQuery &query) {
+DaySessions marketSessions(const SessionQuery &query) {
     const QString product = query.product.isEmpty() ? productOfCode(query.code) : query.product;
     if (query.market == QLatin1String("SH") || query.market == QLatin1String("SZ")) {
         return shareSessions(query.types);
@@ -96,16 +96,16 @@ TradingSessions marketSessions(const SessionQuery &query) {
     if (kFinancialMarkets.contains(query.market)) {
         const bool treasury =
             QStringList{QStringLiteral("TS"), QStringLiteral("TF"), QStringLiteral("T")}.contains(product);
-        return TradingSessions(treasury ? kTreasury : kStock);
+        return DaySessions(treasury ? kTreasury : kStock);
     }
     if (kCommodityMarkets.contains(query.market)) {
         return commoditySessions(nightEndOfProduct(product));
     }
     if (kHongKongMarkets.contains(query.market)) {
-        return TradingSessions(kHongKong);
+        return DaySessions(kHongKong);
     }
     const bool overseas = query.market == QLatin1String("YSWP") && query.code != QLatin1String("CNINDEX");
-    return TradingSessions(overseas ? kOverseas : kStock);
+    return DaySessions(overseas ? kOverseas : kStock);
 }
 
 } // namespace terminal

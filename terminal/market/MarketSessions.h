@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/market/TradingSessions.h"
+#include "terminal/market/DaySessions.h"
 
 #include <QString>
 #include <QStringList>
@@ -27,10 +27,10 @@ QString productOfCode(const QString &code);
 /// product.
 int nightEndOfProduct(const QString &product);
 /// Sessions of a commodity future whose night ends at that minute; 0 for none.
-TradingSessions commoditySessions(int nightEnd);
+DaySessions commoditySessions(int nightEnd);
 
 /// Sessions of an instrument as its market trades it, after-hours trading included. A future of an unknown product has
 /// no night session.
-TradingSessions marketSessions(const SessionQuery &query);
+DaySessions marketSessions(const SessionQuery &query);
 
 } // namespace terminal

@@ -115,7 +115,7 @@ qint64 MarketWriter::putInstrument(const Instrument &instrument) {
     for (int type : instrument.types) {
         runText(QStringLiteral("INSERT INTO instrument_types VALUES (?, ?)"), {row, type});
     }
-    const TradingSessions::Table &table = instrument.sessions.table();
+    const DaySessions::Table &table = instrument.sessions.table();
     for (int i = 0; i < table.size(); ++i) {
         runText(QStringLiteral("INSERT INTO sessions VALUES (?, ?, ?, ?)"),
                 {row, i, table[i].first, table[i].second});

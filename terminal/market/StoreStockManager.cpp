@@ -117,9 +117,9 @@ QPair<qint64, qint64> StoreStockManager::getStartEndTime(const TC::CInstrumentDe
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = catalogue->find(TC::getDetailQsKey(detail));
     const QDate day = dateOf(date);
-    const TradingSessions sessions = instrument && !instrument->sessions.isEmpty()
-                                         ? instrument->sessions
-                                         : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+    const DaySessions sessions = instrument && !instrument->sessions.isEmpty()
+                                     ? instrument->sessions
+                                     : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
     const QString market = instrument ? instrument->market : TC::getDetailQsMarket(detail);
     const QDate evening = sessions.hasNight() ? catalogue->calendar(market).eveningBefore(day) : QDate();
     const qint64 start = evening.isNull() ? timeOf(day, 0) : timeOf(evening, sessions.table().first().first);

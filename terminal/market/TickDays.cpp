@@ -7,7 +7,7 @@
 namespace terminal {
 namespace {
 
-using Place = TradingSessions::Place;
+using Place = DaySessions::Place;
 
 constexpr int kMinute = 60000; ///< milliseconds
 constexpr int kTold = 4; ///< minutes after a close in which its trades are still told
@@ -45,7 +45,7 @@ private:
 /// Follows the rows of an instrument through its trading days.
 class TickPlacer {
 public:
-    TickPlacer(ImportKind kind, const TradingSessions &sessions, std::vector<PlacedTick> &ticks)
+    TickPlacer(ImportKind kind, const DaySessions &sessions, std::vector<PlacedTick> &ticks)
         : mSnapshots(kind == ImportKind::Snapshots), mSessions(sessions), mTicks(ticks) {}
 
     BarFault take(const TickRow &row) {
@@ -109,7 +109,7 @@ private:
     }
 
     const bool mSnapshots;
-    const TradingSessions &mSessions;
+    const DaySessions &mSessions;
     std::vector<PlacedTick> &mTicks;
     SnapshotDiffer mDiffer;
     // Of the last row:
@@ -124,12 +124,12 @@ private:
 
 } // namespace
 
-std::optional<int> minuteOfTick(const TradingSessions &sessions, int milliseconds) {
+std::optional<int> minuteOfTick(const DaySessions &sessions, int milliseconds) {
     const int minute = (milliseconds + kMinute - 1) / kMinute;
     if (sessions.placeOf(minute)) {
         return minute;
     }
-    const TradingSessions::Table &table = sessions.table();
+    const DaySessions::Table &table = sessions.table();
     for (const QPair<int, int> &session : table) {
         if (minute > session.second && minute - session.second <= kTold) {
             return session.second;
@@ -144,7 +144,7 @@ std::optional<int> minuteOfTick(const TradingSessions &sessions, int millisecond
     return std::nullopt;
 }
 
-BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const TradingSessions &sessions,
+BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DaySessions &sessions,
                     std::vector<PlacedTick> &ticks) {
     const auto isEarlier = [](const TickRow &a, const TickRow &b) {
         return a.time.date != b.time.date ? a.time.date < b.time.date : a.time.clock < b.time.clock;

@@ -27,12 +27,12 @@ struct PlacedTick {
 /// or after it. What comes before the opening counts for the first minute of the day, what is matched at a close and
 /// told some minutes after it for the last minute of its session, and the very moment of a reopening for the first
 /// minute. Nothing when the market does not trade then. `milliseconds` are those since midnight.
-std::optional<int> minuteOfTick(const TradingSessions &sessions, int milliseconds);
+std::optional<int> minuteOfTick(const DaySessions &sessions, int milliseconds);
 
 /// The trades of rows: each row by itself, or what the volume of the day has grown by from snapshot to snapshot. Sorts
 /// the rows by time, equal times in the order of the file. Volumes and amounts stay in the units of the file. A fault
 /// for a trade outside the sessions, and for a day's volume that falls.
-BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const TradingSessions &sessions,
+BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DaySessions &sessions,
                     std::vector<PlacedTick> &ticks);
 
 /// The minutes of ticks in the order of time. The line of a minute is that of its first tick.

@@ -10,8 +10,8 @@ import tree
 
 RANKS = {"host": 0, "viewmodel": 1, "chartdata": 2, "chartview": 3, "linkage": 3, "statistics": 3,
          "containers": 4, "terminal": 5}
-# Folders of the terminal: each includes its own and those before it.
-TERMINAL = ("config", "market", "formula", "trade", "files", "replay", "app")
+# Folders of the terminal: each includes its own and those of lower ranks.
+TERMINAL = {"threads": 0, "files": 1, "config": 1, "market": 1, "formula": 2, "trade": 2, "replay": 3, "app": 4}
 TOOLKIT = "toolkit"
 # Whoever takes the library may include all of it; nothing of the product includes these.
 OUTER = {"tests", "bench"}
@@ -31,7 +31,8 @@ def is_allowed(source, header):
 
 
 def is_below_in_terminal(here, there):
-    return here in TERMINAL and there in TERMINAL and TERMINAL.index(there) <= TERMINAL.index(here)
+    known = here in TERMINAL and there in TERMINAL
+    return known and (here == there or TERMINAL[there] < TERMINAL[here])
 
 
 def complaints_of(root, source, text):
@@ -95,6 +96,9 @@ PLANTED = [
     ("terminal/market/Store.h", '#include "host/records/A.h"\n', []),
     ("terminal/market/Up.cpp", '#include "terminal/app/App.h"\n#include "terminal/formula/Service.h"\n', [1, 2]),
     ("terminal/formula/Service.h", '#include "terminal/market/Store.h"\n', []),
+    ("terminal/threads/Worker.h", '#include "terminal/market/Store.h"\n', [1]),
+    ("terminal/trade/Beside.h", '#include "terminal/market/Store.h"\n#include "terminal/formula/Service.h"\n', [2]),
+    ("terminal/replay/Replay.h", '#include "terminal/threads/Worker.h"\n#include "terminal/formula/Service.h"\n', []),
     ("terminal/unknown/Place.cpp", '#include "terminal/market/Store.h"\n', [1]),
 ]
 

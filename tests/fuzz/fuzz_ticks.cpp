@@ -19,7 +19,7 @@ void check(bool holds) {
 }
 
 /// What always holds between ticks, their minutes and their days.
-void follow(std::vector<TickRow> rows, ImportKind kind, const TradingSessions &sessions) {
+void follow(std::vector<TickRow> rows, ImportKind kind, const DaySessions &sessions) {
     std::vector<PlacedTick> ticks;
     if (!placeTicks(rows, kind, sessions, ticks).isNone()) {
         return;
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     rows.erase(std::remove_if(rows.begin(), rows.end(),
                               [&parser](TickRow &row) { return !parser.finish(row).isEmpty(); }),
                rows.end());
-    follow(rows, columns.kind, TradingSessions({{570, 690}, {781, 900}}));
-    follow(rows, columns.kind, TradingSessions({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}}));
+    follow(rows, columns.kind, DaySessions({{570, 690}, {781, 900}}));
+    follow(rows, columns.kind, DaySessions({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}}));
     return 0;
 }

@@ -52,7 +52,7 @@ Instrument gold() {
     instrument.lastClose = 782.46;
     instrument.underlyingMarket = QStringLiteral("X");
     instrument.underlyingCode = QStringLiteral("GOLD");
-    instrument.sessions = TradingSessions({{1260, 1440}, {1, 150}, {541, 615}});
+    instrument.sessions = DaySessions({{1260, 1440}, {1, 150}, {541, 615}});
     return instrument;
 }
 

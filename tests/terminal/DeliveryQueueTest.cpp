@@ -1,4 +1,4 @@
-#include "terminal/formula/DeliveryQueue.h"
+#include "terminal/threads/DeliveryQueue.h"
 
 #include <QCoreApplication>
 #include <QTest>

@@ -141,7 +141,7 @@ TEST_F(MarketServicesTest, OnlySessionsThatDifferFromTheMarketsAreTold) {
     }
     EXPECT_TRUE(times().getTradeTime(QStringLiteral("SHFE"), QStringLiteral("RB2701"), sessions, count));
     EXPECT_EQ(count, 346);
-    EXPECT_EQ(sessions, (TradingSessions::Table{{1260, 1380}, {541, 615}, {631, 690}, {811, 900}}));
+    EXPECT_EQ(sessions, (DaySessions::Table{{1260, 1380}, {541, 615}, {631, 690}, {811, 900}}));
     EXPECT_TRUE(times().hasNightQuoter(QStringLiteral("SHFE"), QStringLiteral("AU2612")));
     EXPECT_TRUE(times().hasNightQuoter(QStringLiteral("SHFE"), QStringLiteral("RB2701")));
     EXPECT_FALSE(times().hasNightQuoter(QStringLiteral("CZCE"), QStringLiteral("SM701")));

@@ -315,10 +315,10 @@ TEST(TickColumns, TheHeadingsTellTheKind) {
 }
 
 TEST(TickDays, AMomentCountsForTheMinuteOfItsSession) {
-    const auto minute = [](const TradingSessions &sessions, int hour, int min, int second) {
+    const auto minute = [](const DaySessions &sessions, int hour, int min, int second) {
         return minuteOfTick(sessions, ((hour * 60 + min) * 60 + second) * 1000).value_or(-1);
     };
-    const TradingSessions gold({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}});
+    const DaySessions gold({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}});
     EXPECT_EQ(minute(gold, 20, 59, 0), 1260);
     EXPECT_EQ(minute(gold, 21, 0, 0), 1260);
     EXPECT_EQ(minute(gold, 21, 0, 1), 1261);
@@ -329,7 +329,7 @@ TEST(TickDays, AMomentCountsForTheMinuteOfItsSession) {
     EXPECT_EQ(minute(gold, 10, 15, 30), 615);
     EXPECT_EQ(minute(gold, 10, 30, 0), 631);
     EXPECT_EQ(minute(gold, 12, 0, 0), -1);
-    const TradingSessions growth({{570, 690}, {781, 900}, {905, 930}});
+    const DaySessions growth({{570, 690}, {781, 900}, {905, 930}});
     EXPECT_EQ(minute(growth, 8, 29, 0), -1);
     EXPECT_EQ(minute(growth, 8, 30, 0), 570);
     EXPECT_EQ(minute(growth, 15, 3, 0), 900);

@@ -1,4 +1,4 @@
-#include "terminal/formula/Worker.h"
+#include "terminal/threads/Worker.h"
 
 #include <gtest/gtest.h>
 

@@ -13,15 +13,15 @@ namespace terminal {
 /// minute since midnight, both of them positions. 1440 is 24:00. A night session stands in front, as in
 /// (1260, 1440), (1, 150), (541, 615): it is traded on the evening before the trading day, and past midnight on the
 /// calendar day after that evening, which before a Monday is a Saturday.
-class TradingSessions {
+class DaySessions {
 public:
     using Table = QVector<QPair<int, int>>;
 
     /// Calendar day on which a session is traded.
     enum class Place { EveningBefore, MorningAfterEvening, OnDay, DayAfter };
 
-    TradingSessions() = default;
-    explicit TradingSessions(const Table &table);
+    DaySessions() = default;
+    explicit DaySessions(const Table &table);
 
     const Table &table() const { return mTable; }
     bool isEmpty() const { return mTable.isEmpty(); }
@@ -42,7 +42,7 @@ private:
     QVector<Place> mPlaces;
 };
 
-inline bool operator==(const TradingSessions &a, const TradingSessions &b) {
+inline bool operator==(const DaySessions &a, const DaySessions &b) {
     return a.table() == b.table();
 }
 

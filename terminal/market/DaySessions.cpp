@@ -1,4 +1,4 @@
-#include "terminal/market/TradingSessions.h"
+#include "terminal/market/DaySessions.h"
 
 #include "terminal/market/MarketDate.h"
 
@@ -8,15 +8,15 @@ namespace {
 constexpr int kNightLine = 960; ///< 16:00: a day that starts later starts on the evening before
 constexpr int kEarlyMorning = 300; ///< 05:00: a session that starts earlier is a night's second half
 
-QDate dateOfPlace(TradingSessions::Place place, const QDate &day, const QDate &evening) {
+QDate dateOfPlace(DaySessions::Place place, const QDate &day, const QDate &evening) {
     switch (place) {
-    case TradingSessions::Place::EveningBefore:
+    case DaySessions::Place::EveningBefore:
         return evening;
-    case TradingSessions::Place::MorningAfterEvening:
+    case DaySessions::Place::MorningAfterEvening:
         return evening.isNull() ? QDate() : evening.addDays(1);
-    case TradingSessions::Place::OnDay:
+    case DaySessions::Place::OnDay:
         return day;
-    case TradingSessions::Place::DayAfter:
+    case DaySessions::Place::DayAfter:
         return day.addDays(1);
     }
     return {};
@@ -24,7 +24,7 @@ QDate dateOfPlace(TradingSessions::Place place, const QDate &day, const QDate &e
 
 } // namespace
 
-TradingSessions::TradingSessions(const Table &table) : mTable(table) {
+DaySessions::DaySessions(const Table &table) : mTable(table) {
     const bool night = !table.isEmpty() && table.first().first >= kNightLine;
     Place place = night ? Place::EveningBefore : Place::OnDay;
     int last = 0;
@@ -43,7 +43,7 @@ TradingSessions::TradingSessions(const Table &table) : mTable(table) {
     }
 }
 
-int TradingSessions::count() const {
+int DaySessions::count() const {
     int positions = 0;
     for (const QPair<int, int> &session : mTable) {
         positions += session.second - session.first + 1;
@@ -51,11 +51,11 @@ int TradingSessions::count() const {
     return positions;
 }
 
-bool TradingSessions::hasNight() const {
+bool DaySessions::hasNight() const {
     return !mPlaces.isEmpty() && mPlaces.first() == Place::EveningBefore;
 }
 
-std::optional<TradingSessions::Place> TradingSessions::placeOf(int minute) const {
+std::optional<DaySessions::Place> DaySessions::placeOf(int minute) const {
     const int wanted = minute == 0 ? 1440 : minute;
     for (int i = 0; i < mTable.size(); ++i) {
         if (wanted >= mTable[i].first && wanted <= mTable[i].second) {
@@ -65,7 +65,7 @@ std::optional<TradingSessions::Place> TradingSessions::placeOf(int minute) const
     return std::nullopt;
 }
 
-std::vector<qint64> TradingSessions::times(const QDate &day, const QDate &evening) const {
+std::vector<qint64> DaySessions::times(const QDate &day, const QDate &evening) const {
     std::vector<qint64> result;
     result.reserve(static_cast<size_t>(count()));
     for (int i = 0; i < mTable.size(); ++i) {
@@ -77,7 +77,7 @@ std::vector<qint64> TradingSessions::times(const QDate &day, const QDate &evenin
     return result;
 }
 
-qint64 TradingSessions::endTime(const QDate &day, const QDate &evening) const {
+qint64 DaySessions::endTime(const QDate &day, const QDate &evening) const {
     const QDate date = mTable.isEmpty() ? QDate() : dateOfPlace(mPlaces.last(), day, evening);
     return date.isNull() ? timeOf(day, 0) : timeOf(date, mTable.last().second);
 }

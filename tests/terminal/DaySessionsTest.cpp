@@ -1,24 +1,24 @@
-#include "terminal/market/TradingSessions.h"
+#include "terminal/market/DaySessions.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
 
 #include <gtest/gtest.h>
 
 using namespace terminal;
-using Place = TradingSessions::Place;
+using Place = DaySessions::Place;
 
 namespace {
 
-const TradingSessions kGold({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}});
-const TradingSessions kSteel({{1260, 1380}, {541, 615}, {631, 690}, {811, 900}});
-const TradingSessions kOverseas({{540, 955}, {1001, 1440}, {1, 120}});
+const DaySessions kGold({{1260, 1440}, {1, 150}, {541, 615}, {631, 690}, {811, 900}});
+const DaySessions kSteel({{1260, 1380}, {541, 615}, {631, 690}, {811, 900}});
+const DaySessions kOverseas({{540, 955}, {1001, 1440}, {1, 120}});
 
 /// Milliseconds of a clock time at UTC+8, by another road than the code under test.
 qint64 utc8(int year, int month, int day, int hour, int minute) {
     return QDateTime(QDate(year, month, day), QTime(hour, minute), Qt::UTC).toMSecsSinceEpoch() - 8 * 3600000LL;
 }
 
-TradingSessions sessions(const char *market, const char *code, const QVector<int> &types = {}) {
+DaySessions sessions(const char *market, const char *code, const QVector<int> &types = {}) {
     return marketSessions({QString::fromLatin1(market), QString::fromLatin1(code), QString(), types});
 }
 
@@ -44,19 +44,19 @@ TEST(MarketDate, TimesAreThoseOfTheExchangeInAnyZoneOfTheProcess) {
               QStringLiteral("2024-03-15 09:30"));
 }
 
-TEST(TradingSessions, CountsBothEndsOfEverySession) {
-    EXPECT_EQ(TradingSessions({{570, 690}, {781, 900}}).count(), 241);
+TEST(DaySessions, CountsBothEndsOfEverySession) {
+    EXPECT_EQ(DaySessions({{570, 690}, {781, 900}}).count(), 241);
     EXPECT_EQ(kGold.count(), 556);
     EXPECT_EQ(kSteel.count(), 346);
     EXPECT_EQ(kOverseas.count(), 976);
-    EXPECT_EQ(TradingSessions().count(), 0);
+    EXPECT_EQ(DaySessions().count(), 0);
 }
 
-TEST(TradingSessions, ANightStandsInFrontOfItsDay) {
+TEST(DaySessions, ANightStandsInFrontOfItsDay) {
     EXPECT_TRUE(kGold.hasNight());
     EXPECT_TRUE(kSteel.hasNight());
     EXPECT_FALSE(kOverseas.hasNight());
-    EXPECT_FALSE(TradingSessions().hasNight());
+    EXPECT_FALSE(DaySessions().hasNight());
     EXPECT_EQ(kGold.placeOf(1260), Place::EveningBefore);
     EXPECT_EQ(kGold.placeOf(1), Place::MorningAfterEvening);
     EXPECT_EQ(kGold.placeOf(541), Place::OnDay);
@@ -67,19 +67,19 @@ TEST(TradingSessions, ANightStandsInFrontOfItsDay) {
     EXPECT_EQ(kOverseas.placeOf(120), Place::DayAfter);
 }
 
-TEST(TradingSessions, MidnightEndsTheEvening) {
+TEST(DaySessions, MidnightEndsTheEvening) {
     EXPECT_EQ(kGold.placeOf(0), Place::EveningBefore);
     EXPECT_FALSE(kSteel.placeOf(0).has_value());
 }
 
-TEST(TradingSessions, AMinuteInABreakHasNoPlace) {
+TEST(DaySessions, AMinuteInABreakHasNoPlace) {
     EXPECT_FALSE(kGold.placeOf(151).has_value());
     EXPECT_FALSE(kGold.placeOf(616).has_value());
     EXPECT_FALSE(kSteel.placeOf(1381).has_value());
     EXPECT_FALSE(kGold.placeOf(-5).has_value());
 }
 
-TEST(TradingSessions, MondaysNightIsFridayEveningAndSaturdayMorning) {
+TEST(DaySessions, MondaysNightIsFridayEveningAndSaturdayMorning) {
     const std::vector<qint64> times = kGold.times(QDate(2019, 7, 1), QDate(2019, 6, 28));
     ASSERT_EQ(times.size(), 556u);
     EXPECT_EQ(times[0], utc8(2019, 6, 28, 21, 0));
@@ -92,13 +92,13 @@ TEST(TradingSessions, MondaysNightIsFridayEveningAndSaturdayMorning) {
     EXPECT_EQ(kGold.endTime(QDate(2019, 7, 1), QDate(2019, 6, 28)), utc8(2019, 7, 1, 15, 0));
 }
 
-TEST(TradingSessions, WithoutAnEveningTheNightIsLeftOut) {
+TEST(DaySessions, WithoutAnEveningTheNightIsLeftOut) {
     const std::vector<qint64> times = kGold.times(QDate(2026, 10, 8), QDate());
     ASSERT_EQ(times.size(), 225u);
     EXPECT_EQ(times.front(), utc8(2026, 10, 8, 9, 1));
 }
 
-TEST(TradingSessions, AnOverseasDayEndsOnTheNextDate) {
+TEST(DaySessions, AnOverseasDayEndsOnTheNextDate) {
     const std::vector<qint64> times = kOverseas.times(QDate(2026, 11, 20), QDate());
     ASSERT_EQ(times.size(), 976u);
     EXPECT_EQ(times.back(), utc8(2026, 11, 21, 2, 0));
@@ -106,7 +106,7 @@ TEST(TradingSessions, AnOverseasDayEndsOnTheNextDate) {
 }
 
 TEST(MarketSessions, EveryMarketHasItsOwn) {
-    using Table = TradingSessions::Table;
+    using Table = DaySessions::Table;
     EXPECT_EQ(sessions("SH", "600000").table(), (Table{{570, 690}, {781, 900}}));
     EXPECT_EQ(sessions("SZ", "300750", {277, 10006}).table(), (Table{{570, 690}, {781, 900}, {905, 930}}));
     EXPECT_EQ(sessions("SH", "688001", {100017}).table(), (Table{{570, 690}, {781, 930}}));
