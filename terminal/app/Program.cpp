@@ -5,6 +5,7 @@
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
+#include "terminal/app/ProgressTeller.h"
 #include "terminal/app/Snapshot.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
@@ -12,10 +13,8 @@
 #include "terminal/market/MarketDate.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QFont>
-#include <QProgressDialog>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -26,7 +25,6 @@
 #include <cstring>
 #include <ctime>
 #include <langinfo.h>
-#include <unistd.h>
 
 namespace terminal {
 namespace {
@@ -80,55 +78,15 @@ void setUpLook() {
     QApplication::setFont(font);
 }
 
-/// Tells long work: in a dialog with a stop button, or on a terminal as a line that goes when the work is done.
-class ProgressTeller {
-public:
-    ProgressTeller(const QString &what, bool inDialog) : mWhat(what) {
-        mSince.start();
-        if (inDialog) {
-            mDialog = std::make_unique<QProgressDialog>(what, QObject::tr("停止"), 0, 100);
-            mDialog->setWindowTitle(QObject::tr("分时行情"));
-            mDialog->setMinimumDuration(0);
-            mDialog->setAutoReset(false);
-        }
-    }
-    ~ProgressTeller() {
-        if (mToldPercent >= 0) {
-            std::fputs("\r\033[K", stderr); // what follows has the line for itself
-        }
-    }
-    ProgressTeller(const ProgressTeller &) = delete;
-    ProgressTeller &operator=(const ProgressTeller &) = delete;
-
-    /// False when the user has stopped the work.
-    bool operator()(int done, int total) {
-        if (mSince.elapsed() < kPatience) {
-            return true;
-        }
-        const int percent = total > 0 ? static_cast<int>(100LL * done / total) : 0;
-        if (mDialog) {
-            mDialog->setValue(percent);
-            QApplication::processEvents();
-            return !mDialog->wasCanceled();
-        }
-        if (percent != mToldPercent && isatty(STDERR_FILENO)) {
-            mToldPercent = percent;
-            std::fprintf(stderr, "\r%s %d%%", mWhat.toUtf8().constData(), percent);
-        }
-        return true;
-    }
-
-private:
-    static constexpr int kPatience = 300; ///< milliseconds of work before anything is told
-
-    const QString mWhat;
-    QElapsedTimer mSince;
-    std::unique_ptr<QProgressDialog> mDialog;
-    int mToldPercent = -1;
+/// What the terminal starts with.
+struct StartView {
+    QString key; ///< of the instrument
+    QDate day; ///< null while it is not chosen
 };
 
-/// Imports the files of the command line; `key` becomes the instrument of the last one. Answers what went wrong.
-QString importFiles(TerminalServices &services, const CommandLineOptions &options, QString &key, QDate &day) {
+/// Imports the files of the command line; the start becomes the last instrument of the last one. Answers what went
+/// wrong.
+QString importFiles(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
     const ImportOptions choices{options.market, options.code, options.volumeInLots, options.labelAtStart, {}};
     for (const QString &path : options.imports) {
         ImportOutcome outcome;
@@ -142,8 +100,7 @@ QString importFiles(TerminalServices &services, const CommandLineOptions &option
             return outcome.error;
         }
         if (!outcome.instruments.isEmpty()) {
-            key = outcome.instruments.last().key;
-            day = dateOf(outcome.instruments.last().lastDay);
+            start = {outcome.instruments.last().key, dateOf(outcome.instruments.last().lastDay)};
             std::fprintf(stderr, "%s\n", importedText(outcome).toUtf8().constData());
         }
     }
@@ -174,9 +131,8 @@ QString noTradingDay(TerminalServices &services, const QString &key, const QDate
 }
 
 /// Writes the picture of a day; answers what went wrong.
-QString snapshot(TerminalServices &services, const CommandLineOptions &options, const QString &key,
-                 const QDate &day) {
-    const bool live = day == services.runningDayOf(key);
+QString snapshot(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+    const bool live = start.day == services.runningDayOf(start.key);
     while (!live && services.trade().recordPastDay()) { // a window shows them as they come
     }
     ChartView view;
@@ -185,84 +141,101 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     view.QWidget::show();
     view.showTrades(true);
     view.setFormulaPanes(1);
-    view.show(key, live ? QDate() : day);
+    view.show(start.key, live ? QDate() : start.day);
     if (!waitForChart(view)) {
-        return QStringLiteral("%1: no data arrived in time: try again").arg(key);
+        return QStringLiteral("%1: no data arrived in time: try again").arg(start.key);
     }
     return writePicture(view, options.snapshot);
 }
 
-int showWindow(TerminalServices &services, const CommandLineOptions &options, const QString &key,
-               const QDate &day) {
+int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
     TerminalWindow window(services);
     window.resize(options.size);
     window.show();
-    window.showInstrument(key, day);
+    window.showInstrument(start.key, start.day);
     return QApplication::exec();
 }
 
-int run(const CommandLineOptions &options) {
+TerminalSettings settingsOf(const CommandLineOptions &options) {
     TerminalSettings settings;
     settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
     settings.config = defaultConfigPath();
     settings.formulas = defaultFormulaFolder();
     settings.scripts = defaultScriptFolder();
+    settings.speed = options.speed.value_or(1.0);
+    return settings;
+}
+
+/// Opens the services; null, with the reason, when that fails.
+std::unique_ptr<TerminalServices> openServices(const CommandLineOptions &options, QString &error) {
+    const TerminalSettings settings = settingsOf(options);
     if (!copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), settings.scripts)) {
         qWarning("%s: the script models that come with the terminal could not be put there",
                  qPrintable(settings.scripts));
     }
-    settings.speed = options.speed.value_or(1.0);
+    ProgressTeller teller(QObject::tr("正在生成行情库"), options.snapshot.isEmpty());
+    return TerminalServices::open(settings, error, std::ref(teller));
+}
+
+/// The instrument to start with: that of the command line, of its imports, of the time before, or the first of all.
+QString chooseInstrument(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
+    if (!options.instrument.isEmpty()) {
+        start = {services.search().exact(options.instrument), QDate()};
+        return start.key.isEmpty() ? unknownInstrument(services, options.instrument) : QString();
+    }
+    if (start.key.isEmpty()) {
+        start.key = services.search().exact(services.config().value(QStringLiteral("instrument")));
+    }
+    if (start.key.isEmpty()) {
+        start.key = TC::getDetailQsKey(TC::CSingletonT<TC::CStockManager>::instance().getDefaultDetail());
+    }
+    return {};
+}
+
+/// The day to start with: that of the command line, of the import, the running one, or the newest stored one.
+QString chooseDay(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
+    const QVector<QDate> days = services.daysOf(start.key);
+    if (options.date.isValid()) {
+        start.day = options.date;
+        return days.contains(start.day) ? QString() : noTradingDay(services, start.key, start.day);
+    }
+    if (!start.day.isValid()) {
+        const QDate running = services.runningDayOf(start.key);
+        start.day = days.contains(running) ? running : days.value(0);
+    }
+    return {};
+}
+
+QString chooseTheme(TerminalServices &services, const CommandLineOptions &options) {
+    QString error;
+    const QString theme = options.theme.isEmpty()
+                              ? services.config().value(QStringLiteral("theme"), QStringLiteral("dark"))
+                              : options.theme;
+    return GZ::CUiResource::instance().setTheme(theme, &error) ? QString() : error;
+}
+
+int run(const CommandLineOptions &options) {
     QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);
     if (!error.isEmpty()) {
         return refuse(QStringLiteral("--snapshot ") + error);
     }
-    std::unique_ptr<TerminalServices> services;
-    {
-        ProgressTeller teller(QObject::tr("正在生成行情库"), options.snapshot.isEmpty());
-        services = TerminalServices::open(settings, error, std::ref(teller));
-    }
+    const std::unique_ptr<TerminalServices> services = openServices(options, error);
     if (!services) {
         return refuse(error);
     }
-    QString key;
-    QDate day;
-    error = importFiles(*services, options, key, day);
+    StartView start;
+    error = importFiles(*services, options, start);
+    for (const auto choose : {&chooseInstrument, &chooseDay}) {
+        error = error.isEmpty() ? choose(*services, options, start) : error;
+    }
+    error = error.isEmpty() ? chooseTheme(*services, options) : error;
     if (!error.isEmpty()) {
         return refuse(error);
     }
-    if (!options.instrument.isEmpty()) {
-        key = services->search().exact(options.instrument);
-        if (key.isEmpty()) {
-            return refuse(unknownInstrument(*services, options.instrument));
-        }
-        day = QDate();
-    } else if (key.isEmpty()) {
-        key = services->search().exact(services->config().value(QStringLiteral("instrument")));
-    }
-    if (key.isEmpty()) {
-        key = TC::getDetailQsKey(TC::CSingletonT<TC::CStockManager>::instance().getDefaultDetail());
-    }
-    const QVector<QDate> days = services->daysOf(key);
-    if (options.date.isValid()) {
-        day = options.date;
-        if (!days.contains(day)) {
-            return refuse(noTradingDay(*services, key, day));
-        }
-    }
-    if (!day.isValid()) {
-        const QDate running = services->runningDayOf(key);
-        day = days.contains(running) ? running : days.value(0);
-    }
-    const QString theme = options.theme.isEmpty()
-                              ? services->config().value(QStringLiteral("theme"), QStringLiteral("dark"))
-                              : options.theme;
-    if (!GZ::CUiResource::instance().setTheme(theme, &error)) {
-        return refuse(error);
-    }
     if (options.snapshot.isEmpty()) {
-        return showWindow(*services, options, key, day);
+        return showWindow(*services, options, start);
     }
-    error = snapshot(*services, options, key, day);
+    error = snapshot(*services, options, start);
     return error.isEmpty() ? 0 : refuse(QStringLiteral("--snapshot ") + error);
 }
 

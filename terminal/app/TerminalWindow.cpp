@@ -1,28 +1,33 @@
 #include "terminal/app/TerminalWindow.h"
 
-#include "host/windows/CFormulaEditorManager.h"
-#include "host/windows/CModifyModelParamDialog.h"
+#include "containers/CRealtimeMainWidget.h"
+#include "host/windows/CSmartKeyboardDialog.h"
 #include "terminal/app/ChartView.h"
+#include "terminal/app/ControlRow.h"
+#include "terminal/app/DownloadTeller.h"
+#include "terminal/app/FormulaDesk.h"
+#include "terminal/app/FormulaExport.h"
 #include "terminal/app/FormulaPanel.h"
 #include "terminal/app/ImportDialog.h"
 #include "terminal/app/MessagePanel.h"
-#include "terminal/market/MarketDate.h"
+#include "terminal/app/QuoteLists.h"
+#include "terminal/app/ReplayControl.h"
+#include "terminal/app/StatusLine.h"
+#include "terminal/app/StretchWindows.h"
+#include "terminal/app/TradeDetailsMemory.h"
+#include "terminal/app/WindowColors.h"
+#include "viewmodel/CRealtimeUiParam.h"
 
-#include <QComboBox>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QSignalBlocker>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace terminal {
 namespace {
 
-constexpr int kControlsHeight = 34; ///< pixels
-constexpr int kStatusHeight = 26;
 constexpr int kNearest = 3; ///< instruments named for an unknown one
+constexpr int kMostPanes = 5;
 const QString kInstrumentField = QStringLiteral("instrument");
 const QString kThemeField = QStringLiteral("theme");
 const QString kTradesField = QStringLiteral("trades");
@@ -30,7 +35,6 @@ const QString kPanesField = QStringLiteral("panes");
 const QString kYes = QStringLiteral("yes");
 const QString kNo = QStringLiteral("no");
 const QString kDefaultPanes = QStringLiteral("1");
-constexpr int kMostPanes = 5;
 
 QString shownDate(const QDate &date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
@@ -40,32 +44,21 @@ QString shownDate(const QDate &date) {
 
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     : QWidget(parent), mServices(services), mView(new ChartView(this)), mFormulas(new FormulaPanel(this)),
-      mMessages(new MessagePanel(services.messages(), this)) {
+      mMessages(new MessagePanel(services.messages(), this)), mControls(new ControlRow(this)),
+      mStatus(new StatusLine(this)), mLists(new QuoteLists(services, *mView, this)),
+      mDownloads(new DownloadTeller(services, *mView, this)),
+      mReplay(new ReplayControl(services.replay(), *mView, this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
-    auto *controls = new QWidget(this);
-    auto *status = new QWidget(this);
-    buildControls(controls);
-    buildStatus(status);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(controls);
-    auto *middle = new QHBoxLayout;
-    middle->setSpacing(0);
-    middle->addWidget(mView, 1);
-    middle->addWidget(mFormulas);
-    column->addLayout(middle, 1);
-    column->addWidget(mMessages);
-    column->addWidget(status);
+    layOut();
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
     connectControls();
-    connectFormulas();
-    connectMenu();
+    connectChart();
     applyTheme();
     refreshSearch();
-    restoreTradeDetails();
+    mTradeDetails = std::make_unique<TradeDetailsMemory>(mServices.config(), *mView->main());
+    setPace(mServices.clock().pace());
     setFormulasShown(false);
     setTradesShown(mServices.config().value(kTradesField, kYes) == kYes);
     setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
@@ -75,11 +68,80 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
 }
 
 TerminalWindow::~TerminalWindow() {
-    keepTradeDetails();
-    mServices.formulas().setDownloadListener({});
-    mServices.selfStocks().setChangeListener({});
-    TC::CModifyModelParamDialog::setChangedFunction({});
-    TC::CFormulaEditorManager::setApplyFunction({});
+    mTradeDetails->keep();
+}
+
+void TerminalWindow::layOut() {
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(mControls);
+    auto *middle = new QHBoxLayout;
+    middle->setSpacing(0);
+    middle->addWidget(mView, 1);
+    middle->addWidget(mFormulas);
+    column->addLayout(middle, 1);
+    column->addWidget(mMessages);
+    column->addWidget(mStatus);
+}
+
+void TerminalWindow::connectControls() {
+    connect(mControls, &ControlRow::keyboardAsked, this, [this] { openSmartKeyboard(); });
+    connect(mControls, &ControlRow::dayChosen, this,
+            [this](const QDate &day) { showInstrument(mView->instrument(), day); });
+    connect(mControls, &ControlRow::panesChosen, this, [this](int count) {
+        setFormulaPanes(count);
+        mView->setFocus();
+    });
+    connect(mControls, &ControlRow::tradesToggled, this, &TerminalWindow::setTradesShown);
+    connect(mControls, &ControlRow::tradeDetailsAsked, this, &TerminalWindow::openTradeDetails);
+    connect(mControls, &ControlRow::formulasToggled, this, &TerminalWindow::setFormulasShown);
+    connect(mControls, &ControlRow::selfStocksAsked, this, &TerminalWindow::showSelfStocks);
+    connect(mControls, &ControlRow::pauseToggled, this, &TerminalWindow::setPaused);
+    connect(mControls, &ControlRow::paceChosen, this, [this](double pace) {
+        setPace(pace);
+        mView->setFocus();
+    });
+    connect(mControls, &ControlRow::themeToggled, this, &TerminalWindow::toggleTheme);
+    connect(mControls, &ControlRow::importAsked, this, [this] { openImport(); });
+    connect(mControls, &ControlRow::downloadAsked, mDownloads, &DownloadTeller::startOrStop);
+    connect(mDownloads, &DownloadTeller::told, this, &TerminalWindow::say);
+    connect(mDownloads, &DownloadTeller::underWayChanged, this, [this](bool underWay) {
+        mControls->setDownloading(underWay);
+        if (!underWay) {
+            refreshDays();
+        }
+    });
+    connect(&mServices.files(), &TC::CFileClient::sigReadFinished, this,
+            [this](int /*seq*/, bool success, const QString &message) {
+                say(success ? tr("文件已读完") : message, !success);
+            });
+}
+
+/// What the chart and its menus ask for.
+void TerminalWindow::connectChart() {
+    const WindowRequests &requests = mServices.windowRequests();
+    connect(&requests, &WindowRequests::contrastAsked, mLists, &QuoteLists::showSectors);
+    connect(&requests, &WindowRequests::exportAsked, this, [this](const QString &formula) {
+        const ExportOutcome outcome = askFormulaExport(formula, this);
+        if (!outcome.text.isEmpty()) {
+            say(outcome.text, outcome.isError);
+        }
+    });
+    connect(mView, &ChartView::downloadAsked, mDownloads, &DownloadTeller::startOrStop);
+    connect(mView, &ChartView::replayAsked, mReplay, &ReplayControl::start);
+    connect(mView, &ChartView::replayControlAsked, mReplay, &ReplayControl::showPanel);
+    const auto *stretches = new StretchWindows(mServices, *mView, this);
+    connect(stretches, &StretchWindows::chosen, this,
+            [this](const QString &key, const QDate &day) { showInstrument(key, day); });
+    connect(mView, &ChartView::filterChanged, this, [this](bool on) {
+        say(on ? tr("已过滤重复股票，在同时显示多个品种的视图中生效") : tr("不再过滤重复股票"));
+    });
+    const auto *desk = new FormulaDesk(mServices, *mView, *mFormulas, *mMessages, this);
+    connect(desk, &FormulaDesk::catalogueChanged, this, &TerminalWindow::refreshSearch);
+    connect(mReplay, &ReplayControl::told, this, [this](const QString &text) { say(text); });
+    connect(mLists, &QuoteLists::chosen, this, [this](const QString &key) { showInstrument(key); });
+    connect(mLists, &QuoteLists::refused, this, [this](const QString &reason) { say(reason, true); });
 }
 
 /// Tells what went wrong with the configuration since the last time.
@@ -91,94 +153,8 @@ void TerminalWindow::tellMessages() {
             list({tr("配置"), 0, message});
         }
         mMessagesTold = messages.size();
-        say(messages.last(), true);
-        mErrorShown = false; // it stays when the next instrument is shown
+        mStatus->sayLasting(messages.last());
     }
-}
-
-void TerminalWindow::buildControls(QWidget *row) {
-    row->setFixedHeight(kControlsHeight);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(8, 2, 8, 2);
-    const auto button = [&](const QString &text, const char *name, bool checkable = false) {
-        auto *made = new QPushButton(text, row);
-        made->setObjectName(QLatin1String(name));
-        made->setCheckable(checkable);
-        made->setFocusPolicy(Qt::NoFocus); // the keys stay with the chart
-        layout->addWidget(made);
-        return made;
-    };
-    const auto box = [&](const char *name) {
-        auto *made = new QComboBox(row);
-        made->setObjectName(QLatin1String(name));
-        made->setFocusPolicy(Qt::ClickFocus);
-        layout->addWidget(made);
-        return made;
-    };
-    mInstrument = button({}, "instrument");
-    mInstrument->setMinimumWidth(180);
-    mDays = box("days");
-    mPanes = box("panes");
-    for (int panes = 0; panes <= kMostPanes; ++panes) {
-        mPanes->addItem(panes == 0 ? tr("无副图") : tr("%1 个副图").arg(panes), panes);
-    }
-    mTrades = button(tr("交易"), "trades", true);
-    mTradeDetails = button(tr("交易详情"), "trade_details");
-    mFormulasShown = button(tr("指标"), "formulas", true);
-    connect(button(tr("自选"), "self_stocks"), &QPushButton::clicked, this, &TerminalWindow::showSelfStocks);
-    mPause = button(tr("暂停"), "pause", true);
-    mPace = box("pace");
-    for (const int pace : {1, 10, 60, 300, 600}) {
-        mPace->addItem(tr("%1 倍速").arg(pace), double(pace));
-    }
-    setPace(mServices.clock().pace());
-    mTheme = button({}, "theme");
-    mImport = button(tr("导入…"), "import");
-    mDownload = button(tr("下载数据"), "download");
-    layout->addStretch(1);
-}
-
-void TerminalWindow::connectControls() {
-    connect(mInstrument, &QPushButton::clicked, this, [this] { openSmartKeyboard(); });
-    connect(mDays, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int index) { showInstrument(mView->instrument(), mDays->itemData(index).toDate()); });
-    connect(mPanes, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
-        setFormulaPanes(mPanes->itemData(index).toInt());
-        mView->setFocus();
-    });
-    connect(mTrades, &QPushButton::toggled, this, &TerminalWindow::setTradesShown);
-    connect(mTradeDetails, &QPushButton::clicked, this, &TerminalWindow::openTradeDetails);
-    connect(mFormulasShown, &QPushButton::toggled, this, &TerminalWindow::setFormulasShown);
-    connect(mPause, &QPushButton::toggled, this, &TerminalWindow::setPaused);
-    connect(mPace, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
-        setPace(mPace->itemData(index).toDouble());
-        mView->setFocus();
-    });
-    connect(mTheme, &QPushButton::clicked, this, [this] {
-        const bool dark = GZ::CUiResource::instance().theme() == QLatin1String("dark");
-        setThemeName(dark ? QStringLiteral("light") : QStringLiteral("dark"));
-    });
-    connect(mImport, &QPushButton::clicked, this, [this] { openImport(); });
-    connect(mDownload, &QPushButton::clicked, this, &TerminalWindow::downloadHistory);
-    connect(&mServices.files(), &TC::CFileClient::sigReadFinished, this,
-            [this](int /*seq*/, bool success, const QString &message) {
-                say(success ? tr("文件已读完") : message, !success);
-            });
-    mServices.formulas().setDownloadListener(
-        [this](const QString &key, int done, int total) { onDownloaded(key, done, total); });
-}
-
-void TerminalWindow::buildStatus(QWidget *row) {
-    row->setFixedHeight(kStatusHeight);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(8, 0, 8, 0);
-    mStatus = new QLabel(row);
-    mStatus->setObjectName(QStringLiteral("status"));
-    mStatus->setTextFormat(Qt::PlainText);
-    mStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    mClock = new QLabel(row);
-    layout->addWidget(mStatus, 1);
-    layout->addWidget(mClock);
 }
 
 bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
@@ -194,39 +170,31 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     }
     // The running day is shown live; where the exchange does not run the instrument, its newest stored one.
     const bool live = known.contains(running) && (!day.isValid() || day == running);
-    endReplay();
+    mReplay->end();
     mServices.historyCache().clear();
     mView->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
     mRunningDay = running;
     mServices.config().setValue(kInstrumentField, key);
-    refreshTitle();
+    mControls->setInstrument(key + QLatin1Char(' ') + mServices.nameOf(key));
     refreshDays();
-    if (mErrorShown) {
-        say({});
-    }
+    mStatus->clearError();
     tellMessages();
     mView->setFocus();
     return true;
 }
 
-void TerminalWindow::refreshTitle() {
-    const QString key = mView->instrument();
-    mInstrument->setText(key + QLatin1Char(' ') + mServices.nameOf(key));
+QComboBox *TerminalWindow::days() const {
+    return mControls->days();
 }
 
 void TerminalWindow::refreshDays() {
-    const QSignalBlocker quiet(mDays);
-    mDays->clear();
-    for (const QDate &date : mServices.daysOf(mView->instrument())) {
-        mDays->addItem(date == mRunningDay ? tr("%1 当日").arg(shownDate(date)) : shownDate(date), date);
-    }
-    mDays->setCurrentIndex(mDays->findData(mView->day()));
+    mControls->setDays(mServices.daysOf(mView->instrument()), mRunningDay, mView->day());
 }
 
 void TerminalWindow::shiftDay(int days) {
-    const int index = mDays->currentIndex() - days; // the newest stands first
-    if (index >= 0 && index < mDays->count()) {
-        showInstrument(mView->instrument(), mDays->itemData(index).toDate());
+    const QDate day = mControls->dayAfterShown(days);
+    if (day.isValid()) {
+        showInstrument(mView->instrument(), day);
     }
 }
 
@@ -241,43 +209,50 @@ void TerminalWindow::setPaused(bool paused) {
     } else {
         mServices.clock().resume();
     }
-    const QSignalBlocker quiet(mPause);
-    mPause->setChecked(paused);
-    mPause->setText(paused ? tr("继续") : tr("暂停"));
-    colorButtons();
+    mControls->setPaused(paused);
 }
 
 void TerminalWindow::setPace(double pace) {
     mServices.clock().setPace(pace);
-    int index = mPace->findData(pace);
-    if (index < 0) {
-        mPace->addItem(tr("%1 倍速").arg(pace), pace);
-        index = mPace->count() - 1;
-    }
-    mPace->setCurrentIndex(index);
+    mControls->setPace(pace);
 }
 
 void TerminalWindow::setTradesShown(bool shown) {
     mView->showTrades(shown);
-    const QSignalBlocker quiet(mTrades);
-    mTrades->setChecked(shown);
-    colorButtons();
+    mControls->setTradesShown(shown);
     mServices.config().setValue(kTradesField, shown ? kYes : kNo);
+}
+
+void TerminalWindow::openTradeDetails() {
+    mView->main()->showLinkageSetting();
+}
+
+void TerminalWindow::setFormulasShown(bool shown) {
+    if (shown) {
+        mFormulas->refresh();
+    }
+    mFormulas->setVisible(shown);
+    mControls->setFormulasShown(shown);
 }
 
 void TerminalWindow::setFormulaPanes(int count) {
     count = qBound(0, count, kMostPanes);
     mView->setFormulaPanes(count);
-    setPanesShown(count);
+    keepPanes(count);
 }
 
 /// Shows and keeps a number of formula panes that the chart has already; the menus may make more than the box offers.
-void TerminalWindow::setPanesShown(int count) {
-    for (int missing = mPanes->count(); missing <= count; ++missing) {
-        mPanes->addItem(tr("%1 个副图").arg(missing), missing);
-    }
-    mPanes->setCurrentIndex(mPanes->findData(count));
+void TerminalWindow::keepPanes(int count) {
+    mControls->setPanes(count);
     mServices.config().setValue(kPanesField, QString::number(count));
+}
+
+/// What the menus of the chart have changed, shown by the controls.
+void TerminalWindow::refreshControls() {
+    mControls->setTradesShown(mView->areTradesShown());
+    if (mControls->panes() != mView->formulaPanes()) {
+        keepPanes(mView->formulaPanes());
+    }
 }
 
 void TerminalWindow::setThemeName(const QString &name) {
@@ -289,38 +264,18 @@ void TerminalWindow::setThemeName(const QString &name) {
     mServices.config().setValue(kThemeField, name);
 }
 
+void TerminalWindow::toggleTheme() {
+    const bool dark = GZ::CUiResource::instance().theme() == QLatin1String("dark");
+    setThemeName(dark ? QStringLiteral("light") : QStringLiteral("dark"));
+}
+
 void TerminalWindow::onUiResourceChanged() {
     applyTheme();
 }
 
-/// The text of a button that is on stands out.
-void TerminalWindow::colorButtons() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    for (QPushButton *button : {mTrades, mFormulasShown, mPause}) {
-        QPalette colors = palette();
-        colors.setColor(QPalette::ButtonText,
-                        theme.getColor(button->isChecked() ? QStringLiteral("ic_clr_realtime_colorstick")
-                                                           : QStringLiteral("ic_clr_realtime_axis_text")));
-        button->setPalette(colors);
-    }
-}
-
 void TerminalWindow::applyTheme() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
-    const QColor background = theme.getColor(QStringLiteral("ic_clr_realtime_axis_bg"));
-    const QColor text = theme.getColor(QStringLiteral("ic_clr_realtime_axis_text"));
-    const bool dark = background.lightness() < 128;
-    QPalette colors;
-    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base}) {
-        colors.setColor(role, background);
-    }
-    colors.setColor(QPalette::Button, dark ? background.lighter(180) : background.darker(108));
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        colors.setColor(role, text);
-    }
-    setPalette(colors);
-    colorButtons();
-    mTheme->setText(theme.theme() == QLatin1String("dark") ? tr("浅色") : tr("深色"));
+    setPalette(windowColors());
+    mControls->applyTheme();
 }
 
 ImportDialog *TerminalWindow::openImport(const QStringList &files) {
@@ -343,13 +298,135 @@ void TerminalWindow::onImported(const QString &key, const QDate &day, const QStr
     }
 }
 
+void TerminalWindow::openSmartKeyboard(const QString &text) {
+    TC::CSmartKeyboardDialog *keyboard = TC::CSmartKeyboardDialog::instance();
+    keyboard->setPickCallback(
+        this, [this](const TC::CStockInfo &picked, TC::ESmartKeyType type) { takePick(picked, type); });
+    keyboard->setTitle(tr("键盘精灵"));
+    keyboard->openFor(this, text);
+}
+
+void TerminalWindow::takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type) {
+    switch (type) {
+    case TC::ESmartKeyType::Stock:
+    case TC::ESmartKeyType::Index:
+        showInstrument(picked.key());
+        break;
+    case TC::ESmartKeyType::Shortcut:
+        showInstrument(picked.mCode == QLatin1String("03") ? QStringLiteral("SH000001")
+                                                           : QStringLiteral("SZ399001"));
+        break;
+    case TC::ESmartKeyType::Formula:
+        mView->main()->handleDoubleClickedFormula(picked.mCode);
+        break;
+    case TC::ESmartKeyType::Function:
+        break;
+    }
+    activateWindow();
+    mView->setFocus();
+}
+
+void TerminalWindow::showVariables() {
+    if (mView->uiParam()->mCrossIndex < 0) {
+        mView->moveToEnd();
+    }
+    mView->main()->viewVariable();
+}
+
+void TerminalWindow::showSelfStocks() {
+    mLists->showSelfStocks();
+}
+
+void TerminalWindow::startReplay(qint64 start, qint64 end) {
+    mReplay->start(start, end);
+}
+
+void TerminalWindow::exportFormula(const QString &formula, const QString &path) {
+    const ExportOutcome outcome = terminal::exportFormula(formula, path);
+    say(outcome.text, outcome.isError);
+}
+
+bool TerminalWindow::handleCommandKey(int key) {
+    switch (key) {
+    case Qt::Key_O:
+        openImport();
+        return true;
+    case Qt::Key_D:
+        mDownloads->startOrStop();
+        return true;
+    case Qt::Key_E:
+        openTradeDetails();
+        return true;
+    case Qt::Key_H:
+        showVariables();
+        return true;
+    case Qt::Key_T:
+        toggleTheme();
+        return true;
+    case Qt::Key_L:
+        showSelfStocks();
+        return true;
+    case Qt::Key_I:
+        setFormulasShown(!mFormulas->isVisible());
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool TerminalWindow::handleCursorKey(int key) {
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        mView->moveCursor(key == Qt::Key_Left);
+        return true;
+    case Qt::Key_Home:
+        mView->moveToHome();
+        return true;
+    case Qt::Key_End:
+        mView->moveToEnd();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        mView->main()->scaleView(key == Qt::Key_Up);
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        shiftDay(key == Qt::Key_PageUp ? -1 : 1);
+        return true;
+    case Qt::Key_Space:
+        setPaused(!mServices.clock().isPaused());
+        return true;
+    case Qt::Key_Escape:
+        return mView->hideCrossLine();
+    default:
+        return false;
+    }
+}
+
+void TerminalWindow::keyPressEvent(QKeyEvent *event) {
+    const bool control = event->modifiers() & Qt::ControlModifier;
+    const QString text = event->text();
+    if (control ? handleCommandKey(event->key()) : handleCursorKey(event->key())) {
+        return;
+    }
+    if (!control && !text.isEmpty() && text[0].isLetterOrNumber()) {
+        openSmartKeyboard(text);
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void TerminalWindow::closeEvent(QCloseEvent *event) {
+    QWidget::closeEvent(event);
+    QTimer::singleShot(0, qApp, &QApplication::closeAllWindows);
+}
+
 void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
-    keepTradeDetails();
-    mClock->setText(
-        tr("市场时间 %1")
-            .arg(mServices.clock().currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+    mTradeDetails->keep();
+    mStatus->setMarketTime(mServices.clock().currentDateTime());
     const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
     if (running != mRunningDay && !key.isEmpty()) {
@@ -367,15 +444,7 @@ QString TerminalWindow::status() const {
 }
 
 void TerminalWindow::say(const QString &text, bool isError) {
-    mErrorShown = isError;
-    QPalette colors = palette();
-    if (isError) {
-        colors.setColor(QPalette::WindowText,
-                        GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_index_default_rise")));
-    }
-    mStatus->setPalette(colors);
-    mStatus->setText(text);
-    mStatus->setToolTip(text);
+    mStatus->say(text, isError);
 }
 
 } // namespace terminal

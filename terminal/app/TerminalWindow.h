@@ -7,25 +7,28 @@
 #include "terminal/app/TerminalServices.h"
 
 #include <QDate>
-#include <QMap>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
 #include <QWidget>
 
+#include <memory>
+
 class QComboBox;
-class QLabel;
-class QPushButton;
 
 namespace terminal {
 
 class ChartView;
+class ControlRow;
+class DownloadTeller;
 class FormulaPanel;
 class ImportDialog;
 class MessagePanel;
-class QuoteListDialog;
-class ReplayPanel;
+class QuoteLists;
+class ReplayControl;
+class StatusLine;
+class TradeDetailsMemory;
 
 /// The terminal's window: the chart of one instrument, the controls over it, the formulas beside it and the status line
 /// beneath, with the messages of formulas and models over it when there are any.
@@ -63,11 +66,8 @@ public:
 
     ChartView *view() const { return mView; }
     FormulaPanel *formulas() const { return mFormulas; }
-    QComboBox *days() const { return mDays; }
+    QComboBox *days() const;
     MessagePanel *messages() const { return mMessages; }
-    /// Downloads what is missing of the day shown, and the twenty trading days in front of those that are stored; stops
-    /// a download that is under way. The status line tells its progress.
-    void downloadHistory();
     /// Shows the variables of the selected formula pane at the cross line, hidden ones too; without a cross line those
     /// of the newest point.
     void showVariables();
@@ -75,13 +75,10 @@ public:
     void openSmartKeyboard(const QString &text = {});
     QString status() const;
 
-    /// Lists the sectors of an instrument with the changes of their members.
-    void showSector(const QString &key);
     /// Lists the user's own instruments.
     void showSelfStocks();
     /// Plays the chart again, between two times in seconds since the epoch.
     void startReplay(qint64 start, qint64 end);
-    void endReplay();
     /// Writes the text of a formula to a file; the status line tells how that went.
     void exportFormula(const QString &formula, const QString &path);
 
@@ -93,33 +90,21 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void buildControls(QWidget *row);
-    void buildStatus(QWidget *row);
+    void layOut();
     void applyTheme();
-    void colorButtons();
     void connectControls();
-    void connectFormulas();
-    void connectMenu();
-    QuoteListDialog *makeList(const char *name, const QString &title);
-    void refreshSelfStocks();
-    void showReplayPanel();
-    void askExport(const QString &formula);
+    void connectChart();
     void refreshControls();
-    void setPanesShown(int count);
+    void keepPanes(int count);
     void refreshSearch();
     void refreshDays();
-    void refreshTitle();
     void shiftDay(int days);
     void onImported(const QString &key, const QDate &day, const QString &text);
     void takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type);
-    void editFormula(const QString &formula, int line = 0);
-    void onDownloaded(const QString &key, int done, int total);
-    void askParameters(const QString &formula);
+    void toggleTheme();
     bool handleCommandKey(int key);
     bool handleCursorKey(int key);
     void onSecond();
-    void restoreTradeDetails();
-    void keepTradeDetails();
     void tellMessages();
     void say(const QString &text, bool isError = false);
 
@@ -128,29 +113,16 @@ private:
     ChartView *mView;
     FormulaPanel *mFormulas;
     MessagePanel *mMessages;
-    QPushButton *mInstrument = nullptr; ///< names it, and opens the smart keyboard
-    QComboBox *mDays = nullptr;
-    QComboBox *mPanes = nullptr;
-    QPushButton *mTrades = nullptr;
-    QPushButton *mTradeDetails = nullptr;
-    QPushButton *mFormulasShown = nullptr;
-    QPushButton *mPause = nullptr;
-    QComboBox *mPace = nullptr;
-    QPushButton *mTheme = nullptr;
-    QPushButton *mImport = nullptr;
-    QPushButton *mDownload = nullptr;
-    QLabel *mStatus = nullptr;
-    QLabel *mClock = nullptr;
+    ControlRow *mControls;
+    StatusLine *mStatus;
+    QuoteLists *mLists;
+    DownloadTeller *mDownloads;
+    ReplayControl *mReplay;
+    std::unique_ptr<TradeDetailsMemory> mTradeDetails;
     QPointer<ImportDialog> mImportDialog;
-    QuoteListDialog *mSector = nullptr; ///< made on first use
-    QuoteListDialog *mSelfStocks = nullptr;
-    ReplayPanel *mReplayPanel = nullptr;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
-    QMap<QString, bool> mTradeDetailsKept; ///< what is remembered of the dialog
     int mMessagesTold = 0;
-    int mDaysDownloaded = 0; ///< since the downloads under way began
-    bool mErrorShown = false;
 };
 
 } // namespace terminal

@@ -1,13 +1,13 @@
-// The tree and the records; changes are in FormulaCatalogue_edit.cpp.
-
 #include "terminal/formula/FormulaCatalogue.h"
 
+#include "terminal/formula/FormulaParameters.h"
+#include "terminal/formula/FormulaTree.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
-
-#include <boost/make_shared.hpp>
 
 /// The resource belongs to a static library, which leaves out what nobody names. Outside all namespaces, as it must be.
 static void loadFormulaResource() {
@@ -17,33 +17,29 @@ static void loadFormulaResource() {
 namespace terminal {
 namespace {
 
-using Node = TC::CFormulaCatalogDetail;
+const QString kSection = QStringLiteral("formulas"); ///< of the configuration
 
-/// The folder of a name within a folder, made when there is none.
-TC::CFormulaCatalogDetailPtr folderIn(const TC::CFormulaCatalogDetailPtr &parent, const QString &name, int type,
-                                      int modelType) {
-    for (const TC::CFormulaCatalogDetailPtr &child : parent->children()) {
-        if (child->isFolder() && child->catalogName() == name) {
-            return child;
+QString tr(const char *text) {
+    return QCoreApplication::translate("FormulaCatalogue", text);
+}
+
+TC::CFormulaFault faultOf(const FormulaError &error) {
+    return {error.line, error.text};
+}
+
+TC::CFormulaFault fault(const QString &text) {
+    return {0, text};
+}
+
+/// Whether a name can be that of a file on every system.
+bool isFileName(const QString &name) {
+    static const QString forbidden = QStringLiteral("/\\:*?\"<>|");
+    for (const QChar c : name) {
+        if (c < QLatin1Char(' ') || forbidden.contains(c)) {
+            return false;
         }
     }
-    const auto folder = boost::make_shared<Node>(name, type, modelType);
-    parent->addChild(folder);
-    return folder;
-}
-
-TC::CFormulaCatalogDetailPtr folderIn(TC::CFormulaCatalogDetailPtr parent, const QStringList &names, int type,
-                                      int modelType) {
-    for (const QString &name : names) {
-        parent = folderIn(parent, name, type, modelType);
-    }
-    return parent;
-}
-
-/// Value of a number that was kept, when it is one that the parameter may have.
-double numberOf(const FormulaParameter &parameter, const QJsonObject &kept) {
-    const double value = kept.value(parameter.name).toDouble(parameter.value);
-    return value >= parameter.min && value <= parameter.max ? value : parameter.value;
+    return !name.isEmpty() && name.size() <= 64 && !name.startsWith(QLatin1Char('.'));
 }
 
 } // namespace
@@ -70,26 +66,22 @@ void FormulaCatalogue::readBuiltin() {
             tell(error);
             continue;
         }
-        const QString name = description->name;
-        mBuiltin.insert(name, makeFormula(file, *description, false));
-        mOrder.append(name);
+        mFormulas.addBuiltin(makeFormula(file, *description, false));
     }
 }
 
 void FormulaCatalogue::readUser() {
     for (const FormulaFile &file : readFormulaFiles(mUserFolder, mSink)) {
         FormulaError error;
-        FormulaPtr formula = userFormula(file, error);
-        if (formula && mUser.contains(formula->description.name)) {
-            error = {formula->description.name, 0,
-                     QCoreApplication::translate("FormulaCatalogue", "文件 %1 与另一个文件的指标同名，未使用")
-                         .arg(file.path)};
+        CataloguedFormulaPtr formula = userFormula(file, error);
+        if (formula && mFormulas.hasUser(formula->description.name)) {
+            error = {formula->description.name, 0, tr("文件 %1 与另一个文件的指标同名，未使用").arg(file.path)};
             formula = nullptr;
         }
         if (formula) {
-            mUser.insert(formula->description.name, migrated(formula));
+            mFormulas.putUser(migrated(formula));
         } else {
-            mFaulty.insert(QFileInfo(file.path).completeBaseName().toUpper(), file);
+            mFormulas.addFaulty(file);
             tell(error);
         }
     }
@@ -101,23 +93,21 @@ void FormulaCatalogue::readScripts() {
     }
     for (const TC::CFormulaDetailPtr &record : readScriptModels(mScriptFolder)) {
         const QString name = record->mName.toUpper();
-        if (mBuiltin.contains(name) || mUser.contains(name)) {
-            tell({record->mName, 0, QCoreApplication::translate("FormulaCatalogue", "模型与指标同名，未使用")});
+        if (mFormulas.find(name)) {
+            tell({record->mName, 0, tr("模型与指标同名，未使用")});
         } else {
             mScripts.insert(name, record);
-            mScriptRecords.insert(name, keptRecord(*record));
+            mScriptRecords.insert(name, recordOf(*record, keptValues(name)));
         }
     }
 }
 
-FormulaCatalogue::FormulaPtr FormulaCatalogue::migrated(const FormulaPtr &formula) const {
-    const QByteArray text =
-        formula ? withNameInCapitals(formula->file.text, formula->description.name) : QByteArray();
-    if (!formula || text == formula->file.text) {
+CataloguedFormulaPtr FormulaCatalogue::migrated(const CataloguedFormulaPtr &formula) const {
+    FormulaFile file = formula->file;
+    file.text = withNameInCapitals(file.text, formula->description.name);
+    if (file.text == formula->file.text) {
         return formula;
     }
-    FormulaFile file = formula->file;
-    file.text = text;
     const QString unwritten = writeFormulaFile(file.path, file.text);
     if (!unwritten.isEmpty()) {
         tell({formula->description.name, 0, unwritten}); // it is used all the same
@@ -125,7 +115,7 @@ FormulaCatalogue::FormulaPtr FormulaCatalogue::migrated(const FormulaPtr &formul
     return makeFormula(file, formula->description, true);
 }
 
-FormulaCatalogue::FormulaPtr FormulaCatalogue::userFormula(const FormulaFile &file, FormulaError &error) const {
+CataloguedFormulaPtr FormulaCatalogue::userFormula(const FormulaFile &file, FormulaError &error) const {
     const LuaFormulaFile lua{QFileInfo(file.path).completeBaseName(), file.text, {}};
     const auto description = describeLuaFormula(lua, &error);
     if (!description) {
@@ -138,88 +128,30 @@ FormulaCatalogue::FormulaPtr FormulaCatalogue::userFormula(const FormulaFile &fi
     return makeFormula(file, *description, true);
 }
 
-std::shared_ptr<FormulaCatalogue::Formula> FormulaCatalogue::makeFormula(const FormulaFile &file,
-                                                                         const FormulaDescription &description,
-                                                                         bool isUserMade) const {
-    const auto formula = std::make_shared<Formula>();
+CataloguedFormulaPtr FormulaCatalogue::makeFormula(const FormulaFile &file,
+                                                   const FormulaDescription &description,
+                                                   bool isUserMade) const {
+    const auto formula = std::make_shared<CataloguedFormula>();
     formula->file = file;
     formula->description = description;
     formula->isUserMade = isUserMade;
-    formula->record = makeRecord(*formula);
+    formula->record =
+        recordOf(description, isUserMade || !file.folders.isEmpty(), keptValues(description.name));
     return formula;
 }
 
-TC::CFormulaDetailPtr FormulaCatalogue::makeRecord(const Formula &formula) const {
-    const FormulaDescription &description = formula.description;
-    const auto record = boost::make_shared<TC::CFormulaDetail>();
-    record->mName = description.name;
-    record->mFileName = description.name;
-    record->mType = description.type;
-    record->mVisible = formula.isUserMade || !formula.file.folders.isEmpty();
-    for (int i = 0; i < description.lines.size(); ++i) {
-        if (description.lines[i].precision >= 0) {
-            record->mPrecisions.insert(i, description.lines[i].precision);
-        }
-    }
-    const QJsonObject kept = mConfig.section(QStringLiteral("formulas")).value(description.name).toObject();
-    for (const FormulaParameter &parameter : description.parameters) {
-        if (parameter.isText) {
-            record->mStrParamNames.append(parameter.name);
-            record->mStrParamValues.append(kept.value(parameter.name).toString(parameter.textValue));
-        } else {
-            record->mParamNames.append(parameter.name);
-            record->mParamValues.append(numberOf(parameter, kept));
-        }
-    }
-    return record;
-}
-
-TC::CFormulaDetailPtr FormulaCatalogue::keptRecord(const TC::CFormulaDetail &script) const {
-    const auto record = boost::make_shared<TC::CFormulaDetail>(script);
-    const QJsonObject kept =
-        mConfig.section(QStringLiteral("formulas")).value(script.mName.toUpper()).toObject();
-    for (int i = 0; i < script.mParamNames.size(); ++i) {
-        record->mParamValues[i] = kept.value(script.mParamNames[i]).toDouble(script.mParamValues[i]);
-    }
-    for (int i = 0; i < script.mStrParamNames.size(); ++i) {
-        record->mStrParamValues[i] = kept.value(script.mStrParamNames[i]).toString(script.mStrParamValues[i]);
-    }
-    return record;
+QJsonObject FormulaCatalogue::keptValues(const QString &name) const {
+    return mConfig.section(kSection).value(name.toUpper()).toObject();
 }
 
 void FormulaCatalogue::buildTree() {
-    const auto root = boost::make_shared<Node>();
-    for (const QString &name : qAsConst(mOrder)) {
-        const QStringList &folders = mBuiltin[name]->file.folders;
-        const FormulaPtr formula = mUser.value(name, mBuiltin[name]);
-        folderIn(root, folders, Node::eFolder, Node::eOrdinary)
-            ->addChild(boost::make_shared<Node>(formula->description.name, Node::eFormula));
-    }
-    const QString own = QCoreApplication::translate("FormulaCatalogue", "自编指标");
-    for (auto user = mUser.cbegin(); user != mUser.cend(); ++user) {
-        if (!mBuiltin.contains(user.key())) {
-            const QStringList folders = QStringList(own) + user.value()->file.folders;
-            folderIn(root, folders, Node::eUserFolder, Node::eUserMade)
-                ->addChild(
-                    boost::make_shared<Node>(user.value()->description.name, Node::eFormula, Node::eUserMade));
-        }
-    }
-    for (const TC::CFormulaDetailPtr &script : qAsConst(mScripts)) {
-        folderIn(root, QStringList(QCoreApplication::translate("FormulaCatalogue", "PYTHON模型指标")),
-                 Node::eFolder, Node::eScript)
-            ->addChild(boost::make_shared<Node>(script->mName, Node::eFormula, Node::eScript));
-    }
-    mRoot = root;
-}
-
-FormulaCatalogue::FormulaPtr FormulaCatalogue::find(const QString &name) const {
+    const QVector<FormulaShelf::Place> places = mFormulas.places();
     std::lock_guard<std::mutex> hold(mLock);
-    const QString upper = name.toUpper();
-    return mUser.value(upper, mBuiltin.value(upper));
+    mRoot = formulaTree(places, mScripts.values().toVector());
 }
 
 TC::CFormulaDetailPtr FormulaCatalogue::getFormula(const QString &name) {
-    if (const FormulaPtr formula = find(name)) {
+    if (const CataloguedFormulaPtr formula = mFormulas.find(name)) {
         return formula->record;
     }
     std::lock_guard<std::mutex> hold(mLock);
@@ -237,43 +169,191 @@ bool FormulaCatalogue::genLuaFormula(const QString &fileName, const QString &nam
 }
 
 std::optional<LuaFormulaFile> FormulaCatalogue::fileOf(const TC::CFormulaParam &param) const {
-    const FormulaPtr formula = find(param.mFormulaName);
+    const CataloguedFormulaPtr formula = mFormulas.find(param.mFormulaName);
     if (!formula) {
         return std::nullopt;
     }
-    LuaFormulaFile file{formula->description.name, formula->file.text, {}};
-    const TC::CFormulaDetail &record = *formula->record;
-    for (int i = 0; i < record.mParamNames.size(); ++i) {
-        file.arguments.insert(record.mParamNames[i], QString::number(record.mParamValues[i], 'g', 17));
-    }
-    for (int i = 0; i < record.mStrParamNames.size(); ++i) {
-        file.arguments.insert(record.mStrParamNames[i], record.mStrParamValues[i]);
-    }
-    return file;
+    return LuaFormulaFile{formula->description.name, formula->file.text, argumentsOf(*formula->record)};
 }
 
 QStringList FormulaCatalogue::names() const {
-    std::lock_guard<std::mutex> hold(mLock);
     QStringList all;
-    for (const QString &name : mOrder) {
-        all.append(mUser.value(name, mBuiltin[name])->description.name);
-    }
-    for (auto user = mUser.cbegin(); user != mUser.cend(); ++user) {
-        if (!mBuiltin.contains(user.key())) {
-            all.append(user.value()->description.name);
-        }
+    for (const FormulaShelf::Place &place : mFormulas.places()) {
+        all.append(place.formula->description.name);
     }
     return all;
 }
 
 std::optional<FormulaDescription> FormulaCatalogue::description(const QString &name) const {
-    const FormulaPtr formula = find(name);
+    const CataloguedFormulaPtr formula = mFormulas.find(name);
     return formula ? std::make_optional(formula->description) : std::nullopt;
 }
 
 void FormulaCatalogue::tell(const FormulaError &error) const {
     if (mSink) {
         mSink(error);
+    }
+}
+
+// Parameters
+
+TC::CFormulaParameters FormulaCatalogue::parameters(const QString &name) {
+    if (const CataloguedFormulaPtr formula = mFormulas.find(name)) {
+        return parametersOf(formula->description, *formula->record);
+    }
+    const TC::CFormulaDetailPtr defaults = script(name);
+    return defaults ? parametersOf(*defaults, *recordOf(*defaults, keptValues(name)))
+                    : TC::CFormulaParameters();
+}
+
+QString FormulaCatalogue::setParameters(const QString &name, const TC::CFormulaParameters &parameters) {
+    const CataloguedFormulaPtr formula = mFormulas.find(name);
+    if (!formula) {
+        return setScriptParameters(name, parameters);
+    }
+    const FormulaDescription &description = formula->description;
+    QJsonObject kept = keptValues(description.name);
+    const QString refusal = setValues(kept, description, parameters);
+    if (!refusal.isEmpty()) {
+        return refusal;
+    }
+    const LuaFormulaFile trial{description.name, formula->file.text,
+                               argumentsOf(*recordOf(description, true, kept))};
+    if (const auto error = checkLuaFormula(trial)) {
+        return tr("参数不能用：%1").arg(error->text);
+    }
+    mConfig.changeSection(kSection, {{description.name.toUpper(), kept}});
+    mFormulas.renew(description.name, [this](const CataloguedFormula &old) {
+        return makeFormula(old.file, old.description, old.isUserMade);
+    });
+    changed(description.name);
+    return {};
+}
+
+TC::CFormulaDetailPtr FormulaCatalogue::script(const QString &name) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mScripts.value(name.toUpper());
+}
+
+QString FormulaCatalogue::setScriptParameters(const QString &name, const TC::CFormulaParameters &parameters) {
+    const TC::CFormulaDetailPtr defaults = script(name);
+    if (!defaults) {
+        return tr("没有指标 %1").arg(name);
+    }
+    QJsonObject kept = mConfig.section(kSection).value(defaults->mName).toObject();
+    const QString refusal = setValues(kept, *defaults, parameters);
+    if (!refusal.isEmpty()) {
+        return refusal;
+    }
+    mConfig.changeSection(kSection, {{defaults->mName, kept}});
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mScriptRecords.insert(defaults->mName, recordOf(*defaults, kept));
+    }
+    changed(defaults->mName);
+    return {};
+}
+
+// Texts
+
+TC::CFormulaSource FormulaCatalogue::source(const QString &name) {
+    return mFormulas.source(name);
+}
+
+QString FormulaCatalogue::newFormulaText(const QString &name) {
+    return QStringLiteral("formula {\n"
+                          "  name = \"%1\", type = 0,\n"
+                          "  text = \"\",\n"
+                          "  source = \"\",\n"
+                          "  parameters = {{\"N\", 10, min = 1, max = 240, text = \"%2\"}},\n"
+                          "  lines = {{\"MA\"}},\n"
+                          "}\n"
+                          "\n"
+                          "function run()\n"
+                          "  return MA(CLOSE, N)\n"
+                          "end\n")
+        .arg(name.isEmpty() ? tr("我的指标") : name, tr("分钟数"));
+}
+
+TC::CFormulaFault FormulaCatalogue::checkFormula(const QString &text) {
+    const auto error = checkLuaFormula({QString(), text.toUtf8(), {}});
+    return error ? faultOf(*error) : TC::CFormulaFault();
+}
+
+TC::CFormulaFault FormulaCatalogue::saveFormula(QString &name, const QString &text) {
+    if (mUserFolder.isEmpty()) {
+        return fault(tr("没有存放自编指标的文件夹"));
+    }
+    FormulaFile file;
+    file.text = text.toUtf8();
+    FormulaError error;
+    const auto description = describeLuaFormula({name, file.text, {}}, &error);
+    if (!description) {
+        return faultOf(error);
+    }
+    const QString own = description->name;
+    file.text = withNameInCapitals(file.text, own);
+    const bool isSame = own.compare(name, Qt::CaseInsensitive) == 0;
+    if (!isSame && !source(own).mText.isEmpty()) {
+        return fault(tr("已有指标 %1，请换一个名称").arg(own));
+    }
+    if (!isFileName(own)) {
+        return fault(tr("名称“%1”不能用作文件名").arg(own));
+    }
+    file.path = fileToSave(own);
+    file.folders = QFileInfo(QDir(mUserFolder).relativeFilePath(file.path)).path().split('/');
+    file.folders.removeAll(QStringLiteral("."));
+    const CataloguedFormulaPtr formula = userFormula(file, error);
+    if (!formula) {
+        return faultOf(error);
+    }
+    const QString unwritten = writeFormulaFile(file.path, file.text);
+    if (!unwritten.isEmpty()) {
+        return fault(unwritten);
+    }
+    mFormulas.putUser(formula);
+    buildTree();
+    name = own;
+    changed(own);
+    return {};
+}
+
+QString FormulaCatalogue::fileToSave(const QString &name) const {
+    const QString known = mFormulas.userPath(name);
+    if (!known.isEmpty()) {
+        return known;
+    }
+    // A file of that name may hold another formula.
+    const QDir folder(mUserFolder);
+    QString path = folder.filePath(name + QStringLiteral(".lua"));
+    for (int i = 2; QFileInfo::exists(path); ++i) {
+        path = folder.filePath(QStringLiteral("%1 %2.lua").arg(name).arg(i));
+    }
+    return path;
+}
+
+QString FormulaCatalogue::restoreFormula(const QString &name) {
+    const TC::CFormulaSource current = source(name);
+    if (!current.mHasBuiltin || !current.mIsUserMade) {
+        return tr("指标 %1 没有可恢复的内置内容").arg(name);
+    }
+    QFile file(fileToSave(name));
+    if (file.exists() && !file.remove()) {
+        return tr("文件 %1 无法删除（%2）").arg(file.fileName(), file.errorString());
+    }
+    mFormulas.removeUser(name);
+    buildTree();
+    changed(name);
+    return {};
+}
+
+void FormulaCatalogue::setChangeListener(ChangeListener listener) {
+    mListener = std::move(listener);
+}
+
+void FormulaCatalogue::changed(const QString &name) {
+    if (mListener) {
+        mListener(name);
     }
 }
 

@@ -2,18 +2,18 @@
 
 #include "host/services/CFormulaOperateManager.h"
 #include "terminal/config/ConfigService.h"
-#include "terminal/formula/FormulaFiles.h"
+#include "terminal/formula/FormulaShelf.h"
 #include "terminal/formula/LuaFormula.h"
 
 #include <QMap>
 
 #include <functional>
-#include <memory>
 #include <mutex>
 
 namespace terminal {
 
-/// The formulas that the terminal offers, named in capitals and found in any letter case: those built in, and over them the user's own.
+/// The formulas that the terminal offers, named in capitals and found in any letter case: those built in, and over them
+/// the user's own.
 ///
 /// A file of the user's folder takes the place of the built-in formula of the same name, or is a formula of its own. One
 /// that is faulty is told, and the built-in formula stands. Folders of the files are those of the tree, what the user
@@ -57,33 +57,19 @@ public:
     void setChangeListener(ChangeListener listener);
 
 private:
-    /// A formula that can be used.
-    struct Formula {
-        FormulaFile file;
-        FormulaDescription description;
-        bool isUserMade = false;
-        TC::CFormulaDetailPtr record; ///< with the values of its parameters
-    };
-    using FormulaPtr = std::shared_ptr<const Formula>;
-    using Formulas = QMap<QString, FormulaPtr>; ///< by upper-case name
-
     void readBuiltin();
     void readUser();
     void readScripts();
     /// The formula of a user's file; null, with the reason, when it is faulty.
-    FormulaPtr userFormula(const FormulaFile &file, FormulaError &error) const;
-    /// The formula with its file brought to what files are like today: names in capitals. Null for null.
-    FormulaPtr migrated(const FormulaPtr &formula) const;
-    std::shared_ptr<Formula> makeFormula(const FormulaFile &file, const FormulaDescription &description,
-                                         bool isUserMade) const;
-    TC::CFormulaDetailPtr makeRecord(const Formula &formula) const;
-    void renewRecord(const QString &upperName);
-    /// The record of a script model with the values that were kept.
-    TC::CFormulaDetailPtr keptRecord(const TC::CFormulaDetail &script) const;
+    CataloguedFormulaPtr userFormula(const FormulaFile &file, FormulaError &error) const;
+    /// The formula with its file brought to what files are like today: names in capitals.
+    CataloguedFormulaPtr migrated(const CataloguedFormulaPtr &formula) const;
+    CataloguedFormulaPtr makeFormula(const FormulaFile &file, const FormulaDescription &description,
+                                     bool isUserMade) const;
+    /// The values of parameters that were kept for a name.
+    QJsonObject keptValues(const QString &name) const;
     TC::CFormulaDetailPtr script(const QString &name) const;
-    TC::CFormulaParameters scriptParameters(const QString &name) const;
     QString setScriptParameters(const QString &name, const TC::CFormulaParameters &parameters);
-    FormulaPtr find(const QString &name) const;
     QString fileToSave(const QString &name) const;
     void buildTree();
     void tell(const FormulaError &error) const;
@@ -94,13 +80,10 @@ private:
     const QString mScriptFolder;
     const FormulaErrorSink mSink;
     ChangeListener mListener;
+    FormulaShelf mFormulas;
     mutable std::mutex mLock; ///< guards what follows
-    Formulas mBuiltin;
-    Formulas mUser;
-    QMap<QString, FormulaFile> mFaulty; ///< user's files that stand aside, by the upper-case name of the file
     QMap<QString, TC::CFormulaDetailPtr> mScripts; ///< script models by name, as their files are
     QMap<QString, TC::CFormulaDetailPtr> mScriptRecords; ///< with the values of their parameters
-    QStringList mOrder; ///< upper-case names of the built-in formulas in the order of their files
     TC::CFormulaCatalogDetailPtr mRoot;
 };
 

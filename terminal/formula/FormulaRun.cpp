@@ -1,5 +1,7 @@
 #include "terminal/formula/FormulaRun.h"
 
+#include "terminal/formula/LuaDescription.h"
+#include "terminal/formula/LuaDrawings.h"
 #include "terminal/formula/LuaSandbox.h"
 #include "terminal/formula/LuaVectors.h"
 

@@ -1,29 +1,14 @@
 #pragma once
 
 #include "host/services/CFormulaManager.h"
-#include "terminal/formula/FormulaError.h"
-#include "terminal/formula/FormulaProgram.h"
-#include "terminal/formula/ScriptModel.h"
-#include "terminal/market/HistorySource.h"
-#include "terminal/market/MarketFeed.h"
-#include "terminal/threads/DeliveryQueue.h"
-#include "terminal/threads/Worker.h"
-
-#include <QHash>
-#include <QThread>
-
-#include <atomic>
-#include <functional>
-#include <memory>
-#include <mutex>
-#include <vector>
+#include "terminal/formula/FormulaRequest.h"
+#include "terminal/formula/HistoryDownloads.h"
+#include "terminal/formula/HistoryQuotes.h"
+#include "terminal/formula/RequestBook.h"
+#include "terminal/formula/RequestDays.h"
+#include "terminal/threads/WorkerPool.h"
 
 namespace terminal {
-
-/// The trading day that a request names by its range; 0 when it names none.
-using RequestDay = std::function<int(const TC::CFormulaParam &)>;
-/// The times of all positions of an instrument's trading day, ascending; empty when they are not known.
-using DayPositions = std::function<std::vector<qint64>(const QString &key, int day)>;
 
 /// Computes formulas over the market feed on worker threads, and hands results over on the user-interface thread.
 ///
@@ -54,15 +39,15 @@ public:
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
     /// Where downloads come from; none without it. To be called before the first download; has to outlive the service.
-    void setHistorySource(HistorySource *source);
+    void setHistorySource(HistorySource *source) { mDownloads.setSource(source); }
     /// Who hears of every step of every download, with the numbers of suppleDataFromServer(); on the user-interface
     /// thread.
-    using DownloadListener = std::function<void(const QString &key, int done, int total)>;
-    void setDownloadListener(DownloadListener listener);
+    using DownloadListener = HistoryDownloads::Listener;
+    void setDownloadListener(DownloadListener listener) { mDownloads.setListener(std::move(listener)); }
     /// Stops the downloads that wait or are under way. Any thread; does not wait.
-    void stopDownloads();
+    void stopDownloads() { mDownloads.stop(); }
     /// Downloads whose end has not been told yet.
-    int downloadsUnderWay() const { return mDownloadsUnderWay; }
+    int downloadsUnderWay() const { return mDownloads.underWay(); }
 
     void requestFormulas(QVector<TC::CFormulaParam> &params, TC::FormulaHistoryCallback onHistory,
                          TC::FormulaRealtimeCallback onRealtime) override;
@@ -91,66 +76,20 @@ public:
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;
 
     /// Requests that live.
-    int liveRequests() const;
+    int liveRequests() const { return mRequests.size(); }
     /// Results that wait for the user-interface thread.
     int pendingResults() const { return mQueue.pending(); }
 
 private:
-    struct Callbacks {
-        TC::FormulaHistoryCallback onHistory;
-        TC::FormulaRealtimeCallback onRealtime;
-    };
-    struct Request;
-    using RequestPtr = std::shared_ptr<Request>;
-
-    Worker &workerOf(const Request &request);
-    RequestPtr find(const QString &requestId) const;
-    void start(const RequestPtr &request);
-    void stop(const RequestPtr &request);
-    void withdraw(const QVector<QString> &requestIds);
-    // On the request's worker.
-    void open(const RequestPtr &request);
-    void subscribe(const RequestPtr &request);
-    void subscribeUnderlying(const RequestPtr &request, bool isStream);
-    void lookAfterHours(const RequestPtr &request);
-    void update(const RequestPtr &request, const MinuteBar &bar);
-    void updateUnderlying(const RequestPtr &request, const MinuteBar &bar);
-    void sendWhenDue(const RequestPtr &request);
-    void sendPoint(const RequestPtr &request);
-    void sendHistory(const RequestPtr &request, bool keepRange);
-    void sendSeries(const RequestPtr &request, se::RPCFormulaMetaResult described, se::RPCFormulaResult points,
-                    bool keepRange);
-    void noteModelChange(const RequestPtr &request, bool isNewMinute);
-    void runModel(const RequestPtr &request, bool again);
-
-    /// Any thread.
-    ScriptModelOutcome runOnce(ScriptModelProcess &process, const TC::CFormulaParam &param, int day,
-                               const PlacedBars &placed,
-                               const std::function<void(const ScriptModelProgress &)> &onProgress);
-    void deliver(const RequestPtr &request, std::function<void(const Callbacks &)> call);
-    MinuteBars barsOf(const TC::CFormulaParam &param, int day);
-    std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day);
-
-    MarketFeed &mFeed;
-    const FormulaProgramMaker mMaker;
-    const RequestDay mRequestDay;
-    const DayPositions mPositions;
-    ScriptModelSettings mModels;
-    FormulaErrorSink mOnError;
-    HistorySource *mHistory = nullptr;
-    std::atomic<int> mDownloadsStopped{0}; ///< counts the stops
-    std::atomic<int> mDownloadsUnderWay{0};
-    DownloadListener mOnDownload;
-    const Qt::HANDLE mUiThread = QThread::currentThreadId();
     DeliveryQueue mQueue;
-    mutable std::mutex mLock; ///< guards what follows
-    QHash<QString, RequestPtr> mRequests;
-    std::atomic<bool> mEnding{false};
-    // Fixed after construction. A worker goes only when no thread posts to it any more.
-    std::vector<std::unique_ptr<Worker>> mWorkers;
-    std::vector<std::unique_ptr<Worker>> mModelWorkers;
-    std::atomic<size_t> mNextWorker{0};
-    Worker mDownloads;
+    const RequestDay mRequestDay;
+    RequestTools mTools;
+    HistoryQuotes mQuotes;
+    RequestBook mRequests;
+    // A worker goes only when no thread posts to it any more.
+    WorkerPool mWorkers;
+    WorkerPool mModelWorkers;
+    HistoryDownloads mDownloads;
 };
 
 } // namespace terminal

@@ -4,7 +4,7 @@
 #include "host/services/CStockManager.h"
 #include "host/toolkit/ThemeColor.h"
 #include "terminal/formula/RequestDays.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 
 #include <limits>
 

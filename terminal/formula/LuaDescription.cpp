@@ -1,7 +1,7 @@
-// formula { ... }: what a formula file says about itself.
+#include "terminal/formula/LuaDescription.h"
 
+#include "terminal/formula/LuaDrawings.h"
 #include "terminal/formula/LuaSandbox.h"
-#include "terminal/formula/LuaVectors.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>

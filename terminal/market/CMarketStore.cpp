@@ -1,5 +1,6 @@
 #include "terminal/market/CMarketStore.h"
 
+#include "terminal/market/CatalogueReader.h"
 #include "terminal/market/SqlColumns.h"
 #include "terminal/market/StoreSchema.h"
 
@@ -116,12 +117,13 @@ std::shared_ptr<const Catalogue> CMarketStore::catalogue() const {
 
 QString CMarketStore::reload() {
     auto fresh = std::make_shared<Catalogue>();
-    const QString trouble = readCatalogue(connection(), *fresh);
-    if (trouble.isEmpty()) {
-        std::lock_guard<std::mutex> hold(mLock);
-        mCatalogue = fresh;
+    CatalogueReader reader(connection(), *fresh);
+    if (!reader.read()) {
+        return describe(reader.error());
     }
-    return trouble;
+    std::lock_guard<std::mutex> hold(mLock);
+    mCatalogue = fresh;
+    return {};
 }
 
 MinuteBars CMarketStore::bars(qint64 instrument, int day) {

@@ -68,7 +68,6 @@ public:
 
 private:
     QString prepare(QSqlDatabase database);
-    QString readCatalogue(QSqlDatabase database, Catalogue &catalogue) const;
 
     QString mPath;
     std::unique_ptr<SqlConnections> mConnections;

@@ -2,7 +2,7 @@
 
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedInstruments.h"
 
 #include <algorithm>
 #include <cmath>

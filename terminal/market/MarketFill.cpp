@@ -2,7 +2,7 @@
 
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketWriter.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 
 namespace terminal {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 #include "terminal/market/SimulatedRandom.h"
 #include "terminal/market/SimulatedTicks.h"
 
@@ -22,14 +22,6 @@ constexpr int kAuction = 565; ///< 09:25, when the opening auction is matched
 
 quint64 tickSeed(const QString &key) {
     return SimulatedRandom::mix(kMarketSeed, key);
-}
-
-const SimulatedInstrument *findSimulated(const QString &key) {
-    const QVector<SimulatedInstrument> &all = simulatedInstruments();
-    const auto found = std::find_if(all.begin(), all.end(), [&key](const SimulatedInstrument &candidate) {
-        return candidate.instrument.key() == key;
-    });
-    return found == all.end() ? nullptr : &*found;
 }
 
 /// The bars of a day up to the close, or those after it.

@@ -4,6 +4,7 @@
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketWriter.h"
+#include "terminal/market/SimulatedDay.h"
 
 #include <QCoreApplication>
 
@@ -18,14 +19,6 @@ struct Words {
 };
 
 constexpr int kMostDays = 2500; ///< of one request, about ten years
-
-const SimulatedInstrument *findSimulated(const QString &key) {
-    const QVector<SimulatedInstrument> &all = simulatedInstruments();
-    const auto found = std::find_if(all.begin(), all.end(), [&key](const SimulatedInstrument &candidate) {
-        return candidate.instrument.key() == key;
-    });
-    return found == all.end() ? nullptr : &*found;
-}
 
 MinuteBars simulate(const SimulatedInstrument &simulated, const MarketCalendar &calendar, int day,
                     double close) {

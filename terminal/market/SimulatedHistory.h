@@ -2,7 +2,7 @@
 
 #include "terminal/market/CMarketStore.h"
 #include "terminal/market/HistorySource.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedInstruments.h"
 
 namespace terminal {
 

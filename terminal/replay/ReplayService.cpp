@@ -1,7 +1,5 @@
 #include "terminal/replay/ReplayService.h"
 
-#include "terminal/formula/RequestDays.h"
-
 #include <QThread>
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "host/services/CReplayManager.h"
 #include "terminal/formula/FormulaProgram.h"
-#include "terminal/formula/FormulaService.h"
+#include "terminal/formula/RequestDays.h"
 #include "terminal/market/MarketFeed.h"
 
 #include <QList>

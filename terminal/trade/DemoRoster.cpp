@@ -1,7 +1,7 @@
 #include "terminal/trade/DemoRoster.h"
 
 #include "host/services/CLinkageManager.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedInstruments.h"
 
 #include <QHash>
 

@@ -21,7 +21,6 @@ constexpr double kSliceEdge = 0.0005;
 constexpr double kRejectChance = 0.04;
 constexpr size_t kClosingMinutes = 12; ///< at the end of a future's day
 constexpr double kClosingEdge = 0.003;
-constexpr int kAfterHours = 900; ///< minutes past this one are after-hours trading
 
 /// How far an order is from the last price; some are ready to pay a little, most wait a little.
 double edgeOf(SimulatedRandom &random) {
@@ -34,63 +33,24 @@ DemoTrader::DemoTrader(const DemoAccount &account, const Catalogue &catalogue, i
     : mAccount(account), mDay(day),
       mSeed(SimulatedRandom::mix(SimulatedRandom::mix(kTradeSeed, static_cast<quint64>(day)),
                                  QString::fromStdString(account.account.id))),
-      mWallet(account, catalogue) {
-    planMinutes(catalogue);
+      mMarket(account, catalogue, day), mWallet(account, catalogue) {
     planOrders();
-    if (mMinutes.size() > 4 * kQuietStart) {
+    if (mMarket.minutes().size() > 4 * kQuietStart) {
         planTasks();
     }
 }
 
-void DemoTrader::planMinutes(const Catalogue &catalogue) {
-    for (const DemoDesk &desk : mAccount.desks) {
-        planInstrument(catalogue, desk.instrument);
-    }
-    for (const DemoTask &task : mAccount.tasks) {
-        for (const DemoTask::Item &item : task.items) {
-            planInstrument(catalogue, item.instrument);
-        }
-    }
-    std::sort(mMinutes.begin(), mMinutes.end());
-    mMinutes.erase(std::unique(mMinutes.begin(), mMinutes.end()), mMinutes.end());
-}
-
-void DemoTrader::planInstrument(const Catalogue &catalogue, const QString &key) {
-    const Instrument *instrument = catalogue.find(key);
-    if (!instrument || mInstruments.contains(key)) {
-        return;
-    }
-    const MarketCalendar calendar = catalogue.calendar(instrument->market);
-    const QDate date = dateOf(mDay);
-    if (!calendar.isTradingDay(date)) {
-        return;
-    }
-    Quote quote;
-    quote.market = instrument->market.toStdString();
-    quote.code = instrument->code.toStdString();
-    quote.isFuture = instrument->kind == InstrumentKind::Future;
-    quote.priceTick = instrument->priceTick;
-    quote.minutes = instrument->sessions.times(date, calendar.eveningBefore(date));
-    if (instrument->hasAfterHours()) {
-        const auto close =
-            std::upper_bound(quote.minutes.begin(), quote.minutes.end(), timeOf(date, kAfterHours));
-        quote.minutes.erase(close, quote.minutes.end());
-    }
-    mMinutes.insert(mMinutes.end(), quote.minutes.begin(), quote.minutes.end());
-    mMarket[key] = std::move(quote);
-    mInstruments.append(key);
-}
-
 /// Spreads each desk's orders over the instrument's day, buying and selling in turn.
 void DemoTrader::planOrders() {
+    const std::vector<qint64> &allMinutes = mMarket.minutes();
     for (size_t i = 0; i < mAccount.desks.size(); ++i) {
         const DemoDesk &desk = mAccount.desks[i];
-        const auto quote = mMarket.find(desk.instrument);
-        if (quote == mMarket.end()) {
+        const DemoMarketDay::Quote *quote = mMarket.find(desk.instrument);
+        if (!quote) {
             continue;
         }
-        const std::vector<qint64> &times = quote->second.minutes;
-        const size_t quiet = 2 * kQuietStart + (quote->second.isFuture ? kClosingMinutes : 0);
+        const std::vector<qint64> &times = quote->minutes;
+        const size_t quiet = 2 * kQuietStart + (quote->isFuture ? kClosingMinutes : 0);
         if (times.size() < 2 * quiet) {
             continue;
         }
@@ -100,8 +60,8 @@ void DemoTrader::planOrders() {
         for (int n = 0; n < desk.orders; ++n, buy = !buy) {
             Intent intent;
             const size_t at = kQuietStart + static_cast<size_t>(minutes * (n + random.uniform()) / desk.orders);
-            intent.minute = static_cast<size_t>(std::lower_bound(mMinutes.begin(), mMinutes.end(), times[at]) -
-                                                mMinutes.begin());
+            intent.minute = static_cast<size_t>(
+                std::lower_bound(allMinutes.begin(), allMinutes.end(), times[at]) - allMinutes.begin());
             intent.desk = i;
             intent.buy = buy;
             intent.edge = edgeOf(random);
@@ -118,7 +78,7 @@ void DemoTrader::planOrders() {
 void DemoTrader::planTasks() {
     const QDate date = dateOf(mDay);
     const int base = (date.year() % 100 * 10000 + date.month() * 100 + date.day()) * 100 + mAccount.number * 10;
-    const double minutes = static_cast<double>(mMinutes.size() - 1);
+    const double minutes = static_cast<double>(mMarket.minutes().size() - 1);
     for (size_t i = 0; i < mAccount.tasks.size(); ++i) {
         RunningTask running;
         running.plan = &mAccount.tasks[i];
@@ -130,54 +90,34 @@ void DemoTrader::planTasks() {
         running.task.day = mDay;
         running.task.strategy = running.plan->strategy;
         running.task.command = running.task.id;
-        running.task.start = mMinutes[running.first] - kMinuteLength;
-        running.task.end = mMinutes[running.last];
+        running.task.start = mMarket.minutes()[running.first] - kMinuteLength;
+        running.task.end = mMarket.minutes()[running.last];
         mTasks.push_back(running);
     }
 }
 
-const DemoTrader::Quote *DemoTrader::quoteOf(const QString &instrument) const {
-    const auto found = mMarket.find(instrument);
-    if (found == mMarket.end() || found->second.last <= 0.0) {
-        return nullptr;
-    }
-    const std::vector<qint64> &minutes = found->second.minutes;
-    return std::binary_search(minutes.begin(), minutes.end(), mMinutes[mNext]) ? &found->second : nullptr;
-}
-
-/// A time within the minute that is traded.
-qint64 DemoTrader::secondOfMinute(int second) const {
-    return mMinutes[mNext] - kMinuteLength + second * 1000LL;
-}
-
 TradeChanges DemoTrader::step(const Bars &bars) {
-    if (mNext >= mMinutes.size()) {
+    if (mMarket.isOver()) {
         return {};
     }
     placeIntents();
     for (RunningTask &running : mTasks) {
         runTask(running);
     }
-    for (const QString &instrument : mInstruments) {
+    for (const QString &instrument : mMarket.instruments()) {
         closeFuture(instrument);
     }
     match(bars);
     expire();
-    for (auto &quote : mMarket) {
-        const MinuteBar *bar = bars(quote.first, mMinutes[mNext]);
-        if (bar && bar->price > 0.0) {
-            quote.second.last = bar->price;
-        }
-    }
-    ++mNext;
+    mMarket.advance(bars);
     return takeChanges();
 }
 
 void DemoTrader::placeIntents() {
-    for (; mNextIntent < mIntents.size() && mIntents[mNextIntent].minute <= mNext; ++mNextIntent) {
+    for (; mNextIntent < mIntents.size() && mIntents[mNextIntent].minute <= mMarket.next(); ++mNextIntent) {
         const Intent &intent = mIntents[mNextIntent];
         const DemoDesk &desk = mAccount.desks[intent.desk];
-        const Quote *quote = quoteOf(desk.instrument);
+        const DemoMarketDay::Quote *quote = mMarket.quoteOf(desk.instrument);
         if (!quote) {
             continue; // no price yet
         }
@@ -195,11 +135,11 @@ void DemoTrader::placeIntents() {
 /// Closes what is open in a future, when its day is about to end: whatever rests is cancelled and new orders, ready to
 /// pay, are made every minute, for the first desk that trades it.
 void DemoTrader::closeFuture(const QString &key) {
-    const Quote *quote = quoteOf(key);
+    const DemoMarketDay::Quote *quote = mMarket.quoteOf(key);
     if (!quote || !quote->isFuture) {
         return;
     }
-    const auto next = std::upper_bound(quote->minutes.begin(), quote->minutes.end(), mMinutes[mNext]);
+    const auto next = std::upper_bound(quote->minutes.begin(), quote->minutes.end(), mMarket.nextMinute());
     if (static_cast<size_t>(quote->minutes.end() - next) >= kClosingMinutes) {
         return;
     }
@@ -240,14 +180,14 @@ void DemoTrader::place(TradeOrder order, int lot, size_t life, size_t item, bool
                     .arg(mOrderNumber, 5, 10, QLatin1Char('0'))
                     .toStdString();
     order.day = mDay;
-    order.time = secondOfMinute(1 + open.random.below(9));
+    order.time = mMarket.secondOfMinute(1 + open.random.below(9));
     order.status = rejected ? kvservice::eOrderRejected : kvservice::eOrderReported;
     mChanges.orders.push_back(order);
     if (!rejected) {
         mWallet.setAside(order, lot);
         open.order = std::move(order);
         open.lot = lot;
-        open.deadline = mNext + life;
+        open.deadline = mMarket.next() + life;
         open.item = item;
         mOpen.push_back(std::move(open));
     }
@@ -256,19 +196,19 @@ void DemoTrader::place(TradeOrder order, int lot, size_t life, size_t item, bool
 void DemoTrader::runTask(RunningTask &running) {
     TradeTask &task = running.task;
     if (!running.isListed) {
-        if (mNext >= running.announced) {
+        if (mMarket.next() >= running.announced) {
             startTask(running);
         }
         return;
     }
-    if (!task.canBeCancelled() || mNext < running.first) {
+    if (!task.canBeCancelled() || mMarket.next() < running.first) {
         return;
     }
     if (task.status == kvservice::eTaskWaiting) {
         task.status = kvservice::eTaskRunning;
         mChanges.tasks.push_back(task);
     }
-    if ((mNext - running.first) % kSliceMinutes == 0 || mNext == running.last) {
+    if ((mMarket.next() - running.first) % kSliceMinutes == 0 || mMarket.next() == running.last) {
         for (size_t item = 0; item < task.items.size(); ++item) {
             slice(running, item);
         }
@@ -279,7 +219,7 @@ void DemoTrader::runTask(RunningTask &running) {
 void DemoTrader::startTask(RunningTask &running) {
     std::vector<TradeTaskItem> items;
     for (const DemoTask::Item &planned : running.plan->items) {
-        const Quote *quote = quoteOf(planned.instrument);
+        const DemoMarketDay::Quote *quote = mMarket.quoteOf(planned.instrument);
         if (!quote) {
             return;
         }
@@ -301,15 +241,15 @@ void DemoTrader::startTask(RunningTask &running) {
 void DemoTrader::slice(RunningTask &running, size_t number) {
     const TradeTaskItem &item = running.task.items[number];
     const DemoTask::Item &planned = running.plan->items[number];
-    const Quote *quote = quoteOf(planned.instrument);
+    const DemoMarketDay::Quote *quote = mMarket.quoteOf(planned.instrument);
     int resting = 0;
     for (const OpenOrder &open : mOpen) {
         const bool ofItem = open.order.task == running.task.id && open.item == number;
         resting += ofItem ? open.order.rest() : 0;
     }
     const auto index = [](size_t minute) { return static_cast<qint64>(minute); };
-    const int due =
-        dueQuantity(item.quantity, planned.lot, index(running.first), index(running.last), index(mNext));
+    const int due = dueQuantity(item.quantity, planned.lot, index(running.first), index(running.last),
+                                index(mMarket.next()));
     const int volume = due - item.finished - resting;
     if (!quote || volume <= 0) {
         return;
@@ -329,7 +269,7 @@ void DemoTrader::slice(RunningTask &running, size_t number) {
 void DemoTrader::match(const Bars &bars) {
     for (OpenOrder &open : mOpen) {
         const TradeOrder &order = open.order;
-        const MinuteBar *bar = bars(QString::fromStdString(order.instrument), mMinutes[mNext]);
+        const MinuteBar *bar = bars(QString::fromStdString(order.instrument), mMarket.nextMinute());
         if (bar && reaches(*bar, order.direction == kBuy, order.price)) {
             fill(open, *bar);
         }
@@ -345,7 +285,7 @@ void DemoTrader::fill(OpenOrder &open, const MinuteBar &bar) {
     deal.order = order.key;
     deal.instrument = order.instrument;
     deal.day = mDay;
-    deal.time = secondOfMinute(12 + open.random.below(48));
+    deal.time = mMarket.secondOfMinute(12 + open.random.below(48));
     deal.direction = order.direction;
     deal.offset = order.offset;
     deal.price = fillPrice(bar, buy, order.price);
@@ -374,9 +314,9 @@ void DemoTrader::countForTask(const OpenOrder &open, int volume) {
 
 /// Takes filled orders off the list, cancels those that have waited long enough, and ends tasks.
 void DemoTrader::expire() {
-    const bool dayEnds = mNext + 1 == mMinutes.size();
+    const bool dayEnds = mMarket.isLastMinute();
     for (OpenOrder &open : mOpen) {
-        if (open.order.isOpen() && (dayEnds || mNext >= open.deadline)) {
+        if (open.order.isOpen() && (dayEnds || mMarket.next() >= open.deadline)) {
             cancel(open);
         }
     }
@@ -388,7 +328,7 @@ void DemoTrader::expire() {
         const bool done = running.isListed &&
                           std::all_of(items.begin(), items.end(),
                                       [](const TradeTaskItem &item) { return item.finished >= item.quantity; });
-        const bool over = running.isListed && (dayEnds || mNext >= running.last + kSliceLife);
+        const bool over = running.isListed && (dayEnds || mMarket.next() >= running.last + kSliceLife);
         if (running.task.canBeCancelled() && (done || over)) {
             running.task.status = done ? kvservice::eTaskFinished : kvservice::eTaskExpired;
             cancelOrders([&](const TradeOrder &order) { return order.task == running.task.id; });

@@ -1,14 +1,9 @@
 #pragma once
 
-#include "terminal/market/Catalogue.h"
 #include "terminal/market/SimulatedRandom.h"
-#include "terminal/trade/DemoRoster.h"
+#include "terminal/trade/DemoMarketDay.h"
 #include "terminal/trade/DemoWallet.h"
 
-#include <QStringList>
-
-#include <functional>
-#include <map>
 #include <vector>
 
 namespace terminal {
@@ -21,17 +16,16 @@ namespace terminal {
 /// Only the prices of a minute are used and whether it had a trade, since a minute's volume may be revised later.
 class DemoTrader {
 public:
-    /// The bar of an instrument that ends at a time, or null when the minute has none.
-    using Bars = std::function<const MinuteBar *(const QString &instrument, qint64 time)>;
+    using Bars = DemoMarketDay::Bars;
 
     /// Instruments that the catalogue does not know are left out.
     DemoTrader(const DemoAccount &account, const Catalogue &catalogue, int day);
 
     int day() const { return mDay; }
     const TradeAccount &account() const { return mAccount.account; }
-    const QStringList &instruments() const { return mInstruments; }
+    const QStringList &instruments() const { return mMarket.instruments(); }
     /// End of the next minute to trade; 0 when the day is over.
-    qint64 nextMinute() const { return mNext < mMinutes.size() ? mMinutes[mNext] : 0; }
+    qint64 nextMinute() const { return mMarket.nextMinute(); }
 
     /// Trades the next minute and answers what it changed. Nothing when the day is over.
     TradeChanges step(const Bars &bars);
@@ -39,14 +33,6 @@ public:
     TradeChanges cancelTask(int id, qint64 time);
 
 private:
-    struct Quote {
-        std::string market;
-        std::string code;
-        bool isFuture = false;
-        std::vector<qint64> minutes; ///< ends of those that it trades in, ascending
-        double priceTick = 0.01;
-        double last = 0.0; ///< 0 before the first price
-    };
     /// An order that a desk is going to make.
     struct Intent {
         size_t minute = 0; ///< index
@@ -74,8 +60,6 @@ private:
         bool isListed = false;
     };
 
-    void planMinutes(const Catalogue &catalogue);
-    void planInstrument(const Catalogue &catalogue, const QString &key);
     void planOrders();
     void planTasks();
     void placeIntents();
@@ -90,19 +74,13 @@ private:
     void countForTask(const OpenOrder &open, int volume);
     void cancel(OpenOrder &open);
     template <class Condition> void cancelOrders(Condition isCancelled);
-    /// Last price and tick; null when there is no price yet or the instrument does not trade in this minute.
-    const Quote *quoteOf(const QString &instrument) const;
-    qint64 secondOfMinute(int second) const;
     TradeChanges takeChanges();
 
     const DemoAccount &mAccount;
     const int mDay;
     const quint64 mSeed;
-    QStringList mInstruments;
-    std::map<QString, Quote> mMarket;
+    DemoMarketDay mMarket;
     DemoWallet mWallet;
-    std::vector<qint64> mMinutes; ///< ends, ascending
-    size_t mNext = 0;
     std::vector<Intent> mIntents; ///< by minute
     size_t mNextIntent = 0;
     std::vector<RunningTask> mTasks;

@@ -1,6 +1,6 @@
 #include "terminal/trade/OrderMatching.h"
 
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 
 #include <algorithm>
 

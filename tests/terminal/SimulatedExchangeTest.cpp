@@ -1,7 +1,7 @@
 #include "terminal/market/SimulatedExchange.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 #include "terminal/market/SimulatedTicks.h"
 #include "tests/terminal/StoreFixture.h"
 

@@ -1,4 +1,4 @@
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketWriter.h"

@@ -3,7 +3,7 @@
 #include "host/services/CStockManager.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
-#include "terminal/market/SimulatedMarket.h"
+#include "terminal/market/SimulatedDay.h"
 #include "tests/terminal/FormulaBars.h"
 #include "tests/terminal/FormulaServiceFixture.h"
 #include "tests/terminal/StoreFixture.h"

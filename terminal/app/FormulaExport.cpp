@@ -1,0 +1,75 @@
+#include "terminal/app/FormulaExport.h"
+
+#include "host/services/CFormulaOperateManager.h"
+#include "toolkit/windows/WindowLook.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QSaveFile>
+
+#include <utility>
+
+namespace terminal {
+namespace {
+
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(FormulaExport)
+};
+
+/// The text of a formula or of a script model; empty when there is none.
+QByteArray textOf(const QString &formula) {
+    TC::CFormulaOperateManager &catalogue = TC::CSingletonT<TC::CFormulaOperateManager>::instance();
+    const QString text = catalogue.source(formula).mText;
+    if (!text.isEmpty()) {
+        return text.toUtf8();
+    }
+    QFile script(catalogue.pythonDir() + QLatin1Char('/') + formula.toUpper() + QStringLiteral(".py"));
+    return script.open(QIODevice::ReadOnly) ? script.readAll() : QByteArray();
+}
+
+void setLabels(QFileDialog &dialog) {
+    for (const auto &[part, text] : {std::pair(QFileDialog::LookIn, Words::tr("文件夹")),
+                                     std::pair(QFileDialog::FileName, Words::tr("文件名")),
+                                     std::pair(QFileDialog::FileType, Words::tr("类型")),
+                                     std::pair(QFileDialog::Accept, Words::tr("保存")),
+                                     std::pair(QFileDialog::Reject, Words::tr("取消"))}) {
+        dialog.setLabelText(part, text);
+    }
+}
+
+} // namespace
+
+ExportOutcome askFormulaExport(const QString &formula, QWidget *parent) {
+    if (formula.isEmpty()) {
+        return {Words::tr("主图只有系统公式，没有可导出的公式"), true};
+    }
+    const TC::CFormulaDetailPtr detail =
+        TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
+    const bool isScript = detail && detail->mLanguage == TC::EFormulaLanguage::Python;
+    const QString ending = isScript ? QStringLiteral(".py") : QStringLiteral(".lua");
+    QFileDialog dialog(parent, Words::tr("导出公式"), QDir::homePath(), Words::tr("公式 (*%1)").arg(ending));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ending.mid(1));
+    dialog.selectFile((detail ? detail->mName : formula) + ending);
+    setLabels(dialog);
+    dialog.setPalette(GZ::windowPalette());
+    return dialog.exec() == QDialog::Accepted ? exportFormula(formula, dialog.selectedFiles().value(0))
+                                              : ExportOutcome();
+}
+
+ExportOutcome exportFormula(const QString &formula, const QString &path) {
+    const QByteArray text = textOf(formula);
+    if (text.isEmpty()) {
+        return {Words::tr("%1 没有可导出的内容").arg(formula), true};
+    }
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) {
+        return {Words::tr("%1 已导出到 %2").arg(formula, path)};
+    }
+    return {Words::tr("文件 %1 无法写入（%2）").arg(path, file.errorString()), true};
+}
+
+} // namespace terminal

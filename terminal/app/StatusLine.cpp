@@ -1,0 +1,58 @@
+#include "terminal/app/StatusLine.h"
+
+#include "host/toolkit/CUiResource.h"
+
+#include <QDateTime>
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace terminal {
+namespace {
+
+constexpr int kHeight = 26; ///< pixels
+
+} // namespace
+
+StatusLine::StatusLine(QWidget *parent) : QWidget(parent), mText(new QLabel(this)), mClock(new QLabel(this)) {
+    setFixedHeight(kHeight);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(8, 0, 8, 0);
+    mText->setObjectName(QStringLiteral("status"));
+    mText->setTextFormat(Qt::PlainText);
+    mText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(mText, 1);
+    layout->addWidget(mClock);
+}
+
+void StatusLine::say(const QString &text, bool isError) {
+    mIsErrorShown = isError;
+    QPalette colors = palette();
+    if (isError) {
+        colors.setColor(QPalette::WindowText,
+                        GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_index_default_rise")));
+    }
+    mText->setPalette(colors);
+    mText->setText(text);
+    mText->setToolTip(text);
+}
+
+void StatusLine::sayLasting(const QString &error) {
+    say(error, true);
+    mIsErrorShown = false;
+}
+
+void StatusLine::clearError() {
+    if (mIsErrorShown) {
+        say({});
+    }
+}
+
+void StatusLine::setMarketTime(const QDateTime &time) {
+    mClock->setText(tr("市场时间 %1").arg(time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+}
+
+QString StatusLine::text() const {
+    return mText->text();
+}
+
+} // namespace terminal

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+
+class QDateTime;
+class QLabel;
+
+namespace terminal {
+
+/// The line beneath the chart: what the terminal has to say, an error in a colour of its own, and the market's time.
+class StatusLine : public QWidget {
+    Q_OBJECT
+public:
+    explicit StatusLine(QWidget *parent = nullptr);
+
+    void say(const QString &text, bool isError = false);
+    /// Says an error that stays when another instrument is shown.
+    void sayLasting(const QString &error);
+    /// Takes an error away that does not last.
+    void clearError();
+    void setMarketTime(const QDateTime &time);
+    QString text() const;
+
+private:
+    QLabel *mText;
+    QLabel *mClock;
+    bool mIsErrorShown = false; ///< one that does not last
+};
+
+} // namespace terminal

@@ -1,0 +1,76 @@
+#include "terminal/formula/ResultDelivery.h"
+
+#include <QThread>
+
+#include <utility>
+
+namespace terminal {
+namespace {
+
+constexpr int kWholeSeries = 1; ///< data type of a history result
+
+} // namespace
+
+ResultDelivery::ResultDelivery(DeliveryQueue &queue, QString requestId, QString formula,
+                               std::shared_ptr<const ResultCallbacks> callbacks)
+    : mQueue(queue), mId(std::move(requestId)), mFormula(std::move(formula)), mCallbacks(std::move(callbacks)) {
+}
+
+void ResultDelivery::post(std::function<void(const ResultCallbacks &)> call) {
+    mQueue.post([self = shared_from_this(), call = std::move(call)] {
+        std::shared_ptr<const ResultCallbacks> callbacks;
+        {
+            std::lock_guard<std::mutex> hold(self->mLock);
+            callbacks = self->mCallbacks;
+        }
+        if (callbacks && !self->mIsWithdrawn) {
+            call(*callbacks);
+        }
+    });
+}
+
+template <class... Result> void ResultDelivery::takeHidden(const Result &...result) {
+    std::lock_guard<std::mutex> hold(mLock);
+    mHidden.take(result...);
+}
+
+void ResultDelivery::postSeries(FormulaSeries series, bool keepRange) {
+    const auto meta = std::make_shared<se::RPCFormulaMetaResult>(std::move(series.meta));
+    const auto result = std::make_shared<se::RPCFormulaResult>(std::move(series.result));
+    post([this, meta, result, keepRange](const ResultCallbacks &callbacks) {
+        takeHidden(*meta, *result);
+        if (callbacks.onHistory) {
+            callbacks.onHistory(meta, result, mId, kWholeSeries, mFormula, keepRange);
+        }
+    });
+}
+
+void ResultDelivery::postPoint(se::RPCFormulaInstantResult made) {
+    const auto point = std::make_shared<se::RPCFormulaInstantResult>(std::move(made));
+    post([this, point](const ResultCallbacks &callbacks) {
+        takeHidden(*point);
+        if (callbacks.onRealtime) {
+            callbacks.onRealtime(0, mId, point);
+        }
+    });
+}
+
+void ResultDelivery::withdraw() {
+    mIsWithdrawn = true;
+    std::shared_ptr<const ResultCallbacks> callbacks;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        callbacks = std::exchange(mCallbacks, nullptr);
+    }
+    if (QThread::currentThread() != mQueue.thread()) {
+        // The last owner of a chart's data must not be a thread that cannot destroy it.
+        mQueue.post([callbacks = std::move(callbacks)] {});
+    }
+}
+
+QString ResultDelivery::hiddenAt(int index) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mHidden.textAt(index);
+}
+
+} // namespace terminal

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/services/CFormulaManager.h"
+#include "terminal/formula/HiddenVariables.h"
+#include "terminal/formula/SeriesComputer.h"
+#include "terminal/threads/DeliveryQueue.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace terminal {
+
+/// Who is called with the results of requests.
+struct ResultCallbacks {
+    TC::FormulaHistoryCallback onHistory;
+    TC::FormulaRealtimeCallback onRealtime;
+};
+
+/// The results of one request on their way to the user-interface thread.
+///
+/// They come in the order of posting. After withdraw() on the user-interface thread nothing is called any more; from
+/// another thread a call under way is finished. The callbacks are released on the user-interface thread without any
+/// lock held. Any thread.
+class ResultDelivery : public std::enable_shared_from_this<ResultDelivery> {
+public:
+    /// The queue has to outlive what is posted to it.
+    ResultDelivery(DeliveryQueue &queue, QString requestId, QString formula,
+                   std::shared_ptr<const ResultCallbacks> callbacks);
+
+    /// A whole series in place of what was shown; `keepRange` when its value range goes on.
+    void postSeries(FormulaSeries series, bool keepRange);
+    /// The last point, changed or new.
+    void postPoint(se::RPCFormulaInstantResult point);
+    void withdraw();
+    bool isWithdrawn() const { return mIsWithdrawn; }
+    /// The hidden lines of what has been delivered, at a point counted from 0; see HiddenVariables.
+    QString hiddenAt(int index) const;
+
+private:
+    void post(std::function<void(const ResultCallbacks &)> call);
+    template <class... Result> void takeHidden(const Result &...result);
+
+    DeliveryQueue &mQueue;
+    const QString mId;
+    const QString mFormula;
+    std::atomic<bool> mIsWithdrawn{false};
+    mutable std::mutex mLock; ///< guards what follows
+    std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn
+    HiddenVariables mHidden;
+};
+
+} // namespace terminal

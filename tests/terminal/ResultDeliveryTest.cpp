@@ -1,0 +1,114 @@
+#include "terminal/formula/ResultDelivery.h"
+
+#include <QCoreApplication>
+#include <QTest>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace terminal;
+
+namespace {
+
+FormulaSeries seriesOf(double value) {
+    FormulaSeries series;
+    series.result.mTimes.emplace_back(60, 0);
+    series.result.mValues = {{value}};
+    return series;
+}
+
+se::RPCFormulaInstantResult pointOf(double value) {
+    se::RPCFormulaInstantResult point;
+    point.mTime = {60, 0};
+    point.mValues = {value};
+    return point;
+}
+
+/// Tells on which thread it was released.
+struct Witness {
+    explicit Witness(QThread *&where) : mWhere(where) {}
+    ~Witness() { mWhere = QThread::currentThread(); }
+    QThread *&mWhere;
+};
+
+class ResultDeliveryTest : public ::testing::Test {
+protected:
+    std::shared_ptr<ResultDelivery> make(std::shared_ptr<Witness> witness = {}) {
+        auto callbacks = std::make_shared<ResultCallbacks>();
+        callbacks->onHistory = [this, witness](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &result,
+                                               const QString &id, int, const QString &name, bool keepRange) {
+            mCalls.append(QStringLiteral("%1 %2 %3 %4")
+                              .arg(id, name)
+                              .arg(result->mValues[0][0])
+                              .arg(keepRange ? "keep" : "new"));
+        };
+        callbacks->onRealtime = [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
+            mCalls.append(QStringLiteral("%1 point %2").arg(id).arg(point->mValues[0]));
+        };
+        return std::make_shared<ResultDelivery>(mQueue, QStringLiteral("id"), QStringLiteral("MA"),
+                                                std::move(callbacks));
+    }
+    bool drained() {
+        return QTest::qWaitFor([this] { return mQueue.pending() == 0; });
+    }
+
+    DeliveryQueue mQueue;
+    QStringList mCalls;
+};
+
+} // namespace
+
+TEST_F(ResultDeliveryTest, ResultsComeInTheOrderOfPosting) {
+    const auto delivery = make();
+    std::thread([&] {
+        delivery->postSeries(seriesOf(1), false);
+        delivery->postPoint(pointOf(2));
+        delivery->postSeries(seriesOf(3), true);
+    }).join();
+    EXPECT_TRUE(mCalls.isEmpty()) << "the user-interface thread has not turned";
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls, QStringList({"id MA 1 new", "id point 2", "id MA 3 keep"}));
+}
+
+TEST_F(ResultDeliveryTest, NothingIsCalledAfterAWithdrawal) {
+    const auto delivery = make();
+    delivery->postSeries(seriesOf(1), false);
+    delivery->withdraw();
+    delivery->postPoint(pointOf(2));
+    ASSERT_TRUE(drained());
+    EXPECT_TRUE(mCalls.isEmpty());
+    EXPECT_TRUE(delivery->isWithdrawn());
+}
+
+TEST_F(ResultDeliveryTest, TheCallbacksAreReleasedOnTheUserInterfaceThreadWhoeverWithdraws) {
+    QThread *releasedOn = nullptr;
+    const auto delivery = make(std::make_shared<Witness>(releasedOn));
+    std::thread([&] { delivery->withdraw(); }).join();
+    EXPECT_EQ(releasedOn, nullptr);
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(releasedOn, qApp->thread());
+}
+
+TEST_F(ResultDeliveryTest, AWithdrawalOnTheUserInterfaceThreadReleasesAtOnce) {
+    QThread *releasedOn = nullptr;
+    const auto delivery = make(std::make_shared<Witness>(releasedOn));
+    delivery->withdraw();
+    EXPECT_EQ(releasedOn, qApp->thread());
+}
+
+TEST_F(ResultDeliveryTest, ACallbackMayWithdrawItsOwnRequest) {
+    auto callbacks = std::make_shared<ResultCallbacks>();
+    std::shared_ptr<ResultDelivery> delivery;
+    int calls = 0;
+    callbacks->onRealtime = [&](int, const QString &, const TC::FormulaInstantPtr &) {
+        ++calls;
+        delivery->withdraw();
+    };
+    delivery = std::make_shared<ResultDelivery>(mQueue, QStringLiteral("id"), QString(), callbacks);
+    delivery->postPoint(pointOf(1));
+    delivery->postPoint(pointOf(2));
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(calls, 1);
+}
