@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace terminal {
 namespace {
@@ -60,8 +61,9 @@ QString accountOf(const QString &key) {
 
 } // namespace
 
-ChartView::ChartView(QWidget *parent)
-    : CBaseWidget(parent), mMain(new TC::CRealtimeMainWidget(this, TC::EIndexViewType::Ordinary)) {
+ChartView::ChartView(PortfolioPositions portfolios, QWidget *parent)
+    : CBaseWidget(parent), mPortfolios(std::move(portfolios)),
+      mMain(new TC::CRealtimeMainWidget(this, TC::EIndexViewType::Ordinary)) {
     setObjectName(QStringLiteral("chart_view"));
     setFocusProxy(mMain);
     auto *layout = new QVBoxLayout(this);
@@ -88,6 +90,9 @@ bool ChartView::show(const QString &key, const QDate &day) {
     const bool isPortfolio = TC::CSingletonT<TC::CStockManager>::instance().isPortfolio(key);
     mMain->setFormulaAccount(accountOf(key));
     mMain->setStock(isPortfolio ? key.mid(kPortfolioMarket.size()) : key, false);
+    if (isPortfolio) {
+        mMain->subPortfolioCallBack(mPortfolios(key)); // its futures tell the axis
+    }
     mMain->beHistory(day.isValid());
     mMain->request(false);
     mMain->updateWidgetsView();

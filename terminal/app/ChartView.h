@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/records/RPCUiPortfolioDetail.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QDate>
@@ -7,6 +8,8 @@
 #include <QSet>
 #include <QString>
 #include <boost/shared_ptr.hpp>
+
+#include <functional>
 
 namespace TC {
 class CRealtimeData;
@@ -21,7 +24,10 @@ namespace terminal {
 class ChartView : public GZ::CBaseWidget {
     Q_OBJECT
 public:
-    explicit ChartView(QWidget *parent = nullptr);
+    /// The positions of a portfolio by its key.
+    using PortfolioPositions = std::function<TC::RPCUiPortfolioDetail(const QString &key)>;
+
+    explicit ChartView(PortfolioPositions portfolios, QWidget *parent = nullptr);
 
     /// Shows an instrument of the catalogue; a null day is the running one. False, and nothing changed, for an
     /// unknown instrument.
@@ -88,6 +94,7 @@ private:
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.
     void countPastPoints();
 
+    const PortfolioPositions mPortfolios;
     TC::CRealtimeMainWidget *mMain;
     QString mInstrument;
     QDate mPastDay; ///< null for the running day

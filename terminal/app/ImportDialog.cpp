@@ -126,24 +126,24 @@ void ImportDialog::buildInstrument(QGridLayout *grid, int row) {
 }
 
 void ImportDialog::buildProgress(QGridLayout *grid, int row) {
-    mProgress = named(new QProgressBar(this), "progress");
-    mProgress->setRange(0, 1000);
-    mRate = named(new QLabel(this), "rate");
-    mSummary = named(new QLabel(this), "summary");
-    mSummary->setTextFormat(Qt::PlainText);
-    mSummary->setWordWrap(true);
-    mSummary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    mProgress.bar = named(new QProgressBar(this), "progress");
+    mProgress.bar->setRange(0, 1000);
+    mProgress.rate = named(new QLabel(this), "rate");
+    mProgress.summary = named(new QLabel(this), "summary");
+    mProgress.summary->setTextFormat(Qt::PlainText);
+    mProgress.summary->setWordWrap(true);
+    mProgress.summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     mStart = named(new QPushButton(tr("导入(&I)"), this), "start");
     mStop = named(new QPushButton(tr("停止(&S)"), this), "stop_import");
     mClose = named(new QPushButton(tr("关闭"), this), "close");
     auto *buttons = new QHBoxLayout;
-    buttons->addWidget(mRate, 1);
+    buttons->addWidget(mProgress.rate, 1);
     for (QPushButton *button : {mStart, mStop, mClose}) {
         button->setAutoDefault(false); // return belongs to the field that it is pressed in
         buttons->addWidget(button);
     }
-    grid->addWidget(mProgress, row, 0, 1, 3);
-    grid->addWidget(mSummary, row + 1, 0, 1, 3);
+    grid->addWidget(mProgress.bar, row, 0, 1, 3);
+    grid->addWidget(mProgress.summary, row + 1, 0, 1, 3);
     grid->addLayout(buttons, row + 2, 0, 1, 3);
     connect(mStart, &QPushButton::clicked, this, &ImportDialog::start);
     connect(mStop, &QPushButton::clicked, this, &ImportDialog::stop);
@@ -263,7 +263,7 @@ void ImportDialog::refreshButtons() {
 void ImportDialog::start() {
     mStopped = false;
     mResults.clear();
-    mSummary->clear();
+    mProgress.summary->clear();
     startNext();
 }
 
@@ -280,7 +280,7 @@ void ImportDialog::startNext() {
     connect(mJob.get(), &ImportJob::progress, this, &ImportDialog::onProgress);
     connect(mJob.get(), &ImportJob::finished, this, &ImportDialog::onFinished);
     mSince.start();
-    mProgress->setValue(0);
+    mProgress.bar->setValue(0);
     refreshButtons();
     mStop->setFocus();
     mJob->start();
@@ -290,9 +290,9 @@ void ImportDialog::onProgress(int done, int total) {
     if (!mJob || total <= 0) {
         return; // a report that was still on its way
     }
-    mProgress->setValue(static_cast<int>(1000LL * done / total));
+    mProgress.bar->setValue(static_cast<int>(1000LL * done / total));
     const double rows = static_cast<double>(mEntries[mRunning].preview.rowsAbout) * done / total;
-    mRate->setText(tr("%1 行/秒").arg(shownCount(rateOf(rows, mSince))));
+    mProgress.rate->setText(tr("%1 行/秒").arg(shownCount(rateOf(rows, mSince))));
 }
 
 void ImportDialog::onFinished() {
@@ -303,7 +303,7 @@ void ImportDialog::onFinished() {
     if (outcome.isGood()) {
         const QString rate = shownCount(rateOf(outcome.rows, mSince));
         mResults.append(tr("%1（%2 行，%3 行/秒）").arg(importedText(outcome), shownCount(outcome.rows), rate));
-        mProgress->setValue(1000);
+        mProgress.bar->setValue(1000);
         const ImportedBars &first = outcome.instruments.first();
         emit imported(first.key, dateOf(first.lastDay), importedText(outcome));
     } else if (mStopped) {
@@ -323,8 +323,8 @@ void ImportDialog::stop() {
 
 void ImportDialog::finish() {
     mRunning = -1;
-    mSummary->setText(mResults.join(QLatin1Char('\n')));
-    mRate->clear();
+    mProgress.summary->setText(mResults.join(QLatin1Char('\n')));
+    mProgress.rate->clear();
     refreshButtons();
     mClose->setFocus();
 }

@@ -92,9 +92,13 @@ private:
     QLineEdit *mCode = nullptr;
     QLineEdit *mName = nullptr;
     QTableWidget *mTable = nullptr;
-    QProgressBar *mProgress = nullptr;
-    QLabel *mRate = nullptr;
-    QLabel *mSummary = nullptr;
+    /// How far the import has come, and what came of it.
+    struct Progress {
+        QProgressBar *bar = nullptr;
+        QLabel *rate = nullptr;
+        QLabel *summary = nullptr;
+    };
+    Progress mProgress;
     QPushButton *mStart = nullptr;
     QPushButton *mStop = nullptr;
     QPushButton *mClose = nullptr;

@@ -135,7 +135,7 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     const bool live = start.day == services.runningDayOf(start.key);
     while (!live && services.trade().recordPastDay()) { // a window shows them as they come
     }
-    ChartView view;
+    ChartView view([&services](const QString &key) { return services.portfolioDetailOf(key); });
     view.resize(options.size);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.QWidget::show();

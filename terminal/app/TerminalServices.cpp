@@ -5,6 +5,7 @@
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/TransactionTape.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -31,7 +32,8 @@ std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int da
     if (!instrument && !isComposite) {
         return {};
     }
-    const MarketCalendar calendar = catalogue->calendar(instrument ? instrument->market : QStringLiteral("SH"));
+    const Instrument *axis = instrument ? instrument : axisFutureOf(*catalogue, key);
+    const MarketCalendar calendar = catalogue->calendar(axis ? axis->market : QStringLiteral("SH"));
     const QDate date = dateOf(day);
     const QDate held = calendar.eveningBefore(date);
     const DaySessions sessions = instrument ? instrument->sessions : compositeSessions(*catalogue, key);
@@ -78,10 +80,11 @@ QVector<SearchEntry> formulaEntries(const TC::CFormulaCatalogDetail &folder) {
 
 struct TerminalServices::Installations {
     explicit Installations(TerminalServices &s)
-        : config(s.mConfig), ids(s.mIds), catalogue(s.mCatalogue), cache(s.mCache), strategies(s.mStrategies),
-          trade(*s.mTrade), files(s.mFiles), enhance(s.mEnhance), smartKeys(s.mSmartKeys),
-          templates(s.mTemplates), selfStocks(s.mSelfStocks), windowRequests(s.mWindowRequests),
-          formulas(*s.mFormulas), replay(*s.mReplay) {}
+        : config(s.mConfig), ids(s.mIndependent.ids), catalogue(s.mCatalogue), cache(s.mCache),
+          strategies(s.mIndependent.strategies), trade(*s.mTrade), files(s.mFiles),
+          enhance(s.mIndependent.enhance), smartKeys(s.mSmartKeys), templates(s.mTemplates),
+          selfStocks(s.mSelfStocks), windowRequests(s.mIndependent.windowRequests), formulas(*s.mFormulas),
+          replay(*s.mReplay) {}
 
     Installation<TC::CConfigService> config;
     Installation<se::IdGenerator> ids;
@@ -159,11 +162,12 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); }, kFormulaWorkers);
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
-    mTape = std::make_unique<TransactionTape>(mStore, *mExchange);
-    mFormulas->setTransactions([this](const QString &key, qint64 from, qint64 to, qint64 limit) {
-        return mTape->between(key, from, to, limit);
+    mFormulas->setHistoryCache(&mCache);
+    mFormulas->setTransactions([tape = std::make_shared<TransactionTape>(mStore, *mExchange)](
+                                   const QString &key, qint64 from, qint64 to, qint64 limit) {
+        return tape->between(key, from, to, limit);
     });
-    mReplay = std::make_unique<ReplayService>(*mFeed, maker, requestDayOf);
+    mReplay = std::make_unique<ReplayService>(mFormulas->tools(), requestDayOf, &mCache);
     mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
@@ -199,6 +203,18 @@ QString TerminalServices::nameOf(const QString &key) const {
         return catalogue->indexes[key].detail.mCode;
     }
     return catalogue->portfolios.value(key).name;
+}
+
+TC::RPCUiPortfolioDetail TerminalServices::portfolioDetailOf(const QString &key) const {
+    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+    TC::RPCUiPortfolioDetail detail;
+    for (const PortfolioPosition &position : catalogue->portfolios.value(key).positions) {
+        if (const Instrument *instrument = catalogue->find(position.key)) {
+            detail.mMarkets.push_back(instrument->market.toStdString());
+            detail.mCodes.push_back(instrument->code.toStdString());
+        }
+    }
+    return detail;
 }
 
 const Instrument *TerminalServices::dayInstrumentOf(const Catalogue &catalogue, const QString &key) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/records/RPCUiPortfolioDetail.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/QuoteList.h"
 #include "terminal/app/SmartKeyService.h"
@@ -20,7 +21,6 @@
 #include "terminal/market/SimulatedExchange.h"
 #include "terminal/market/SimulatedHistory.h"
 #include "terminal/market/StoreSelfStocks.h"
-#include "terminal/market/TransactionTape.h"
 #include "terminal/replay/ReplayService.h"
 #include "terminal/trade/EnhanceDrawService.h"
 #include "terminal/trade/StrategyService.h"
@@ -80,7 +80,7 @@ public:
     FormulaCatalogue &catalogue() { return mCatalogue; }
     ReplayService &replay() { return *mReplay; }
     StoreSelfStocks &selfStocks() { return mSelfStocks; }
-    WindowRequests &windowRequests() { return mWindowRequests; }
+    WindowRequests &windowRequests() { return mIndependent.windowRequests; }
 
     /// All that a chart can show, to search in.
     InstrumentSearch search() const;
@@ -90,6 +90,8 @@ public:
     QString nameOf(const QString &key) const;
     /// The record of an instrument, or null.
     TC::CInstrumentDetailPtr detailOf(const QString &key) const;
+    /// The positions of a portfolio; none for any other key.
+    TC::RPCUiPortfolioDetail portfolioDetailOf(const QString &key) const;
     /// Of the running day; before its first trade the close of the day before stands for the price.
     InstrumentQuote quoteOf(const QString &key);
     /// The sectors that an instrument belongs to, or is the index of, from the coarsest to the finest.
@@ -105,7 +107,16 @@ private:
     static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
     QString start(const TerminalSettings &settings, const Progress &progress);
 
+    /// Services that use no other one.
+    struct Independent {
+        RequestIds ids;
+        StrategyService strategies;
+        EnhanceDrawService enhance;
+        WindowRequests windowRequests;
+    };
+
     // In the order of use: each is gone before those above it.
+    Independent mIndependent;
     ConfigService mConfig;
     CMarketStore mStore;
     std::unique_ptr<SimulatedClock> mClock;
@@ -113,20 +124,15 @@ private:
     std::unique_ptr<MarketServices> mMarket;
     std::unique_ptr<SimulatedExchange> mExchange;
     std::unique_ptr<CompositeFeed> mFeed; ///< of the exchange's prices
-    std::unique_ptr<TransactionTape> mTape;
-    RequestIds mIds;
     FormulaMessages mMessages;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;
     SimulatedHistory mHistory{mStore};
-    StrategyService mStrategies;
     std::unique_ptr<TradeService> mTrade;
     FileClient mFiles;
-    EnhanceDrawService mEnhance;
     SmartKeyService mSmartKeys;
     IndexTemplateService mTemplates{mConfig, mCatalogue};
     StoreSelfStocks mSelfStocks{mStore};
-    WindowRequests mWindowRequests;
     std::unique_ptr<FormulaService> mFormulas;
     std::unique_ptr<ReplayService> mReplay;
     struct Installations;

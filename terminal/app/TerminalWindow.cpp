@@ -43,10 +43,11 @@ QString shownDate(const QDate &date) {
 } // namespace
 
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
-    : QWidget(parent), mServices(services), mView(new ChartView(this)), mFormulas(new FormulaPanel(this)),
-      mMessages(new MessagePanel(services.messages(), this)), mControls(new ControlRow(this)),
-      mStatus(new StatusLine(this)), mLists(new QuoteLists(services, *mView, this)),
-      mDownloads(new DownloadTeller(services, *mView, this)),
+    : QWidget(parent), mServices(services),
+      mView(new ChartView([&services](const QString &key) { return services.portfolioDetailOf(key); }, this)),
+      mFormulas(new FormulaPanel(this)), mMessages(new MessagePanel(services.messages(), this)),
+      mControls(new ControlRow(this)), mStatus(new StatusLine(this)),
+      mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
       mReplay(new ReplayControl(services.replay(), *mView, this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));

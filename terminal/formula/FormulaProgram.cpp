@@ -33,11 +33,4 @@ se::RPCFormulaInstantResult FormulaProgram::evaluateLast(const MinuteBars &bars)
     return point;
 }
 
-void takeUnderlying(FormulaProgram &program, MarketFeed &feed, int day) {
-    const QString key = program.underlying();
-    if (!key.isEmpty()) {
-        program.setUnderlying(feed.dayBars(key, day));
-    }
-}
-
 } // namespace terminal

@@ -2,7 +2,7 @@
 
 #include "host/records/CFormulaParam.h"
 #include "host/records/RPCFormulaResult.h"
-#include "terminal/market/MarketFeed.h"
+#include "terminal/market/MinuteBar.h"
 
 #include <functional>
 #include <memory>
@@ -28,9 +28,6 @@ public:
     /// The bars of that instrument on the same day, for what is evaluated from then on.
     virtual void setUnderlying(const MinuteBars &) {}
 };
-
-/// Gives a program the day's bars of the instrument that it reads beside its own, if it does.
-void takeUnderlying(FormulaProgram &program, MarketFeed &feed, int day);
 
 /// Makes the program of a request, or answers null when there is no such formula.
 using FormulaProgramMaker = std::function<std::unique_ptr<FormulaProgram>(const TC::CFormulaParam &)>;

@@ -1,8 +1,8 @@
 #include "terminal/formula/FormulaRequest.h"
 
 #include "terminal/formula/RequestDays.h"
+#include "terminal/threads/SteadyTime.h"
 
-#include <chrono>
 #include <utility>
 
 namespace terminal {
@@ -10,33 +10,7 @@ namespace {
 
 constexpr int kHistoryOnly = 1; ///< data demand
 
-qint64 steadyTime() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-}
-
 } // namespace
-
-std::vector<qint64> RequestTools::positionsOf(const TC::CFormulaParam &param, int day) const {
-    const bool known = positions && !isAfterHours(param);
-    return known ? positions(feedKeyOf(param), day) : std::vector<qint64>();
-}
-
-FormulaSeries RequestTools::compute(const TC::CFormulaParam &param, int day) const {
-    const QString key = feedKeyOf(param);
-    PlacedDay placed(isAfterHours(param) ? feed.afterHoursBars(key, day) : feed.dayBars(key, day),
-                     positionsOf(param, day));
-    if (isScriptModel(param)) {
-        ScriptModelProcess process;
-        ScriptModelOutcome outcome = models.run(process, param, day, placed.placed());
-        return {std::move(outcome.meta), std::move(outcome.result)};
-    }
-    SeriesComputer computer(maker(param));
-    if (!computer.underlying().isEmpty()) {
-        computer.setUnderlying(feed.dayBars(computer.underlying(), day));
-    }
-    return computer.series(placed.placed());
-}
 
 FormulaRequest::FormulaRequest(const RequestTools &tools, Worker &home, const TC::CFormulaParam &param, int day,
                                std::shared_ptr<ResultDelivery> delivery)
@@ -103,7 +77,7 @@ void FormulaRequest::openUnderlying() {
 /// Sends what has changed, at once or when it is due.
 void FormulaRequest::note(SeriesChange change) {
     mDue.note(change);
-    const std::optional<int> wait = mDue.wait(steadyTime());
+    const std::optional<int> wait = mDue.wait(steadyMilliseconds());
     if (mDelivery->isWithdrawn() || !wait) {
         return;
     }
@@ -122,7 +96,7 @@ void FormulaRequest::send(DueResult::Due due) {
     }
     if (due == DueResult::Due::Point && !mIsModel) {
         mDelivery->postPoint(mComputer.lastPoint(mPlaced.placed()));
-        mDue.sent(steadyTime());
+        mDue.sent(steadyMilliseconds());
     } else {
         sendSeries(false);
     }
@@ -134,7 +108,7 @@ void FormulaRequest::sendSeries(bool isFirst) {
     } else {
         mDelivery->postSeries(mComputer.series(mPlaced.placed()), !isFirst);
     }
-    mDue.sent(steadyTime());
+    mDue.sent(steadyMilliseconds());
 }
 
 /// A later run that fails leaves the series as it was.

@@ -2,27 +2,13 @@
 
 #include "terminal/formula/BarStream.h"
 #include "terminal/formula/DueResult.h"
+#include "terminal/formula/RequestTools.h"
 #include "terminal/formula/ResultDelivery.h"
-#include "terminal/formula/ScriptModelRunner.h"
-#include "terminal/formula/SeriesComputer.h"
 
 #include <memory>
 #include <optional>
 
 namespace terminal {
-
-/// What the requests of a service work with. Any thread.
-struct RequestTools {
-    MarketFeed &feed;
-    FormulaProgramMaker maker;
-    DayPositions positions; ///< may be empty
-    ScriptModelRunner models;
-
-    /// The positions of the day that a request stands on; none after hours.
-    std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day) const;
-    /// The series of a request as of now, computed on the calling thread.
-    FormulaSeries compute(const TC::CFormulaParam &param, int day) const;
-};
 
 /// One request on its way. It goes through stages in one direction, each of which owns its state: the bars are opened
 /// (BarStream), placed on the axis (PlacedDay), computed by a program (SeriesComputer) or a script model (ModelRun),

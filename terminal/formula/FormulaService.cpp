@@ -38,9 +38,14 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
         const QString id = QString::fromStdString(param.mRequestId);
         // A model may take long, and a faulty formula too.
         Worker &home = isScriptModel(param) ? mModelWorkers.idlest() : mWorkers.idlest();
-        const auto request = std::make_shared<FormulaRequest>(
-            mTools, home, param, mRequestDay(param),
-            std::make_shared<ResultDelivery>(mQueue, id, param.mFormulaName, callbacks));
+        const int day = mRequestDay(param);
+        const int cachedDay = isAfterHours(param) ? HistoryCache::kNoDay : day;
+        if (mCache) {
+            mCache->expect(feedKeyOf(param), cachedDay);
+        }
+        const auto delivery = std::make_shared<ResultDelivery>(
+            mQueue, ResultDelivery::Subject{id, param.mFormulaName, mCache, cachedDay}, callbacks);
+        const auto request = std::make_shared<FormulaRequest>(mTools, home, param, day, delivery);
         if (const RequestBook::RequestPtr before = mRequests.enter(id, request)) {
             before->withdraw();
         }
@@ -79,14 +84,13 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
                                          TC::HistoryQuoteCallback onQuotes) {
     // The callback never becomes the worker's: it would be released there.
     auto callback = std::make_shared<TC::HistoryQuoteCallback>(std::move(onQuotes));
-    mWorkers.first().post(
-        [this, key = QString::fromStdString(meta.mMarket + meta.mCode), region, callback]() mutable {
-            mQueue.post([callback = std::move(callback), quotes = mQuotes.minutes(key, region)] {
-                if (*callback) {
-                    (*callback)(0, 0, quotes, QString());
-                }
-            });
+    mWorkers.first().post([this, meta, region, callback]() mutable {
+        mQueue.post([callback = std::move(callback), quotes = mQuotes.between(meta, region)] {
+            if (*callback) {
+                (*callback)(0, 0, quotes, QString());
+            }
         });
+    });
 }
 
 QString FormulaService::lookHideVar(const QString &requestId, int index) {

@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaManager.h"
 #include "terminal/formula/FormulaRequest.h"
+#include "terminal/formula/HistoryCache.h"
 #include "terminal/formula/HistoryDownloads.h"
 #include "terminal/formula/HistoryQuotes.h"
 #include "terminal/formula/RequestBook.h"
@@ -38,6 +39,13 @@ public:
     /// first request.
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
+    /// What hears of the days of requests and results; none without it. To be called before the first request; has to
+    /// outlive the service.
+    void setHistoryCache(HistoryCache *cache) { mCache = cache; }
+
+    /// Where transactions come from, on a thread of the service; none without it. To be called before the first request.
+    void setTransactions(TransactionSource transactions) { mQuotes.setTransactions(std::move(transactions)); }
+
     /// Where downloads come from; none without it. To be called before the first download; has to outlive the service.
     void setHistorySource(HistorySource *source) { mDownloads.setSource(source); }
     /// Who hears of every step of every download, with the numbers of suppleDataFromServer(); on the user-interface
@@ -59,7 +67,8 @@ public:
     /// The day bars of the instruments in the range, one record a trading day, the newest `mCount` of them.
     void fetchCacheData(se::RPCFetchCacheDataParam &param,
                         std::vector<std::shared_ptr<quoter::QuoterBase>> &records) override;
-    /// The minutes of the range; they come through the callback, on the user-interface thread.
+    /// The transactions of the range for the data kind 1806, the minutes for any other; they come through the callback,
+    /// on the user-interface thread.
     void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
                              TC::HistoryQuoteCallback onQuotes) override;
     /// The lines of a request's series that are not shown, as "name:value", at a point counted from 0. Empty when
@@ -75,6 +84,8 @@ public:
     /// model's last run; false for any other id.
     bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) override;
 
+    /// What its requests work with; for another service over the same market, which has to go first.
+    const RequestTools &tools() const { return mTools; }
     /// Requests that live.
     int liveRequests() const { return mRequests.size(); }
     /// Results that wait for the user-interface thread.
@@ -85,6 +96,7 @@ private:
     const RequestDay mRequestDay;
     RequestTools mTools;
     HistoryQuotes mQuotes;
+    HistoryCache *mCache = nullptr;
     RequestBook mRequests;
     // A worker goes only when no thread posts to it any more.
     WorkerPool mWorkers;

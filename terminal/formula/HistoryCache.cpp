@@ -1,27 +1,49 @@
 #include "terminal/formula/HistoryCache.h"
 
+#include "terminal/market/MarketDate.h"
+
 #include <utility>
 
 namespace terminal {
 namespace {
 
-/// Calendar day at UTC+8 of the last point, counted since the epoch; -1 without points.
-qint64 dayOf(const se::RPCFormulaResult &result) {
-    constexpr qint64 kZone = 8LL * 3600 * 1000;
-    constexpr qint64 kDay = 24LL * 3600 * 1000;
-    return result.mTimes.empty() ? -1 : (result.mTimes.back().first + kZone) / kDay;
+/// Day of the last point; none without points.
+int dayOfLastPoint(const se::RPCFormulaResult &result) {
+    return result.mTimes.empty() ? HistoryCache::kNoDay : dayOf(dateAt(result.mTimes.back().first));
 }
 
 } // namespace
 
+HistoryCache::Delivery::Delivery(HistoryCache *cache, int day) : mCache(cache) {
+    if (mCache) {
+        mBefore = mCache->exchangeDelivered(day);
+    }
+}
+
+HistoryCache::Delivery::~Delivery() {
+    if (mCache) {
+        mCache->exchangeDelivered(mBefore);
+    }
+}
+
 HistoryCache::HistoryCache(int capacity) : mCapacity(capacity) {}
+
+std::optional<int> HistoryCache::exchangeDelivered(std::optional<int> day) {
+    std::lock_guard<std::mutex> hold(mLock);
+    return std::exchange(mDelivered, day);
+}
+
+void HistoryCache::expect(const QString &stock, int day) {
+    std::lock_guard<std::mutex> hold(mLock);
+    mExpected.insert(stock, day);
+}
 
 bool HistoryCache::getFormulaHistoryData(const QString &stock, const QString &formula,
                                          std::shared_ptr<se::RPCFormulaMetaResult> &meta,
                                          std::shared_ptr<se::RPCFormulaResult> &result) {
     std::lock_guard<std::mutex> hold(mLock);
     const auto found = mEntries.find({stock, formula});
-    if (found == mEntries.end()) {
+    if (found == mEntries.end() || mExpected.value(stock, mDay) != mDay) {
         return false;
     }
     mUse.splice(mUse.begin(), mUse, found->use);
@@ -37,15 +59,14 @@ void HistoryCache::addFormulaHistoryData(const QString &stock, const QString &fo
         return;
     }
     std::lock_guard<std::mutex> hold(mLock);
-    const qint64 day = dayOf(*result);
-    // All entries are of one day: the newest.
-    const qint64 newest = mEntries.isEmpty() ? day : dayOf(*mEntries.first().result);
-    if (day < newest) {
+    const int day = mDelivered.value_or(dayOfLastPoint(*result));
+    if (day == kNoDay || day < mDay) {
         return;
     }
-    if (day > newest) {
+    if (day > mDay) {
         mEntries.clear();
         mUse.clear();
+        mDay = day;
     }
     const Key key(stock, formula);
     const auto found = mEntries.find(key);
@@ -65,6 +86,7 @@ void HistoryCache::clear() {
     std::lock_guard<std::mutex> hold(mLock);
     mEntries.clear();
     mUse.clear();
+    mDay = kNoDay;
 }
 
 int HistoryCache::size() const {

@@ -2,22 +2,45 @@
 
 #include "host/services/CMultiRequestDataManager.h"
 
+#include <QHash>
 #include <QMap>
 #include <QPair>
 
 #include <list>
 #include <mutex>
+#include <optional>
 
 namespace terminal {
 
-/// Whole history results of the running day, by (instrument, formula), for views that open on what another one shows.
+/// Whole history results of one trading day, by (instrument, formula), for views that open on what another one shows.
 ///
 /// Holds the `capacity` series that were stored or read last. A series of a day before the newest one stored is not
-/// kept, and the first series of a new day drops those of the day before. The day of a series is that of its last
-/// point at UTC+8, which for a night session is the calendar day it runs into.
+/// kept, and the first series of a new day drops those of the day before. A view asks right after its request, and what
+/// it stores comes from a delivery: by these the services tell the days, so that a view of another day never gets a
+/// series. Where they tell none, the day of a series is that of its last point at UTC+8. Any thread.
 class HistoryCache : public TC::CMultiRequestDataManager {
 public:
+    /// Of a request or a result that is of no whole day, such as one of a replay.
+    static constexpr int kNoDay = 0;
+
+    /// While one lives, what is stored is of this trading day. On the thread of the deliveries, nested as they are. A
+    /// null cache is passed over.
+    class Delivery {
+    public:
+        Delivery(HistoryCache *cache, int day);
+        ~Delivery();
+        Delivery(const Delivery &) = delete;
+        Delivery &operator=(const Delivery &) = delete;
+
+    private:
+        HistoryCache *mCache;
+        std::optional<int> mBefore;
+    };
+
     explicit HistoryCache(int capacity = 256);
+
+    /// What is asked for of an instrument from now on is of this trading day.
+    void expect(const QString &stock, int day);
 
     bool getFormulaHistoryData(const QString &stock, const QString &formula,
                                std::shared_ptr<se::RPCFormulaMetaResult> &meta,
@@ -37,10 +60,15 @@ private:
         std::list<Key>::iterator use; ///< place in mUse
     };
 
+    std::optional<int> exchangeDelivered(std::optional<int> day);
+
     const int mCapacity;
     mutable std::mutex mLock; ///< guards what follows
+    int mDay = kNoDay; ///< of all entries
     QMap<Key, Entry> mEntries;
     std::list<Key> mUse; ///< last used first
+    QHash<QString, int> mExpected; ///< days by instrument
+    std::optional<int> mDelivered; ///< day of the delivery under way
 };
 
 } // namespace terminal

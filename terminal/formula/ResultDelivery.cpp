@@ -11,10 +11,9 @@ constexpr int kWholeSeries = 1; ///< data type of a history result
 
 } // namespace
 
-ResultDelivery::ResultDelivery(DeliveryQueue &queue, QString requestId, QString formula,
+ResultDelivery::ResultDelivery(DeliveryQueue &queue, Subject subject,
                                std::shared_ptr<const ResultCallbacks> callbacks)
-    : mQueue(queue), mId(std::move(requestId)), mFormula(std::move(formula)), mCallbacks(std::move(callbacks)) {
-}
+    : mQueue(queue), mSubject(std::move(subject)), mCallbacks(std::move(callbacks)) {}
 
 void ResultDelivery::post(std::function<void(const ResultCallbacks &)> call) {
     mQueue.post([self = shared_from_this(), call = std::move(call)] {
@@ -40,7 +39,8 @@ void ResultDelivery::postSeries(FormulaSeries series, bool keepRange) {
     post([this, meta, result, keepRange](const ResultCallbacks &callbacks) {
         takeHidden(*meta, *result);
         if (callbacks.onHistory) {
-            callbacks.onHistory(meta, result, mId, kWholeSeries, mFormula, keepRange);
+            const HistoryCache::Delivery delivery(mSubject.cache, mSubject.day);
+            callbacks.onHistory(meta, result, mSubject.requestId, kWholeSeries, mSubject.formula, keepRange);
         }
     });
 }
@@ -50,7 +50,7 @@ void ResultDelivery::postPoint(se::RPCFormulaInstantResult made) {
     post([this, point](const ResultCallbacks &callbacks) {
         takeHidden(*point);
         if (callbacks.onRealtime) {
-            callbacks.onRealtime(0, mId, point);
+            callbacks.onRealtime(0, mSubject.requestId, point);
         }
     });
 }

@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaManager.h"
 #include "terminal/formula/HiddenVariables.h"
+#include "terminal/formula/HistoryCache.h"
 #include "terminal/formula/SeriesComputer.h"
 #include "terminal/threads/DeliveryQueue.h"
 
@@ -25,9 +26,16 @@ struct ResultCallbacks {
 /// lock held. Any thread.
 class ResultDelivery : public std::enable_shared_from_this<ResultDelivery> {
 public:
-    /// The queue has to outlive what is posted to it.
-    ResultDelivery(DeliveryQueue &queue, QString requestId, QString formula,
-                   std::shared_ptr<const ResultCallbacks> callbacks);
+    /// What is delivered.
+    struct Subject {
+        QString requestId;
+        QString formula;
+        HistoryCache *cache = nullptr; ///< hears of the day of whole series; may be null
+        int day = HistoryCache::kNoDay;
+    };
+
+    /// The queue and the cache have to outlive what is posted to it.
+    ResultDelivery(DeliveryQueue &queue, Subject subject, std::shared_ptr<const ResultCallbacks> callbacks);
 
     /// A whole series in place of what was shown; `keepRange` when its value range goes on.
     void postSeries(FormulaSeries series, bool keepRange);
@@ -43,8 +51,7 @@ private:
     template <class... Result> void takeHidden(const Result &...result);
 
     DeliveryQueue &mQueue;
-    const QString mId;
-    const QString mFormula;
+    const Subject mSubject;
     std::atomic<bool> mIsWithdrawn{false};
     mutable std::mutex mLock; ///< guards what follows
     std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn

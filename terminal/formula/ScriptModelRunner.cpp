@@ -2,6 +2,7 @@
 
 #include "terminal/formula/SeriesComputer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace terminal {
@@ -16,8 +17,8 @@ void ScriptModelRunner::setUp(const ScriptModelSettings &settings, FormulaErrorS
 }
 
 ScriptModelOutcome ScriptModelRunner::run(ScriptModelProcess &process, const TC::CFormulaParam &param, int day,
-                                          const PlacedBars &placed,
-                                          const ModelRun::Progress &onProgress) const {
+                                          const PlacedBars &placed, const ModelRun::Progress &onProgress,
+                                          qint64 until) const {
     ScriptModelInput input;
     input.file = scriptModelPath(param.mFormulaName);
     input.key = param.mMarket + param.mCode;
@@ -26,6 +27,9 @@ ScriptModelOutcome ScriptModelRunner::run(ScriptModelProcess &process, const TC:
     input.bars = placed.bars;
     for (const QString &key : scriptModelGroup(param.mArguments)) {
         MinuteBars bars = mFeed.dayBars(key, day);
+        bars.erase(std::partition_point(bars.begin(), bars.end(),
+                                        [until](const MinuteBar &bar) { return bar.time <= until; }),
+                   bars.end());
         if (!bars.empty()) {
             input.group.push_back({key, std::move(bars)});
         }

@@ -4,6 +4,8 @@
 #include "terminal/formula/ModelRun.h"
 #include "terminal/market/MarketFeed.h"
 
+#include <limits>
+
 namespace terminal {
 
 /// Whether a request names a script model.
@@ -19,9 +21,11 @@ public:
     void setUp(const ScriptModelSettings &settings, FormulaErrorSink onError);
     /// Milliseconds between the end of a run and the next one of the same request.
     int pause() const { return mSettings.pauseMilliseconds; }
-    /// Blocks. The series has a point for every placed bar, and one that is not valid for each position in front.
+    /// Blocks. The series has a point for every placed bar, and one that is not valid for each position in front. The
+    /// bars of a group go up to `until`.
     ScriptModelOutcome run(ScriptModelProcess &process, const TC::CFormulaParam &param, int day,
-                           const PlacedBars &placed, const ModelRun::Progress &onProgress = {}) const;
+                           const PlacedBars &placed, const ModelRun::Progress &onProgress = {},
+                           qint64 until = std::numeric_limits<qint64>::max()) const;
 
 private:
     MarketFeed &mFeed;

@@ -292,9 +292,8 @@ template <auto Field> VectorNode *column(VectorGraph &graph) {
     return graph.add<BarNode<Field>>(graph);
 }
 
-} // namespace
-
-const std::vector<VectorFunction> &vectorFunctions() {
+/// Each value from those of one point.
+const std::vector<VectorFunction> &pointFunctions() {
     static const std::vector<VectorFunction> functions = {
         {"+", "vv", points<add, 2>},
         {"-", "vv", points<subtract, 2>},
@@ -328,6 +327,13 @@ const std::vector<VectorFunction> &vectorFunctions() {
         {"IF", "vvv", points<choose, 3, true>},
         {"VALID", "v", points<valid, 1, true>},
         {"DEFAULT", "vv", points<orElse, 2, true>},
+    };
+    return functions;
+}
+
+/// Each value from those of a window of points, or of all points so far.
+const std::vector<VectorFunction> &windowFunctions() {
+    static const std::vector<VectorFunction> functions = {
         {"MA", "vn", movingAverage},
         {"WMA", "vn", weightedAverage},
         {"STD", "vt", deviation<true, true>},
@@ -357,6 +363,19 @@ const std::vector<VectorFunction> &vectorFunctions() {
         {"VALUEWHEN", "vv", valueAt},
         {"FILTER", "vn", filter},
     };
+    return functions;
+}
+
+std::vector<VectorFunction> allFunctions() {
+    std::vector<VectorFunction> all = pointFunctions();
+    all.insert(all.end(), windowFunctions().begin(), windowFunctions().end());
+    return all;
+}
+
+} // namespace
+
+const std::vector<VectorFunction> &vectorFunctions() {
+    static const std::vector<VectorFunction> functions = allFunctions();
     return functions;
 }
 

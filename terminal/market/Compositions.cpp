@@ -110,15 +110,21 @@ std::optional<std::vector<CompositeMember>> compositionOf(CMarketStore &store, c
     return std::nullopt;
 }
 
-DaySessions compositeSessions(const Catalogue &catalogue, const QString &key) {
-    DaySessions sessions = marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+const Instrument *axisFutureOf(const Catalogue &catalogue, const QString &key) {
+    const Instrument *last = nullptr;
     for (const PortfolioPosition &position : catalogue.portfolios.value(key).positions) {
         const Instrument *instrument = catalogue.find(position.key);
-        if (instrument && instrument->kind == InstrumentKind::Future && !instrument->sessions.isEmpty()) {
-            sessions = instrument->sessions;
+        if (instrument && tellsPortfolioAxis(instrument->market)) {
+            last = instrument;
         }
     }
-    return sessions;
+    return last;
+}
+
+DaySessions compositeSessions(const Catalogue &catalogue, const QString &key) {
+    const Instrument *future = axisFutureOf(catalogue, key);
+    return future ? portfolioSessions(future->market, future->sessions.hasNight())
+                  : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
 }
 
 } // namespace terminal

@@ -26,7 +26,10 @@ using PreviousCloseOf = std::function<double(const QString &key, int day)>;
 std::optional<std::vector<CompositeMember>> compositionOf(CMarketStore &store, const QString &key, int day,
                                                           const PreviousCloseOf &previousClose);
 
-/// The sessions on whose positions a composite is drawn: those of its last futures position, otherwise those of
+/// The future that tells the axis of a portfolio: the last one of its positions; null for any other key, and when a
+/// portfolio holds none.
+const Instrument *axisFutureOf(const Catalogue &catalogue, const QString &key);
+/// The sessions on whose positions a composite is drawn: those that its last futures position tells, otherwise those of
 /// mainland shares.
 DaySessions compositeSessions(const Catalogue &catalogue, const QString &key);
 

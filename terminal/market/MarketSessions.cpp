@@ -25,6 +25,13 @@ const QStringList kHongKongMarkets{QStringLiteral("HK"), QStringLiteral("HGT"), 
 const QStringList kOtherMarkets{QStringLiteral("SH"), QStringLiteral("SZ"), QStringLiteral("BJ"),
                                 QStringLiteral("YSWP"), QStringLiteral("BKZS")};
 
+/// Short words of exchanges.
+const QHash<QString, QString> kExchanges{{QStringLiteral("SF"), QStringLiteral("SHFE")},
+                                         {QStringLiteral("DF"), QStringLiteral("DCE")},
+                                         {QStringLiteral("ZF"), QStringLiteral("CZCE")},
+                                         {QStringLiteral("IF"), QStringLiteral("CFFEX")}};
+constexpr int kLatestNightEnd = 150; ///< 02:30
+
 /// Products by the end of their night session.
 struct NightProducts {
     int end;
@@ -67,6 +74,15 @@ bool isFuturesMarket(const QString &market) {
     return kCommodityMarkets.contains(market) || kFinancialMarkets.contains(market);
 }
 
+QString exchangeOf(const QString &market) {
+    return kExchanges.value(market, market);
+}
+
+bool tellsPortfolioAxis(const QString &market) {
+    const QString exchange = exchangeOf(market);
+    return std::find(kExchanges.begin(), kExchanges.end(), exchange) != kExchanges.end();
+}
+
 QString productOfCode(const QString &code) {
     const auto end = std::find_if(code.begin(), code.end(), [](QChar c) { return !c.isLetter(); });
     return code.left(static_cast<int>(end - code.begin())).toUpper();
@@ -86,6 +102,13 @@ DaySessions commoditySessions(int nightEnd) {
         table = {{1260, 1440}, {1, nightEnd}};
     }
     return DaySessions(table + kCommodityAfterNight);
+}
+
+DaySessions portfolioSessions(const QString &market, bool hasNight) {
+    if (hasNight) {
+        return commoditySessions(kLatestNightEnd);
+    }
+    return DaySessions(kFinancialMarkets.contains(market) ? kStock : kCommodity);
 }
 
 DaySessions marketSessions(const SessionQuery &query) {

@@ -19,6 +19,10 @@ struct SessionQuery {
 const QStringList &knownMarkets();
 /// Whether a market word is that of an exchange for commodity or financial futures.
 bool isFuturesMarket(const QString &market);
+/// The name of an exchange that a market word stands for: "SF" is the short word of "SHFE". Any other word stays.
+QString exchangeOf(const QString &market);
+/// Whether futures of this market, by either word, tell the axis of a portfolio that holds them.
+bool tellsPortfolioAxis(const QString &market);
 /// Product of a futures code: its letters in front, in upper case ("au2612" is of "AU").
 QString productOfCode(const QString &code);
 
@@ -28,6 +32,10 @@ QString productOfCode(const QString &code);
 int nightEndOfProduct(const QString &product);
 /// Sessions of a commodity future whose night ends at that minute; 0 for none.
 DaySessions commoditySessions(int nightEnd);
+
+/// The axis of a future in a portfolio, whose positions tell nothing of their products: that of its market, and with a
+/// night session the longest one.
+DaySessions portfolioSessions(const QString &market, bool hasNight);
 
 /// Sessions of an instrument as its market trades it, after-hours trading included. A future of an unknown product has
 /// no night session.

@@ -1,5 +1,7 @@
 #include "terminal/market/StoreTradeTimes.h"
 
+#include "terminal/market/MarketSessions.h"
+
 namespace terminal {
 
 bool StoreTradeTimes::getTradeTime(const QString &market, const QString &code,
@@ -16,7 +18,8 @@ bool StoreTradeTimes::getTradeTime(const QString &market, const QString &code,
 
 bool StoreTradeTimes::hasNightQuoter(const QString &market, const QString &code) {
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
-    const Instrument *instrument = catalogue->find(market + code);
+    const Instrument *known = catalogue->find(market + code);
+    const Instrument *instrument = known ? known : catalogue->find(exchangeOf(market) + code);
     return instrument && instrument->sessions.hasNight();
 }
 

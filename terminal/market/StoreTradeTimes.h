@@ -13,6 +13,7 @@ public:
     /// True for instruments with sessions of their own, imported ones among them; the others follow their market.
     bool getTradeTime(const QString &market, const QString &code, QVector<QPair<int, int>> &sessions,
                       int &count) override;
+    /// By the name of an exchange or its short word, as a portfolio's positions have it.
     bool hasNightQuoter(const QString &market, const QString &code) override;
 
 private:

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "host/services/CReplayManager.h"
-#include "terminal/formula/FormulaProgram.h"
 #include "terminal/formula/RequestDays.h"
-#include "terminal/market/MarketFeed.h"
+#include "terminal/replay/ReplayModel.h"
 
 #include <QList>
 #include <QObject>
@@ -17,12 +16,14 @@ namespace terminal {
 /// Plays stored days again: every request gets the series up to the start of the range as its history, and then one
 /// point after the other at the replay's pace, until the range ends. Without a range the whole day is played.
 ///
-/// All requests share one replay time, so that the panes of a chart grow together. Results come on the
+/// All requests share one replay time, so that the panes of a chart grow together. Script models run again while minutes
+/// are played, as they do in a running day. Results come on the
 /// user-interface thread, on which the service is made; requests may be withdrawn on any thread.
 class ReplayService : public QObject, public TC::CReplayManager {
     Q_OBJECT
 public:
-    ReplayService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay);
+    /// The tools have to outlive it, and so the cache, which hears what is asked for; it may be null.
+    ReplayService(const RequestTools &tools, RequestDay requestDay, HistoryCache *cache = nullptr);
     ~ReplayService() override;
 
     void requestFormulas(const QString &stock, QVector<TC::CFormulaParam> &params,
@@ -43,25 +44,30 @@ signals:
     void finished();
 
 private:
-    struct Request;
-    using RequestPtr = std::shared_ptr<Request>;
+    /// A request with the runs of its script model, if it names one.
+    struct Played {
+        std::shared_ptr<ReplayRequest> request;
+        std::shared_ptr<ReplayModel> model; ///< null before its beginning
+    };
+    using PlayedPtr = std::shared_ptr<Played>;
 
-    void begin(const RequestPtr &request);
+    void begin(const PlayedPtr &played);
     void step();
-    void play(const RequestPtr &request, qint64 until);
-    QList<RequestPtr> requests() const;
+    QList<PlayedPtr> requests() const;
     void updateTimer();
 
-    MarketFeed &mFeed;
-    const FormulaProgramMaker mMaker;
+    const RequestTools &mTools;
     const RequestDay mRequestDay;
+    HistoryCache *const mCache;
     QTimer mTimer;
     bool mPaused = false;
     qint64 mStart = 0;
     qint64 mEnd = 0;
     qint64 mTime = 0;
+    DeliveryQueue mQueue; ///< of what the models give
     mutable std::mutex mLock; ///< guards what follows
-    QList<RequestPtr> mRequests;
+    QList<PlayedPtr> mRequests;
+    Worker mModels; ///< last: it ends before all else
 };
 
 } // namespace terminal

@@ -1,291 +1,290 @@
-// What the trade service answers.
-
 #include "terminal/trade/TradeService.h"
 
-#include "host/services/CStockManager.h"
 #include "terminal/market/MarketDate.h"
-#include "terminal/trade/TradeFigures.h"
+#include "terminal/market/MarketSessions.h"
 #include "terminal/trade/TradeTexts.h"
 
 #include <boost/make_shared.hpp>
 
-#include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace terminal {
 namespace {
 
-constexpr int kMidnight = 1440;
-
-/// Clock minute of the end of a minute; midnight ends the day before.
-int minuteOf(qint64 time) {
-    const int minute = minuteAt(time);
-    return minute == 0 ? kMidnight : minute;
-}
-
-/// Whether a clock minute is of a night session, which belongs to the day that follows.
-bool isOfNight(int minute) {
-    constexpr int kEvening = 18 * 60;
-    constexpr int kMorning = 6 * 60;
-    return minute > kEvening || minute < kMorning;
-}
+constexpr auto kLookInterval = std::chrono::milliseconds(100);
 
 } // namespace
 
 TradeService::TradeService(CMarketStore &store, MarketFeed &feed, const SimulatedClock &clock)
-    : mMarket(store), mStore(store), mFeed(feed), mClock(clock), mStrategies(mStore.strategies()),
-      mStocks(mStore.instruments()) {
-    for (const TradeAccount &account : mStore.accounts()) {
-        mAccounts[account.id] = account;
-    }
-    for (const DemoAccount &demo : demoAccounts()) {
-        mAccounts[demo.account.id] = demo.account;
-        mPending.accounts.push_back(demo.account);
-        mDesks.emplace_back();
-        mDesks.back().plan = &demo;
-    }
-}
+    : mMarket(store), mClock(clock), mLedger(store), mCurves(store, feed, clock, mLedger),
+      mDesks(store, feed, mLedger, [this] { return mCurves.isAnyWanted(); }) {}
 
 TradeService::~TradeService() {
     stop();
 }
 
-int TradeService::runningDay(const std::string &instrument) const {
-    const std::shared_ptr<const Catalogue> catalogue = mMarket.catalogue();
-    const Instrument *known = catalogue->find(QString::fromStdString(instrument));
-    const QString market = known ? known->market : QStringLiteral("SH");
-    return dayOf(catalogue->calendar(market).dayAt(mClock.now(), catalogue->nightMarkets.contains(market)));
+// The service's own thread
+
+void TradeService::start() {
+    if (mThread.joinable()) {
+        return;
+    }
+    mStopping = false;
+    mThread = std::thread([this] { run(); });
 }
 
-template <class Use> void TradeService::withBook(int day, Use use) {
-    std::unique_lock<std::mutex> hold(mLock);
-    auto book = mBooks.find(day);
-    if (book == mBooks.end()) {
-        hold.unlock();
-        const TradeChanges records = mStore.read(day);
-        if (records.isEmpty()) {
-            return;
-        }
-        TradeBook fresh;
-        fresh.put(records);
-        hold.lock();
-        book = mBooks.emplace(day, std::move(fresh)).first; // or the one that came meanwhile
+void TradeService::stop() {
+    if (!mThread.joinable()) {
+        return;
     }
-    use(book->second);
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mStopping = true;
+    }
+    mSignal.notify_all();
+    mThread.join();
 }
+
+void TradeService::wake() {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mAwake = true;
+    }
+    mSignal.notify_all();
+}
+
+void TradeService::run() {
+    for (bool stopping = false; !stopping;) {
+        {
+            std::lock_guard<std::mutex> hold(mLock);
+            mAwake = false;
+        }
+        advance();
+        const bool more = recordPastDay();
+        std::unique_lock<std::mutex> hold(mLock);
+        if (!more) {
+            mSignal.wait_for(hold, kLookInterval, [this] { return mStopping || mAwake; });
+        }
+        stopping = mStopping;
+    }
+    std::lock_guard<std::mutex> trading(mTrading);
+    mLedger.write();
+}
+
+void TradeService::advance() {
+    {
+        std::lock_guard<std::mutex> trading(mTrading);
+        std::vector<TradeCancel> asked;
+        {
+            std::lock_guard<std::mutex> hold(mLock);
+            asked.swap(mCancels);
+        }
+        mDesks.advance(mClock.now(), std::move(asked));
+    }
+    signalChanges();
+}
+
+bool TradeService::recordPastDay() {
+    {
+        std::lock_guard<std::mutex> trading(mTrading);
+        if (!mDesks.recordPastDay(mClock.now())) {
+            return false;
+        }
+    }
+    signalChanges();
+    return true;
+}
+
+void TradeService::signalChanges() {
+    const TradeNotices notices = mLedger.takeNotices();
+    for (const std::string &day : notices.newDays) {
+        sigNewTradingDay(day);
+    }
+    if (notices.accounts) {
+        sigAccountsChanged();
+    }
+    if (notices.strategies) {
+        sigStrategysChanged();
+    }
+    if (notices.stocks) {
+        sigStocksChanged();
+    }
+    if (!notices.linkage.empty()) {
+        sigLinkageChanged({notices.linkage.begin(), notices.linkage.end()});
+    }
+    if (!notices.tasks.empty()) {
+        sigTaskChanged({notices.tasks.begin(), notices.tasks.end()});
+    }
+    if (notices.datas) {
+        sigDatasChanged();
+    }
+}
+
+// Records
 
 TC::CLinkageManager::Records<kvservice::COrderDetail>
 TradeService::getOrderDetails(int date, const std::string &instrument, const Keys &accounts) {
     Records<kvservice::COrderDetail> records;
-    withBook(dayOf(dateOf(date)), [&](const TradeBook &book) { records = book.orders(instrument, accounts); });
+    mLedger.withDay(dayOf(dateOf(date)),
+                    [&](const TradeBook &book) { records = book.orders(instrument, accounts); });
     return records;
 }
 
 TC::CLinkageManager::Records<kvservice::CDealDetail>
 TradeService::getDealDetails(int date, const std::string &instrument, const Keys &accounts) {
     Records<kvservice::CDealDetail> records;
-    withBook(dayOf(dateOf(date)), [&](const TradeBook &book) { records = book.deals(instrument, accounts); });
+    mLedger.withDay(dayOf(dateOf(date)),
+                    [&](const TradeBook &book) { records = book.deals(instrument, accounts); });
     return records;
 }
 
 TC::CLinkageManager::Records<kvservice::CTaskDetail> TradeService::getTaskDetails(const std::string &instrument,
                                                                                   const Keys &accounts) {
     Records<kvservice::CTaskDetail> records;
-    withBook(runningDay(instrument),
-             [&](const TradeBook &book) { records = book.tasks(instrument, accounts); });
+    mLedger.withDay(tradingDayAt(*mMarket.catalogue(), instrument, mClock.now()),
+                    [&](const TradeBook &book) { records = book.tasks(instrument, accounts); });
     return records;
 }
 
 long long TradeService::getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &task,
                                                 const std::string &instrument) {
-    if (!task) {
-        return 0;
-    }
-    std::lock_guard<std::mutex> hold(mLock);
-    for (auto book = mBooks.rbegin(); book != mBooks.rend(); ++book) {
-        if (const TradeTask *known = book->second.task(task->mTaskId)) {
-            long long finished = 0;
-            for (const TradeTaskItem &item : known->items) {
-                finished += item.instrument() == instrument ? item.finished : 0;
-            }
-            return finished;
-        }
-    }
-    return 0;
+    return task ? mLedger.finishedOf(task->mTaskId, instrument) : 0;
 }
 
-/// Begins with the day's own sessions when one of the instruments has no night: its axis has no place for it.
-std::vector<TradeFigures> TradeService::figures(const Keys &instruments, const Keys &accounts,
-                                                const Keys &strategies, bool filter) {
-    const qint64 now = mClock.now();
-    std::vector<TradedInstrument> traded;
-    for (const std::string &instrument : instruments) {
-        const int day = runningDay(instrument);
-        TradedInstrument one;
-        withBook(day, [&](const TradeBook &book) {
-            for (const TradeDeal &deal : book.dealsOf(instrument, accounts, strategies, filter)) {
-                if (deal.time <= now) {
-                    one.deals.push_back({deal.time, deal.direction == kBuy, deal.price,
-                                         static_cast<double>(deal.volume), deal.commission});
-                }
-            }
-        });
-        if (one.deals.empty()) {
-            continue;
-        }
-        const QString key = QString::fromStdString(instrument);
-        one.multiplier = contractMultiplier(key);
-        one.bars = mFeed.dayBars(key, day);
-        traded.push_back(std::move(one));
-    }
-    std::vector<TradeFigures> minutes = figuresByMinute(traded);
-    const auto beginsByDay = [](const TradedInstrument &one) {
-        return !one.bars.empty() && !isOfNight(minuteOf(one.bars.front().time));
-    };
-    if (std::any_of(traded.cbegin(), traded.cend(), beginsByDay)) {
-        const auto isNight = [](const TradeFigures &at) { return isOfNight(minuteOf(at.time)); };
-        minutes.erase(std::remove_if(minutes.begin(), minutes.end(), isNight), minutes.end());
-    }
-    return minutes;
-}
+// Figures
 
 TC::CLinkageManager::TimedAmounts TradeService::getTotalBuySellAmounts(const Keys &instruments,
                                                                        const Keys &accounts,
                                                                        const Keys &strategies, bool filter) {
-    TimedAmounts amounts;
-    for (const TradeFigures &at : figures(instruments, accounts, strategies, filter)) {
-        amounts[minuteOf(at.time)] = {at.bought, at.sold};
-    }
-    return amounts;
+    return mCurves.amounts({instruments, accounts, strategies, filter});
 }
 
 TC::CLinkageManager::TimedValues TradeService::getTotalProfits(const Keys &instruments, const Keys &accounts,
                                                                const Keys &strategies, bool filter) {
-    TimedValues profits;
-    if (!isWanted(mProfitWanted)) {
-        return profits;
-    }
-    for (const TradeFigures &at : figures(instruments, accounts, strategies, filter)) {
-        profits[minuteOf(at.time)] = at.profit;
-    }
-    return profits;
+    return mCurves.profits({instruments, accounts, strategies, filter});
 }
 
 TC::CLinkageManager::TimedValues TradeService::getTotalBalances(const Keys &instruments, const Keys &accounts,
                                                                 const Keys &strategies, bool filter) {
-    TimedValues balances;
-    if (!isWanted(mBalanceWanted)) {
-        return balances;
-    }
-    for (const TradeFigures &at : figures(instruments, accounts, strategies, filter)) {
-        balances[minuteOf(at.time)] = at.balance;
-    }
-    return balances;
-}
-
-bool TradeService::isWanted(const bool &calculator) {
-    const std::lock_guard<std::mutex> hold(mLock);
-    return calculator;
-}
-
-double TradeService::largestAmplitude(const Keys &instruments, const Keys &accounts,
-                                      TradeBook::Span (TradeBook::*span)(const std::string &, const Keys &)
-                                          const) {
-    double largest = 0.0;
-    for (const std::string &instrument : instruments) {
-        TradeBook::Span prices;
-        withBook(runningDay(instrument),
-                 [&](const TradeBook &book) { prices = (book.*span)(instrument, accounts); });
-        if (prices.highest > 0.0) {
-            const TC::CInstrumentDetailPtr detail =
-                TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail(
-                    QString::fromStdString(instrument));
-            largest =
-                std::max(largest, amplitude(prices.lowest, prices.highest, TC::getDetailLastClose(detail)));
-        }
-    }
-    return largest;
+    return mCurves.balances({instruments, accounts, strategies, filter});
 }
 
 double TradeService::getOrderAmplitude(const Keys &instruments, const Keys &accounts) {
-    return largestAmplitude(instruments, accounts, &TradeBook::orderSpan);
+    return mCurves.orderAmplitude(instruments, accounts);
 }
 
 double TradeService::getDealAmplitude(const Keys &instruments, const Keys &accounts) {
-    return largestAmplitude(instruments, accounts, &TradeBook::dealSpan);
+    return mCurves.dealAmplitude(instruments, accounts);
 }
 
+/// With another choice a series comes or goes.
+void TradeService::tellChoice(bool isAnother) {
+    if (isAnother) {
+        mLedger.noteFigures();
+        wake();
+    }
+}
+
+void TradeService::startProfitCalculator() {
+    tellChoice(mCurves.wantProfits(true));
+}
+
+void TradeService::stopProfitCalculator() {
+    tellChoice(mCurves.wantProfits(false));
+}
+
+void TradeService::startBalanceCalculator() {
+    tellChoice(mCurves.wantBalances(true));
+}
+
+void TradeService::stopBalanceCalculator() {
+    tellChoice(mCurves.wantBalances(false));
+}
+
+// Accounts
+
 std::vector<boost::shared_ptr<kvservice::CAccountInfo>> TradeService::getAccounts() {
-    std::lock_guard<std::mutex> hold(mLock);
     std::vector<boost::shared_ptr<kvservice::CAccountInfo>> accounts;
-    for (const auto &entry : mAccounts) {
+    for (const TradeAccount &account : mLedger.accounts()) {
         auto info = boost::make_shared<kvservice::CAccountInfo>();
-        info->mAccountId = entry.second.id;
-        info->mAccountName = entry.second.name;
+        info->mAccountId = account.id;
+        info->mAccountName = account.name;
         accounts.push_back(info);
     }
     return accounts;
 }
 
 bool TradeService::getAccounts(const QList<QString> &names, Keys &accounts) {
-    std::lock_guard<std::mutex> hold(mLock);
     accounts.clear();
-    for (const QString &name : names) {
-        const std::string wanted = name.toStdString();
-        for (const auto &entry : mAccounts) {
-            if (entry.second.id == wanted || entry.second.name == wanted) {
-                accounts.insert(entry.second.id);
-            }
+    for (const TradeAccount &account : mLedger.accounts()) {
+        if (names.contains(QString::fromStdString(account.id)) ||
+            names.contains(QString::fromStdString(account.name))) {
+            accounts.insert(account.id);
         }
     }
     return !accounts.empty();
 }
 
 std::vector<std::string> TradeService::getAccountIds(int type) {
-    std::lock_guard<std::mutex> hold(mLock);
     std::vector<std::string> ids;
-    for (const auto &entry : mAccounts) {
-        if (entry.second.type == type) {
-            ids.push_back(entry.second.id);
+    for (const TradeAccount &account : mLedger.accounts()) {
+        if (account.type == type) {
+            ids.push_back(account.id);
         }
     }
     return ids;
 }
 
 TC::CLinkageManager::Keys TradeService::getStrategys() {
-    std::lock_guard<std::mutex> hold(mLock);
-    return mStrategies;
+    return mLedger.strategies();
 }
 
 TC::CLinkageManager::Keys TradeService::getStocks() {
-    std::lock_guard<std::mutex> hold(mLock);
-    return mStocks;
+    return mLedger.stocks();
 }
 
-void TradeService::setWanted(bool &calculator, bool wanted) {
-    std::lock_guard<std::mutex> hold(mLock);
-    if (calculator != wanted) {
-        calculator = wanted;
-        mNotices.datas = true; // the series comes or goes
-        mAwake = true;
-        mSignal.notify_all();
+// What the user brings
+
+template <class Record> void TradeService::import(const ImportedTrade &imported) {
+    if (const char *trouble = troubleOf(imported)) {
+        mLedger.refuse(trouble);
+        return;
     }
+    const std::shared_ptr<const Catalogue> catalogue = mMarket.catalogue();
+    const Instrument *known = catalogue->find(QString::fromStdString(imported.instrument));
+    const int type = known && isFuturesMarket(known->market) ? kFutureAccounts : kStockAccounts;
+    const int day = tradingDayAt(*catalogue, imported.instrument, imported.time * 1000);
+    mLedger.import(recordOf<Record>(imported, day, imported.key.empty() ? ++mImportNumber : 0),
+                   {imported.account, imported.account, type, TradeSource::Imported});
+    wake();
 }
 
-void TradeService::startProfitCalculator() {
-    setWanted(mProfitWanted, true);
+void TradeService::importOrder(const std::string &account, const std::string &instrument,
+                               const std::string &key, double price, int volume, long long time,
+                               int direction) {
+    import <TradeOrder>({account, instrument, key, price, volume, time, direction});
 }
 
-void TradeService::stopProfitCalculator() {
-    setWanted(mProfitWanted, false);
+void TradeService::importDeal(const std::string &account, const std::string &instrument, const std::string &key,
+                              double price, int volume, long long time, int direction) {
+    import <TradeDeal>({account, instrument, key, price, volume, time, direction});
 }
 
-void TradeService::startBalanceCalculator() {
-    setWanted(mBalanceWanted, true);
+void TradeService::clearImportData() {
+    mLedger.forgetImports();
+    wake();
 }
 
-void TradeService::stopBalanceCalculator() {
-    setWanted(mBalanceWanted, false);
+void TradeService::cancelTask(int taskId, const QString &text) {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mCancels.push_back({taskId, 0, mClock.now(), text.toStdString()});
+    }
+    wake();
 }
+
+// Texts
 
 QString TradeService::getTaskStatusText(int status) {
     return taskStatusText(status);

@@ -3,14 +3,13 @@
 #include "host/services/CLinkageManager.h"
 #include "terminal/market/MarketFeed.h"
 #include "terminal/market/SimulatedClock.h"
-#include "terminal/trade/DemoTrader.h"
-#include "terminal/trade/TradeBook.h"
-#include "terminal/trade/TradeStore.h"
+#include "terminal/trade/ImportedTrade.h"
+#include "terminal/trade/TradeCurves.h"
+#include "terminal/trade/TradeDesks.h"
+#include "terminal/trade/TradeLedger.h"
 
+#include <atomic>
 #include <condition_variable>
-#include <deque>
-#include <map>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -27,7 +26,7 @@ namespace terminal {
 class TradeService : public TC::CLinkageManager {
 public:
     /// Milliseconds after its end at which a minute is traded.
-    static constexpr qint64 kSettled = 35000;
+    static constexpr qint64 kSettled = TradeDesks::kSettled;
 
     /// The store has to be open. All three have to outlive the service.
     TradeService(CMarketStore &store, MarketFeed &feed, const SimulatedClock &clock);
@@ -78,9 +77,7 @@ public:
     void startBalanceCalculator() override;
     void stopBalanceCalculator() override;
 
-    /// Left out, with a line in the log: records without account or instrument, with a price that is no positive
-    /// number, without volume, with another direction than 48 and 49, and with a time before 1970-01-02 or after
-    /// 2038-01-18. An account that is not known yet is added; an empty key becomes a new one; the key of an earlier
+    /// What is no sound line is left out, with a line in the log; see ImportedTrade. An account that is not known yet is added; an empty key becomes a new one; the key of an earlier
     /// import on the same day and instrument replaces that one.
     void importOrder(const std::string &account, const std::string &instrument, const std::string &key,
                      double price, int volume, long long time, int direction) override;
@@ -96,88 +93,22 @@ public:
     QString getUnitText(const std::string &market, const std::string &code) override;
 
 private:
-    /// What is to be signalled.
-    struct Notices {
-        Keys linkage;
-        Keys tasks;
-        bool accounts = false;
-        bool strategies = false;
-        bool stocks = false;
-        bool datas = false;
-        Keys newDays;
-    };
-    /// A demonstration account at work.
-    struct Desk {
-        const DemoAccount *plan = nullptr;
-        std::unique_ptr<DemoTrader> trader;
-        std::deque<TradeCancel> cancels; ///< of the day, still to come
-        qint64 traded = 0; ///< end of the last minute traded
-    };
-    /// One line of an import.
-    struct ImportedRecord {
-        std::string account;
-        std::string instrument;
-        std::string key;
-        double price = 0.0;
-        int volume = 0;
-        long long time = 0;
-        int direction = 0;
-    };
-
     void run();
-    void emitNotices();
-    void write();
-
-    void trade(Desk &desk, qint64 now);
-    void beginDay(Desk &desk, int day);
-    void tradeUpTo(Desk &desk, qint64 now);
-    void applyCancels(qint64 now);
-    void listPastDays();
-    void forgetDay(const std::string &account, int day);
-    void enter(int day, const TradeChanges &changes);
-    int runningDayOf(const DemoAccount &account, qint64 now) const;
-
-    int runningDay(const std::string &instrument) const;
-    /// Calls `use` with the records of a day, under the lock; not at all when the day has none.
-    template <class Use> void withBook(int day, Use use);
-    TradeBook &loadedBook(int day, std::unique_lock<std::mutex> &hold);
-    std::vector<TradeFigures> figures(const Keys &instruments, const Keys &accounts, const Keys &strategies,
-                                      bool filter);
-    // Of one of the two flags below.
-    bool isWanted(const bool &calculator);
-    void setWanted(bool &calculator, bool wanted);
-    double largestAmplitude(const Keys &instruments, const Keys &accounts,
-                            TradeBook::Span (TradeBook::*span)(const std::string &, const Keys &) const);
-
-    const char *troubleOf(const ImportedRecord &record) const;
-    template <class Record> void import(const ImportedRecord &imported, Record record);
-    void addImportedAccount(const std::string &account, const std::string &instrument);
-    void notice(const TradeChanges &changes);
+    void signalChanges();
+    void wake();
+    template <class Record> void import(const ImportedTrade &imported);
+    void tellChoice(bool isAnother);
 
     CMarketStore &mMarket;
-    TradeStore mStore;
-    MarketFeed &mFeed;
     const SimulatedClock &mClock;
+    TradeLedger mLedger;
+    TradeCurves mCurves;
+    std::mutex mTrading; ///< kept while the desks are at work; taken before all others
+    TradeDesks mDesks;
+    std::atomic<int> mImportNumber{0};
 
-    std::mutex mTrading; ///< guards the following; taken before mLock
-    std::vector<Desk> mDesks;
-    std::deque<std::pair<const DemoAccount *, int>> mPastDays; ///< still to be recorded
-    bool mPastDaysKnown = false;
-    QString mTrouble; ///< of the last writing
-
-    std::mutex mLock; ///< guards the following; nothing else is called under it
-    std::map<int, TradeBook> mBooks;
-    std::map<std::string, TradeAccount> mAccounts;
-    Keys mStrategies;
-    Keys mStocks;
-    TradeBatch mPending; ///< not written yet
+    std::mutex mLock; ///< guards what follows
     std::vector<TradeCancel> mCancels; ///< asked for, not done yet
-    Notices mNotices;
-    int mRefused = 0; ///< imported records, since this was told last
-    const char *mRefusedFor = "";
-    int mImportNumber = 0;
-    bool mProfitWanted = false;
-    bool mBalanceWanted = false;
     bool mStopping = false;
     bool mAwake = false; ///< there is something to do at once
 

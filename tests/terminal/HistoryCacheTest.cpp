@@ -108,3 +108,49 @@ TEST_F(HistoryCacheTest, StoringAgainReplaces) {
     EXPECT_EQ(cache.size(), 2);
     EXPECT_TRUE(has(cache, "A"));
 }
+
+TEST_F(HistoryCacheTest, AViewOfAnotherDayGetsNothing) {
+    constexpr int kToday = 1763654400; // 2025-11-21 at UTC+8
+    HistoryCache cache;
+    add(cache, "A");
+    cache.expect("A", kToday - 86400);
+    EXPECT_FALSE(has(cache, "A"));
+    cache.expect("A", HistoryCache::kNoDay);
+    EXPECT_FALSE(has(cache, "A"));
+    cache.expect("A", kToday);
+    EXPECT_TRUE(has(cache, "A"));
+}
+
+TEST_F(HistoryCacheTest, TheDayOfADeliveryIsThatOfWhatIsStoredMeanwhile) {
+    constexpr int kToday = 1763654400;
+    constexpr int kMonday = kToday + 3 * 86400;
+    HistoryCache cache;
+    {
+        const HistoryCache::Delivery delivery(&cache, kMonday);
+        add(cache, "A", kNoon + kDay / 2 + 1); // in the night before a Monday, on a Saturday
+    }
+    cache.expect("A", kMonday);
+    EXPECT_TRUE(has(cache, "A"));
+    add(cache, "B"); // of Friday, by its own time
+    EXPECT_FALSE(has(cache, "B"));
+}
+
+TEST_F(HistoryCacheTest, WhatIsOfNoDayIsNotKept) {
+    HistoryCache cache;
+    const HistoryCache::Delivery outer(&cache, 1763654400);
+    {
+        const HistoryCache::Delivery replay(&cache, HistoryCache::kNoDay);
+        add(cache, "A");
+        EXPECT_EQ(cache.size(), 0);
+    }
+    add(cache, "B");
+    EXPECT_EQ(cache.size(), 1) << "the delivery around it goes on";
+}
+
+TEST_F(HistoryCacheTest, OnceClearedAnyDayIsKeptAgain) {
+    HistoryCache cache;
+    add(cache, "A", kNoon + kDay);
+    cache.clear();
+    add(cache, "B");
+    EXPECT_TRUE(has(cache, "B"));
+}

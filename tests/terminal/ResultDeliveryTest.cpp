@@ -47,9 +47,9 @@ protected:
         callbacks->onRealtime = [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
             mCalls.append(QStringLiteral("%1 point %2").arg(id).arg(point->mValues[0]));
         };
-        return std::make_shared<ResultDelivery>(mQueue, QStringLiteral("id"), QStringLiteral("MA"),
-                                                std::move(callbacks));
+        return std::make_shared<ResultDelivery>(mQueue, subject(), std::move(callbacks));
     }
+    static ResultDelivery::Subject subject() { return {QStringLiteral("id"), QStringLiteral("MA"), nullptr, 0}; }
     bool drained() {
         return QTest::qWaitFor([this] { return mQueue.pending() == 0; });
     }
@@ -106,7 +106,7 @@ TEST_F(ResultDeliveryTest, ACallbackMayWithdrawItsOwnRequest) {
         ++calls;
         delivery->withdraw();
     };
-    delivery = std::make_shared<ResultDelivery>(mQueue, QStringLiteral("id"), QString(), callbacks);
+    delivery = std::make_shared<ResultDelivery>(mQueue, subject(), callbacks);
     delivery->postPoint(pointOf(1));
     delivery->postPoint(pointOf(2));
     ASSERT_TRUE(drained());

@@ -1,0 +1,37 @@
+#include "terminal/trade/ImportedTrade.h"
+
+#include "host/services/CStockManager.h"
+
+#include <cmath>
+
+namespace terminal {
+namespace {
+
+constexpr long long kFirstTime = 86400; ///< seconds since the epoch
+constexpr long long kLastTime = 2147385600; ///< 2038-01-18; days are 32-bit numbers
+
+} // namespace
+
+const char *troubleOf(const ImportedTrade &imported) {
+    if (imported.account.empty()) {
+        return "no account";
+    }
+    if (imported.instrument.empty()) {
+        return "no instrument";
+    }
+    if (!std::isfinite(imported.price) || imported.price <= 0.0 || imported.price >= TC::kUnsetValue) {
+        return "the price is no positive number";
+    }
+    if (imported.volume <= 0) {
+        return "the volume is no positive whole number";
+    }
+    if (imported.time < kFirstTime || imported.time > kLastTime) {
+        return "the time cannot be read";
+    }
+    if (imported.direction != kBuy && imported.direction != kSell) {
+        return "the direction is neither 48, buy, nor 49, sell";
+    }
+    return nullptr;
+}
+
+} // namespace terminal

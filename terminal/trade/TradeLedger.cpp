@@ -1,0 +1,273 @@
+#include "terminal/trade/TradeLedger.h"
+
+#include "terminal/market/MarketDate.h"
+
+#include <QtDebug>
+
+#include <utility>
+
+namespace terminal {
+
+int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint64 time) {
+    const Instrument *known = catalogue.find(QString::fromStdString(instrument));
+    const QString market = known ? known->market : QStringLiteral("SH");
+    return dayOf(catalogue.calendar(market).dayAt(time, catalogue.nightMarkets.contains(market)));
+}
+
+TradeLedger::TradeLedger(CMarketStore &store)
+    : mStore(store), mStrategies(mStore.strategies()), mStocks(mStore.instruments()) {
+    for (const TradeAccount &account : mStore.accounts()) {
+        mAccounts[account.id] = account;
+    }
+}
+
+// What is known
+
+bool TradeLedger::isKnown(int day) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mBooks.count(day) > 0;
+}
+
+/// What came meanwhile stays.
+void TradeLedger::learn(int day, const TradeChanges &records) {
+    TradeBook fresh;
+    fresh.put(records);
+    std::lock_guard<std::mutex> hold(mLock);
+    mBooks.emplace(day, std::move(fresh));
+}
+
+void TradeLedger::load(int day) {
+    if (!isKnown(day)) {
+        learn(day, mStore.read(day));
+    }
+}
+
+long long TradeLedger::finishedOf(int task, const std::string &instrument) const {
+    std::lock_guard<std::mutex> hold(mLock);
+    for (auto book = mBooks.rbegin(); book != mBooks.rend(); ++book) {
+        if (const TradeTask *known = book->second.task(task)) {
+            long long finished = 0;
+            for (const TradeTaskItem &item : known->items) {
+                finished += item.instrument() == instrument ? item.finished : 0;
+            }
+            return finished;
+        }
+    }
+    return 0;
+}
+
+std::vector<TradeAccount> TradeLedger::accounts() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    std::vector<TradeAccount> all;
+    for (const auto &entry : mAccounts) {
+        all.push_back(entry.second);
+    }
+    return all;
+}
+
+TradeLedger::Keys TradeLedger::strategies() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mStrategies;
+}
+
+TradeLedger::Keys TradeLedger::stocks() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mStocks;
+}
+
+std::set<int> TradeLedger::daysFrom(const std::string &account, int day) {
+    std::set<int> days = mStore.ownDaysFrom(account, day);
+    std::lock_guard<std::mutex> hold(mLock);
+    for (auto book = mBooks.lower_bound(day); book != mBooks.end(); ++book) {
+        days.insert(book->first);
+    }
+    return days;
+}
+
+// Changes
+
+void TradeLedger::addAccountLocked(const TradeAccount &account) {
+    mAccounts[account.id] = account;
+    TradeBatch batch;
+    batch.accounts.push_back(account);
+    mPending.append(batch);
+}
+
+void TradeLedger::addAccount(const TradeAccount &account) {
+    std::lock_guard<std::mutex> hold(mLock);
+    addAccountLocked(account);
+}
+
+void TradeLedger::enter(int day, const TradeChanges &changes) {
+    if (changes.isEmpty()) {
+        return;
+    }
+    load(day);
+    TradeBatch batch;
+    batch.changes = changes;
+    std::lock_guard<std::mutex> hold(mLock);
+    mBooks[day].put(changes);
+    mPending.append(batch);
+    noteChanges(changes);
+}
+
+void TradeLedger::enterCancel(const TradeCancel &cancel) {
+    TradeBatch batch;
+    batch.cancels.push_back(cancel);
+    std::lock_guard<std::mutex> hold(mLock);
+    mPending.append(batch);
+}
+
+template <class Record> void TradeLedger::importRecord(const Record &record, const TradeAccount &account) {
+    load(record.day);
+    TradeBatch batch;
+    if constexpr (std::is_same_v<Record, TradeOrder>) {
+        batch.changes.orders.push_back(record);
+    } else {
+        batch.changes.deals.push_back(record);
+    }
+    std::lock_guard<std::mutex> hold(mLock);
+    mBooks[record.day].put(record);
+    if (mAccounts.count(account.id) == 0) {
+        addAccountLocked(account);
+        mNotices.accounts = true;
+    }
+    mPending.append(batch);
+    noteChanges(batch.changes);
+}
+
+void TradeLedger::import(const TradeOrder &order, const TradeAccount &account) {
+    importRecord(order, account);
+}
+
+void TradeLedger::import(const TradeDeal &deal, const TradeAccount &account) {
+    importRecord(deal, account);
+}
+
+void TradeLedger::refuse(const char *reason) {
+    std::lock_guard<std::mutex> hold(mLock);
+    ++mRefused;
+    mRefusedFor = reason;
+}
+
+void TradeLedger::forgetDay(const std::string &account, int day) {
+    load(day);
+    TradeBatch batch;
+    batch.forgottenDays.insert({account, day});
+    std::lock_guard<std::mutex> hold(mLock);
+    TradeBook &book = mBooks[day];
+    const Keys instruments = book.instruments();
+    book.forgetOwn(account);
+    mPending.append(batch);
+    mNotices.linkage.insert(instruments.begin(), instruments.end());
+    mNotices.tasks.insert(instruments.begin(), instruments.end());
+}
+
+void TradeLedger::forgetImports() {
+    TradeBatch batch;
+    batch.forgetImports = true;
+    std::lock_guard<std::mutex> hold(mLock);
+    for (auto &book : mBooks) {
+        const Keys instruments = book.second.instruments();
+        mNotices.linkage.insert(instruments.begin(), instruments.end());
+        book.second.forgetImports();
+    }
+    for (auto account = mAccounts.begin(); account != mAccounts.end();) {
+        account =
+            account->second.source == TradeSource::Imported ? mAccounts.erase(account) : std::next(account);
+    }
+    mPending.append(batch);
+    mNotices.accounts = true;
+    mNotices.datas = true;
+}
+
+void TradeLedger::finishDay(const std::string &account, int day) {
+    TradeBatch batch;
+    batch.finishedDays.insert({account, day});
+    std::lock_guard<std::mutex> hold(mLock);
+    mPending.append(batch);
+}
+
+// What is to be signalled
+
+void TradeLedger::noteChanges(const TradeChanges &changes) {
+    const auto touched = [this](const std::string &instrument, const std::string &strategy) {
+        mNotices.linkage.insert(instrument);
+        mNotices.datas = true;
+        mNotices.stocks = mStocks.insert(instrument).second || mNotices.stocks;
+        if (!strategy.empty()) {
+            mNotices.strategies = mStrategies.insert(strategy).second || mNotices.strategies;
+        }
+    };
+    for (const TradeOrder &order : changes.orders) {
+        touched(order.instrument, order.strategy);
+    }
+    for (const TradeDeal &deal : changes.deals) {
+        touched(deal.instrument, deal.strategy);
+    }
+    for (const TradeTask &task : changes.tasks) {
+        for (const TradeTaskItem &item : task.items) {
+            touched(item.instrument(), task.strategy);
+            mNotices.tasks.insert(item.instrument());
+        }
+    }
+}
+
+void TradeLedger::noteNewDay(int day) {
+    std::lock_guard<std::mutex> hold(mLock);
+    mNotices.newDays.insert(dateOf(day).toString(QStringLiteral("yyyyMMdd")).toStdString());
+}
+
+void TradeLedger::noteFigures() {
+    std::lock_guard<std::mutex> hold(mLock);
+    mNotices.datas = true;
+}
+
+TradeNotices TradeLedger::takeNotices() {
+    std::lock_guard<std::mutex> hold(mLock);
+    return std::exchange(mNotices, TradeNotices());
+}
+
+// Writing
+
+void TradeLedger::tellRefused() {
+    int refused = 0;
+    const char *reason = "";
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        refused = std::exchange(mRefused, 0);
+        reason = mRefusedFor;
+    }
+    if (refused > 0) {
+        qWarning("import: %d trade records are left out, the last one because of this: %s", refused, reason);
+    }
+}
+
+void TradeLedger::write() {
+    tellRefused();
+    TradeBatch batch;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        std::swap(batch, mPending);
+    }
+    if (batch.isEmpty()) {
+        return;
+    }
+    const QString trouble = mStore.write(batch);
+    if (!trouble.isEmpty() && trouble != mTrouble) {
+        qWarning("%s", qPrintable(trouble));
+    }
+    mTrouble = trouble;
+    const bool reread = trouble.isEmpty() && batch.forgetImports;
+    const Keys stocks = reread ? mStore.instruments() : Keys();
+    std::lock_guard<std::mutex> hold(mLock);
+    if (!trouble.isEmpty()) {
+        batch.append(mPending);
+        std::swap(batch, mPending);
+    } else if (reread && mPending.isEmpty()) {
+        mStocks = stocks;
+        mNotices.stocks = true;
+    }
+}
+
+} // namespace terminal

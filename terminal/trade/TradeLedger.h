@@ -1,0 +1,101 @@
+#pragma once
+
+#include "terminal/trade/TradeBook.h"
+#include "terminal/trade/TradeNotices.h"
+#include "terminal/trade/TradeStore.h"
+
+#include <QList>
+#include <QString>
+
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace terminal {
+
+/// The trading day that a time is of, for an instrument; one that the catalogue does not know is traded as a share.
+int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint64 time);
+
+/// What is known of the user's trading: the records by day, the accounts, strategies and instruments; what of it is not
+/// written yet; and what has to be signalled of it.
+///
+/// A change is in all three at once. Days are read from the store when they are first asked for, without the lock. Any
+/// thread; one of them writes.
+class TradeLedger {
+public:
+    using Keys = TC::CLinkageManager::Keys;
+
+    /// The store is open, and outlives the ledger.
+    explicit TradeLedger(CMarketStore &store);
+
+    /// Calls `use` with the records of a day, under the lock; not at all when the day has none.
+    template <class Use> void withDay(int day, Use use) {
+        if (!isKnown(day)) {
+            const TradeChanges records = mStore.read(day);
+            if (records.isEmpty()) {
+                return;
+            }
+            learn(day, records);
+        }
+        std::lock_guard<std::mutex> hold(mLock);
+        use(static_cast<const TradeBook &>(mBooks[day]));
+    }
+    /// What has been filled of a task's items of an instrument; 0 for an unknown task.
+    long long finishedOf(int task, const std::string &instrument) const;
+    std::vector<TradeAccount> accounts() const;
+    Keys strategies() const;
+    Keys stocks() const;
+    /// Days from a day on that have own records of an account, or are in memory.
+    std::set<int> daysFrom(const std::string &account, int day);
+    std::set<int> finishedDays(const std::string &account) { return mStore.finishedDays(account); }
+    /// In the order of their times.
+    std::vector<TradeCancel> cancels(int day) { return mStore.cancels(day); }
+
+    void addAccount(const TradeAccount &account);
+    void enter(int day, const TradeChanges &changes);
+    void enterCancel(const TradeCancel &cancel);
+    /// Enters an imported record, and its account when it is not known yet.
+    void import(const TradeOrder &order, const TradeAccount &account);
+    void import(const TradeDeal &deal, const TradeAccount &account);
+    /// A record was left out for this reason; told with the next writing.
+    void refuse(const char *reason);
+    /// Drops the own records of an account's day.
+    void forgetDay(const std::string &account, int day);
+    void forgetImports();
+    /// A day is recorded to its end.
+    void finishDay(const std::string &account, int day);
+
+    void noteNewDay(int day);
+    void noteFigures();
+    /// What has to be signalled since the last call.
+    TradeNotices takeNotices();
+
+    /// Writes what is pending; what cannot be written now is kept for the next time.
+    void write();
+
+private:
+    bool isKnown(int day) const;
+    void learn(int day, const TradeChanges &records);
+    void load(int day);
+    template <class Record> void importRecord(const Record &record, const TradeAccount &account);
+    void tellRefused();
+    // Under the lock.
+    void noteChanges(const TradeChanges &changes);
+    void addAccountLocked(const TradeAccount &account);
+
+    TradeStore mStore;
+    QString mTrouble; ///< of the last writing; of the thread that writes
+    mutable std::mutex mLock; ///< guards what follows
+    std::map<int, TradeBook> mBooks;
+    std::map<std::string, TradeAccount> mAccounts;
+    Keys mStrategies;
+    Keys mStocks;
+    TradeBatch mPending; ///< not written yet
+    TradeNotices mNotices;
+    int mRefused = 0; ///< imported records, since this was told last
+    const char *mRefusedFor = "";
+};
+
+} // namespace terminal

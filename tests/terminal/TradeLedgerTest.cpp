@@ -1,0 +1,127 @@
+#include "terminal/trade/TradeLedger.h"
+
+#include "tests/terminal/StoreFixture.h"
+
+using namespace terminal;
+
+namespace {
+
+constexpr int kDay = 1763654400; // 2025-11-21 at UTC+8
+const TradeAccount kAccount{"a1", "Account", TC::CLinkageManager::kStockAccounts, TradeSource::Own};
+
+TradeOrder order(const char *key, const char *instrument = "SH600000") {
+    TradeOrder made;
+    made.account = kAccount.id;
+    made.key = key;
+    made.instrument = instrument;
+    made.day = kDay;
+    made.time = kDay * 1000LL + 36000000;
+    made.price = 10.0;
+    made.volume = 100;
+    made.strategy = "grid";
+    return made;
+}
+
+class TradeLedgerTest : public StoreFixture {
+protected:
+    void SetUp() override {
+        openStore();
+        mLedger = std::make_unique<TradeLedger>(mStore);
+        mLedger->addAccount(kAccount);
+    }
+    size_t orders(int day = kDay) {
+        size_t count = 0;
+        mLedger->withDay(day,
+                         [&](const TradeBook &book) { count = book.orders("SH600000", {kAccount.id}).size(); });
+        return count;
+    }
+    /// Another ledger over the same store.
+    void restart() { mLedger = std::make_unique<TradeLedger>(mStore); }
+
+    std::unique_ptr<TradeLedger> mLedger;
+};
+
+} // namespace
+
+TEST_F(TradeLedgerTest, AChangeIsKnownAndSignalledAtOnceAndWrittenLater) {
+    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    EXPECT_EQ(orders(), 1u);
+    const TradeNotices notices = mLedger->takeNotices();
+    EXPECT_EQ(notices.linkage, TradeLedger::Keys({"SH600000"}));
+    EXPECT_TRUE(notices.strategies);
+    EXPECT_TRUE(notices.stocks);
+    EXPECT_TRUE(mLedger->takeNotices().linkage.empty()) << "told once";
+    restart();
+    EXPECT_EQ(orders(), 0u) << "it was not written";
+}
+
+TEST_F(TradeLedgerTest, WhatIsWrittenIsThereAfterARestart) {
+    mLedger->enter(kDay, {{order("1"), order("2")}, {}, {}});
+    mLedger->finishDay(kAccount.id, kDay);
+    mLedger->write();
+    restart();
+    EXPECT_EQ(orders(), 2u);
+    EXPECT_EQ(mLedger->strategies(), TradeLedger::Keys({"grid"}));
+    EXPECT_EQ(mLedger->stocks(), TradeLedger::Keys({"SH600000"}));
+    EXPECT_EQ(mLedger->finishedDays(kAccount.id), std::set<int>({kDay}));
+    EXPECT_EQ(mLedger->daysFrom(kAccount.id, kDay), std::set<int>({kDay}));
+}
+
+TEST_F(TradeLedgerTest, AnOldStrategyIsNoNewOne) {
+    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    mLedger->takeNotices();
+    mLedger->enter(kDay, {{order("2")}, {}, {}});
+    const TradeNotices notices = mLedger->takeNotices();
+    EXPECT_FALSE(notices.strategies);
+    EXPECT_FALSE(notices.stocks);
+    EXPECT_TRUE(notices.datas);
+}
+
+TEST_F(TradeLedgerTest, AForgottenDayIsForgottenInTheStoreToo) {
+    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    mLedger->write();
+    mLedger->forgetDay(kAccount.id, kDay);
+    EXPECT_EQ(orders(), 0u);
+    mLedger->write();
+    restart();
+    EXPECT_EQ(orders(), 0u);
+}
+
+TEST_F(TradeLedgerTest, AnImportBringsItsAccountOnce) {
+    TradeOrder imported = order("i");
+    imported.account = "b2";
+    imported.source = TradeSource::Imported;
+    const TradeAccount account{"b2", "b2", TC::CLinkageManager::kStockAccounts, TradeSource::Imported};
+    mLedger->import(imported, account);
+    EXPECT_TRUE(mLedger->takeNotices().accounts);
+    EXPECT_EQ(mLedger->accounts().size(), 2u);
+    mLedger->import(imported, account);
+    EXPECT_FALSE(mLedger->takeNotices().accounts);
+    mLedger->forgetImports();
+    EXPECT_EQ(mLedger->accounts().size(), 1u);
+    EXPECT_TRUE(mLedger->takeNotices().accounts);
+}
+
+TEST_F(TradeLedgerTest, ADayWithoutRecordsIsNotShown) {
+    bool called = false;
+    mLedger->withDay(kDay, [&](const TradeBook &) { called = true; });
+    EXPECT_FALSE(called);
+}
+
+TEST_F(TradeLedgerTest, WhatATaskHasFilledIsCountedByInstrument) {
+    TradeTask task;
+    task.id = 7;
+    task.account = kAccount.id;
+    task.day = kDay;
+    TradeTaskItem item;
+    item.market = "SH";
+    item.code = "600000";
+    item.quantity = 500;
+    item.finished = 200;
+    task.items = {item, item};
+    mLedger->enter(kDay, {{}, {}, {task}});
+    EXPECT_EQ(mLedger->finishedOf(7, "SH600000"), 400);
+    EXPECT_EQ(mLedger->finishedOf(7, "SZ000001"), 0);
+    EXPECT_EQ(mLedger->finishedOf(8, "SH600000"), 0);
+    EXPECT_EQ(mLedger->takeNotices().tasks, TradeLedger::Keys({"SH600000"}));
+}
