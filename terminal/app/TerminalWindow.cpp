@@ -1,7 +1,6 @@
 #include "terminal/app/TerminalWindow.h"
 
 #include "containers/CRealtimeMainWidget.h"
-#include "host/windows/CSmartKeyboardDialog.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/app/ControlRow.h"
 #include "terminal/app/DownloadTeller.h"
@@ -12,6 +11,7 @@
 #include "terminal/app/MessagePanel.h"
 #include "terminal/app/QuoteLists.h"
 #include "terminal/app/ReplayControl.h"
+#include "terminal/app/SmartKeyboard.h"
 #include "terminal/app/StatusLine.h"
 #include "terminal/app/StretchWindows.h"
 #include "terminal/app/TradeDetailsMemory.h"
@@ -48,7 +48,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
       mFormulas(new FormulaPanel(this)), mMessages(new MessagePanel(services.messages(), this)),
       mControls(new ControlRow(this)), mStatus(new StatusLine(this)),
       mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
-      mReplay(new ReplayControl(services.replay(), *mView, this)) {
+      mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
     layOut();
@@ -141,6 +141,14 @@ void TerminalWindow::connectChart() {
     const auto *desk = new FormulaDesk(mServices, *mView, *mFormulas, *mMessages, this);
     connect(desk, &FormulaDesk::catalogueChanged, this, &TerminalWindow::refreshSearch);
     connect(mReplay, &ReplayControl::told, this, [this](const QString &text) { say(text); });
+    connect(mKeyboard, &SmartKeyboard::instrumentPicked, this,
+            [this](const QString &key) { showInstrument(key); });
+    connect(mKeyboard, &SmartKeyboard::formulaPicked, this,
+            [this](const QString &formula) { mView->main()->handleDoubleClickedFormula(formula); });
+    connect(mKeyboard, &SmartKeyboard::closed, this, [this] {
+        activateWindow();
+        mView->setFocus();
+    });
     connect(mLists, &QuoteLists::chosen, this, [this](const QString &key) { showInstrument(key); });
     connect(mLists, &QuoteLists::refused, this, [this](const QString &reason) { say(reason, true); });
 }
@@ -300,31 +308,7 @@ void TerminalWindow::onImported(const QString &key, const QDate &day, const QStr
 }
 
 void TerminalWindow::openSmartKeyboard(const QString &text) {
-    TC::CSmartKeyboardDialog *keyboard = TC::CSmartKeyboardDialog::instance();
-    keyboard->setPickCallback(
-        this, [this](const TC::CStockInfo &picked, TC::ESmartKeyType type) { takePick(picked, type); });
-    keyboard->setTitle(tr("键盘精灵"));
-    keyboard->openFor(this, text);
-}
-
-void TerminalWindow::takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type) {
-    switch (type) {
-    case TC::ESmartKeyType::Stock:
-    case TC::ESmartKeyType::Index:
-        showInstrument(picked.key());
-        break;
-    case TC::ESmartKeyType::Shortcut:
-        showInstrument(picked.mCode == QLatin1String("03") ? QStringLiteral("SH000001")
-                                                           : QStringLiteral("SZ399001"));
-        break;
-    case TC::ESmartKeyType::Formula:
-        mView->main()->handleDoubleClickedFormula(picked.mCode);
-        break;
-    case TC::ESmartKeyType::Function:
-        break;
-    }
-    activateWindow();
-    mView->setFocus();
+    mKeyboard->open(text);
 }
 
 void TerminalWindow::showVariables() {

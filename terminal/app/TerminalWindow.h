@@ -1,7 +1,5 @@
 #pragma once
 
-#include "host/records/CStockInfo.h"
-#include "host/records/Enumerations.h"
 #include "host/toolkit/CUiResource.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/TerminalServices.h"
@@ -27,6 +25,7 @@ class ImportDialog;
 class MessagePanel;
 class QuoteLists;
 class ReplayControl;
+class SmartKeyboard;
 class StatusLine;
 class TradeDetailsMemory;
 
@@ -100,7 +99,6 @@ private:
     void refreshDays();
     void shiftDay(int days);
     void onImported(const QString &key, const QDate &day, const QString &text);
-    void takePick(const TC::CStockInfo &picked, TC::ESmartKeyType type);
     void toggleTheme();
     bool handleCommandKey(int key);
     bool handleCursorKey(int key);
@@ -118,6 +116,7 @@ private:
     QuoteLists *mLists;
     DownloadTeller *mDownloads;
     ReplayControl *mReplay;
+    SmartKeyboard *mKeyboard;
     std::unique_ptr<TradeDetailsMemory> mTradeDetails;
     QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day

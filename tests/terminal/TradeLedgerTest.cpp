@@ -31,8 +31,11 @@ protected:
     }
     size_t orders(int day = kDay) {
         size_t count = 0;
-        mLedger->withDay(day,
-                         [&](const TradeBook &book) { count = book.orders("SH600000", {kAccount.id}).size(); });
+        mLedger->withDay(day, [&](const TradeBook &book) {
+            for (const auto &account : book.orders("SH600000", {kAccount.id})) {
+                count += account.second.size();
+            }
+        });
         return count;
     }
     /// Another ledger over the same store.
