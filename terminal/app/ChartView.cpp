@@ -61,8 +61,8 @@ QString accountOf(const QString &key) {
 
 } // namespace
 
-ChartView::ChartView(PortfolioPositions portfolios, QWidget *parent)
-    : CBaseWidget(parent), mPortfolios(std::move(portfolios)),
+ChartView::ChartView(ChartSources sources, QWidget *parent)
+    : CBaseWidget(parent), mSources(std::move(sources)),
       mMain(new TC::CRealtimeMainWidget(this, TC::EIndexViewType::Ordinary)) {
     setObjectName(QStringLiteral("chart_view"));
     setFocusProxy(mMain);
@@ -91,9 +91,10 @@ bool ChartView::show(const QString &key, const QDate &day) {
     mMain->setFormulaAccount(accountOf(key));
     mMain->setStock(isPortfolio ? key.mid(kPortfolioMarket.size()) : key, false);
     if (isPortfolio) {
-        mMain->subPortfolioCallBack(mPortfolios(key)); // its futures tell the axis
+        mMain->subPortfolioCallBack(mSources.positions(key)); // its futures tell the axis
     }
     mMain->beHistory(day.isValid());
+    mSources.announce(key, day);
     mMain->request(false);
     mMain->updateWidgetsView();
     emit changed();

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "host/records/RPCUiPortfolioDetail.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "terminal/app/ChartSources.h"
 
 #include <QDate>
 #include <QList>
 #include <QSet>
 #include <QString>
 #include <boost/shared_ptr.hpp>
-
-#include <functional>
 
 namespace TC {
 class CRealtimeData;
@@ -24,10 +22,7 @@ namespace terminal {
 class ChartView : public GZ::CBaseWidget {
     Q_OBJECT
 public:
-    /// The positions of a portfolio by its key.
-    using PortfolioPositions = std::function<TC::RPCUiPortfolioDetail(const QString &key)>;
-
-    explicit ChartView(PortfolioPositions portfolios, QWidget *parent = nullptr);
+    explicit ChartView(ChartSources sources, QWidget *parent = nullptr);
 
     /// Shows an instrument of the catalogue; a null day is the running one. False, and nothing changed, for an
     /// unknown instrument.
@@ -94,7 +89,7 @@ private:
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.
     void countPastPoints();
 
-    const PortfolioPositions mPortfolios;
+    const ChartSources mSources;
     TC::CRealtimeMainWidget *mMain;
     QString mInstrument;
     QDate mPastDay; ///< null for the running day

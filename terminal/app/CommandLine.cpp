@@ -54,6 +54,7 @@ QString takeSize(CommandLineOptions &options, const QString &value) {
             .arg(kLargestSide);
     }
     options.size = size;
+    options.isSizeGiven = true;
     return {};
 }
 

@@ -16,7 +16,8 @@ struct CommandLineOptions {
     QString instrument; ///< key, as in "SH600000"
     QDate date; ///< trading day to show; null is the running one
     QString snapshot; ///< picture to write instead of opening a window
-    QSize size{1200, 700};
+    QSize size{1200, 700}; ///< of the window or the picture
+    bool isSizeGiven = false;
     double ratio = 1.0; ///< device pixels per pixel
     QString theme; ///< "dark" or "light"; empty is the one chosen last
     QStringList imports; ///< files of market data, in order

@@ -135,7 +135,7 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     const bool live = start.day == services.runningDayOf(start.key);
     while (!live && services.trade().recordPastDay()) { // a window shows them as they come
     }
-    ChartView view([&services](const QString &key) { return services.portfolioDetailOf(key); });
+    ChartView view(services.chartSources());
     view.resize(options.size);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.QWidget::show();
@@ -150,7 +150,12 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
 
 int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
     TerminalWindow window(services);
-    window.resize(options.size);
+    if (options.isSizeGiven || !window.isPlaceRestored()) {
+        window.resize(options.size);
+    }
+    if (!options.speed) {
+        window.restorePace();
+    }
     window.show();
     window.showInstrument(start.key, start.day);
     return QApplication::exec();

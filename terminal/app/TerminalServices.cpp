@@ -205,6 +205,13 @@ QString TerminalServices::nameOf(const QString &key) const {
     return catalogue->portfolios.value(key).name;
 }
 
+ChartSources TerminalServices::chartSources() {
+    return {[this](const QString &key) { return portfolioDetailOf(key); },
+            [this](const QString &key, const QDate &day) {
+                mCache.expect(key, dayOf(day.isValid() ? day : runningDayOf(key)));
+            }};
+}
+
 TC::RPCUiPortfolioDetail TerminalServices::portfolioDetailOf(const QString &key) const {
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     TC::RPCUiPortfolioDetail detail;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/records/RPCUiPortfolioDetail.h"
+#include "terminal/app/ChartSources.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/QuoteList.h"
 #include "terminal/app/SmartKeyService.h"
@@ -90,6 +90,7 @@ public:
     QString nameOf(const QString &key) const;
     /// The record of an instrument, or null.
     TC::CInstrumentDetailPtr detailOf(const QString &key) const;
+    ChartSources chartSources();
     /// The positions of a portfolio; none for any other key.
     TC::RPCUiPortfolioDetail portfolioDetailOf(const QString &key) const;
     /// Of the running day; before its first trade the close of the day before stands for the price.

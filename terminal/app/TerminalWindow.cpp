@@ -15,6 +15,7 @@
 #include "terminal/app/StatusLine.h"
 #include "terminal/app/StretchWindows.h"
 #include "terminal/app/TradeDetailsMemory.h"
+#include "terminal/app/ViewMemory.h"
 #include "terminal/app/WindowColors.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -36,19 +37,15 @@ const QString kYes = QStringLiteral("yes");
 const QString kNo = QStringLiteral("no");
 const QString kDefaultPanes = QStringLiteral("1");
 
-QString shownDate(const QDate &date) {
-    return date.toString(QStringLiteral("yyyy-MM-dd"));
-}
-
 } // namespace
 
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
-    : QWidget(parent), mServices(services),
-      mView(new ChartView([&services](const QString &key) { return services.portfolioDetailOf(key); }, this)),
+    : QWidget(parent), mServices(services), mView(new ChartView(services.chartSources(), this)),
       mFormulas(new FormulaPanel(this)), mMessages(new MessagePanel(services.messages(), this)),
       mControls(new ControlRow(this)), mStatus(new StatusLine(this)),
       mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
-      mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)) {
+      mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)),
+      mMemory(std::make_unique<ViewMemory>(services.config(), *mView, services.clock(), *this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
     layOut();
@@ -56,19 +53,25 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     connectControls();
     connectChart();
-    applyTheme();
+    onUiResourceChanged();
     refreshSearch();
+    mMemory->restoreView();
     mTradeDetails = std::make_unique<TradeDetailsMemory>(mServices.config(), *mView->main());
     setPace(mServices.clock().pace());
     setFormulasShown(false);
     setTradesShown(mServices.config().value(kTradesField, kYes) == kYes);
-    setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
+    if (mMemory->kept()) {
+        keepPanes(mView->formulaPanes());
+    } else {
+        setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
+    }
     connect(&mSecond, &QTimer::timeout, this, &TerminalWindow::onSecond);
     mSecond.start(1000);
     tellMessages();
 }
 
 TerminalWindow::~TerminalWindow() {
+    mMemory.reset();
     mTradeDetails->keep();
 }
 
@@ -174,7 +177,7 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
         return false;
     }
     if (day.isValid() && !known.contains(day)) {
-        say(tr("%1 在 %2 没有行情").arg(key, shownDate(day)), true);
+        say(tr("%1 在 %2 没有行情").arg(key, day.toString(Qt::ISODate)), true);
         return false;
     }
     // The running day is shown live; where the exchange does not run the instrument, its newest stored one.
@@ -183,6 +186,10 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     mServices.historyCache().clear();
     mView->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
     mRunningDay = running;
+    if (!mMemory->isStarted()) {
+        mMemory->restoreChart();
+        mMemory->start();
+    }
     mServices.config().setValue(kInstrumentField, key);
     mControls->setInstrument(key + QLatin1Char(' ') + mServices.nameOf(key));
     refreshDays();
@@ -190,6 +197,16 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     tellMessages();
     mView->setFocus();
     return true;
+}
+
+void TerminalWindow::restorePace() {
+    if (mMemory->kept()) {
+        setPace(mMemory->kept()->pace);
+    }
+}
+
+bool TerminalWindow::isPlaceRestored() const {
+    return mMemory->kept() && !mMemory->kept()->geometry.isEmpty();
 }
 
 QComboBox *TerminalWindow::days() const {
@@ -279,10 +296,6 @@ void TerminalWindow::toggleTheme() {
 }
 
 void TerminalWindow::onUiResourceChanged() {
-    applyTheme();
-}
-
-void TerminalWindow::applyTheme() {
     setPalette(windowColors());
     mControls->applyTheme();
 }

@@ -28,9 +28,12 @@ class ReplayControl;
 class SmartKeyboard;
 class StatusLine;
 class TradeDetailsMemory;
+class ViewMemory;
 
 /// The terminal's window: the chart of one instrument, the controls over it, the formulas beside it and the status line
 /// beneath, with the messages of formulas and models over it when there are any.
+///
+/// How the user has arranged it comes back at the next start; see ViewMemory.
 ///
 /// Typing anywhere opens the smart keyboard. The arrows, Home and End walk the cross line, up and down show fewer and
 /// more days, Escape takes the cross line away. Page up and page down go to the trading day before and after, space
@@ -50,6 +53,10 @@ public:
     ImportDialog *openImport(const QStringList &files = {});
     void setPaused(bool paused);
     void setPace(double pace);
+    /// Takes the pace of the time before; the user has given none.
+    void restorePace();
+    /// Whether the window stands where it stood the time before.
+    bool isPlaceRestored() const;
     /// "dark" or "light"; remembered for the next start.
     void setThemeName(const QString &name);
 
@@ -90,7 +97,6 @@ protected:
 
 private:
     void layOut();
-    void applyTheme();
     void connectControls();
     void connectChart();
     void refreshControls();
@@ -117,6 +123,7 @@ private:
     DownloadTeller *mDownloads;
     ReplayControl *mReplay;
     SmartKeyboard *mKeyboard;
+    std::unique_ptr<ViewMemory> mMemory;
     std::unique_ptr<TradeDetailsMemory> mTradeDetails;
     QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day

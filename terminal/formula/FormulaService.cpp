@@ -41,7 +41,7 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
         const int day = mRequestDay(param);
         const int cachedDay = isAfterHours(param) ? HistoryCache::kNoDay : day;
         if (mCache) {
-            mCache->expect(feedKeyOf(param), cachedDay);
+            mCache->expect(feedKeyOf(param), HistoryCache::kNoDay);
         }
         const auto delivery = std::make_shared<ResultDelivery>(
             mQueue, ResultDelivery::Subject{id, param.mFormulaName, mCache, cachedDay}, callbacks);

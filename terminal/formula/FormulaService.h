@@ -39,7 +39,7 @@ public:
     /// first request.
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
-    /// What hears of the days of requests and results; none without it. To be called before the first request; has to
+    /// What hears of requests and of the days of their results; none without it. To be called before the first request; has to
     /// outlive the service.
     void setHistoryCache(HistoryCache *cache) { mCache = cache; }
 

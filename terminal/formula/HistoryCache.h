@@ -15,9 +15,12 @@ namespace terminal {
 /// Whole history results of one trading day, by (instrument, formula), for views that open on what another one shows.
 ///
 /// Holds the `capacity` series that were stored or read last. A series of a day before the newest one stored is not
-/// kept, and the first series of a new day drops those of the day before. A view asks right after its request, and what
-/// it stores comes from a delivery: by these the services tell the days, so that a view of another day never gets a
-/// series. Where they tell none, the day of a series is that of its last point at UTC+8. Any thread.
+/// kept, and the first series of a new day drops those of the day before. The day of a series is told by the delivery
+/// that brings it, or else is that of its last point at UTC+8.
+///
+/// A view asks for an instrument right before it requests it. So that it never gets the series of another day, whoever
+/// lets it request announces the day, and the request that follows ends that: an instrument that has been requested
+/// since is not answered, be it for another day of the same view. Any thread.
 class HistoryCache : public TC::CMultiRequestDataManager {
 public:
     /// Of a request or a result that is of no whole day, such as one of a replay.
@@ -39,7 +42,8 @@ public:
 
     explicit HistoryCache(int capacity = 256);
 
-    /// What is asked for of an instrument from now on is of this trading day.
+    /// What is asked for of an instrument next is of this trading day; kNoDay for one that is not to be answered, as
+    /// once it has been requested.
     void expect(const QString &stock, int day);
 
     bool getFormulaHistoryData(const QString &stock, const QString &formula,

@@ -33,7 +33,7 @@ protected:
 TEST_F(SharedHistory, AViewOfTheSameDayShowsAtOnce) {
     view().reload();
     EXPECT_EQ(dateOfPoints(), mToday) << "before the event loop has turned";
-    EXPECT_TRUE(view().isComplete());
+    EXPECT_TRUE(waitUntilComplete());
 }
 
 TEST_F(SharedHistory, AViewOfAPastDayWaitsForItsOwn) {
@@ -57,10 +57,11 @@ TEST_F(SharedHistory, ThePastDayDoesNotComeBackInTheRunningOne) {
 TEST_F(SharedHistory, SideBySideEveryDayShowsItsOwn) {
     view().main()->scaleView(false);
     ASSERT_TRUE(waitUntilComplete());
-    view().reload();
-    ASSERT_TRUE(waitUntilComplete());
     const QList<TC::CRealtimeGraphWidget *> graphs = view().main()->getRealTimeWidget()->getGraphWidgets();
     ASSERT_EQ(graphs.size(), 2);
+    view().reload();
+    EXPECT_TRUE(graphs[1]->getData()->getData().isEmpty()) << "nothing of the running day in the day before";
+    ASSERT_TRUE(waitUntilComplete());
     for (int i = 0; i < graphs.size(); ++i) {
         const auto series =
             graphs[i]->getData()->getData().value(TC::CFormulaKey(mKey, view().uiParam()->getBasicFormula()));

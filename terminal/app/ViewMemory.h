@@ -1,0 +1,50 @@
+#pragma once
+
+#include "terminal/config/SavedView.h"
+
+#include <QObject>
+#include <QTimer>
+
+class QWidget;
+
+namespace terminal {
+
+class ChartView;
+class ConfigService;
+class SimulatedClock;
+
+/// Keeps how the user has arranged the window, and brings it back. A change is written within a third of a second, so
+/// that neither the end of the program nor a kill loses it. Nothing is written before start().
+class ViewMemory : public QObject {
+    Q_OBJECT
+public:
+    /// All of them have to outlive it.
+    ViewMemory(ConfigService &config, ChartView &view, const SimulatedClock &clock, QWidget &window);
+    ~ViewMemory() override;
+
+    /// What was kept; nothing at a first start.
+    const std::optional<SavedView> &kept() const { return mKept; }
+    /// Brings the panes, the overlays and the window's place back. Before the first instrument is shown.
+    void restoreView();
+    /// Brings back what needs an instrument on the chart: the days, and a formula in place of the ordinary chart.
+    void restoreChart();
+
+    /// Begins to notice changes.
+    void start();
+    bool isStarted() const { return mLook.isActive(); }
+    bool isStarted() const { return mLook.isActive(); }
+    /// Writes what has changed.
+    void keep();
+
+private:
+    SavedView current() const;
+
+    ConfigService &mConfig;
+    ChartView &mView;
+    const SimulatedClock &mClock;
+    QWidget &mWindow;
+    std::optional<SavedView> mKept;
+    QTimer mLook;
+};
+
+} // namespace terminal
