@@ -32,7 +32,6 @@ public:
     /// Begins to notice changes.
     void start();
     bool isStarted() const { return mLook.isActive(); }
-    bool isStarted() const { return mLook.isActive(); }
     /// Writes what has changed.
     void keep();
 
