@@ -207,6 +207,9 @@ TEST_F(LinkageHit, NothingIsDrawnForAHiddenGraph) {
     EXPECT_EQ(mEvents.count(eRegionBoundMoved), 0);
     EXPECT_TRUE(mHost.mLog.of(QStringLiteral("CLinkageManager::getDealDetails")).isEmpty());
     EXPECT_FALSE(mData->hitDeal(61, 50));
+    putPrice(std::vector<double>(241, 10.0)); // a price to place it by
+    mData->adoptMaxMin({{{kStock, QStringLiteral("REALTIME")}, {11.0, 9.0}}}, true);
+    EXPECT_FALSE(mData->hitDeal(61, 50));
     mData->setDrawEnabled(true);
     EXPECT_TRUE(mData->hitDeal(61, 50)) << "once it is shown";
 }

@@ -149,7 +149,7 @@ TEST_F(ViewMemoryTest, AFormulaOnTheMainChartComesBack) {
     ASSERT_FALSE(attached.isEmpty());
     ASSERT_FALSE(replacing.isEmpty());
     const auto isShown = [this](const QString &name) {
-        return view().main()->getRealTimeWidget()->getIndexes().contains(name, Qt::CaseInsensitive);
+        return view().main()->getRealTimeWidget()->getIndexes().contains(name.toUpper());
     };
     view().main()->handleDoubleClickedFormula(attached);
     ASSERT_TRUE(isShown(attached));
