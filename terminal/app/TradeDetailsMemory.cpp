@@ -24,6 +24,8 @@ TradeDetailsMemory::TradeDetailsMemory(ConfigService &config, TC::CRealtimeMainW
         }
     }
     mChart.presetLinkageDialogSetting(mKept);
+    // The view's own document tells it as well, and the dialog reads it the other way round: all are seen at first.
+    mChart.presetLinkageDialogSetting({{kSeeByStrategy, true}});
     if (mKept.value(kBalance)) { // the dialog starts it only when it is checked by hand
         TC::CSingletonT<TC::CLinkageManager>::instance().startBalanceCalculator();
     }

@@ -18,6 +18,8 @@ namespace {
 
 class ViewMemoryTest : public tests::TerminalFixture {
 protected:
+    QSize mSize; ///< of the window once it was arranged
+
     QString configPath() const { return mFolder.path() + "/config.json"; }
     /// Ends the terminal in order and starts it again.
     void restart() {
@@ -71,8 +73,10 @@ protected:
         ASSERT_TRUE(waitUntilComplete());
         TC::CRealtimeMainWidget *chart = view().main();
         mWindow->setFormulaPanes(0);
-        chart->handleDoubleClickedFormula("KDJ");
-        chart->handleDoubleClickedFormula("MACD");
+        for (const char *formula : {"KDJ", "MACD"}) {
+            chart->addIndexWidget();
+            chart->handleDoubleClickedFormula(formula);
+        }
         chart->addSuperposedStock(
             TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail("SH600000"));
         chart->scaleView(false);
@@ -80,6 +84,8 @@ protected:
         mWindow->setPace(60.0);
         mWindow->setTradesShown(false);
         mWindow->resize(1000, 640);
+        QCoreApplication::processEvents(); // it is as wide as its buttons at least
+        mSize = mWindow->size();
         ASSERT_EQ(paneFormulas(), QStringList({"KDJ", "MACD"}));
         ASSERT_EQ(view().uiParam()->mDayCount, 3);
     }
@@ -90,7 +96,7 @@ protected:
         EXPECT_EQ(view().uiParam()->mDayCount, 3);
         EXPECT_EQ(mServices->clock().pace(), 60.0);
         EXPECT_FALSE(view().areTradesShown());
-        EXPECT_EQ(mWindow->size(), QSize(1000, 640));
+        EXPECT_EQ(mWindow->size(), mSize);
     }
 };
 
