@@ -49,7 +49,9 @@ protected:
         };
         return std::make_shared<ResultDelivery>(mQueue, subject(), std::move(callbacks));
     }
-    static ResultDelivery::Subject subject() { return {QStringLiteral("id"), QStringLiteral("MA"), nullptr, 0}; }
+    static ResultDelivery::Subject subject() {
+        return {QStringLiteral("id"), QStringLiteral("MA"), nullptr, 0};
+    }
     bool drained() {
         return QTest::qWaitFor([this] { return mQueue.pending() == 0; });
     }

@@ -1,7 +1,7 @@
-#include "terminal/market/SimulatedDay.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketWriter.h"
+#include "terminal/market/SimulatedDay.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QElapsedTimer>
