@@ -423,9 +423,9 @@ TEST_F(Pixmaps, ALineOfThatNameInAnotherFormulaOrOfAnUnknownInstrumentIsDrawn) {
 }
 
 TEST_F(Pixmaps, FilledGapsAreDrawnAndTheHeldSeriesIsLeftAsItIs) {
-    // The axis speaks local time.
-    const int localDay =
-        int(QDateTime(QDateTime::fromSecsSinceEpoch(kPastDay).date(), QTime(0, 0)).toSecsSinceEpoch());
+    // The axis tells the exchange's day in local time.
+    const QDate day = QDateTime::fromSecsSinceEpoch(kPastDay, Qt::OffsetFromUTC, 8 * 3600).date();
+    const int localDay = int(QDateTime(day, QTime(0, 0)).toSecsSinceEpoch());
     const CFormulaKey key =
         put(*mData, kStock, kOther, makeMeta(1, {10}),
             makeResult({minuteTime(localDay, 570), minuteTime(localDay, 575)}, {10.0, 10.5}));
