@@ -28,10 +28,11 @@ Records recordsOf(int count) {
     return records;
 }
 
-/// Answers a request over and over until it is told to stop.
+/// Answers a request many times, or until it is told to stop. A bounded number: calls that come without end would
+/// leave the user interface no moment of its own.
 std::thread answering(const TC::HistoryQuoteCallback &callback, int count, const std::atomic<bool> &stop) {
     return std::thread([callback, count, &stop] {
-        while (!stop) {
+        for (int answer = 0; answer < 200 && !stop; ++answer) {
             callback(0, 0, recordsOf(count), QString());
         }
     });
