@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QVariant>
 
 #include <functional>
 

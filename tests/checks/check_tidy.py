@@ -1,15 +1,19 @@
-"""Runs clang-tidy over the product's sources. Arguments: the program and the build directory.
+"""Runs clang-tidy over the product's sources. Arguments: the program and the build directory; with --self-test after
+them, sees to it that faults are found in a unit of sources.
 
-A file that has passed is not looked at again until it, a header of ours that it reaches, its compiler options,
-.clang-tidy or the program change: what passed is kept under tidy-cache in the build directory.
+Up to twenty sources of a folder are looked at as one unit, since most of the time goes into the headers of Qt that each
+of them includes. A unit that has passed is not looked at again until a source of it, a header of ours that they reach,
+their compiler options, .clang-tidy or the program change: what passed is kept under tidy-cache in the build directory.
 """
 
 import hashlib
 import json
+import os
 import re
 import shlex
 import subprocess
 import sys
+import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from os import cpu_count
 from pathlib import Path
@@ -17,6 +21,7 @@ from pathlib import Path
 import tree
 
 FOLDERS = ("viewmodel", "chartdata", "chartview", "containers", "linkage", "statistics", "toolkit", "terminal")
+UNIT = 20
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
 
@@ -39,17 +44,36 @@ def options_of(entry):
     return kept + ["-fPIC"]
 
 
+def sources_of(entry):
+    """Sources that an entry compiles: itself, or what it includes when the build has put several into one."""
+    path = Path(entry["directory"], entry["file"]).resolve()
+    if path.parent.name != "Unity":
+        return [path]
+    return [Path(name) for name in INCLUDE.findall(path.read_text(encoding="utf-8"))]
+
+
 def commands(build):
     """Options of every source of the folders, by path from the root."""
     database = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
     found = {}
     for entry in database:
-        path = Path(entry["directory"], entry["file"]).resolve()
-        if tree.ROOT in path.parents:
-            name = path.relative_to(tree.ROOT).as_posix()
-            if name.split("/")[0] in FOLDERS and path.is_file():
-                found[name] = options_of(entry)
+        for path in sources_of(entry):
+            if tree.ROOT in path.parents:
+                name = path.relative_to(tree.ROOT).as_posix()
+                if name.split("/")[0] in FOLDERS and path.is_file():
+                    found[name] = options_of(entry)
     return found
+
+
+def units(sources):
+    """The sources by folder and options, in units: (names, options)."""
+    groups = {}
+    for name in sorted(sources):
+        groups.setdefault((os.path.dirname(name), *sources[name]), []).append(name)
+    for (_, *options), names in groups.items():
+        count = -(-len(names) // UNIT)
+        for i in range(count):
+            yield names[i * len(names) // count:(i + 1) * len(names) // count], options
 
 
 class Digests:
@@ -58,9 +82,9 @@ class Digests:
     def __init__(self):
         self.reached = {}
 
-    def headers(self, name):
-        """Our files that a file includes, with itself."""
-        todo, seen = [name], set()
+    def headers(self, names):
+        """Our files that some files include, with themselves."""
+        todo, seen = list(names), set()
         while todo:
             at = todo.pop()
             if at not in seen and (tree.ROOT / at).is_file():
@@ -73,41 +97,72 @@ class Digests:
             self.reached[name] = INCLUDE.findall((tree.ROOT / name).read_text(encoding="utf-8"))
         return self.reached[name]
 
-    def of(self, name, *circumstances):
+    def of(self, names, *circumstances):
         digest = hashlib.sha256("\0".join(circumstances).encode())
-        for header in self.headers(name):
+        for header in self.headers(names):
             digest.update(header.encode() + b"\0" + (tree.ROOT / header).read_bytes() + b"\0")
         return digest.hexdigest()
 
 
-def tidy(program, name, options):
-    """What clang-tidy says about a file, empty when it passes."""
-    run = subprocess.run([program, "--quiet", str(tree.ROOT / name), "--", *options], cwd=tree.ROOT,
-                         capture_output=True, text=True)
+def tidy(program, root, names, options):
+    """What clang-tidy says about sources below a root, as one unit; empty when they pass."""
+    with tempfile.NamedTemporaryFile("w", suffix=".cpp", encoding="utf-8") as unit:
+        unit.writelines(f'#include "{root / name}"\n' for name in names)
+        unit.flush()
+        run = subprocess.run([program, "--quiet", f"--config-file={tree.ROOT / '.clang-tidy'}",
+                              f"--header-filter=^{re.escape(str(root))}/", unit.name, "--", *options],
+                             cwd=root, capture_output=True, text=True)
     return "" if run.returncode == 0 else run.stdout + run.stderr
+
+
+def self_test(program):
+    """Two sources with a fault each, one of them in a header, and a sound one between them."""
+    planted = {"a.cpp": '#include "a.h"\nint *f() { return 0; }\n', "a.h": "struct A { virtual void f(); };\n"
+               "struct B : A { virtual void f(); };\n", "b.cpp": "int g(int *x) { return x == nullptr ? 1 : 2; }\n",
+               "c.cpp": "int h(int unused) { return 1; }\n"}
+    wrong = []
+    with tempfile.TemporaryDirectory() as folder:
+        root = Path(folder).resolve()
+        for name, text in planted.items():
+            (root / name).write_text(text, encoding="utf-8")
+        said = tidy(program, root, ["a.cpp", "b.cpp", "c.cpp"], ["-std=c++17"])
+        seen = sorted(set(re.findall(r"(\w\.\w+):\d+:\d+: error: .*\[([\w-]+),", said)))
+        expected = [("a.cpp", "modernize-use-nullptr"), ("a.h", "modernize-use-override"),
+                    ("c.cpp", "misc-unused-parameters")]
+        if seen != expected:
+            wrong.append(f"found {seen}, expected {expected}")
+        if tidy(program, root, ["b.cpp"], ["-std=c++17"]):
+            wrong.append("a sound source is complained about")
+        if not tidy(program, root, ["nowhere.cpp"], ["-std=c++17"]):
+            wrong.append("a source that cannot be read is no complaint")
+    return tree.finish("clang-tidy, planted faults", wrong, len(planted))
 
 
 def main():
     program, build = sys.argv[1], Path(sys.argv[2])
+    if sys.argv[3:] == ["--self-test"]:
+        return self_test(program)
     cache = build / "tidy-cache"
     cache.mkdir(exist_ok=True)
     version = subprocess.run([program, "--version"], check=True, capture_output=True, text=True).stdout
     config = (tree.ROOT / ".clang-tidy").read_text(encoding="utf-8")
     sources, digests = commands(build), Digests()
 
-    def passed_mark(name):
-        return cache / digests.of(name, name, version, config, *sources[name])
+    def passed_mark(unit):
+        names, options = unit
+        return cache / digests.of(names, version, config, *names, *options)
 
-    def complaint(name):
-        said = tidy(program, name, sources[name])
+    def complaint(unit):
+        said = tidy(program, tree.ROOT, *unit)
         if not said:
-            passed_mark(name).touch()
+            passed_mark(unit).touch()
         return said
 
-    todo = [name for name in sorted(sources) if not passed_mark(name).exists()]
+    every = list(units(sources))
+    todo = [unit for unit in every if not passed_mark(unit).exists()]
     with ThreadPoolExecutor(cpu_count()) as pool:
         complaints = [said for said in pool.map(complaint, todo) if said]
-    print(f"{len(sources) - len(todo)} files unchanged since they passed")
+    print(f"{len(every) - len(todo)} of {len(every)} units unchanged since they passed")
     return tree.finish("clang-tidy", complaints, len(sources))
 
 
