@@ -20,15 +20,15 @@ namespace TC {
 
 namespace {
 
-const QString kLabelFont = QStringLiteral("fnt_graph_axis_text");
+const QString kAxisFont = QStringLiteral("fnt_graph_axis_text");
 const QString kHolographicImage = QStringLiteral("tc_img_btn_holographic_view");
 
-QFont labelFont() {
-    return GZ::CUiResource::instance().getFont(kLabelFont);
+QFont axisFont() {
+    return GZ::CUiResource::instance().getFont(kAxisFont);
 }
 
 int labelHeight() {
-    return GZ::GlyphText::ofTheme(kLabelFont).height();
+    return GZ::GlyphText::ofTheme(kAxisFont).height();
 }
 
 } // namespace
@@ -188,7 +188,7 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
 }
 
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
-    painter.setFont(labelFont());
+    painter.setFont(axisFont());
     for (const AxisLabel &label : labels) {
         painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
         painter.drawText(

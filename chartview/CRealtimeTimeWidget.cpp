@@ -24,10 +24,10 @@ namespace {
 
 constexpr int kBaseline = 8; ///< rows beneath the base line of the labels
 constexpr int kTickLength = 4; ///< rows of a tick
-const QString kLabelFont = QStringLiteral("fnt_timeline_text_default");
+const QString kTimeFont = QStringLiteral("fnt_timeline_text_default");
 
-QFont labelFont() {
-    return GZ::CUiResource::instance().getFont(kLabelFont);
+QFont timeFont() {
+    return GZ::CUiResource::instance().getFont(kTimeFont);
 }
 
 } // namespace
@@ -88,7 +88,7 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
         painter.setClipRect(mFlag.box);
         painter.fillRect(mFlag.box, look.box);
         painter.setPen(look.text);
-        GZ::GlyphText::ofTheme(kLabelFont).drawOn(painter, look.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
+        GZ::GlyphText::ofTheme(kTimeFont).drawOn(painter, look.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
     }
 }
 
@@ -121,7 +121,7 @@ CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
     input.leftWidth = mUiParam->mLeftAxisWidth;
     input.daysBefore = pointed.daysBefore;
     input.dayWidth = mUiParam->mDayWidth;
-    input.textWidth = GZ::GlyphText::ofTheme(kLabelFont).width(flag.text);
+    input.textWidth = GZ::GlyphText::ofTheme(kTimeFont).width(flag.text);
     input.height = height();
     flag.box = planTimeFlag(input);
     return flag;
@@ -177,7 +177,7 @@ void CRealtimeTimeWidget::drawScale(double ratio) {
 void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     const QString market = getDetailQsMarket(mUiParam->getStockDetail());
     const int date = referenceDate();
-    const QFont font = labelFont();
+    const QFont font = timeFont();
     TimeScaleInput input;
     input.sessions = mUiParam->mSessions;
     input.dayWidth = mUiParam->mDayWidth;

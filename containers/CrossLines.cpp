@@ -4,6 +4,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/CRealtimeTimeWidget.h"
 #include "containers/CRealtimeWidget.h"
+#include "containers/PaneArithmetic.h"
 #include "containers/PaneRow.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -13,8 +14,6 @@
 namespace TC {
 
 namespace {
-
-constexpr int kNowhere = -1;
 
 bool hasMouse(const CRealtimeWidget *pane) {
     const QList<CRealtimeGraphWidget *> graphs = pane->getGraphWidgets();

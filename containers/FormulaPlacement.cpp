@@ -11,12 +11,6 @@
 
 namespace TC {
 
-namespace {
-
-constexpr corvane::ERunMode kOrdinary = corvane::ERunMode::Ordinary;
-
-} // namespace
-
 FormulaPlacement::FormulaPlacement(const PaneRow &panes, const SelectedPane &selected, MainChart &chart,
                                    TemplateBar &bar, std::function<CRealtimeWidget *()> addPane)
     : mPanes(panes), mSelected(selected), mChart(chart), mBar(bar), mAddPane(std::move(addPane)) {}
@@ -24,11 +18,11 @@ FormulaPlacement::FormulaPlacement(const PaneRow &panes, const SelectedPane &sel
 void FormulaPlacement::show(const QString &name) {
     switch (formulaType(name)) {
     case eReplacingFormula:
-        replaceChart(name, kOrdinary);
+        replaceChart(name, corvane::ERunMode::Ordinary);
         break;
     case eAttachedFormula:
         if (mChart.toggleAttached(name)) {
-            requestMain(kOrdinary);
+            requestMain(corvane::ERunMode::Ordinary);
         }
         removeFromSubs(name);
         break;
@@ -61,7 +55,7 @@ void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
 void FormulaPlacement::confirm(const QString &name) {
     switch (formulaType(name)) {
     case eReplacingFormula:
-        replaceChart(name, kOrdinary);
+        replaceChart(name, corvane::ERunMode::Ordinary);
         break;
     case eAttachedFormula:
         confirmAttached(name);
@@ -83,7 +77,7 @@ void FormulaPlacement::modify(const QString &name) {
     for (CRealtimeWidget *pane : mPanes.subs()) {
         if (pane->findIndex(name)) {
             pane->updateIndex(name);
-            pane->request(kOrdinary);
+            pane->request(corvane::ERunMode::Ordinary);
         }
     }
 }
@@ -108,7 +102,7 @@ void FormulaPlacement::confirmAttached(const QString &name) {
     if (mChart.has(name)) {
         mChart.remove(name);
         mChart.add(name);
-        requestMain(kOrdinary);
+        requestMain(corvane::ERunMode::Ordinary);
     }
 }
 
@@ -117,7 +111,7 @@ void FormulaPlacement::takeFromMain(const QString &name) {
         return;
     }
     if (mChart.restoreOrdinary()) {
-        requestMain(kOrdinary);
+        requestMain(corvane::ERunMode::Ordinary);
     }
     mChart.remove(name);
 }
@@ -151,12 +145,12 @@ void FormulaPlacement::replaceIn(CRealtimeWidget *pane, const QString &name, cor
 void FormulaPlacement::showSub(const QString &name) {
     takeFromMain(name);
     if (mPanes.subs().isEmpty()) {
-        addPaneOf(name)->request(kOrdinary);
+        addPaneOf(name)->request(corvane::ERunMode::Ordinary);
     } else if (mSelected.isMain()) {
         mPanes.subs().last()->updateIndex(name); // the template bar does not hear of it
-        mPanes.subs().last()->request(kOrdinary);
+        mPanes.subs().last()->request(corvane::ERunMode::Ordinary);
     } else {
-        replaceIn(mSelected.subOrLast(), name, kOrdinary);
+        replaceIn(mSelected.subOrLast(), name, corvane::ERunMode::Ordinary);
     }
 }
 
@@ -177,7 +171,7 @@ void FormulaPlacement::applySub(const QString &name, corvane::ERunMode mode) {
 void FormulaPlacement::confirmSub(const QString &name) {
     for (CRealtimeWidget *pane : mPanes.subs()) {
         if (pane->findIndex(name)) {
-            replaceIn(pane, name, kOrdinary);
+            replaceIn(pane, name, corvane::ERunMode::Ordinary);
         }
     }
 }

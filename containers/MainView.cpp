@@ -27,7 +27,6 @@ namespace TC {
 namespace {
 
 constexpr int kTimeScaleHeight = 20; ///< pixels
-constexpr corvane::ERunMode kOrdinary = corvane::ERunMode::Ordinary;
 
 } // namespace
 
@@ -253,19 +252,19 @@ void MainView::addSuperposedStock(const CInstrumentDetailPtr &detail) {
 void MainView::request(bool sync) {
     if (sync) {
         for (CRealtimeWidget *pane : mPanes->all()) {
-            pane->syncRequest(kOrdinary);
+            pane->syncRequest(corvane::ERunMode::Ordinary);
         }
         updateWithChildren(this);
         repaint();
         return;
     }
     mUiParam->mRequestId = genRequestID();
-    getRealTimeWidget()->request(kOrdinary);
+    getRealTimeWidget()->request(corvane::ERunMode::Ordinary);
     for (CRealtimeWidget *pane : mPanes->subs()) {
         if (pane->hasGroupModelIndex() && !mUiParam->isShowGroupIndexGraph()) {
             pane->clear();
         }
-        pane->request(kOrdinary);
+        pane->request(corvane::ERunMode::Ordinary);
     }
 }
 

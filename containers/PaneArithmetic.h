@@ -11,6 +11,7 @@
 
 namespace TC {
 
+constexpr int kNowhere = -1; ///< column, row or index of what is not shown
 constexpr qint64 kSecondsOfDay = 86400;
 constexpr qint64 kExchangeZone = 28800; ///< seconds that the exchange is ahead of UTC
 

@@ -3,6 +3,7 @@
 #include "chartdata/CRealtimeData.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/DayGraphs.h"
+#include "containers/PaneArithmetic.h"
 #include "containers/PaneTitle.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -12,7 +13,6 @@ namespace TC {
 
 namespace {
 
-constexpr int kNowhere = -1;
 /// Pixels above the graphs of a formula pane, where the cross line is concerned.
 constexpr int kSubTitleHeight = 16;
 

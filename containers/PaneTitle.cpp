@@ -18,7 +18,6 @@ constexpr int kTitleRows = 1;
 constexpr int kTitleTextWidth = 50; ///< pixels
 constexpr int kMinutesOfDay = 0; ///< period of the series
 constexpr int kNoIndex = -1;
-constexpr int kNewestDay = 0;
 
 /// A record that stands for a portfolio.
 CInstrumentDetailPtr portfolioDetail(const QString &key) {

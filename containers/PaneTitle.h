@@ -11,6 +11,8 @@ class QWidget;
 
 namespace TC {
 
+constexpr int kNewestDay = 0; ///< place of the newest of the days, which are counted back from it
+
 class CIndexTitleWidget;
 class CRealtimeData;
 class CRealtimeUiParam;

@@ -26,7 +26,6 @@ namespace TC {
 namespace {
 
 constexpr int kMaxDays = 6;
-constexpr int kNewestDay = 0;
 
 } // namespace
 

@@ -19,7 +19,7 @@ QString field(const QString &text, EField which) {
     return text.section(QLatin1Char(','), which, which);
 }
 
-QString textOf(int end, const QDateTime &from, const QDateTime &to) {
+QString stretchText(int end, const QDateTime &from, const QDateTime &to) {
     return QStringLiteral("%1,%2,%3").arg(end).arg(from.toTime_t()).arg(to.toTime_t());
 }
 
@@ -66,7 +66,7 @@ void RegionStatistics::show(int start, int end, const QString &text) {
 
 void RegionStatistics::select(const QDateTime &moment) {
     const int index = mUiParam->getIndexByTime(moment.time());
-    select(index, textOf(index, moment, moment));
+    select(index, stretchText(index, moment, moment));
 }
 
 void RegionStatistics::moveBound(ERegionBound bound, const RegionBoundTime &time) {
@@ -80,7 +80,7 @@ void RegionStatistics::moveBound(ERegionBound bound, const RegionBoundTime &time
     int end = field(mText, eEndIndex).toInt();
     (bound == eRegionStart ? start : end) = mUiParam->getIndexByTime(time);
     mPanes.main()->getCurrentGraphWidget()->setRegionLine(start, end);
-    select(start, textOf(end, mUiParam->getDateTimeByIndex(start), mUiParam->getDateTimeByIndex(end)));
+    select(start, stretchText(end, mUiParam->getDateTimeByIndex(start), mUiParam->getDateTimeByIndex(end)));
 }
 
 void RegionStatistics::refresh() {

@@ -5,12 +5,12 @@
 namespace TC {
 namespace {
 
-constexpr int kTableId = 544;
+constexpr int kDealTableId = 544;
 
 } // namespace
 
 CRealtimeDealDialog::CRealtimeDealDialog(QWidget *parent) : CCommonDialog(parent) {
-    mTable = setUpRecordDialog(*this, tr("成交明细"), GZ::CHpfDataTable::eDeals, kTableId);
+    mTable = setUpRecordDialog(*this, tr("成交明细"), GZ::CHpfDataTable::eDeals, kDealTableId);
 }
 
 CRealtimeDealDialog::~CRealtimeDealDialog() {

@@ -5,12 +5,12 @@
 namespace TC {
 namespace {
 
-constexpr int kTableId = 542;
+constexpr int kOrderTableId = 542;
 
 } // namespace
 
 CRealtimeOrderDialog::CRealtimeOrderDialog(QWidget *parent) : CCommonDialog(parent) {
-    mTable = setUpRecordDialog(*this, tr("委托明细"), GZ::CHpfDataTable::eOrders, kTableId);
+    mTable = setUpRecordDialog(*this, tr("委托明细"), GZ::CHpfDataTable::eOrders, kOrderTableId);
 }
 
 CRealtimeOrderDialog::~CRealtimeOrderDialog() {

@@ -8,33 +8,29 @@
 #include "host/toolkit/CWidgetList.h"
 #include "linkage/LinkageControls.h"
 
-#include <QCoreApplication>
-
 namespace TC {
 namespace {
 
 using GZ::CWidgetList;
 
-constexpr int kButtonWidth = 40;
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::CRealtimeLinkageSettingDialog", text);
-}
+constexpr int kChoiceButtonWidth = 40;
 
 } // namespace
 
 ChoiceGroup::ChoiceGroup(const QString &title, const Bar &bar, int tableId, const QList<int> &widths,
                          const QString &boxName)
-    : mTable(tableId, widths, boxName), mSelectAll(new GZ::CCheckBox(tr("自动全选"), bar.selectAll)),
+    : mTable(tableId, widths, boxName),
+      mSelectAll(new GZ::CCheckBox(SettingWords::tr("自动全选"), bar.selectAll)),
       mGroup(new GZ::CGroupBox(title)) {
     auto *controls = new GZ::CAutoExpandToolBar;
     controls->setBackground(QStringLiteral("tc_img_op_hedge_type_bg"), 2, 8, 2, 8, -1);
     controls->setMargin(2);
     controls->setSpacing(4);
     controls->addFixedWidget(mSelectAll, CWidgetList::eAnchorNone, false);
-    controls->addFixedWidget(makeBarButton(tr("全选"), bar.all, kButtonWidth), CWidgetList::eAnchorNone, false);
-    controls->addFixedWidget(makeBarButton(tr("反选"), bar.revert, kButtonWidth), CWidgetList::eAnchorNone,
-                             false);
+    controls->addFixedWidget(makeBarButton(SettingWords::tr("全选"), bar.all, kChoiceButtonWidth),
+                             CWidgetList::eAnchorNone, false);
+    controls->addFixedWidget(makeBarButton(SettingWords::tr("反选"), bar.revert, kChoiceButtonWidth),
+                             CWidgetList::eAnchorNone, false);
     auto *list = new CWidgetList(Qt::Vertical);
     list->addFixedWidget(controls, CWidgetList::eAnchorBoth, false);
     list->addStretchWidget(mTable.widget(), 1, CWidgetList::eAnchorBoth, false);

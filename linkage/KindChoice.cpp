@@ -7,8 +7,6 @@
 #include "host/toolkit/CWidgetList.h"
 #include "linkage/LinkageControls.h"
 
-#include <QCoreApplication>
-
 namespace TC {
 namespace {
 
@@ -24,12 +22,8 @@ const std::array<QString, 8> kNames = {
     QStringLiteral("balance"),       QStringLiteral("seebystrategy"),
 };
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::CRealtimeLinkageSettingDialog", text);
-}
-
 /// A row of a fixed height that begins with a space; its rest is free.
-CWidgetList *rowOf(const QList<QWidget *> &controls) {
+CWidgetList *controlRow(const QList<QWidget *> &controls) {
     auto *row = new CWidgetList(Qt::Horizontal);
     row->setFixedHeight(kRowHeight);
     row->setSpacing(2);
@@ -44,19 +38,20 @@ CWidgetList *rowOf(const QList<QWidget *> &controls) {
 } // namespace
 
 KindChoice::KindChoice()
-    : mAllButton(new GZ::CRadioButton(tr("全部查看"), eSeeAll)),
-      mStrategiesButton(new GZ::CRadioButton(tr("按策略查看"), eSeeStrategies)) {
-    const QString texts[] = {tr("委托"),   tr("成交"), tr("任务"), tr("买卖额"),
-                             tr("净买额"), tr("盈亏"), tr("配平")};
+    : mAllButton(new GZ::CRadioButton(SettingWords::tr("全部查看"), eSeeAll)),
+      mStrategiesButton(new GZ::CRadioButton(SettingWords::tr("按策略查看"), eSeeStrategies)) {
+    const QString texts[] = {SettingWords::tr("委托"),   SettingWords::tr("成交"),   SettingWords::tr("任务"),
+                             SettingWords::tr("买卖额"), SettingWords::tr("净买额"), SettingWords::tr("盈亏"),
+                             SettingWords::tr("配平")};
     for (std::size_t kind = 0; kind < mBoxes.size(); ++kind) {
         mBoxes[kind] = new GZ::CCheckBox(texts[kind], eFirstKind + static_cast<int>(kind));
     }
     mAllButton->setChecked(true);
     auto *list = new CWidgetList(Qt::Vertical);
     for (CWidgetList *row :
-         {rowOf({mBoxes[eShowOrders], mBoxes[eShowDeals], mBoxes[eShowTasks]}),
-          rowOf({mBoxes[eShowTotals], mBoxes[eShowNet], mBoxes[eShowProfit], mBoxes[eShowBalance]}),
-          rowOf({mAllButton, mStrategiesButton})}) {
+         {controlRow({mBoxes[eShowOrders], mBoxes[eShowDeals], mBoxes[eShowTasks]}),
+          controlRow({mBoxes[eShowTotals], mBoxes[eShowNet], mBoxes[eShowProfit], mBoxes[eShowBalance]}),
+          controlRow({mAllButton, mStrategiesButton})}) {
         list->addFixedWidget(row, CWidgetList::eAnchorBoth, false);
     }
     list->addStretch();

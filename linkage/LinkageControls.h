@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace GZ {
@@ -7,6 +8,11 @@ class CSmallNoNormalButton;
 }
 
 namespace TC {
+
+/// The texts of the settings dialog, whichever of its parts shows them.
+struct SettingWords {
+    Q_DECLARE_TR_FUNCTIONS(TC::CRealtimeLinkageSettingDialog)
+};
 
 /// Ids of the controls of the settings dialog, as their events tell them. The check boxes of the kinds follow each other
 /// in the order of ELinkageShow.

@@ -18,13 +18,13 @@ namespace {
 
 using GZ::CSimpleTextWidget;
 
-constexpr int kTableId = 10000;
+constexpr int kTaskTableId = 10000;
 constexpr int kColumns = 7;
 const QString kProgressKey = QStringLiteral("clr_task_progress_background");
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::CRealtimeTaskTableDialog", text);
-}
+struct TaskTableWords {
+    Q_DECLARE_TR_FUNCTIONS(TC::CRealtimeTaskTableDialog)
+};
 
 /// What tells rows apart.
 std::tuple<int, int, int> identityOf(const TaskRow &row) {
@@ -75,11 +75,12 @@ std::vector<int> continuedRows(const std::vector<TaskRow> &before, const std::ve
 
 } // namespace
 
-TaskTable::TaskTable(QWidget *parent) : COddEvenRowTable(kTableId, eWholeMenu, parent) {
+TaskTable::TaskTable(QWidget *parent) : COddEvenRowTable(kTaskTableId, eWholeMenu, parent) {
     setFlag(eHighRows, true);
     setFlag(eSort, false);
-    setHeaders({TC::tr("资金账号"), TC::tr("证券名称"), TC::tr("开始时间"), TC::tr("结束时间"), TC::tr("进度"),
-                TC::tr("详情"), TC::tr("状态")});
+    setHeaders({TaskTableWords::tr("资金账号"), TaskTableWords::tr("证券名称"), TaskTableWords::tr("开始时间"),
+                TaskTableWords::tr("结束时间"), TaskTableWords::tr("进度"), TaskTableWords::tr("详情"),
+                TaskTableWords::tr("状态")});
     constexpr std::pair<EColumn, int> kWidths[kColumns] = {{eAccount, 70}, {eName, 80},      {eStart, 61},
                                                            {eEnd, 61},     {eProgress, 120}, {eStatus, 100},
                                                            {eDetails, 249}};
@@ -154,7 +155,7 @@ void TaskTable::showTexts(int row) {
     setText(row, eStart, shown.start);
     setText(row, eEnd, shown.end);
     setText(row, eProgress, progressText(shown));
-    setText(row, eDetails, TC::tr("以") + shown.priceType + shown.order);
+    setText(row, eDetails, TaskTableWords::tr("以") + shown.priceType + shown.order);
     setText(row, eStatus, shown.status);
 }
 
@@ -205,7 +206,7 @@ QWidget *TaskTable::makeDetails(int row) {
     auto *order = new CSimpleTextWidget(mRows[row].order);
     order->setColorKey(sideKey(mRows[row]));
     return cellOf(QStringLiteral("table_transaction_details"),
-                  {new CSimpleTextWidget(TC::tr("以")), priceType, order});
+                  {new CSimpleTextWidget(TaskTableWords::tr("以")), priceType, order});
 }
 
 QWidget *TaskTable::makeStatus(int row) {

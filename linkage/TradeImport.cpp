@@ -8,7 +8,6 @@
 #include "linkage/ImportLine.h"
 #include "linkage/LinkageControls.h"
 
-#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
@@ -18,13 +17,9 @@ namespace TC {
 namespace {
 
 constexpr int kLineTaken = 2;
-constexpr int kButtonWidth = 90;
+constexpr int kImportButtonWidth = 90;
 constexpr int kTipSeconds = 3;
 constexpr int kTipWidth = 300;
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::CRealtimeLinkageSettingDialog", text);
-}
 
 /// Asks for a file, as QFileDialog::getOpenFileName() does; empty when there is none. The parent may go while it asks,
 /// and takes the dialog along.
@@ -54,12 +49,13 @@ int takeLine(const QString &line, const QString &separator, Import import) {
 } // namespace
 
 TradeImport::TradeImport()
-    : mOrdersButton(makeBarButton(tr("导入委托"), eImportOrders, kButtonWidth)),
-      mDealsButton(makeBarButton(tr("导入成交"), eImportDeals, kButtonWidth)) {}
+    : mOrdersButton(makeBarButton(SettingWords::tr("导入委托"), eImportOrders, kImportButtonWidth)),
+      mDealsButton(makeBarButton(SettingWords::tr("导入成交"), eImportDeals, kImportButtonWidth)) {}
 
 void TradeImport::start(QWidget *parent, EKind kind, LineHandler handler) {
     const QPointer<QWidget> alive(parent);
-    const QString path = askFile(parent, kind == eOrders ? tr("导入委托数据") : tr("导入成交数据"));
+    const QString path =
+        askFile(parent, kind == eOrders ? SettingWords::tr("导入委托数据") : SettingWords::tr("导入成交数据"));
     if (path.isEmpty() || !alive) {
         return;
     }
@@ -80,8 +76,8 @@ void TradeImport::finish(int seq, bool success) {
     if (!success && mKind != eNothing) {
         const bool orders = mKind == eOrders;
         GZ::CMessageTip::showTip(orders ? mOrdersButton : mDealsButton, Qt::AlignBottom,
-                                 orders ? tr("委托导入失败, 请检查导入文件和本机Excel安装情况")
-                                        : tr("成交导入失败, 请检查导入文件和本机Excel安装情况"),
+                                 orders ? SettingWords::tr("委托导入失败, 请检查导入文件和本机Excel安装情况")
+                                        : SettingWords::tr("成交导入失败, 请检查导入文件和本机Excel安装情况"),
                                  kTipSeconds, kTipWidth);
     }
     setEnabled(true);

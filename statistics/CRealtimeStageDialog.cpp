@@ -21,7 +21,7 @@ enum EButton : int { eConfirm = 702, eClose = 703 };
 
 constexpr QSize kSize{380, 302};
 constexpr QSize kButtonSize{65, 21};
-constexpr int kGap = 10;
+constexpr int kGroupGap = 10;
 constexpr int kPreset = 4; ///< the criterion at first
 constexpr int kRadiosInRow = 3;
 
@@ -47,7 +47,7 @@ void CRealtimeStageDialog::createUi() {
     auto *list = new CWidgetList(Qt::Vertical, this);
     list->setMargin(0);
     list->addFixedWidget(newTimes(), CWidgetList::eAnchorBoth, false);
-    list->addSpace(kGap);
+    list->addSpace(kGroupGap);
     list->addFixedWidget(newCriteria(), CWidgetList::eAnchorBoth, false);
     list->addStretch(1);
     list->addFixedWidget(newButtons(), CWidgetList::eAnchorBoth, false);
@@ -97,9 +97,9 @@ QWidget *CRealtimeStageDialog::newButtons() {
     list->setMargin(0);
     list->addStretch(1);
     list->addFixedWidget(newButton(tr("确定"), eConfirm), CWidgetList::eAnchorNone, false);
-    list->addSpace(kGap);
+    list->addSpace(kGroupGap);
     list->addFixedWidget(newButton(tr("关闭"), eClose), CWidgetList::eAnchorNone, false);
-    list->addSpace(kGap);
+    list->addSpace(kGroupGap);
     return list;
 }
 

@@ -6,8 +6,8 @@ namespace {
 constexpr int kLeft = 23;
 constexpr int kFirstLine = 50;
 constexpr int kRow = 24; ///< height of a row
-constexpr int kGap = 5;
-constexpr int kLine = kRow + kGap; ///< from one line of controls to the next
+constexpr int kControlGap = 5;
+constexpr int kLine = kRow + kControlGap; ///< from one line of controls to the next
 constexpr int kLabel = 55;
 constexpr int kFigureColumns = 3;
 constexpr int kFigureWidth = 104; ///< of a label and its figure
@@ -31,7 +31,7 @@ QPoint StatisticLayout::startEdit() const {
 }
 
 QRect StatisticLayout::endLabel() const {
-    return {startEdit().x() + kTimeEdit.width() + kGap, mTop, kLabel, kRow};
+    return {startEdit().x() + kTimeEdit.width() + kControlGap, mTop, kLabel, kRow};
 }
 
 QPoint StatisticLayout::endEdit() const {
@@ -39,7 +39,7 @@ QPoint StatisticLayout::endEdit() const {
 }
 
 QPoint StatisticLayout::liveCheck() const {
-    return {endEdit().x() + kTimeEdit.width() + kGap, mTop + 1};
+    return {endEdit().x() + kTimeEdit.width() + kControlGap, mTop + 1};
 }
 
 QRect StatisticLayout::count() const {
@@ -47,7 +47,7 @@ QRect StatisticLayout::count() const {
 }
 
 QPoint StatisticLayout::button(int number) const {
-    return {kLeft + mCountWidth + kGap + number * (kButton.width() + kGap), mTop + kLine + 1};
+    return {kLeft + mCountWidth + kControlGap + number * (kButton.width() + kControlGap), mTop + kLine + 1};
 }
 
 QRect StatisticLayout::figure(int position) const {

@@ -10,9 +10,8 @@
 namespace terminal {
 namespace {
 
-constexpr int kHeight = 34; ///< pixels
+constexpr int kControlsHeight = 34; ///< pixels
 constexpr int kInstrumentWidth = 180;
-constexpr int kMostPanes = 5; ///< that the box begins with
 
 QString shownDate(const QDate &date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
@@ -21,7 +20,7 @@ QString shownDate(const QDate &date) {
 } // namespace
 
 ControlRow::ControlRow(QWidget *parent) : QWidget(parent) {
-    setFixedHeight(kHeight);
+    setFixedHeight(kControlsHeight);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 2, 8, 2);
     mInstrument = addButton({}, "instrument");

@@ -14,6 +14,8 @@ namespace terminal {
 class ControlRow : public QWidget {
     Q_OBJECT
 public:
+    static constexpr int kMostPanes = 5; ///< formula panes that the box begins with
+
     explicit ControlRow(QWidget *parent = nullptr);
 
     /// Names the instrument on the button that opens the smart keyboard.

@@ -18,6 +18,8 @@ struct SearchEntry {
 /// letter case.
 class InstrumentSearch {
 public:
+    static constexpr int kNearest = 3; ///< instruments that are named beside an unknown one
+
     InstrumentSearch() = default;
     explicit InstrumentSearch(QVector<SearchEntry> entries);
 

@@ -10,7 +10,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kHeight = 132; ///< pixels
+constexpr int kMessagesHeight = 132; ///< pixels
 constexpr int kLineRole = Qt::UserRole;
 enum Column : int { eTime, eFormula, eLine, eText, eCount };
 
@@ -30,7 +30,7 @@ QTreeWidgetItem *makeRow(const FormulaMessage &message) {
 
 MessagePanel::MessagePanel(FormulaMessages &messages, QWidget *parent) : QWidget(parent), mMessages(messages) {
     setObjectName(QStringLiteral("messages"));
-    setFixedHeight(kHeight);
+    setFixedHeight(kMessagesHeight);
     mRows = new QTreeWidget(this);
     mRows->setObjectName(QStringLiteral("message_rows"));
     mRows->setColumnCount(eCount + 1);

@@ -30,7 +30,7 @@ namespace terminal {
 namespace {
 
 constexpr int kBadInput = 2; ///< exit status
-constexpr int kNearest = 3; ///< names told beside an unknown one
+constexpr int kNearestDays = 3; ///< told beside a day without bars
 const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
 
 /// What the offscreen platform says of itself is of no use to anybody; all else goes to the standard error stream.
@@ -109,7 +109,7 @@ QString importFiles(TerminalServices &services, const CommandLineOptions &option
 
 QString unknownInstrument(const TerminalServices &services, const QString &key) {
     return QStringLiteral("--instrument %1: unknown instrument: the nearest are %2")
-        .arg(key, services.search().nearest(key, kNearest).join(QStringLiteral(", ")));
+        .arg(key, services.search().nearest(key, InstrumentSearch::kNearest).join(QStringLiteral(", ")));
 }
 
 /// One line for a day without bars, with the nearest that have some.
@@ -119,7 +119,7 @@ QString noTradingDay(TerminalServices &services, const QString &key, const QDate
         return std::abs(a.daysTo(date)) < std::abs(b.daysTo(date));
     });
     QStringList nearest;
-    for (int i = 0; i < days.size() && i < kNearest; ++i) {
+    for (int i = 0; i < days.size() && i < kNearestDays; ++i) {
         nearest.append(days[i].toString(kDateFormat));
     }
     const Instrument *instrument = services.store().catalogue()->find(key);

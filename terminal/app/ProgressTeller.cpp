@@ -8,7 +8,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kPatience = 300; ///< milliseconds of work before anything is told
+constexpr int kUntold = 300; ///< milliseconds of work before anything is told
 
 } // namespace
 
@@ -29,7 +29,7 @@ ProgressTeller::~ProgressTeller() {
 }
 
 bool ProgressTeller::operator()(int done, int total) {
-    if (mSince.elapsed() < kPatience) {
+    if (mSince.elapsed() < kUntold) {
         return true;
     }
     const int percent = total > 0 ? static_cast<int>(100LL * done / total) : 0;

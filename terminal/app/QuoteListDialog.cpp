@@ -15,8 +15,8 @@
 namespace terminal {
 namespace {
 
-constexpr int kRefresh = 1000; ///< milliseconds
-enum EColumn : int { eKey, eName, ePrice, eChange, eColumns };
+constexpr int kQuoteRefresh = 1000; ///< milliseconds
+enum EQuoteColumn : int { eQuoteKey, eQuoteName, eQuotePrice, eQuoteChange, eQuoteColumns };
 constexpr int kSortRole = Qt::UserRole; ///< number that a row is sorted by
 
 /// A row that is sorted by its numbers, where it has any.
@@ -35,14 +35,14 @@ public:
 void showQuote(QTreeWidgetItem &row, const InstrumentQuote &quote) {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
     const bool known = quote.isKnown();
-    row.setText(ePrice, known ? QString::number(quote.price, 'f', quote.decimals) : QStringLiteral("—"));
-    row.setText(eChange, known ? QStringLiteral("%1%").arg(quote.change() * 100.0, 0, 'f', 2) : QString());
-    row.setData(ePrice, kSortRole, known ? quote.price : 0.0);
-    row.setData(eChange, kSortRole, known ? quote.change() : -1.0);
+    row.setText(eQuotePrice, known ? QString::number(quote.price, 'f', quote.decimals) : QStringLiteral("—"));
+    row.setText(eQuoteChange, known ? QStringLiteral("%1%").arg(quote.change() * 100.0, 0, 'f', 2) : QString());
+    row.setData(eQuotePrice, kSortRole, known ? quote.price : 0.0);
+    row.setData(eQuoteChange, kSortRole, known ? quote.change() : -1.0);
     const char *color = !known || quote.change() == 0.0 ? "clr_text_default"
                         : quote.change() > 0.0          ? "ic_clr_index_default_rise"
                                                         : "ic_clr_index_default_fall";
-    for (const int column : {ePrice, eChange}) {
+    for (const int column : {eQuotePrice, eQuoteChange}) {
         row.setForeground(column, theme.getColor(QLatin1String(color)));
         row.setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }
@@ -56,25 +56,25 @@ QuoteListDialog::QuoteListDialog(TerminalServices &services, QWidget *parent)
     mNames->setObjectName(QStringLiteral("lists"));
     mRows->setObjectName(QStringLiteral("rows"));
     mRows->setRootIsDecorated(false);
-    mRows->setColumnCount(eColumns);
+    mRows->setColumnCount(eQuoteColumns);
     mRows->setHeaderLabels({tr("代码"), tr("名称"), tr("最新"), tr("涨跌幅")});
-    for (const int column : {ePrice, eChange}) {
+    for (const int column : {eQuotePrice, eQuoteChange}) {
         mRows->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }
     mRows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     mRows->header()->setStretchLastSection(true);
     mRows->setSortingEnabled(true);
-    mRows->sortByColumn(eChange, Qt::DescendingOrder);
+    mRows->sortByColumn(eQuoteChange, Qt::DescendingOrder);
     mHint->setText(tr("双击或回车显示品种"));
     mRemove->setObjectName(QStringLiteral("remove"));
     mRemove->setAutoDefault(false);
     mRemove->hide();
     connect(mNames, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &QuoteListDialog::fill);
     connect(mRows, &QTreeWidget::itemActivated, this,
-            [this](const QTreeWidgetItem *row) { emit chosen(row->text(eKey)); });
+            [this](const QTreeWidgetItem *row) { emit chosen(row->text(eQuoteKey)); });
     connect(mRemove, &QPushButton::clicked, this, [this] {
         if (const QTreeWidgetItem *row = mRows->currentItem()) {
-            emit removeAsked(mNames->currentText(), row->text(eKey));
+            emit removeAsked(mNames->currentText(), row->text(eQuoteKey));
         }
     });
     connect(&mTimer, &QTimer::timeout, this, &QuoteListDialog::refresh);
@@ -111,13 +111,13 @@ void QuoteListDialog::fill() {
     mRows->clear();
     for (const QString &key : mLists.value(mNames->currentIndex()).keys) {
         auto *row = new Row(mRows);
-        row->setText(eKey, key);
-        row->setText(eName, mServices.nameOf(key));
+        row->setText(eQuoteKey, key);
+        row->setText(eQuoteName, mServices.nameOf(key));
         if (key == mOutstanding) {
             QFont bold = font();
             bold.setBold(true);
-            row->setFont(eKey, bold);
-            row->setFont(eName, bold);
+            row->setFont(eQuoteKey, bold);
+            row->setFont(eQuoteName, bold);
             mRows->setCurrentItem(row);
         }
     }
@@ -129,7 +129,7 @@ void QuoteListDialog::refresh() {
     mRows->setSortingEnabled(false); // rows move once, after all have their numbers
     for (int i = 0; i < mRows->topLevelItemCount(); ++i) {
         QTreeWidgetItem &row = *mRows->topLevelItem(i);
-        showQuote(row, mServices.quoteOf(row.text(eKey)));
+        showQuote(row, mServices.quoteOf(row.text(eQuoteKey)));
     }
     mRows->setSortingEnabled(true);
 }
@@ -137,7 +137,7 @@ void QuoteListDialog::refresh() {
 void QuoteListDialog::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
     refresh();
-    mTimer.start(kRefresh);
+    mTimer.start(kQuoteRefresh);
 }
 
 void QuoteListDialog::hideEvent(QHideEvent *event) {

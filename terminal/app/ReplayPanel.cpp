@@ -13,7 +13,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kRefresh = 200; ///< milliseconds
+constexpr int kReplayRefresh = 200; ///< milliseconds
 constexpr int kSecond = 1000;
 
 QString clock(qint64 seconds) {
@@ -59,7 +59,7 @@ ReplayPanel::ReplayPanel(ReplayService &replay, QWidget *parent)
     connect(end, &QPushButton::clicked, this, &ReplayPanel::endAsked);
     connect(&mReplay, &ReplayService::finished, this, [this] { mFinished = true; });
     connect(&mTimer, &QTimer::timeout, this, &ReplayPanel::tellTime);
-    mTimer.start(kRefresh);
+    mTimer.start(kReplayRefresh);
     setPaused(false);
     onUiResourceChanged();
 }

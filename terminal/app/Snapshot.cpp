@@ -14,7 +14,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kPatience = 20000; ///< milliseconds
+constexpr int kLongestWait = 20000; ///< milliseconds
 constexpr int kTurn = 50; ///< milliseconds between two looks
 
 QString notWritable(const QString &path, const QString &reason) {
@@ -40,7 +40,7 @@ QString checkPicturePath(const QString &path) {
 bool waitForChart(const ChartView &view) {
     QElapsedTimer since;
     since.start();
-    while (!view.isComplete() && since.elapsed() < kPatience) {
+    while (!view.isComplete() && since.elapsed() < kLongestWait) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, kTurn);
     }
     return view.isComplete();

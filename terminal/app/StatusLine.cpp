@@ -9,12 +9,12 @@
 namespace terminal {
 namespace {
 
-constexpr int kHeight = 26; ///< pixels
+constexpr int kStatusHeight = 26; ///< pixels
 
 } // namespace
 
 StatusLine::StatusLine(QWidget *parent) : QWidget(parent), mText(new QLabel(this)), mClock(new QLabel(this)) {
-    setFixedHeight(kHeight);
+    setFixedHeight(kStatusHeight);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 0, 8, 0);
     mText->setObjectName(QStringLiteral("status"));

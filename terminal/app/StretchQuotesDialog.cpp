@@ -19,7 +19,16 @@ namespace {
 const QString kUnknown = QStringLiteral("--");
 constexpr int kColorKey = Qt::UserRole; ///< of a text in a colour of its own
 
-enum EColumn : int { eTime, eOpen, eHigh, eLow, eLast, eChange, eVolume, eAmount };
+enum EMinuteColumn : int {
+    eMinuteTime,
+    eMinuteOpen,
+    eMinuteHigh,
+    eMinuteLow,
+    eMinuteLast,
+    eMinuteChange,
+    eMinuteVolume,
+    eMinuteAmount
+};
 
 /// The minutes of a day up to `end` from the last one in front of `start` on.
 MinuteBars stretchOf(const MinuteBars &day, qint64 start, qint64 end) {
@@ -102,18 +111,18 @@ void StretchQuotesDialog::showRows() {
         if (bar.time >= mStart) {
             const int row = mTable->rowCount();
             mTable->insertRow(row);
-            setCell(row, eTime, marketDateTime(bar.time).toString(QStringLiteral("hh:mm")));
-            setCell(row, eOpen, priceText(bar.open, decimals));
-            setCell(row, eHigh, priceText(bar.high, decimals));
-            setCell(row, eLow, priceText(bar.low, decimals));
-            setCell(row, eLast, priceText(bar.price, decimals));
+            setCell(row, eMinuteTime, marketDateTime(bar.time).toString(QStringLiteral("hh:mm")));
+            setCell(row, eMinuteOpen, priceText(bar.open, decimals));
+            setCell(row, eMinuteHigh, priceText(bar.high, decimals));
+            setCell(row, eMinuteLow, priceText(bar.low, decimals));
+            setCell(row, eMinuteLast, priceText(bar.price, decimals));
             const double change = before > 0.0 ? bar.price - before : 0.0;
-            setCell(row, eChange, before > 0.0 ? QString::number(change, 'f', decimals) : kUnknown,
+            setCell(row, eMinuteChange, before > 0.0 ? QString::number(change, 'f', decimals) : kUnknown,
                     change > 0.0   ? "ic_clr_index_default_rise"
                     : change < 0.0 ? "ic_clr_index_default_fall"
                                    : nullptr);
-            setCell(row, eVolume, quantityText(bar.volume));
-            setCell(row, eAmount, quantityText(bar.amount));
+            setCell(row, eMinuteVolume, quantityText(bar.volume));
+            setCell(row, eMinuteAmount, quantityText(bar.amount));
         }
         before = bar.price;
     }
@@ -123,7 +132,7 @@ void StretchQuotesDialog::showRows() {
 
 void StretchQuotesDialog::setCell(int row, int column, const QString &text, const char *colorKey) {
     auto *cell = new QTableWidgetItem(text);
-    cell->setTextAlignment(Qt::AlignVCenter | (column == eTime ? Qt::AlignLeft : Qt::AlignRight));
+    cell->setTextAlignment(Qt::AlignVCenter | (column == eMinuteTime ? Qt::AlignLeft : Qt::AlignRight));
     if (colorKey) {
         cell->setData(kColorKey, QString::fromLatin1(colorKey));
         cell->setForeground(GZ::themeColor(colorKey));
@@ -135,7 +144,7 @@ void StretchQuotesDialog::onUiResourceChanged() {
     setPalette(GZ::windowPalette());
     setFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_default_normal")));
     for (int row = 0; row < mTable->rowCount(); ++row) {
-        QTableWidgetItem *cell = mTable->item(row, eChange);
+        QTableWidgetItem *cell = mTable->item(row, eMinuteChange);
         const QString colorKey = cell->data(kColorKey).toString();
         if (!colorKey.isEmpty()) {
             cell->setForeground(GZ::themeColor(colorKey));

@@ -27,8 +27,6 @@
 namespace terminal {
 namespace {
 
-constexpr int kNearest = 3; ///< instruments named for an unknown one
-constexpr int kMostPanes = 5;
 const QString kInstrumentField = QStringLiteral("instrument");
 const QString kThemeField = QStringLiteral("theme");
 const QString kTradesField = QStringLiteral("trades");
@@ -173,7 +171,9 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     const QVector<QDate> known = mServices.daysOf(key);
     const QDate running = mServices.runningDayOf(key);
     if (mServices.nameOf(key).isEmpty()) {
-        say(tr("没有找到“%1”，相近的有：%2").arg(key, mSearch.nearest(key, kNearest).join(tr("，"))), true);
+        say(tr("没有找到“%1”，相近的有：%2")
+                .arg(key, mSearch.nearest(key, InstrumentSearch::kNearest).join(tr("，"))),
+            true);
         return false;
     }
     if (day.isValid() && !known.contains(day)) {
@@ -262,7 +262,7 @@ void TerminalWindow::setFormulasShown(bool shown) {
 }
 
 void TerminalWindow::setFormulaPanes(int count) {
-    count = qBound(0, count, kMostPanes);
+    count = qBound(0, count, ControlRow::kMostPanes);
     mView->setFormulaPanes(count);
     keepPanes(count);
 }

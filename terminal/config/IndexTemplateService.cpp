@@ -5,7 +5,7 @@
 namespace terminal {
 namespace {
 
-const QString kSection = QStringLiteral("indexTemplates");
+const QString kTemplateSection = QStringLiteral("indexTemplates");
 
 } // namespace
 
@@ -21,7 +21,7 @@ QVector<QString> IndexTemplateService::indexes() {
 
 QVector<TC::CIndexTemplate> IndexTemplateService::templates() {
     QVector<TC::CIndexTemplate> kept;
-    const QJsonObject section = mConfig.section(kSection);
+    const QJsonObject section = mConfig.section(kTemplateSection);
     for (auto entry = section.begin(); entry != section.end(); ++entry) {
         TC::CIndexTemplate named{entry.key(), {}};
         for (const QJsonValue &formula : entry.value().toArray()) {
@@ -41,11 +41,11 @@ void IndexTemplateService::saveTemplate(const TC::CIndexTemplate &saved) {
     for (const QString &formula : saved.mFormulas) {
         formulas.append(formula);
     }
-    mConfig.changeSection(kSection, {{saved.mName, formulas}});
+    mConfig.changeSection(kTemplateSection, {{saved.mName, formulas}});
 }
 
 void IndexTemplateService::removeTemplate(const QString &name) {
-    mConfig.changeSection(kSection, {{name, QJsonValue()}});
+    mConfig.changeSection(kTemplateSection, {{name, QJsonValue()}});
 }
 
 } // namespace terminal

@@ -12,7 +12,7 @@
 namespace terminal {
 namespace {
 
-const QString kSection = QStringLiteral("view");
+const QString kViewSection = QStringLiteral("view");
 const QString kDocument = QStringLiteral("document");
 const QString kHeights = QStringLiteral("heights");
 const QString kMainFormula = QStringLiteral("mainFormula");
@@ -44,7 +44,7 @@ bool SavedView::operator==(const SavedView &other) const {
 }
 
 std::optional<SavedView> readSavedView(const ConfigService &config) {
-    const QJsonObject fields = config.section(kSection);
+    const QJsonObject fields = config.section(kViewSection);
     if (fields.isEmpty()) {
         return std::nullopt;
     }
@@ -67,12 +67,12 @@ void writeSavedView(ConfigService &config, const SavedView &view) {
     for (const int height : view.heights) {
         heights.append(height);
     }
-    config.changeSection(kSection, {{kDocument, view.document},
-                                    {kHeights, heights},
-                                    {kMainFormula, view.mainFormula},
-                                    {kDays, view.days},
-                                    {kPace, view.pace},
-                                    {kGeometry, QString::fromLatin1(view.geometry.toBase64())}});
+    config.changeSection(kViewSection, {{kDocument, view.document},
+                                        {kHeights, heights},
+                                        {kMainFormula, view.mainFormula},
+                                        {kDays, view.days},
+                                        {kPace, view.pace},
+                                        {kGeometry, QString::fromLatin1(view.geometry.toBase64())}});
 }
 
 } // namespace terminal

@@ -2,9 +2,9 @@
 
 #include "terminal/formula/FormulaParameters.h"
 #include "terminal/formula/FormulaTree.h"
+#include "terminal/formula/FormulaWords.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,10 +18,6 @@ namespace terminal {
 namespace {
 
 const QString kSection = QStringLiteral("formulas"); ///< of the configuration
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("FormulaCatalogue", text);
-}
 
 TC::CFormulaFault faultOf(const FormulaError &error) {
     return {error.line, error.text};
@@ -75,7 +71,8 @@ void FormulaCatalogue::readUser() {
         FormulaError error;
         CataloguedFormulaPtr formula = userFormula(file, error);
         if (formula && mFormulas.hasUser(formula->description.name)) {
-            error = {formula->description.name, 0, tr("文件 %1 与另一个文件的指标同名，未使用").arg(file.path)};
+            error = {formula->description.name, 0,
+                     FormulaWords::tr("文件 %1 与另一个文件的指标同名，未使用").arg(file.path)};
             formula = nullptr;
         }
         if (formula) {
@@ -94,7 +91,7 @@ void FormulaCatalogue::readScripts() {
     for (const TC::CFormulaDetailPtr &record : readScriptModels(mScriptFolder)) {
         const QString name = record->mName.toUpper();
         if (mFormulas.find(name)) {
-            tell({record->mName, 0, tr("模型与指标同名，未使用")});
+            tell({record->mName, 0, FormulaWords::tr("模型与指标同名，未使用")});
         } else {
             mScripts.insert(name, record);
             mScriptRecords.insert(name, recordOf(*record, keptValues(name)));
@@ -220,7 +217,7 @@ QString FormulaCatalogue::setParameters(const QString &name, const TC::CFormulaP
     const LuaFormulaFile trial{description.name, formula->file.text,
                                argumentsOf(*recordOf(description, true, kept))};
     if (const auto error = checkLuaFormula(trial)) {
-        return tr("参数不能用：%1").arg(error->text);
+        return FormulaWords::tr("参数不能用：%1").arg(error->text);
     }
     mConfig.changeSection(kSection, {{description.name.toUpper(), kept}});
     mFormulas.renew(description.name, [this](const CataloguedFormula &old) {
@@ -238,7 +235,7 @@ TC::CFormulaDetailPtr FormulaCatalogue::script(const QString &name) const {
 QString FormulaCatalogue::setScriptParameters(const QString &name, const TC::CFormulaParameters &parameters) {
     const TC::CFormulaDetailPtr defaults = script(name);
     if (!defaults) {
-        return tr("没有指标 %1").arg(name);
+        return FormulaWords::tr("没有指标 %1").arg(name);
     }
     QJsonObject kept = mConfig.section(kSection).value(defaults->mName).toObject();
     const QString refusal = setValues(kept, *defaults, parameters);
@@ -272,7 +269,7 @@ QString FormulaCatalogue::newFormulaText(const QString &name) {
                           "function run()\n"
                           "  return MA(CLOSE, N)\n"
                           "end\n")
-        .arg(name.isEmpty() ? tr("我的指标") : name, tr("分钟数"));
+        .arg(name.isEmpty() ? FormulaWords::tr("我的指标") : name, FormulaWords::tr("分钟数"));
 }
 
 TC::CFormulaFault FormulaCatalogue::checkFormula(const QString &text) {
@@ -282,7 +279,7 @@ TC::CFormulaFault FormulaCatalogue::checkFormula(const QString &text) {
 
 TC::CFormulaFault FormulaCatalogue::saveFormula(QString &name, const QString &text) {
     if (mUserFolder.isEmpty()) {
-        return fault(tr("没有存放自编指标的文件夹"));
+        return fault(FormulaWords::tr("没有存放自编指标的文件夹"));
     }
     FormulaFile file;
     file.text = text.toUtf8();
@@ -295,10 +292,10 @@ TC::CFormulaFault FormulaCatalogue::saveFormula(QString &name, const QString &te
     file.text = withNameInCapitals(file.text, own);
     const bool isSame = own.compare(name, Qt::CaseInsensitive) == 0;
     if (!isSame && !source(own).mText.isEmpty()) {
-        return fault(tr("已有指标 %1，请换一个名称").arg(own));
+        return fault(FormulaWords::tr("已有指标 %1，请换一个名称").arg(own));
     }
     if (!isFileName(own)) {
-        return fault(tr("名称“%1”不能用作文件名").arg(own));
+        return fault(FormulaWords::tr("名称“%1”不能用作文件名").arg(own));
     }
     file.path = fileToSave(own);
     file.folders = QFileInfo(QDir(mUserFolder).relativeFilePath(file.path)).path().split('/');
@@ -335,11 +332,11 @@ QString FormulaCatalogue::fileToSave(const QString &name) const {
 QString FormulaCatalogue::restoreFormula(const QString &name) {
     const TC::CFormulaSource current = source(name);
     if (!current.mHasBuiltin || !current.mIsUserMade) {
-        return tr("指标 %1 没有可恢复的内置内容").arg(name);
+        return FormulaWords::tr("指标 %1 没有可恢复的内置内容").arg(name);
     }
     QFile file(fileToSave(name));
     if (file.exists() && !file.remove()) {
-        return tr("文件 %1 无法删除（%2）").arg(file.fileName(), file.errorString());
+        return FormulaWords::tr("文件 %1 无法删除（%2）").arg(file.fileName(), file.errorString());
     }
     mFormulas.removeUser(name);
     buildTree();

@@ -7,8 +7,6 @@
 namespace terminal {
 namespace {
 
-constexpr double kLargestColor = 0xffffff;
-
 void useOperand(const Operand &operand) {
     if (operand.node) {
         operand.node->use();

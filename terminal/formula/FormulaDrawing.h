@@ -9,6 +9,8 @@
 
 namespace terminal {
 
+constexpr int kLargestColor = 0xffffff; ///< white; red | green << 8 | blue << 16
+
 /// A line of a formula's result: its values and how its points are drawn.
 struct FormulaDrawing {
     struct Color {

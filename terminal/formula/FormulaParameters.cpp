@@ -1,6 +1,6 @@
 #include "terminal/formula/FormulaParameters.h"
 
-#include <QCoreApplication>
+#include "terminal/formula/FormulaWords.h"
 
 #include <boost/make_shared.hpp>
 
@@ -10,17 +10,13 @@
 namespace terminal {
 namespace {
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("FormulaCatalogue", text);
-}
-
 /// Value of a number that was kept, when it is one that the parameter may have.
-double numberOf(const FormulaParameter &parameter, const QJsonObject &kept) {
+double keptNumber(const FormulaParameter &parameter, const QJsonObject &kept) {
     const double value = kept.value(parameter.name).toDouble(parameter.value);
     return value >= parameter.min && value <= parameter.max ? value : parameter.value;
 }
 
-TC::CFormulaParameter shown(const FormulaParameter &parameter) {
+TC::CFormulaParameter shownParameter(const FormulaParameter &parameter) {
     TC::CFormulaParameter made;
     made.mName = parameter.name;
     made.mText = parameter.text;
@@ -35,10 +31,11 @@ TC::CFormulaParameter shown(const FormulaParameter &parameter) {
 /// Why a value cannot be that of a parameter; empty when it can.
 QString refusalOf(const FormulaParameter &parameter, const TC::CFormulaParameter &value) {
     if (parameter.isText != value.mIsText) {
-        return tr("参数 %1 的类型不符").arg(parameter.name);
+        return FormulaWords::tr("参数 %1 的类型不符").arg(parameter.name);
     }
     const bool inRange = value.mValue >= parameter.min && value.mValue <= parameter.max;
-    return parameter.isText || inRange ? QString() : tr("参数 %1 的值超出范围").arg(parameter.name);
+    return parameter.isText || inRange ? QString()
+                                       : FormulaWords::tr("参数 %1 的值超出范围").arg(parameter.name);
 }
 
 } // namespace
@@ -60,7 +57,7 @@ TC::CFormulaDetailPtr recordOf(const FormulaDescription &description, bool isVis
             record->mStrParamValues.append(kept.value(parameter.name).toString(parameter.textValue));
         } else {
             record->mParamNames.append(parameter.name);
-            record->mParamValues.append(numberOf(parameter, kept));
+            record->mParamValues.append(keptNumber(parameter, kept));
         }
     }
     return record;
@@ -80,7 +77,7 @@ TC::CFormulaDetailPtr recordOf(const TC::CFormulaDetail &script, const QJsonObje
 TC::CFormulaParameters parametersOf(const FormulaDescription &description, const TC::CFormulaDetail &record) {
     TC::CFormulaParameters all;
     for (const FormulaParameter &parameter : description.parameters) {
-        TC::CFormulaParameter made = shown(parameter);
+        TC::CFormulaParameter made = shownParameter(parameter);
         if (parameter.isText) {
             made.mStrValue = record.mStrParamValues[record.mStrParamNames.indexOf(parameter.name)];
         } else {
@@ -133,10 +130,10 @@ QString setValues(QJsonObject &kept, const TC::CFormulaDetail &defaults, const T
     for (const TC::CFormulaParameter &value : values) {
         const QVector<QString> &names = value.mIsText ? defaults.mStrParamNames : defaults.mParamNames;
         if (!names.contains(value.mName)) {
-            return tr("参数 %1 的类型不符").arg(value.mName);
+            return FormulaWords::tr("参数 %1 的类型不符").arg(value.mName);
         }
         if (!value.mIsText && !std::isfinite(value.mValue)) {
-            return tr("参数 %1 的值超出范围").arg(value.mName);
+            return FormulaWords::tr("参数 %1 的值超出范围").arg(value.mName);
         }
         kept.insert(value.mName, value.mIsText ? QJsonValue(value.mStrValue) : QJsonValue(value.mValue));
     }

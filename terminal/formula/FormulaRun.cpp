@@ -14,21 +14,22 @@ namespace {
 
 constexpr int kLongestFile = 256 * 1024; ///< bytes
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("FormulaRun", text);
-}
+struct FormulaRunWords {
+    Q_DECLARE_TR_FUNCTIONS(FormulaRun)
+};
 
 /// Calls `run` and takes the lines that it returns.
 void callRun(lua_State *state, FormulaRun &run) {
     if (lua_getglobal(state, "run") != LUA_TFUNCTION) {
-        LuaSandbox::raise(state, tr("没有函数 run"));
+        LuaSandbox::raise(state, FormulaRunWords::tr("没有函数 run"));
     }
     const int before = lua_gettop(state) - 1;
     lua_call(state, 0, LUA_MULTRET);
     const int count = lua_gettop(state) - before;
     if (count != run.description.lines.size()) {
-        LuaSandbox::raise(
-            state, tr("run 返回 %1 个值，而 lines 有 %2 条线").arg(count).arg(run.description.lines.size()));
+        LuaSandbox::raise(state, FormulaRunWords::tr("run 返回 %1 个值，而 lines 有 %2 条线")
+                                     .arg(count)
+                                     .arg(run.description.lines.size()));
     }
     luaL_checkstack(state, LUA_MINSTACK, nullptr);
     std::vector<FormulaDrawing> lines;
@@ -44,7 +45,7 @@ void runBody(lua_State *state, FormulaRun &run, const QByteArray &text, RunDepth
     openLuaDescription(state, run);
     LuaSandbox::callText(state, text);
     if (!run.isDescribed) {
-        LuaSandbox::raise(state, tr("没有 formula { ... }"));
+        LuaSandbox::raise(state, FormulaRunWords::tr("没有 formula { ... }"));
     }
     if (depth == RunDepth::Compute) {
         callRun(state, run);
@@ -62,7 +63,8 @@ std::unique_ptr<FormulaRun> FormulaRun::of(const LuaFormulaFile &file, const For
     run->vectorLimit = limits.vectors;
     FormulaError error;
     if (file.text.size() > kLongestFile) {
-        run->error = FormulaError{file.name, 0, tr("文件过长（上限 %1 KiB）").arg(kLongestFile / 1024)};
+        run->error =
+            FormulaError{file.name, 0, FormulaRunWords::tr("文件过长（上限 %1 KiB）").arg(kLongestFile / 1024)};
         return run;
     }
     const TimeLimit time(limits.milliseconds);

@@ -1,17 +1,13 @@
 #include "terminal/formula/FormulaTree.h"
 
-#include <QCoreApplication>
+#include "terminal/formula/FormulaWords.h"
 
 #include <boost/make_shared.hpp>
 
 namespace terminal {
 namespace {
 
-using Node = TC::CFormulaCatalogDetail;
-
-QString tr(const char *text) {
-    return QCoreApplication::translate("FormulaCatalogue", text);
-}
+using TreeNode = TC::CFormulaCatalogDetail;
 
 /// The folder of a name within a folder, made when there is none.
 TC::CFormulaCatalogDetailPtr folderIn(const TC::CFormulaCatalogDetailPtr &parent, const QString &name, int type,
@@ -21,7 +17,7 @@ TC::CFormulaCatalogDetailPtr folderIn(const TC::CFormulaCatalogDetailPtr &parent
             return child;
         }
     }
-    const auto folder = boost::make_shared<Node>(name, type, modelType);
+    const auto folder = boost::make_shared<TreeNode>(name, type, modelType);
     parent->addChild(folder);
     return folder;
 }
@@ -38,20 +34,21 @@ TC::CFormulaCatalogDetailPtr folderIn(TC::CFormulaCatalogDetailPtr parent, const
 
 TC::CFormulaCatalogDetailPtr formulaTree(const QVector<FormulaShelf::Place> &formulas,
                                          const QVector<TC::CFormulaDetailPtr> &scripts) {
-    const auto root = boost::make_shared<Node>();
+    const auto root = boost::make_shared<TreeNode>();
     for (const FormulaShelf::Place &place : formulas) {
         const QString &name = place.formula->description.name;
         if (place.isOwn) {
-            folderIn(root, QStringList(tr("自编指标")) + place.folders, Node::eUserFolder, Node::eUserMade)
-                ->addChild(boost::make_shared<Node>(name, Node::eFormula, Node::eUserMade));
+            folderIn(root, QStringList(FormulaWords::tr("自编指标")) + place.folders, TreeNode::eUserFolder,
+                     TreeNode::eUserMade)
+                ->addChild(boost::make_shared<TreeNode>(name, TreeNode::eFormula, TreeNode::eUserMade));
         } else {
-            folderIn(root, place.folders, Node::eFolder, Node::eOrdinary)
-                ->addChild(boost::make_shared<Node>(name, Node::eFormula));
+            folderIn(root, place.folders, TreeNode::eFolder, TreeNode::eOrdinary)
+                ->addChild(boost::make_shared<TreeNode>(name, TreeNode::eFormula));
         }
     }
     for (const TC::CFormulaDetailPtr &script : scripts) {
-        folderIn(root, QStringList(tr("PYTHON模型指标")), Node::eFolder, Node::eScript)
-            ->addChild(boost::make_shared<Node>(script->mName, Node::eFormula, Node::eScript));
+        folderIn(root, QStringList(FormulaWords::tr("PYTHON模型指标")), TreeNode::eFolder, TreeNode::eScript)
+            ->addChild(boost::make_shared<TreeNode>(script->mName, TreeNode::eFormula, TreeNode::eScript));
     }
     return root;
 }

@@ -9,7 +9,7 @@
 namespace terminal {
 namespace {
 
-struct Words {
+struct DownloadWords {
     Q_DECLARE_TR_FUNCTIONS(HistoryDownloads)
 };
 
@@ -70,7 +70,7 @@ void HistoryDownloads::run(const QVector<Step> &steps, int stops, const Callback
 /// Answers an empty text or what went wrong.
 QString HistoryDownloads::fetch(const Step &step, int stops) const {
     if (stops != mStops) {
-        return Words::tr("下载已停止");
+        return DownloadWords::tr("下载已停止");
     }
     return step.day == 0 ? QString() : mSource->fetchDay(step.market + step.code, step.day);
 }

@@ -1,5 +1,6 @@
 #include "terminal/formula/LuaDescription.h"
 
+#include "terminal/formula/FormulaDrawing.h"
 #include "terminal/formula/LuaDrawings.h"
 #include "terminal/formula/LuaSandbox.h"
 
@@ -14,21 +15,20 @@ namespace {
 
 constexpr int kMostEntries = 64; ///< parameters, and lines
 constexpr int kMostPrecision = 8;
-constexpr double kLargestColor = 0xffffff;
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("LuaDescription", text);
-}
+struct LuaDescriptionWords {
+    Q_DECLARE_TR_FUNCTIONS(LuaDescription)
+};
 
 [[noreturn]] void raiseField(lua_State *state, const QString &field, const QString &wanted) {
-    LuaSandbox::raise(state, tr("formula 的 %1 应为%2").arg(field, wanted));
+    LuaSandbox::raise(state, LuaDescriptionWords::tr("formula 的 %1 应为%2").arg(field, wanted));
 }
 
 /// Takes a text off the stack; empty when there is none.
 QString takeText(lua_State *state, const QString &field) {
     const int type = lua_type(state, -1);
     if (type != LUA_TSTRING && type != LUA_TNIL) {
-        raiseField(state, field, tr("文字"));
+        raiseField(state, field, LuaDescriptionWords::tr("文字"));
     }
     const QString text = type == LUA_TSTRING ? QString::fromUtf8(lua_tostring(state, -1)) : QString();
     lua_pop(state, 1);
@@ -39,11 +39,11 @@ QString takeText(lua_State *state, const QString &field) {
 double takeNumber(lua_State *state, const QString &field, double missing) {
     const int type = lua_type(state, -1);
     if (type != LUA_TNUMBER && type != LUA_TNIL) {
-        raiseField(state, field, tr("数"));
+        raiseField(state, field, LuaDescriptionWords::tr("数"));
     }
     const double number = type == LUA_TNUMBER ? lua_tonumber(state, -1) : missing;
     if (!std::isfinite(number)) {
-        raiseField(state, field, tr("数"));
+        raiseField(state, field, LuaDescriptionWords::tr("数"));
     }
     lua_pop(state, 1);
     return number;
@@ -52,7 +52,7 @@ double takeNumber(lua_State *state, const QString &field, double missing) {
 int takeWhole(lua_State *state, const QString &field, int missing, int least, int most) {
     const double number = takeNumber(state, field, missing);
     if (number != missing && (number < least || number > most || number != std::floor(number))) {
-        raiseField(state, field, tr("%1 到 %2 的整数").arg(least).arg(most));
+        raiseField(state, field, LuaDescriptionWords::tr("%1 到 %2 的整数").arg(least).arg(most));
     }
     return static_cast<int>(number);
 }
@@ -76,15 +76,16 @@ int wholeField(lua_State *state, const char *field, int missing, int least, int 
 template <class Read> void readList(lua_State *state, const char *field, Read read) {
     const int type = lua_getfield(state, -1, field);
     if (type != LUA_TTABLE && type != LUA_TNIL) {
-        raiseField(state, QLatin1String(field), tr("列表"));
+        raiseField(state, QLatin1String(field), LuaDescriptionWords::tr("列表"));
     }
     const lua_Unsigned count = type == LUA_TTABLE ? lua_rawlen(state, -1) : 0;
     if (count > kMostEntries) {
-        raiseField(state, QLatin1String(field), tr("不超过 %1 项的列表").arg(kMostEntries));
+        raiseField(state, QLatin1String(field),
+                   LuaDescriptionWords::tr("不超过 %1 项的列表").arg(kMostEntries));
     }
     for (lua_Unsigned i = 1; i <= count; ++i) {
         if (lua_rawgeti(state, -1, static_cast<lua_Integer>(i)) != LUA_TTABLE) {
-            raiseField(state, QLatin1String(field), tr("表的列表"));
+            raiseField(state, QLatin1String(field), LuaDescriptionWords::tr("表的列表"));
         }
         read();
         lua_pop(state, 1);
@@ -101,13 +102,15 @@ bool isVariableName(const QString &name) {
 }
 
 /// The number that a user has given, or the default.
-double numberOf(lua_State *state, const FormulaRun &run, const FormulaParameter &parameter) {
+double valueOf(lua_State *state, const FormulaRun &run, const FormulaParameter &parameter) {
     bool isNumber = true;
     const auto given = run.arguments.constFind(parameter.name);
     const double number = given == run.arguments.constEnd() ? parameter.value : given->toDouble(&isNumber);
     if (!isNumber || !(number >= parameter.min && number <= parameter.max)) {
-        LuaSandbox::raise(
-            state, tr("参数 %1 应为 %2 到 %3 的数").arg(parameter.name).arg(parameter.min).arg(parameter.max));
+        LuaSandbox::raise(state, LuaDescriptionWords::tr("参数 %1 应为 %2 到 %3 的数")
+                                     .arg(parameter.name)
+                                     .arg(parameter.min)
+                                     .arg(parameter.max));
     }
     return number;
 }
@@ -115,13 +118,13 @@ double numberOf(lua_State *state, const FormulaRun &run, const FormulaParameter 
 void setParameter(lua_State *state, const FormulaRun &run, const FormulaParameter &parameter) {
     const QByteArray name = parameter.name.toUtf8();
     if (!isVariableName(parameter.name) || lua_getglobal(state, name.constData()) != LUA_TNIL) {
-        LuaSandbox::raise(state, tr("参数不能名为 %1").arg(parameter.name));
+        LuaSandbox::raise(state, LuaDescriptionWords::tr("参数不能名为 %1").arg(parameter.name));
     }
     lua_pop(state, 1);
     if (parameter.isText) {
         lua_pushstring(state, run.arguments.value(parameter.name, parameter.textValue).toUtf8().constData());
     } else {
-        const double number = numberOf(state, run, parameter);
+        const double number = valueOf(state, run, parameter);
         // A whole number is one to Lua too: it prints without a fraction.
         lua_Integer whole = 0;
         if (lua_numbertointeger(number, &whole) && static_cast<double>(whole) == number) {
@@ -150,7 +153,7 @@ FormulaParameter readParameter(lua_State *state) {
     return parameter;
 }
 
-se::ELineAxis readAxis(lua_State *state) {
+se::ELineAxis describedAxis(lua_State *state) {
     const QString axis = textField(state, "axis").toUpper();
     if (axis.isEmpty() || axis == QLatin1String("SHARED")) {
         return se::eLineShared;
@@ -164,22 +167,22 @@ se::ELineAxis readAxis(lua_State *state) {
     return se::eLineHidden;
 }
 
-FormulaLine readLine(lua_State *state) {
+FormulaLine describedLine(lua_State *state) {
     FormulaLine line;
     lua_rawgeti(state, -1, 1);
     line.name = takeText(state, QStringLiteral("lines"));
     if (line.name.isEmpty()) {
-        raiseField(state, QStringLiteral("lines"), tr("有名称的线"));
+        raiseField(state, QStringLiteral("lines"), LuaDescriptionWords::tr("有名称的线"));
     }
     if (lua_getfield(state, -1, "style") != LUA_TNIL) {
         line.style = luaStyle(state, -1);
     }
     lua_pop(state, 1);
-    line.color = wholeField(state, "color", se::kDefaultColor, 0, static_cast<int>(kLargestColor));
+    line.color = wholeField(state, "color", se::kDefaultColor, 0, kLargestColor);
     lua_getfield(state, -1, "fixed");
     line.fixedColor = lua_toboolean(state, -1) != 0;
     lua_pop(state, 1);
-    line.axis = readAxis(state);
+    line.axis = describedAxis(state);
     line.precision = wholeField(state, "precision", -1, 0, kMostPrecision);
     return line;
 }
@@ -187,20 +190,20 @@ FormulaLine readLine(lua_State *state) {
 int describe(lua_State *state) {
     FormulaRun &run = *static_cast<FormulaRun *>(lua_touserdata(state, lua_upvalueindex(1)));
     if (run.isDescribed || lua_type(state, 1) != LUA_TTABLE) {
-        LuaSandbox::raise(state, tr("formula { ... } 应调用一次，参数为一个表"));
+        LuaSandbox::raise(state, LuaDescriptionWords::tr("formula { ... } 应调用一次，参数为一个表"));
     }
     lua_settop(state, 1);
     FormulaDescription &description = run.description;
     description.name = textField(state, "name").toUpper(); // a chart keeps names so
     if (description.name.trimmed().isEmpty()) {
-        raiseField(state, QStringLiteral("name"), tr("公式的名称"));
+        raiseField(state, QStringLiteral("name"), LuaDescriptionWords::tr("公式的名称"));
     }
     description.type = wholeField(state, "type", 0, 0, 2);
     description.text = textField(state, "text");
     description.source = textField(state, "source");
-    readList(state, "lines", [&] { description.lines.append(readLine(state)); });
+    readList(state, "lines", [&] { description.lines.append(describedLine(state)); });
     if (description.lines.isEmpty()) {
-        raiseField(state, QStringLiteral("lines"), tr("至少一条线的列表"));
+        raiseField(state, QStringLiteral("lines"), LuaDescriptionWords::tr("至少一条线的列表"));
     }
     readList(state, "parameters", [&] {
         description.parameters.append(readParameter(state));

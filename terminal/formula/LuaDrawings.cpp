@@ -19,14 +19,14 @@ struct DrawingHandle {
     const FormulaDrawing *drawing;
 };
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("LuaDrawings", text);
-}
+struct LuaDrawingsWords {
+    Q_DECLARE_TR_FUNCTIONS(LuaDrawings)
+};
 
 int pushDrawing(lua_State *state, FormulaRun &run, FormulaDrawing drawing) {
     if (run.drawings.size() >= kMostDrawings || drawing.colors.size() > kMostLayers ||
         drawing.texts.size() > kMostLayers) {
-        LuaSandbox::raise(state, tr("绘图指令过多"));
+        LuaSandbox::raise(state, LuaDrawingsWords::tr("绘图指令过多"));
     }
     run.drawings.push_back(std::move(drawing));
     void *place = lua_newuserdatauv(state, sizeof(DrawingHandle), 0);
@@ -150,7 +150,7 @@ int luaStyle(lua_State *state, int index) {
     const char *name = lua_type(state, index) == LUA_TSTRING ? lua_tostring(state, index) : "";
     const int style = drawStyleOf(QString::fromUtf8(name));
     if (style < 0) {
-        LuaSandbox::raise(state, tr("没有这种线型：%1").arg(QString::fromUtf8(name)));
+        LuaSandbox::raise(state, LuaDrawingsWords::tr("没有这种线型：%1").arg(QString::fromUtf8(name)));
     }
     return style;
 }
@@ -166,7 +166,7 @@ FormulaDrawing luaLine(lua_State *state, int index, FormulaRun &run, int line) {
         return FormulaDrawing(finite(lua_tonumber(state, index)));
     }
     if (lua_type(state, index) != LUA_TTABLE) {
-        LuaSandbox::raise(state, tr("run 的第 %1 个返回值应为向量、绘图或数").arg(line));
+        LuaSandbox::raise(state, LuaDrawingsWords::tr("run 的第 %1 个返回值应为向量、绘图或数").arg(line));
     }
     return FormulaDrawing(luaTableVector(state, index, run, "run"));
 }

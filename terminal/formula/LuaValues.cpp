@@ -8,15 +8,15 @@
 namespace terminal {
 namespace {
 
-constexpr std::size_t kLongestText = 256; ///< bytes of a text of a point
+constexpr std::size_t kLongestPointText = 256; ///< bytes of a text of a point
 
 /// What Lua holds of a vector.
 struct VectorHandle {
     VectorNode *node;
 };
-QString tr(const char *text) {
-    return QCoreApplication::translate("LuaValues", text);
-}
+struct LuaValuesWords {
+    Q_DECLARE_TR_FUNCTIONS(LuaValues)
+};
 
 } // namespace
 
@@ -36,7 +36,7 @@ void pushLuaOperand(lua_State *state, const FormulaRun &run, const Operand &oper
         return;
     }
     if (run.graph.size() > run.vectorLimit) {
-        LuaSandbox::raise(state, tr("向量过多（上限 %1 个）").arg(run.vectorLimit));
+        LuaSandbox::raise(state, LuaValuesWords::tr("向量过多（上限 %1 个）").arg(run.vectorLimit));
     }
     static_cast<VectorHandle *>(lua_newuserdatauv(state, sizeof(VectorHandle), 0))->node = operand.node;
     luaL_setmetatable(state, kLuaVectorType);
@@ -48,7 +48,9 @@ VectorNode *luaVector(lua_State *state, int index) {
 }
 
 void raiseLuaArgument(lua_State *state, const char *function, int index, const QString &wanted) {
-    LuaSandbox::raise(state, tr("%1 的第 %2 个参数应为%3").arg(QLatin1String(function)).arg(index).arg(wanted));
+    LuaSandbox::raise(
+        state,
+        LuaValuesWords::tr("%1 的第 %2 个参数应为%3").arg(QLatin1String(function)).arg(index).arg(wanted));
 }
 
 Operand luaOperand(lua_State *state, int index, const char *function) {
@@ -56,7 +58,7 @@ Operand luaOperand(lua_State *state, int index, const char *function) {
         return node;
     }
     if (lua_type(state, index) != LUA_TNUMBER) {
-        raiseLuaArgument(state, function, index, tr("向量或数"));
+        raiseLuaArgument(state, function, index, LuaValuesWords::tr("向量或数"));
     }
     return finite(lua_tonumber(state, index));
 }
@@ -65,7 +67,8 @@ double luaWhole(lua_State *state, int index, const char *function, double least,
     const bool isNumber = lua_type(state, index) == LUA_TNUMBER;
     const double number = isNumber ? lua_tonumber(state, index) : kNoValue;
     if (!(number >= least && number <= most) || number != std::floor(number)) {
-        raiseLuaArgument(state, function, index, tr("%1 到 %2 的整数").arg(least).arg(most, 0, 'f', 0));
+        raiseLuaArgument(state, function, index,
+                         LuaValuesWords::tr("%1 到 %2 的整数").arg(least).arg(most, 0, 'f', 0));
     }
     return number;
 }
@@ -73,8 +76,9 @@ double luaWhole(lua_State *state, int index, const char *function, double least,
 std::string luaText(lua_State *state, int index, const char *function) {
     std::size_t size = 0;
     const char *text = lua_type(state, index) == LUA_TSTRING ? lua_tolstring(state, index, &size) : nullptr;
-    if (!text || size > kLongestText) {
-        raiseLuaArgument(state, function, index, tr("不超过 %1 字节的文字").arg(kLongestText));
+    if (!text || size > kLongestPointText) {
+        raiseLuaArgument(state, function, index,
+                         LuaValuesWords::tr("不超过 %1 字节的文字").arg(kLongestPointText));
     }
     return std::string(text, size);
 }
@@ -85,7 +89,7 @@ Operand luaTableVector(lua_State *state, int index, FormulaRun &run, const char 
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int type = lua_rawgeti(state, index, static_cast<lua_Integer>(i) + 1);
         if (type != LUA_TNUMBER && type != LUA_TNIL) {
-            raiseLuaArgument(state, function, 1, tr("数的表：第 %1 个不是数").arg(i + 1));
+            raiseLuaArgument(state, function, 1, LuaValuesWords::tr("数的表：第 %1 个不是数").arg(i + 1));
         }
         values[i] = type == LUA_TNUMBER ? finite(lua_tonumber(state, -1)) : kNoValue;
         lua_pop(state, 1);

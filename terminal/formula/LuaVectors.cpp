@@ -14,9 +14,9 @@
 namespace terminal {
 namespace {
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("LuaVectors", text);
-}
+struct LuaVectorsWords {
+    Q_DECLARE_TR_FUNCTIONS(LuaVectors)
+};
 
 // Functions.
 
@@ -43,9 +43,10 @@ int callFunction(lua_State *state, const VectorFunction &function) {
     const int wanted = anyNumber ? named - 1 : named;
     const int given = lua_gettop(state);
     if (given < wanted || (given > wanted && !anyNumber)) {
-        LuaSandbox::raise(
-            state,
-            tr("%1 需要 %2 个参数，给出了 %3 个").arg(QLatin1String(function.name)).arg(wanted).arg(given));
+        LuaSandbox::raise(state, LuaVectorsWords::tr("%1 需要 %2 个参数，给出了 %3 个")
+                                     .arg(QLatin1String(function.name))
+                                     .arg(wanted)
+                                     .arg(given));
     }
     std::vector<Operand> arguments;
     for (int i = 1; i <= given; ++i) {
@@ -71,7 +72,7 @@ int operatorFunction(lua_State *state) {
 }
 
 int comparison(lua_State *state) {
-    LuaSandbox::raise(state, tr("向量不能用 < <= > >= == ~= 比较：请用 LT LE GT GE EQ NE"));
+    LuaSandbox::raise(state, LuaVectorsWords::tr("向量不能用 < <= > >= == ~= 比较：请用 LT LE GT GE EQ NE"));
 }
 
 void setVectorFunction(lua_State *state, FormulaRun &run, const char *field, const VectorFunction &function,
@@ -97,7 +98,7 @@ int readValue(lua_State *state) {
     int isWhole = 0;
     const lua_Integer place = lua_tointegerx(state, 2, &isWhole);
     if (isWhole == 0) {
-        LuaSandbox::raise(state, tr("向量的下标应为整数"));
+        LuaSandbox::raise(state, LuaVectorsWords::tr("向量的下标应为整数"));
     }
     const std::vector<double> &values = run.graph.read(luaVector(state, 1));
     LuaSandbox::checkTime(state);
@@ -109,7 +110,7 @@ int readValue(lua_State *state) {
 int makeVector(lua_State *state) {
     FormulaRun &run = luaRun(state);
     if (lua_type(state, 1) != LUA_TTABLE) {
-        raiseLuaArgument(state, "VECTOR", 1, tr("数的表"));
+        raiseLuaArgument(state, "VECTOR", 1, LuaVectorsWords::tr("数的表"));
     }
     pushLuaOperand(state, run, luaTableVector(state, 1, run, "VECTOR"));
     return 1;

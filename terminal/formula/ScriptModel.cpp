@@ -1,8 +1,8 @@
 #include "terminal/formula/ScriptModel.h"
 
+#include "terminal/formula/ScriptModelWords.h"
 #include "terminal/market/MarketDate.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -16,10 +16,6 @@
 
 namespace terminal {
 namespace {
-
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(ScriptModel)
-};
 
 QJsonObject barsObject(const MinuteBars &bars) {
     const auto column = [&bars](auto value) {
@@ -56,17 +52,17 @@ QString endText(const ScriptModelExit &exit, const ScriptModelCommand &command, 
                 const ScriptModelReader &reader) {
     switch (exit.way) {
     case ScriptModelExit::NotStarted:
-        return Words::tr("不能运行 %1：%2。请检查 Python 解释器的设置")
+        return ScriptModelWords::tr("不能运行 %1：%2。请检查 Python 解释器的设置")
             .arg(command.interpreter, QString::fromLocal8Bit(std::strerror(exit.status)));
     case ScriptModelExit::TimedOut:
-        return Words::tr("运行超过了 %1 秒，已停止").arg(limits.milliseconds / 1000.0);
+        return ScriptModelWords::tr("运行超过了 %1 秒，已停止").arg(limits.milliseconds / 1000.0);
     case ScriptModelExit::TooMuchOutput:
-        return Words::tr("输出超过了 %1 MB，已停止").arg(megabytes(limits.outputBytes));
+        return ScriptModelWords::tr("输出超过了 %1 MB，已停止").arg(megabytes(limits.outputBytes));
     case ScriptModelExit::Refused:
         return reader.failure()->text;
     case ScriptModelExit::Killed:
-        return exit.status == SIGXCPU ? Words::tr("占用处理器的时间太长，已停止")
-                                      : Words::tr("被信号 %1 终止").arg(exit.status);
+        return exit.status == SIGXCPU ? ScriptModelWords::tr("占用处理器的时间太长，已停止")
+                                      : ScriptModelWords::tr("被信号 %1 终止").arg(exit.status);
     case ScriptModelExit::Finished:
         break;
     case ScriptModelExit::Stopped:
@@ -77,9 +73,9 @@ QString endText(const ScriptModelExit &exit, const ScriptModelCommand &command, 
     }
     if (exit.status != 0) {
         const FormulaError told = readPythonError(exit.errors, QFileInfo(command.file).fileName());
-        return told.text.isEmpty() ? Words::tr("以状态 %1 结束").arg(exit.status) : told.text;
+        return told.text.isEmpty() ? ScriptModelWords::tr("以状态 %1 结束").arg(exit.status) : told.text;
     }
-    return reader.lines().empty() ? Words::tr("没有输出任何线") : QString();
+    return reader.lines().empty() ? ScriptModelWords::tr("没有输出任何线") : QString();
 }
 
 ScriptModelOutcome failed(const QString &file, const QString &text, int line = 0) {
@@ -136,13 +132,13 @@ ScriptModelOutcome runScriptModel(ScriptModelProcess &process, const ScriptModel
                                   const std::function<void(const ScriptModelProgress &)> &onProgress) {
     const QFileInfo file(input.file);
     if (!file.isFile() || !file.isReadable()) {
-        return failed(input.file, Words::tr("没有模型文件 %1").arg(input.file));
+        return failed(input.file, ScriptModelWords::tr("没有模型文件 %1").arg(input.file));
     }
     const QString interpreter = findInterpreter(settings.interpreter);
     if (interpreter.isEmpty()) {
         return failed(
             input.file,
-            Words::tr("没有找到 Python 解释器%1。请安装 python3 或改正设置")
+            ScriptModelWords::tr("没有找到 Python 解释器%1。请安装 python3 或改正设置")
                 .arg(settings.interpreter.isEmpty() ? QString() : QLatin1Char(' ') + settings.interpreter));
     }
     const ScriptModelCommand command{interpreter, file.absoluteFilePath(), scriptModelInput(input)};

@@ -1,9 +1,9 @@
 #include "terminal/formula/ScriptModelReader.h"
 
 #include "host/drawing/LineColor.h"
+#include "terminal/formula/ScriptModelWords.h"
 
 #include <QColor>
-#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <bson/bson.h>
@@ -16,19 +16,15 @@
 namespace terminal {
 namespace {
 
-constexpr int kLongestText = 200; ///< characters of a name, a progress text or an error
+constexpr int kLongestModelText = 200; ///< characters of a name, a progress text or an error
 constexpr int kShownOutput = 60; ///< characters of a line that is told back
 constexpr int kLastStyle = 255;
 
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(ScriptModel)
-};
-
-QString shortened(const QString &text, int length = kLongestText) {
+QString shortened(const QString &text, int length = kLongestModelText) {
     return text.size() <= length ? text : text.left(length) + QStringLiteral("…");
 }
 
-ScriptModelFailure failed(const QString &text) {
+ScriptModelFailure failureOf(const QString &text) {
     return {shortened(text)};
 }
 
@@ -122,8 +118,8 @@ std::optional<qint32> readColor(const JsonValue &value) {
 ScriptModelMessage readLine(const JsonObject &object, int points) {
     ScriptModelLine line;
     line.name = object["line"].text();
-    if (line.name.isEmpty() || line.name.size() > kLongestText) {
-        return failed(Words::tr("线的名称应为 1 到 200 个字符"));
+    if (line.name.isEmpty() || line.name.size() > kLongestModelText) {
+        return failureOf(ScriptModelWords::tr("线的名称应为 1 到 200 个字符"));
     }
     const JsonValue style = object["style"];
     const std::optional<int> styleNumber =
@@ -131,28 +127,29 @@ ScriptModelMessage readLine(const JsonObject &object, int points) {
     const std::optional<qint32> color = readColor(object["color"]);
     const std::optional<qint32> axis = readAxis(object["axis"]);
     if (!styleNumber) {
-        return failed(Words::tr("线“%1”的 style 应为 0 到 255 的整数").arg(line.name));
+        return failureOf(ScriptModelWords::tr("线“%1”的 style 应为 0 到 255 的整数").arg(line.name));
     }
     if (!color) {
-        return failed(Words::tr("线“%1”的 color 应为 #rrggbb").arg(line.name));
+        return failureOf(ScriptModelWords::tr("线“%1”的 color 应为 #rrggbb").arg(line.name));
     }
     if (!axis) {
-        return failed(Words::tr("线“%1”的 axis 应为 shared、own 或 hidden").arg(line.name));
+        return failureOf(ScriptModelWords::tr("线“%1”的 axis 应为 shared、own 或 hidden").arg(line.name));
     }
     line.style = *styleNumber;
     line.color = *color;
     line.axis = *axis;
     const std::optional<std::vector<JsonValue>> values = object["values"].elements();
     if (!values || values->size() != static_cast<size_t>(points)) {
-        return failed(
-            Words::tr("线“%1”有 %2 个值，应为每分钟一个，共 %3 个")
+        return failureOf(
+            ScriptModelWords::tr("线“%1”有 %2 个值，应为每分钟一个，共 %3 个")
                 .arg(line.name, QString::number(values ? values->size() : 0), QString::number(points)));
     }
     line.values.reserve(values->size());
     for (size_t i = 0; i < values->size(); ++i) {
         const std::optional<double> value = (*values)[i].number();
         if (!(value && std::isfinite(*value)) && !(*values)[i].isNull()) {
-            return failed(Words::tr("线“%1”的第 %2 个值不是数，也不是 null").arg(line.name).arg(i + 1));
+            return failureOf(
+                ScriptModelWords::tr("线“%1”的第 %2 个值不是数，也不是 null").arg(line.name).arg(i + 1));
         }
         line.values.push_back(value.value_or(TC::kUnsetValue));
     }
@@ -164,7 +161,7 @@ ScriptModelMessage readProgress(const JsonObject &object) {
     const std::optional<int> done = wholeNumber(object["progress"], 0, kMost);
     const std::optional<int> total = wholeNumber(object["total"], 0, kMost);
     if (!done || !total || *done > *total) {
-        return failed(Words::tr("进度应为 0 到 total 的整数"));
+        return failureOf(ScriptModelWords::tr("进度应为 0 到 total 的整数"));
     }
     return ScriptModelProgress{*done, *total, shortened(object["text"].text())};
 }
@@ -190,10 +187,10 @@ ScriptModelMessage readScriptModelMessage(const QByteArray &text, int points) {
     }
     const QString error = object["error"].text();
     if (!error.isEmpty()) {
-        return failed(error);
+        return failureOf(error);
     }
-    return failed(Words::tr("输出不是结果：“%1”，应为含 line、progress 或 error 的 JSON")
-                      .arg(shortened(QString::fromUtf8(text), kShownOutput)));
+    return failureOf(ScriptModelWords::tr("输出不是结果：“%1”，应为含 line、progress 或 error 的 JSON")
+                         .arg(shortened(QString::fromUtf8(text), kShownOutput)));
 }
 
 FormulaError readPythonError(const QByteArray &text, const QString &file) {
@@ -215,7 +212,7 @@ bool ScriptModelReader::take(const QByteArray &piece) {
         const int end = piece.indexOf('\n', start);
         const int length = (end < 0 ? piece.size() : end) - start;
         if (mRest.size() + length > kLongestMessage) {
-            mFailure = failed(Words::tr("一行输出超过了 %1 字节").arg(int(kLongestMessage)));
+            mFailure = failureOf(ScriptModelWords::tr("一行输出超过了 %1 字节").arg(int(kLongestMessage)));
             break;
         }
         mRest.append(piece.constData() + start, length);
@@ -255,7 +252,7 @@ void ScriptModelReader::takeLine(ScriptModelLine line) {
     } else if (mLines.size() < size_t(kMostLines)) {
         mLines.push_back(std::move(line));
     } else {
-        mFailure = failed(Words::tr("超过了 %1 条线").arg(int(kMostLines)));
+        mFailure = failureOf(ScriptModelWords::tr("超过了 %1 条线").arg(int(kMostLines)));
     }
 }
 

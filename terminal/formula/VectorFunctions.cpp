@@ -284,7 +284,7 @@ double clockOf(const MinuteBar &bar, std::size_t) {
     const qint64 minute = (bar.time / 60000 + kExchangeOffset) % kMinutesOfDay;
     return static_cast<double>(minute / 60 * 100 + minute % 60);
 }
-double numberOf(const MinuteBar &, std::size_t i) {
+double barNumberOf(const MinuteBar &, std::size_t i) {
     return static_cast<double>(i) + 1.0;
 }
 
@@ -390,7 +390,7 @@ const std::vector<BarSeries> &barSeries() {
     static const std::vector<BarSeries> series = {
         {"OPEN", column<openOf>},       {"HIGH", column<highOf>},  {"LOW", column<lowOf>},
         {"CLOSE", column<closeOf>},     {"VOL", column<volumeOf>}, {"AMOUNT", column<amountOf>},
-        {"AVERAGE", column<averageOf>}, {"TIME", column<clockOf>}, {"BARPOS", column<numberOf>},
+        {"AVERAGE", column<averageOf>}, {"TIME", column<clockOf>}, {"BARPOS", column<barNumberOf>},
     };
     return series;
 }

@@ -22,7 +22,7 @@ const std::vector<KnownHeading<BarColumns>> kHeadings{
     {&BarColumns::average, "junjia average avg_price vwap 均价"},
 };
 
-QString findMissing(const BarColumns &columns) {
+QString missingBarColumn(const BarColumns &columns) {
     const std::vector<std::pair<int, const char *>> needed{{columns.open, "open"},
                                                            {columns.high, "high"},
                                                            {columns.low, "low"},
@@ -44,7 +44,7 @@ QString findMissing(const BarColumns &columns) {
 QString recogniseColumns(const TableHeadings &headings, BarColumns &columns) {
     columns = BarColumns();
     const QString trouble = findColumns(headings, kHeadings, columns);
-    return trouble.isEmpty() ? findMissing(columns) : trouble;
+    return trouble.isEmpty() ? missingBarColumn(columns) : trouble;
 }
 
 } // namespace terminal

@@ -10,8 +10,6 @@
 namespace terminal {
 namespace {
 
-using Place = DaySessions::Place;
-
 QString clockText(int minute) {
     return QStringLiteral("%1:%2")
         .arg(minute / 60, 2, 10, QLatin1Char('0'))
@@ -63,12 +61,12 @@ private:
             row.clock = 1440;
             row.date = dateNumber(calendarDate(row.date).addDays(-1));
         }
-        const std::optional<Place> place = mReading.sessions.placeOf(row.clock);
+        const std::optional<DaySessions::Place> place = mReading.sessions.placeOf(row.clock);
         if (!place) {
             return {row.line, QStringLiteral("%1 is outside the sessions%2")
                                   .arg(clockText(shown), mReading.labelAtStart ? QString() : hint(row.clock))};
         }
-        if (*place == Place::OnDay) {
+        if (*place == DaySessions::Place::OnDay) {
             mDaysWithRows.insert(row.date);
         }
         return {};
@@ -121,10 +119,10 @@ private:
                 mDateEnd = std::min(mDateEnd, session.second + 1);
             }
         }
-        const Place place = *mReading.sessions.placeOf(row.clock);
-        QDate day = place == Place::DayAfter ? date.addDays(-1) : date;
-        if (place == Place::EveningBefore || place == Place::MorningAfterEvening) {
-            const QDate evening = place == Place::EveningBefore ? date : date.addDays(-1);
+        const DaySessions::Place place = *mReading.sessions.placeOf(row.clock);
+        QDate day = place == DaySessions::Place::DayAfter ? date.addDays(-1) : date;
+        if (place == DaySessions::Place::EveningBefore || place == DaySessions::Place::MorningAfterEvening) {
+            const QDate evening = place == DaySessions::Place::EveningBefore ? date : date.addDays(-1);
             day = row.tradingDay != 0 ? calendarDate(row.tradingDay) : dayOfNight(evening);
             if (!follows(day, evening)) {
                 return {row.line, QStringLiteral("the trading day %1 does not follow the night of %2")

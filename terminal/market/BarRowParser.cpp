@@ -1,22 +1,20 @@
 #include "terminal/market/BarRowParser.h"
 
+#include "terminal/market/MarketDate.h"
+
 #include <QTime>
 
 namespace terminal {
-namespace {
-
-constexpr int kMinute = 60000; ///< milliseconds
-
-} // namespace
+namespace {} // namespace
 
 QString BarRowParser::takeMinute(const RowTime &time, BarRow &row) {
-    if (time.clock % kMinute != 0) {
+    if (time.clock % kMinuteLength != 0) {
         const bool wholeSecond = time.clock % 1000 == 0;
         return QStringLiteral("unknown time \"%1\"")
             .arg(QTime::fromMSecsSinceStartOfDay(time.clock)
                      .toString(wholeSecond ? QStringLiteral("HH:mm:ss") : QStringLiteral("HH:mm:ss.zzz")));
     }
-    row.clock = time.clock / kMinute;
+    row.clock = time.clock / kMinuteLength;
     row.digits = false;
     return {};
 }

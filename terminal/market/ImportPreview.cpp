@@ -2,6 +2,7 @@
 
 #include "terminal/market/BarDays.h"
 #include "terminal/market/ImportText.h"
+#include "terminal/market/RowFields.h"
 #include "terminal/market/TickRowParser.h"
 
 #include <QCoreApplication>
@@ -18,13 +19,9 @@ namespace {
 constexpr qint64 kPiece = 65536; ///< bytes read of either end
 constexpr int kRows = 200;
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("ImportPreview", text);
-}
-
-QString textOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+struct PreviewWords {
+    Q_DECLARE_TR_FUNCTIONS(ImportPreview)
+};
 
 QString shownNumber(double value) {
     return QString::number(value, 'f', QLocale::FloatingPointShortest);
@@ -164,7 +161,7 @@ private:
     }
 
     void takeSymbol(std::string_view symbol, std::string_view exchange, bool first) {
-        const InstrumentName told = readSymbol(textOf(symbol), textOf(exchange));
+        const InstrumentName told = readSymbol(fieldText(symbol), fieldText(exchange));
         if (!first) {
             mPreview.severalInstruments = mPreview.severalInstruments || told.code != mPreview.told.code ||
                                           told.market != mPreview.told.market;
@@ -190,11 +187,15 @@ ImportPreview previewFile(const QString &path) {
 QStringList previewHeadings(ImportKind kind) {
     switch (kind) {
     case ImportKind::Bars:
-        return {tr("时间"), tr("开盘"), tr("最高"), tr("最低"), tr("收盘"), tr("成交量"), tr("成交额")};
+        return {PreviewWords::tr("时间"),  PreviewWords::tr("开盘"), PreviewWords::tr("最高"),
+                PreviewWords::tr("最低"),  PreviewWords::tr("收盘"), PreviewWords::tr("成交量"),
+                PreviewWords::tr("成交额")};
     case ImportKind::Trades:
-        return {tr("时间"), tr("成交价"), tr("成交量"), tr("成交额")};
+        return {PreviewWords::tr("时间"), PreviewWords::tr("成交价"), PreviewWords::tr("成交量"),
+                PreviewWords::tr("成交额")};
     case ImportKind::Snapshots:
-        return {tr("时间"), tr("最新价"), tr("总成交量"), tr("总成交额")};
+        return {PreviewWords::tr("时间"), PreviewWords::tr("最新价"), PreviewWords::tr("总成交量"),
+                PreviewWords::tr("总成交额")};
     }
     return {};
 }
@@ -202,11 +203,11 @@ QStringList previewHeadings(ImportKind kind) {
 QString kindText(ImportKind kind) {
     switch (kind) {
     case ImportKind::Bars:
-        return tr("分钟线");
+        return PreviewWords::tr("分钟线");
     case ImportKind::Trades:
-        return tr("逐笔成交");
+        return PreviewWords::tr("逐笔成交");
     case ImportKind::Snapshots:
-        return tr("快照");
+        return PreviewWords::tr("快照");
     }
     return {};
 }

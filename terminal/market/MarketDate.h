@@ -9,6 +9,8 @@ namespace terminal {
 // count of seconds since the epoch at its midnight, a minute is counted from midnight (570 is 09:30, 1440 is 24:00),
 // and a time is in milliseconds since the epoch.
 
+constexpr int kMinuteLength = 60000; ///< milliseconds
+
 /// The day of a calendar date; 0 for a null date.
 int dayOf(const QDate &date);
 /// The calendar date of a day.

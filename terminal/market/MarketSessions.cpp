@@ -7,14 +7,14 @@
 namespace terminal {
 namespace {
 
-const DaySessions::Table kStock{{570, 690}, {781, 900}};
-const DaySessions::Table kStockAfterHours{{570, 690}, {781, 900}, {905, 930}};
-const DaySessions::Table kLongAfternoon{{570, 690}, {781, 930}};
-const DaySessions::Table kTreasury{{555, 690}, {781, 915}};
-const DaySessions::Table kCommodity{{540, 615}, {631, 690}, {811, 900}};
-const DaySessions::Table kCommodityAfterNight{{541, 615}, {631, 690}, {811, 900}};
-const DaySessions::Table kHongKong{{570, 720}, {781, 970}};
-const DaySessions::Table kOverseas{{540, 955}, {1001, 1440}, {1, 120}};
+const DaySessions::Table kStockSessions{{570, 690}, {781, 900}};
+const DaySessions::Table kAfterHoursSessions{{570, 690}, {781, 900}, {905, 930}};
+const DaySessions::Table kLongAfternoonSessions{{570, 690}, {781, 930}};
+const DaySessions::Table kTreasurySessions{{555, 690}, {781, 915}};
+const DaySessions::Table kCommoditySessions{{540, 615}, {631, 690}, {811, 900}};
+const DaySessions::Table kAfterNightSessions{{541, 615}, {631, 690}, {811, 900}};
+const DaySessions::Table kHongKongSessions{{570, 720}, {781, 970}};
+const DaySessions::Table kOverseasSessions{{540, 955}, {1001, 1440}, {1, 120}};
 
 const QStringList kCommodityMarkets{QStringLiteral("DF"),   QStringLiteral("DCE"), QStringLiteral("ZF"),
                                     QStringLiteral("CZCE"), QStringLiteral("SF"),  QStringLiteral("SHFE"),
@@ -58,9 +58,9 @@ QHash<QString, int> nightEnds() {
 
 DaySessions shareSessions(const QVector<int> &types) {
     if (types.contains(277) || types.contains(10006)) {
-        return DaySessions(kStockAfterHours);
+        return DaySessions(kAfterHoursSessions);
     }
-    return DaySessions(types.contains(126) || types.contains(100017) ? kLongAfternoon : kStock);
+    return DaySessions(types.contains(126) || types.contains(100017) ? kLongAfternoonSessions : kStockSessions);
 }
 
 } // namespace
@@ -95,20 +95,20 @@ int nightEndOfProduct(const QString &product) {
 
 DaySessions commoditySessions(int nightEnd) {
     if (nightEnd <= 0) {
-        return DaySessions(kCommodity);
+        return DaySessions(kCommoditySessions);
     }
     DaySessions::Table table{{1260, std::max(nightEnd, 1260)}};
     if (nightEnd < 1260) { // past midnight
         table = {{1260, 1440}, {1, nightEnd}};
     }
-    return DaySessions(table + kCommodityAfterNight);
+    return DaySessions(table + kAfterNightSessions);
 }
 
 DaySessions portfolioSessions(const QString &market, bool hasNight) {
     if (hasNight) {
         return commoditySessions(kLatestNightEnd);
     }
-    return DaySessions(kFinancialMarkets.contains(market) ? kStock : kCommodity);
+    return DaySessions(kFinancialMarkets.contains(market) ? kStockSessions : kCommoditySessions);
 }
 
 DaySessions marketSessions(const SessionQuery &query) {
@@ -119,16 +119,16 @@ DaySessions marketSessions(const SessionQuery &query) {
     if (kFinancialMarkets.contains(query.market)) {
         const bool treasury =
             QStringList{QStringLiteral("TS"), QStringLiteral("TF"), QStringLiteral("T")}.contains(product);
-        return DaySessions(treasury ? kTreasury : kStock);
+        return DaySessions(treasury ? kTreasurySessions : kStockSessions);
     }
     if (kCommodityMarkets.contains(query.market)) {
         return commoditySessions(nightEndOfProduct(product));
     }
     if (kHongKongMarkets.contains(query.market)) {
-        return DaySessions(kHongKong);
+        return DaySessions(kHongKongSessions);
     }
     const bool overseas = query.market == QLatin1String("YSWP") && query.code != QLatin1String("CNINDEX");
-    return DaySessions(overseas ? kOverseas : kStock);
+    return DaySessions(overseas ? kOverseasSessions : kStockSessions);
 }
 
 } // namespace terminal

@@ -7,7 +7,7 @@
 namespace terminal {
 namespace {
 
-constexpr double kReadingPart = 0.4; ///< of the whole work
+constexpr double kBarReadingPart = 0.4; ///< of the whole work
 
 std::vector<int> clocksOf(const std::vector<BarRow> &rows) {
     std::vector<int> clocks(rows.size());
@@ -26,7 +26,7 @@ int lineOf(const std::vector<BarRow> &rows, qint64 time) {
 } // namespace
 
 MinuteBarImporter::MinuteBarImporter(CMarketStore &store, const ImportOptions &options)
-    : TableImporter(store, options, kReadingPart) {}
+    : TableImporter(store, options, kBarReadingPart) {}
 
 QString MinuteBarImporter::begin(const TableHeadings &headings) {
     mRows.clear();

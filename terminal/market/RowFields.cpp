@@ -63,6 +63,10 @@ QString RowFields::takeNumber(int column, const char *name, double &value) const
                        : QString();
 }
 
+QString fieldText(std::string_view field) {
+    return QString::fromUtf8(field.data(), static_cast<int>(field.size()));
+}
+
 QString shownText(std::string_view text) {
     constexpr size_t kMost = 40;
     QString all = QString::fromUtf8(text.data(), static_cast<int>(std::min(text.size(), kMost)));

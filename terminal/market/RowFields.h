@@ -25,6 +25,8 @@ private:
     std::vector<std::string_view> mFields;
 };
 
+/// A field, which is in UTF-8, as text.
+QString fieldText(std::string_view field);
 /// A text of a file as a message shows it: its first 40 bytes, what cannot be printed as "?".
 QString shownText(std::string_view text);
 

@@ -1,17 +1,11 @@
 #include "terminal/market/RowInstruments.h"
 
 #include "terminal/market/MarketSessions.h"
+#include "terminal/market/RowFields.h"
 
 #include <QFileInfo>
 
 namespace terminal {
-namespace {
-
-QString textOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
-
-} // namespace
 
 BarFault checkMarket(const ImportOptions &options) {
     if (options.market.isEmpty() || knownMarkets().contains(options.market)) {
@@ -31,7 +25,7 @@ BarFault RowInstruments::find(int line, std::string_view symbol, std::string_vie
         const auto known = mNumbers.constFind(mLast);
         if (known == mNumbers.constEnd()) {
             InstrumentName met;
-            const BarFault fault = name(line, readSymbol(textOf(symbol), textOf(exchange)), met);
+            const BarFault fault = name(line, readSymbol(fieldText(symbol), fieldText(exchange)), met);
             if (!fault.isNone()) {
                 return fault;
             }

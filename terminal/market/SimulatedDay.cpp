@@ -10,7 +10,6 @@
 namespace terminal {
 namespace {
 
-constexpr int kClose = 900; ///< 15:00, the last minute of ordinary trading of shares
 constexpr int kAfterHoursFrom = 906; ///< first minute of fixed-price trading that can have a deal
 constexpr double kLimitDayChance = 1.0 / 50.0;
 constexpr double kAuctionShare = 0.015; ///< of the day's volume, in the opening auction
@@ -88,9 +87,10 @@ private:
             addFlat(i, step(mInstrument.dayVolume * kAuctionShare * (0.5 + mRandom.uniform())));
         } else if (i >= mHaltFirst && i <= mHaltLast) {
             return;
-        } else if (isShare() && minute > kClose) {
+        } else if (isShare() && minute > kStockClose) {
             addAfterClose(i, minute);
-        } else if (hasClosingAuction(mInstrument.instrument) && minute >= kClose - 2 && minute < kClose) {
+        } else if (hasClosingAuction(mInstrument.instrument) && minute >= kStockClose - 2 &&
+                   minute < kStockClose) {
             addFlat(i, 0.0);
         } else if (chance >= mInstrument.quietShare) {
             addTraded(i);

@@ -8,6 +8,8 @@
 
 namespace terminal {
 
+constexpr int kStockClose = 900; ///< 15:00, the last minute of ordinary trading of shares
+
 /// Where a simulated day starts from.
 struct SimulatedDayInput {
     QDate day;

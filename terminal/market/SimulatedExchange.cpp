@@ -17,7 +17,6 @@ namespace terminal {
 namespace {
 
 constexpr auto kLookInterval = std::chrono::milliseconds(100);
-constexpr int kClose = 900; ///< 15:00
 constexpr int kAuction = 565; ///< 09:25, when the opening auction is matched
 
 quint64 tickSeed(const QString &key) {
@@ -26,7 +25,7 @@ quint64 tickSeed(const QString &key) {
 
 /// The bars of a day up to the close, or those after it.
 MinuteBars partOf(const MinuteBars &bars, const Instrument &instrument, int day, bool afterHours) {
-    const qint64 close = timeOf(dateOf(day), kClose);
+    const qint64 close = timeOf(dateOf(day), kStockClose);
     MinuteBars wanted;
     std::copy_if(bars.begin(), bars.end(), std::back_inserter(wanted), [&](const MinuteBar &bar) {
         return (instrument.hasAfterHours() && bar.time > close) == afterHours;

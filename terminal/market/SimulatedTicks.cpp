@@ -1,5 +1,6 @@
 #include "terminal/market/SimulatedTicks.h"
 
+#include "terminal/market/MarketDate.h"
 #include "terminal/market/SimulatedRandom.h"
 
 #include <algorithm>
@@ -8,8 +9,7 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kMinute = 60000;
-constexpr qint64 kAuctionLead = 5 * kMinute; ///< the auction is over five minutes before trading starts
+constexpr qint64 kAuctionLead = 5 * kMinuteLength; ///< the auction is over five minutes before trading starts
 constexpr int kMostTicks = 12;
 constexpr double kReviseChance = 1.0 / 60.0;
 constexpr double kLateChance = 1.0 / 60.0;
@@ -56,7 +56,7 @@ std::vector<SimulatedTick> ticksOfBar(const MinuteBars &day, size_t index, quint
     const int count = whole.volume > 0.0 ? 4 + random.below(kMostTicks - 3) : 1;
     std::vector<qint64> moments;
     for (int i = 0; i + 1 < count; ++i) {
-        moments.push_back(whole.time - kMinute + 1000LL * (1 + random.below(59))); // some share a moment
+        moments.push_back(whole.time - kMinuteLength + 1000LL * (1 + random.below(59))); // some share a moment
     }
     std::sort(moments.begin(), moments.end());
     moments.push_back(whole.time);
@@ -75,7 +75,7 @@ std::vector<SimulatedTick> ticksOfBar(const MinuteBars &day, size_t index, quint
         ticks.push_back({moments[static_cast<size_t>(i)],
                          asItStays ? whole : partialBar(whole, &day[index - 1], part, path, seen)});
         if (revised) {
-            ticks.push_back({whole.time + kMinute + random.below(120) * 1000LL, whole});
+            ticks.push_back({whole.time + kMinuteLength + random.below(120) * 1000LL, whole});
         }
     }
     return ticks;

@@ -8,9 +8,9 @@
 namespace terminal {
 namespace {
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("StoreSelfStocks", text);
-}
+struct SelfStockWords {
+    Q_DECLARE_TR_FUNCTIONS(StoreSelfStocks)
+};
 
 bool run(QSqlQuery &query, const QString &statement, const QVariantList &values) {
     bool good = query.prepare(statement);
@@ -46,7 +46,7 @@ QVector<QString> StoreSelfStocks::stocks(const QString &group) {
 
 QString StoreSelfStocks::addStocks(const QString &group, const QVector<QString> &keys) {
     if (group.trimmed().isEmpty()) {
-        return tr("列表要有名称");
+        return SelfStockWords::tr("列表要有名称");
     }
     return changeEach(
         group, keys,
@@ -78,7 +78,7 @@ QString StoreSelfStocks::changeEach(const QString &group, const QVector<QString>
         if (open) {
             query.exec(QStringLiteral("ROLLBACK"));
         }
-        return tr("列表“%1”没有改变：%2").arg(group, reason);
+        return SelfStockWords::tr("列表“%1”没有改变：%2").arg(group, reason);
     }
     if (mListener) {
         mListener();

@@ -29,7 +29,7 @@ const std::vector<KnownHeading<TickColumns>> &knownHeadings() {
 }
 
 /// What is missing, in the words of the file's kind.
-QString findMissing(const TickColumns &columns) {
+QString missingTickColumn(const TickColumns &columns) {
     const bool snapshots = columns.kind == ImportKind::Snapshots;
     if (columns.price < 0) {
         return QStringLiteral("no column \"price\", nor \"last\"");
@@ -72,7 +72,7 @@ QString recogniseTickColumns(const TableHeadings &headings, TickColumns &columns
         columns.volume = columns.totalVolume >= 0 ? columns.totalVolume : columns.volume;
         columns.amount = columns.totalAmount >= 0 ? columns.totalAmount : columns.amount;
     }
-    return findMissing(columns);
+    return missingTickColumn(columns);
 }
 
 } // namespace terminal

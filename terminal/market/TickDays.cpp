@@ -7,9 +7,6 @@
 namespace terminal {
 namespace {
 
-using Place = DaySessions::Place;
-
-constexpr int kMinute = 60000; ///< milliseconds
 constexpr int kTold = 4; ///< minutes after a close in which its trades are still told
 constexpr int kOpening = 60; ///< minutes before the first session in which an auction may be told
 constexpr int kReopening = 5; ///< minutes before another session
@@ -90,16 +87,16 @@ private:
 
     /// Whether a tick is the first one of another trading day than that of the tick before.
     bool startsDay(const PlacedTick &tick) {
-        const Place place = *mSessions.placeOf(tick.minute);
+        const DaySessions::Place place = *mSessions.placeOf(tick.minute);
         const bool sameDate = tick.date == mLastDate;
         bool starts = !mLastPlace;
         if (mLastPlace && tick.tradingDay != 0) {
             starts = tick.tradingDay != mLastTradingDay;
-        } else if (mLastPlace && place == Place::EveningBefore) {
-            starts = *mLastPlace != Place::EveningBefore || !sameDate;
-        } else if (mLastPlace && place == Place::OnDay) {
-            const bool afterNight =
-                *mLastPlace == Place::EveningBefore || *mLastPlace == Place::MorningAfterEvening;
+        } else if (mLastPlace && place == DaySessions::Place::EveningBefore) {
+            starts = *mLastPlace != DaySessions::Place::EveningBefore || !sameDate;
+        } else if (mLastPlace && place == DaySessions::Place::OnDay) {
+            const bool afterNight = *mLastPlace == DaySessions::Place::EveningBefore ||
+                                    *mLastPlace == DaySessions::Place::MorningAfterEvening;
             starts = !afterNight && !sameDate;
         }
         mLastPlace = place;
@@ -117,7 +114,7 @@ private:
     int mDayBefore = 0;
     qint64 mMidnight = 0;
     // Of the last tick that had a place:
-    std::optional<Place> mLastPlace;
+    std::optional<DaySessions::Place> mLastPlace;
     int mLastDate = 0;
     int mLastTradingDay = 0;
 };
@@ -125,7 +122,7 @@ private:
 } // namespace
 
 std::optional<int> minuteOfTick(const DaySessions &sessions, int milliseconds) {
-    const int minute = (milliseconds + kMinute - 1) / kMinute;
+    const int minute = (milliseconds + kMinuteLength - 1) / kMinuteLength;
     if (sessions.placeOf(minute)) {
         return minute;
     }

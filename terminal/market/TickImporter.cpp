@@ -8,7 +8,7 @@
 namespace terminal {
 namespace {
 
-constexpr double kReadingPart = 0.25; ///< of the whole work
+constexpr double kTickReadingPart = 0.25; ///< of the whole work
 constexpr int kTicksBetweenReports = 10000;
 
 /// Brings the figures of ticks into shares or contracts, and the money of trades that do not tell it to price by
@@ -36,7 +36,7 @@ double unitOf(const std::vector<PlacedTick> &ticks, const ImportOptions &options
 } // namespace
 
 TickImporter::TickImporter(CMarketStore &store, const ImportOptions &options)
-    : TableImporter(store, options, kReadingPart) {}
+    : TableImporter(store, options, kTickReadingPart) {}
 
 QString TickImporter::begin(const TableHeadings &headings) {
     mGroups.clear();

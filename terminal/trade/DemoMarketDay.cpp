@@ -7,7 +7,6 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kMinuteLength = 60000; ///< milliseconds
 constexpr int kAfterHours = 900; ///< minutes past this one are after-hours trading
 
 } // namespace

@@ -12,7 +12,6 @@ namespace terminal {
 namespace {
 
 constexpr quint64 kTradeSeed = 20260517;
-constexpr qint64 kMinuteLength = 60000; ///< milliseconds
 constexpr size_t kQuietStart = 3; ///< minutes without orders at both ends of the day
 constexpr size_t kSliceMinutes = 3; ///< a task places an order so often
 constexpr size_t kSliceLife = 2;

@@ -1,6 +1,7 @@
 #include "terminal/trade/TradeFigures.h"
 
 #include "host/records/Enumerations.h"
+#include "terminal/market/MarketDate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,14 +10,12 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kMinute = 60000;
-
 bool isPositive(double number) {
     return std::isfinite(number) && number > 0.0 && number < TC::kUnsetValue;
 }
 
 qint64 minuteEnd(qint64 time) {
-    return (time + kMinute - 1) / kMinute * kMinute;
+    return (time + kMinuteLength - 1) / kMinuteLength * kMinuteLength;
 }
 
 /// Adds one instrument's figures to the minutes, which have all of its own among them.

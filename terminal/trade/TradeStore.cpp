@@ -11,13 +11,13 @@
 namespace terminal {
 namespace {
 
-QVariant text(const std::string &utf8) {
+QVariant textValue(const std::string &utf8) {
     return QString::fromStdString(utf8);
 }
 
 /// A text that refers to another table: nothing when it is empty.
 QVariant reference(const std::string &utf8) {
-    return utf8.empty() ? QVariant(QVariant::String) : text(utf8);
+    return utf8.empty() ? QVariant(QVariant::String) : textValue(utf8);
 }
 
 QVariant reference(int number) {
@@ -68,7 +68,7 @@ void forget(Statements &statements, const TradeBatch &batch) {
         }
     }
     for (const TradeBatch::AccountDay &day : batch.forgottenDays) {
-        const QVariantList which{text(day.first), day.second};
+        const QVariantList which{textValue(day.first), day.second};
         for (const char *table : {"trade_deals", "trade_orders"}) {
             statements.run(QStringLiteral("DELETE FROM %1 WHERE account = ? AND day = ? AND source = 0")
                                .arg(QLatin1String(table)),
@@ -80,16 +80,17 @@ void forget(Statements &statements, const TradeBatch &batch) {
 }
 
 void put(Statements &statements, const TradeAccount &account) {
-    statements.run(QStringLiteral("INSERT INTO trade_accounts (id, name, type, source) VALUES (?, ?, ?, ?) "
-                                  "ON CONFLICT (id) DO UPDATE SET name = excluded.name, type = excluded.type, "
-                                  "source = min(source, excluded.source)"),
-                   {text(account.id), text(account.name), account.type, static_cast<int>(account.source)});
+    statements.run(
+        QStringLiteral("INSERT INTO trade_accounts (id, name, type, source) VALUES (?, ?, ?, ?) "
+                       "ON CONFLICT (id) DO UPDATE SET name = excluded.name, type = excluded.type, "
+                       "source = min(source, excluded.source)"),
+        {textValue(account.id), textValue(account.name), account.type, static_cast<int>(account.source)});
 }
 
 void putStrategy(Statements &statements, const std::string &strategy) {
     if (!strategy.empty()) {
         statements.run(QStringLiteral("INSERT OR IGNORE INTO trade_strategies (name) VALUES (?)"),
-                       {text(strategy)});
+                       {textValue(strategy)});
     }
 }
 
@@ -100,16 +101,16 @@ void put(Statements &statements, const TradeTask &task) {
             "INSERT INTO trade_tasks (id, account, day, strategy, command, status, start_time, end_time, "
             "cancel_time) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (id) DO UPDATE SET "
             "status = excluded.status, cancel_time = excluded.cancel_time"),
-        {task.id, text(task.account), task.day, reference(task.strategy), task.command, task.status, task.start,
-         task.end, task.cancelled});
+        {task.id, textValue(task.account), task.day, reference(task.strategy), task.command, task.status,
+         task.start, task.end, task.cancelled});
     for (size_t i = 0; i < task.items.size(); ++i) {
         const TradeTaskItem &item = task.items[i];
         statements.run(
             QStringLiteral("INSERT INTO trade_task_items (task, ordinal, market, code, operation, "
                            "price_type, price, quantity, finished) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) "
                            "ON CONFLICT (task, ordinal) DO UPDATE SET finished = excluded.finished"),
-            {task.id, static_cast<int>(i), text(item.market), text(item.code), static_cast<int>(item.operation),
-             item.priceType, item.price, item.quantity, item.finished});
+            {task.id, static_cast<int>(i), textValue(item.market), textValue(item.code),
+             static_cast<int>(item.operation), item.priceType, item.price, item.quantity, item.finished});
     }
 }
 
@@ -123,9 +124,9 @@ void put(Statements &statements, const TradeOrder &order) {
             "DO UPDATE SET day = excluded.day, instrument = excluded.instrument, time = excluded.time, "
             "direction = excluded.direction, price = excluded.price, volume = excluded.volume, "
             "traded = excluded.traded, status = excluded.status"),
-        {text(order.account), text(order.key), order.day, text(order.instrument), order.time, order.direction,
-         order.offset, order.price, order.volume, order.traded, order.status, reference(order.strategy),
-         order.command, reference(order.task), static_cast<int>(order.source)});
+        {textValue(order.account), textValue(order.key), order.day, textValue(order.instrument), order.time,
+         order.direction, order.offset, order.price, order.volume, order.traded, order.status,
+         reference(order.strategy), order.command, reference(order.task), static_cast<int>(order.source)});
 }
 
 void put(Statements &statements, const TradeDeal &deal) {
@@ -138,9 +139,9 @@ void put(Statements &statements, const TradeDeal &deal) {
             "DO UPDATE SET day = excluded.day, instrument = excluded.instrument, time = excluded.time, "
             "direction = excluded.direction, price = excluded.price, volume = excluded.volume, "
             "commission = excluded.commission"),
-        {text(deal.account), text(deal.key), reference(deal.order), deal.day, text(deal.instrument), deal.time,
-         deal.direction, deal.offset, deal.price, deal.volume, deal.commission, reference(deal.strategy),
-         deal.command, static_cast<int>(deal.source)});
+        {textValue(deal.account), textValue(deal.key), reference(deal.order), deal.day,
+         textValue(deal.instrument), deal.time, deal.direction, deal.offset, deal.price, deal.volume,
+         deal.commission, reference(deal.strategy), deal.command, static_cast<int>(deal.source)});
 }
 
 TradeTask taskOf(const QSqlQuery &row) {
@@ -242,11 +243,11 @@ QString TradeStore::write(const TradeBatch &batch) {
     for (const TradeCancel &cancel : batch.cancels) {
         statements.run(
             QStringLiteral("INSERT OR REPLACE INTO trade_cancels (task, day, time, text) VALUES (?, ?, ?, ?)"),
-            {cancel.task, cancel.day, cancel.time, text(cancel.text)});
+            {cancel.task, cancel.day, cancel.time, textValue(cancel.text)});
     }
     for (const TradeBatch::AccountDay &day : batch.finishedDays) {
         statements.run(QStringLiteral("INSERT OR IGNORE INTO trade_days (account, day) VALUES (?, ?)"),
-                       {text(day.first), day.second});
+                       {textValue(day.first), day.second});
     }
     statements.run(QStringLiteral("COMMIT"));
     if (statements.isGood()) {
@@ -311,7 +312,7 @@ std::vector<TradeCancel> TradeStore::cancels(int day) {
 
 std::set<int> TradeStore::finishedDays(const std::string &account) {
     return setOf<int>(mStore.connection(), QStringLiteral("SELECT day FROM trade_days WHERE account = ?"),
-                      {text(account)});
+                      {textValue(account)});
 }
 
 std::set<int> TradeStore::ownDaysFrom(const std::string &account, int day) {
@@ -320,7 +321,7 @@ std::set<int> TradeStore::ownDaysFrom(const std::string &account, int day) {
         QStringLiteral("SELECT day FROM trade_orders WHERE account = ? AND day >= ? AND source = 0 "
                        "UNION SELECT day FROM trade_tasks WHERE account = ? AND day >= ? "
                        "UNION SELECT day FROM trade_days WHERE account = ? AND day >= ?"),
-        {text(account), day, text(account), day, text(account), day});
+        {textValue(account), day, textValue(account), day, textValue(account), day});
 }
 
 } // namespace terminal

@@ -8,61 +8,62 @@
 namespace terminal {
 namespace {
 
-QString text(const char *source) {
-    return QCoreApplication::translate("TradeTexts", source);
-}
+struct TradeWords {
+    Q_DECLARE_TR_FUNCTIONS(TradeTexts)
+};
 
 } // namespace
 
 QString taskStatusText(int status) {
     switch (status) {
     case kvservice::eTaskWaiting:
-        return text("未开始");
+        return TradeWords::tr("未开始");
     case kvservice::eTaskRunning:
-        return text("执行中");
+        return TradeWords::tr("执行中");
     case kvservice::eTaskCancelled:
-        return text("已撤销");
+        return TradeWords::tr("已撤销");
     case kvservice::eTaskFinished:
-        return text("已完成");
+        return TradeWords::tr("已完成");
     case kvservice::eTaskExpired:
-        return text("已到期");
+        return TradeWords::tr("已到期");
     default:
-        return text("状态 %1").arg(status);
+        return TradeWords::tr("状态 %1").arg(status);
     }
 }
 
 QString priceTypeText(int priceType) {
-    return priceType == kvservice::eLimitPrice ? text("限价") : text("价格类型 %1").arg(priceType);
+    return priceType == kvservice::eLimitPrice ? TradeWords::tr("限价")
+                                               : TradeWords::tr("价格类型 %1").arg(priceType);
 }
 
 QString operationText(int operation) {
     switch (static_cast<kvservice::EOperationType>(operation)) {
     case kvservice::EOperationType::Buy:
-        return text("买入");
+        return TradeWords::tr("买入");
     case kvservice::EOperationType::Sell:
-        return text("卖出");
+        return TradeWords::tr("卖出");
     case kvservice::EOperationType::BuyByAmount:
-        return text("按金额买入");
+        return TradeWords::tr("按金额买入");
     default:
-        return text("操作 %1").arg(operation);
+        return TradeWords::tr("操作 %1").arg(operation);
     }
 }
 
 QString unitText(const Instrument *instrument, const QString &market) {
     if (!instrument) {
-        return isFuturesMarket(market) ? text("手") : text("股");
+        return isFuturesMarket(market) ? TradeWords::tr("手") : TradeWords::tr("股");
     }
     switch (instrument->kind) {
     case InstrumentKind::Future:
-        return text("手");
+        return TradeWords::tr("手");
     case InstrumentKind::Fund:
-        return text("份");
+        return TradeWords::tr("份");
     case InstrumentKind::ConvertibleBond:
-        return text("张");
+        return TradeWords::tr("张");
     case InstrumentKind::Stock:
     case InstrumentKind::Index:
     case InstrumentKind::SectorIndex:
-        return text("股");
+        return TradeWords::tr("股");
     }
     return {};
 }

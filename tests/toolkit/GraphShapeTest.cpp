@@ -71,7 +71,7 @@ TEST(GraphShape, WildPointsAndRectanglesShowNothing) {
     }
     for (const EVmGraphType type : {EVmGraphType::Segment, EVmGraphType::Line, EVmGraphType::Rectangle}) {
         for (const QLineF &line : outline(type, {{-1e308, -1e308}, {1e308, 1e308}})) {
-            EXPECT_TRUE(TC::isUsable(line.p1()) && TC::isUsable(line.p2()));
+            EXPECT_TRUE(TC::isFinitePoint(line.p1()) && TC::isFinitePoint(line.p2()));
         }
     }
     EXPECT_TRUE(outline(EVmGraphType::Segment, {{1, 1}, {2, 2}}, QRectF()).isEmpty());

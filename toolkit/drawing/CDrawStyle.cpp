@@ -36,7 +36,7 @@ bool isStickStyle(int style) {
 /// Pixels that a drawing reaches to either side of the column of a point; -1 for the whole rectangle, -2 when
 /// the style draws nothing.
 constexpr int kWholeRect = -1;
-constexpr int kNothing = -2;
+constexpr int kNoReach = -2;
 
 int reachOf(int style, const QRect &rect, int last) {
     const double step = stepOfAxis(rect, last);
@@ -72,7 +72,7 @@ int reachOf(int style, const QRect &rect, int last) {
     case eTextExStyle:
         return kWholeRect;
     default:
-        return kNothing;
+        return kNoReach;
     }
 }
 
@@ -157,9 +157,9 @@ bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, cons
 
 QRect CDrawStyle::touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last) {
     const SeriesLine points(series, line);
-    const int reach = points.isHidden() ? kNothing : reachOf(points.style(), rect, last);
+    const int reach = points.isHidden() ? kNoReach : reachOf(points.style(), rect, last);
     IndexSpan span = heldSpan(start, end, points.size(), last);
-    if (reach == kNothing || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
+    if (reach == kNoReach || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
         return {};
     }
     if (reach == kWholeRect) {

@@ -16,7 +16,7 @@ constexpr double kReach = 5.0; ///< pixels from a drawing that still hit it
 constexpr double kShortest = 3.0; ///< pixels that a drawing of two points spans at least
 constexpr double kHandleSize = 6.0; ///< pixels of the squares at the points of the selected drawing
 constexpr double kFarthest = 1e6; ///< pixels from the origin that a point may lie
-constexpr int kNothing = -1;
+constexpr int kNoIndex = -1;
 
 QPointF nowhere() {
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -45,7 +45,7 @@ QPointF DrawingLayer::toPixel(const QPointF &point) const {
 
 void DrawingLayer::setColor(const QString &color) {
     mColor = color;
-    if (mSelected != kNothing) {
+    if (mSelected != kNoIndex) {
         mGraphs[mSelected].mColor = color;
     }
 }
@@ -70,7 +70,7 @@ bool DrawingLayer::release(bson::BSONObj &made) {
 }
 
 bool DrawingLayer::removeSelected() {
-    if (mSelected == kNothing) {
+    if (mSelected == kNoIndex) {
         return false;
     }
     remove(mSelected);
@@ -97,7 +97,7 @@ void DrawingLayer::recalcValues() {
 
 void DrawingLayer::setGraphs(const bson::BSONObj &document) {
     if (graphsFromDocument(document, mGraphs)) {
-        mSelected = kNothing;
+        mSelected = kNoIndex;
         mAction = Action::None;
     }
 }
@@ -137,7 +137,7 @@ int DrawingLayer::pointAt(int graph, const QPointF &pixel) const {
             return i;
         }
     }
-    return kNothing;
+    return kNoIndex;
 }
 
 /// The newest drawing at a pixel.
@@ -147,7 +147,7 @@ int DrawingLayer::graphAt(const QPointF &pixel) const {
             return i;
         }
     }
-    return kNothing;
+    return kNoIndex;
 }
 
 /// The pixel of the drawings' rectangle next to one.
@@ -159,7 +159,7 @@ QPointF DrawingLayer::held(const QPointF &pixel) const {
 
 bool DrawingLayer::beginGraph(const QPointF &pixel) {
     const QPointF point = toLogical(pixel);
-    if (!isUsable(point) || mGraphs.size() >= kMostGraphs) {
+    if (!isFinitePoint(point) || mGraphs.size() >= kMostGraphs) {
         return false;
     }
     const int count = GraphShape::pointCount(mTool);
@@ -175,12 +175,12 @@ bool DrawingLayer::beginGraph(const QPointF &pixel) {
 
 bool DrawingLayer::grab(const QPointF &pixel) {
     mSelected = graphAt(pixel);
-    if (mSelected == kNothing) {
+    if (mSelected == kNoIndex) {
         return false;
     }
     mPixels = mBefore = pixelsOf(mSelected);
     mPoint = pointAt(mSelected, pixel);
-    mAction = mPoint == kNothing ? Action::MoveAll : Action::MovePoint;
+    mAction = mPoint == kNoIndex ? Action::MoveAll : Action::MovePoint;
     mMoved = false;
     mGrabbed = pixel;
     return true;
@@ -210,7 +210,7 @@ void DrawingLayer::takeValues() {
             points[i] = isOnScreen(mPixels[i]) ? toLogical(mPixels[i]) : nowhere();
         }
     }
-    if (std::all_of(points.cbegin(), points.cend(), isUsable)) {
+    if (std::all_of(points.cbegin(), points.cend(), isFinitePoint)) {
         mGraphs[mSelected].mPoints = points;
     }
 }
@@ -223,7 +223,7 @@ bool DrawingLayer::isTooShort() const {
 
 void DrawingLayer::remove(int graph) {
     mGraphs.remove(graph);
-    mSelected = kNothing;
+    mSelected = kNoIndex;
     mAction = Action::None;
 }
 

@@ -34,7 +34,7 @@ void appendClipped(const QPointF &first, const QPointF &second, double from, dou
     }
     const QPointF start(first.x() + from * dx, first.y() + from * dy);
     const QPointF end(first.x() + to * dx, first.y() + to * dy);
-    if (from <= to && isUsable(start) && isUsable(end)) {
+    if (from <= to && isFinitePoint(start) && isFinitePoint(end)) {
         segments.append(QLineF(start, end));
     }
 }
@@ -62,7 +62,7 @@ QVector<bson::BSONObj> elements(const bson::BSONObj &list) {
 
 } // namespace
 
-bool isUsable(const QPointF &point) {
+bool isFinitePoint(const QPointF &point) {
     return std::fabs(point.x()) < kUnsetValue && std::fabs(point.y()) < kUnsetValue;
 }
 
@@ -96,7 +96,7 @@ int GraphShape::pointCount(EVmGraphType type) {
 
 QVector<QLineF> GraphShape::outline(EVmGraphType type, const QVector<QPointF> &pixels, const QRectF &rect) {
     QVector<QLineF> segments;
-    const bool usable = std::all_of(pixels.cbegin(), pixels.cend(), isUsable);
+    const bool usable = std::all_of(pixels.cbegin(), pixels.cend(), isFinitePoint);
     if (!usable || rect.isEmpty() || pixels.size() != pointCount(type) || pixels.isEmpty()) {
         return segments;
     }
@@ -160,7 +160,7 @@ GraphShape GraphShape::fromDocument(const bson::BSONObj &document) {
     for (const bson::BSONObj &point : elements(document.getObject("points"))) {
         graph.mPoints.append(QPointF(point.getNumber("index"), point.getNumber("value")));
     }
-    const bool usable = std::all_of(graph.mPoints.cbegin(), graph.mPoints.cend(), isUsable);
+    const bool usable = std::all_of(graph.mPoints.cbegin(), graph.mPoints.cend(), isFinitePoint);
     if (graph.mPoints.isEmpty() || graph.mPoints.size() != pointCount(graph.mType) || !usable ||
         !(graph.mColor.isEmpty() || isColor(graph.mColor))) {
         throw bson::BSONError("not a drawing");

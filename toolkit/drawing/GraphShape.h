@@ -33,7 +33,7 @@ struct GraphShape {
 };
 
 /// Whether a point is finite and no coordinate is unset.
-bool isUsable(const QPointF &point);
+bool isFinitePoint(const QPointF &point);
 
 /// Distance of a point from the nearest of the segments; infinite when there are none.
 double distanceTo(const QVector<QLineF> &segments, const QPointF &point);

@@ -31,7 +31,7 @@ std::string timeText(qint64 milliseconds) {
 }
 
 /// Shortest digits that read back as the same number.
-std::string numberText(double value) {
+std::string shortestDigits(double value) {
     if (!std::isfinite(value) || value == kUnsetValue) {
         return {};
     }
@@ -72,7 +72,8 @@ std::string rowText(const se::RPCFormulaResult &result, const se::RPCFormulaMeta
         if (point >= result.mTimes.size()) {
             continue;
         }
-        const std::string value = hasValue(result, line, point) ? numberText(result.mValues[line][point]) : "";
+        const std::string value =
+            hasValue(result, line, point) ? shortestDigits(result.mValues[line][point]) : "";
         const std::string words = cellText(elementAt(result.mTexts, line, point));
         text += value + (value.empty() || words.empty() ? "" : " ") + words;
     }

@@ -15,7 +15,6 @@ constexpr int kLongest = 256; ///< characters of a text that is worth composing
 constexpr int kMostGlyphs = 1024;
 constexpr int kMostSteps = 16384;
 constexpr qreal kNoStep = -1.0;
-constexpr qreal kSteps = 64.0; ///< parts of a pixel that Qt counts in when it lays texts out
 
 /// Whether a character stands for itself wherever it is in a line.
 bool isPlain(QChar character) {
@@ -113,7 +112,7 @@ QPointF GlyphLine::originIn(const QRect &rect, Qt::Alignment alignment) const {
     }
     const qreal spare = rect.width() - advance;
     const qreal left = alignment & Qt::AlignRight ? spare : alignment & Qt::AlignHCenter ? spare / 2 : 0;
-    return {std::trunc((rect.x() + left) * kSteps) / kSteps,
+    return {std::trunc((rect.x() + left) * kPlaceSteps) / kPlaceSteps,
             rect.y() + (rect.height() - (ascent + descent)) / 2 + ascent};
 }
 

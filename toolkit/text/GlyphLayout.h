@@ -12,6 +12,8 @@ class QRect;
 
 namespace GZ {
 
+constexpr int kPlaceSteps = 64; ///< parts of a pixel that Qt counts places in when it lays texts out
+
 /// A character by itself. Lengths are in pixels.
 struct Glyph {
     int font = -1; ///< in the layout's table; negative for a character that needs shaping

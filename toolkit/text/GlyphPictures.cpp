@@ -11,13 +11,12 @@ namespace GZ {
 namespace {
 
 constexpr int kPhases = 4; ///< parts of a device pixel that Qt places glyphs at
-constexpr int kSteps = 64; ///< parts that it counts places in
 constexpr int kBlock = 4; ///< pixels that are copied at a time
 constexpr int kPixel = sizeof(QRgb);
 
 /// A place in phases, as Qt cuts it.
 int placeOf(qreal x, qreal ratio) {
-    return static_cast<int>(x * ratio * kSteps) / (kSteps / kPhases);
+    return static_cast<int>(x * ratio * kPlaceSteps) / (kPlaceSteps / kPhases);
 }
 
 const QRgb *rowOf(const QImage &image, int y) {

@@ -1,8 +1,8 @@
 #include "host/toolkit/CUiResource.h"
 
 #include "toolkit/theme/ThemeTable.h"
+#include "toolkit/theme/ThemeWords.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
@@ -19,10 +19,6 @@ namespace {
 
 using Table = std::shared_ptr<const ThemeTable>;
 
-QString say(const char *text) {
-    return QCoreApplication::translate("GZ::Theme", text);
-}
-
 /// The default one first.
 QStringList builtInThemes() {
     return {QStringLiteral("dark"), QStringLiteral("light")};
@@ -36,12 +32,12 @@ QString builtInPath(const QString &name) {
 bool readFile(const QString &path, ThemeTable &table, QString *error) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "打不开主题文件“%1”：%2")).arg(path, file.errorString());
+        *error = ThemeWords::tr("打不开主题文件“%1”：%2").arg(path, file.errorString());
         return false;
     }
     QString reason;
     if (!table.read(file.readAll(), &reason)) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "主题文件“%1”：%2")).arg(path, reason);
+        *error = ThemeWords::tr("主题文件“%1”：%2").arg(path, reason);
         return false;
     }
     return true;
@@ -121,7 +117,7 @@ bool CUiResource::Private::load(const QString &nameOrPath, QString *error) {
     const QString base = builtInThemes().first();
     const bool builtIn = builtInThemes().contains(nameOrPath);
     if (!builtIn && !QFile::exists(nameOrPath)) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "没有名为“%1”的主题，也没有这个文件。内置主题：%2"))
+        *error = ThemeWords::tr("没有名为“%1”的主题，也没有这个文件。内置主题：%2")
                      .arg(nameOrPath, builtInThemes().join(QStringLiteral("、")));
         return false;
     }

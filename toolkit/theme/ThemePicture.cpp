@@ -1,7 +1,8 @@
 #include "toolkit/theme/ThemePicture.h"
 
+#include "toolkit/theme/ThemeWords.h"
+
 #include <QColor>
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QPainter>
 #include <QPainterPath>
@@ -13,10 +14,6 @@ namespace GZ {
 namespace {
 
 constexpr int kLargestSide = 512;
-
-QString say(const char *text) {
-    return QCoreApplication::translate("GZ::Theme", text);
-}
 
 bool readNumbers(const QJsonValue &list, QVector<qreal> &numbers) {
     for (const QJsonValue &entry : list.toArray()) {
@@ -113,7 +110,7 @@ QImage ThemePicture::render(const QJsonObject &description, int ratio, QString *
     const int width = description.value(QStringLiteral("width")).toInt();
     const int height = description.value(QStringLiteral("height")).toInt();
     if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "“width”和“height”应为1到512的整数"));
+        *error = ThemeWords::tr("“width”和“height”应为1到512的整数");
         return {};
     }
     QImage image(width * ratio, height * ratio, QImage::Format_ARGB32_Premultiplied);
@@ -124,7 +121,7 @@ QImage ThemePicture::render(const QJsonObject &description, int ratio, QString *
     const QJsonArray shapes = description.value(QStringLiteral("shapes")).toArray();
     for (int i = 0; i < shapes.size(); ++i) {
         if (!drawShape(painter, shapes[i].toObject())) {
-            *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "第%1个图形无法识别")).arg(i + 1);
+            *error = ThemeWords::tr("第%1个图形无法识别").arg(i + 1);
             return {};
         }
     }

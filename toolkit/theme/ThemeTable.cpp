@@ -1,8 +1,8 @@
 #include "toolkit/theme/ThemeTable.h"
 
 #include "toolkit/theme/ThemePicture.h"
+#include "toolkit/theme/ThemeWords.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,15 +10,11 @@
 namespace GZ {
 namespace {
 
-QString say(const char *text) {
-    return QCoreApplication::translate("GZ::Theme", text);
-}
-
 /// A section of a theme file; one that is left out is empty.
 bool section(const QJsonObject &theme, const QString &name, QJsonObject &entries, QString *error) {
     const QJsonValue value = theme.value(name);
     if (!value.isUndefined() && !value.isObject()) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "“%1”应为一个对象")).arg(name);
+        *error = ThemeWords::tr("“%1”应为一个对象").arg(name);
         return false;
     }
     entries = value.toObject();
@@ -40,13 +36,12 @@ bool ThemeTable::read(const QByteArray &json, QString *error) {
     QJsonParseError parsed;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parsed);
     if (parsed.error != QJsonParseError::NoError) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "不是有效的JSON（第%1个字节处：%2）"))
-                     .arg(parsed.offset)
-                     .arg(parsed.errorString());
+        *error =
+            ThemeWords::tr("不是有效的JSON（第%1个字节处：%2）").arg(parsed.offset).arg(parsed.errorString());
         return false;
     }
     if (!document.isObject()) {
-        *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "最外层应为一个对象"));
+        *error = ThemeWords::tr("最外层应为一个对象");
         return false;
     }
     const QJsonObject theme = document.object();
@@ -62,8 +57,7 @@ bool ThemeTable::read(const QByteArray &json, QString *error) {
 bool ThemeTable::readColors(const QJsonObject &colors, QString *error) {
     for (auto entry = colors.begin(); entry != colors.end(); ++entry) {
         if (!readThemeColor(entry.value().toString(), mColors[entry.key()])) {
-            *error =
-                say(QT_TRANSLATE_NOOP("GZ::Theme", "颜色“%1”应写作“#rrggbb”或“#aarrggbb”")).arg(entry.key());
+            *error = ThemeWords::tr("颜色“%1”应写作“#rrggbb”或“#aarrggbb”").arg(entry.key());
             return false;
         }
     }
@@ -82,11 +76,9 @@ bool ThemeTable::readFonts(const QJsonObject &fonts, QString *error) {
         const bool sized = font.mPixelSize >= 1 && font.mPixelSize <= 200;
         const bool weighted = font.mWeight >= 1 && font.mWeight <= 99;
         if (font.mFamilies.isEmpty() || font.mFamilies.contains(QString()) || !sized || !weighted) {
-            *error =
-                say(QT_TRANSLATE_NOOP(
-                        "GZ::Theme",
-                        "字体“%1”需要“families”（字体名列表）、“pixelSize”（1到200）和可选的“weight”（1到99）"))
-                    .arg(entry.key());
+            *error = ThemeWords::tr(
+                         "字体“%1”需要“families”（字体名列表）、“pixelSize”（1到200）和可选的“weight”（1到99）")
+                         .arg(entry.key());
             return false;
         }
         mFonts.insert(entry.key(), font);
@@ -102,7 +94,7 @@ bool ThemeTable::readImages(const QJsonObject &images, QString *error) {
         image.mNormal = ThemePicture::render(description, 1, &reason);
         image.mDouble = ThemePicture::render(description, 2, &reason);
         if (image.mNormal.isNull() || image.mDouble.isNull()) {
-            *error = say(QT_TRANSLATE_NOOP("GZ::Theme", "图像“%1”：%2")).arg(entry.key(), reason);
+            *error = ThemeWords::tr("图像“%1”：%2").arg(entry.key(), reason);
             return false;
         }
         mImages.insert(entry.key(), image);

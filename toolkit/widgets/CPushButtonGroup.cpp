@@ -11,7 +11,7 @@
 namespace GZ {
 namespace {
 
-constexpr int kHeight = 24;
+constexpr int kGroupHeight = 24;
 
 /// The lines around and between the buttons, through which the mouse falls.
 class GroupFrame : public QWidget {
@@ -94,7 +94,7 @@ void CPushButtonGroup::setBackgroundKeys(const QString &prefix) {
 }
 
 QSize CPushButtonGroup::sizeHint() const {
-    return {std::accumulate(mWidths.begin(), mWidths.end(), 0), kHeight};
+    return {std::accumulate(mWidths.begin(), mWidths.end(), 0), kGroupHeight};
 }
 
 void CPushButtonGroup::resizeEvent(QResizeEvent *event) {

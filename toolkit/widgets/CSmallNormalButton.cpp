@@ -6,8 +6,8 @@
 namespace GZ {
 namespace {
 
-constexpr int kTextMargin = 8; ///< on each side of the text
-constexpr int kHeight = 20;
+constexpr int kButtonTextMargin = 8; ///< on each side of the text
+constexpr int kSmallButtonHeight = 20;
 constexpr std::array<const char *, 4> kKeyEnds = {"nomal", "hover", "press", "disable"}; ///< by EState
 
 } // namespace
@@ -33,7 +33,7 @@ void CSmallNormalButton::setBackgroundKeys(const QString &prefix) {
 }
 
 QSize CSmallNormalButton::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + 2 * kTextMargin, kHeight};
+    return {fontMetrics().horizontalAdvance(text()) + 2 * kButtonTextMargin, kSmallButtonHeight};
 }
 
 CSmallNormalButton::EState CSmallNormalButton::state() const {

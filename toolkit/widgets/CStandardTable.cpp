@@ -27,7 +27,7 @@ constexpr int kRowHeight = 22;
 constexpr int kHighRowHeight = 32;
 constexpr int kHeaderHeight = 24;
 constexpr int kNarrowest = 20; ///< column
-constexpr int kTextMargin = 12; ///< on both sides of a text together
+constexpr int kCellTextMargins = 12; ///< on both sides of a text together
 constexpr int kSortArrow = 14;
 constexpr int kPlacement = Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask;
 const QString kSort = QStringLiteral("sort");
@@ -306,13 +306,13 @@ void CStandardTable::contextMenuEvent(QContextMenuEvent *event) {
 // Widths
 
 int CStandardTable::neededWidth(int column) const {
-    int width = fontMetrics().horizontalAdvance(mColumns->heading(column)) + kTextMargin + kSortArrow;
+    int width = fontMetrics().horizontalAdvance(mColumns->heading(column)) + kCellTextMargins + kSortArrow;
     const int first = std::max(rowAt(0), 0);
     const int last = rowAt(viewport()->height() - 1);
     for (int row = first; row <= (last < 0 ? rowCount() - 1 : last); ++row) {
         const QWidget *holder = cellWidget(row, column);
         const int needed = holder ? holder->sizeHint().width()
-                                  : fontMetrics().horizontalAdvance(textAt(row, column)) + kTextMargin;
+                                  : fontMetrics().horizontalAdvance(textAt(row, column)) + kCellTextMargins;
         width = std::max(width, needed);
     }
     return width;

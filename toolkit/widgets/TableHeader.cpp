@@ -8,12 +8,12 @@
 namespace GZ {
 namespace {
 
-constexpr int kTextMargin = 4;
+constexpr int kHeadingMargin = 4;
 constexpr int kArrowHalf = 4; ///< half the width of the arrow, which is as high
 
 /// Points up for ascending rows.
 void drawArrow(QPainter &painter, const QRect &rect, bool up) {
-    const int middle = rect.right() - kTextMargin - kArrowHalf;
+    const int middle = rect.right() - kHeadingMargin - kArrowHalf;
     const int base = rect.center().y() + (up ? kArrowHalf / 2 : -kArrowHalf / 2);
     const int tip = base + (up ? -kArrowHalf : kArrowHalf);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -29,8 +29,8 @@ void TableHeader::paintSection(QPainter *painter, const QRect &rect, int column)
     painter->fillRect(rect, themeColor("clr_table_header_bg"));
     painter->fillRect(rect.right(), rect.top(), 1, rect.height(), themeColor("clr_dialog_border"));
     painter->fillRect(rect.left(), rect.bottom(), rect.width(), 1, themeColor("clr_dialog_border"));
-    const int arrow = isSorted ? 2 * kArrowHalf + kTextMargin : 0;
-    const QRect place = rect.adjusted(kTextMargin, 0, -kTextMargin - arrow, -1);
+    const int arrow = isSorted ? 2 * kArrowHalf + kHeadingMargin : 0;
+    const QRect place = rect.adjusted(kHeadingMargin, 0, -kHeadingMargin - arrow, -1);
     painter->setPen(themeColor(isSorted ? "clr_text_default" : "clr_table_header_text"));
     const QString text = model()->headerData(column, Qt::Horizontal).toString();
     painter->drawText(place, Qt::AlignCenter,

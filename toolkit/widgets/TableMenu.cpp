@@ -15,10 +15,6 @@
 namespace GZ {
 namespace {
 
-QString tr(const char *text) {
-    return CStandardTable::tr(text);
-}
-
 QList<int> selectedRows(const CStandardTable &table) {
     QList<int> rows;
     for (const QModelIndex &index : table.selectionModel()->selectedRows()) {
@@ -67,17 +63,18 @@ void addCopyEntries(QMenu &menu, CStandardTable &table, const ColumnLayout &colu
     };
     const QString cell = table.textAt(table.rowAt(at.y()), table.columnAt(at.x()));
     const bool hasRows = table.rowCount() > 0;
-    add(CStandardTable::eCopyCell, tr("复制单元格"), !cell.isEmpty(), [=] { toClipboard(cell); });
-    add(CStandardTable::eCopyRows, tr("复制选中行"), !selectedRows(table).isEmpty(),
+    add(CStandardTable::eCopyCell, CStandardTable::tr("复制单元格"), !cell.isEmpty(),
+        [=] { toClipboard(cell); });
+    add(CStandardTable::eCopyRows, CStandardTable::tr("复制选中行"), !selectedRows(table).isEmpty(),
         [=, &table] { toClipboard(copied(selectedRows(table))); });
-    add(CStandardTable::eCopyAll, tr("复制全部"), hasRows,
+    add(CStandardTable::eCopyAll, CStandardTable::tr("复制全部"), hasRows,
         [=, &table] { toClipboard(copied(allRows(table))); });
-    add(CStandardTable::eSelectAll, tr("全选"),
+    add(CStandardTable::eSelectAll, CStandardTable::tr("全选"),
         hasRows && table.selectionMode() != QAbstractItemView::NoSelection, [&table] { table.selectAll(); });
 }
 
 void addShowColumns(QMenu &menu, CStandardTable &table, const ColumnLayout &columns) {
-    QMenu *shown = menu.addMenu(tr("显示列"));
+    QMenu *shown = menu.addMenu(CStandardTable::tr("显示列"));
     for (int column = 0; column < table.columnCount(); ++column) {
         QAction *entry = shown->addAction(columns.heading(column));
         entry->setCheckable(true);
@@ -94,7 +91,7 @@ void addColumnEntries(QMenu &menu, CStandardTable &table, ColumnLayout &columns,
     }
     menu.addSeparator();
     if (entries & CStandardTable::eFitColumns) {
-        menu.addAction(tr("自动列宽"), &table, [&table, &columns] {
+        menu.addAction(CStandardTable::tr("自动列宽"), &table, [&table, &columns] {
             columns.forgetSized();
             table.adjustVisibleRowsColumnWidth();
         });
@@ -103,11 +100,12 @@ void addColumnEntries(QMenu &menu, CStandardTable &table, ColumnLayout &columns,
         addShowColumns(menu, table, columns);
     }
     if ((entries & CStandardTable::eUnsorted) && (table.getFlags() & CStandardTable::eSort)) {
-        menu.addAction(tr("取消排序"), &table, [&table] { table.sortRows(-1, Qt::AscendingOrder); })
+        menu.addAction(CStandardTable::tr("取消排序"), &table,
+                       [&table] { table.sortRows(-1, Qt::AscendingOrder); })
             ->setEnabled(table.horizontalHeader()->isSortIndicatorShown());
     }
     if (entries & CStandardTable::eDefaultLayout) {
-        menu.addAction(tr("恢复缺省布局"), &table, [&table] {
+        menu.addAction(CStandardTable::tr("恢复缺省布局"), &table, [&table] {
             table.restoreDefaultLayout();
             table.adjustVisibleRowsColumnWidth();
         });

@@ -21,7 +21,7 @@ namespace TC {
 namespace {
 
 constexpr int kHeight = 24; ///< pixels of the bar
-constexpr int kMargin = 4;
+constexpr int kEntryMargin = 4;
 constexpr int kPadding = 8; ///< pixels on each side of a button's text
 constexpr int kMoreWidth = 24;
 CIndexTemplateManager &manager() {
@@ -45,7 +45,7 @@ CIndexModelWidget::CIndexModelWidget(QWidget *parent) : CBaseWidget(parent), mMo
 }
 
 QSize CIndexModelWidget::getSize() const {
-    const int wide = std::accumulate(mEntries.begin(), mEntries.end(), 2 * kMargin,
+    const int wide = std::accumulate(mEntries.begin(), mEntries.end(), 2 * kEntryMargin,
                                      [](int sum, const Entry &entry) { return sum + entry.mButton->width(); });
     return {wide, kHeight};
 }
@@ -90,13 +90,13 @@ void CIndexModelWidget::rebuild() {
 
 void CIndexModelWidget::resizeLayout() {
     const int needed = getSize().width();
-    int room = width() - kMargin;
+    int room = width() - kEntryMargin;
     mMore->setVisible(needed > width());
     if (needed > width()) {
         room -= kMoreWidth;
         mMore->setGeometry(room, 0, kMoreWidth, height());
     }
-    int x = kMargin;
+    int x = kEntryMargin;
     bool fits = true;
     for (const Entry &entry : mEntries) {
         fits = fits && x + entry.mButton->width() <= room;

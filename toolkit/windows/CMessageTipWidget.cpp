@@ -8,7 +8,7 @@
 namespace TC {
 namespace {
 
-constexpr int kMargin = 4; ///< pixels beside the text
+constexpr int kTipMargin = 4; ///< pixels beside the text
 
 } // namespace
 
@@ -37,7 +37,7 @@ void CMessageTipWidget::paintEvent(QPaintEvent *) {
     painter.setPen(GZ::themeColor("ic_clr_highlight_widget_frame"));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     painter.setPen(GZ::themeColor("clr_menu_text"));
-    const QRect place = rect().adjusted(kMargin, 0, -kMargin, 0);
+    const QRect place = rect().adjusted(kTipMargin, 0, -kTipMargin, 0);
     painter.drawText(place, Qt::AlignCenter,
                      painter.fontMetrics().elidedText(toolTip(), Qt::ElideRight, place.width()));
 }

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kHeadingHeight = 22;
 constexpr int kRowHeight = 20;
-constexpr int kMargin = 6; ///< pixels beside the text of a cell
+constexpr int kCellMargin = 6; ///< pixels beside the text of a cell
 
 struct Column {
     const char *heading;
@@ -43,7 +43,7 @@ QString quantityText(double quantity) {
 QRect cellOf(size_t column, int width, int y, int height) {
     const int left = column == 0 ? 0 : static_cast<int>(kColumns[column - 1].right * width);
     const int right = static_cast<int>(kColumns[column].right * width);
-    return {left + kMargin, y, right - left - 2 * kMargin, height};
+    return {left + kCellMargin, y, right - left - 2 * kCellMargin, height};
 }
 
 } // namespace
