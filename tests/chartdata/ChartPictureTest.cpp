@@ -10,8 +10,6 @@ using namespace TC;
 namespace tests {
 namespace {
 
-const QRect kPane(0, 0, 300, 200);
-
 class Picture : public PartsFixture {
 protected:
     Picture() {

@@ -2,6 +2,8 @@
 
 #include "tests/chartdata/ChartDataFixture.h"
 
+#include "tests/support/Numbers.h"
+
 #include <QImage>
 #include <QPainter>
 
@@ -10,9 +12,6 @@
 
 namespace tests {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 class HostileResults : public ChartData {
 protected:
@@ -25,7 +24,7 @@ protected:
         return made;
     }
     double number() {
-        const double odd[] = {kNan, kInfinite, -kInfinite, TC::kUnsetValue, -TC::kUnsetValue,
+        const double odd[] = {kNaN, kInfinity, -kInfinity, TC::kUnsetValue, -TC::kUnsetValue,
                               0.0,  -1.0,      1e-300};
         return random(3) == 0 ? odd[random(8)] : 10.0 + static_cast<double>(random(100)) / 50.0;
     }
@@ -174,9 +173,9 @@ TEST_F(HostileResults, OverlayLongerThanTheMainSeriesWithFewerLinesIsAligned) {
 
 TEST_F(HostileResults, NumbersThatAreNoneAreStoredAsTheyCome) {
     auto data = requested();
-    history(*data, key("SH600000"), makeResult(minuteTimes(kDay, 570, 2), {10, kInfinite}));
-    point(*data, key("SH600000"), makePoint(minuteTime(kDay, 572), {kNan, kNan}));
-    EXPECT_EQ(series(*data, key("SH600000")).mValues[0][1], kInfinite);
+    history(*data, key("SH600000"), makeResult(minuteTimes(kDay, 570, 2), {10, kInfinity}));
+    point(*data, key("SH600000"), makePoint(minuteTime(kDay, 572), {kNaN, kNaN}));
+    EXPECT_EQ(series(*data, key("SH600000")).mValues[0][1], kInfinity);
     EXPECT_TRUE(std::isnan(series(*data, key("SH600000")).mValues[0][2]));
     EXPECT_EQ(mEvents.all().back().text, "nan");
 }

@@ -1,15 +1,17 @@
 #include "tests/chartdata/LinkageFixture.h"
 
+#include "tests/support/Numbers.h"
+
 #include <climits>
 #include <cmath>
-#include <limits>
 
 using namespace TC;
+using tests::kInfinity;
+using tests::kNaN;
 
 namespace {
 
-const double kInfinity = std::numeric_limits<double>::infinity();
-const double kNoPrices[] = {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN(), kUnsetValue};
+const double kNoPrices[] = {kInfinity, -kInfinity, kNaN, kUnsetValue};
 
 class LinkageBadInput : public tests::LinkageFixture {
 protected:

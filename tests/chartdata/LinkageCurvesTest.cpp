@@ -1,11 +1,12 @@
 #include "tests/chartdata/LinkageFixture.h"
 
 #include "host/toolkit/CUiResource.h"
+#include "tests/support/Numbers.h"
 
 #include <cmath>
-#include <limits>
 
 using namespace TC;
+using tests::kInfinity;
 
 namespace {
 
@@ -151,7 +152,6 @@ TEST_F(LinkageCurves, AccountViewHasNoCurves) {
 TEST_F(LinkageCurves, WhatIsNoNumberIsLeftOut) {
     show({3, 5, 6});
     mHost.mClock.mNow.setTime(QTime(9, 30));
-    const double kInfinity = std::numeric_limits<double>::infinity();
     mHost.mLinkage.mAmounts = {
         {590, {std::nan(""), kInfinity}}, {600, {100.0, 0.0}}, {610, {kUnsetValue, 0.0}}, {630, {300.0, 0.0}}};
     mHost.mLinkage.mProfits = {{600, -100.0}, {610, std::nan("")}, {630, 100.0}, {640, -kInfinity}};

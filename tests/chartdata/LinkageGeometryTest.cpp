@@ -1,15 +1,17 @@
 #include "chartdata/LinkageGeometry.h"
 
 #include "host/records/Enumerations.h"
+#include "tests/support/Numbers.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
-#include <limits>
 
 namespace TC {
 namespace {
+
+using tests::kInfinity;
 
 TEST(LinkageGeometry, NightIsTradedBeforeTheDayThatItBelongsTo) {
     const int times[] = {1260, 1320, 1440, 1, 150, 541, 900}; // 21:00 to 15:00
@@ -103,8 +105,8 @@ TEST(LinkageGeometry, CurveRowOfARangeWithoutHeightIsTheMiddle) {
 
 TEST(LinkageGeometry, CurveRowOfNoNumberIsTheBottom) {
     EXPECT_EQ(curveRow(std::nan(""), {0.0, 1.0}, 400), 400);
-    EXPECT_EQ(curveRow(std::numeric_limits<double>::infinity(), {0.0, 1.0}, 400), 400);
-    EXPECT_EQ(curveRow(1.0, {0.0, std::numeric_limits<double>::infinity()}, 400), 400);
+    EXPECT_EQ(curveRow(kInfinity, {0.0, 1.0}, 400), 400);
+    EXPECT_EQ(curveRow(1.0, {0.0, kInfinity}, 400), 400);
 }
 
 TEST(LinkageGeometry, TotalScaleRunsFromTheFirstToTheLastAmounts) {
@@ -153,7 +155,6 @@ TEST(LinkageGeometry, NegativeBalancesDoNotWidenTheRange) {
 }
 
 TEST(LinkageGeometry, WhatIsNoNumberCountsForNoRange) {
-    const double kInfinity = std::numeric_limits<double>::infinity();
     const double kNone = std::nan("");
     const CurveScale total = totalAmountScale(
         {{570, {kNone, kInfinity}}, {571, {100.0, 0.0}}, {572, {kUnsetValue, 50.0}}, {573, {300.0, kNone}}});

@@ -13,7 +13,7 @@ namespace tests {
 namespace {
 
 constexpr int kCharts = 40;
-constexpr int kSteps = 70;
+constexpr int kMergeSteps = 70;
 
 QJsonArray toJson(const se::TimePosition &time) {
     return {double(time.first), double(time.second)};
@@ -108,7 +108,7 @@ TEST_F(MergeReference, RandomResultsLeaveTheSeriesOfTheReference) {
         QMap<QString, Times> stored;
         QJsonArray operations;
         QJsonArray left;
-        for (int step = 0; step < kSteps; ++step) {
+        for (int step = 0; step < kMergeSteps; ++step) {
             const QStringList names = keys.keys();
             QString name = names[random(names.size())];
             const int kind = random(12);
@@ -173,8 +173,8 @@ TEST_F(MergeReference, RandomResultsLeaveTheSeriesOfTheReference) {
     ASSERT_EQ(answers.size(), kCharts);
     for (int chart = 0; chart < kCharts; ++chart) {
         const QJsonArray expected = answers[chart].toArray();
-        ASSERT_EQ(expected.size(), kSteps);
-        for (int step = 0; step < kSteps; ++step) {
+        ASSERT_EQ(expected.size(), kMergeSteps);
+        for (int step = 0; step < kMergeSteps; ++step) {
             const auto text = [](const QJsonValue &value) {
                 return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact).toStdString();
             };

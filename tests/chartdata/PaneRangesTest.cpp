@@ -5,8 +5,6 @@ using namespace TC;
 namespace tests {
 namespace {
 
-const QRect kPane(0, 0, 300, 200);
-
 class Ranges : public PartsFixture {
 protected:
     const CFormulaKey kMain = key("SH600000");

@@ -19,6 +19,8 @@
 
 namespace tests {
 
+inline const QRect kPane(0, 0, 300, 200); ///< the rectangle of the pane
+
 /// The main pane of SH600000, close before the day 10.00, on the live day, with SZ000001 (close 20.00) to overlay.
 class PartsFixture : public ::testing::Test {
 protected:

@@ -17,7 +17,7 @@ using namespace TC;
 namespace {
 
 constexpr int kCases = 400;
-constexpr int kSteps = 25;
+constexpr int kRangeSteps = 25;
 
 class RangeReference : public ProbeFixture {
 protected:
@@ -173,7 +173,7 @@ TEST_F(RangeReference, RandomChartsWantTheRangesOfTheReference) {
                                    mUiParam->getVolFormula(), QStringLiteral("BOLL"), QStringLiteral("TWICE")};
         QJsonArray steps;
         QJsonArray own;
-        for (int i = 0; i < kSteps; ++i) {
+        for (int i = 0; i < kRangeSteps; ++i) {
             const QJsonObject step = randomStep(stocks, formulas);
             steps.append(step);
             const QJsonArray key = step[QStringLiteral("key")].toArray();
@@ -200,7 +200,7 @@ TEST_F(RangeReference, RandomChartsWantTheRangesOfTheReference) {
     int changes = 0;
     for (int number = 0; number < kCases; ++number) {
         const QJsonArray steps = expected[number].toArray();
-        for (int i = 0; i < kSteps; ++i) {
+        for (int i = 0; i < kRangeSteps; ++i) {
             const QJsonObject want = steps[i].toObject();
             const QJsonObject have = answers[number][i].toObject();
             changes += want[QStringLiteral("changed")].toBool();

@@ -1,6 +1,6 @@
 #include "tests/chartdata/ProbeFixture.h"
 
-#include <limits>
+#include "tests/support/Numbers.h"
 
 using namespace tests;
 using namespace TC;
@@ -37,8 +37,6 @@ protected:
     const QRect kPane{0, 0, 400, 300};
 };
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 } // namespace
 
 // Wanted ranges
@@ -63,7 +61,7 @@ TEST_F(Scale, TheFartherExtremeDecidesOnBothSides) {
 }
 
 TEST_F(Scale, WithoutATickTheRangeIsAtLeastAHundredthToEachSide) {
-    for (const double tick : {kUnsetValue, kNaN, std::numeric_limits<double>::infinity()}) {
+    for (const double tick : {kUnsetValue, kNaN, kInfinity}) {
         mHost.mStocks.add("SH", "600000", 10.0, tick);
         mUiParam->setStock(QString(), false);
         mUiParam->setStock(kStock, false);

@@ -1,20 +1,19 @@
 #include "chartdata/ValueRange.h"
 #include "chartdata/ChartLayout.h"
+#include "tests/support/Numbers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 using namespace TC;
+using tests::kInfinity;
+using tests::kNaN;
 
 namespace {
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInf = std::numeric_limits<double>::infinity();
 const CFormulaKey kKey(QStringLiteral("SH600000"), QStringLiteral("REALTIME"));
 const CFormulaKey kOther(QStringLiteral("SZ000001"), QStringLiteral("REALTIME"));
 
-using Ranges = IndexBaseData::MaxMinMap;
+using RangeMap = IndexBaseData::MaxMinMap;
 
 } // namespace
 
@@ -32,10 +31,10 @@ TEST(ValueComparison, TheLargestDoubleIsUnset) {
     EXPECT_TRUE(isUnset(1.7976931348623157e308));
     EXPECT_FALSE(isUnset(-1.7976931348623157e308));
     EXPECT_FALSE(isUnset(0.0));
-    EXPECT_FALSE(isUnset(kInf));
+    EXPECT_FALSE(isUnset(kInfinity));
     EXPECT_FALSE(isUnset(kNaN));
     EXPECT_FALSE(isUsable(1.7976931348623157e308));
-    EXPECT_FALSE(isUsable(kInf));
+    EXPECT_FALSE(isUsable(kInfinity));
     EXPECT_FALSE(isUsable(kNaN));
     EXPECT_TRUE(isUsable(-3.5));
 }
@@ -76,20 +75,20 @@ TEST(Widen, ExtremesOnlyWiden) {
 }
 
 TEST(StoreRange, ANewKeyIsWritten) {
-    Ranges ranges;
+    RangeMap ranges;
     EXPECT_TRUE(storeRange(ranges, kKey, {11.0, 9.0}));
     EXPECT_EQ(ranges.value(kKey), qMakePair(11.0, 9.0));
 }
 
 TEST(StoreRange, InsideTheStoredRangeNothingIsWritten) {
-    Ranges ranges{{kKey, {11.0, 9.0}}};
+    RangeMap ranges{{kKey, {11.0, 9.0}}};
     EXPECT_FALSE(storeRange(ranges, kKey, {10.5, 9.5}));
     EXPECT_FALSE(storeRange(ranges, kKey, {11.000009, 8.999991}));
     EXPECT_EQ(ranges.value(kKey), qMakePair(11.0, 9.0));
 }
 
 TEST(StoreRange, WideningOneSideWritesBothHalvesSoTheOtherMayNarrow) {
-    Ranges ranges{{kKey, {11.0, 9.0}}};
+    RangeMap ranges{{kKey, {11.0, 9.0}}};
     EXPECT_TRUE(storeRange(ranges, kKey, {12.0, 9.5}));
     EXPECT_EQ(ranges.value(kKey), qMakePair(12.0, 9.5));
     EXPECT_TRUE(storeRange(ranges, kKey, {10.0, 8.0}));
@@ -102,7 +101,7 @@ TEST(IsOutgrown, ARangeThatWasNeverDrawnIsOutgrown) {
 }
 
 TEST(IsOutgrown, OnlyALeavingSideCounts) {
-    const Ranges drawn{{kKey, {11.0, 9.0}}, {kOther, {2.0, 1.0}}};
+    const RangeMap drawn{{kKey, {11.0, 9.0}}, {kOther, {2.0, 1.0}}};
     EXPECT_FALSE(isOutgrown({{kKey, {11.000009, 8.999991}}}, drawn));
     EXPECT_FALSE(isOutgrown({{kKey, {10.5, 9.5}}, {kOther, {2.0, 1.0}}}, drawn));
     EXPECT_TRUE(isOutgrown({{kKey, {11.1, 9.0}}}, drawn));
@@ -111,7 +110,7 @@ TEST(IsOutgrown, OnlyALeavingSideCounts) {
 }
 
 TEST(AdoptRanges, EachSideWidensByItself) {
-    Ranges drawn{{kKey, {11.0, 9.0}}};
+    RangeMap drawn{{kKey, {11.0, 9.0}}};
     EXPECT_FALSE(adoptRanges(drawn, {{kKey, {10.5, 9.5}}}, false));
     EXPECT_TRUE(adoptRanges(drawn, {{kKey, {12.0, 9.5}}}, false));
     EXPECT_EQ(drawn.value(kKey), qMakePair(12.0, 9.0));
@@ -120,7 +119,7 @@ TEST(AdoptRanges, EachSideWidensByItself) {
 }
 
 TEST(AdoptRanges, OverwritingReplacesAndCountsAsAChangeAlwaysSo) {
-    Ranges drawn{{kKey, {11.0, 9.0}}};
+    RangeMap drawn{{kKey, {11.0, 9.0}}};
     EXPECT_TRUE(adoptRanges(drawn, {{kKey, {10.5, 9.5}}}, true));
     EXPECT_EQ(drawn.value(kKey), qMakePair(10.5, 9.5));
     EXPECT_TRUE(adoptRanges(drawn, {{kKey, {10.5, 9.5}}}, true));

@@ -6,17 +6,17 @@
 namespace tests {
 namespace {
 
-const QRect kPane(0, 0, 240, 160);
+const QRect kSmallPane(0, 0, 240, 160);
 
 class VolumeBand : public ProbeFixture {
 protected:
     VolumeBand() : mStrip(mUiParam, mData, TC::CGraphAxisWidget::eLeft) {
-        mUiParam->mDayWidth = kPane.width();
-        mStrip.resize(50, kPane.height());
+        mUiParam->mDayWidth = kSmallPane.width();
+        mStrip.resize(50, kSmallPane.height());
         mData->setTradeDate(kDay - 86400); // a past day: every point is in the pixmap
         mData->addFormula(QStringLiteral("REALTIME"));
         mData->setAxisWidget(&mStrip);
-        mData->setChartRect(kPane);
+        mData->setChartRect(kSmallPane);
         putPrice({9.6, 9.8, 10.4, 10.1});
         putVolume({100.0, 300.0, 200.0, 50.0});
         setRanges(11.0, 9.0, 400.0);
@@ -32,10 +32,10 @@ protected:
         return mData->mData[{kStock, QString::fromLatin1(formula)}].result.mValues[index];
     }
     QImage seen() const {
-        QImage image(kPane.size(), QImage::Format_RGB32);
+        QImage image(kSmallPane.size(), QImage::Format_RGB32);
         image.fill(Qt::magenta);
         QPainter painter(&image);
-        mData->paintTo(&painter, kPane);
+        mData->paintTo(&painter, kSmallPane);
         return image;
     }
     /// Redraws, and compares with what new pixmaps show. `before` has to differ.
@@ -43,7 +43,7 @@ protected:
         mData->redraw();
         const QImage now = seen();
         EXPECT_NE(now, before);
-        mData->setChartRect(kPane);
+        mData->setChartRect(kSmallPane);
         EXPECT_EQ(now, seen());
     }
     TC::CGraphAxisWidget mStrip;
@@ -86,14 +86,14 @@ TEST_F(VolumeBand, PriceRangeIsDrawn) {
 
 TEST_F(VolumeBand, GridFollowsTheTicks) {
     const QImage before = seen();
-    mStrip.resize(50, kPane.height() + 90); // more ticks, in other rows
+    mStrip.resize(50, kSmallPane.height() + 90); // more ticks, in other rows
     mStrip.recompute();
     expectFreshLook(before);
 }
 
 TEST_F(VolumeBand, GridFollowsTheTimeLines) {
     const QImage before = seen();
-    mUiParam->mDayWidth = kPane.width() / 2.0;
+    mUiParam->mDayWidth = kSmallPane.width() / 2.0;
     mStrip.recompute();
     expectFreshLook(before);
 }

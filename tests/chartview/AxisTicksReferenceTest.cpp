@@ -18,7 +18,7 @@ using namespace TC;
 
 namespace {
 
-struct Case {
+struct StripCase {
     AxisLabelInput labels;
     int height = 0;
     AxisRange range;
@@ -28,10 +28,10 @@ struct Case {
     QVector<QPair<int, int>> sessions;
 };
 
-class Cases {
+class StripCases {
 public:
-    Case next() {
-        Case made;
+    StripCase next() {
+        StripCase made;
         made.labels.displayType = one({0, 0, 1}) == 0 ? EIndexDisplayType::Main : EIndexDisplayType::Sub;
         made.labels.right = one({0, 1}) == 1;
         made.labels.volume = one({0, 1}) == 1;
@@ -75,7 +75,7 @@ private:
     std::mt19937 mRandom{20240315};
 };
 
-QVector<AxisTick> ticksOf(const Case &strip) {
+QVector<AxisTick> ticksOf(const StripCase &strip) {
     const int count = axisTickCount(strip.height, strip.labels.fontHeight);
     if (strip.labels.displayType == EIndexDisplayType::Sub) {
         return subPaneTicks(strip.height, count, strip.range);
@@ -88,7 +88,7 @@ QVector<AxisTick> ticksOf(const Case &strip) {
     return ticks;
 }
 
-QJsonObject toJson(const Case &strip) {
+QJsonObject toJson(const StripCase &strip) {
     QJsonArray sessions;
     for (const auto &session : strip.sessions) {
         sessions.append(QJsonArray{session.first, session.second});
@@ -111,7 +111,7 @@ QJsonObject toJson(const Case &strip) {
             {"sessions", sessions}};
 }
 
-QJsonArray reference(const QJsonArray &cases) {
+QJsonArray stripReference(const QJsonArray &cases) {
     QProcess python;
     python.start(QStringLiteral("python3"),
                  {QStringLiteral(TIMESHARE_SOURCE_DIR "/tests/chartview/ticks_reference.py")});
@@ -147,20 +147,20 @@ void expectLabels(const QVector<AxisLabel> &labels, const QJsonArray &expected) 
 
 TEST(AxisTicksReference, RandomStripsAreThoseOfTheReference) {
     constexpr int count = 3000;
-    Cases random;
-    QVector<Case> cases;
+    StripCases random;
+    QVector<StripCase> cases;
     QJsonArray questions;
     for (int i = 0; i < count; ++i) {
         cases.append(random.next());
         questions.append(toJson(cases.last()));
     }
-    const QJsonArray answers = reference(questions);
+    const QJsonArray answers = stripReference(questions);
     ASSERT_EQ(answers.size(), count);
     int labelled = 0;
     for (int i = 0; i < count && !::testing::Test::HasFailure(); ++i) {
         SCOPED_TRACE(QJsonDocument(questions[i].toObject()).toJson(QJsonDocument::Compact).toStdString());
         const QJsonObject answer = answers[i].toObject();
-        Case strip = cases[i];
+        StripCase strip = cases[i];
         strip.labels.ticks = ticksOf(strip);
         expectTicks(strip.labels.ticks, answer["ticks"].toArray());
         const QVector<AxisLabel> labels = planAxisLabels(strip.labels);

@@ -12,7 +12,7 @@ using namespace TC;
 
 namespace {
 
-struct Label {
+struct StripLabel {
     QRect rect;
     int alignment;
     const char *text;
@@ -70,12 +70,12 @@ protected:
         return rows;
     }
     /// The strip as it has to look.
-    static QImage picture(const CGraphAxisWidget &strip, const QVector<Label> &labels) {
+    static QImage picture(const CGraphAxisWidget &strip, const QVector<StripLabel> &labels) {
         QImage image(strip.size(), QImage::Format_ARGB32_Premultiplied);
         image.fill(color("ic_clr_realtime_axis_bg"));
         QPainter painter(&image);
         painter.setFont(axisFont());
-        for (const Label &label : labels) {
+        for (const StripLabel &label : labels) {
             painter.setPen(color(label.color));
             painter.drawText(label.rect, label.alignment, QString::fromUtf8(label.text));
         }

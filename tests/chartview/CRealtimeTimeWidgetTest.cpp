@@ -8,7 +8,7 @@ using namespace TC;
 
 namespace {
 
-struct Label {
+struct ScaleLabel {
     int x;
     QString text;
 };
@@ -38,14 +38,14 @@ protected:
     static int widthOf(const QString &text) { return QFontMetrics(font()).horizontalAdvance(text); }
 
     /// The scale as it has to look.
-    QImage picture(const QList<int> &ticks, const QList<Label> &labels) const {
+    QImage picture(const QList<int> &ticks, const QList<ScaleLabel> &labels) const {
         QImage image(mScale->width(), 20, QImage::Format_ARGB32_Premultiplied);
         image.fill(color("ic_clr_account_report_timeline_bg"));
         QPainter painter(&image);
         painter.setClipRect(50, 0, image.width() - 100, 20);
         painter.setFont(font());
         painter.setPen(color("ic_clr_timeline_text"));
-        for (const Label &label : labels) {
+        for (const ScaleLabel &label : labels) {
             painter.drawText(label.x, 20 - 8, label.text);
         }
         for (const int x : ticks) {

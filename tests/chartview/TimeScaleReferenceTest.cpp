@@ -26,7 +26,7 @@ const QVector<QPair<QString, ETradingDay>> kDays{{"night", ETradingDay::Night},
                                                  {"stock", ETradingDay::Stock}};
 constexpr int kStrip = 50;
 
-struct Case {
+struct ScaleCase {
     QString name;
     TradingDay day;
     int width = 0; ///< of the view
@@ -34,8 +34,8 @@ struct Case {
     int character = 6; ///< pixels of a character of a label
 };
 
-QVector<Case> allCases() {
-    QVector<Case> cases;
+QVector<ScaleCase> allCases() {
+    QVector<ScaleCase> cases;
     for (const auto &[name, kind] : kDays) {
         for (int width = 150; width <= 2600; width += 35) {
             for (int days = 1; days <= 6; ++days) {
@@ -46,7 +46,7 @@ QVector<Case> allCases() {
     return cases;
 }
 
-QVector<TimeScaleDay> planOf(const Case &one) {
+QVector<TimeScaleDay> planOf(const ScaleCase &one) {
     TimeScaleInput input;
     input.sessions = one.day.sessions;
     input.dayWidth = (one.width - 2 * kStrip) / double(one.days);
@@ -62,9 +62,9 @@ QVector<TimeScaleDay> planOf(const Case &one) {
     return planTimeScale(input);
 }
 
-QJsonArray reference(const QVector<Case> &cases) {
+QJsonArray scaleReference(const QVector<ScaleCase> &cases) {
     QJsonArray questions;
-    for (const Case &one : cases) {
+    for (const ScaleCase &one : cases) {
         questions.append(
             QJsonObject{{"day", one.name}, {"width", one.width}, {"days", one.days}, {"char", one.character}});
     }
@@ -95,12 +95,12 @@ void expectDay(const TimeScaleDay &day, const QJsonObject &expected) {
 }
 
 TEST(TimeScaleReference, EveryMarketDayAtManyWidthsIsThatOfTheReference) {
-    const QVector<Case> cases = allCases();
-    const QJsonArray answers = reference(cases);
+    const QVector<ScaleCase> cases = allCases();
+    const QJsonArray answers = scaleReference(cases);
     ASSERT_EQ(answers.size(), cases.size());
     int dropped = 0;
     for (int i = 0; i < cases.size() && !::testing::Test::HasFailure(); ++i) {
-        const Case &one = cases[i];
+        const ScaleCase &one = cases[i];
         SCOPED_TRACE(
             QStringLiteral("%1, %2 pixels, %3 days").arg(one.name).arg(one.width).arg(one.days).toStdString());
         const QVector<TimeScaleDay> plan = planOf(one);

@@ -19,7 +19,7 @@ namespace {
 using Draw = TC::CDrawStyle;
 using Series = se::RPCFormulaResultCache;
 
-const QSize kSize(240, 120);
+const QSize kStyleSize(240, 120);
 const QRect kRect(1, 3, 238, 115);
 constexpr int kLast = 24;
 const double kGap = std::numeric_limits<double>::quiet_NaN();
@@ -249,7 +249,7 @@ class DrawStyleTest : public ::testing::TestWithParam<Picture> {
 protected:
     void expectPicture(double ratio) {
         const PictureTheme theme;
-        const QImage image = tests::rendered(kSize, ratio, qRgb(14, 18, 24), GetParam().draw);
+        const QImage image = tests::rendered(kStyleSize, ratio, qRgb(14, 18, 24), GetParam().draw);
         const QString name = QStringLiteral("draw-%1").arg(QLatin1String(GetParam().name));
         EXPECT_TRUE(tests::matchesGolden(image, tests::goldenName(name, ratio)));
     }

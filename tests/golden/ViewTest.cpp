@@ -8,15 +8,15 @@ using namespace TC;
 
 namespace {
 
-constexpr QSize kSize(900, 520);
+constexpr QSize kViewSize(900, 520);
 constexpr int kMinutes = 241;
 constexpr int kDayLength = 86400;
 
 /// A day that needs no random numbers; each day has a wave and a level of its own.
-double priceOf(int day, int minute) {
+double priceOfDay(int day, int minute) {
     return 10.0 + 0.12 * day + 0.2 * std::sin(minute * 0.03 + day) + 0.05 * std::sin(minute * 0.4);
 }
-double volumeOf(int day, int minute) {
+double volumeOfDay(int day, int minute) {
     return 3000.0 + 40000.0 * std::exp(-minute / 30.0) + 1200.0 * (1.0 + std::sin(minute * 2.1 + day));
 }
 double waveOf(int day, int minute) {
@@ -30,15 +30,15 @@ protected:
         mDetail->mName = "浦发银行";
         mHost.mCatalogue.getFormula("KDJ")->mParamValues = {9, 3, 3};
         showView(1);
-        mKeeper->resize(kSize);
-        mMain->resize(kSize);
+        mKeeper->resize(kViewSize);
+        mMain->resize(kViewSize);
         for (int day = 1; day < days; ++day) {
             mMain->scaleView(false);
         }
         mMain->request(false);
         for (int back = 0; back < days; ++back) {
-            answerDay("REALTIME", back, {"价格", "均价"}, {priceOf, averageOf}, {0, 0});
-            answerDay("REALTIMEVOL", back, {"量"}, {volumeOf}, {2});
+            answerDay("REALTIME", back, {"价格", "均价"}, {priceOfDay, averageOf}, {0, 0});
+            answerDay("REALTIMEVOL", back, {"量"}, {volumeOfDay}, {2});
             answerDay("KDJ", back, {"K", "D"}, {waveOf, [](int day, int i) { return waveOf(day, i - 8); }},
                       {0, 0});
         }
@@ -47,7 +47,7 @@ protected:
     static double averageOf(int day, int minute) {
         double sum = 0.0;
         for (int i = 0; i <= minute; ++i) {
-            sum += priceOf(day, i);
+            sum += priceOfDay(day, i);
         }
         return sum / (minute + 1);
     }
@@ -85,19 +85,19 @@ protected:
             auto order = boost::make_shared<kvservice::COrderDetail>();
             order->mOrderKey = key;
             order->mDirection = i % 3 ? 48 : 49;
-            order->mPrice = priceOf(0, minute) + (i % 3 ? -0.04 : 0.04);
+            order->mPrice = priceOfDay(0, minute) + (i % 3 ? -0.04 : 0.04);
             order->mTime = time.toString("hh:mm:ss").toStdString();
             linkage.mOrders["SH600000"]["A"][key] = order;
             auto deal = boost::make_shared<kvservice::CDealDetail>();
             deal->mDealKey = key;
             deal->mDirection = i % 4 ? 48 : 49;
-            deal->mPrice = priceOf(0, minute);
+            deal->mPrice = priceOfDay(0, minute);
             deal->mVolume = 100 + 20 * i;
             deal->mAmount = deal->mPrice * deal->mVolume;
             deal->mTime = time.toString("hhmmss").toStdString();
             linkage.mDeals["SH600000"]["A"][key] = deal;
             if (i % 5 == 2) {
-                linkage.mTasks["SH600000"]["A"][key] = makeTask(i, time, priceOf(0, minute) + 0.1);
+                linkage.mTasks["SH600000"]["A"][key] = makeTask(i, time, priceOfDay(0, minute) + 0.1);
                 linkage.mFinished[i] = i;
             }
             linkage.mAmounts[clock] = {900.0 * i + 400.0, i < 4 ? 0.0 : 50.0 * i * i};

@@ -5,6 +5,7 @@
 #include "terminal/market/SimulatedExchange.h"
 #include "terminal/trade/TradeService.h"
 #include "tests/integration/ChildProcess.h"
+#include "tests/integration/TradedShare.h"
 
 #include <QFile>
 #include <QSqlQuery>
@@ -20,12 +21,12 @@
 #include <vector>
 
 using namespace terminal;
+using tests::kTradedShare;
 using Child = tests::ChildProcess;
 
 namespace {
 
 const QDate kDate(2026, 11, 20);
-const std::string kShare = "SH600000";
 
 qint64 at(int hour, int minute) {
     return timeOf(kDate, hour * 60 + minute);
@@ -39,7 +40,7 @@ struct Terminal {
         trade.advance();
     }
     int firstTask() {
-        const auto tasks = trade.getTaskDetails(kShare, {"80010001"});
+        const auto tasks = trade.getTaskDetails(kTradedShare, {"80010001"});
         return tasks.empty() ? 0 : tasks.begin()->second.begin()->second->mTaskId;
     }
 
@@ -93,8 +94,8 @@ protected:
 void tradeOn(const QString &path, int from, const std::function<void()> &step) {
     Terminal terminal(path);
     for (int n = from; terminal.good; ++n) {
-        terminal.trade.importDeal("out", kShare, std::to_string(1000 + n), 10.0, 100, (at(9, 31) / 1000) + n,
-                                  48);
+        terminal.trade.importDeal("out", kTradedShare, std::to_string(1000 + n), 10.0, 100,
+                                  (at(9, 31) / 1000) + n, 48);
         if (n == from) {
             terminal.clock.setTime(at(10, 0));
             terminal.trade.advance();

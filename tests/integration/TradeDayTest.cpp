@@ -2,6 +2,7 @@
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
 #include "tests/integration/TerminalFixture.h"
+#include "tests/integration/TradedShare.h"
 #include "tests/support/Golden.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -17,11 +18,11 @@
 #include <thread>
 
 using namespace terminal;
+using tests::kTradedShare;
 using tests::TerminalFixture;
 
 namespace {
 
-const std::string kShare = "SH600000";
 const std::set<std::string> kAccounts{"80010001", "80020002", "90010001"};
 
 /// The terminal's services with a day of trading.
@@ -85,7 +86,7 @@ TEST_F(TradeDayTest, AnAfternoonAtTheFastestPaceLeavesConsistentRecords) {
             onThisThread += QThread::currentThread() == here;
         });
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
-    const size_t before = checkedDeals(dayOf(mToday), kShare).size();
+    const size_t before = checkedDeals(dayOf(mToday), kTradedShare).size();
     mServices->clock().setTime(timeOf(mToday, 780));
     mServices->clock().setPace(600.0);
     mServices->clock().resume();
@@ -93,24 +94,24 @@ TEST_F(TradeDayTest, AnAfternoonAtTheFastestPaceLeavesConsistentRecords) {
     mServices->clock().pause();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
-            const auto tasks = trade().getTaskDetails(kShare, {"80020002"});
+            const auto tasks = trade().getTaskDetails(kTradedShare, {"80020002"});
             return !tasks.empty() && tasks.begin()->second.begin()->second->mStatus >= kvservice::eTaskFinished;
         },
         20000));
-    EXPECT_GT(checkedDeals(dayOf(mToday), kShare).size(), before);
+    EXPECT_GT(checkedDeals(dayOf(mToday), kTradedShare).size(), before);
     EXPECT_GT(told, 5);
     EXPECT_EQ(onThisThread, 0);
-    const auto totals = trade().getTotalBuySellAmounts({kShare}, kAccounts, {}, false);
+    const auto totals = trade().getTotalBuySellAmounts({kTradedShare}, kAccounts, {}, false);
     ASSERT_FALSE(totals.empty());
-    EXPECT_NEAR(totals.rbegin()->second.first, dealtAmount(dayOf(mToday), kShare, 48), 1e-6);
-    EXPECT_NEAR(totals.rbegin()->second.second, dealtAmount(dayOf(mToday), kShare, 49), 1e-6);
+    EXPECT_NEAR(totals.rbegin()->second.first, dealtAmount(dayOf(mToday), kTradedShare, 48), 1e-6);
+    EXPECT_NEAR(totals.rbegin()->second.second, dealtAmount(dayOf(mToday), kTradedShare, 49), 1e-6);
 }
 
 TEST_F(TradeDayTest, PastDaysAreTheSameAfterARestart) {
     while (mServices->trade().recordPastDay()) {
     }
     const int past = dayOf(QDate(2026, 11, 18));
-    const auto deals = checkedDeals(past, kShare);
+    const auto deals = checkedDeals(past, kTradedShare);
     EXPECT_GT(deals.size(), 10U);
     mWindow.reset();
     mServices.reset();
@@ -121,7 +122,7 @@ TEST_F(TradeDayTest, PastDaysAreTheSameAfterARestart) {
     QString error;
     mServices = TerminalServices::open(settings, error);
     ASSERT_TRUE(mServices) << qPrintable(error);
-    EXPECT_EQ(checkedDeals(past, kShare), deals);
+    EXPECT_EQ(checkedDeals(past, kTradedShare), deals);
 }
 
 TEST_F(TradeDayTest, MarksOfAllAccountsStandOnTheChart) {
@@ -153,7 +154,7 @@ TEST_F(TradeDayTest, ANewTradeComesToTheScreenByItself) {
         return color.red() > 100 && color.green() < 60;
     };
     ASSERT_FALSE(isRed());
-    trade().importDeal("80010001", kShare, "mine", price, 100, timeOf(mToday, 575) / 1000, 48);
+    trade().importDeal("80010001", kTradedShare, "mine", price, 100, timeOf(mToday, 575) / 1000, 48);
     EXPECT_TRUE(QTest::qWaitFor(isRed, 10000));
     EXPECT_TRUE(view().data()->hitDeal(at.x(), at.y()));
     trade().clearImportData();
@@ -166,8 +167,8 @@ TEST_F(TradeDayTest, TheWindowMayGoWhileTradesAreTold) {
     std::atomic<int> told{0};
     std::thread teller([&] {
         for (; !over; ++told) {
-            trade().sigLinkageChanged({kShare});
-            trade().sigTaskChanged({kShare, "SZ000001"});
+            trade().sigLinkageChanged({kTradedShare});
+            trade().sigTaskChanged({kTradedShare, "SZ000001"});
         }
     });
     ASSERT_TRUE(QTest::qWaitFor([&] { return told > 20; }, 10000));

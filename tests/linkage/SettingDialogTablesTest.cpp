@@ -2,14 +2,14 @@
 
 #include "tests/linkage/SettingDialogFixture.h"
 
+#include "host/toolkit/Events.h"
+
 #include <thread>
 
 using namespace TC;
 
 namespace {
 
-constexpr int kChanged = 3161;
-constexpr int kDatas = 3163;
 constexpr int kAccounts = 0;
 constexpr int kStrategies = 1;
 constexpr int kStocks = 2;
@@ -36,7 +36,7 @@ protected:
 
 TEST_F(SettingDialogTablesTest, TablesFillBeforeTheDialogIsShownAndNothingIsTold) {
     fillService();
-    EXPECT_EQ(tick(), std::vector<int>{kDatas}) << "the data alone, which are new at the start";
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageDatasChanged}) << "the data alone, which are new at the start";
     EXPECT_EQ(table(kAccounts)->rowCount(), 2);
     EXPECT_EQ(texts(kAccounts, 0), (Names{"a1", "股票账号"}));
     EXPECT_EQ(texts(kAccounts, 1), (Names{"a2", "期货账号"}));
@@ -71,9 +71,9 @@ TEST_F(SettingDialogTablesTest, AccountThatComesWhileItIsOpenIsToldAndTheDataLat
     addAccount("a3", "");
     service().sigAccountsChanged();
     service().sigDatasChanged();
-    EXPECT_EQ(tick(), std::vector<int>{kChanged});
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageChosen});
     EXPECT_EQ(mDialog->getAccounts().count("a3"), 1u);
-    EXPECT_EQ(tick(), std::vector<int>{kDatas}) << "put off to this turn";
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageDatasChanged}) << "put off to this turn";
     EXPECT_TRUE(tick().empty());
 }
 
@@ -92,7 +92,7 @@ TEST_F(SettingDialogTablesTest, AccountThatComesWhileItIsClosedIsThereWhenItOpen
 TEST_F(SettingDialogTablesTest, KnownAccountsAgainLeaveTheChoiceAlone) {
     showFilled();
     click(rowBox(kAccounts, 0));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     EXPECT_EQ(mDialog->getAccounts(), Keys{"a2"});
     service().sigAccountsChanged();
     EXPECT_TRUE(tick().empty());
@@ -168,7 +168,7 @@ TEST_F(SettingDialogTablesTest, DataAloneAreToldHoweverOftenTheyChangeOnceATurn)
     for (int i = 0; i < 1000; ++i) {
         service().sigDatasChanged();
     }
-    EXPECT_EQ(tick(), std::vector<int>{kDatas});
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageDatasChanged});
     EXPECT_TRUE(tick().empty());
 }
 
@@ -183,7 +183,7 @@ TEST_F(SettingDialogTablesTest, SignalsOfAnotherThreadAreTaken) {
         service().sigNewTradingDay("20240318");
     }).join();
     EXPECT_TRUE(events().empty()) << "only the poll tells";
-    EXPECT_EQ(tick(), std::vector<int>{kChanged});
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTablesTest, NewTradingDayLeavesEverythingAsItIs) {
@@ -216,18 +216,18 @@ TEST_F(SettingDialogTablesTest, RowsAreChosenByTheirBoxes) {
     showFilled();
     click(rowBox(kStocks, 1));
     EXPECT_EQ(mDialog->getStocks(), Keys{"SZ000001"});
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(rowBox(kStocks, 1));
     EXPECT_TRUE(mDialog->getStocks().empty());
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(radio(19));
     events();
     click(rowBox(kStrategies, 0));
     EXPECT_EQ(mDialog->getStrategys(), Keys{"s1"});
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(rowBox(kAccounts, 1));
     EXPECT_EQ(mDialog->getAccounts(), Keys{"a1"});
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTablesTest, TextOfTheEventTellsTheTableBeforeItsNumberIsLookedAt) {
@@ -251,7 +251,7 @@ TEST_F(SettingDialogTablesTest, RowWithoutAKeyIsToldAndChangesNothing) {
     mDialog->selectAccount(-1, true);
     mDialog->selectStock(7, true);
     mDialog->selectStrategy(7, true);
-    EXPECT_EQ(events(), (std::vector<int>{kChanged, kChanged, kChanged, kChanged}));
+    EXPECT_EQ(events(), (std::vector<int>{eLinkageChosen, eLinkageChosen, eLinkageChosen, eLinkageChosen}));
     EXPECT_EQ(mDialog->getAccounts(), accounts);
     EXPECT_TRUE(mDialog->getStocks().empty());
     EXPECT_TRUE(mDialog->getStrategys().empty());
@@ -276,14 +276,14 @@ TEST_F(SettingDialogTablesTest, AllAreChosenAtOnceAndToldOnce) {
     click(button(14));
     EXPECT_EQ(mDialog->getStocks(), (Keys{"SH600000", "SZ000001"}));
     EXPECT_EQ(checked(kStocks), (QList<bool>{true, true}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(button(14));
     EXPECT_TRUE(events().empty()) << "all were chosen";
     click(radio(19));
     events();
     click(button(16));
     EXPECT_EQ(mDialog->getStrategys(), (Keys{"s1", "s2"}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(button(16));
     EXPECT_TRUE(events().empty());
 }
@@ -295,12 +295,12 @@ TEST_F(SettingDialogTablesTest, InvertingFlipsEveryRow) {
     click(button(15));
     EXPECT_EQ(mDialog->getStocks(), Keys{"SZ000001"});
     EXPECT_EQ(checked(kStocks), (QList<bool>{false, true}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(radio(19));
     events();
     click(button(17));
     EXPECT_EQ(mDialog->getStrategys(), (Keys{"s1", "s2"}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(button(17));
     EXPECT_TRUE(mDialog->getStrategys().empty());
 }
@@ -309,9 +309,9 @@ TEST_F(SettingDialogTablesTest, InvertingAnEmptyTableIsToldAndChoosingAllOfItIsN
     show();
     forget();
     mDialog->selectRevertStock();
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     mDialog->selectRevertStrategy();
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     mDialog->selectAllStock();
     mDialog->selectAllStrategy();
     EXPECT_TRUE(events().empty());
@@ -321,11 +321,11 @@ TEST_F(SettingDialogTablesTest, ChosenAutomaticallyAllAreChosenAtOnceAndNewRowsA
     showFilled();
     click(box(10));
     EXPECT_EQ(mDialog->getStocks(), (Keys{"SH600000", "SZ000001"}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     mHost.mStocks.add("SZ", "000002");
     mHost.mLinkage.mStocks.insert("SZ000002");
     service().sigStocksChanged();
-    EXPECT_EQ(tick(), std::vector<int>{kChanged});
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageChosen});
     EXPECT_EQ(mDialog->getStocks(), (Keys{"SH600000", "SZ000001", "SZ000002"}));
     click(box(10));
     EXPECT_TRUE(events().empty()) << "unchecked, it leaves the choice";
@@ -344,10 +344,10 @@ TEST_F(SettingDialogTablesTest, StrategiesAreChosenAutomaticallyAsWell) {
     events();
     click(box(11));
     EXPECT_EQ(mDialog->getStrategys(), (Keys{"s1", "s2"}));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     mHost.mLinkage.mStrategys.insert("s3");
     service().sigStrategysChanged();
-    EXPECT_EQ(tick(), std::vector<int>{kChanged});
+    EXPECT_EQ(tick(), std::vector<int>{eLinkageChosen});
     EXPECT_EQ(mDialog->getStrategys(), (Keys{"s1", "s2", "s3"}));
     click(box(11));
     EXPECT_TRUE(events().empty());

@@ -3,6 +3,7 @@
 #include "tests/linkage/SettingDialogFixture.h"
 
 #include "host/toolkit/CGroupBox.h"
+#include "host/toolkit/Events.h"
 #include "host/windows/CMessageTipWidget.h"
 
 #include <QHeaderView>
@@ -11,9 +12,6 @@
 using namespace TC;
 
 namespace {
-
-constexpr int kChanged = 3161;
-constexpr int kClosed = 3162;
 
 class SettingDialogTest : public tests::SettingDialogFixture {
 protected:
@@ -149,11 +147,11 @@ TEST_F(SettingDialogTest, KindsAreChosenByTheirBoxes) {
     for (int id = 3; id <= 7; ++id) {
         click(box(id));
         EXPECT_TRUE(mDialog->showFlags()[id - 3]) << id;
-        EXPECT_EQ(events(), std::vector<int>{kChanged}) << id;
+        EXPECT_EQ(events(), std::vector<int>{eLinkageChosen}) << id;
         EXPECT_TRUE(calls().isEmpty()) << id;
         click(box(id));
         EXPECT_EQ(mDialog->showFlags(), (std::array<bool, 8>{})) << id;
-        EXPECT_EQ(events(), std::vector<int>{kChanged}) << id;
+        EXPECT_EQ(events(), std::vector<int>{eLinkageChosen}) << id;
     }
 }
 
@@ -163,19 +161,19 @@ TEST_F(SettingDialogTest, ProfitsAndBalancesAreWorkedOutWhileTheyAreWanted) {
     click(box(8));
     EXPECT_TRUE(mDialog->showFlags()[5]);
     EXPECT_EQ(calls(), Names("CLinkageManager::startProfitCalculator"));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(box(8));
     EXPECT_FALSE(mDialog->showFlags()[5]);
     EXPECT_EQ(calls(), Names("CLinkageManager::stopProfitCalculator"));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(box(9));
     EXPECT_TRUE(mDialog->showFlags()[6]);
     EXPECT_EQ(calls(), Names("CLinkageManager::startBalanceCalculator"));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(box(9));
     EXPECT_FALSE(mDialog->showFlags()[6]);
     EXPECT_EQ(calls(), Names("CLinkageManager::stopBalanceCalculator"));
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTest, OnlyOneMeansChecked) {
@@ -199,11 +197,11 @@ TEST_F(SettingDialogTest, RadioButtonsTellEvenWhileItIsNotShown) {
     EXPECT_TRUE(event(93, 19, 1));
     EXPECT_TRUE(mDialog->showFlags()[7]);
     EXPECT_FALSE(group("交易策略")->isHidden());
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     EXPECT_TRUE(event(93, 18, 1));
     EXPECT_FALSE(mDialog->showFlags()[7]);
     EXPECT_TRUE(group("交易策略")->isHidden());
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTest, RadioButtonsAreOneChoice) {
@@ -212,7 +210,7 @@ TEST_F(SettingDialogTest, RadioButtonsAreOneChoice) {
     click(radio(19));
     EXPECT_TRUE(radio(19)->isChecked());
     EXPECT_FALSE(radio(18)->isChecked());
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
     click(radio(18));
     EXPECT_FALSE(radio(19)->isChecked());
     EXPECT_FALSE(mDialog->showFlags()[7]);
@@ -241,14 +239,14 @@ TEST_F(SettingDialogTest, ClosingStopsTheProfitsTellsAndHides) {
     forget();
     QTest::mouseClick(mDialog->titleButton(), Qt::LeftButton);
     EXPECT_EQ(calls(), Names("CLinkageManager::stopProfitCalculator")) << "balances go on";
-    EXPECT_EQ(events(), std::vector<int>{kClosed});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageClosed});
     EXPECT_FALSE(mDialog->isVisible());
     event(67, 3, 1);
     EXPECT_TRUE(events().empty()) << "it is not open any more";
     show();
     EXPECT_EQ(calls(), Names("CLinkageManager::startProfitCalculator"));
     event(67, 3, 0);
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTest, ShowingWithoutProfitsStartsNothing) {
@@ -262,11 +260,11 @@ TEST_F(SettingDialogTest, EscapeClosesAsTheButtonDoes) {
     show();
     forget();
     QTest::keyClick(mDialog.get(), Qt::Key_Escape);
-    EXPECT_EQ(events(), std::vector<int>{kClosed});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageClosed});
     EXPECT_FALSE(mDialog->isVisible());
     show();
     mDialog->close(); // by the window manager
-    EXPECT_EQ(events(), std::vector<int>{kClosed});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageClosed});
     EXPECT_FALSE(mDialog->isVisible());
 }
 
@@ -296,7 +294,7 @@ TEST_F(SettingDialogTest, MinimisedItIsATipInItsPlaceAndComesBackByADoubleClick)
     EXPECT_FALSE(tip->isVisible());
     EXPECT_EQ(calls(), Names("CLinkageManager::startProfitCalculator"));
     event(67, 3, 0);
-    EXPECT_EQ(events(), std::vector<int>{kChanged});
+    EXPECT_EQ(events(), std::vector<int>{eLinkageChosen});
 }
 
 TEST_F(SettingDialogTest, TipComesBackWhereItFirstWas) {

@@ -30,7 +30,7 @@ std::string trouble(const char *line, const QByteArray &header = kPlain) {
     return (wrong.isEmpty() ? parser.finish(row) : wrong).toStdString();
 }
 
-BarRow rowOf(const char *line, const QByteArray &header = kPlain) {
+BarRow parsedRow(const char *line, const QByteArray &header = kPlain) {
     BarRowParser parser(columnsOf(header));
     BarRow row;
     EXPECT_EQ(parser.parse(line, row).toStdString(), "");
@@ -39,8 +39,8 @@ BarRow rowOf(const char *line, const QByteArray &header = kPlain) {
 }
 
 int clockOf(const char *time) {
-    return rowOf(qPrintable(QStringLiteral("20180102,%1,1,1,1,1,1").arg(QLatin1String(time))),
-                 "date,time,open,high,low,close,volume")
+    return parsedRow(qPrintable(QStringLiteral("20180102,%1,1,1,1,1,1").arg(QLatin1String(time))),
+                     "date,time,open,high,low,close,volume")
         .clock;
 }
 
@@ -113,8 +113,8 @@ TEST(BarColumns, TwoColumnsOfOneMeaningAreAnError) {
 }
 
 TEST(BarRowParser, ReadsEveryColumn) {
-    const BarRow row = rowOf("2019-06-24 21:01:00,316.35,316.05,316.5,316.0,3752.0,1186024000.0,316.104",
-                             "time,open,close,high,low,volume,amount,junjia");
+    const BarRow row = parsedRow("2019-06-24 21:01:00,316.35,316.05,316.5,316.0,3752.0,1186024000.0,316.104",
+                                 "time,open,close,high,low,volume,amount,junjia");
     EXPECT_EQ(row.date, 20190624);
     EXPECT_EQ(row.clock, 1261);
     EXPECT_EQ(row.open, 316.35);
@@ -130,8 +130,8 @@ TEST(BarRowParser, ReadsDatesInTheirUsualForms) {
     for (const char *line :
          {"2018-01-02 09:31:00,1,1,1,1,1", "2018/01/02 09:31,1,1,1,1,1", "2018.01.02T09:31:00.000,1,1,1,1,1",
           "20180102 09:31:00,1,1,1,1,1", "2018/1/2 9:31,1,1,1,1,1", " \"2018-01-02 09:31:00\" ,1,1,1,1, 1\r"}) {
-        EXPECT_EQ(rowOf(line).date, 20180102) << line;
-        EXPECT_EQ(rowOf(line).clock, 571) << line;
+        EXPECT_EQ(parsedRow(line).date, 20180102) << line;
+        EXPECT_EQ(parsedRow(line).clock, 571) << line;
     }
 }
 
@@ -187,7 +187,7 @@ TEST(BarRowParser, ValuesThatNoMarketHasAreRefused) {
 }
 
 TEST(BarRowParser, AnOpenOfZeroIsUnknownAndNoError) {
-    EXPECT_EQ(rowOf("2018-01-02 09:31,0.0,1,1,1,5").open, 0.0);
+    EXPECT_EQ(parsedRow("2018-01-02 09:31,0.0,1,1,1,5").open, 0.0);
 }
 
 TEST(BarRowParser, ARowWithOtherFieldsThanTheHeadingIsRefused) {

@@ -1,5 +1,6 @@
 #include "terminal/formula/BarStream.h"
 
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <gtest/gtest.h>
@@ -7,25 +8,18 @@
 #include <future>
 
 using namespace terminal;
+using tests::kShare;
+using tests::kToday;
+using tests::pricedMinute;
 using tests::ScriptedFeed;
 
 namespace {
-
-constexpr int kToday = 1763654400; // 2025-11-21 00:00 at UTC+8
-const QString kKey = QStringLiteral("SH600000");
-
-MinuteBar at(qint64 time, double price) {
-    MinuteBar bar;
-    bar.time = time;
-    bar.price = price;
-    return bar;
-}
 
 class BarStreamTest : public ::testing::Test {
 protected:
     BarStreamTest() {
         mFeed.setRunningDay(kToday);
-        mFeed.setBars(kKey, kToday, {at(60, 1)});
+        mFeed.setBars(kShare, kToday, {pricedMinute(60, 1)});
     }
     /// Runs a job on the worker and waits for it, and for all that were posted before.
     template <class Job> void onWorker(Job job) {
@@ -39,7 +33,7 @@ protected:
 
     ScriptedFeed mFeed;
     Worker mHome;
-    std::shared_ptr<BarStream> mStream = std::make_shared<BarStream>(mFeed, mHome, kKey, kToday);
+    std::shared_ptr<BarStream> mStream = std::make_shared<BarStream>(mFeed, mHome, kShare, kToday);
     MinuteBars mTaken;
 };
 
@@ -48,18 +42,18 @@ protected:
 TEST_F(BarStreamTest, ItBeginsWithTheBarsUpToNowAndGoesOnWithChanges) {
     onWorker([this] {
         EXPECT_EQ(mStream->open(mStream, [this](const MinuteBar &bar) { mTaken.push_back(bar); }),
-                  MinuteBars({at(60, 1)}));
+                  MinuteBars({pricedMinute(60, 1)}));
     });
-    mFeed.change(kKey, at(60, 2));
-    mFeed.change(kKey, at(120, 3));
-    onWorker([this] { EXPECT_EQ(mTaken, MinuteBars({at(60, 2), at(120, 3)})); });
+    mFeed.change(kShare, pricedMinute(60, 2));
+    mFeed.change(kShare, pricedMinute(120, 3));
+    onWorker([this] { EXPECT_EQ(mTaken, MinuteBars({pricedMinute(60, 2), pricedMinute(120, 3)})); });
     onWorker([this] { mStream->close(); });
 }
 
 TEST_F(BarStreamTest, NothingIsTakenAfterTheClose) {
     onWorker([this] {
         mStream->open(mStream, [this](const MinuteBar &bar) { mTaken.push_back(bar); });
-        mFeed.change(kKey, at(60, 2)); // queues up behind this job
+        mFeed.change(kShare, pricedMinute(60, 2)); // queues up behind this job
         mStream->close();
     });
     onWorker([this] { EXPECT_TRUE(mTaken.empty()); });
@@ -73,13 +67,13 @@ TEST_F(BarStreamTest, ItDoesNotKeepItsOwnerAlive) {
         mStream.reset();
     });
     EXPECT_TRUE(weak.expired());
-    mFeed.change(kKey, at(120, 3));
+    mFeed.change(kShare, pricedMinute(120, 3));
     onWorker([this] { EXPECT_TRUE(mTaken.empty()); });
 }
 
 TEST_F(BarStreamTest, TheMinutesAfterHoursAreLookedAtAgain) {
-    mFeed.setAfterHours(kKey, kToday, {at(900, 5)});
-    const auto stream = std::make_shared<BarStream>(mFeed, mHome, kKey, kToday, true);
+    mFeed.setAfterHours(kShare, kToday, {pricedMinute(900, 5)});
+    const auto stream = std::make_shared<BarStream>(mFeed, mHome, kShare, kToday, true);
     std::promise<void> looked;
     onWorker([&] {
         const MinuteBars bars = stream->open(stream, [&](const MinuteBar &bar) {
@@ -88,11 +82,11 @@ TEST_F(BarStreamTest, TheMinutesAfterHoursAreLookedAtAgain) {
                 looked.set_value();
             }
         });
-        EXPECT_EQ(bars, MinuteBars({at(900, 5)}));
+        EXPECT_EQ(bars, MinuteBars({pricedMinute(900, 5)}));
     });
     looked.get_future().wait();
     onWorker([&] {
-        EXPECT_EQ(mTaken.front(), at(900, 5));
+        EXPECT_EQ(mTaken.front(), pricedMinute(900, 5));
         stream->close();
     });
     EXPECT_EQ(mFeed.listeners(), 0);

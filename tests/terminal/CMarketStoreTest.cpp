@@ -56,7 +56,7 @@ Instrument gold() {
     return instrument;
 }
 
-MinuteBar bar(qint64 time, double price, double volume) {
+MinuteBar storedBar(qint64 time, double price, double volume) {
     return {time, price, price + 1.0, price - 1.0, price, price, volume, price * volume};
 }
 
@@ -107,7 +107,7 @@ TEST_F(CMarketStoreTest, AnInstrumentThatIsPutAgainKeepsItsRowAndItsBars) {
     const qint64 row = put(gold());
     {
         MarketWriter writer(mStore);
-        writer.putDay(row, 1000, BarSource::Imported, {bar(5, 10.0, 3.0)});
+        writer.putDay(row, 1000, BarSource::Imported, {storedBar(5, 10.0, 3.0)});
         ASSERT_TRUE(writer.commit());
     }
     Instrument changed = gold();
@@ -122,10 +122,11 @@ TEST_F(CMarketStoreTest, AnInstrumentThatIsPutAgainKeepsItsRowAndItsBars) {
 TEST_F(CMarketStoreTest, ADayKeepsItsBarsAndItsFigures) {
     openStore();
     const qint64 row = put(gold());
-    const MinuteBars bars{bar(60000, 10.0, 3.0), bar(120000, 12.5, 4.0), bar(180000, 9.5, 5.0)};
+    const MinuteBars bars{storedBar(60000, 10.0, 3.0), storedBar(120000, 12.5, 4.0),
+                          storedBar(180000, 9.5, 5.0)};
     MarketWriter writer(mStore);
     ASSERT_TRUE(writer.putDay(row, 1000, BarSource::Imported, bars));
-    ASSERT_TRUE(writer.putDay(row, 2000, BarSource::Simulated, {bar(240000, 7.0, 1.0)}));
+    ASSERT_TRUE(writer.putDay(row, 2000, BarSource::Simulated, {storedBar(240000, 7.0, 1.0)}));
     ASSERT_TRUE(writer.commit());
     EXPECT_EQ(mStore.bars(row, 1000), bars);
     EXPECT_EQ(mStore.days(row), (QVector<int>{1000, 2000}));
@@ -148,7 +149,7 @@ TEST_F(CMarketStoreTest, AWriterThatGoesWithoutCommitLeavesNothing) {
     const qint64 row = put(gold());
     {
         MarketWriter writer(mStore);
-        EXPECT_TRUE(writer.putDay(row, 1000, BarSource::Imported, {bar(60000, 10.0, 3.0)}));
+        EXPECT_TRUE(writer.putDay(row, 1000, BarSource::Imported, {storedBar(60000, 10.0, 3.0)}));
         EXPECT_EQ(mStore.days(row).size(), 1); // seen by the same connection
     }
     EXPECT_TRUE(mStore.days(row).isEmpty());
@@ -167,7 +168,7 @@ TEST_F(CMarketStoreTest, EveryThreadReadsThroughItsOwnConnection) {
     const qint64 row = put(gold());
     {
         MarketWriter writer(mStore);
-        writer.putDay(row, 1000, BarSource::Imported, {bar(60000, 10.0, 3.0)});
+        writer.putDay(row, 1000, BarSource::Imported, {storedBar(60000, 10.0, 3.0)});
         ASSERT_TRUE(writer.commit());
     }
     const int before = QSqlDatabase::connectionNames().size();
@@ -267,7 +268,7 @@ TEST_F(CMarketStoreTest, ADamagedPageIsFoundWhenTheStoreIsOpened) {
         const qint64 row = writer.putInstrument(gold());
         MinuteBars bars;
         for (int i = 1; i < 2000; ++i) {
-            bars.push_back(bar(i * 60000LL, 10.0, 3.0));
+            bars.push_back(storedBar(i * 60000LL, 10.0, 3.0));
         }
         writer.putDay(row, 1000, BarSource::Imported, bars);
         ASSERT_TRUE(writer.commit());

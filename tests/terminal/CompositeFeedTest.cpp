@@ -1,5 +1,6 @@
 #include "terminal/market/CompositeFeed.h"
 
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QMap>
@@ -7,19 +8,18 @@
 #include <gtest/gtest.h>
 
 using namespace terminal;
+using tests::kOpen;
+using tests::kToday;
 
 namespace {
 
-constexpr int kToday = 1763654400; // 2025-11-21 00:00 at UTC+8
-constexpr qint64 kOpen = kToday * 1000LL + 34200000; // 09:30
-
-qint64 at(int minute) {
+qint64 timeAfterOpen(int minute) {
     return kOpen + minute * 60000LL;
 }
 
-MinuteBar bar(int minute, double price, double average = 0.0, double volume = 0.0, double open = 0.0) {
+MinuteBar memberBar(int minute, double price, double average = 0.0, double volume = 0.0, double open = 0.0) {
     MinuteBar made;
-    made.time = at(minute);
+    made.time = timeAfterOpen(minute);
     made.open = open;
     made.price = price;
     made.average = average > 0.0 ? average : price;
@@ -42,8 +42,8 @@ const std::vector<CompositeMember> kPair{{"A", 2.0, 9.0}, {"B", -1.0, 5.0}};
 } // namespace
 
 TEST(CompositeBars, AMinuteIsTheWeightedSumAndMembersStandAtTheirLastPrice) {
-    const std::vector<MinuteBars> bars{{bar(0, 10, 10, 100), bar(2, 12, 11, 50)},
-                                       {bar(1, 6, 6, 7), bar(2, 7, 6.5, 3)}};
+    const std::vector<MinuteBars> bars{{memberBar(0, 10, 10, 100), memberBar(2, 12, 11, 50)},
+                                       {memberBar(1, 6, 6, 7), memberBar(2, 7, 6.5, 3)}};
     const MinuteBars composite = composeBars(kPair, bars);
     // 2*10-5 (before its first bar: the close before), 2*10-6, 2*12-7
     EXPECT_EQ(pricesOf(composite), (std::vector<double>{15, 14, 17}));
@@ -57,7 +57,8 @@ TEST(CompositeBars, AMinuteIsTheWeightedSumAndMembersStandAtTheirLastPrice) {
 }
 
 TEST(CompositeBars, OpeningPricesComposeToo) {
-    const std::vector<MinuteBars> bars{{bar(0, 10, 10, 1, 9.5), bar(1, 11)}, {bar(0, 6, 6, 1, 5.5)}};
+    const std::vector<MinuteBars> bars{{memberBar(0, 10, 10, 1, 9.5), memberBar(1, 11)},
+                                       {memberBar(0, 6, 6, 1, 5.5)}};
     const MinuteBars composite = composeBars(kPair, bars);
     EXPECT_EQ(composite[0].open, 2 * 9.5 - 5.5);
     EXPECT_EQ(composite[0].price, 14.0);
@@ -69,9 +70,10 @@ TEST(CompositeBars, OpeningPricesComposeToo) {
 
 TEST(CompositeBars, WithoutACloseBeforeAMemberStandsAtItsFirstOpeningPrice) {
     const std::vector<CompositeMember> members{{"A", 1.0, 0.0}, {"B", 1.0, 0.0}};
-    EXPECT_EQ(pricesOf(composeBars(members, {{bar(0, 10), bar(1, 11)}, {bar(1, 6, 6, 1, 5.5)}})),
-              (std::vector<double>{15.5, 17}));
-    EXPECT_EQ(pricesOf(composeBars(members, {{bar(0, 10)}, {}})), (std::vector<double>{10}));
+    EXPECT_EQ(
+        pricesOf(composeBars(members, {{memberBar(0, 10), memberBar(1, 11)}, {memberBar(1, 6, 6, 1, 5.5)}})),
+        (std::vector<double>{15.5, 17}));
+    EXPECT_EQ(pricesOf(composeBars(members, {{memberBar(0, 10)}, {}})), (std::vector<double>{10}));
 }
 
 TEST(CompositeBars, NoMembersAndNoBarsMakeNoMinutes) {
@@ -81,11 +83,12 @@ TEST(CompositeBars, NoMembersAndNoBarsMakeNoMinutes) {
 
 TEST(CompositeBars, TakingABarGivesTheSameAsComposingAnew) {
     std::vector<CompositeMember> members{{"A", 2.0, 9.0}, {"B", -1.0, 0.0}, {"C", 0.5, 3.0}};
-    std::vector<MinuteBars> bars{{bar(0, 10), bar(2, 12)}, {bar(3, 6)}, {}};
+    std::vector<MinuteBars> bars{{memberBar(0, 10), memberBar(2, 12)}, {memberBar(3, 6)}, {}};
     MinuteBars composite = composeBars(members, bars);
-    const std::vector<std::pair<size_t, MinuteBar>> changes{{0, bar(3, 13)}, {1, bar(3, 7)},  {2, bar(1, 4)},
-                                                            {0, bar(0, 9)},  {1, bar(1, 5)},  {2, bar(5, 6)},
-                                                            {0, bar(5, 1)},  {0, bar(2, 12)}, {1, bar(0, 8)}};
+    const std::vector<std::pair<size_t, MinuteBar>> changes{
+        {0, memberBar(3, 13)}, {1, memberBar(3, 7)},  {2, memberBar(1, 4)},
+        {0, memberBar(0, 9)},  {1, memberBar(1, 5)},  {2, memberBar(5, 6)},
+        {0, memberBar(5, 1)},  {0, memberBar(2, 12)}, {1, memberBar(0, 8)}};
     for (const auto &[member, change] : changes) {
         const MinuteBars before = composite;
         const MinuteBars told = takeMemberBar(members, bars, composite, member, change);
@@ -109,9 +112,9 @@ class CompositeFeedTest : public ::testing::Test {
 protected:
     CompositeFeedTest() {
         mInner.setRunningDay(kToday);
-        mInner.setBars("A", kToday, {bar(0, 10)});
-        mInner.setBars("B", kToday, {bar(0, 6)});
-        mInner.setAfterHours("A", kToday, {bar(335, 10)});
+        mInner.setBars("A", kToday, {memberBar(0, 10)});
+        mInner.setBars("B", kToday, {memberBar(0, 6)});
+        mInner.setAfterHours("A", kToday, {memberBar(335, 10)});
     }
 
     MarketFeed::Listener listener() {
@@ -131,7 +134,7 @@ TEST_F(CompositeFeedTest, InstrumentsAreThoseOfTheOtherFeed) {
     EXPECT_EQ(pricesOf(mFeed.dayBars("A", kToday)), (std::vector<double>{10}));
     EXPECT_EQ(mFeed.afterHoursBars("A", kToday).size(), 1u);
     const MarketFeed::Subscription subscription = mFeed.subscribe("A", kToday, listener());
-    mInner.change("A", bar(1, 11));
+    mInner.change("A", memberBar(1, 11));
     ASSERT_EQ(mUpdates.size(), 1u);
     EXPECT_EQ(mUpdates[0].key, "A");
     mFeed.unsubscribe(subscription.id);
@@ -146,38 +149,38 @@ TEST_F(CompositeFeedTest, ADayOfACompositeComesFromItsMembers) {
 TEST_F(CompositeFeedTest, ATickOfAMemberMovesTheLastMinute) {
     const MarketFeed::Subscription subscription = mFeed.subscribe("PAIR", kToday, listener());
     EXPECT_EQ(pricesOf(subscription.bars), (std::vector<double>{14}));
-    mInner.change("B", bar(0, 7));
-    mInner.change("A", bar(1, 11));
-    mInner.change("B", bar(1, 7.5));
+    mInner.change("B", memberBar(0, 7));
+    mInner.change("A", memberBar(1, 11));
+    mInner.change("B", memberBar(1, 7.5));
     ASSERT_EQ(mUpdates.size(), 3u);
     EXPECT_EQ(mUpdates[0].key, "PAIR");
     EXPECT_EQ(mUpdates[0].day, kToday);
-    EXPECT_EQ(mUpdates[0].bar.time, at(0));
+    EXPECT_EQ(mUpdates[0].bar.time, timeAfterOpen(0));
     EXPECT_EQ(mUpdates[0].bar.price, 13);
-    EXPECT_EQ(mUpdates[1].bar.time, at(1));
+    EXPECT_EQ(mUpdates[1].bar.time, timeAfterOpen(1));
     EXPECT_EQ(mUpdates[1].bar.price, 15);
     EXPECT_EQ(mUpdates[2].bar.price, 14.5);
     mFeed.unsubscribe(subscription.id);
-    mInner.change("A", bar(2, 12));
+    mInner.change("A", memberBar(2, 12));
     EXPECT_EQ(mUpdates.size(), 3u);
     EXPECT_EQ(mInner.listeners(), 0);
 }
 
 TEST_F(CompositeFeedTest, ARevisedMinuteOfAMemberChangesThoseInWhichItStandsAtIt) {
-    mInner.setBars("A", kToday, {bar(0, 10), bar(2, 12)});
-    mInner.setBars("B", kToday, {bar(0, 6), bar(1, 6), bar(2, 6)});
+    mInner.setBars("A", kToday, {memberBar(0, 10), memberBar(2, 12)});
+    mInner.setBars("B", kToday, {memberBar(0, 6), memberBar(1, 6), memberBar(2, 6)});
     mFeed.subscribe("PAIR", kToday, listener());
-    mInner.change("A", bar(0, 9));
+    mInner.change("A", memberBar(0, 9));
     ASSERT_EQ(mUpdates.size(), 2u);
-    EXPECT_EQ(mUpdates[0].bar.time, at(0));
+    EXPECT_EQ(mUpdates[0].bar.time, timeAfterOpen(0));
     EXPECT_EQ(mUpdates[0].bar.price, 12);
-    EXPECT_EQ(mUpdates[1].bar.time, at(1));
+    EXPECT_EQ(mUpdates[1].bar.time, timeAfterOpen(1));
     EXPECT_EQ(mUpdates[1].bar.price, 12);
 }
 
 TEST_F(CompositeFeedTest, ADayThatDoesNotRunHasNoSubscription) {
     const int yesterday = kToday - 86400;
-    mInner.setBars("A", yesterday, {bar(-1440, 10)});
+    mInner.setBars("A", yesterday, {memberBar(-1440, 10)});
     const MarketFeed::Subscription subscription = mFeed.subscribe("PAIR", yesterday, listener());
     EXPECT_EQ(subscription.id, 0);
     EXPECT_EQ(pricesOf(subscription.bars), (std::vector<double>{15}));

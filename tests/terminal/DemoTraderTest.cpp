@@ -1,18 +1,18 @@
 #include "terminal/trade/DemoTrader.h"
 
 #include "terminal/market/MarketDate.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <map>
 #include <set>
 
 using namespace terminal;
+using tests::kBond;
+using tests::kShare;
+using tests::kSteelFuture;
 
 namespace {
-
-const QString kShare = QStringLiteral("SH600000");
-const QString kBond = QStringLiteral("SH113050");
-const QString kFuture = QStringLiteral("SHFERB2701");
 
 /// A trader of its own account over bars that the test makes.
 class DemoTraderTest : public StoreFixture {
@@ -180,7 +180,7 @@ TEST_F(DemoTraderTest, FuturesAreOpenedBothWaysAndClosedInTheLastMinutes) {
     mPlan.marginRate = 0.1;
     int longs = 0, shorts = 0, closedLate = 0;
     for (const int orders : {7, 8, 9, 10, 31}) {
-        mPlan.desks = {{kFuture, "T", orders, 1, 50}};
+        mPlan.desks = {{kSteelFuture, "T", orders, 1, 50}};
         DemoTrader demo = trader();
         mDeals.clear();
         run(demo, [](int n) { return 3300.0 + 10.0 * (n % 5); });

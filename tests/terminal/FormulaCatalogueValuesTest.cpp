@@ -2,6 +2,8 @@
 
 #include "terminal/formula/FormulaCatalogue.h"
 
+#include "tests/terminal/Samples.h"
+
 #include <QFile>
 #include <QSet>
 
@@ -11,11 +13,10 @@
 #include <cmath>
 
 using namespace terminal;
+using tests::kMinute;
+using tests::kOpen;
 
 namespace {
-
-constexpr qint64 kOpening = 1763688600000; // 2025-11-21 09:30 at UTC+8
-constexpr qint64 kMinute = 60000;
 
 QList<QByteArray> rows(const char *name) {
     QFile file(QString(TIMESHARE_SOURCE_DIR "/tests/terminal/data/") + name);
@@ -43,7 +44,7 @@ Days readDays() {
     for (const QByteArray &line : lines) {
         const QList<QByteArray> fields = line.split(',');
         MinuteBar bar;
-        bar.time = kOpening + static_cast<qint64>(bars.size()) * kMinute;
+        bar.time = kOpen + static_cast<qint64>(bars.size()) * kMinute;
         bar.open = fields[0].toDouble();
         bar.high = fields[1].toDouble();
         bar.low = fields[2].toDouble();

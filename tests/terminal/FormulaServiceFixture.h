@@ -3,6 +3,7 @@
 #include "terminal/formula/FormulaService.h"
 
 #include "tests/terminal/BuiltInFormulas.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QCoreApplication>
@@ -16,11 +17,6 @@ namespace tests {
 
 using terminal::FormulaService;
 using terminal::MinuteBar;
-
-constexpr int kToday = 1763654400; // 2025-11-21 00:00 at UTC+8
-constexpr int kYesterday = 1763568000; // one day earlier
-constexpr qint64 kOpen = kToday * 1000LL + 34200000; // 09:30
-constexpr qint64 kMinute = 60000;
 
 inline MinuteBar bar(qint64 time, double price, double average, double volume, double open = 0.0) {
     MinuteBar made;

@@ -1,13 +1,16 @@
 #include "terminal/formula/HistoryCache.h"
 
+#include "tests/terminal/Samples.h"
+
 #include <gtest/gtest.h>
 
 using terminal::HistoryCache;
+using tests::kToday;
 
 namespace {
 
-constexpr qint64 kDay = 86400000;
-constexpr qint64 kNoon = 1763654400000 + kDay / 2; // 2025-11-21 12:00 at UTC+8
+constexpr qint64 kDayLength = 86400000;
+constexpr qint64 kNoon = kToday * 1000LL + kDayLength / 2; // 12:00
 
 std::shared_ptr<se::RPCFormulaResult> seriesUntil(qint64 time) {
     auto result = std::make_shared<se::RPCFormulaResult>();
@@ -69,7 +72,7 @@ TEST_F(HistoryCacheTest, ANewDayDropsTheOneBefore) {
     HistoryCache cache;
     add(cache, "A");
     add(cache, "B");
-    add(cache, "C", kNoon + kDay);
+    add(cache, "C", kNoon + kDayLength);
     EXPECT_EQ(cache.size(), 1);
     EXPECT_TRUE(has(cache, "C"));
 }
@@ -77,14 +80,14 @@ TEST_F(HistoryCacheTest, ANewDayDropsTheOneBefore) {
 TEST_F(HistoryCacheTest, ASeriesOfAnEarlierDayIsNotKept) {
     HistoryCache cache;
     add(cache, "A");
-    add(cache, "B", kNoon - kDay);
+    add(cache, "B", kNoon - kDayLength);
     EXPECT_FALSE(has(cache, "B"));
     EXPECT_TRUE(has(cache, "A"));
 }
 
 TEST_F(HistoryCacheTest, TheDayTurnsAtMidnightOfTheExchange) {
     HistoryCache cache;
-    const qint64 midnight = kNoon + kDay / 2;
+    const qint64 midnight = kNoon + kDayLength / 2;
     add(cache, "A", midnight - 1);
     add(cache, "B", midnight - 2);
     EXPECT_EQ(cache.size(), 2);
@@ -110,7 +113,6 @@ TEST_F(HistoryCacheTest, StoringAgainReplaces) {
 }
 
 TEST_F(HistoryCacheTest, AViewOfAnotherDayGetsNothing) {
-    constexpr int kToday = 1763654400; // 2025-11-21 at UTC+8
     HistoryCache cache;
     add(cache, "A");
     cache.expect("A", kToday - 86400);
@@ -122,12 +124,11 @@ TEST_F(HistoryCacheTest, AViewOfAnotherDayGetsNothing) {
 }
 
 TEST_F(HistoryCacheTest, TheDayOfADeliveryIsThatOfWhatIsStoredMeanwhile) {
-    constexpr int kToday = 1763654400;
     constexpr int kMonday = kToday + 3 * 86400;
     HistoryCache cache;
     {
         const HistoryCache::Delivery delivery(&cache, kMonday);
-        add(cache, "A", kNoon + kDay / 2 + 1); // in the night before a Monday, on a Saturday
+        add(cache, "A", kNoon + kDayLength / 2 + 1); // in the night before a Monday, on a Saturday
     }
     cache.expect("A", kMonday);
     EXPECT_TRUE(has(cache, "A"));
@@ -149,7 +150,7 @@ TEST_F(HistoryCacheTest, WhatIsOfNoDayIsNotKept) {
 
 TEST_F(HistoryCacheTest, OnceClearedAnyDayIsKeptAgain) {
     HistoryCache cache;
-    add(cache, "A", kNoon + kDay);
+    add(cache, "A", kNoon + kDayLength);
     cache.clear();
     add(cache, "B");
     EXPECT_TRUE(has(cache, "B"));

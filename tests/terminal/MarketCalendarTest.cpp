@@ -1,9 +1,11 @@
 #include "terminal/market/MarketCalendar.h"
 #include "terminal/market/MarketDate.h"
+#include "tests/terminal/Samples.h"
 
 #include <gtest/gtest.h>
 
 using namespace terminal;
+using tests::clockTime;
 
 namespace {
 
@@ -17,10 +19,6 @@ int tradingDaysOfYear(const MarketCalendar &calendar, int year) {
         days += calendar.isTradingDay(date) ? 1 : 0;
     }
     return days;
-}
-
-qint64 at(const QDate &date, int hour, int minute) {
-    return timeOf(date, hour * 60 + minute);
 }
 
 } // namespace
@@ -90,20 +88,20 @@ TEST(MarketCalendar, NoNightIsHeldBeforeAHoliday) {
 
 TEST(MarketCalendar, TheTradingDayOfATimeIsTheLastOne) {
     const MarketCalendar mainland = calendarOf("SH");
-    EXPECT_EQ(mainland.dayAt(at(QDate(2026, 11, 20), 0, 0), false), QDate(2026, 11, 20));
-    EXPECT_EQ(mainland.dayAt(at(QDate(2026, 11, 20), 23, 59), false), QDate(2026, 11, 20));
-    EXPECT_EQ(mainland.dayAt(at(QDate(2026, 11, 22), 12, 0), false), QDate(2026, 11, 20));
+    EXPECT_EQ(mainland.dayAt(clockTime(QDate(2026, 11, 20), 0, 0), false), QDate(2026, 11, 20));
+    EXPECT_EQ(mainland.dayAt(clockTime(QDate(2026, 11, 20), 23, 59), false), QDate(2026, 11, 20));
+    EXPECT_EQ(mainland.dayAt(clockTime(QDate(2026, 11, 22), 12, 0), false), QDate(2026, 11, 20));
 }
 
 TEST(MarketCalendar, WithANightTheNextDayStartsInTheEvening) {
     const MarketCalendar futures = calendarOf("SHFE");
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 11, 19), 20, 54), true), QDate(2026, 11, 19));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 11, 19), 20, 55), true), QDate(2026, 11, 20));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 11, 20), 21, 0), true), QDate(2026, 11, 23));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 11, 21), 1, 0), true), QDate(2026, 11, 23));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 11, 22), 12, 0), true), QDate(2026, 11, 23));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 11, 19), 20, 54), true), QDate(2026, 11, 19));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 11, 19), 20, 55), true), QDate(2026, 11, 20));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 11, 20), 21, 0), true), QDate(2026, 11, 23));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 11, 21), 1, 0), true), QDate(2026, 11, 23));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 11, 22), 12, 0), true), QDate(2026, 11, 23));
     // Nothing is traded on the evening before a holiday, so the day stays until the next one begins.
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 9, 30), 22, 0), true), QDate(2026, 9, 30));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 10, 7), 22, 0), true), QDate(2026, 9, 30));
-    EXPECT_EQ(futures.dayAt(at(QDate(2026, 10, 8), 0, 0), true), QDate(2026, 10, 8));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 9, 30), 22, 0), true), QDate(2026, 9, 30));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 10, 7), 22, 0), true), QDate(2026, 9, 30));
+    EXPECT_EQ(futures.dayAt(clockTime(QDate(2026, 10, 8), 0, 0), true), QDate(2026, 10, 8));
 }

@@ -3,18 +3,15 @@
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/SimulatedClock.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 using namespace terminal;
 using TC::CSingletonT;
+using tests::clockTime;
+using tests::kFriday;
 
 namespace {
-
-const QDate kFriday(2026, 11, 20);
-
-qint64 at(const QDate &date, int hour, int minute) {
-    return timeOf(date, hour * 60 + minute);
-}
 
 class MarketServicesTest : public StoreFixture {
 protected:
@@ -41,7 +38,7 @@ protected:
         return stocks().getStartEndTime(stocks().getInstrumentDetail(QString::fromLatin1(key)), date);
     }
 
-    SimulatedClock mClock{at(kFriday, 10, 0)};
+    SimulatedClock mClock{clockTime(kFriday, 10, 0)};
     std::unique_ptr<MarketServices> mServices;
 };
 
@@ -94,17 +91,17 @@ TEST_F(MarketServicesTest, ThePreviousCloseIsThatOfTheTradingDayBefore) {
 TEST_F(MarketServicesTest, TheTradingDayFollowsTheHostClock) {
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("SH")), dayOf(kFriday));
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("SHFE")), dayOf(kFriday));
-    mClock.setTime(at(kFriday, 21, 10));
+    mClock.setTime(clockTime(kFriday, 21, 10));
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("SH")), dayOf(kFriday));
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("SHFE")), dayOf(QDate(2026, 11, 23)));
-    mClock.setTime(at(QDate(2026, 11, 22), 12, 0));
+    mClock.setTime(clockTime(QDate(2026, 11, 22), 12, 0));
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("SH")), dayOf(kFriday));
     EXPECT_EQ(stocks().getLastTradingDay(QStringLiteral("an unknown market")), dayOf(kFriday));
 }
 
 TEST_F(MarketServicesTest, ANewDayGivesANewRecordWithItsLastClose) {
     const TC::CInstrumentDetailPtr friday = stocks().getInstrumentDetail(QStringLiteral("SH600000"));
-    mClock.setTime(at(QDate(2026, 11, 23), 9, 0));
+    mClock.setTime(clockTime(QDate(2026, 11, 23), 9, 0));
     const TC::CInstrumentDetailPtr monday = stocks().getInstrumentDetail(QStringLiteral("SH600000"));
     EXPECT_NE(friday, monday);
     EXPECT_EQ(monday->mLastClose, closeOf("SH600000", kFriday));
@@ -116,19 +113,22 @@ TEST_F(MarketServicesTest, TradeDatesShift) {
 }
 
 TEST_F(MarketServicesTest, ADayRunsFromItsMidnightToTheEndOfTrading) {
-    EXPECT_EQ(span("SH600000", kFriday), qMakePair(at(kFriday, 0, 0), at(kFriday, 15, 0)));
-    EXPECT_EQ(span("SZ300750", kFriday), qMakePair(at(kFriday, 0, 0), at(kFriday, 15, 30)));
-    EXPECT_EQ(span("CFFEXT2612", kFriday), qMakePair(at(kFriday, 0, 0), at(kFriday, 15, 15)));
-    EXPECT_EQ(span("YSWPCN2612", kFriday), qMakePair(at(kFriday, 0, 0), at(QDate(2026, 11, 21), 2, 0)));
+    EXPECT_EQ(span("SH600000", kFriday), qMakePair(clockTime(kFriday, 0, 0), clockTime(kFriday, 15, 0)));
+    EXPECT_EQ(span("SZ300750", kFriday), qMakePair(clockTime(kFriday, 0, 0), clockTime(kFriday, 15, 30)));
+    EXPECT_EQ(span("CFFEXT2612", kFriday), qMakePair(clockTime(kFriday, 0, 0), clockTime(kFriday, 15, 15)));
+    EXPECT_EQ(span("YSWPCN2612", kFriday),
+              qMakePair(clockTime(kFriday, 0, 0), clockTime(QDate(2026, 11, 21), 2, 0)));
     int date = dayOf(kFriday);
-    EXPECT_EQ(stocks().getStartEndTime(nullptr, date), qMakePair(at(kFriday, 0, 0), at(kFriday, 15, 0)));
+    EXPECT_EQ(stocks().getStartEndTime(nullptr, date),
+              qMakePair(clockTime(kFriday, 0, 0), clockTime(kFriday, 15, 0)));
 }
 
 TEST_F(MarketServicesTest, WithANightADayStartsOnTheEveningBefore) {
     const QDate monday(2026, 11, 23);
-    EXPECT_EQ(span("SHFEAU2612", monday), qMakePair(at(kFriday, 21, 0), at(monday, 15, 0)));
+    EXPECT_EQ(span("SHFEAU2612", monday), qMakePair(clockTime(kFriday, 21, 0), clockTime(monday, 15, 0)));
     const QDate afterHoliday(2026, 10, 8);
-    EXPECT_EQ(span("SHFEAU2612", afterHoliday), qMakePair(at(afterHoliday, 0, 0), at(afterHoliday, 15, 0)));
+    EXPECT_EQ(span("SHFEAU2612", afterHoliday),
+              qMakePair(clockTime(afterHoliday, 0, 0), clockTime(afterHoliday, 15, 0)));
 }
 
 TEST_F(MarketServicesTest, OnlySessionsThatDifferFromTheMarketsAreTold) {

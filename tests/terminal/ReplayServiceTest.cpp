@@ -1,6 +1,7 @@
 #include "terminal/replay/ReplayService.h"
 
 #include "tests/terminal/BuiltInFormulas.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/ScriptedFeed.h"
 
 #include <QFile>
@@ -12,23 +13,23 @@
 #include <atomic>
 
 using namespace terminal;
+using tests::kMinute;
 
 namespace {
 
-constexpr int kDay = 1763568000; // 2025-11-20 at UTC+8
-constexpr qint64 kOpen = kDay * 1000LL + 34200000;
-constexpr qint64 kMinute = 60000;
+constexpr int kReplayDay = tests::kYesterday;
+constexpr qint64 kReplayOpen = kReplayDay * 1000LL + 34200000;
 
 class ReplayServiceTest : public ::testing::Test {
 protected:
     ReplayServiceTest() {
         MinuteBars bars(4);
         for (size_t i = 0; i < bars.size(); ++i) {
-            bars[i].time = kOpen + static_cast<qint64>(i) * kMinute;
+            bars[i].time = kReplayOpen + static_cast<qint64>(i) * kMinute;
             bars[i].price = 10.0 + static_cast<double>(i);
             bars[i].average = 10.0;
         }
-        mFeed.setBars("SH600000", kDay, bars);
+        mFeed.setBars("SH600000", kReplayDay, bars);
         mService.setPace(0);
         QObject::connect(&mService, &ReplayService::finished, [this] { mFinished = true; });
     }
@@ -60,7 +61,7 @@ protected:
     RequestTools mTools{mFeed, tests::makeBuiltInFormula, [this](const QString &, int) { return mPositions; },
                         ScriptModelRunner(mFeed)};
     std::vector<qint64> mPositions; ///< of the day; none for any
-    ReplayService mService{mTools, [](const TC::CFormulaParam &) { return kDay; }};
+    ReplayService mService{mTools, [](const TC::CFormulaParam &) { return kReplayDay; }};
     QStringList mLog;
     QList<bool> mKept; ///< whether each series kept its range
     TC::FormulaResultPtr mLast; ///< the newest series
@@ -73,11 +74,11 @@ TEST_F(ReplayServiceTest, WithoutARangeTheWholeDayIsPlayed) {
     request("a");
     ASSERT_TRUE(waitUntilFinished());
     EXPECT_EQ(mLog, QStringList({"a history 0", "a point 10", "a point 11", "a point 12", "a point 13"}));
-    EXPECT_EQ(mService.replayTime(), kOpen + 3 * kMinute);
+    EXPECT_EQ(mService.replayTime(), kReplayOpen + 3 * kMinute);
 }
 
 TEST_F(ReplayServiceTest, HistoryGoesUpToTheStartOfTheRangeAndPointsToItsEnd) {
-    mService.setThousandRange(kOpen + kMinute, kOpen + 2 * kMinute);
+    mService.setThousandRange(kReplayOpen + kMinute, kReplayOpen + 2 * kMinute);
     request("a");
     ASSERT_TRUE(waitUntilFinished());
     EXPECT_EQ(mLog, QStringList({"a history 2", "a point 12"}));
@@ -88,7 +89,7 @@ TEST_F(ReplayServiceTest, SettingTheRangeAnewStartsOver) {
     ASSERT_TRUE(waitUntilFinished());
     mLog.clear();
     mFinished = false;
-    mService.setThousandRange(kOpen + 2 * kMinute, kOpen + 30 * kMinute);
+    mService.setThousandRange(kReplayOpen + 2 * kMinute, kReplayOpen + 30 * kMinute);
     ASSERT_TRUE(waitUntilFinished());
     EXPECT_EQ(mLog, QStringList({"a history 3", "a point 13"}));
 }
@@ -128,19 +129,19 @@ TEST_F(ReplayServiceTest, PausedItStandsStill) {
 TEST_F(ReplayServiceTest, WhatIsPlayedStandsOnThePositionsOfTheDay) {
     // A position before the first bar, and one after the second bar without a trade.
     for (const int minute : {-1, 0, 1, 2, 3}) {
-        mPositions.push_back(kOpen + minute * kMinute);
+        mPositions.push_back(kReplayOpen + minute * kMinute);
     }
-    MinuteBars bars = mFeed.dayBars("SH600000", kDay);
+    MinuteBars bars = mFeed.dayBars("SH600000", kReplayDay);
     bars.erase(bars.begin() + 2);
-    mFeed.setBars("SH600000", kDay, bars);
-    mService.setThousandRange(kOpen, kOpen + 30 * kMinute);
+    mFeed.setBars("SH600000", kReplayDay, bars);
+    mService.setThousandRange(kReplayOpen, kReplayOpen + 30 * kMinute);
     request("a");
     ASSERT_TRUE(waitUntilFinished());
     EXPECT_EQ(mLog, QStringList({"a history 2", "a point 11", "a history 5"}))
         << "the minute after a quiet one changes more than its own point";
     EXPECT_EQ(mKept, QList<bool>({false, true}));
     ASSERT_EQ(mLast->mTimes.size(), 5u);
-    EXPECT_EQ(mLast->mTimes[3].first, kOpen + 2 * kMinute);
+    EXPECT_EQ(mLast->mTimes[3].first, kReplayOpen + 2 * kMinute);
     EXPECT_EQ(mLast->mValues[0][3], 11.0) << "the price before it";
 }
 
@@ -163,7 +164,7 @@ protected:
 };
 
 TEST_F(ReplayedModelTest, ItsSeriesGrowsWithWhatIsPlayed) {
-    mService.setThousandRange(kOpen + kMinute, kOpen + 2 * kMinute);
+    mService.setThousandRange(kReplayOpen + kMinute, kReplayOpen + 2 * kMinute);
     mService.setPaused(true);
     request("m", write("import json, sys\n"
                        "told = json.loads(sys.stdin.readline())\n"
@@ -180,8 +181,8 @@ TEST_F(ReplayedModelTest, ItsSeriesGrowsWithWhatIsPlayed) {
 }
 
 TEST_F(ReplayedModelTest, ItsGroupIsNotSeenAheadOfTheReplay) {
-    mFeed.setBars("SZ000001", kDay, mFeed.dayBars("SH600000", kDay));
-    mService.setThousandRange(kOpen + kMinute, kOpen + kMinute);
+    mFeed.setBars("SZ000001", kReplayDay, mFeed.dayBars("SH600000", kReplayDay));
+    mService.setThousandRange(kReplayOpen + kMinute, kReplayOpen + kMinute);
     mService.setPaused(true);
     TC::CFormulaParam param;
     param.mRequestId = "m";
@@ -195,7 +196,7 @@ TEST_F(ReplayedModelTest, ItsGroupIsNotSeenAheadOfTheReplay) {
               "n = float(len(told['group'][0]['bars']['price']))\n"
               "print(json.dumps({'line': 'n', 'values': [n for _ in told['bars']['price']]}))\n");
     QVector<TC::CFormulaParam> params{param};
-    mService.setThousandRange(kOpen + kMinute, kOpen + 2 * kMinute);
+    mService.setThousandRange(kReplayOpen + kMinute, kReplayOpen + 2 * kMinute);
     mService.requestFormulas("SH600000", params,
                              [this](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &result,
                                     const QString &, int, const QString &, bool) { mLast = result; },
@@ -219,14 +220,14 @@ TEST_F(ReplayedModelTest, AWithdrawnOneIsEnded) {
 TEST_F(ReplayServiceTest, WhatItPlaysIsNotGivenToTheMarketsCharts) {
     HistoryCache cache;
     ReplayService service(
-        mTools, [](const TC::CFormulaParam &) { return kDay; }, &cache);
+        mTools, [](const TC::CFormulaParam &) { return kReplayDay; }, &cache);
     TC::CFormulaParam param;
     param.mRequestId = "a";
     param.mMarket = "SH";
     param.mCode = "600000";
     param.mFormulaName = "REALTIME";
     QVector<TC::CFormulaParam> params{param};
-    service.setThousandRange(kOpen + kMinute, kOpen + 2 * kMinute);
+    service.setThousandRange(kReplayOpen + kMinute, kReplayOpen + 2 * kMinute);
     bool called = false;
     service.requestFormulas("SH600000", params,
                             [&](const TC::FormulaMetaPtr &meta, const TC::FormulaResultPtr &result,

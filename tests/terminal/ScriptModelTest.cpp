@@ -1,6 +1,7 @@
 #include "terminal/formula/ScriptModel.h"
 
 #include "terminal/formula/ScriptModelCatalogue.h"
+#include "tests/terminal/Samples.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -15,17 +16,17 @@
 #include <thread>
 
 using namespace terminal;
+using tests::kToday;
 
 namespace {
 
-constexpr int kDay = 1763654400; // 2025-11-21 00:00 at UTC+8
 const QString kScripts = QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts/");
 
 MinuteBars barsOf(const std::vector<double> &prices) {
     MinuteBars bars;
     for (const double price : prices) {
         MinuteBar bar;
-        bar.time = kDay * 1000LL + (571 + static_cast<qint64>(bars.size())) * 60000;
+        bar.time = kToday * 1000LL + (571 + static_cast<qint64>(bars.size())) * 60000;
         bar.open = bar.high = bar.low = bar.price = bar.average = price;
         bar.volume = 100;
         bars.push_back(bar);
@@ -37,7 +38,7 @@ class ScriptModelTest : public ::testing::Test {
 protected:
     ScriptModelTest() {
         mInput.key = "SH600000";
-        mInput.day = kDay;
+        mInput.day = kToday;
         mInput.bars = barsOf({10.0, 11.0});
         mSettings.limits.milliseconds = 30000;
     }
@@ -82,7 +83,7 @@ TEST_F(ScriptModelTest, AModelReadsBarsAndArgumentsAndGivesLines) {
     ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
     EXPECT_EQ(outcome.meta.mLineNames, (std::vector<std::string>{"SH600000 2025-11-21"}));
     EXPECT_EQ(outcome.result.mValues, (std::vector<std::vector<double>>{{25.0, 27.5}}));
-    EXPECT_EQ(outcome.result.mTimes.front(), (se::TimePosition{kDay * 1000LL + 571 * 60000, 0}));
+    EXPECT_EQ(outcome.result.mTimes.front(), (se::TimePosition{kToday * 1000LL + 571 * 60000, 0}));
 }
 
 TEST_F(ScriptModelTest, AMissingFileIsToldByItsName) {

@@ -1,17 +1,13 @@
 #include "terminal/formula/SeriesComputer.h"
 
+#include "tests/terminal/Samples.h"
+
 #include <gtest/gtest.h>
 
 using namespace terminal;
+using tests::pricedMinute;
 
 namespace {
-
-MinuteBar at(qint64 time, double price) {
-    MinuteBar bar;
-    bar.time = time;
-    bar.price = price;
-    return bar;
-}
 
 /// One line: the price plus the price of another instrument at the same time.
 class SumProgram : public FormulaProgram {
@@ -55,12 +51,12 @@ TEST(SeriesComputer, WithoutAProgramTheSeriesIsEmpty) {
     const SeriesComputer computer;
     EXPECT_FALSE(computer.hasProgram());
     EXPECT_TRUE(computer.underlying().isEmpty());
-    EXPECT_TRUE(computer.series({{}, {at(60, 1)}}).result.mTimes.empty());
+    EXPECT_TRUE(computer.series({{}, {pricedMinute(60, 1)}}).result.mTimes.empty());
 }
 
 TEST(SeriesComputer, APositionBeforeTheFirstBarHasAPointThatIsNotValid) {
     const SeriesComputer computer(std::make_unique<SumProgram>());
-    const FormulaSeries series = computer.series({{60, 120}, {at(180, 3)}});
+    const FormulaSeries series = computer.series({{60, 120}, {pricedMinute(180, 3)}});
     ASSERT_EQ(series.result.mTimes.size(), 3u);
     EXPECT_EQ(series.result.mTimes[0].first, 60);
     EXPECT_EQ(series.result.mTimes[2].first, 180);
@@ -78,21 +74,23 @@ TEST(SeriesComputer, AnEmptySeriesIsNotPadded) {
 
 TEST(SeriesComputer, TheLastPointIsThatOfTheLastBar) {
     SeriesComputer computer(std::make_unique<SumProgram>());
-    computer.setUnderlying({at(120, 10)});
-    const se::RPCFormulaInstantResult point = computer.lastPoint({{}, {at(60, 1), at(120, 2)}});
+    computer.setUnderlying({pricedMinute(120, 10)});
+    const se::RPCFormulaInstantResult point =
+        computer.lastPoint({{}, {pricedMinute(60, 1), pricedMinute(120, 2)}});
     EXPECT_EQ(point.mTime.first, 120);
     EXPECT_EQ(point.mValues, (std::vector<double>{12.0}));
 }
 
 TEST(SeriesComputer, AChangeOfTheOtherInstrumentConcernsTheMinutesFromItsOwnOn) {
-    const MinuteBars placed{at(60, 1), at(120, 2), at(180, 3)};
+    const MinuteBars placed{pricedMinute(60, 1), pricedMinute(120, 2), pricedMinute(180, 3)};
     SeriesComputer computer(std::make_unique<SumProgram>());
-    computer.setUnderlying({at(60, 10)});
-    EXPECT_EQ(computer.takeUnderlying(at(240, 20), placed), SeriesChange::None) << "still to come";
-    EXPECT_EQ(computer.takeUnderlying(at(180, 20), placed), SeriesChange::LastPoint);
-    EXPECT_EQ(computer.takeUnderlying(at(180, 20), placed), SeriesChange::None) << "the same bar";
-    EXPECT_EQ(computer.takeUnderlying(at(120, 20), placed), SeriesChange::Whole);
-    EXPECT_EQ(computer.takeUnderlying(at(60, 30), {at(60, 1)}), SeriesChange::LastPoint) << "the only one";
-    EXPECT_EQ(computer.takeUnderlying(at(60, 40), {}), SeriesChange::None);
+    computer.setUnderlying({pricedMinute(60, 10)});
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(240, 20), placed), SeriesChange::None) << "still to come";
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(180, 20), placed), SeriesChange::LastPoint);
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(180, 20), placed), SeriesChange::None) << "the same bar";
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(120, 20), placed), SeriesChange::Whole);
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(60, 30), {pricedMinute(60, 1)}), SeriesChange::LastPoint)
+        << "the only one";
+    EXPECT_EQ(computer.takeUnderlying(pricedMinute(60, 40), {}), SeriesChange::None);
     EXPECT_EQ(computer.series({{}, placed}).result.mValues[0], (std::vector<double>{41.0, 22.0, 23.0}));
 }

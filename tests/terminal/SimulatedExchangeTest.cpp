@@ -3,6 +3,7 @@
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/SimulatedDay.h"
 #include "terminal/market/SimulatedTicks.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <atomic>
@@ -11,15 +12,11 @@
 #include <map>
 
 using namespace terminal;
+using tests::clockTime;
+using tests::kFriday;
+using tests::kShare;
 
 namespace {
-
-const QDate kDay(2026, 11, 20); // a Friday
-const QString kShare = QStringLiteral("SH600000");
-
-qint64 at(int hour, int minute, int second = 0) {
-    return timeOf(kDay, hour * 60 + minute) + second * 1000;
-}
 
 /// A real time that moves when it is told to.
 struct HandClock {
@@ -31,11 +28,13 @@ struct HandClock {
 
 class SimulatedExchangeTest : public StoreFixture {
 protected:
-    void SetUp() override { openFilledStore(at(9, 25)); }
-    MinuteBars whole(const QString &key) { return mStore.bars(mStore.catalogue()->find(key)->id, dayOf(kDay)); }
+    void SetUp() override { openFilledStore(clockTime(kFriday, 9, 25)); }
+    MinuteBars whole(const QString &key) {
+        return mStore.bars(mStore.catalogue()->find(key)->id, dayOf(kFriday));
+    }
 
     HandClock mHand;
-    SimulatedClock mClock{at(9, 25), 1.0, mHand.source()};
+    SimulatedClock mClock{clockTime(kFriday, 9, 25), 1.0, mHand.source()};
     SimulatedExchange mExchange{mStore, mClock};
 };
 
@@ -68,23 +67,23 @@ public:
 
 TEST(SimulatedClock, RunsAtItsPaceUntilItIsPaused) {
     HandClock hand;
-    SimulatedClock clock(at(9, 30), 60.0, hand.source());
-    EXPECT_EQ(clock.now(), at(9, 30));
+    SimulatedClock clock(clockTime(kFriday, 9, 30), 60.0, hand.source());
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 9, 30));
     *hand.real += 1000;
-    EXPECT_EQ(clock.now(), at(9, 31));
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 9, 31));
     clock.pause();
     *hand.real += 5000;
-    EXPECT_EQ(clock.now(), at(9, 31));
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 9, 31));
     EXPECT_TRUE(clock.isPaused());
     clock.resume();
     *hand.real += 500;
-    EXPECT_EQ(clock.now(), at(9, 31, 30));
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 9, 31, 30));
     clock.setPace(1.0);
     *hand.real += 30000;
-    EXPECT_EQ(clock.now(), at(9, 32));
-    clock.setTime(at(13, 0));
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 9, 32));
+    clock.setTime(clockTime(kFriday, 13, 0));
     *hand.real += 1000;
-    EXPECT_EQ(clock.now(), at(13, 0, 1));
+    EXPECT_EQ(clock.now(), clockTime(kFriday, 13, 0, 1));
 }
 
 TEST(SimulatedClock, ItsPaceIsHeldWithinOneAndSixHundred) {
@@ -99,21 +98,21 @@ TEST(SimulatedClock, ItsPaceIsHeldWithinOneAndSixHundred) {
 
 TEST(SimulatedClock, TellsTheClockOfTheExchange) {
     HandClock hand;
-    const SimulatedClock clock(at(9, 30), 1.0, hand.source());
+    const SimulatedClock clock(clockTime(kFriday, 9, 30), 1.0, hand.source());
     EXPECT_EQ(clock.currentDateTime().time(), QTime(9, 30));
-    EXPECT_EQ(clock.currentDateTime().date(), kDay);
-    EXPECT_EQ(clock.currentDateTime().toMSecsSinceEpoch(), at(9, 30));
+    EXPECT_EQ(clock.currentDateTime().date(), kFriday);
+    EXPECT_EQ(clock.currentDateTime().toMSecsSinceEpoch(), clockTime(kFriday, 9, 30));
 }
 
 TEST(SimulatedTicks, ABarGrowsUntilItIsWhole) {
-    const MinuteBars day{{at(9, 30), 10, 10, 10, 10, 10, 100, 1000},
-                         {at(9, 31), 10, 12, 9, 11, 10.4, 5000, 52500}};
+    const MinuteBars day{{clockTime(kFriday, 9, 30), 10, 10, 10, 10, 10, 100, 1000},
+                         {clockTime(kFriday, 9, 31), 10, 12, 9, 11, 10.4, 5000, 52500}};
     const std::vector<SimulatedTick> ticks = ticksOfBar(day, 1, 3);
     ASSERT_GE(ticks.size(), 4u);
     for (size_t i = 0; i < ticks.size(); ++i) {
-        EXPECT_GT(ticks[i].at, at(9, 30));
-        EXPECT_LE(ticks[i].at, at(9, 31) + kLongestLag);
-        EXPECT_EQ(ticks[i].bar.time, at(9, 31));
+        EXPECT_GT(ticks[i].at, clockTime(kFriday, 9, 30));
+        EXPECT_LE(ticks[i].at, clockTime(kFriday, 9, 31) + kLongestLag);
+        EXPECT_EQ(ticks[i].bar.time, clockTime(kFriday, 9, 31));
         EXPECT_EQ(ticks[i].bar.open, 10.0);
         EXPECT_LE(ticks[i].bar.high, 12.0);
         EXPECT_GE(ticks[i].bar.low, 9.0);
@@ -124,23 +123,23 @@ TEST(SimulatedTicks, ABarGrowsUntilItIsWhole) {
 }
 
 TEST(SimulatedTicks, TheAuctionComesAtOnceBeforeTradingStarts) {
-    const MinuteBars day{{at(9, 30), 10, 10, 10, 10, 10, 100, 1000}};
+    const MinuteBars day{{clockTime(kFriday, 9, 30), 10, 10, 10, 10, 10, 100, 1000}};
     const std::vector<SimulatedTick> ticks = ticksOfBar(day, 0, 3);
     ASSERT_EQ(ticks.size(), 1u);
-    EXPECT_EQ(ticks[0].at, at(9, 25));
-    EXPECT_TRUE(barsAt(day, at(9, 25) - 1, 3).empty());
-    EXPECT_EQ(barsAt(day, at(9, 25), 3), day);
+    EXPECT_EQ(ticks[0].at, clockTime(kFriday, 9, 25));
+    EXPECT_TRUE(barsAt(day, clockTime(kFriday, 9, 25) - 1, 3).empty());
+    EXPECT_EQ(barsAt(day, clockTime(kFriday, 9, 25), 3), day);
 }
 
 TEST_F(SimulatedExchangeTest, ADayComesPieceByPieceAndEndsAsTheStoredOne) {
     const MinuteBars expected = whole(kShare);
-    const auto start = mExchange.subscribe(kShare, dayOf(kDay), [](const MinuteUpdate &) {});
+    const auto start = mExchange.subscribe(kShare, dayOf(kFriday), [](const MinuteUpdate &) {});
     EXPECT_EQ(start.bars.size(), 1u); // the auction
     Follower follower(start.bars);
     mExchange.unsubscribe(start.id);
-    const auto stream = mExchange.subscribe(kShare, dayOf(kDay), [&](const MinuteUpdate &update) {
+    const auto stream = mExchange.subscribe(kShare, dayOf(kFriday), [&](const MinuteUpdate &update) {
         EXPECT_EQ(update.key, kShare);
-        EXPECT_EQ(update.day, dayOf(kDay));
+        EXPECT_EQ(update.day, dayOf(kFriday));
         follower.take(update);
     });
     ASSERT_GT(stream.id, 0);
@@ -148,7 +147,7 @@ TEST_F(SimulatedExchangeTest, ADayComesPieceByPieceAndEndsAsTheStoredOne) {
         *mHand.real += 7000;
         mExchange.advance();
         if (second % 3600 < 7) {
-            EXPECT_EQ(follower.bars(), mExchange.dayBars(kShare, dayOf(kDay)));
+            EXPECT_EQ(follower.bars(), mExchange.dayBars(kShare, dayOf(kFriday)));
         }
     }
     EXPECT_EQ(follower.bars(), expected);
@@ -160,14 +159,14 @@ TEST_F(SimulatedExchangeTest, AnyStepsGiveTheSameUpdates) {
     std::vector<MinuteBar> fine;
     std::vector<MinuteBar> coarse;
     const int first =
-        mExchange.subscribe(kShare, dayOf(kDay), [&](const MinuteUpdate &u) { fine.push_back(u.bar); }).id;
+        mExchange.subscribe(kShare, dayOf(kFriday), [&](const MinuteUpdate &u) { fine.push_back(u.bar); }).id;
     for (int i = 0; i < 600; ++i) {
         *mHand.real += 3000;
         mExchange.advance();
     }
     mExchange.unsubscribe(first);
-    mClock.setTime(at(9, 25));
-    mExchange.subscribe(kShare, dayOf(kDay), [&](const MinuteUpdate &u) { coarse.push_back(u.bar); });
+    mClock.setTime(clockTime(kFriday, 9, 25));
+    mExchange.subscribe(kShare, dayOf(kFriday), [&](const MinuteUpdate &u) { coarse.push_back(u.bar); });
     *mHand.real += 1800000;
     mExchange.advance();
     EXPECT_FALSE(fine.empty());
@@ -176,8 +175,8 @@ TEST_F(SimulatedExchangeTest, AnyStepsGiveTheSameUpdates) {
 
 TEST_F(SimulatedExchangeTest, NothingComesWhileTheClockIsPaused) {
     int updates = 0;
-    mExchange.subscribe(kShare, dayOf(kDay), [&](const MinuteUpdate &) { ++updates; });
-    mClock.setTime(at(9, 45));
+    mExchange.subscribe(kShare, dayOf(kFriday), [&](const MinuteUpdate &) { ++updates; });
+    mClock.setTime(clockTime(kFriday, 9, 45));
     mExchange.advance();
     const int before = updates;
     EXPECT_GT(before, 0);
@@ -199,34 +198,35 @@ TEST_F(SimulatedExchangeTest, OtherDaysAndUnknownInstrumentsAreEmpty) {
     EXPECT_TRUE(mExchange.dayBars(kShare, dayOf(QDate(2026, 11, 21))).empty());
     EXPECT_TRUE(mExchange.dayBars(kShare, dayOf(QDate(2026, 11, 23))).empty());
     EXPECT_TRUE(mExchange.dayBars(kShare, dayOf(QDate(2020, 1, 2))).empty());
-    EXPECT_TRUE(mExchange.dayBars(QStringLiteral("SH999999"), dayOf(kDay)).empty());
-    EXPECT_EQ(mExchange.subscribe(QStringLiteral("SH999999"), dayOf(kDay), [](const MinuteUpdate &) {}).id, 0);
-    EXPECT_EQ(mExchange.subscribe(kShare, dayOf(kDay), nullptr).id, 0);
+    EXPECT_TRUE(mExchange.dayBars(QStringLiteral("SH999999"), dayOf(kFriday)).empty());
+    EXPECT_EQ(mExchange.subscribe(QStringLiteral("SH999999"), dayOf(kFriday), [](const MinuteUpdate &) {}).id,
+              0);
+    EXPECT_EQ(mExchange.subscribe(kShare, dayOf(kFriday), nullptr).id, 0);
 }
 
 TEST_F(SimulatedExchangeTest, AfterHoursMinutesStandApart) {
     const QString growth = QStringLiteral("SZ300750");
-    mClock.setTime(at(15, 40));
-    const MinuteBars day = mExchange.dayBars(growth, dayOf(kDay));
-    const MinuteBars after = mExchange.afterHoursBars(growth, dayOf(kDay));
+    mClock.setTime(clockTime(kFriday, 15, 40));
+    const MinuteBars day = mExchange.dayBars(growth, dayOf(kFriday));
+    const MinuteBars after = mExchange.afterHoursBars(growth, dayOf(kFriday));
     EXPECT_EQ(minuteAt(day.back().time), 900);
     ASSERT_EQ(after.size(), 25u);
     EXPECT_EQ(minuteAt(after.front().time), 906);
     EXPECT_EQ(day.size() + after.size(), whole(growth).size());
-    EXPECT_TRUE(mExchange.afterHoursBars(kShare, dayOf(kDay)).empty());
+    EXPECT_TRUE(mExchange.afterHoursBars(kShare, dayOf(kFriday)).empty());
 }
 
 TEST_F(SimulatedExchangeTest, AListenerMayEndItsOwnSubscription) {
     int updates = 0;
     int id = 0;
     id = mExchange
-             .subscribe(kShare, dayOf(kDay),
+             .subscribe(kShare, dayOf(kFriday),
                         [&](const MinuteUpdate &) {
                             ++updates;
                             mExchange.unsubscribe(id);
                         })
              .id;
-    mClock.setTime(at(10, 0));
+    mClock.setTime(clockTime(kFriday, 10, 0));
     mExchange.advance();
     mExchange.advance();
     EXPECT_EQ(updates, 1);
@@ -234,7 +234,7 @@ TEST_F(SimulatedExchangeTest, AListenerMayEndItsOwnSubscription) {
 
 TEST_F(SimulatedExchangeTest, AnEndedSubscriptionHasLetGoOfItsListener) {
     auto held = std::make_shared<int>(1);
-    const int id = mExchange.subscribe(kShare, dayOf(kDay), [held](const MinuteUpdate &) {}).id;
+    const int id = mExchange.subscribe(kShare, dayOf(kFriday), [held](const MinuteUpdate &) {}).id;
     EXPECT_EQ(held.use_count(), 2);
     mExchange.unsubscribe(id);
     EXPECT_EQ(held.use_count(), 1);
@@ -245,16 +245,16 @@ TEST_F(SimulatedExchangeTest, AnEndedSubscriptionHasLetGoOfItsListener) {
 TEST_F(SimulatedExchangeTest, TheNightOfTheNextDayRunsInTheEvening) {
     const QString gold = QStringLiteral("SHFEAU2612");
     const int monday = dayOf(QDate(2026, 11, 23));
-    EXPECT_EQ(mExchange.runningDay(gold), dayOf(kDay));
-    mClock.setTime(at(21, 30));
+    EXPECT_EQ(mExchange.runningDay(gold), dayOf(kFriday));
+    mClock.setTime(clockTime(kFriday, 21, 30));
     mExchange.advance();
     EXPECT_EQ(mExchange.runningDay(gold), monday);
-    EXPECT_EQ(mExchange.runningDay(kShare), dayOf(kDay));
+    EXPECT_EQ(mExchange.runningDay(kShare), dayOf(kFriday));
     const auto stream = mExchange.subscribe(gold, monday, [](const MinuteUpdate &) {});
     EXPECT_GT(stream.id, 0);
     ASSERT_FALSE(stream.bars.empty());
-    EXPECT_EQ(stream.bars.front().time, at(21, 0));
-    EXPECT_LE(stream.bars.back().time, at(21, 31));
+    EXPECT_EQ(stream.bars.front().time, clockTime(kFriday, 21, 0));
+    EXPECT_LE(stream.bars.back().time, clockTime(kFriday, 21, 31));
 }
 
 TEST_F(SimulatedExchangeTest, WhenANewDayBeginsTheOneBeforeIsInTheStore) {
@@ -273,33 +273,34 @@ TEST_F(SimulatedExchangeTest, ItsThreadDeliversAndEnds) {
     std::mutex lock;
     std::condition_variable some;
     int updates = 0;
-    mExchange.subscribe(kShare, dayOf(kDay), [&](const MinuteUpdate &) {
+    mExchange.subscribe(kShare, dayOf(kFriday), [&](const MinuteUpdate &) {
         std::lock_guard<std::mutex> hold(lock);
         ++updates;
         some.notify_all();
     });
     mExchange.start();
     mExchange.start();
-    mClock.setTime(at(10, 0));
+    mClock.setTime(clockTime(kFriday, 10, 0));
     {
         std::unique_lock<std::mutex> hold(lock);
         EXPECT_TRUE(some.wait_for(hold, std::chrono::seconds(20), [&] { return updates > 50; }));
     }
     mExchange.stop();
     const int ended = updates;
-    mClock.setTime(at(11, 0));
+    mClock.setTime(clockTime(kFriday, 11, 0));
     mExchange.stop();
     EXPECT_EQ(updates, ended);
 }
 
 TEST_F(SimulatedExchangeTest, StartsWithTheAuctionOfTheLastTradingDay) {
-    EXPECT_EQ(simulationStart(*mStore.catalogue(), timeOf(QDate(2026, 11, 21), 700)), at(9, 25));
-    EXPECT_EQ(simulationStart(*mStore.catalogue(), at(8, 0)), at(9, 25));
+    EXPECT_EQ(simulationStart(*mStore.catalogue(), timeOf(QDate(2026, 11, 21), 700)),
+              clockTime(kFriday, 9, 25));
+    EXPECT_EQ(simulationStart(*mStore.catalogue(), clockTime(kFriday, 8, 0)), clockTime(kFriday, 9, 25));
 }
 
 TEST_F(SimulatedExchangeTest, EveryInstrumentRunsFromItsAuctionToItsCloseAtAnyPace) {
     constexpr qint64 kStep = 600000; // of the market's time
-    const qint64 evening = timeOf(kDay.addDays(-1), 20 * 60 + 56); // the auction of the night sessions
+    const qint64 evening = timeOf(kFriday.addDays(-1), 20 * 60 + 56); // the auction of the night sessions
     for (const double pace : {1.0, 60.0, 600.0}) {
         HandClock hand;
         SimulatedClock clock(evening, pace, hand.source());
@@ -312,7 +313,7 @@ TEST_F(SimulatedExchangeTest, EveryInstrumentRunsFromItsAuctionToItsCloseAtAnyPa
                     const auto take = [&followers, key](const MinuteUpdate &update) {
                         followers.at(key).take(update);
                     };
-                    followers.emplace(key, Follower(exchange.subscribe(key, dayOf(kDay), take).bars));
+                    followers.emplace(key, Follower(exchange.subscribe(key, dayOf(kFriday), take).bars));
                 }
             }
         };
@@ -323,16 +324,16 @@ TEST_F(SimulatedExchangeTest, EveryInstrumentRunsFromItsAuctionToItsCloseAtAnyPa
                 exchange.advance();
             }
         };
-        advanceTo(at(9, 20));
+        advanceTo(clockTime(kFriday, 9, 20));
         follow(false);
-        advanceTo(at(9, 20) + 18 * 3600 * 1000);
+        advanceTo(clockTime(kFriday, 9, 20) + 18 * 3600 * 1000);
         EXPECT_EQ(static_cast<int>(followers.size()), simulatedInstruments().size());
         for (const SimulatedInstrument &simulated : simulatedInstruments()) {
             const QString key = simulated.instrument.key();
             const Follower &follower = followers.at(key);
             EXPECT_GT(follower.mUpdates, 200) << key.toStdString() << " at " << pace;
             MinuteBars expected = whole(key);
-            while (simulated.instrument.hasAfterHours() && expected.back().time > at(15, 0)) {
+            while (simulated.instrument.hasAfterHours() && expected.back().time > clockTime(kFriday, 15, 0)) {
                 expected.pop_back(); // they have a stream of their own
             }
             EXPECT_TRUE(follower.bars() == expected) << key.toStdString() << " at " << pace;

@@ -3,15 +3,15 @@
 #include "host/services/CHostClock.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketWriter.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <cmath>
 
 using namespace terminal;
+using tests::kShare;
 
 namespace {
-
-const QString kKey = QStringLiteral("SH600000");
 
 class StillClock : public TC::CHostClock {
 public:
@@ -23,14 +23,14 @@ protected:
     void SetUp() override {
         mBefore = TC::CSingletonT<TC::CHostClock>::install(&mClock);
         openFilledStore(timeOf(mToday, 630));
-        mRow = mStore.catalogue()->find(kKey)->id;
+        mRow = mStore.catalogue()->find(kShare)->id;
         mStored = mStore.days(mRow);
         ASSERT_GE(mStored.size(), 25);
     }
     void TearDown() override { TC::CSingletonT<TC::CHostClock>::install(mBefore); }
 
     QVector<int> missing(const QDate &first, const QDate &last) {
-        return mHistory.missingDays(kKey, timeOf(first, 0), timeOf(last, 900));
+        return mHistory.missingDays(kShare, timeOf(first, 0), timeOf(last, 900));
     }
     double priceOf(int day) {
         const std::optional<DaySummary> summary = mStore.summary(mRow, day);
@@ -65,10 +65,10 @@ TEST_F(SimulatedHistoryTest, UnknownInstrumentsHaveNoHistory) {
 }
 
 TEST_F(SimulatedHistoryTest, AFetchedDayLeadsUpToTheCloseThatTheNextOneStartsFrom) {
-    const double base = mStore.catalogue()->find(kKey)->lastClose; // what the first stored day starts from
+    const double base = mStore.catalogue()->find(kShare)->lastClose; // what the first stored day starts from
     const QVector<int> days = missing(dateOf(mStored.first()).addDays(-10), mToday);
     const int before = days.last();
-    ASSERT_EQ(mHistory.fetchDay(kKey, before), "");
+    ASSERT_EQ(mHistory.fetchDay(kShare, before), "");
     EXPECT_NEAR(priceOf(before), base, 0.005);
     EXPECT_EQ(mStore.summary(mRow, before)->source, BarSource::Simulated);
     EXPECT_GT(mStore.bars(mRow, before).size(), 200u);
@@ -79,7 +79,7 @@ TEST_F(SimulatedHistoryTest, DaysFetchedBackwardsFollowEachOtherLikeAMarket) {
     QVector<int> days = missing(dateOf(mStored.first()).addDays(-20), mToday);
     std::reverse(days.begin(), days.end());
     for (const int day : days) {
-        ASSERT_EQ(mHistory.fetchDay(kKey, day), "");
+        ASSERT_EQ(mHistory.fetchDay(kShare, day), "");
     }
     double before = 0.0;
     for (const int day : mStore.days(mRow)) {
@@ -101,7 +101,7 @@ TEST_F(SimulatedHistoryTest, ADayThatWasLostInTheMiddleStartsFromTheDayBefore) {
         remove.exec(QStringLiteral("DELETE FROM days WHERE instrument = %1 AND day = %2").arg(mRow).arg(lost)));
     ASSERT_TRUE(writer.commit());
     ASSERT_EQ(missing(dateOf(mStored.first()), mToday), QVector<int>{lost});
-    ASSERT_EQ(mHistory.fetchDay(kKey, lost), "");
+    ASSERT_EQ(mHistory.fetchDay(kShare, lost), "");
     EXPECT_EQ(priceOf(lost), was.close) << "the same day as before: the market is deterministic";
 }
 

@@ -2,6 +2,7 @@
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketWriter.h"
 #include "terminal/market/SimulatedDay.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QElapsedTimer>
@@ -12,6 +13,7 @@
 #include <set>
 
 using namespace terminal;
+using tests::kFriday;
 
 namespace {
 
@@ -31,8 +33,7 @@ MinuteBars dayOfKey(const char *key, const QDate &day, quint64 seed = kMarketSee
     return simulateDay(instrument, {day, calendar.eveningBefore(day), instrument.basePrice, seed});
 }
 
-const QDate kDay(2026, 11, 20);
-const qint64 kNow = timeOf(QDate(2026, 11, 20), 565);
+const qint64 kNow = timeOf(kFriday, 565);
 
 class MarketFillTest : public StoreFixture {
 protected:
@@ -70,15 +71,16 @@ TEST(SimulatedMarket, HasEveryKindOfInstrument) {
 }
 
 TEST(SimulatedMarket, TheSameInputGivesTheSameDay) {
-    EXPECT_EQ(dayOfKey("SH600000", kDay), dayOfKey("SH600000", kDay));
-    EXPECT_NE(dayOfKey("SH600000", kDay), dayOfKey("SH600000", kDay, 7));
-    EXPECT_NE(dayOfKey("SH600000", kDay).back().price, dayOfKey("SH600000", kDay.addDays(-1)).back().price);
+    EXPECT_EQ(dayOfKey("SH600000", kFriday), dayOfKey("SH600000", kFriday));
+    EXPECT_NE(dayOfKey("SH600000", kFriday), dayOfKey("SH600000", kFriday, 7));
+    EXPECT_NE(dayOfKey("SH600000", kFriday).back().price,
+              dayOfKey("SH600000", kFriday.addDays(-1)).back().price);
 }
 
 TEST(SimulatedMarket, PricesAreOnTheTickAndWithinTheLimits) {
     for (const SimulatedInstrument &each : simulatedInstruments()) {
         const QPair<double, double> limits = priceLimits(each, each.basePrice);
-        for (const MinuteBar &bar : dayOfKey(qPrintable(each.instrument.key()), kDay)) {
+        for (const MinuteBar &bar : dayOfKey(qPrintable(each.instrument.key()), kFriday)) {
             for (double price : {bar.open, bar.high, bar.low, bar.price}) {
                 const double steps = price / each.instrument.priceTick;
                 ASSERT_NEAR(steps, std::round(steps), 1e-5) << each.instrument.key().toStdString();
@@ -97,9 +99,9 @@ TEST(SimulatedMarket, BarsAreSoundAndOnPositionsOfTheirDay) {
         const std::string key = each.instrument.key().toStdString();
         const MarketCalendar calendar = MarketCalendar::ofMarket(each.instrument.market);
         const std::vector<qint64> positions =
-            each.instrument.sessions.times(kDay, calendar.eveningBefore(kDay));
+            each.instrument.sessions.times(kFriday, calendar.eveningBefore(kFriday));
         const std::set<qint64> allowed(positions.begin(), positions.end());
-        const MinuteBars day = dayOfKey(key.c_str(), kDay);
+        const MinuteBars day = dayOfKey(key.c_str(), kFriday);
         ASSERT_GT(day.size(), positions.size() / 2) << key;
         ASSERT_EQ(day.front().time, positions.front()) << key;
         double volume = 0.0;
@@ -125,7 +127,7 @@ TEST(SimulatedMarket, VolumeIsHighAtBothEndsOfTheDay) {
     double ends = 0.0;
     double middle = 0.0;
     for (int back = 0; back < 20; ++back) {
-        const MinuteBars day = dayOfKey("SH600000", kDay.addDays(-back));
+        const MinuteBars day = dayOfKey("SH600000", kFriday.addDays(-back));
         for (const MinuteBar &bar : day) {
             const int minute = minuteAt(bar.time);
             ends += (minute > 570 && minute <= 590) || (minute > 875 && minute <= 897) ? bar.volume : 0.0;
@@ -136,7 +138,7 @@ TEST(SimulatedMarket, VolumeIsHighAtBothEndsOfTheDay) {
 }
 
 TEST(SimulatedMarket, TheLastMinutesOfAShareAreACallAuction) {
-    const MinuteBars day = dayOfKey("SH600000", kDay);
+    const MinuteBars day = dayOfKey("SH600000", kFriday);
     const auto at = [&day](int minute) {
         return *std::find_if(day.begin(), day.end(),
                              [&](const MinuteBar &b) { return minuteAt(b.time) == minute; });
@@ -151,7 +153,7 @@ TEST(SimulatedMarket, AfterTheCloseAShareTradesAtItsClosingPrice) {
     for (const char *key : {"SZ300750", "SH688001"}) {
         double close = 0.0;
         int after = 0;
-        for (const MinuteBar &bar : dayOfKey(key, kDay)) {
+        for (const MinuteBar &bar : dayOfKey(key, kFriday)) {
             close = minuteAt(bar.time) == 900 ? bar.price : close;
             if (minuteAt(bar.time) > 900) {
                 ASSERT_GE(minuteAt(bar.time), 906);
@@ -171,7 +173,7 @@ TEST(SimulatedMarket, SomeDaysHaveHaltsAndSomeEndAtTheLimit) {
     int gaps = 0;
     constexpr int kDays = 400;
     for (int i = 0; i < kDays; ++i) {
-        const MinuteBars day = dayOfKey("SH600000", kDay.addDays(-i));
+        const MinuteBars day = dayOfKey("SH600000", kFriday.addDays(-i));
         halts += day.size() == 231u ? 1 : 0; // ten minutes less than 241
         limitDays += day.back().price == limits.first || day.back().price == limits.second ? 1 : 0;
         gaps += day.front().price != share.basePrice ? 1 : 0;
@@ -184,14 +186,14 @@ TEST(SimulatedMarket, SomeDaysHaveHaltsAndSomeEndAtTheLimit) {
 }
 
 TEST(SimulatedMarket, AnIlliquidInstrumentHasMinutesWithoutATrade) {
-    const size_t bars = dayOfKey("SZ127045", kDay).size();
+    const size_t bars = dayOfKey("SZ127045", kFriday).size();
     EXPECT_LT(bars, 235u);
     EXPECT_GT(bars, 150u);
 }
 
 TEST(SimulatedMarket, APriceOfNothingGivesNoDay) {
-    EXPECT_TRUE(simulateDay(simulated("SH600000"), {kDay, QDate(), 0.0, 1}).empty());
-    EXPECT_TRUE(simulateDay(simulated("SH600000"), {kDay, QDate(), std::nan(""), 1}).empty());
+    EXPECT_TRUE(simulateDay(simulated("SH600000"), {kFriday, QDate(), 0.0, 1}).empty());
+    EXPECT_TRUE(simulateDay(simulated("SH600000"), {kFriday, QDate(), std::nan(""), 1}).empty());
 }
 
 TEST(SimulatedMarket, RoundsToTheTickWithoutNoise) {
@@ -222,7 +224,7 @@ TEST_F(MarketFillTest, ANewStoreIsFilledQuicklyAndStaysSmall) {
     for (const Instrument &instrument : mStore.catalogue()->instruments) {
         EXPECT_GE(mStore.days(instrument.id).size(), 25) << instrument.key().toStdString();
     }
-    EXPECT_EQ(mStore.days(row("SH600000")).last(), dayOf(kDay));
+    EXPECT_EQ(mStore.days(row("SH600000")).last(), dayOf(kFriday));
 }
 
 TEST_F(MarketFillTest, EveryDayStartsFromTheCloseBefore) {

@@ -6,6 +6,7 @@
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketWriter.h"
 #include "terminal/market/SimulatedExchange.h"
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QSignalSpy>
@@ -14,16 +15,12 @@
 #include <atomic>
 
 using namespace terminal;
+using tests::clockTime;
+using tests::kFriday;
 
 namespace {
 
-const QDate kDay(2026, 11, 20);
-
-qint64 at(int hour, int minute) {
-    return timeOf(kDay, hour * 60 + minute);
-}
-
-MinuteBar bar(qint64 time, double price, double volume, double amount = 0.0) {
+MinuteBar stageBar(qint64 time, double price, double volume, double amount = 0.0) {
     MinuteBar made;
     made.time = time;
     made.price = price;
@@ -33,8 +30,9 @@ MinuteBar bar(qint64 time, double price, double volume, double amount = 0.0) {
 }
 
 /// 09:30 to 09:34, with 09:32 left out, since nothing was traded then.
-const MinuteBars kBars = {bar(at(9, 30), 10.0, 100, 1000), bar(at(9, 31), 10.4, 200),
-                          bar(at(9, 33), 9.8, 300, 2950), bar(at(9, 34), 10.1, 50)};
+const MinuteBars kBars = {
+    stageBar(clockTime(kFriday, 9, 30), 10.0, 100, 1000), stageBar(clockTime(kFriday, 9, 31), 10.4, 200),
+    stageBar(clockTime(kFriday, 9, 33), 9.8, 300, 2950), stageBar(clockTime(kFriday, 9, 34), 10.1, 50)};
 
 StageFigures figuresOf(qint64 start, qint64 end) {
     StageFigures figures;
@@ -54,32 +52,35 @@ void expectFigures(const StageFigures &figures, double first, double last, doubl
 }
 
 TEST(StageFigures, MinutesOfTheSpanCountWithBothEnds) {
-    expectFigures(figuresOf(at(9, 31), at(9, 33)), 10.4, 9.8, 10.4, 9.8, 10.1, 500, 10.4 * 200 + 2950);
+    expectFigures(figuresOf(clockTime(kFriday, 9, 31), clockTime(kFriday, 9, 33)), 10.4, 9.8, 10.4, 9.8, 10.1,
+                  500, 10.4 * 200 + 2950);
 }
 
 TEST(StageFigures, SpanThatBeginsWithoutATradeBeginsAtThePriceBefore) {
-    expectFigures(figuresOf(at(9, 32), at(9, 34)), 10.4, 10.1, 10.4, 9.8, 9.95, 350, 2950 + 10.1 * 50);
+    expectFigures(figuresOf(clockTime(kFriday, 9, 32), clockTime(kFriday, 9, 34)), 10.4, 10.1, 10.4, 9.8, 9.95,
+                  350, 2950 + 10.1 * 50);
 }
 
 TEST(StageFigures, SpanInFrontOfTheDayBeginsAtItsFirstPrice) {
-    expectFigures(figuresOf(at(9, 0), at(9, 30)), 10.0, 10.0, 10.0, 10.0, 10.0, 100, 1000);
+    expectFigures(figuresOf(clockTime(kFriday, 9, 0), clockTime(kFriday, 9, 30)), 10.0, 10.0, 10.0, 10.0, 10.0,
+                  100, 1000);
 }
 
 TEST(StageFigures, SpanWithoutAMinuteHasNone) {
     StageFigures figures;
-    EXPECT_FALSE(stageFigures(kBars, at(9, 32), at(9, 32), false, figures));
-    EXPECT_FALSE(stageFigures(kBars, at(9, 34), at(9, 30), false, figures));
-    EXPECT_FALSE(stageFigures({}, at(9, 30), at(15, 0), false, figures));
+    EXPECT_FALSE(stageFigures(kBars, clockTime(kFriday, 9, 32), clockTime(kFriday, 9, 32), false, figures));
+    EXPECT_FALSE(stageFigures(kBars, clockTime(kFriday, 9, 34), clockTime(kFriday, 9, 30), false, figures));
+    EXPECT_FALSE(stageFigures({}, clockTime(kFriday, 9, 30), clockTime(kFriday, 15, 0), false, figures));
 }
 
 TEST(StageFigures, PriceOfAnIndexIsNoMoney) {
     StageFigures figures;
-    EXPECT_TRUE(stageFigures(kBars, at(9, 31), at(9, 33), true, figures));
+    EXPECT_TRUE(stageFigures(kBars, clockTime(kFriday, 9, 31), clockTime(kFriday, 9, 33), true, figures));
     EXPECT_DOUBLE_EQ(figures.amount, 2950); // what the source tells alone
 }
 
 TEST(StageFigures, EveryCriterionHasItsNumber) {
-    const StageFigures figures = figuresOf(at(9, 31), at(9, 33));
+    const StageFigures figures = figuresOf(clockTime(kFriday, 9, 31), clockTime(kFriday, 9, 33));
     EXPECT_DOUBLE_EQ(figures.value(eStageHigh), 10.4);
     EXPECT_DOUBLE_EQ(figures.value(eStageLow), 9.8);
     EXPECT_DOUBLE_EQ(figures.value(eStageVolume), 500);
@@ -111,7 +112,7 @@ TEST(StageQuestion, OtherTextsAreNone) {
 /// A day of instruments of which the exchange knows nothing, and the simulated ones at 10:30.
 class StageRows : public StoreFixture {
 protected:
-    void SetUp() override { openFilledStore(at(10, 30)); }
+    void SetUp() override { openFilledStore(clockTime(kFriday, 10, 30)); }
 
     void put(const char *code, const MinuteBars &bars, InstrumentKind kind = InstrumentKind::Stock) {
         Instrument instrument;
@@ -121,7 +122,7 @@ protected:
         instrument.name = QStringLiteral("名") + instrument.code;
         MarketWriter writer(mStore);
         const qint64 row = writer.putInstrument(instrument);
-        ASSERT_TRUE(bars.empty() || writer.putDay(row, dayOf(kDay), BarSource::Imported, bars))
+        ASSERT_TRUE(bars.empty() || writer.putDay(row, dayOf(kFriday), BarSource::Imported, bars))
             << qPrintable(writer.error());
         ASSERT_TRUE(writer.commit());
     }
@@ -135,18 +136,18 @@ protected:
         return nullptr;
     }
 
-    SimulatedClock mClock{at(10, 30), 1.0, [] { return qint64(0); }};
+    SimulatedClock mClock{clockTime(kFriday, 10, 30), 1.0, [] { return qint64(0); }};
     SimulatedExchange mExchange{mStore, mClock};
 };
 
 TEST_F(StageRows, StoredDayHasTheFiguresOfItsBars) {
     put("999001", kBars);
     put("999002", {});
-    const QVector<QPair<qint64, qint64>> spans = {{at(9, 31), at(9, 33)},
-                                                  {at(9, 32), at(9, 34)},
-                                                  {at(9, 0), at(9, 30)},
-                                                  {at(9, 30), at(15, 0)},
-                                                  {at(9, 34), at(9, 34)}};
+    const QVector<QPair<qint64, qint64>> spans = {{clockTime(kFriday, 9, 31), clockTime(kFriday, 9, 33)},
+                                                  {clockTime(kFriday, 9, 32), clockTime(kFriday, 9, 34)},
+                                                  {clockTime(kFriday, 9, 0), clockTime(kFriday, 9, 30)},
+                                                  {clockTime(kFriday, 9, 30), clockTime(kFriday, 15, 0)},
+                                                  {clockTime(kFriday, 9, 34), clockTime(kFriday, 9, 34)}};
     for (const auto &[start, end] : spans) {
         const QVector<StageRow> all = rows(start, end);
         const StageRow *row = find(all, QStringLiteral("SH999001"));
@@ -157,12 +158,13 @@ TEST_F(StageRows, StoredDayHasTheFiguresOfItsBars) {
         EXPECT_EQ(row->name, QStringLiteral("名999001"));
         EXPECT_EQ(find(all, QStringLiteral("SH999002")), nullptr);
     }
-    EXPECT_EQ(find(rows(at(9, 32), at(9, 32)), QStringLiteral("SH999001")), nullptr);
+    EXPECT_EQ(find(rows(clockTime(kFriday, 9, 32), clockTime(kFriday, 9, 32)), QStringLiteral("SH999001")),
+              nullptr);
 }
 
 TEST_F(StageRows, StoredIndexHasTheMoneyThatIsKnown) {
     put("999003", kBars, InstrumentKind::Index);
-    const QVector<StageRow> all = rows(at(9, 31), at(9, 33));
+    const QVector<StageRow> all = rows(clockTime(kFriday, 9, 31), clockTime(kFriday, 9, 33));
     const StageRow *row = find(all, QStringLiteral("SH999003"));
     ASSERT_NE(row, nullptr);
     EXPECT_DOUBLE_EQ(row->figures.amount, 2950);
@@ -170,20 +172,20 @@ TEST_F(StageRows, StoredIndexHasTheMoneyThatIsKnown) {
 }
 
 TEST_F(StageRows, RunningDayCountsUpToNow) {
-    const QVector<StageRow> all = rows(at(9, 30), at(15, 0));
+    const QVector<StageRow> all = rows(clockTime(kFriday, 9, 30), clockTime(kFriday, 15, 0));
     const StageRow *row = find(all, QStringLiteral("SH600000"));
     ASSERT_NE(row, nullptr);
-    const MinuteBars bars = mExchange.dayBars(QStringLiteral("SH600000"), dayOf(kDay));
-    EXPECT_LE(bars.back().time, at(10, 31));
+    const MinuteBars bars = mExchange.dayBars(QStringLiteral("SH600000"), dayOf(kFriday));
+    EXPECT_LE(bars.back().time, clockTime(kFriday, 10, 31));
     EXPECT_DOUBLE_EQ(row->figures.last, bars.back().price);
     EXPECT_DOUBLE_EQ(row->figures.first, bars.front().price);
-    EXPECT_TRUE(rows(at(11, 0), at(11, 10)).isEmpty());
+    EXPECT_TRUE(rows(clockTime(kFriday, 11, 0), clockTime(kFriday, 11, 10)).isEmpty());
 }
 
 TEST_F(StageRows, ProgressIsToldAndStops) {
     QVector<int> told;
     const int total = mStore.catalogue()->instruments.size();
-    stageRows(mStore, mExchange, at(9, 30), at(10, 0), [&](int done, int all) {
+    stageRows(mStore, mExchange, clockTime(kFriday, 9, 30), clockTime(kFriday, 10, 0), [&](int done, int all) {
         EXPECT_EQ(all, total);
         told.append(done);
         return true;
@@ -191,11 +193,13 @@ TEST_F(StageRows, ProgressIsToldAndStops) {
     EXPECT_EQ(told.value(0), 0);
     int calls = 0;
     EXPECT_TRUE(
-        stageRows(mStore, mExchange, at(9, 30), at(10, 0), [&](int, int) { return ++calls < 1; }).isEmpty());
+        stageRows(mStore, mExchange, clockTime(kFriday, 9, 30), clockTime(kFriday, 10, 0), [&](int, int) {
+            return ++calls < 1;
+        }).isEmpty());
     EXPECT_EQ(calls, 1);
 }
 
-StageRow rowOf(const char *key, double change, double volume) {
+StageRow rankingRow(const char *key, double change, double volume) {
     StageRow row;
     row.key = QString::fromLatin1(key);
     row.name = row.key;
@@ -215,7 +219,7 @@ QStringList keysOf(const StageRankingModel &model) {
 
 TEST(StageRankingModel, LargestNumberIsFirstAndAHeadingRanksAnew) {
     StageRankingModel model;
-    model.setRows({rowOf("b", 0.1, 300), rowOf("a", 0.1, 100), rowOf("c", -0.2, 200)});
+    model.setRows({rankingRow("b", 0.1, 300), rankingRow("a", 0.1, 100), rankingRow("c", -0.2, 200)});
     model.sort(StageRankingModel::eFirstNumber + eStageChangeRatio, Qt::DescendingOrder);
     EXPECT_EQ(keysOf(model), (QStringList{"a", "b", "c"})); // equal ones by key
     const QPersistentModelIndex selected = model.index(2, 0);
@@ -232,7 +236,7 @@ TEST(StageRankingModel, LargestNumberIsFirstAndAHeadingRanksAnew) {
 
 TEST(StageRankingModel, NumbersAreWrittenAsTheyAreRead) {
     StageRankingModel model;
-    model.setRows({rowOf("a", 0.123, 25000)});
+    model.setRows({rankingRow("a", 0.123, 25000)});
     const auto text = [&](int criterion) {
         return model.data(model.index(0, StageRankingModel::eFirstNumber + criterion), Qt::DisplayRole)
             .toString();

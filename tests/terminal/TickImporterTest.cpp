@@ -45,7 +45,7 @@ protected:
 };
 
 /// A time of Monday, 2026-03-23.
-qint64 at(int hour, int minute, int second, int millisecond = 0) {
+qint64 mondayTime(int hour, int minute, int second, int millisecond = 0) {
     return timeOf(kMonday, hour * 60 + minute) + second * 1000 + millisecond;
 }
 
@@ -79,8 +79,8 @@ TEST_F(TickImporterTest, TradesAreKeptAsTheyAre) {
     ASSERT_TRUE(import(kTrades + "600000.SH,2026-03-23 09:31:00.250,10.00,100\n"
                                  "600000.SH,2026-03-23 09:31:00.250,10.01,5\n")
                     .isGood());
-    EXPECT_EQ(ticks("SH600000", kMonday),
-              (Ticks{{at(9, 31, 0, 250), 10.0, 100.0, 1000.0}, {at(9, 31, 0, 250), 10.01, 5.0, 10.01 * 5.0}}));
+    EXPECT_EQ(ticks("SH600000", kMonday), (Ticks{{mondayTime(9, 31, 0, 250), 10.0, 100.0, 1000.0},
+                                                 {mondayTime(9, 31, 0, 250), 10.01, 5.0, 10.01 * 5.0}}));
 }
 
 TEST_F(TickImporterTest, AuctionNoonAndCloseAreThoseOfTheSessions) {
@@ -108,9 +108,9 @@ TEST_F(TickImporterTest, SnapshotsCountWhatTheDayHasGrownBy) {
                                     "2026.03.23,09:31:00.000,300918.SZ,8.18,1700,13860,8.15,8.19,8.12\n"
                                     "2026.03.23,12:00:00.000,300918.SZ,8.18,1700,13860,8.15,8.19,8.12\n")
                     .isGood());
-    EXPECT_EQ(ticks("SZ300918", kMonday), (Ticks{{at(9, 25, 3), 8.15, 1000, 8150},
-                                                 {at(9, 30, 3), 8.16, 500, 4080},
-                                                 {at(9, 31, 0), 8.15, 200, 1630}}));
+    EXPECT_EQ(ticks("SZ300918", kMonday), (Ticks{{mondayTime(9, 25, 3), 8.15, 1000, 8150},
+                                                 {mondayTime(9, 30, 3), 8.16, 500, 4080},
+                                                 {mondayTime(9, 31, 0), 8.15, 200, 1630}}));
     const MinuteBars day = bars("SZ300918", kMonday);
     ASSERT_EQ(day.size(), 2u);
     EXPECT_EQ(minuteAt(day[0].time), 570);

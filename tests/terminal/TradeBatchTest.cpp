@@ -6,7 +6,7 @@ using namespace terminal;
 
 namespace {
 
-TradeOrder order(const char *account, int day, TradeSource source) {
+TradeOrder batchOrder(const char *account, int day, TradeSource source) {
     TradeOrder made;
     made.account = account;
     made.day = day;
@@ -18,12 +18,12 @@ TradeOrder order(const char *account, int day, TradeSource source) {
 
 TEST(TradeBatch, WhatIsForgottenLaterIsNotWritten) {
     TradeBatch batch;
-    batch.changes.orders = {order("a", 1, TradeSource::Own), order("a", 1, TradeSource::Imported),
-                            order("a", 2, TradeSource::Own), order("b", 1, TradeSource::Own)};
+    batch.changes.orders = {batchOrder("a", 1, TradeSource::Own), batchOrder("a", 1, TradeSource::Imported),
+                            batchOrder("a", 2, TradeSource::Own), batchOrder("b", 1, TradeSource::Own)};
     batch.finishedDays = {{"a", 1}, {"a", 2}};
     TradeBatch later;
     later.forgottenDays = {{"a", 1}};
-    later.changes.orders = {order("a", 1, TradeSource::Own)};
+    later.changes.orders = {batchOrder("a", 1, TradeSource::Own)};
     batch.append(later);
     EXPECT_EQ(batch.changes.orders.size(), 4U); // all but the first, and the new one
     EXPECT_EQ(batch.changes.orders.front().source, TradeSource::Imported);
@@ -34,7 +34,8 @@ TEST(TradeBatch, WhatIsForgottenLaterIsNotWritten) {
 TEST(TradeBatch, ImportsThatAreForgottenLaterAreNotWritten) {
     TradeBatch batch;
     batch.accounts = {{"own", "own", 2, TradeSource::Own}, {"out", "out", 2, TradeSource::Imported}};
-    batch.changes.orders = {order("own", 1, TradeSource::Own), order("own", 1, TradeSource::Imported)};
+    batch.changes.orders = {batchOrder("own", 1, TradeSource::Own),
+                            batchOrder("own", 1, TradeSource::Imported)};
     TradeBatch later;
     later.forgetImports = true;
     batch.append(later);

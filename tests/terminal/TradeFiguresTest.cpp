@@ -1,6 +1,7 @@
 #include "terminal/trade/TradeFigures.h"
 
 #include "terminal/trade/OrderMatching.h"
+#include "tests/terminal/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -8,26 +9,26 @@
 #include <limits>
 
 using namespace terminal;
+using tests::kMinute;
 
 namespace {
 
-constexpr qint64 kMinute = 60000;
-constexpr qint64 kOpen = 1000 * kMinute; ///< some full minute
+constexpr qint64 kFirstMinute = 1000 * kMinute; ///< some full minute
 
-MinuteBar bar(int minute, double price) {
+MinuteBar steadyBar(int minute, double price) {
     MinuteBar made;
-    made.time = kOpen + minute * kMinute;
+    made.time = kFirstMinute + minute * kMinute;
     made.open = made.high = made.low = made.price = price;
     made.volume = 1000.0;
     return made;
 }
 
 TradedInstrument::Deal deal(double minutes, bool buy, double price, double volume, double commission = 0.0) {
-    return {kOpen + static_cast<qint64>(minutes * kMinute), buy, price, volume, commission};
+    return {kFirstMinute + static_cast<qint64>(minutes * kMinute), buy, price, volume, commission};
 }
 
 MinuteBar range(double open, double high, double low) {
-    MinuteBar made = bar(1, open);
+    MinuteBar made = steadyBar(1, open);
     made.high = high;
     made.low = low;
     return made;
@@ -37,11 +38,11 @@ MinuteBar range(double open, double high, double low) {
 
 TEST(TradeFigures, BoughtAndSoldAddUpOverTheDay) {
     TradedInstrument share;
-    share.bars = {bar(0, 10.0), bar(1, 10.0), bar(2, 11.0), bar(3, 12.0)};
+    share.bars = {steadyBar(0, 10.0), steadyBar(1, 10.0), steadyBar(2, 11.0), steadyBar(3, 12.0)};
     share.deals = {deal(0.5, true, 10.0, 100), deal(2.0, false, 11.0, 40), deal(2.1, true, 12.0, 10)};
     const std::vector<TradeFigures> figures = figuresByMinute({share});
     ASSERT_EQ(figures.size(), 4U);
-    EXPECT_EQ(figures[0].time, kOpen);
+    EXPECT_EQ(figures[0].time, kFirstMinute);
     EXPECT_DOUBLE_EQ(figures[0].bought, 0.0);
     EXPECT_DOUBLE_EQ(figures[1].bought, 1000.0); // half a minute belongs to the minute that ends after it
     EXPECT_DOUBLE_EQ(figures[1].sold, 0.0);
@@ -53,7 +54,7 @@ TEST(TradeFigures, BoughtAndSoldAddUpOverTheDay) {
 
 TEST(TradeFigures, ProfitIsRealisedAndFloatingLessCommissions) {
     TradedInstrument share;
-    share.bars = {bar(1, 10.0), bar(2, 11.0), bar(3, 9.0)};
+    share.bars = {steadyBar(1, 10.0), steadyBar(2, 11.0), steadyBar(3, 9.0)};
     share.deals = {deal(1, true, 10.0, 100, 5.0), deal(2, false, 11.0, 60, 3.0)};
     const std::vector<TradeFigures> figures = figuresByMinute({share});
     ASSERT_EQ(figures.size(), 3U);
@@ -69,7 +70,7 @@ TEST(TradeFigures, ProfitIsRealisedAndFloatingLessCommissions) {
 
 TEST(TradeFigures, SaleBeyondWhatWasBoughtHasANegativeBalance) {
     TradedInstrument share;
-    share.bars = {bar(1, 10.0), bar(2, 12.0)};
+    share.bars = {steadyBar(1, 10.0), steadyBar(2, 12.0)};
     share.deals = {deal(1, false, 10.0, 50)};
     const std::vector<TradeFigures> figures = figuresByMinute({share});
     EXPECT_DOUBLE_EQ(figures[1].balance, -600.0);
@@ -79,7 +80,7 @@ TEST(TradeFigures, SaleBeyondWhatWasBoughtHasANegativeBalance) {
 TEST(TradeFigures, ContractCountsWithItsMultiplier) {
     TradedInstrument future;
     future.multiplier = 300.0;
-    future.bars = {bar(1, 4000.0), bar(2, 4010.0)};
+    future.bars = {steadyBar(1, 4000.0), steadyBar(2, 4010.0)};
     future.deals = {deal(1, true, 4000.0, 2)};
     const std::vector<TradeFigures> figures = figuresByMinute({future});
     EXPECT_DOUBLE_EQ(figures[1].bought, 2400000.0);
@@ -89,10 +90,10 @@ TEST(TradeFigures, ContractCountsWithItsMultiplier) {
 
 TEST(TradeFigures, InstrumentsAddUpAndKeepTheirLastPriceWhereTheyHaveNoMinute) {
     TradedInstrument a;
-    a.bars = {bar(1, 10.0), bar(3, 12.0)};
+    a.bars = {steadyBar(1, 10.0), steadyBar(3, 12.0)};
     a.deals = {deal(1, true, 10.0, 100)};
     TradedInstrument b;
-    b.bars = {bar(2, 5.0), bar(3, 4.0)};
+    b.bars = {steadyBar(2, 5.0), steadyBar(3, 4.0)};
     b.deals = {deal(2, true, 5.0, 200)};
     const std::vector<TradeFigures> figures = figuresByMinute({a, b});
     ASSERT_EQ(figures.size(), 3U);
@@ -106,7 +107,7 @@ TEST(TradeFigures, DealOutsideTheBarsMakesAMinuteAtItsOwnPrice) {
     share.deals = {deal(0.25, true, 8.0, 10), deal(5, false, 9.0, 10)};
     const std::vector<TradeFigures> figures = figuresByMinute({share});
     ASSERT_EQ(figures.size(), 2U);
-    EXPECT_EQ(figures[0].time, kOpen + kMinute);
+    EXPECT_EQ(figures[0].time, kFirstMinute + kMinute);
     EXPECT_DOUBLE_EQ(figures[0].profit, 0.0);
     EXPECT_DOUBLE_EQ(figures[1].profit, 10.0);
     EXPECT_DOUBLE_EQ(figures[1].balance, 0.0);
@@ -114,7 +115,7 @@ TEST(TradeFigures, DealOutsideTheBarsMakesAMinuteAtItsOwnPrice) {
 
 TEST(TradeFigures, DealInAMinuteWithoutABarCountsAtThePriceOfTheBarBefore) {
     TradedInstrument share;
-    share.bars = {bar(1, 10.0), bar(4, 11.0)};
+    share.bars = {steadyBar(1, 10.0), steadyBar(4, 11.0)};
     share.deals = {deal(2, true, 12.0, 100)};
     const std::vector<TradeFigures> figures = figuresByMinute({share});
     ASSERT_EQ(figures.size(), 3U);
@@ -126,7 +127,7 @@ TEST(TradeFigures, DealInAMinuteWithoutABarCountsAtThePriceOfTheBarBefore) {
 
 TEST(TradeFigures, WhatIsNoNumberIsLeftOut) {
     TradedInstrument share;
-    share.bars = {bar(1, 10.0), bar(2, std::nan("")), bar(3, 0.0)};
+    share.bars = {steadyBar(1, 10.0), steadyBar(2, std::nan("")), steadyBar(3, 0.0)};
     share.deals = {deal(1, true, 10.0, 100, std::numeric_limits<double>::infinity()),
                    deal(1, true, std::numeric_limits<double>::infinity(), 100), deal(1, true, -3.0, 100),
                    deal(1, true, 10.0, std::nan(""))};

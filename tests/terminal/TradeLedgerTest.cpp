@@ -1,21 +1,22 @@
 #include "terminal/trade/TradeLedger.h"
 
+#include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
 
 using namespace terminal;
+using tests::kToday;
 
 namespace {
 
-constexpr int kDay = 1763654400; // 2025-11-21 at UTC+8
 const TradeAccount kAccount{"a1", "Account", TC::CLinkageManager::kStockAccounts, TradeSource::Own};
 
-TradeOrder order(const char *key, const char *instrument = "SH600000") {
+TradeOrder ledgerOrder(const char *key, const char *instrument = "SH600000") {
     TradeOrder made;
     made.account = kAccount.id;
     made.key = key;
     made.instrument = instrument;
-    made.day = kDay;
-    made.time = kDay * 1000LL + 36000000;
+    made.day = kToday;
+    made.time = kToday * 1000LL + 36000000;
     made.price = 10.0;
     made.volume = 100;
     made.strategy = "grid";
@@ -29,7 +30,7 @@ protected:
         mLedger = std::make_unique<TradeLedger>(mStore);
         mLedger->addAccount(kAccount);
     }
-    size_t orders(int day = kDay) {
+    size_t orders(int day = kToday) {
         size_t count = 0;
         mLedger->withDay(day, [&](const TradeBook &book) {
             for (const auto &account : book.orders("SH600000", {kAccount.id})) {
@@ -47,7 +48,7 @@ protected:
 } // namespace
 
 TEST_F(TradeLedgerTest, AChangeIsKnownAndSignalledAtOnceAndWrittenLater) {
-    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
     EXPECT_EQ(orders(), 1u);
     const TradeNotices notices = mLedger->takeNotices();
     EXPECT_EQ(notices.linkage, TradeLedger::Keys({"SH600000"}));
@@ -59,21 +60,21 @@ TEST_F(TradeLedgerTest, AChangeIsKnownAndSignalledAtOnceAndWrittenLater) {
 }
 
 TEST_F(TradeLedgerTest, WhatIsWrittenIsThereAfterARestart) {
-    mLedger->enter(kDay, {{order("1"), order("2")}, {}, {}});
-    mLedger->finishDay(kAccount.id, kDay);
+    mLedger->enter(kToday, {{ledgerOrder("1"), ledgerOrder("2")}, {}, {}});
+    mLedger->finishDay(kAccount.id, kToday);
     mLedger->write();
     restart();
     EXPECT_EQ(orders(), 2u);
     EXPECT_EQ(mLedger->strategies(), TradeLedger::Keys({"grid"}));
     EXPECT_EQ(mLedger->stocks(), TradeLedger::Keys({"SH600000"}));
-    EXPECT_EQ(mLedger->finishedDays(kAccount.id), std::set<int>({kDay}));
-    EXPECT_EQ(mLedger->daysFrom(kAccount.id, kDay), std::set<int>({kDay}));
+    EXPECT_EQ(mLedger->finishedDays(kAccount.id), std::set<int>({kToday}));
+    EXPECT_EQ(mLedger->daysFrom(kAccount.id, kToday), std::set<int>({kToday}));
 }
 
 TEST_F(TradeLedgerTest, AnOldStrategyIsNoNewOne) {
-    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
     mLedger->takeNotices();
-    mLedger->enter(kDay, {{order("2")}, {}, {}});
+    mLedger->enter(kToday, {{ledgerOrder("2")}, {}, {}});
     const TradeNotices notices = mLedger->takeNotices();
     EXPECT_FALSE(notices.strategies);
     EXPECT_FALSE(notices.stocks);
@@ -81,9 +82,9 @@ TEST_F(TradeLedgerTest, AnOldStrategyIsNoNewOne) {
 }
 
 TEST_F(TradeLedgerTest, AForgottenDayIsForgottenInTheStoreToo) {
-    mLedger->enter(kDay, {{order("1")}, {}, {}});
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
     mLedger->write();
-    mLedger->forgetDay(kAccount.id, kDay);
+    mLedger->forgetDay(kAccount.id, kToday);
     EXPECT_EQ(orders(), 0u);
     mLedger->write();
     restart();
@@ -91,7 +92,7 @@ TEST_F(TradeLedgerTest, AForgottenDayIsForgottenInTheStoreToo) {
 }
 
 TEST_F(TradeLedgerTest, AnImportBringsItsAccountOnce) {
-    TradeOrder imported = order("i");
+    TradeOrder imported = ledgerOrder("i");
     imported.account = "b2";
     imported.source = TradeSource::Imported;
     const TradeAccount account{"b2", "b2", TC::CLinkageManager::kStockAccounts, TradeSource::Imported};
@@ -107,7 +108,7 @@ TEST_F(TradeLedgerTest, AnImportBringsItsAccountOnce) {
 
 TEST_F(TradeLedgerTest, ADayWithoutRecordsIsNotShown) {
     bool called = false;
-    mLedger->withDay(kDay, [&](const TradeBook &) { called = true; });
+    mLedger->withDay(kToday, [&](const TradeBook &) { called = true; });
     EXPECT_FALSE(called);
 }
 
@@ -115,14 +116,14 @@ TEST_F(TradeLedgerTest, WhatATaskHasFilledIsCountedByInstrument) {
     TradeTask task;
     task.id = 7;
     task.account = kAccount.id;
-    task.day = kDay;
+    task.day = kToday;
     TradeTaskItem item;
     item.market = "SH";
     item.code = "600000";
     item.quantity = 500;
     item.finished = 200;
     task.items = {item, item};
-    mLedger->enter(kDay, {{}, {}, {task}});
+    mLedger->enter(kToday, {{}, {}, {task}});
     EXPECT_EQ(mLedger->finishedOf(7, "SH600000"), 400);
     EXPECT_EQ(mLedger->finishedOf(7, "SZ000001"), 0);
     EXPECT_EQ(mLedger->finishedOf(8, "SH600000"), 0);

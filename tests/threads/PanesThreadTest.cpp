@@ -9,10 +9,10 @@
 namespace tests {
 namespace {
 
-constexpr unsigned kThreads = 3;
-constexpr int kRounds = 60; ///< of the user-interface thread
+constexpr unsigned kViewThreads = 3;
+constexpr int kViewRounds = 60; ///< of the user-interface thread
 constexpr int kDeliveriesOfARound = 12; ///< of all threads: the view paints as fast as it is delivered to
-constexpr int kPoints = 100; ///< minutes that the service knows
+constexpr int kViewPoints = 100; ///< minutes that the service knows
 
 class PanesThread : public MainWidgetFixture {
 protected:
@@ -22,7 +22,7 @@ protected:
     void startService() {
         mStop = false;
         mAllowed = mDelivered.load();
-        for (unsigned seed = 0; seed < kThreads; ++seed) {
+        for (unsigned seed = 0; seed < kViewThreads; ++seed) {
             mService.emplace_back([this, seed] { serve(seed); });
         }
     }
@@ -50,12 +50,12 @@ protected:
         const int day = static_cast<int>(request.param.mStart.first / 1000);
         const double price = 9.0 + static_cast<double>(random() % 200) / 100.0;
         if (random() % 6 == 0) {
-            const int count = static_cast<int>(random() % kPoints) + 1;
+            const int count = static_cast<int>(random() % kViewPoints) + 1;
             const std::vector<double> values(static_cast<std::size_t>(count), price);
             request.onHistory(makeMeta(2), makeResult(minuteTimes(day, 570, count), values, values),
                               request.id(), 1, QString(), random() % 2 == 0);
         } else {
-            const int minute = 570 + static_cast<int>(random() % kPoints);
+            const int minute = 570 + static_cast<int>(random() % kViewPoints);
             request.onRealtime(0, request.id(), makePoint(minuteTime(day, minute), {price, price}));
         }
     }
@@ -112,7 +112,7 @@ TEST_F(PanesThread, PanesComeAndGoWhileServiceThreadsDeliver) {
     mMain->request(false);
     mUi->mCrossShown = true;
     startService();
-    for (int round = 0; round < kRounds || mDelivered < kRounds * kDeliveriesOfARound; ++round) {
+    for (int round = 0; round < kViewRounds || mDelivered < kViewRounds * kDeliveriesOfARound; ++round) {
         mUnderMouse = nullptr; // it may have gone
         mAllowed += kDeliveriesOfARound;
         use(round);
@@ -123,7 +123,7 @@ TEST_F(PanesThread, PanesComeAndGoWhileServiceThreadsDeliver) {
     settle();
     for (TC::CRealtimeGraphWidget *shown : pane()->getGraphWidgets()) {
         for (const auto &entry : shown->getData()->getData()) {
-            EXPECT_LE(entry.result.mTimes.size(), static_cast<std::size_t>(kPoints));
+            EXPECT_LE(entry.result.mTimes.size(), static_cast<std::size_t>(kViewPoints));
         }
     }
 }

@@ -14,10 +14,10 @@
 namespace tests {
 namespace {
 
-constexpr int kThreads = 3;
-constexpr int kRounds = 120; ///< of the user-interface thread
+constexpr int kResultThreads = 3;
+constexpr int kResultRounds = 120; ///< of the user-interface thread
 constexpr int kDeliveries = 400; ///< of all threads, at least
-constexpr int kPoints = 60; ///< minutes that the service knows
+constexpr int kResultPoints = 60; ///< minutes that the service knows
 const QRect kRect(0, 0, 120, 80);
 
 class ResultsThread : public ChartData {
@@ -72,10 +72,10 @@ protected:
                 continue;
             }
             const fakehost::LiveRequest &request = live[static_cast<int>(random() % unsigned(live.size()))];
-            const int minute = 570 + static_cast<int>(random() % kPoints);
+            const int minute = 570 + static_cast<int>(random() % kResultPoints);
             const double price = 9.0 + double(random() % 200) / 100.0;
             if (random() % 8 == 0) {
-                const std::size_t count = random() % kPoints + 1;
+                const std::size_t count = random() % kResultPoints + 1;
                 request.onHistory(makeMeta(2),
                                   makeResult(minuteTimes(kDay, 570, int(count)),
                                              std::vector<double>(count, price),
@@ -91,7 +91,7 @@ protected:
     static void expectSound(const TC::CRealtimeData &data) {
         for (const auto &entry : data.getData()) {
             const std::vector<se::TimePosition> &times = entry.result.mTimes;
-            EXPECT_LE(times.size(), std::size_t(kPoints));
+            EXPECT_LE(times.size(), std::size_t(kResultPoints));
             for (const auto &line : entry.result.mValues) {
                 EXPECT_EQ(line.size(), times.size());
             }
@@ -109,14 +109,14 @@ TEST_F(ResultsThread, ServiceThreadsDeliverWhilePanesPaintRequestAndGo) {
         panes.push_back(makePane(i));
     }
     std::vector<std::thread> service;
-    for (unsigned i = 0; i < kThreads; ++i) {
+    for (unsigned i = 0; i < kResultThreads; ++i) {
         service.emplace_back([this, i] { serve(i); });
     }
     QImage image(kRect.size(), QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&image);
     int handled = 0;
     int round = 0;
-    while (round < kRounds || mDelivered < kDeliveries) {
+    while (round < kResultRounds || mDelivered < kDeliveries) {
         for (const auto &pane : panes) {
             pane->paint(painter);
         }
@@ -163,15 +163,16 @@ TEST_F(ResultsThread, PointsOfSeveralThreadsAllArrive) {
     Pane pane(*this, TC::EIndexDisplayType::Main, {"REALTIME", "REALTIMEVOL"});
     for (const auto &request : mHost.mFormulas.mLive.all()) {
         request.onHistory(makeMeta(2),
-                          makeResult(minuteTimes(kDay, 570, kPoints), std::vector<double>(kPoints, 10.0),
-                                     std::vector<double>(kPoints, 10.0)),
+                          makeResult(minuteTimes(kDay, 570, kResultPoints),
+                                     std::vector<double>(kResultPoints, 10.0),
+                                     std::vector<double>(kResultPoints, 10.0)),
                           request.id(), 1, QString(), true);
     }
     // Each thread overwrites minutes of its own.
     std::vector<std::thread> service;
-    for (int first = 0; first < kThreads; ++first) {
+    for (int first = 0; first < kResultThreads; ++first) {
         service.emplace_back([this, first] {
-            for (int minute = first; minute < kPoints; minute += kThreads) {
+            for (int minute = first; minute < kResultPoints; minute += kResultThreads) {
                 for (const auto &request : mHost.mFormulas.mLive.all()) {
                     request.onRealtime(0, request.id(),
                                        makePoint(minuteTime(kDay, 570 + minute), {10.0 + minute, 10.0}));
@@ -185,7 +186,7 @@ TEST_F(ResultsThread, PointsOfSeveralThreadsAllArrive) {
     QCoreApplication::processEvents();
     ASSERT_EQ(pane.mData->getData().size(), 2);
     for (const auto &entry : pane.mData->getData()) {
-        for (int minute = 0; minute < kPoints; ++minute) {
+        for (int minute = 0; minute < kResultPoints; ++minute) {
             ASSERT_EQ(entry.result.mValues[0][std::size_t(minute)], 10.0 + minute);
         }
     }

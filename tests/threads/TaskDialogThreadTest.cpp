@@ -17,8 +17,8 @@
 namespace tests {
 namespace {
 
-constexpr int kThreads = 3;
-constexpr int kRounds = 40; ///< dialogs that come and go
+constexpr int kTellingThreads = 3;
+constexpr int kDialogRounds = 40; ///< dialogs that come and go
 constexpr int kChanges = 300; ///< told by all threads, at least
 constexpr int kFills = 60; ///< each call fills the table
 constexpr int kEndless = std::numeric_limits<int>::max();
@@ -38,7 +38,7 @@ protected:
 
     /// `tell` on several threads, at most that often on each, until stop().
     template <class Tell> void start(Tell tell, int times) {
-        for (int i = 0; i < kThreads; ++i) {
+        for (int i = 0; i < kTellingThreads; ++i) {
             mThreads.emplace_back([this, tell, times] {
                 for (int n = 0; n < times && !mStop; ++n) {
                     tell();
@@ -74,8 +74,8 @@ TEST_F(TaskDialogThread, DialogsComeAndGoWhileTasksChange) {
     int filled = 0;
     QElapsedTimer waited;
     waited.start();
-    for (int round = 0; (round < kRounds || mTold < kChanges || filled == 0) && waited.elapsed() < kPatience;
-         ++round) {
+    for (int round = 0;
+         (round < kDialogRounds || mTold < kChanges || filled == 0) && waited.elapsed() < kPatience; ++round) {
         const auto dialog = openDialog();
         for (int turn = 0; turn < round % 4; ++turn) { // some go before they hear of anything
             QCoreApplication::processEvents();
@@ -101,10 +101,10 @@ TEST_F(TaskDialogThread, DialogsComeAndGoWhileTasksChange) {
 
 TEST_F(TaskDialogThread, HandlerRunsOnSeveralThreadsWhileTheDialogShowsAndHides) {
     const auto dialog = openDialog();
-    start([&dialog] { dialog->onUpdateTask({"SH600000"}); }, kFills / kThreads);
+    start([&dialog] { dialog->onUpdateTask({"SH600000"}); }, kFills / kTellingThreads);
     QElapsedTimer waited;
     waited.start();
-    for (int round = 0; (round < kRounds || mTold < kFills) && waited.elapsed() < kPatience; ++round) {
+    for (int round = 0; (round < kDialogRounds || mTold < kFills) && waited.elapsed() < kPatience; ++round) {
         dialog->setVisible(round % 2 == 0);
         dialog->setUiParam(round % 8 == 7 ? nullptr : mUi);
         QCoreApplication::processEvents();

@@ -11,7 +11,7 @@ using namespace GZ;
 
 namespace {
 
-const QString kGround = QStringLiteral("tc_img_op_hedge_type_bg");
+const QString kGroundImage = QStringLiteral("tc_img_op_hedge_type_bg");
 
 class CAutoExpandToolBarTest : public tests::ChartFixture {
 protected:
@@ -24,7 +24,7 @@ protected:
 
 TEST_F(CAutoExpandToolBarTest, ControlsStandFromTheLeftAndGiveTheHeight) {
     auto *bar = new CAutoExpandToolBar(mKeeper.get());
-    bar->setBackground(kGround, 2, 8, 2, 8, -1);
+    bar->setBackground(kGroundImage, 2, 8, 2, 8, -1);
     bar->setMargin(2);
     auto *first = new CSmallNoNormalButton(QStringLiteral("全选"), 14);
     auto *second = new CSmallNoNormalButton(QStringLiteral("反选"), 15);
@@ -37,7 +37,7 @@ TEST_F(CAutoExpandToolBarTest, ControlsStandFromTheLeftAndGiveTheHeight) {
     bar->updateWidgetLength();
     EXPECT_EQ(first->geometry(), QRect(2, 2, 40, 22));
     EXPECT_EQ(second->geometry(), QRect(42, 2, 40, 22));
-    bar->setBackground(kGround, 2, 8, 2, 8, 30);
+    bar->setBackground(kGroundImage, 2, 8, 2, 8, 30);
     EXPECT_EQ(bar->minimumHeight(), 30);
     EXPECT_EQ(bar->maximumHeight(), 30);
 }
@@ -46,10 +46,10 @@ TEST_F(CAutoExpandToolBarTest, GroundKeepsItsBordersAtEverySizeAndFollowsTheThem
     CAutoExpandToolBar bar;
     bar.resize(200, 40);
     EXPECT_EQ(painted(bar).pixelColor(100, 20), QColor(Qt::magenta)) << "no ground";
-    bar.setBackground(kGround, 2, 8, 2, 8, -1);
+    bar.setBackground(kGroundImage, 2, 8, 2, 8, -1);
     for (const char *theme : {"dark", "light"}) {
         CUiResource::instance().setTheme(QString::fromLatin1(theme));
-        const QImage image = CUiResource::instance().getPixmap(kGround).toImage();
+        const QImage image = CUiResource::instance().getPixmap(kGroundImage).toImage();
         const QImage drawn = painted(bar);
         EXPECT_EQ(drawn.pixelColor(100, 20), image.pixelColor(5, 5)) << theme;
         EXPECT_EQ(drawn.pixelColor(100, 0), image.pixelColor(5, 0)) << theme << ": the frame";

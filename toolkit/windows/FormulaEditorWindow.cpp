@@ -18,7 +18,7 @@
 namespace GZ {
 namespace {
 
-TC::CFormulaOperateManager &catalogue() {
+TC::CFormulaOperateManager &formulas() {
     return TC::CSingletonT<TC::CFormulaOperateManager>::instance();
 }
 
@@ -27,7 +27,8 @@ TC::CFormulaEditorManager::ApplyFunction &applyFunction() {
     return function;
 }
 
-QMessageBox::StandardButton ask(QWidget *parent, const QString &text, QMessageBox::StandardButtons buttons) {
+QMessageBox::StandardButton askUser(QWidget *parent, const QString &text,
+                                    QMessageBox::StandardButtons buttons) {
     QMessageBox box(QMessageBox::Question, QCoreApplication::translate("FormulaEditorWindow", "提示"), text,
                     buttons, parent);
     box.setPalette(windowPalette());
@@ -85,9 +86,9 @@ void FormulaEditorWindow::build() {
 }
 
 void FormulaEditorWindow::load() {
-    const TC::CFormulaSource source = catalogue().source(mName);
+    const TC::CFormulaSource source = formulas().source(mName);
     mLanguage = source.mLanguage;
-    mEdit->setPlainText(mName.isEmpty() || source.mText.isEmpty() ? catalogue().newFormulaText(mName)
+    mEdit->setPlainText(mName.isEmpty() || source.mText.isEmpty() ? formulas().newFormulaText(mName)
                                                                   : source.mText);
     mEdit->markLine(0);
     mEdit->document()->setModified(false);
@@ -95,7 +96,7 @@ void FormulaEditorWindow::load() {
 }
 
 void FormulaEditorWindow::showState() {
-    const TC::CFormulaSource source = catalogue().source(mName);
+    const TC::CFormulaSource source = formulas().source(mName);
     mRestore->setEnabled(source.mIsUserMade && source.mHasBuiltin);
     setWindowModified(isChanged());
     setWindowTitle(tr("%1[*] - 指标编辑器").arg(mName.isEmpty() ? tr("新指标") : mName));
@@ -118,7 +119,7 @@ bool FormulaEditorWindow::isGood(const TC::CFormulaFault &fault) {
 }
 
 bool FormulaEditorWindow::check() {
-    const bool good = isGood(catalogue().checkFormula(mEdit->toPlainText()));
+    const bool good = isGood(formulas().checkFormula(mEdit->toPlainText()));
     if (good) {
         say(tr("检查通过"));
     }
@@ -126,7 +127,7 @@ bool FormulaEditorWindow::check() {
 }
 
 bool FormulaEditorWindow::save() {
-    if (!isGood(catalogue().saveFormula(mName, mEdit->toPlainText()))) {
+    if (!isGood(formulas().saveFormula(mName, mEdit->toPlainText()))) {
         return false;
     }
     mEdit->document()->setModified(false);
@@ -148,10 +149,10 @@ void FormulaEditorWindow::apply() {
 
 void FormulaEditorWindow::restore() {
     const QString question = tr("放弃自己的修改，恢复内置的 %1？").arg(mName);
-    if (ask(this, question, QMessageBox::Ok | QMessageBox::Cancel) != QMessageBox::Ok) {
+    if (askUser(this, question, QMessageBox::Ok | QMessageBox::Cancel) != QMessageBox::Ok) {
         return;
     }
-    const QString refusal = catalogue().restoreFormula(mName);
+    const QString refusal = formulas().restoreFormula(mName);
     if (!refusal.isEmpty()) {
         say(refusal, true);
         return;
@@ -163,8 +164,8 @@ void FormulaEditorWindow::restore() {
 void FormulaEditorWindow::closeEvent(QCloseEvent *event) {
     bool close = true;
     if (isChanged()) {
-        const auto answer = ask(this, tr("指标已修改，是否保存？"),
-                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+        const auto answer = askUser(this, tr("指标已修改，是否保存？"),
+                                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
         close = answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
     }
     event->setAccepted(close);
