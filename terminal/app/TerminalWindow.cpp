@@ -14,7 +14,6 @@
 #include "terminal/app/SmartKeyboard.h"
 #include "terminal/app/StatusLine.h"
 #include "terminal/app/StretchWindows.h"
-#include "terminal/app/TradeDetailsMemory.h"
 #include "terminal/app/ViewMemory.h"
 #include "terminal/app/WindowColors.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -54,7 +53,6 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     onUiResourceChanged();
     refreshSearch();
     mMemory->restoreView();
-    mTradeDetails = std::make_unique<TradeDetailsMemory>(mServices.config(), *mView->main());
     setPace(mServices.clock().pace());
     setFormulasShown(false);
     setTradesShown(mServices.config().value(kTradesField, kYes) == kYes);
@@ -70,7 +68,6 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
 
 TerminalWindow::~TerminalWindow() {
     mMemory.reset();
-    mTradeDetails->keep();
 }
 
 void TerminalWindow::layOut() {
@@ -423,7 +420,6 @@ void TerminalWindow::closeEvent(QCloseEvent *event) {
 void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
-    mTradeDetails->keep();
     mStatus->setMarketTime(mServices.clock().currentDateTime());
     const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);

@@ -27,7 +27,6 @@ class QuoteLists;
 class ReplayControl;
 class SmartKeyboard;
 class StatusLine;
-class TradeDetailsMemory;
 class ViewMemory;
 
 /// The terminal's window: the chart of one instrument, the controls over it, the formulas beside it and the status line
@@ -124,7 +123,6 @@ private:
     ReplayControl *mReplay;
     SmartKeyboard *mKeyboard;
     std::unique_ptr<ViewMemory> mMemory;
-    std::unique_ptr<TradeDetailsMemory> mTradeDetails;
     QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;

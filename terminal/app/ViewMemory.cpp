@@ -3,6 +3,7 @@
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/CLinkageManager.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/market/SimulatedClock.h"
@@ -56,8 +57,20 @@ void ViewMemory::restoreView() {
     if (heights.size() == static_cast<size_t>(formulas.size()) + 1) {
         chart.loadSettings(formulas, heights);
     }
+    restoreTrades();
     if (!mKept->geometry.isEmpty()) {
         mWindow.restoreGeometry(mKept->geometry);
+    }
+}
+
+/// The document has brought the choice of trades back, but for two things that it cannot.
+void ViewMemory::restoreTrades() {
+    TC::CRealtimeMainWidget &chart = *mView.main();
+    // A dialog reads this one the other way round than it tells it: all are seen at first.
+    chart.presetLinkageDialogSetting({{QStringLiteral("seebystrategy"), true}});
+    // The dialog starts it only when it is checked by hand.
+    if (chart.getLinkageDialogSetting().value(QStringLiteral("balance"))) {
+        TC::CSingletonT<TC::CLinkageManager>::instance().startBalanceCalculator();
     }
 }
 

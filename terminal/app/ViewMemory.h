@@ -13,8 +13,9 @@ class ChartView;
 class ConfigService;
 class SimulatedClock;
 
-/// Keeps how the user has arranged the window, and brings it back. A change is written within a third of a second, so
-/// that neither the end of the program nor a kill loses it. Nothing is written before start().
+/// Keeps how the user has arranged the window, the choice of his trades included, and brings it back. A change is written
+/// within a third of a second, so that neither the end of the program nor a kill loses it. Nothing is written before
+/// start().
 class ViewMemory : public QObject {
     Q_OBJECT
 public:
@@ -24,7 +25,7 @@ public:
 
     /// What was kept; nothing at a first start.
     const std::optional<SavedView> &kept() const { return mKept; }
-    /// Brings the panes, the overlays and the window's place back. Before the first instrument is shown.
+    /// Brings the panes, the overlays, the choice of trades and the window's place back. Before the first instrument is shown.
     void restoreView();
     /// Brings back what needs an instrument on the chart: the days, and a formula in place of the ordinary chart.
     void restoreChart();
@@ -36,6 +37,7 @@ public:
     void keep();
 
 private:
+    void restoreTrades();
     SavedView current() const;
 
     ConfigService &mConfig;

@@ -7,6 +7,7 @@
 #include "host/toolkit/CSmallNoNormalButton.h"
 #include "host/toolkit/CStandardTable.h"
 #include "linkage/CRealtimeLinkageSettingDialog.h"
+#include "terminal/config/SavedView.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QFileDialog>
@@ -201,6 +202,34 @@ TEST_F(TradeDetailsTest, WhatIsCheckedIsRememberedForTheNextStart) {
     EXPECT_FALSE(dialog()->param()["seebystrategy"]) << "the view by strategies begins off";
     EXPECT_EQ(dialog()->getStocks().size(), size_t(table(2)->rowCount()));
     EXPECT_NE(view().uiParam()->mLinkageShow, (std::array<bool, 8>{}));
+}
+
+TEST_F(TradeDetailsTest, TheViewThatIsSavedAloneRemembersWhatIsChecked) {
+    openByKey();
+    click(box(4));
+    const auto saved = [&] {
+        const std::optional<terminal::SavedView> view =
+            terminal::readSavedView(terminal::ConfigService(mFolder.path() + "/config.json"));
+        return view ? view->document : QString();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return saved().contains(R"("1", "deal")"); }, 10000)) << "while it runs";
+    EXPECT_TRUE(saved().contains(R"("0", "order")"));
+    mWindow.reset();
+    EXPECT_TRUE(mServices->config().section(QStringLiteral("tradeDetails")).isEmpty());
+}
+
+TEST_F(TradeDetailsTest, AllTradesAreSeenAtTheNextStartWhicheverWayTheyWereSeen) {
+    for (const bool byStrategy : {true, false}) {
+        openByKey();
+        dialog()->handleEvent(93, byStrategy ? 19 : 18, 1, QString(), nullptr);
+        mWindow.reset();
+        mWindow = std::make_unique<terminal::TerminalWindow>(*mServices);
+        mWindow->show();
+        start();
+        openByKey();
+        EXPECT_FALSE(dialog()->param()["seebystrategy"]) << byStrategy;
+        EXPECT_FALSE(view().uiParam()->mLinkageShow[7]) << byStrategy;
+    }
 }
 
 TEST_F(TradeDetailsTest, BalancesAreWorkedOutAgainWithTheNextStart) {
