@@ -135,7 +135,7 @@ void CRealtimeUiParam::clearStock() {
 }
 
 void CRealtimeUiParam::clear() {
-    mDataCount = 0;
+    setDataCount(0);
 }
 
 QString CRealtimeUiParam::getStock() const {
