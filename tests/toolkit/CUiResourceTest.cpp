@@ -5,6 +5,7 @@
 #include "tests/support/MessageGuard.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFontMetrics>
 #include <QJsonDocument>
@@ -13,8 +14,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <atomic>
+#include <deque>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -348,6 +354,72 @@ TEST_F(CUiResourceTest, AHandlerMayDestroyAnother) {
     mTheme.setTheme(QStringLiteral("light"));
     EXPECT_EQ(second, nullptr);
     EXPECT_EQ(first.mCalls, 1);
+}
+
+TEST_F(CUiResourceTest, HandlersHearInTheOrderInWhichTheyCame) {
+    std::vector<int> heard;
+    std::vector<std::unique_ptr<Handler>> handlers;
+    for (int i = 0; i < 6; ++i) {
+        handlers.push_back(std::make_unique<Handler>());
+        handlers.back()->mThen = [&heard, i] { heard.push_back(i); };
+    }
+    handlers[1].reset();
+    handlers[1] = std::make_unique<Handler>(); // comes last now
+    handlers[1]->mThen = [&heard] { heard.push_back(1); };
+    handlers[4].reset();
+    const auto third = handlers[2]->mThen;
+    std::unique_ptr<Handler> late;
+    handlers[2]->mThen = [&, third] {
+        third();
+        handlers[0].reset(); // has heard it
+        handlers[5].reset(); // is still to hear it
+        if (!late) {
+            late = std::make_unique<Handler>();
+        }
+    };
+    mTheme.setTheme(QStringLiteral("light"));
+    EXPECT_EQ(heard, (std::vector<int>{0, 2, 3, 1}));
+    heard.clear();
+    mTheme.setTheme(QStringLiteral("dark"));
+    EXPECT_EQ(heard, (std::vector<int>{2, 3, 1}));
+    EXPECT_EQ(late->mCalls, 1) << "it came while the first change was told";
+}
+
+/// The shortest of some times, in nanoseconds, that it takes handlers to come, to hear of a change, and to go, the oldest
+/// first or the newest.
+qint64 timeOfHandlers(int count, bool oldestFirst) {
+    qint64 best = std::numeric_limits<qint64>::max();
+    for (int round = 0; round < 3; ++round) {
+        QElapsedTimer timer;
+        timer.start();
+        std::deque<Handler> handlers(static_cast<size_t>(count));
+        GZ::CUiResource::instance().setTheme(QStringLiteral("dark"));
+        while (!handlers.empty()) {
+            oldestFirst ? handlers.pop_front() : handlers.pop_back();
+        }
+        best = std::min(best, timer.nsecsElapsed());
+    }
+    return best;
+}
+
+TEST_F(CUiResourceTest, TenTimesAsManyHandlersTakeAboutTenTimesAsLong) {
+    for (const bool oldestFirst : {true, false}) {
+        const qint64 few = timeOfHandlers(10000, oldestFirst);
+        const qint64 many = timeOfHandlers(100000, oldestFirst);
+        EXPECT_LT(many, 40 * few) << oldestFirst << ": a hundred times as long when each looks for its place";
+    }
+}
+
+TEST_F(CUiResourceTest, WhatWouldNeverEndIsNoTheme) {
+    const QString pipe = mFolder.filePath(QStringLiteral("pipe.json"));
+    ASSERT_EQ(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    for (const QString &path : {pipe, QStringLiteral("/dev/zero")}) {
+        QString error;
+        EXPECT_FALSE(mTheme.setTheme(path, &error));
+        EXPECT_TRUE(error.contains(path + QStringLiteral("”：it is a pipe or a device, no file")))
+            << qPrintable(error);
+    }
+    EXPECT_EQ(mTheme.theme(), QStringLiteral("dark"));
 }
 
 TEST_F(CUiResourceTest, ABaseWidgetRepaintsWithTheTheme) {

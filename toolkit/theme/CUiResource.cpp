@@ -1,5 +1,6 @@
 #include "host/toolkit/CUiResource.h"
 
+#include "toolkit/files/RegularFile.h"
 #include "toolkit/theme/ThemeTable.h"
 #include "toolkit/theme/ThemeWords.h"
 
@@ -8,14 +9,17 @@
 #include <QPainter>
 #include <QSet>
 
-#include <algorithm>
 #include <atomic>
+#include <list>
 #include <memory>
 #include <mutex>
+#include <unordered_map>
 #include <vector>
 
 namespace GZ {
 namespace {
+
+constexpr qint64 kLargestTheme = 64LL * 1000 * 1000; ///< bytes
 
 using Table = std::shared_ptr<const ThemeTable>;
 
@@ -30,13 +34,14 @@ QString builtInPath(const QString &name) {
 
 /// Takes a theme file in on top of what the table has.
 bool readFile(const QString &path, ThemeTable &table, QString *error) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = ThemeWords::tr("打不开主题文件“%1”：%2").arg(path, file.errorString());
+    RegularFile file(path);
+    const QByteArray content = file.whole(kLargestTheme);
+    if (!file.isGood()) {
+        *error = ThemeWords::tr("打不开主题文件“%1”：%2").arg(path, file.reason());
         return false;
     }
     QString reason;
-    if (!table.read(file.readAll(), &reason)) {
+    if (!table.read(content, &reason)) {
         *error = ThemeWords::tr("主题文件“%1”：%2").arg(path, reason);
         return false;
     }
@@ -58,8 +63,11 @@ QPixmap crossedBox() {
 
 /// Who hears of a changed theme. Lives as long as the process, since a static widget may leave at the very end.
 struct Handlers {
+    using List = std::list<CUiResourceChangeHandler *>;
+
     std::mutex mLock;
-    std::vector<CUiResourceChangeHandler *> mList;
+    List mList; ///< as they came, which is the order in which they hear
+    std::unordered_map<CUiResourceChangeHandler *, List::iterator> mPlaces;
 };
 
 Handlers &handlers() {
@@ -71,14 +79,13 @@ void tellHandlers() {
     std::vector<CUiResourceChangeHandler *> list;
     {
         std::lock_guard<std::mutex> hold(handlers().mLock);
-        list = handlers().mList;
+        list.assign(handlers().mList.begin(), handlers().mList.end());
     }
     for (CUiResourceChangeHandler *handler : list) {
         bool present = false; // an earlier one may have destroyed it
         {
             std::lock_guard<std::mutex> hold(handlers().mLock);
-            const auto &now = handlers().mList;
-            present = std::find(now.begin(), now.end(), handler) != now.end();
+            present = handlers().mPlaces.count(handler) > 0;
         }
         if (present) {
             handler->onUiResourceChanged();
@@ -216,13 +223,16 @@ int CUiResource::generation() const {
 
 CUiResourceChangeHandler::CUiResourceChangeHandler() {
     std::lock_guard<std::mutex> hold(handlers().mLock);
-    handlers().mList.push_back(this);
+    Handlers &all = handlers();
+    all.mPlaces.emplace(this, all.mList.insert(all.mList.end(), this));
 }
 
 CUiResourceChangeHandler::~CUiResourceChangeHandler() {
     std::lock_guard<std::mutex> hold(handlers().mLock);
-    auto &list = handlers().mList;
-    list.erase(std::find(list.begin(), list.end(), this));
+    Handlers &all = handlers();
+    const auto place = all.mPlaces.find(this);
+    all.mList.erase(place->second);
+    all.mPlaces.erase(place);
 }
 
 } // namespace GZ
