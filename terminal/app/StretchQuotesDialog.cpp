@@ -6,6 +6,7 @@
 #include "host/toolkit/ThemeColor.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/TradedSpan.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QHeaderView>
@@ -86,7 +87,9 @@ StretchQuotesDialog::~StretchQuotesDialog() = default;
 
 void StretchQuotesDialog::list(const QString &key, qint64 start, qint64 end) {
     mKey = key;
-    mStart = start * 1000;
+    const TradedSpan span =
+        tradedSpan(*mServices.store().catalogue(), key, start * 1000, end * 1000, mServices.clock().now());
+    mStart = span.start;
     const auto text = [](qint64 second, const char *format) {
         return marketDateTime(second * 1000).toString(QLatin1String(format));
     };
@@ -94,8 +97,8 @@ void StretchQuotesDialog::list(const QString &key, qint64 start, qint64 end) {
                        .arg(key, mServices.nameOf(key), text(start, "yyyy-MM-dd hh:mm"), text(end, "hh:mm")));
     mTable->setRowCount(0);
     mMessage->setText(tr("正在读取"));
-    mJob.start([this, key, start, end](BackgroundJob &) {
-        mBars = stretchOf(mServices.feed().dayBars(key, dayOf(dateAt(start * 1000))), start * 1000, end * 1000);
+    mJob.start([this, key, span](BackgroundJob &) {
+        mBars = stretchOf(mServices.feed().dayBars(key, span.day), span.start, span.end);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/TradedSpan.h"
 #include "terminal/market/TransactionTape.h"
 
 #include <QDateTime>
@@ -163,9 +164,10 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
     mFormulas->setHistoryCache(&mCache);
-    mFormulas->setTransactions([tape = std::make_shared<TransactionTape>(mStore, *mExchange)](
+    mFormulas->setTransactions([this, tape = std::make_shared<TransactionTape>(mStore, *mExchange)](
                                    const QString &key, qint64 from, qint64 to, qint64 limit) {
-        return tape->between(key, from, to, limit);
+        const TradedSpan span = tradedSpan(*mStore.catalogue(), key, from, to, mClock->now());
+        return tape->between(key, span.start, span.end, limit);
     });
     mReplay = std::make_unique<ReplayService>(mFormulas->tools(), requestDayOf, &mCache);
     mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);

@@ -1,9 +1,10 @@
 #include "terminal/market/StageRanking.h"
 
+#include "host/services/CHostClock.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "terminal/market/CMarketStore.h"
-#include "terminal/market/MarketDate.h"
 #include "terminal/market/SimulatedExchange.h"
+#include "terminal/market/TradedSpan.h"
 
 #include <QSqlQuery>
 #include <QVariant>
@@ -18,8 +19,7 @@ constexpr int kStep = 64; ///< instruments between two looks at the progress
 /// The look-ups of one ranking: what SQLite adds up itself is not read row by row.
 class StageQueries {
 public:
-    StageQueries(CMarketStore &store, int day, qint64 start, qint64 end)
-        : mSpan(store.connection()), mPrice(store.connection()), mDay(day), mStart(start), mEnd(end) {
+    explicit StageQueries(CMarketStore &store) : mSpan(store.connection()), mPrice(store.connection()) {
         mSpan.setForwardOnly(true);
         mSpan.prepare(QStringLiteral(
             "SELECT count(*), min(time), max(time), max(price), min(price), avg(price), sum(volume), "
@@ -31,13 +31,13 @@ public:
                            "ORDER BY time DESC LIMIT 1"));
     }
 
-    bool figures(const Instrument &of, StageFigures &figures) {
+    bool figures(const Instrument &of, const TradedSpan &span, StageFigures &figures) {
         const qint64 instrument = of.id;
         mSpan.bindValue(0, of.isIndex() ? 0 : 1); // a price of an index is no money
         mSpan.bindValue(1, instrument);
-        mSpan.bindValue(2, mDay);
-        mSpan.bindValue(3, mStart);
-        mSpan.bindValue(4, mEnd);
+        mSpan.bindValue(2, span.day);
+        mSpan.bindValue(3, span.start);
+        mSpan.bindValue(4, span.end);
         if (!mSpan.exec() || !mSpan.next() || mSpan.value(0).toInt() == 0) {
             return false;
         }
@@ -49,10 +49,10 @@ public:
         figures.volume = mSpan.value(6).toDouble();
         figures.amount = mSpan.value(7).toDouble();
         mSpan.finish();
-        figures.last = priceAt(instrument, lastTime);
-        figures.first = priceAt(instrument, mStart);
+        figures.last = priceAt(instrument, span.day, lastTime);
+        figures.first = priceAt(instrument, span.day, span.start);
         if (!(figures.first > 0.0)) {
-            figures.first = priceAt(instrument, firstTime);
+            figures.first = priceAt(instrument, span.day, firstTime);
         }
         figures.high = std::max(figures.high, figures.first);
         figures.low = std::min(figures.low, figures.first);
@@ -61,9 +61,9 @@ public:
 
 private:
     /// The last price of the day up to a time; 0 when there is none.
-    double priceAt(qint64 instrument, qint64 time) {
+    double priceAt(qint64 instrument, int day, qint64 time) {
         mPrice.bindValue(0, instrument);
-        mPrice.bindValue(1, mDay);
+        mPrice.bindValue(1, day);
         mPrice.bindValue(2, time);
         const double price = mPrice.exec() && mPrice.next() ? mPrice.value(0).toDouble() : 0.0;
         mPrice.finish();
@@ -72,9 +72,6 @@ private:
 
     QSqlQuery mSpan;
     QSqlQuery mPrice;
-    int mDay;
-    qint64 mStart;
-    qint64 mEnd;
 };
 
 double ratio(double part, double whole) {
@@ -138,8 +135,8 @@ bool stageFigures(const MinuteBars &day, qint64 start, qint64 end, bool isIndex,
 QVector<StageRow> stageRows(CMarketStore &store, SimulatedExchange &exchange, qint64 start, qint64 end,
                             const StageProgress &progress) {
     const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
-    const int day = dayOf(dateAt(start));
-    StageQueries queries(store, day, start, end);
+    const qint64 now = TC::hostNow().toMSecsSinceEpoch();
+    StageQueries queries(store);
     QVector<StageRow> rows;
     rows.reserve(catalogue->instruments.size());
     int done = 0;
@@ -150,9 +147,11 @@ QVector<StageRow> stageRows(CMarketStore &store, SimulatedExchange &exchange, qi
         ++done;
         StageFigures figures;
         const QString key = instrument.key();
-        const bool running = instrument.simulated && exchange.runningDay(key) == day;
-        if (running ? stageFigures(exchange.dayBars(key, day), start, end, instrument.isIndex(), figures)
-                    : queries.figures(instrument, figures)) {
+        const TradedSpan span = tradedSpan(*catalogue, key, start, end, now);
+        const bool running = instrument.simulated && exchange.runningDay(key) == span.day;
+        if (running ? stageFigures(exchange.dayBars(key, span.day), span.start, span.end, instrument.isIndex(),
+                                   figures)
+                    : queries.figures(instrument, span, figures)) {
             rows.append({key, instrument.name, std::max(2, TC::decimals(instrument.priceTick)), figures});
         }
     }

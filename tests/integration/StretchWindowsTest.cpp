@@ -135,6 +135,44 @@ TEST_F(StretchWindowsTest, TransactionsOfTheStretchComeThroughTheService) {
     EXPECT_LE(records.back()->mTime, region.mEnd);
 }
 
+/// The night of Friday, 2026-11-20, was that of Thursday, 21:00 to 22:00, while the chart dates it with Friday.
+TEST_F(StretchWindowsTest, NightOfAFutureIsThatOfTheEveningBefore) {
+    quoter::TSMetaInfo meta;
+    meta.mMarket = "SHFE";
+    meta.mCode = "AU2612";
+    meta.mDataKind = 1806;
+    quoter::TRegionInfo region;
+    region.mStart = 1795179600000;
+    region.mEnd = 1795183200000;
+    std::vector<std::shared_ptr<quoter::QuoterBase>> records;
+    TC::CSingletonT<TC::CFormulaManager>::instance().requestHistoryQuote(
+        meta, region,
+        [&](int, int, const std::vector<std::shared_ptr<quoter::QuoterBase>> &got, const QString &) {
+            records = got;
+        });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !records.empty(); }, 10000));
+    EXPECT_GT(records.size(), 61u); // more than the bars
+    EXPECT_GE(records.front()->mTime, 1795093200000);
+    EXPECT_LE(records.back()->mTime, 1795096800000);
+
+    ASSERT_TRUE(mWindow->showInstrument(QStringLiteral("SHFEAU2612")));
+    ASSERT_TRUE(waitUntilComplete());
+    deliver(TC::eRegionQuotesAsked, 1795179600, 1795183200);
+    auto *quotes = mWindow->findChild<StretchQuotesDialog *>();
+    ASSERT_NE(quotes, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !quotes->isReading(); }, 10000));
+    ASSERT_EQ(quotes->table()->rowCount(), 61);
+    EXPECT_EQ(quotes->table()->item(0, 0)->text(), QStringLiteral("21:00"));
+    EXPECT_EQ(quotes->table()->item(60, 0)->text(), QStringLiteral("22:00"));
+}
+
+TEST_F(StretchWindowsTest, RankingOfANightHasTheFuturesThatTradedInIt) {
+    rank(4, 1795179600, 1795183200);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ranking()->isRanking(); }, 20000));
+    EXPECT_TRUE(rankedKeys().contains(QStringLiteral("SHFEAU2612")));
+    EXPECT_FALSE(rankedKeys().contains(QStringLiteral("SH600000")));
+}
+
 TEST_F(StretchWindowsTest, AccountsOfTheUserAreThoseOfTheTradeService) {
     QStringList keys;
     for (const auto &account : TC::getUserConfig()->accounts()) {
