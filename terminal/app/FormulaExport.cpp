@@ -1,11 +1,11 @@
 #include "terminal/app/FormulaExport.h"
 
 #include "host/services/CFormulaOperateManager.h"
+#include "toolkit/files/RegularFile.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QSaveFile>
 
@@ -13,6 +13,8 @@
 
 namespace terminal {
 namespace {
+
+constexpr qint64 kLargestScript = 16LL * 1000 * 1000; ///< bytes
 
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(FormulaExport)
@@ -25,8 +27,8 @@ QByteArray textOf(const QString &formula) {
     if (!text.isEmpty()) {
         return text.toUtf8();
     }
-    QFile script(catalogue.pythonDir() + QLatin1Char('/') + formula.toUpper() + QStringLiteral(".py"));
-    return script.open(QIODevice::ReadOnly) ? script.readAll() : QByteArray();
+    const QString script = catalogue.pythonDir() + QLatin1Char('/') + formula.toUpper() + QStringLiteral(".py");
+    return GZ::RegularFile(script).whole(kLargestScript);
 }
 
 void setLabels(QFileDialog &dialog) {

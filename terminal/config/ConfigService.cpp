@@ -1,6 +1,7 @@
 #include "terminal/config/ConfigService.h"
 
 #include "host/services/CLinkageManager.h"
+#include "toolkit/files/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,6 +17,8 @@
 
 namespace terminal {
 namespace {
+
+constexpr qint64 kLargestFile = 64LL * 1000 * 1000; ///< bytes
 
 QString tr(const char *text) {
     return QCoreApplication::translate("ConfigService", text);
@@ -151,17 +154,17 @@ int ConfigService::number(const char *name, int fallback) const {
 }
 
 void ConfigService::load() {
-    QFile file(mPath);
-    if (mPath.isEmpty() || !file.exists()) {
+    GZ::RegularFile file(mPath);
+    if (file.fault() == GZ::RegularFile::eMissing) {
         return;
     }
-    if (!file.open(QIODevice::ReadOnly)) {
-        keepDamaged(file.errorString()); // the next change would replace it
+    const QByteArray content = file.whole(kLargestFile);
+    if (!file.isGood()) {
+        keepDamaged(file.reason()); // the next change would replace it
         return;
     }
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-    file.close();
+    const QJsonDocument document = QJsonDocument::fromJson(content, &error);
     if (document.isObject()) {
         mFields = document.object();
         return;

@@ -1,9 +1,8 @@
 #include "terminal/files/FileLines.h"
 
 #include "terminal/files/SheetLines.h"
+#include "toolkit/files/RegularFile.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QTextCodec>
 
 namespace terminal {
@@ -12,20 +11,12 @@ namespace {
 constexpr qint64 kLargestFile = 100LL * 1000 * 1000; ///< bytes
 
 QString readContent(const QString &path, QByteArray &content) {
-    QFile file(path);
-    if (!QFileInfo(path).isFile()) { // a pipe would be waited for
-        return QStringLiteral("%1: cannot be read: there is no such file").arg(path);
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        return QStringLiteral("%1: cannot be read: %2").arg(path, file.errorString());
-    }
-    if (file.size() > kLargestFile) {
+    GZ::RegularFile file(path);
+    content = file.whole(kLargestFile);
+    if (file.fault() == GZ::RegularFile::eTooLarge) {
         return QStringLiteral("%1: larger than %2 MB: split it").arg(path).arg(kLargestFile / 1000000);
     }
-    content = file.readAll();
-    return file.error() == QFileDevice::NoError
-               ? QString()
-               : QStringLiteral("%1: cannot be read: %2").arg(path, file.errorString());
+    return file.isGood() ? QString() : QStringLiteral("%1: cannot be read: %2").arg(path, file.reason());
 }
 
 bool startsWithMark(const QByteArray &content) {

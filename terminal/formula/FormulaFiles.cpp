@@ -1,8 +1,9 @@
 #include "terminal/formula/FormulaFiles.h"
 
+#include "toolkit/files/RegularFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
@@ -38,13 +39,14 @@ void readFolder(const QDir &folder, const QStringList &names, QVector<FormulaFil
     }
     const QStringList patterns{QStringLiteral("*.lua")};
     for (const QFileInfo &info : folder.entryInfoList(patterns, QDir::Files, QDir::Name)) {
-        QFile file(info.filePath());
-        if (info.size() > kLargestFile) {
+        GZ::RegularFile file(info.filePath());
+        const QByteArray text = file.whole(kLargestFile);
+        if (file.fault() == GZ::RegularFile::eTooLarge) {
             tell(sink, info, QCoreApplication::translate("FormulaCatalogue", "文件太大"));
-        } else if (!file.open(QIODevice::ReadOnly)) {
-            tell(sink, info, file.errorString());
+        } else if (!file.isGood()) {
+            tell(sink, info, file.reason());
         } else {
-            files.append({info.filePath(), names, file.readAll()});
+            files.append({info.filePath(), names, text});
         }
     }
 }

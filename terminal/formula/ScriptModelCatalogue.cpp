@@ -1,5 +1,7 @@
 #include "terminal/formula/ScriptModelCatalogue.h"
 
+#include "toolkit/files/RegularFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -54,10 +56,10 @@ QVector<TC::CFormulaDetailPtr> readScriptModels(const QString &folder) {
     for (const QFileInfo &info :
          QDir(folder).entryInfoList({QStringLiteral("*.py")}, QDir::Files, QDir::Name)) {
         const QString name = info.completeBaseName();
-        QFile file(info.filePath());
-        if (name == name.toUpper() && file.open(QIODevice::ReadOnly)) {
-            models.append(
-                boost::make_shared<TC::CFormulaDetail>(readScriptModelHeader(name, file.read(kLongestHeader))));
+        GZ::RegularFile file(info.filePath());
+        const QByteArray header = file.head(kLongestHeader);
+        if (name == name.toUpper() && file.isGood()) {
+            models.append(boost::make_shared<TC::CFormulaDetail>(readScriptModelHeader(name, header)));
         }
     }
     return models;

@@ -2,9 +2,7 @@
 
 #include "terminal/market/MinuteBarImporter.h"
 #include "terminal/market/TickImporter.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "toolkit/files/RegularFile.h"
 
 namespace terminal {
 namespace {
@@ -12,9 +10,9 @@ namespace {
 /// A file that cannot be read counts as one of bars; its import tells why.
 ImportKind kindOfFile(const QString &path) {
     constexpr qint64 kLongestLine = 65536; ///< bytes
-    QFile file(path);
-    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
-    return readable ? kindOfTable(readHeadings(file.readLine(kLongestLine))) : ImportKind::Bars;
+    GZ::RegularFile file(path);
+    const QByteArray head = file.head(kLongestLine);
+    return file.isGood() ? kindOfTable(readHeadings(head.left(head.indexOf('\n')))) : ImportKind::Bars;
 }
 
 template <class Importer>

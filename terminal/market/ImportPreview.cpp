@@ -4,9 +4,9 @@
 #include "terminal/market/ImportText.h"
 #include "terminal/market/RowFields.h"
 #include "terminal/market/TickRowParser.h"
+#include "toolkit/files/RegularFile.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QTime>
@@ -77,19 +77,12 @@ public:
 
 private:
     BarFault readEnds() {
-        if (QFileInfo(mPath).isDir()) {
-            return {0, QStringLiteral("cannot be read: it is a folder")};
+        mHead = mFile.head(kPiece);
+        mTail = mFile.tail(kPiece);
+        if (!mFile.isGood()) {
+            return {0, QStringLiteral("cannot be read: %1").arg(mFile.reason())};
         }
-        if (!mFile.open(QIODevice::ReadOnly)) {
-            return {0, QStringLiteral("cannot be read: %1").arg(mFile.errorString())};
-        }
-        mHead = mFile.read(kPiece);
-        if (mHead.isEmpty()) {
-            return {1, QStringLiteral("the file is empty")};
-        }
-        mFile.seek(std::max(mFile.size() - kPiece, qint64(0)));
-        mTail = mFile.read(kPiece);
-        return {};
+        return mHead.isEmpty() ? BarFault{1, QStringLiteral("the file is empty")} : BarFault();
     }
 
     BarFault readBars(const TableHeadings &headings) {
@@ -172,7 +165,7 @@ private:
     }
 
     const QString mPath;
-    QFile mFile;
+    GZ::RegularFile mFile;
     QByteArray mHead;
     QByteArray mTail;
     ImportPreview mPreview;

@@ -1,7 +1,6 @@
 #include "terminal/market/ImportText.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "toolkit/files/RegularFile.h"
 
 #include <algorithm>
 
@@ -24,19 +23,13 @@ QString ImportText::located(const QString &path, const BarFault &fault) {
 }
 
 BarFault ImportText::open(const QString &path) {
-    QFile file(path);
-    if (QFileInfo(path).isDir()) {
-        return {0, QStringLiteral("cannot be read: it is a folder")};
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {0, QStringLiteral("cannot be read: %1").arg(file.errorString())};
-    }
-    if (file.size() > kLargestFile) {
+    GZ::RegularFile file(path);
+    mContent = file.whole(kLargestFile);
+    if (file.fault() == GZ::RegularFile::eTooLarge) {
         return {0, QStringLiteral("larger than %1 MB: split it by days").arg(kLargestFile / 1000000)};
     }
-    mContent = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        return {0, QStringLiteral("cannot be read: %1").arg(file.errorString())};
+    if (!file.isGood()) {
+        return {0, QStringLiteral("cannot be read: %1").arg(file.reason())};
     }
     if (mContent.isEmpty()) {
         return {1, QStringLiteral("the file is empty")};

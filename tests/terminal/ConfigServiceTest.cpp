@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using terminal::ConfigService;
 
 namespace {
@@ -147,6 +149,27 @@ TEST_F(ConfigServiceTest, FieldsOfASectionAreChangedOneByOne) {
     EXPECT_EQ(ConfigService(path()).section("window"),
               (QJsonObject{{"height", 600}, {"names", QJsonArray{"a", "b"}}}));
     EXPECT_TRUE(ConfigService(path()).section("elsewhere").isEmpty());
+}
+
+TEST_F(ConfigServiceTest, APipeInPlaceOfTheFileIsNotWaitedFor) {
+    ASSERT_TRUE(QDir().mkpath(mFolder.path() + "/sub"));
+    ASSERT_EQ(::mkfifo(path().toLocal8Bit().constData(), 0600), 0);
+    ConfigService service(path());
+    ASSERT_EQ(service.messages().size(), 1);
+    EXPECT_TRUE(service.messages().first().contains("it is a pipe or a device, no file"));
+    service.setValue("theme", "light");
+    EXPECT_EQ(ConfigService(path()).value("theme"), "light");
+}
+
+TEST_F(ConfigServiceTest, AFileOverTheBoundIsKeptAside) {
+    ASSERT_TRUE(QDir().mkpath(mFolder.path() + "/sub"));
+    QFile huge(path());
+    ASSERT_TRUE(huge.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(huge.resize(64000001)); // takes no room
+    ConfigService service(path());
+    ASSERT_EQ(service.messages().size(), 1);
+    EXPECT_TRUE(service.messages().first().contains("it is larger than 64000000 bytes"));
+    EXPECT_TRUE(QFileInfo::exists(path() + ".damaged"));
 }
 
 TEST_F(ConfigServiceTest, WhatCannotBeReadIsKeptAside) {

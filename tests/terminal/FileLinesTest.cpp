@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using TC::EFileType;
@@ -121,8 +122,13 @@ TEST_F(FileLinesTest, WhatCannotBeOpenedIsSaid) {
         const QString none = mFolder.filePath("none.csv");
         EXPECT_EQ(read(none, type), QStringList("! " + none + ": cannot be read: there is no such file"));
         EXPECT_EQ(read(mFolder.path(), type),
-                  QStringList("! " + mFolder.path() + ": cannot be read: there is no such file"));
-        EXPECT_EQ(read("/dev/zero", type), QStringList("! /dev/zero: cannot be read: there is no such file"));
+                  QStringList("! " + mFolder.path() + ": cannot be read: it is a folder"));
+        const QString pipe = mFolder.filePath("pipe.csv");
+        ::mkfifo(pipe.toLocal8Bit().constData(), 0600);
+        for (const QString &endless : {QStringLiteral("/dev/zero"), pipe}) {
+            EXPECT_EQ(read(endless, type),
+                      QStringList("! " + endless + ": cannot be read: it is a pipe or a device, no file"));
+        }
     }
     if (geteuid() != 0) { // who may read everything
         const QString locked = write("locked.csv", "a");

@@ -1,4 +1,5 @@
 #include "terminal/market/FileImporter.h"
+#include "terminal/market/ImportPreview.h"
 #include "terminal/market/ImportedInstrument.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/TickDays.h"
@@ -6,6 +7,8 @@
 
 #include <QFileInfo>
 #include <QSqlQuery>
+
+#include <sys/stat.h>
 
 using namespace terminal;
 
@@ -235,6 +238,27 @@ TEST_F(TickImporterTest, AnErrorOfALaterInstrumentTakesBackTheEarlierOnes) {
 TEST_F(TickImporterTest, AFolderIsNoFile) {
     const ImportOutcome outcome = importMarketFile(mStore, {}, mFolder.path());
     EXPECT_TRUE(outcome.error.contains(QStringLiteral("it is a folder"))) << outcome.error.toStdString();
+}
+
+TEST_F(TickImporterTest, WhatWouldNeverEndIsRefusedAndNotWaitedFor) {
+    const QString pipe = pathOf("pipe.csv");
+    ASSERT_EQ(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    const QString link = pathOf("link.csv");
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), link));
+    for (const QString &path : {pipe, link, QStringLiteral("/dev/zero")}) {
+        const QString said = path + QStringLiteral(": cannot be read: it is a pipe or a device, no file");
+        EXPECT_EQ(importMarketFile(mStore, {}, path).error, said);
+        EXPECT_EQ(previewFile(path).error, said);
+    }
+}
+
+TEST_F(TickImporterTest, AFileOverTheBoundIsRefusedUnread) {
+    QFile huge(pathOf("huge.csv"));
+    ASSERT_TRUE(huge.open(QIODevice::WriteOnly));
+    huge.write(kTrades);
+    ASSERT_TRUE(huge.resize(1900000001)); // takes no room
+    EXPECT_EQ(importMarketFile(mStore, {}, huge.fileName()).error,
+              huge.fileName() + QStringLiteral(": larger than 1900 MB: split it by days"));
 }
 
 TEST_F(TickImporterTest, AnotherImportOfTheSameTicksChangesNothing) {
