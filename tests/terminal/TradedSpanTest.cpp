@@ -10,14 +10,14 @@ using namespace terminal;
 
 namespace {
 
-constexpr qint64 kThursday = 1795017600; ///< 2026-11-19 00:00
-constexpr qint64 kFriday = 1795104000; ///< 2026-11-20 00:00
-constexpr qint64 kSaturday = 1795190400; ///< 2026-11-21 00:00
-constexpr qint64 kMonday = 1795363200; ///< 2026-11-23 00:00
-constexpr qint64 kBeforeHoliday = 1790697600; ///< 2026-09-30 00:00
-constexpr qint64 kAfterHoliday = 1791388800; ///< 2026-10-08 00:00
+constexpr qint64 kThursdayStart = 1795017600; ///< 2026-11-19 00:00
+constexpr qint64 kFridayStart = 1795104000; ///< 2026-11-20 00:00
+constexpr qint64 kSaturdayStart = 1795190400; ///< 2026-11-21 00:00
+constexpr qint64 kMondayStart = 1795363200; ///< 2026-11-23 00:00
+constexpr qint64 kDayBeforeHoliday = 1790697600; ///< 2026-09-30 00:00
+constexpr qint64 kDayAfterHoliday = 1791388800; ///< 2026-10-08 00:00
 
-constexpr qint64 at(qint64 midnight, int hour, int minute = 0) {
+constexpr qint64 chartTime(qint64 midnight, int hour, int minute = 0) {
     return (midnight + hour * 3600 + minute * 60) * 1000;
 }
 
@@ -43,48 +43,61 @@ protected:
     }
 
     Catalogue mCatalogue;
-    qint64 mNow = at(kMonday, 10, 30);
+    qint64 mNow = chartTime(kMondayStart, 10, 30);
 };
 
 TEST_F(TradedSpanTest, NightOfADayLiesOnTheEveningBefore) {
-    expectSpan(at(kFriday, 21), at(kFriday, 22), kFriday, at(kThursday, 21), at(kThursday, 22));
-    expectSpan(at(kFriday, 21), at(kFriday, 22), 1795104000, 1795093200000, 1795096800000);
+    expectSpan(chartTime(kFridayStart, 21), chartTime(kFridayStart, 22), kFridayStart,
+               chartTime(kThursdayStart, 21), chartTime(kThursdayStart, 22));
+    expectSpan(chartTime(kFridayStart, 21), chartTime(kFridayStart, 22), 1795104000, 1795093200000,
+               1795096800000);
 }
 
 TEST_F(TradedSpanTest, NightOfAMondayIsThatOfFriday) {
-    expectSpan(at(kMonday, 21), at(kMonday, 23, 59), kMonday, at(kFriday, 21), at(kFriday, 23, 59));
-    expectSpan(at(kMonday, 1), at(kMonday, 2, 30), 1795363200, 1795194000000, 1795199400000);
-    expectSpan(at(kMonday, 22), at(kMonday, 0), kMonday, at(kFriday, 22), at(kSaturday, 0));
+    expectSpan(chartTime(kMondayStart, 21), chartTime(kMondayStart, 23, 59), kMondayStart,
+               chartTime(kFridayStart, 21), chartTime(kFridayStart, 23, 59));
+    expectSpan(chartTime(kMondayStart, 1), chartTime(kMondayStart, 2, 30), 1795363200, 1795194000000,
+               1795199400000);
+    expectSpan(chartTime(kMondayStart, 22), chartTime(kMondayStart, 0), kMondayStart,
+               chartTime(kFridayStart, 22), chartTime(kSaturdayStart, 0));
 }
 
 TEST_F(TradedSpanTest, StretchFromTheNightIntoTheDayIsOne) {
-    expectSpan(at(kMonday, 21), at(kMonday, 10), kMonday, at(kFriday, 21), at(kMonday, 10));
-    expectSpan(at(kMonday, 9, 1), at(kMonday, 15), kMonday, at(kMonday, 9, 1), at(kMonday, 15));
+    expectSpan(chartTime(kMondayStart, 21), chartTime(kMondayStart, 10), kMondayStart,
+               chartTime(kFridayStart, 21), chartTime(kMondayStart, 10));
+    expectSpan(chartTime(kMondayStart, 9, 1), chartTime(kMondayStart, 15), kMondayStart,
+               chartTime(kMondayStart, 9, 1), chartTime(kMondayStart, 15));
 }
 
 TEST_F(TradedSpanTest, SecondsStay) {
-    expectSpan(at(kFriday, 21) + 30500, at(kFriday, 1) + 999, kFriday, at(kThursday, 21) + 30500,
-               at(kFriday, 1) + 999);
+    expectSpan(chartTime(kFridayStart, 21) + 30500, chartTime(kFridayStart, 1) + 999, kFridayStart,
+               chartTime(kThursdayStart, 21) + 30500, chartTime(kFridayStart, 1) + 999);
 }
 
 TEST_F(TradedSpanTest, MinutesOfTonightBelongToTheDayThatRuns) {
-    mNow = at(kFriday, 21, 30); // which is Monday; the chart has the date of the clock
-    expectSpan(at(kFriday, 21), at(kFriday, 21, 30), kMonday, at(kFriday, 21), at(kFriday, 21, 30));
-    expectSpan(at(kFriday, 9, 1), at(kFriday, 10), kFriday, at(kFriday, 9, 1), at(kFriday, 10));
-    mNow = at(kSaturday, 1);
-    expectSpan(at(kSaturday, 21), at(kSaturday, 1), kMonday, at(kFriday, 21), at(kSaturday, 1));
-    mNow = at(kFriday, 10, 30);
-    expectSpan(at(kFriday, 21), at(kFriday, 23), kFriday, at(kThursday, 21), at(kThursday, 23));
+    mNow = chartTime(kFridayStart, 21, 30); // which is Monday; the chart has the date of the clock
+    expectSpan(chartTime(kFridayStart, 21), chartTime(kFridayStart, 21, 30), kMondayStart,
+               chartTime(kFridayStart, 21), chartTime(kFridayStart, 21, 30));
+    expectSpan(chartTime(kFridayStart, 9, 1), chartTime(kFridayStart, 10), kFridayStart,
+               chartTime(kFridayStart, 9, 1), chartTime(kFridayStart, 10));
+    mNow = chartTime(kSaturdayStart, 1);
+    expectSpan(chartTime(kSaturdayStart, 21), chartTime(kSaturdayStart, 1), kMondayStart,
+               chartTime(kFridayStart, 21), chartTime(kSaturdayStart, 1));
+    mNow = chartTime(kFridayStart, 10, 30);
+    expectSpan(chartTime(kFridayStart, 21), chartTime(kFridayStart, 23), kFridayStart,
+               chartTime(kThursdayStart, 21), chartTime(kThursdayStart, 23));
 }
 
 TEST_F(TradedSpanTest, NoNightIsHeldInFrontOfAHoliday) {
-    expectSpan(at(kAfterHoliday, 21), at(kAfterHoliday, 10), kAfterHoliday, at(kBeforeHoliday, 21),
-               at(kAfterHoliday, 10));
+    expectSpan(chartTime(kDayAfterHoliday, 21), chartTime(kDayAfterHoliday, 10), kDayAfterHoliday,
+               chartTime(kDayBeforeHoliday, 21), chartTime(kDayAfterHoliday, 10));
 }
 
 TEST_F(TradedSpanTest, WhatDoesNotTradeAtNightKeepsItsTimes) {
-    expectSpan(at(kMonday, 21), at(kMonday, 22), kMonday, at(kMonday, 21), at(kMonday, 22), "SH600000");
-    expectSpan(at(kMonday, 1), at(kMonday, 2), kMonday, at(kMonday, 1), at(kMonday, 2), "SH999999");
+    expectSpan(chartTime(kMondayStart, 21), chartTime(kMondayStart, 22), kMondayStart,
+               chartTime(kMondayStart, 21), chartTime(kMondayStart, 22), "SH600000");
+    expectSpan(chartTime(kMondayStart, 1), chartTime(kMondayStart, 2), kMondayStart, chartTime(kMondayStart, 1),
+               chartTime(kMondayStart, 2), "SH999999");
 }
 
 } // namespace
