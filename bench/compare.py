@@ -15,6 +15,7 @@ import tempfile
 from pathlib import Path
 
 PROGRAMS = {"timeshare_bench": ".", "peers_bench": "timeshare|^G"}
+ENVIRONMENT = {"QT_QPA_PLATFORM": "offscreen", "PEERS_NO_CHECK": "1", **os.environ}
 
 
 def quiet_core():
@@ -25,13 +26,16 @@ def quiet_core():
 
 
 def times(program, case_filter, before):
-    """Microseconds of every case of one run."""
+    """Microseconds of every case of one run; none where the filter picks none."""
+    listed = subprocess.run([str(program), f"--benchmark_filter={case_filter}", "--benchmark_list_tests"],
+                            capture_output=True, env=ENVIRONMENT)
+    if listed.returncode != 0 or not listed.stdout.strip():
+        return {}
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         subprocess.run([*before, str(program), f"--benchmark_filter={case_filter}",
                         f"--benchmark_min_time={os.environ.get('MIN_TIME', '0.05')}",
                         f"--benchmark_out={out.name}", "--benchmark_out_format=json"],
-                       check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                       env={"QT_QPA_PLATFORM": "offscreen", "PEERS_NO_CHECK": "1", **os.environ})
+                       check=True, capture_output=True, env=ENVIRONMENT)
         told = json.loads(Path(out.name).read_text(encoding="utf-8"))
     scale = {"ns": 1e-3, "us": 1.0, "ms": 1e3, "s": 1e6}
     return {run["name"]: run["real_time"] * scale[run["time_unit"]] for run in told["benchmarks"]

@@ -296,7 +296,9 @@ int CRealtimeData::doRealtimeCallback(int, const QString &requestId, const Formu
     if (!point || !findSeries(key, requestId)) {
         return eNothingChanged;
     }
-    parts->log.point(parts->series.find(key, parts->series.roleOf(key)), requestId, *point);
+    if (parts->log.takesPoints()) {
+        parts->log.point(parts->series.find(key, parts->series.roleOf(key)), requestId, *point);
+    }
     return parts->news.tellAverage(parts->intake.point(key, *point));
 }
 

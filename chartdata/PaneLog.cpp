@@ -69,7 +69,7 @@ void PaneLog::history(const FormulaMetaPtr &meta, const FormulaResultPtr &result
 
 void PaneLog::point(const se::RPCFormulaResultCache *series, const QString &requestId,
                     const se::RPCFormulaInstantResult &point) const {
-    if (isMain() || !series || series->result.mTimes.empty()) {
+    if (!takesPoints() || !series || series->result.mTimes.empty()) {
         return;
     }
     const CConfig *config = getConfig();

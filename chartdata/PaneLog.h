@@ -24,6 +24,8 @@ public:
     void withdrawn(const QVector<QString> &ids) const;
     void history(const FormulaMetaPtr &meta, const FormulaResultPtr &result, const QString &requestId,
                  int dataType) const;
+    /// Whether single points can be written at all. Look-ups for point() are not worth their while otherwise.
+    bool takesPoints() const { return !isMain(); }
     /// `series` is what the point goes to; null, or empty, is not logged.
     void point(const se::RPCFormulaResultCache *series, const QString &requestId,
                const se::RPCFormulaInstantResult &point) const;
