@@ -1,17 +1,25 @@
 #pragma once
 
-#include <boost/format/format_fwd.hpp>
+#include <QtGlobal>
 
-#include <string>
+#include <boost/format/format_fwd.hpp>
 
 namespace TC {
 
 /// \file
 /// The log of the chart view: logger "KVStdFile", information level. Only request traffic, clearing and failed
-/// look-ups are logged. Any thread.
+/// look-ups are logged. Any thread. All that is logged goes through here.
+///
+/// A log never throws, and neither blocks nor ends the program: the lines are written on a thread of their own, which
+/// is waited for unless the log stalls. What cannot be written is lost and counted.
 
 /// Writes one line: "[<address of the object>] [<qualified function>] " and the text. `function` and `file`, the
 /// source file's name, have to be literals: the log keeps their addresses.
-void logTraffic(const void *object, const char *function, const char *file, const boost::format &text);
+void logTraffic(const void *object, const char *function, const char *file, const boost::format &text) noexcept;
+
+/// Lines that could not be written so far.
+qint64 lostLogLines() noexcept;
+/// Waits until all lines are written; false when the log stalls for longer than this.
+bool flushLog(int milliseconds) noexcept;
 
 } // namespace TC

@@ -1,10 +1,12 @@
 #include "terminal/app/Program.h"
 
+#include "chartdata/RequestLog.h"
 #include "host/toolkit/CUiResource.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
+#include "terminal/app/LogWatch.h"
 #include "terminal/app/ProgressTeller.h"
 #include "terminal/app/Snapshot.h"
 #include "terminal/app/TerminalServices.h"
@@ -148,7 +150,12 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     return writePicture(view, options.snapshot);
 }
 
-int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start,
+               const QString &noLog) {
+    const LogWatch watch(&TC::lostLogLines, services.messages().sink());
+    if (!noLog.isEmpty()) {
+        services.messages().sink()({QObject::tr("日志"), 0, noLog});
+    }
     TerminalWindow window(services);
     if (options.isSizeGiven || !window.isPlaceRestored()) {
         window.resize(options.size);
@@ -219,7 +226,8 @@ QString chooseTheme(TerminalServices &services, const CommandLineOptions &option
     return GZ::CUiResource::instance().setTheme(theme, &error) ? QString() : error;
 }
 
-int run(const CommandLineOptions &options) {
+/// `noLog` says why there is no log; empty when there is one.
+int run(const CommandLineOptions &options, const QString &noLog) {
     QString error = options.snapshot.isEmpty() ? QString() : checkPicturePath(options.snapshot);
     if (!error.isEmpty()) {
         return refuse(QStringLiteral("--snapshot ") + error);
@@ -238,7 +246,7 @@ int run(const CommandLineOptions &options) {
         return refuse(error);
     }
     if (options.snapshot.isEmpty()) {
-        return showWindow(*services, options, start);
+        return showWindow(*services, options, start, noLog);
     }
     error = snapshot(*services, options, start);
     return error.isEmpty() ? 0 : refuse(QStringLiteral("--snapshot ") + error);
@@ -270,9 +278,12 @@ int runTerminal(int argc, char **argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("timeshare-terminal"));
     setUpLook();
-    openLogFile(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                QStringLiteral("/terminal.log"));
-    const int status = run(options);
+    const QString noLog = openLogFile(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                                      QStringLiteral("/terminal.log"));
+    if (!noLog.isEmpty()) {
+        std::fprintf(stderr, "timeshare-terminal: %s\n", noLog.toUtf8().constData());
+    }
+    const int status = run(options, noLog);
     closeLogFile();
     return status;
 }

@@ -1,5 +1,7 @@
 #include "tests/support/LogCapture.h"
 
+#include "chartdata/RequestLog.h"
+
 #include <log4cxx/appenderskeleton.h>
 #include <log4cxx/logger.h>
 #include <log4cxx/spi/loggingevent.h>
@@ -41,6 +43,11 @@ LoggerPtr chartLog() {
     return Logger::getLogger("KVStdFile");
 }
 
+void waitForLines() {
+    constexpr int kLong = 30000; // milliseconds
+    TC::flushLog(kLong);
+}
+
 } // namespace
 
 struct LogCapture::Private {
@@ -54,10 +61,12 @@ LogCapture::LogCapture() : mCapture(std::make_unique<Private>()) {
 }
 
 LogCapture::~LogCapture() {
+    waitForLines();
     chartLog()->removeAppender(mCapture->appender);
 }
 
 QStringList LogCapture::lines() const {
+    waitForLines();
     std::lock_guard<std::mutex> hold(mCapture->appender->mGuard);
     return mCapture->appender->mLines;
 }
@@ -67,16 +76,19 @@ QStringList LogCapture::with(const QString &text) const {
 }
 
 QString LogCapture::lastSource() const {
+    waitForLines();
     std::lock_guard<std::mutex> hold(mCapture->appender->mGuard);
     return mCapture->appender->mSource;
 }
 
 int LogCapture::lastLevel() const {
+    waitForLines();
     std::lock_guard<std::mutex> hold(mCapture->appender->mGuard);
     return mCapture->appender->mLevel;
 }
 
 void LogCapture::clear() {
+    waitForLines();
     std::lock_guard<std::mutex> hold(mCapture->appender->mGuard);
     mCapture->appender->mLines.clear();
 }
