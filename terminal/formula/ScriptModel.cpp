@@ -58,6 +58,11 @@ QString endText(const ScriptModelExit &exit, const ScriptModelCommand &command, 
         return ScriptModelWords::tr("运行超过了 %1 秒，已停止").arg(limits.milliseconds / 1000.0);
     case ScriptModelExit::TooMuchOutput:
         return ScriptModelWords::tr("输出超过了 %1 MB，已停止").arg(megabytes(limits.outputBytes));
+    case ScriptModelExit::TooManyProcesses:
+        return ScriptModelWords::tr("同时运行的进程超过了 %1 个，已停止").arg(limits.processes);
+    case ScriptModelExit::TooMuchMemory:
+        return ScriptModelWords::tr("所有进程占用的内存超过了 %1 MB，已停止")
+            .arg(megabytes(limits.memoryBytes));
     case ScriptModelExit::Refused:
         return reader.failure()->text;
     case ScriptModelExit::Killed:

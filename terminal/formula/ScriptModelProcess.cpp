@@ -1,21 +1,23 @@
 #include "terminal/formula/ScriptModelProcess.h"
 
+#include "terminal/supervisor/Protocol.h"
+
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
-#include <string>
-#include <vector>
+#include <iterator>
+#include <optional>
 
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,7 +28,7 @@ namespace {
 constexpr int kKeptErrors = 16384; ///< bytes of the standard error stream
 constexpr int kPiece = 65536;
 constexpr int kLook = 20; ///< milliseconds between looks at a child that says nothing
-constexpr int kLowPriority = 10; ///< models leave the processor to the charts
+constexpr int kLongestEnd = 5000; ///< milliseconds that the supervisor has to end all
 
 /// A file descriptor that is closed with it.
 class Descriptor {
@@ -70,6 +72,10 @@ struct Channel {
     }
 };
 
+QByteArray supervisorPath() {
+    return QFile::encodeName(QCoreApplication::applicationDirPath() + QStringLiteral("/timeshare-supervisor"));
+}
+
 /// What the child needs, made before the fork: after it only plain system calls are allowed.
 struct Launch {
     std::vector<std::string> arguments;
@@ -77,17 +83,20 @@ struct Launch {
     std::vector<char *> argv;
     std::vector<char *> envp;
     std::string folder;
-    rlim_t memory = 0;
-    rlim_t seconds = 0;
-    pid_t parent = 0;
 
     Launch(const ScriptModelCommand &command, const ScriptModelLimits &limits) {
-        const QByteArray file = QFile::encodeName(command.file);
-        arguments = {QFile::encodeName(command.interpreter).toStdString(), "-B", "-u", file.toStdString()};
-        for (char **entry = environ; *entry; ++entry) {
-            environment.emplace_back(*entry);
-        }
-        environment.emplace_back("PYTHONUTF8=1");
+        constexpr int kSpareSeconds = 2; // of a processor, so that the clock on the wall ends it first
+        arguments = {supervisorPath().toStdString(),
+                     std::to_string(limits.memoryBytes),
+                     std::to_string(limits.milliseconds / 1000 + kSpareSeconds),
+                     std::to_string(limits.processes),
+                     std::to_string(limits.openFiles),
+                     std::to_string(limits.fileBytes),
+                     QFile::encodeName(command.interpreter).toStdString(),
+                     "-B",
+                     "-u",
+                     QFile::encodeName(command.file).toStdString()};
+        environment = modelEnvironment(environ);
         for (std::string &argument : arguments) {
             argv.push_back(argument.data());
         }
@@ -97,39 +106,27 @@ struct Launch {
         argv.push_back(nullptr);
         envp.push_back(nullptr);
         folder = QFile::encodeName(QFileInfo(command.file).absolutePath()).toStdString();
-        memory = static_cast<rlim_t>(limits.memoryBytes);
-        seconds = static_cast<rlim_t>(limits.milliseconds) / 1000 + 2;
-        parent = ::getpid();
     }
 };
 
-void limitTo(int resource, rlim_t most) {
-    const rlimit limit{most, most};
-    ::setrlimit(static_cast<__rlimit_resource>(resource), &limit);
+/// In the child: the descriptors become 0, 1, 2 and so on, and no other stays open.
+template <size_t Count> void keepOnly(std::array<int, Count> descriptors) {
+    for (int &each : descriptors) {
+        each = ::fcntl(each, F_DUPFD, static_cast<int>(Count)); // out of the way of those that come
+    }
+    for (size_t i = 0; i < Count; ++i) {
+        ::dup2(descriptors[i], static_cast<int>(i));
+    }
+    ::close_range(static_cast<unsigned>(Count), ~0U, 0);
 }
 
-/// In the child. Answers the error number when the program could not be started.
-int become(const Launch &launch, const Channel &input, const Channel &output, const Channel &errors,
-           int report) {
+/// In the child. Answers the error number when the supervisor could not be started.
+int become(const Launch &launch) {
     ::setpgid(0, 0);
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != launch.parent) {
-        ::_exit(127); // this program went before the line above
-    }
     sigset_t none;
     sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     ::signal(SIGPIPE, SIG_DFL);
-    ::dup2(input.theirs.number(), STDIN_FILENO);
-    ::dup2(output.theirs.number(), STDOUT_FILENO);
-    ::dup2(errors.theirs.number(), STDERR_FILENO);
-    ::dup2(report, STDERR_FILENO + 1);
-    ::fcntl(STDERR_FILENO + 1, F_SETFD, FD_CLOEXEC);
-    ::close_range(STDERR_FILENO + 2, ~0U, 0);
-    limitTo(RLIMIT_CORE, 0);
-    limitTo(RLIMIT_AS, launch.memory);
-    limitTo(RLIMIT_CPU, launch.seconds);
-    ::setpriority(PRIO_PROCESS, 0, kLowPriority);
     if (::chdir(launch.folder.c_str()) != 0) {
         return errno;
     }
@@ -153,31 +150,35 @@ public:
     /// Starts the program; answers 0 or the error number.
     int start(const ScriptModelCommand &command, const ScriptModelLimits &limits) {
         int report[2];
+        int lifeline[2];
         if (!mInput.open() || !mOutput.open() || !mErrors.open() || ::pipe2(report, O_CLOEXEC) != 0) {
             return errno;
         }
-        const Descriptor reading(report[0]);
+        mReport.set(report[0]);
         Descriptor writing(report[1]);
+        if (::pipe2(lifeline, O_CLOEXEC) != 0) {
+            return errno;
+        }
+        const Descriptor watched(lifeline[0]);
+        mLifeline.set(lifeline[1]);
         const Launch launch(command, limits);
         mId = ::fork();
         if (mId == 0) {
-            const int failed = become(launch, mInput, mOutput, mErrors, writing.number());
-            const ssize_t told = ::write(STDERR_FILENO + 1, &failed, sizeof failed);
+            keepOnly(std::array<int, kLifelineDescriptor + 1>{mInput.theirs.number(), mOutput.theirs.number(),
+                                                              mErrors.theirs.number(), writing.number(),
+                                                              watched.number()});
+            const int failed = become(launch);
+            const ssize_t told = ::write(kReportDescriptor, &failed, sizeof failed);
             ::_exit(told > 0 ? 127 : 126);
         }
         if (mId < 0) {
             return errno;
         }
-        ::setpgid(mId, mId); // whoever of the two is first
         writing.close();
         mInput.theirs.close();
         mOutput.theirs.close();
         mErrors.theirs.close();
-        int failed = 0;
-        ssize_t told = 0;
-        while ((told = ::read(reading.number(), &failed, sizeof failed)) < 0 && errno == EINTR) {
-        }
-        return told == static_cast<ssize_t>(sizeof failed) ? failed : 0;
+        return readReport().value_or(ECHILD);
     }
 
     /// Ends it and what it has started, and answers its status as waitpid() gives it.
@@ -185,12 +186,24 @@ public:
         if (mId <= 0) {
             return mStatus;
         }
-        ::kill(-mId, SIGKILL);
-        ::kill(mId, SIGKILL);
+        mLifeline.close();
+        ::kill(mId, SIGCONT); // the model may have stopped its supervisor
+        if (!waitForEnd()) {
+            ::kill(mId, SIGKILL);
+        }
         while (::waitpid(mId, &mStatus, 0) < 0 && errno == EINTR) {
         }
         mId = 0;
         return mStatus;
+    }
+
+    /// What the supervisor has told next; nothing when it has ended without.
+    std::optional<int> readReport() {
+        int number = 0;
+        ssize_t count = 0;
+        while ((count = ::read(mReport.number(), &number, sizeof number)) < 0 && errno == EINTR) {
+        }
+        return count == static_cast<ssize_t>(sizeof number) ? std::make_optional(number) : std::nullopt;
     }
 
     /// Whether it has come to its end by itself; its group can still be ended.
@@ -220,7 +233,22 @@ public:
     Channel mErrors;
 
 private:
-    pid_t mId = 0;
+    /// False when it takes too long.
+    bool waitForEnd() const {
+        QElapsedTimer time;
+        time.start();
+        while (!isOver()) {
+            if (time.elapsed() > kLongestEnd) {
+                return false;
+            }
+            ::poll(nullptr, 0, 1);
+        }
+        return true;
+    }
+
+    Descriptor mReport;
+    Descriptor mLifeline; ///< closed, also by the end of this program, it ends the tree
+    pid_t mId = 0; ///< of the supervisor
     int mStatus = 0;
     int mWritten = 0;
 };
@@ -314,8 +342,30 @@ ScriptModelExit ScriptModelProcess::run(const ScriptModelCommand &command, const
         waitForNews(child, mWake, static_cast<int>(std::clamp<qint64>(left, 0, kLook)));
     }
     const int status = child.end();
+    const int reason = child.readReport().value_or(eEndOfProgram);
+    if (reason != eEndOfProgram) {
+        return ended(reason == eEndTooManyProcesses ? ScriptModelExit::TooManyProcesses
+                                                    : ScriptModelExit::TooMuchMemory);
+    }
     exit.status = WIFEXITED(status) ? WEXITSTATUS(status) : WTERMSIG(status);
     return ended(WIFEXITED(status) ? ScriptModelExit::Finished : ScriptModelExit::Killed);
+}
+
+std::vector<std::string> modelEnvironment(const char *const *environment) {
+    static const char *const kNames[] = {"PATH", "HOME",   "USER",  "LOGNAME",    "LANG",       "LANGUAGE",
+                                         "TZ",   "TMPDIR", "TZDIR", "PYTHONPATH", "PYTHONHOME", "VIRTUAL_ENV"};
+    std::vector<std::string> kept;
+    for (; environment && *environment; ++environment) {
+        const std::string entry(*environment);
+        const std::string name = entry.substr(0, entry.find('='));
+        const bool isListed = std::any_of(std::begin(kNames), std::end(kNames),
+                                          [&name](const char *each) { return name == each; });
+        if (isListed || name.compare(0, 3, "LC_") == 0) {
+            kept.push_back(entry);
+        }
+    }
+    kept.emplace_back("PYTHONUTF8=1");
+    return kept;
 }
 
 QString defaultPython() {

@@ -5,6 +5,8 @@
 
 #include <atomic>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -14,7 +16,10 @@ namespace terminal {
 struct ScriptModelLimits {
     int milliseconds = 60000; ///< of real time for one run
     qint64 outputBytes = 64 << 20; ///< of results
-    qint64 memoryBytes = 2LL << 30; ///< of address space
+    qint64 memoryBytes = 2LL << 30; ///< of address space of each process, and resident of all
+    int processes = 32; ///< at a time
+    int openFiles = 256; ///< of each process
+    qint64 fileBytes = 256 << 20; ///< of each file that it writes
 };
 
 /// A Python file to run.
@@ -32,6 +37,8 @@ struct ScriptModelExit {
         NotStarted, ///< `status` is the error number
         TimedOut,
         TooMuchOutput,
+        TooManyProcesses,
+        TooMuchMemory, ///< of all processes together
         Refused, ///< the reader of the output wanted no more
         Stopped, ///< by stop()
     };
@@ -40,8 +47,9 @@ struct ScriptModelExit {
     QByteArray errors; ///< the end of what it wrote to the standard error stream
 };
 
-/// One run of a Python file as a child process in a process group of its own. Whatever way the run ends, and also when
-/// this program does, nothing of the group is left behind. The child has its file's folder as its working directory.
+/// One run of a Python file under a supervisor, a process of its own. Whatever way the run ends, and also when this program
+/// is killed, nothing that the file has started is left behind, in whatever session. It has its file's folder as its
+/// working directory, and of the environment what modelEnvironment() lets through.
 class ScriptModelProcess {
 public:
     /// Receives pieces of output; answering false ends the run.
@@ -63,6 +71,10 @@ private:
     std::atomic<bool> mStopped{false};
     int mWake; ///< becomes readable with stop()
 };
+
+/// What of an environment, entries as "NAME=value", a model gets: paths, languages and the zone, and nothing else; and
+/// that Python reads and writes UTF-8. Pure.
+std::vector<std::string> modelEnvironment(const char *const *environment);
 
 /// The Python to use when none is set: the system's, or else the first on the path; empty when there is none.
 QString defaultPython();

@@ -2,6 +2,7 @@
 
 #include "host/drawing/LineColor.h"
 #include "terminal/formula/ScriptModelWords.h"
+#include "terminal/formula/ShortText.h"
 
 #include <QColor>
 #include <QRegularExpression>
@@ -16,13 +17,8 @@
 namespace terminal {
 namespace {
 
-constexpr int kLongestModelText = 200; ///< characters of a name, a progress text or an error
 constexpr int kShownOutput = 60; ///< characters of a line that is told back
 constexpr int kLastStyle = 255;
-
-QString shortened(const QString &text, int length = kLongestModelText) {
-    return text.size() <= length ? text : text.left(length) + QStringLiteral("…");
-}
 
 ScriptModelFailure failureOf(const QString &text) {
     return {shortened(text)};
@@ -118,7 +114,7 @@ std::optional<qint32> readColor(const JsonValue &value) {
 ScriptModelMessage readLine(const JsonObject &object, int points) {
     ScriptModelLine line;
     line.name = object["line"].text();
-    if (line.name.isEmpty() || line.name.size() > kLongestModelText) {
+    if (line.name.isEmpty() || line.name.size() > kLongestShortText) {
         return failureOf(ScriptModelWords::tr("线的名称应为 1 到 200 个字符"));
     }
     const JsonValue style = object["style"];

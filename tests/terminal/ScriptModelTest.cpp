@@ -15,6 +15,9 @@
 #include <csignal>
 #include <thread>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace terminal;
 using tests::kToday;
 
@@ -230,6 +233,118 @@ TEST_F(ScriptModelTest, WhatAModelLeavesRunningEndsWithItAndDoesNotHoldItUp) {
     ASSERT_FALSE(outcome.error);
     EXPECT_EQ(outcome.meta.mLineCount, 1);
     EXPECT_TRUE(QTest::qWaitFor([this] { return isGone(numberIn("child")); }, 20000));
+}
+
+namespace {
+
+/// A daemon in a session of its own, twice forked, whose id goes to the file "daemon".
+const QByteArray kDaemon = "import os, sys, time\n"
+                           "if os.fork() == 0:\n"
+                           "    os.setsid()\n"
+                           "    if os.fork() == 0:\n"
+                           "        open('daemon.tmp', 'w').write(str(os.getpid()))\n"
+                           "        os.rename('daemon.tmp', 'daemon')\n"
+                           "        time.sleep(1000)\n"
+                           "    os._exit(0)\n"
+                           "while not os.path.exists('daemon'):\n"
+                           "    time.sleep(0.01)\n";
+
+} // namespace
+
+TEST_F(ScriptModelTest, ADaemonInASessionOfItsOwnEndsWithTheModel) {
+    write(kDaemon + "print('{\"line\":\"a\",\"values\":[1,2]}')\n");
+    const ScriptModelOutcome outcome = run();
+    ASSERT_FALSE(outcome.error) << qPrintable(outcome.error->text);
+    ASSERT_GT(numberIn("daemon"), 0);
+    EXPECT_TRUE(isGone(numberIn("daemon")));
+}
+
+TEST_F(ScriptModelTest, ADaemonEndsWhenItsModelIsStoppedThoughItHoldsItsSupervisorUp) {
+    write(kDaemon + "import signal\n"
+                    "os.kill(os.getppid(), signal.SIGSTOP)\n"
+                    "open('own.tmp', 'w').write(str(os.getpid()))\nos.rename('own.tmp', 'own')\n"
+                    "time.sleep(1000)\n");
+    ScriptModelProcess process;
+    std::thread runner([&] { runScriptModel(process, mInput, mSettings); });
+    const bool started = QTest::qWaitFor([this] { return numberIn("own") > 0; }, 20000);
+    process.stop();
+    runner.join();
+    ASSERT_TRUE(started);
+    EXPECT_TRUE(isGone(numberIn("daemon")));
+    EXPECT_TRUE(isGone(numberIn("own")));
+}
+
+TEST_F(ScriptModelTest, NothingIsLeftWhenTheProgramIsKilled) {
+    write(kDaemon + "open('own.tmp', 'w').write(str(os.getpid()))\nos.rename('own.tmp', 'own')\n"
+                    "time.sleep(1000)\n");
+    const pid_t program = fork();
+    if (program == 0) {
+        run();
+        _exit(0);
+    }
+    const bool started = QTest::qWaitFor([this] { return numberIn("own") > 0; }, 20000);
+    kill(program, SIGKILL);
+    waitpid(program, nullptr, 0);
+    ASSERT_TRUE(started);
+    for (const char *name : {"own", "daemon"}) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isGone(numberIn(name)); }, 20000)) << name;
+    }
+}
+
+TEST_F(ScriptModelTest, TooManyProcessesEndTheModelAndAllOfThem) {
+    write("import subprocess, time\n"
+          "for i in range(40):\n"
+          "    child = subprocess.Popen(['sleep', '1000'])\n"
+          "    open('child', 'w').write(str(child.pid))\n"
+          "time.sleep(1000)\n");
+    mSettings.limits.processes = 20;
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    // Where the system counts them for the user, the model hears of it itself.
+    EXPECT_TRUE(outcome.error->text.contains("20 个") || outcome.error->text.contains("BlockingIOError"))
+        << qPrintable(outcome.error->text);
+    EXPECT_TRUE(isGone(numberIn("child")));
+}
+
+TEST_F(ScriptModelTest, TheMemoryOfAllProcessesIsLimited) {
+    write("import os, time\n"
+          "for i in range(5):\n"
+          "    if os.fork() == 0:\n"
+          "        held = bytearray(os.urandom(1 << 20)) * 100\n"
+          "        time.sleep(1000)\n"
+          "time.sleep(1000)\n");
+    mSettings.limits.memoryBytes = 300 << 20; // enough for each of them
+    const ScriptModelOutcome outcome = run();
+    ASSERT_TRUE(outcome.error);
+    EXPECT_TRUE(outcome.error->text.contains("300 MB")) << qPrintable(outcome.error->text);
+}
+
+TEST_F(ScriptModelTest, FilesAreLimitedInNumberAndSize) {
+    write("held = [open('/dev/null') for i in range(300)]\n");
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("Too many open files")) << qPrintable(run().error->text);
+    write("open('large', 'wb').write(bytes(2 << 20))\n");
+    mSettings.limits.fileBytes = 1 << 20;
+    ASSERT_TRUE(run().error);
+    EXPECT_TRUE(run().error->text.contains("File too large")) << qPrintable(run().error->text);
+    EXPECT_LE(QFileInfo(mFolder.filePath("large")).size(), 1 << 20);
+}
+
+TEST(ScriptModelEnvironment, OnlyWhatIsListedIsLetThrough) {
+    const char *const given[] = {"PATH=/usr/bin", "SECRET_TOKEN=1", "LC_ALL=C.UTF-8",   "LD_PRELOAD=x.so",
+                                 "HOME=/home/u",  "PATHS=no",       "SSH_AUTH_SOCK=/s", nullptr};
+    EXPECT_EQ(modelEnvironment(given),
+              (std::vector<std::string>{"PATH=/usr/bin", "LC_ALL=C.UTF-8", "HOME=/home/u", "PYTHONUTF8=1"}));
+    EXPECT_EQ(modelEnvironment(nullptr), (std::vector<std::string>{"PYTHONUTF8=1"}));
+}
+
+TEST_F(ScriptModelTest, AModelSeesNoOtherEnvironment) {
+    qputenv("TIMESHARE_SECRET", "1");
+    write("import os\nprint('{\"error\": \"%s\"}' % ('TIMESHARE_SECRET' in os.environ))\n");
+    const ScriptModelOutcome outcome = run();
+    qunsetenv("TIMESHARE_SECRET");
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->text, "False");
 }
 
 TEST_F(ScriptModelTest, ProgressIsToldWhileItRuns) {
