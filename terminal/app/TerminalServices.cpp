@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kFinestLevel = 3; ///< of sectors
 constexpr qint64 kHour = 3600 * 1000LL;
-constexpr int kFormulaWorkers = 3; ///< so that a slow formula leaves most others going
+constexpr int kFormulaWorkers = 2; ///< for formulas that are quick
 constexpr qint64 kShareDay =
     5 * kHour + kHour / 2 + 5 * 60 * 1000LL; ///< opening auction to the close, noon included
 
@@ -161,6 +161,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas = std::make_unique<FormulaService>(
         *mFeed, maker, requestDayOf,
         [this](const QString &key, int day) { return dayPositions(mStore, key, day); }, kFormulaWorkers);
+    mFormulas->setLanes([this](const TC::CFormulaParam &param) { return mCatalogue.laneOf(param); });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
     mFormulas->setHistoryCache(&mCache);

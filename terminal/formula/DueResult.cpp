@@ -25,7 +25,7 @@ std::optional<int> DueResult::wait(qint64 now) const {
     if (mDue == Due::Nothing || mIsAwaited) {
         return std::nullopt;
     }
-    return mSent ? static_cast<int>(std::max<qint64>(0, mInterval - (now - *mSent))) : 0;
+    return mSent ? static_cast<int>(std::max<qint64>(0, std::max(mInterval, mPause) - (now - *mSent))) : 0;
 }
 
 DueResult::Due DueResult::take() {

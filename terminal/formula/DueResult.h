@@ -25,11 +25,15 @@ public:
     void await() { mIsAwaited = true; }
     /// What is due; nothing is any more, nor awaited.
     Due take();
-    /// A result has been made.
-    void sent(qint64 now) { mSent = now; }
+    /// A result has been made, and the next one is not due before a pause, whatever the interval; none for 0.
+    void sent(qint64 now, qint64 pause = 0) {
+        mSent = now;
+        mPause = pause;
+    }
 
 private:
     const qint64 mInterval;
+    qint64 mPause = 0; ///< after the last result
     Due mDue = Due::Nothing;
     bool mIsAwaited = false;
     std::optional<qint64> mSent;

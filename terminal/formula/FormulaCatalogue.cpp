@@ -49,6 +49,7 @@ FormulaCatalogue::FormulaCatalogue(ConfigService &config, QString userFolder, QS
     readUser();
     readScripts();
     buildTree();
+    mIsOpen = true;
 }
 
 FormulaCatalogue::~FormulaCatalogue() = default;
@@ -67,20 +68,26 @@ void FormulaCatalogue::readBuiltin() {
 }
 
 void FormulaCatalogue::readUser() {
-    for (const FormulaFile &file : readFormulaFiles(mUserFolder, mSink)) {
-        FormulaError error;
-        CataloguedFormulaPtr formula = userFormula(file, error);
-        if (formula && mFormulas.hasUser(formula->description.name)) {
-            error = {formula->description.name, 0,
-                     FormulaWords::tr("文件 %1 与另一个文件的指标同名，未使用").arg(file.path)};
-            formula = nullptr;
-        }
-        if (formula) {
-            mFormulas.putUser(migrated(formula));
-        } else {
-            mFormulas.addFaulty(file);
-            tell(error);
-        }
+    mTrials = std::make_unique<FormulaTrials>(
+        readFormulaFiles(mUserFolder, mSink),
+        [this](const FormulaFile &file, const LuaFormulaTrial &trial) { takeUser(file, trial); });
+    mTrials->wait(kLongestStart);
+}
+
+void FormulaCatalogue::takeUser(const FormulaFile &file, const LuaFormulaTrial &trial) {
+    const QString name = trial.description ? trial.description->name : QString();
+    if (!trial.description) {
+        mFormulas.addFaulty(file);
+        tell(trial.error);
+    } else if (!mFormulas.hasUser(name)) {
+        mFormulas.putUser(migrated(makeFormula(file, *trial.description, true)));
+    } else if (mFormulas.userPath(name) != file.path) { // else it has been edited meanwhile
+        mFormulas.addFaulty(file);
+        tell({name, 0, FormulaWords::tr("文件 %1 与另一个文件的指标同名，未使用").arg(file.path)});
+    }
+    if (mIsOpen) {
+        buildTree();
+        changed(name);
     }
 }
 
@@ -113,16 +120,9 @@ CataloguedFormulaPtr FormulaCatalogue::migrated(const CataloguedFormulaPtr &form
 }
 
 CataloguedFormulaPtr FormulaCatalogue::userFormula(const FormulaFile &file, FormulaError &error) const {
-    const LuaFormulaFile lua{QFileInfo(file.path).completeBaseName(), file.text, {}};
-    const auto description = describeLuaFormula(lua, &error);
-    if (!description) {
-        return nullptr;
-    }
-    if (const auto fault = checkLuaFormula(lua)) {
-        error = *fault;
-        return nullptr;
-    }
-    return makeFormula(file, *description, true);
+    const LuaFormulaTrial trial = tryLuaFormula({QFileInfo(file.path).completeBaseName(), file.text, {}});
+    error = trial.error;
+    return trial.description ? makeFormula(file, *trial.description, true) : nullptr;
 }
 
 CataloguedFormulaPtr FormulaCatalogue::makeFormula(const FormulaFile &file,
@@ -171,6 +171,14 @@ std::optional<LuaFormulaFile> FormulaCatalogue::fileOf(const TC::CFormulaParam &
         return std::nullopt;
     }
     return LuaFormulaFile{formula->description.name, formula->file.text, argumentsOf(*formula->record)};
+}
+
+WorkLane FormulaCatalogue::laneOf(const TC::CFormulaParam &param) const {
+    const CataloguedFormulaPtr formula = mFormulas.find(param.mFormulaName);
+    if (!formula || formula->isUserMade) {
+        return WorkLane::First;
+    }
+    return formula->file.folders.isEmpty() ? WorkLane::Price : WorkLane::Quick;
 }
 
 QStringList FormulaCatalogue::names() const {

@@ -3,7 +3,9 @@
 #include "host/services/CFormulaOperateManager.h"
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/FormulaShelf.h"
+#include "terminal/formula/FormulaTrials.h"
 #include "terminal/formula/LuaFormula.h"
+#include "terminal/threads/WorkLanes.h"
 
 #include <QMap>
 
@@ -16,7 +18,8 @@ namespace terminal {
 /// the user's own.
 ///
 /// A file of the user's folder takes the place of the built-in formula of the same name, or is a formula of its own. One
-/// that is faulty is told, and the built-in formula stands. Folders of the files are those of the tree, what the user
+/// that is faulty is told, and the built-in formula stands. They are tried in the background: construction waits for them
+/// no longer than kLongestStart, and what comes later is entered from the event loop. Folders of the files are those of the tree, what the user
 /// added stands in a folder of its own, script models in the last one, and built-in formulas outside all folders are not offered in menus. Values of
 /// parameters are kept in the part "formulas" of the configuration.
 ///
@@ -25,6 +28,8 @@ namespace terminal {
 class FormulaCatalogue : public TC::CFormulaOperateManager {
 public:
     using ChangeListener = std::function<void(const QString &name)>;
+
+    static constexpr int kLongestStart = 2000; ///< milliseconds
 
     /// `userFolder` holds the user's own files and `scriptFolder` the script models; empty for none. `sink` hears of
     /// faulty files, at once and later.
@@ -53,12 +58,16 @@ public:
     QStringList names() const;
     /// What the file of a formula says about itself; nothing for an unknown one.
     std::optional<FormulaDescription> description(const QString &name) const;
+    /// The lane of a request that has not run yet: that of prices for the built-in formulas that are not offered in
+    /// menus, that of quick work for the other built-in ones.
+    WorkLane laneOf(const TC::CFormulaParam &param) const;
     /// Is called after a formula or its parameters have changed.
     void setChangeListener(ChangeListener listener);
 
 private:
     void readBuiltin();
     void readUser();
+    void takeUser(const FormulaFile &file, const LuaFormulaTrial &trial);
     void readScripts();
     /// The formula of a user's file; null, with the reason, when it is faulty.
     CataloguedFormulaPtr userFormula(const FormulaFile &file, FormulaError &error) const;
@@ -81,10 +90,12 @@ private:
     const FormulaErrorSink mSink;
     ChangeListener mListener;
     FormulaShelf mFormulas;
-    mutable std::mutex mLock; ///< guards what follows
+    bool mIsOpen = false; ///< constructed: what comes now is told
+    mutable std::mutex mLock; ///< guards scripts and root
     QMap<QString, TC::CFormulaDetailPtr> mScripts; ///< script models by name, as their files are
     QMap<QString, TC::CFormulaDetailPtr> mScriptRecords; ///< with the values of their parameters
     TC::CFormulaCatalogDetailPtr mRoot;
+    std::unique_ptr<FormulaTrials> mTrials; ///< of the user's files; goes first
 };
 
 } // namespace terminal

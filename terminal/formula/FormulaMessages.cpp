@@ -1,6 +1,7 @@
 #include "terminal/formula/FormulaMessages.h"
 
 #include "host/services/CHostClock.h"
+#include "terminal/formula/ShortText.h"
 
 #include <algorithm>
 
@@ -31,7 +32,7 @@ FormulaErrorSink FormulaMessages::sink() {
 }
 
 void FormulaMessages::post(const FormulaError &error) {
-    const FormulaMessage message{QDateTime(), error, 1};
+    const FormulaMessage message{QDateTime(), {shortened(error.formula), error.line, shortened(error.text)}, 1};
     bool wasEmpty = false;
     {
         std::lock_guard<std::mutex> hold(mLock);

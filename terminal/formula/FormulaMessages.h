@@ -18,7 +18,7 @@ struct FormulaMessage {
 };
 
 /// The errors of formulas and models, the newest first. An error that is there already counts up and comes to the
-/// front; beyond kMost the oldest go. On the user-interface thread, but for the sink.
+/// front; beyond kMost the oldest go. Texts are cut to a length that can be read. On the user-interface thread, but for the sink.
 class FormulaMessages : public QObject {
     Q_OBJECT
 public:

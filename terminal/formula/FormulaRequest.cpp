@@ -2,6 +2,9 @@
 
 #include "terminal/formula/RequestDays.h"
 #include "terminal/threads/SteadyTime.h"
+#include "terminal/threads/ThreadTime.h"
+
+#include <QCoreApplication>
 
 #include <utility>
 
@@ -10,22 +13,35 @@ namespace {
 
 constexpr int kHistoryOnly = 1; ///< data demand
 
+struct SlowWords {
+    Q_DECLARE_TR_FUNCTIONS(FormulaRequest)
+};
+
+/// The title of the pane tells it behind the name of the first line.
+void markAsSlow(se::RPCFormulaMetaResult &meta) {
+    if (!meta.mLineNames.empty()) {
+        meta.mLineNames.front() += SlowWords::tr("（计算慢）").toStdString();
+    }
+}
+
 } // namespace
 
-FormulaRequest::FormulaRequest(const RequestTools &tools, Worker &home, const TC::CFormulaParam &param, int day,
+FormulaRequest::FormulaRequest(const RequestTools &tools, std::shared_ptr<SerialWork> home, bool isPrice,
+                               const TC::CFormulaParam &param, int day,
                                std::shared_ptr<ResultDelivery> delivery)
-    : mTools(tools), mHome(home), mParam(param), mDay(day), mIsModel(isScriptModel(param)),
-      mBars(tools.feed, home, feedKeyOf(param), day, isAfterHours(param)),
-      mDue(mIsModel ? tools.models.pause() : param.mInterval), mDelivery(std::move(delivery)) {}
+    : mTools(tools), mHome(std::move(home)), mIsPrice(isPrice), mParam(param), mDay(day),
+      mIsModel(isScriptModel(param)), mBars(tools.feed, *mHome, feedKeyOf(param), day, isAfterHours(param)),
+      mDue(mIsModel ? tools.models.pause() : param.mInterval), mShare(tools.share),
+      mDelivery(std::move(delivery)) {}
 
 void FormulaRequest::start() {
-    mHome.post([self = shared_from_this()] { self->open(); });
+    mHome->post([self = shared_from_this()] { self->open(); });
 }
 
 void FormulaRequest::withdraw() {
     mDelivery->withdraw();
     mModel.stop();
-    mHome.post([self = shared_from_this()] {
+    mHome->post([self = shared_from_this()] {
         self->mBars.close();
         if (self->mUnderlying) {
             self->mUnderlying->close();
@@ -50,11 +66,7 @@ void FormulaRequest::open() {
     if (!mIsModel) {
         mComputer = SeriesComputer(mTools.maker(mParam));
     }
-    const auto take = [this](const MinuteBar &bar) {
-        const SeriesChange change = mPlaced.take(bar);
-        // A change within the last minute does not make a model run again: that is for the minute's end.
-        note(mIsModel && change == SeriesChange::LastPoint ? SeriesChange::None : change);
-    };
+    const auto take = [this](const MinuteBars &changed) { note(changed); };
     MinuteBars bars = isStream() ? mBars.open(shared_from_this(), take) : mBars.bars();
     mPlaced = PlacedDay(std::move(bars), mTools.positionsOf(mParam, mDay));
     openUnderlying();
@@ -67,16 +79,29 @@ void FormulaRequest::openUnderlying() {
     if (key.isEmpty()) {
         return;
     }
-    mUnderlying.emplace(mTools.feed, mHome, key, mDay);
-    const auto take = [this](const MinuteBar &bar) {
-        note(mComputer.takeUnderlying(bar, mPlaced.placed().bars));
-    };
+    mUnderlying.emplace(mTools.feed, *mHome, key, mDay);
+    const auto take = [this](const MinuteBars &changed) { noteUnderlying(changed); };
     mComputer.setUnderlying(isStream() ? mUnderlying->open(shared_from_this(), take) : mUnderlying->bars());
 }
 
+void FormulaRequest::note(const MinuteBars &bars) {
+    for (const MinuteBar &bar : bars) {
+        const SeriesChange change = mPlaced.take(bar);
+        // A change within the last minute does not make a model run again: that is for the minute's end.
+        mDue.note(mIsModel && change == SeriesChange::LastPoint ? SeriesChange::None : change);
+    }
+    sendWhenDue();
+}
+
+void FormulaRequest::noteUnderlying(const MinuteBars &bars) {
+    for (const MinuteBar &bar : bars) {
+        mDue.note(mComputer.takeUnderlying(bar, mPlaced.placed().bars));
+    }
+    sendWhenDue();
+}
+
 /// Sends what has changed, at once or when it is due.
-void FormulaRequest::note(SeriesChange change) {
-    mDue.note(change);
+void FormulaRequest::sendWhenDue() {
     const std::optional<int> wait = mDue.wait(steadyMilliseconds());
     if (mDelivery->isWithdrawn() || !wait) {
         return;
@@ -87,28 +112,50 @@ void FormulaRequest::note(SeriesChange change) {
     }
     // A model takes in first what else has come by now.
     mDue.await();
-    mHome.postAfter(*wait, [self = shared_from_this()] { self->send(self->mDue.take()); });
+    mHome->postAfter(*wait, [self = shared_from_this()] { self->send(self->mDue.take()); });
 }
 
 void FormulaRequest::send(DueResult::Due due) {
     if (mDelivery->isWithdrawn()) {
         return;
     }
-    if (due == DueResult::Due::Point && !mIsModel) {
-        mDelivery->postPoint(mComputer.lastPoint(mPlaced.placed()));
-        mDue.sent(steadyMilliseconds());
-    } else {
+    if (due != DueResult::Due::Point || mIsModel || mIsMarked != mShare.isTold()) {
         sendSeries(false);
+        return;
     }
+    const std::chrono::nanoseconds before = threadTime();
+    mDelivery->postPoint(mComputer.lastPoint(mPlaced.placed()));
+    settle(threadTime() - before, false);
 }
 
 void FormulaRequest::sendSeries(bool isFirst) {
     if (mIsModel) {
         runModel(isFirst);
-    } else {
-        mDelivery->postSeries(mComputer.series(mPlaced.placed()), !isFirst);
+        mDue.sent(steadyMilliseconds());
+        return;
     }
-    mDue.sent(steadyMilliseconds());
+    const std::chrono::nanoseconds before = threadTime();
+    FormulaSeries series = mComputer.series(mPlaced.placed());
+    const std::chrono::nanoseconds taken = threadTime() - before;
+    mIsMarked = mShare.isTold();
+    if (mIsMarked) {
+        markAsSlow(series.meta);
+    }
+    mDelivery->postSeries(std::move(series), !isFirst);
+    settle(taken, true);
+}
+
+/// Looks at what a run has taken: the next one goes to the lane where it holds nobody up, and waits its pause.
+void FormulaRequest::settle(std::chrono::nanoseconds taken, bool isSeries) {
+    const bool wasTold = mShare.isTold();
+    const qint64 now = steadyMilliseconds();
+    mShare.note(taken, isSeries, now);
+    mDue.sent(now, mShare.pause());
+    mTools.costs->note(mParam.mFormulaName, mShare.isLong());
+    mHome->setLane(mShare.isLong() ? WorkLane::Slow : mIsPrice ? WorkLane::Price : WorkLane::Quick);
+    if (mShare.isTold() && !wasTold && mTools.tell) {
+        mTools.tell({mParam.mFormulaName, 0, SlowWords::tr("计算太慢，已降低刷新频率")});
+    }
 }
 
 /// A later run that fails leaves the series as it was.

@@ -4,6 +4,7 @@
 #include "terminal/formula/DueResult.h"
 #include "terminal/formula/RequestTools.h"
 #include "terminal/formula/ResultDelivery.h"
+#include "terminal/formula/RunShare.h"
 
 #include <memory>
 #include <optional>
@@ -14,13 +15,15 @@ namespace terminal {
 /// (BarStream), placed on the axis (PlacedDay), computed by a program (SeriesComputer) or a script model (ModelRun),
 /// become due (DueResult), and are delivered (ResultDelivery).
 ///
-/// Everything but the model's run and the delivery is touched on the request's worker alone. Withdrawn, it sends
-/// nothing more and lets go of the feed. Any thread.
+/// Everything but the model's run and the delivery is touched on the request's place of work alone. At most one run of
+/// it waits, and computes the newest state. Long runs go to the lane of slow work, and are told in the name of the first
+/// line when they go on (RunShare). Withdrawn, it sends nothing more and lets go of the feed. Any thread.
 class FormulaRequest : public std::enable_shared_from_this<FormulaRequest> {
 public:
-    /// `home` is where it is worked on. The tools and the worker have to outlive its work.
-    FormulaRequest(const RequestTools &tools, Worker &home, const TC::CFormulaParam &param, int day,
-                   std::shared_ptr<ResultDelivery> delivery);
+    /// `home` is where it is worked on; `isPrice` when that is the lane of prices while its runs are short. The tools
+    /// have to outlive its work.
+    FormulaRequest(const RequestTools &tools, std::shared_ptr<SerialWork> home, bool isPrice,
+                   const TC::CFormulaParam &param, int day, std::shared_ptr<ResultDelivery> delivery);
 
     /// Begins its work, once.
     void start();
@@ -33,13 +36,17 @@ private:
     bool isStream() const;
     void open();
     void openUnderlying();
-    void note(SeriesChange change);
+    void note(const MinuteBars &bars);
+    void noteUnderlying(const MinuteBars &bars);
+    void sendWhenDue();
     void send(DueResult::Due due);
     void sendSeries(bool isFirst);
     void runModel(bool isFirst);
+    void settle(std::chrono::nanoseconds taken, bool isSeries);
 
     const RequestTools &mTools;
-    Worker &mHome;
+    const std::shared_ptr<SerialWork> mHome;
+    const bool mIsPrice;
     const TC::CFormulaParam mParam;
     const int mDay;
     const bool mIsModel;
@@ -49,6 +56,8 @@ private:
     SeriesComputer mComputer;
     ModelRun mModel;
     DueResult mDue;
+    RunShare mShare;
+    bool mIsMarked = false; ///< the series sent last tells that its runs are long
     const std::shared_ptr<ResultDelivery> mDelivery;
 };
 

@@ -3,17 +3,11 @@
 #include <utility>
 
 namespace terminal {
-namespace {
-
-constexpr int kModelsAtOnce = 2;
-
-} // namespace
-
 FormulaService::FormulaService(MarketFeed &feed, FormulaProgramMaker maker, RequestDay requestDay,
                                DayPositions positions, int workers)
-    : mRequestDay(std::move(requestDay)), mTools{feed, std::move(maker), std::move(positions),
-                                                 ScriptModelRunner(feed)},
-      mQuotes(feed), mWorkers(workers), mModelWorkers(kModelsAtOnce), mDownloads(mQueue) {}
+    : mRequestDay(std::move(requestDay)),
+      mTools{feed, std::move(maker), std::move(positions), ScriptModelRunner(feed), {}, {}}, mQuotes(feed),
+      mLanes(workers), mDownloads(mQueue) {}
 
 FormulaService::~FormulaService() {
     mDownloads.finish();
@@ -21,12 +15,12 @@ FormulaService::~FormulaService() {
         request->withdraw();
     }
     // All subscriptions end on the workers; only then may what the listeners use go.
-    mWorkers.finish();
-    mModelWorkers.finish();
+    mLanes.finish();
 }
 
 void FormulaService::setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError) {
     mTools.models.setUp(settings, onError);
+    mTools.tell = onError;
     mDownloads.setErrorSink(std::move(onError));
 }
 
@@ -36,8 +30,9 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
         std::make_shared<const ResultCallbacks>(ResultCallbacks{std::move(onHistory), std::move(onRealtime)});
     for (const TC::CFormulaParam &param : qAsConst(params)) {
         const QString id = QString::fromStdString(param.mRequestId);
-        // A model may take long, and a faulty formula too.
-        Worker &home = isScriptModel(param) ? mModelWorkers.idlest() : mWorkers.idlest();
+        const WorkLane wanted = wantedLane(param);
+        const auto home =
+            std::make_shared<SerialWork>(mLanes, mTools.costs->firstLane(param.mFormulaName, wanted));
         const int day = mRequestDay(param);
         const int cachedDay = isAfterHours(param) ? HistoryCache::kNoDay : day;
         if (mCache) {
@@ -45,12 +40,20 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
         }
         const auto delivery = std::make_shared<ResultDelivery>(
             mQueue, ResultDelivery::Subject{id, param.mFormulaName, mCache, cachedDay}, callbacks);
-        const auto request = std::make_shared<FormulaRequest>(mTools, home, param, day, delivery);
+        const auto request =
+            std::make_shared<FormulaRequest>(mTools, home, wanted == WorkLane::Price, param, day, delivery);
         if (const RequestBook::RequestPtr before = mRequests.enter(id, request)) {
             before->withdraw();
         }
         request->start();
     }
+}
+
+WorkLane FormulaService::wantedLane(const TC::CFormulaParam &param) const {
+    if (isScriptModel(param)) {
+        return WorkLane::Model;
+    }
+    return mLaneChoice ? mLaneChoice(param) : WorkLane::First;
 }
 
 void FormulaService::requestFormulasSync(QVector<TC::CFormulaParam> &params,
@@ -84,7 +87,7 @@ void FormulaService::requestHistoryQuote(const quoter::TSMetaInfo &meta, const q
                                          TC::HistoryQuoteCallback onQuotes) {
     // The callback never becomes the worker's: it would be released there.
     auto callback = std::make_shared<TC::HistoryQuoteCallback>(std::move(onQuotes));
-    mWorkers.first().post([this, meta, region, callback]() mutable {
+    mLanes.post(WorkLane::First, [this, meta, region, callback]() mutable {
         mQueue.post([callback = std::move(callback), quotes = mQuotes.between(meta, region)] {
             if (*callback) {
                 (*callback)(0, 0, quotes, QString());

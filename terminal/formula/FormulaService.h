@@ -7,7 +7,7 @@
 #include "terminal/formula/HistoryQuotes.h"
 #include "terminal/formula/RequestBook.h"
 #include "terminal/formula/RequestDays.h"
-#include "terminal/threads/WorkerPool.h"
+#include "terminal/threads/WorkLanes.h"
 
 namespace terminal {
 
@@ -22,6 +22,10 @@ namespace terminal {
 /// much real time lies between it and the result before; what has changed meanwhile goes out together, as one point
 /// where it is the last minute alone. The minutes after hours are streamed too.
 ///
+/// Formulas run on lanes (WorkLanes): prices have a worker of their own, and so have formulas whose runs are long, which
+/// hold up each other alone. At most one run of a request waits, and computes the newest state. Who hears of errors is
+/// told of long runs that go on, as is the pane (FormulaRequest).
+///
 /// Script models run as child processes, two at a time, and give whole series: once, and in a stream again when a
 /// minute has been added or an earlier one has changed. Their errors go to the sink, and an error leaves the series as
 /// it was.
@@ -35,7 +39,14 @@ public:
                    DayPositions positions = {}, int workers = 1);
     ~FormulaService() override;
 
-    /// How script models are run, and who hears of their errors, on a thread of the service. To be called before the
+    /// The lane of a request whose formula has not run yet: that of prices for their lines, that of quick work for a
+    /// formula that can be trusted; the first lane without it. To be called before the first request.
+    using LaneChoice = std::function<WorkLane(const TC::CFormulaParam &)>;
+    void setLanes(LaneChoice lanes) { mLaneChoice = std::move(lanes); }
+    /// What of a run counts as long. To be called before the first request.
+    void setShare(const RunShareLimits &share) { mTools.share = share; }
+
+    /// How script models are run, and who hears of errors, on a thread of the service. To be called before the
     /// first request.
     void setScriptModels(const ScriptModelSettings &settings, FormulaErrorSink onError);
 
@@ -92,15 +103,17 @@ public:
     int pendingResults() const { return mQueue.pending(); }
 
 private:
+    WorkLane wantedLane(const TC::CFormulaParam &param) const;
+
     DeliveryQueue mQueue;
     const RequestDay mRequestDay;
     RequestTools mTools;
     HistoryQuotes mQuotes;
+    LaneChoice mLaneChoice;
     HistoryCache *mCache = nullptr;
     RequestBook mRequests;
-    // A worker goes only when no thread posts to it any more.
-    WorkerPool mWorkers;
-    WorkerPool mModelWorkers;
+    // The workers go only when no thread posts to them any more.
+    WorkLanes mLanes;
     HistoryDownloads mDownloads;
 };
 

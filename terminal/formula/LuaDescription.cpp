@@ -3,6 +3,7 @@
 #include "terminal/formula/FormulaDrawing.h"
 #include "terminal/formula/LuaDrawings.h"
 #include "terminal/formula/LuaSandbox.h"
+#include "terminal/formula/ShortText.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -24,13 +25,15 @@ struct LuaDescriptionWords {
     LuaSandbox::raise(state, LuaDescriptionWords::tr("formula 的 %1 应为%2").arg(field, wanted));
 }
 
-/// Takes a text off the stack; empty when there is none.
+/// Takes a text off the stack, cut where it is too long to show; empty when there is none.
 QString takeText(lua_State *state, const QString &field) {
     const int type = lua_type(state, -1);
     if (type != LUA_TSTRING && type != LUA_TNIL) {
         raiseField(state, field, LuaDescriptionWords::tr("文字"));
     }
-    const QString text = type == LUA_TSTRING ? QString::fromUtf8(lua_tostring(state, -1)) : QString();
+    std::size_t size = 0;
+    const char *utf8 = type == LUA_TSTRING ? lua_tolstring(state, -1, &size) : nullptr;
+    const QString text = shortenedUtf8(utf8, size);
     lua_pop(state, 1);
     return text;
 }
@@ -143,6 +146,10 @@ FormulaParameter readParameter(lua_State *state) {
     parameter.name = takeText(state, QStringLiteral("parameters"));
     parameter.isText = lua_rawgeti(state, -1, 2) == LUA_TSTRING;
     if (parameter.isText) {
+        if (lua_rawlen(state, -1) > kLongestShortText) {
+            raiseField(state, parameter.name,
+                       LuaDescriptionWords::tr("不超过 %1 字节的文字").arg(kLongestShortText));
+        }
         parameter.textValue = takeText(state, parameter.name);
     } else {
         parameter.value = takeNumber(state, parameter.name, 0.0);

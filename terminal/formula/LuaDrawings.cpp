@@ -3,6 +3,7 @@
 #include "terminal/formula/LuaSandbox.h"
 #include "terminal/formula/LuaValues.h"
 #include "terminal/formula/PointNodes.h"
+#include "terminal/formula/ShortText.h"
 #include "terminal/formula/VectorFunctions.h"
 
 #include <QCoreApplication>
@@ -147,10 +148,12 @@ int luaStyle(lua_State *state, int index) {
             return static_cast<int>(number);
         }
     }
-    const char *name = lua_type(state, index) == LUA_TSTRING ? lua_tostring(state, index) : "";
-    const int style = drawStyleOf(QString::fromUtf8(name));
+    std::size_t size = 0;
+    const char *utf8 = lua_type(state, index) == LUA_TSTRING ? lua_tolstring(state, index, &size) : nullptr;
+    const QString name = shortenedUtf8(utf8, size);
+    const int style = drawStyleOf(name);
     if (style < 0) {
-        LuaSandbox::raise(state, LuaDrawingsWords::tr("没有这种线型：%1").arg(QString::fromUtf8(name)));
+        LuaSandbox::raise(state, LuaDrawingsWords::tr("没有这种线型：%1").arg(name));
     }
     return style;
 }

@@ -52,6 +52,7 @@ public:
     }
 
     se::RPCFormulaMetaResult describe() const override { return mDescription.meta(); }
+    bool isOverLimit() const { return mRun->overLimit; }
 
     QString underlying() const override {
         // A file that reads single values may not have come to the underlying's yet.
@@ -204,20 +205,9 @@ MinuteBars sampleBars() {
     return bars;
 }
 
-} // namespace
-
-std::optional<FormulaDescription> describeLuaFormula(const LuaFormulaFile &file, FormulaError *error) {
-    const auto run = FormulaRun::of(file, {}, {}, {}, RunDepth::Describe);
-    if (run->error) {
-        if (error) {
-            *error = *run->error;
-        }
-        return std::nullopt;
-    }
-    return run->description;
-}
-
-std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file) {
+/// The first error of a file over a few bars.
+std::optional<FormulaError> runOverSample(const LuaFormulaFile &file, const FormulaLimits &limits,
+                                          bool &isOverLimit) {
     FormulaInputs inputs;
     inputs.previousClose = 10.0;
     inputs.priceTick = 0.01;
@@ -232,8 +222,44 @@ std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file) {
             first = error;
         }
     };
-    makeLuaFormula(file, inputs, keepFirst)->evaluate(sampleBars());
+    const LuaProgram program(file, inputs, keepFirst, limits);
+    program.evaluate(sampleBars());
+    isOverLimit = program.isOverLimit();
     return first;
+}
+
+} // namespace
+
+std::optional<FormulaDescription> describeLuaFormula(const LuaFormulaFile &file, FormulaError *error) {
+    const auto run = FormulaRun::of(file, {}, {}, {}, RunDepth::Describe);
+    if (run->error) {
+        if (error) {
+            *error = *run->error;
+        }
+        return std::nullopt;
+    }
+    return run->description;
+}
+
+std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file) {
+    bool isOverLimit = false;
+    return runOverSample(file, {}, isOverLimit);
+}
+
+LuaFormulaTrial tryLuaFormula(const LuaFormulaFile &file, const FormulaLimits &limits) {
+    LuaFormulaTrial trial;
+    const auto run = FormulaRun::of(file, {}, limits, {}, RunDepth::Describe);
+    trial.isOverLimit = run->overLimit;
+    std::optional<FormulaError> error = run->error;
+    if (!error) {
+        error = runOverSample(file, limits, trial.isOverLimit);
+    }
+    if (error) {
+        trial.error = *error;
+    } else {
+        trial.description = run->description;
+    }
+    return trial;
 }
 
 std::unique_ptr<FormulaProgram> makeLuaFormula(const LuaFormulaFile &file, const FormulaInputs &inputs,

@@ -46,6 +46,15 @@ std::optional<FormulaDescription> describeLuaFormula(const LuaFormulaFile &file,
 /// Tries a formula file over a few bars. Nothing when all is well, else the first error, with its line.
 std::optional<FormulaError> checkLuaFormula(const LuaFormulaFile &file);
 
+/// What came of trying a formula file: what it says about itself, or an error.
+struct LuaFormulaTrial {
+    std::optional<FormulaDescription> description;
+    FormulaError error;
+    bool isOverLimit = false; ///< the error is one of time or memory
+};
+/// Reads what a file says about itself and tries it over a few bars, within limits.
+LuaFormulaTrial tryLuaFormula(const LuaFormulaFile &file, const FormulaLimits &limits = {});
+
 /// Makes the program of a formula file. Never null: a file with an error makes a program that tells `sink` and whose
 /// points have no values. The same error is told once in a row. After an error of limits the program stays still.
 ///

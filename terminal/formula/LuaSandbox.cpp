@@ -1,5 +1,7 @@
 #include "terminal/formula/LuaSandbox.h"
 
+#include "terminal/formula/ShortText.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 
@@ -169,9 +171,9 @@ FormulaError LuaSandbox::takeError(int status) {
         return error;
     }
     lua_State *state = mState.get();
-    error.text = lua_type(state, -1) == LUA_TSTRING
-                     ? QString::fromUtf8(lua_tostring(state, -1))
-                     : words(QT_TRANSLATE_NOOP("LuaSandbox", "公式中止，未说明原因"));
+    std::size_t size = 0;
+    const char *told = lua_type(state, -1) == LUA_TSTRING ? lua_tolstring(state, -1, &size) : nullptr;
+    error.text = told ? shortenedUtf8(told, size) : words(QT_TRANSLATE_NOOP("LuaSandbox", "公式中止，未说明原因"));
     static const QRegularExpression place(QStringLiteral("^formula:(\\d+): "));
     const QRegularExpressionMatch match = place.match(error.text);
     if (match.hasMatch()) {
@@ -192,7 +194,7 @@ void LuaSandbox::callText(lua_State *state, const QByteArray &text) {
 
 void LuaSandbox::raise(lua_State *state, const QString &text) {
     {
-        const QByteArray bytes = text.toUtf8();
+        const QByteArray bytes = shortened(text).toUtf8();
         lua_pushlstring(state, bytes.constData(), static_cast<size_t>(bytes.size()));
     }
     lua_error(state);

@@ -30,13 +30,10 @@ void setLuaFunction(lua_State *state, FormulaRun &run, const char *name, lua_CFu
     lua_setfield(state, -2, name);
 }
 
-void pushLuaOperand(lua_State *state, const FormulaRun &run, const Operand &operand) {
+void pushLuaOperand(lua_State *state, const Operand &operand) {
     if (operand.isNumber()) {
         lua_pushnumber(state, operand.number);
         return;
-    }
-    if (run.graph.size() > run.vectorLimit) {
-        LuaSandbox::raise(state, LuaValuesWords::tr("向量过多（上限 %1 个）").arg(run.vectorLimit));
     }
     static_cast<VectorHandle *>(lua_newuserdatauv(state, sizeof(VectorHandle), 0))->node = operand.node;
     luaL_setmetatable(state, kLuaVectorType);

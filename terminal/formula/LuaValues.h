@@ -18,7 +18,7 @@ FormulaRun &luaRun(lua_State *state);
 /// Puts a function of a run into a field of the table on top.
 void setLuaFunction(lua_State *state, FormulaRun &run, const char *name, lua_CFunction function);
 
-void pushLuaOperand(lua_State *state, const FormulaRun &run, const Operand &operand);
+void pushLuaOperand(lua_State *state, const Operand &operand);
 /// The vector at an index; null when there is none.
 VectorNode *luaVector(lua_State *state, int index);
 

@@ -52,7 +52,7 @@ int callFunction(lua_State *state, const VectorFunction &function) {
     for (int i = 1; i <= given; ++i) {
         arguments.push_back(argumentOf(state, i, function.name, function.arguments[std::min(i, wanted) - 1]));
     }
-    pushLuaOperand(state, run, function.make(run.graph, arguments));
+    pushLuaOperand(state, function.make(run.graph, arguments));
     return 1;
 }
 
@@ -112,7 +112,7 @@ int makeVector(lua_State *state) {
     if (lua_type(state, 1) != LUA_TTABLE) {
         raiseLuaArgument(state, "VECTOR", 1, LuaVectorsWords::tr("数的表"));
     }
-    pushLuaOperand(state, run, luaTableVector(state, 1, run, "VECTOR"));
+    pushLuaOperand(state, luaTableVector(state, 1, run, "VECTOR"));
     return 1;
 }
 
@@ -170,6 +170,9 @@ void makeVectorType(lua_State *state, FormulaRun &run) {
 } // namespace
 
 void openLuaVectors(lua_State *state, FormulaRun &run) {
+    run.graph.setLimit(run.vectorLimit, [state, limit = run.vectorLimit] {
+        LuaSandbox::raise(state, LuaVectorsWords::tr("向量过多（上限 %1 个）").arg(limit));
+    });
     makeVectorType(state, run);
     lua_pushglobaltable(state);
     setNumbers(state, run.inputs);
@@ -181,11 +184,11 @@ void openLuaVectors(lua_State *state, FormulaRun &run) {
     setLuaFunction(state, run, "VECTOR", makeVector);
     setLuaDrawings(state, run);
     for (const BarSeries &series : barSeries()) {
-        pushLuaOperand(state, run, series.make(run.graph));
+        pushLuaOperand(state, series.make(run.graph));
         lua_setfield(state, -2, series.name);
     }
     run.underlying = run.graph.add<UnderlyingNode>(run.graph, run.inputs.underlyingBars);
-    pushLuaOperand(state, run, run.underlying);
+    pushLuaOperand(state, run.underlying);
     lua_setfield(state, -2, "UCLOSE");
     lua_pop(state, 1);
 }

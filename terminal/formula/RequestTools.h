@@ -1,8 +1,11 @@
 #pragma once
 
+#include "terminal/formula/FormulaCosts.h"
+#include "terminal/formula/RunShare.h"
 #include "terminal/formula/ScriptModelRunner.h"
 #include "terminal/formula/SeriesComputer.h"
 
+#include <memory>
 #include <vector>
 
 namespace terminal {
@@ -13,6 +16,9 @@ struct RequestTools {
     FormulaProgramMaker maker;
     DayPositions positions; ///< may be empty
     ScriptModelRunner models;
+    RunShareLimits share;
+    FormulaErrorSink tell; ///< hears of formulas that are slow; may be empty
+    std::shared_ptr<FormulaCosts> costs = std::make_shared<FormulaCosts>();
 
     /// The positions of the day that a request stands on; none after hours.
     std::vector<qint64> positionsOf(const TC::CFormulaParam &param, int day) const;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <chrono>
-#include <ctime>
+#include "terminal/threads/ThreadTime.h"
 
 namespace terminal {
 
@@ -10,19 +9,13 @@ namespace terminal {
 class TimeLimit {
 public:
     explicit TimeLimit(int milliseconds)
-        : mLimit(milliseconds), mEarliestEnd(Clock::now() + mLimit), mStart(used()) {}
+        : mLimit(milliseconds), mEarliestEnd(Clock::now() + mLimit), mStart(threadTime()) {}
 
     /// Quick until the limit has passed by the clock on the wall.
-    bool isOver() const { return Clock::now() > mEarliestEnd && used() - mStart > mLimit; }
+    bool isOver() const { return Clock::now() > mEarliestEnd && threadTime() - mStart > mLimit; }
 
 private:
     using Clock = std::chrono::steady_clock;
-
-    static std::chrono::nanoseconds used() {
-        timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-    }
 
     const std::chrono::milliseconds mLimit;
     const Clock::time_point mEarliestEnd;

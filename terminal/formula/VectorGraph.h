@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -80,7 +81,15 @@ private:
 /// The vectors of one formula in the order of their making. One thread.
 class VectorGraph {
 public:
+    /// At most so many vectors are made: where one more would be, `onFull` is called instead, and has to throw.
+    void setLimit(std::size_t most, std::function<void()> onFull) {
+        mMost = most;
+        mOnFull = std::move(onFull);
+    }
     template <class Node, class... Arguments> Node *add(Arguments &&...arguments) {
+        if (mNodes.size() >= mMost) {
+            mOnFull();
+        }
         auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
         Node *made = node.get();
         mNodes.push_back(std::move(node));
@@ -99,6 +108,8 @@ public:
 
 private:
     MinuteBars mBars;
+    std::size_t mMost = std::numeric_limits<std::size_t>::max();
+    std::function<void()> mOnFull;
     std::vector<std::unique_ptr<VectorNode>> mNodes;
 };
 

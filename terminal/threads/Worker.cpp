@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include <sys/resource.h>
+
 namespace terminal {
 
-Worker::Worker() : mThread([this] { run(); }) {}
+Worker::Worker(int niceness) : mThread([this, niceness] { run(niceness); }) {}
 
 Worker::~Worker() {
     finish();
@@ -75,7 +77,10 @@ bool Worker::takeFirst(Job &job) {
     }
 }
 
-void Worker::run() {
+void Worker::run(int niceness) {
+    if (niceness > 0) {
+        ::setpriority(PRIO_PROCESS, 0, niceness); // of this thread alone
+    }
     Job job;
     while (takeFirst(job)) {
         job();

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "terminal/threads/WorkPlace.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -11,19 +12,16 @@
 namespace terminal {
 
 /// A thread that runs jobs in the order of posting.
-class Worker {
+class Worker : public WorkPlace {
 public:
-    using Job = std::function<void()>;
-
-    Worker();
-    ~Worker();
+    /// `niceness` of the thread, 0 to 19: the higher, the more it leaves the processor to others.
+    explicit Worker(int niceness = 0);
+    ~Worker() override;
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
-    /// Any thread; never waits for jobs.
-    void post(Job job);
-    /// Posts a job when a time of milliseconds is over. Any thread; dropped when the worker is finished before.
-    void postAfter(int milliseconds, Job job);
+    void post(Job job) override;
+    void postAfter(int milliseconds, Job job) override;
     /// Jobs that wait or are under way, those to be posted later left out.
     int load() const;
     /// Runs all jobs that wait, those that they post included, and ends the thread. Not from a job.
@@ -32,7 +30,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void run();
+    void run(int niceness);
     bool takeFirst(Job &job);
     void postDueJobs();
 

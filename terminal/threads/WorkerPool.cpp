@@ -4,9 +4,9 @@
 
 namespace terminal {
 
-WorkerPool::WorkerPool(int count) {
+WorkerPool::WorkerPool(int count, int niceness) {
     for (int i = 0; i < std::max(1, count); ++i) {
-        mWorkers.push_back(std::make_unique<Worker>());
+        mWorkers.push_back(std::make_unique<Worker>(niceness));
     }
 }
 

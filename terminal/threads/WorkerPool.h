@@ -11,8 +11,8 @@ namespace terminal {
 /// Workers that share work which may take long. Any thread.
 class WorkerPool {
 public:
-    /// At least one.
-    explicit WorkerPool(int count);
+    /// At least one; see Worker for the niceness.
+    explicit WorkerPool(int count, int niceness = 0);
 
     /// The worker where fewest jobs wait; equal ones take turns.
     Worker &idlest();

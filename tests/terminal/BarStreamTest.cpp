@@ -1,5 +1,6 @@
 #include "terminal/formula/BarStream.h"
 
+#include "terminal/threads/Worker.h"
 #include "tests/terminal/Samples.h"
 #include "tests/terminal/ScriptedFeed.h"
 
@@ -31,6 +32,10 @@ protected:
         done.get_future().wait();
     }
 
+    BarStream::Take taking() {
+        return [this](const MinuteBars &bars) { mTaken.insert(mTaken.end(), bars.begin(), bars.end()); };
+    }
+
     ScriptedFeed mFeed;
     Worker mHome;
     std::shared_ptr<BarStream> mStream = std::make_shared<BarStream>(mFeed, mHome, kShare, kToday);
@@ -40,19 +45,36 @@ protected:
 } // namespace
 
 TEST_F(BarStreamTest, ItBeginsWithTheBarsUpToNowAndGoesOnWithChanges) {
-    onWorker([this] {
-        EXPECT_EQ(mStream->open(mStream, [this](const MinuteBar &bar) { mTaken.push_back(bar); }),
-                  MinuteBars({pricedMinute(60, 1)}));
-    });
+    onWorker([this] { EXPECT_EQ(mStream->open(mStream, taking()), MinuteBars({pricedMinute(60, 1)})); });
     mFeed.change(kShare, pricedMinute(60, 2));
     mFeed.change(kShare, pricedMinute(120, 3));
     onWorker([this] { EXPECT_EQ(mTaken, MinuteBars({pricedMinute(60, 2), pricedMinute(120, 3)})); });
     onWorker([this] { mStream->close(); });
 }
 
+TEST_F(BarStreamTest, WhatComesWhileThePlaceIsBusyIsOneTakeOfTheNewestState) {
+    int takes = 0;
+    onWorker([&] {
+        mStream->open(mStream, [&](const MinuteBars &bars) {
+            ++takes;
+            mTaken = bars;
+        });
+        for (int i = 0; i < 1000; ++i) {
+            mFeed.change(kShare, pricedMinute(60, i));
+        }
+        mFeed.change(kShare, pricedMinute(120, 7));
+        EXPECT_EQ(mHome.load(), 2) << "this job and one for all changes";
+    });
+    onWorker([&] {
+        EXPECT_EQ(takes, 1);
+        EXPECT_EQ(mTaken, MinuteBars({pricedMinute(60, 999), pricedMinute(120, 7)}));
+        mStream->close();
+    });
+}
+
 TEST_F(BarStreamTest, NothingIsTakenAfterTheClose) {
     onWorker([this] {
-        mStream->open(mStream, [this](const MinuteBar &bar) { mTaken.push_back(bar); });
+        mStream->open(mStream, taking());
         mFeed.change(kShare, pricedMinute(60, 2)); // queues up behind this job
         mStream->close();
     });
@@ -63,7 +85,7 @@ TEST_F(BarStreamTest, NothingIsTakenAfterTheClose) {
 TEST_F(BarStreamTest, ItDoesNotKeepItsOwnerAlive) {
     const std::weak_ptr<BarStream> weak = mStream;
     onWorker([this] {
-        mStream->open(mStream, [this](const MinuteBar &bar) { mTaken.push_back(bar); });
+        mStream->open(mStream, taking());
         mStream.reset();
     });
     EXPECT_TRUE(weak.expired());
@@ -76,8 +98,8 @@ TEST_F(BarStreamTest, TheMinutesAfterHoursAreLookedAtAgain) {
     const auto stream = std::make_shared<BarStream>(mFeed, mHome, kShare, kToday, true);
     std::promise<void> looked;
     onWorker([&] {
-        const MinuteBars bars = stream->open(stream, [&](const MinuteBar &bar) {
-            mTaken.push_back(bar);
+        const MinuteBars bars = stream->open(stream, [&](const MinuteBars &taken) {
+            mTaken.insert(mTaken.end(), taken.begin(), taken.end());
             if (mTaken.size() == 1) {
                 looked.set_value();
             }

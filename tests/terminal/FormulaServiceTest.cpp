@@ -52,6 +52,7 @@ TEST_F(FormulaServiceTest, TheStreamFollowsTheHistory) {
     request({param("a")});
     ASSERT_TRUE(waitForResults(1));
     mFeed.change("SH600000", bar(kOpen + kMinute, 10.3, 10.15, 400));
+    ASSERT_TRUE(waitForResults(2));
     mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
     ASSERT_TRUE(waitForResults(3));
     ASSERT_EQ(mReceived[1].kind, Received::Point);
@@ -261,16 +262,17 @@ TEST_F(FormulaServiceTest, EndsWithRequestsAndResultsUnderWay) {
     EXPECT_TRUE(mReceived.isEmpty()) << "nothing was handed over: the event loop never turned";
 }
 
-TEST_F(FormulaServiceTest, AFloodOfResultsLetsTheEventLoopTurn) {
+TEST_F(FormulaServiceTest, AFloodOfChangesEndsInTheNewestState) {
     request({param("a")});
     ASSERT_TRUE(waitForResults(1));
     for (int i = 0; i < 3000; ++i) {
         mFeed.change("SH600000", bar(kOpen + kMinute, 10.0 + i, 10.0, i));
     }
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mReceived.size() == 3001; }, 20000));
-    EXPECT_EQ(mReceived.last().point->mValues[0], 10.0 + 2999);
-    for (int i = 0; i < 3000; ++i) {
-        ASSERT_EQ(mReceived[i + 1].point->mValues[0], 10.0 + i) << "in order";
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return mReceived.size() > 1 && mReceived.last().point->mValues[0] == 10.0 + 2999; }, 20000));
+    EXPECT_LE(mReceived.size(), 3001);
+    for (int i = 2; i < mReceived.size(); ++i) {
+        ASSERT_LT(mReceived[i - 1].point->mValues[0], mReceived[i].point->mValues[0]) << "in order, none twice";
     }
 }
 
@@ -312,6 +314,7 @@ TEST_F(PlacedFormulaServiceTest, MinutesWithoutATradeInTheStreamBringTheWholeSer
     request({param("a")});
     ASSERT_TRUE(waitForResults(1));
     mFeed.change("SH600000", bar(kOpen + 4 * kMinute, 10.3, 10.1, 1)); // the next position
+    ASSERT_TRUE(waitForResults(2));
     mFeed.change("SH600000", bar(kOpen + 6 * kMinute, 10.4, 10.1, 1)); // one left out
     ASSERT_TRUE(waitForResults(3));
     EXPECT_EQ(mReceived[1].kind, Received::Point);

@@ -1,6 +1,7 @@
 #include "terminal/app/MessagePanel.h"
 
 #include "host/services/CHostClock.h"
+#include "terminal/formula/ShortText.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
@@ -146,4 +147,20 @@ TEST_F(MessagePanelTest, AnErrorMayComeBeforeThereIsAClock) {
     TC::CSingletonT<TC::CHostClock>::install(&mClock);
     QCoreApplication::processEvents();
     EXPECT_EQ(row(0), "11-20 10:30:00|A|1|x|");
+}
+
+TEST_F(MessagePanelTest, ManyLongMessagesAreCutCountedAndForgotten) {
+    const QString large(1 << 16, 'x');
+    const FormulaErrorSink sink = mMessages.sink();
+    for (int i = 0; i < 1000; ++i) {
+        sink({large, 1, large + QString::number(i)});
+        sink({"B", 2, QString::number(i) + large});
+    }
+    QCoreApplication::processEvents();
+    ASSERT_EQ(mMessages.messages().size(), FormulaMessages::kMost);
+    for (const FormulaMessage &message : mMessages.messages()) {
+        EXPECT_EQ(message.error.text.size(), kLongestShortText + 1);
+        EXPECT_LE(message.error.formula.size(), kLongestShortText + 1);
+        EXPECT_EQ(message.count, message.error.line == 1 ? 1000 : 1) << "alike once they are cut";
+    }
 }
