@@ -173,7 +173,8 @@ FormulaError LuaSandbox::takeError(int status) {
     lua_State *state = mState.get();
     std::size_t size = 0;
     const char *told = lua_type(state, -1) == LUA_TSTRING ? lua_tolstring(state, -1, &size) : nullptr;
-    error.text = told ? shortenedUtf8(told, size) : words(QT_TRANSLATE_NOOP("LuaSandbox", "公式中止，未说明原因"));
+    error.text =
+        told ? shortenedUtf8(told, size) : words(QT_TRANSLATE_NOOP("LuaSandbox", "公式中止，未说明原因"));
     static const QRegularExpression place(QStringLiteral("^formula:(\\d+): "));
     const QRegularExpressionMatch match = place.match(error.text);
     if (match.hasMatch()) {

@@ -16,8 +16,8 @@ struct RequestTools {
     FormulaProgramMaker maker;
     DayPositions positions; ///< may be empty
     ScriptModelRunner models;
-    RunShareLimits share;
-    FormulaErrorSink tell; ///< hears of formulas that are slow; may be empty
+    RunShareLimits share{};
+    FormulaErrorSink tell{}; ///< hears of formulas that are slow; may be empty
     std::shared_ptr<FormulaCosts> costs = std::make_shared<FormulaCosts>();
 
     /// The positions of the day that a request stands on; none after hours.
