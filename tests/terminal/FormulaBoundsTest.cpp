@@ -19,7 +19,8 @@ FormulaError errorOfText(const QByteArray &text, const FormulaLimits &limits = {
 TEST(FormulaBoundsTest, AnErrorIsCutWhereItEnters) {
     const FormulaError large =
         errorOfText("local t = {} for i = 1, 20000 do t[i] = 'xy长' end error(table.concat(t))");
-    EXPECT_EQ(large.text.size(), kShort);
+    EXPECT_LE(large.text.size(), kShort);
+    EXPECT_TRUE(large.text.endsWith("…")) << large.text.toStdString();
     EXPECT_TRUE(large.text.startsWith("xy长xy")) << large.text.toStdString();
     EXPECT_EQ(large.line, 1);
 }
