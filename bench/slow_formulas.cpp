@@ -116,11 +116,17 @@ int main(int argc, char **argv) {
         },
         [](const TC::CFormulaParam &) { return kDay; }, {}, 2);
     double shown = 0.0;
+    bool isOpen = false;
     int slowPoints = 0;
     QVector<TC::CFormulaParam> light{paramOf(QStringLiteral("LIGHT"), 0)};
-    service.requestFormulas(light, {}, [&](int, const QString &, const TC::FormulaInstantPtr &point) {
-        shown = point->mValues[0];
-    });
+    service.requestFormulas(
+        light,
+        [&](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &, const QString &, int, const QString &,
+            bool) { isOpen = true; },
+        [&](int, const QString &, const TC::FormulaInstantPtr &point) { shown = point->mValues[0]; });
+    while (!isOpen) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     for (int i = 0; i < slow; ++i) {
         QVector<TC::CFormulaParam> params{paramOf(QStringLiteral("SLOW"), i)};
         service.requestFormulas(params, {},
