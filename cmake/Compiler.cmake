@@ -3,6 +3,9 @@
 add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor)
 # The two compilers mean different things by a shadow: gcc's also counts member functions.
 add_compile_options($<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
+# Nobody replaces a function of ours by one of the same name in another library, so the compiler may inline it. (clang
+# does so by itself.)
+add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 if(TIMESHARE_WERROR)
   add_compile_options(-Werror)
 endif()
