@@ -9,6 +9,7 @@
 #include "linkage/CTaskTableCancelButton.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace TC {
@@ -87,6 +88,8 @@ void RecordWindows::showTasks(const CRealtimeData &data, int x, int y) {
     if (!mTasks) {
         mTasks = new CRealtimeTaskTableDialog(mView);
     }
+    std::stable_sort(tasks.begin(), tasks.end(),
+                     [](const auto &task, const auto &other) { return kvservice::isOlder(*task, *other); });
     mTasks->setTaskData(tasks, mUiParam->getStockDetail());
     const CUserConfig *config = getUserConfig();
     if (config && !config->quickCancel()) {

@@ -55,7 +55,7 @@ boost::shared_ptr<CRealtimeUiParam> CRealtimeTaskTableDialog::uiParam() const {
 void CRealtimeTaskTableDialog::setTaskData(const QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
                                            const CInstrumentDetailPtr &instrument) {
     mHeld.reset(); // older than these
-    fillTable({tasks.begin(), tasks.end()}, instrument);
+    mTable->fill(instrument ? taskRows({tasks.begin(), tasks.end()}, *instrument) : std::vector<TaskRow>());
 }
 
 void CRealtimeTaskTableDialog::slotUpdateTask(std::vector<kvservice::IDataPtr> tasks) {
@@ -66,7 +66,7 @@ void CRealtimeTaskTableDialog::slotUpdateTask(std::vector<kvservice::IDataPtr> t
         mHeld = std::make_unique<std::vector<kvservice::IDataPtr>>(std::move(tasks));
         return;
     }
-    Tasks shown;
+    std::vector<boost::shared_ptr<kvservice::CTaskDetail>> shown;
     for (const kvservice::IDataPtr &record : tasks) {
         const auto task = boost::dynamic_pointer_cast<kvservice::CTaskDetail>(record);
         if (task && task->mStartTime != kUnsetTime) {
@@ -74,11 +74,8 @@ void CRealtimeTaskTableDialog::slotUpdateTask(std::vector<kvservice::IDataPtr> t
         }
     }
     const auto view = uiParam();
-    fillTable(shown, view ? view->getStockDetail() : nullptr);
-}
-
-void CRealtimeTaskTableDialog::fillTable(const Tasks &tasks, const CInstrumentDetailPtr &instrument) {
-    mTable->fill(instrument ? taskRows(tasks, *instrument) : std::vector<TaskRow>());
+    const CInstrumentDetailPtr instrument = view ? view->getStockDetail() : nullptr;
+    mTable->follow(instrument ? taskRows(shown, *instrument) : std::vector<TaskRow>());
 }
 
 void CRealtimeTaskTableDialog::showHeld() {

@@ -46,7 +46,7 @@ signals:
     void sigUpdateTask(std::vector<kvservice::IDataPtr> tasks);
 
 public slots:
-    /// Shows them. While the user is asked whether to cancel a task, the rows stay; the last change is shown then.
+    /// Shows them. Rows stay in their places, and new ones come after them. While the user is asked whether to cancel a task, the rows stay; the last change is shown then.
     void slotUpdateTask(std::vector<kvservice::IDataPtr> tasks);
 
 protected:
@@ -54,9 +54,6 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    using Tasks = std::vector<boost::shared_ptr<kvservice::CTaskDetail>>;
-
-    void fillTable(const Tasks &tasks, const CInstrumentDetailPtr &instrument);
     void showHeld();
     boost::shared_ptr<CRealtimeUiParam> uiParam() const;
 

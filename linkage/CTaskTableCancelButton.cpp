@@ -29,8 +29,9 @@ QString CTaskTableCancelButton::cancelText(int taskId, int commandId) {
 void CTaskTableCancelButton::slotCancelTask() {
     const QPointer<CTaskTableCancelButton> alive(this); // it takes the question along when it goes
     emit questionOpened();
-    const auto answer = GZ::CMessageBox::question(this, tr("提示"), tr("您确定要撤销任务?"),
-                                                  GZ::CMessageBox::Buttons(0x14000)); // yes and no
+    const GZ::CMessageBox::Buttons yesAndNo(0x14000);
+    const auto answer = GZ::CMessageBox::question(this, tr("提示"), tr("您确定要撤销任务?"), yesAndNo,
+                                                  QMessageBox::NoButton, mDetails);
     if (!alive) {
         return;
     }

@@ -15,6 +15,8 @@ public:
 
     /// The task, and the command that started it.
     void setTask(int taskId, int commandId);
+    /// What the question tells of the task, so that the user sees which one it is about.
+    void setDetails(const QString &details) { mDetails = details; }
     /// On whose behalf a task is cancelled, as the trade service is told it.
     static QString cancelText(int taskId, int commandId);
 
@@ -33,6 +35,7 @@ protected:
 private:
     int mTaskId = -1;
     int mCommandId = -1;
+    QString mDetails;
 };
 
 } // namespace TC

@@ -5,9 +5,13 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QStringList>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 
 namespace TC {
 namespace {
@@ -62,6 +66,21 @@ bool TaskRow::operator==(const TaskRow &other) const {
     return valuesOf(*this) == valuesOf(other);
 }
 
+QString TaskRow::description() const {
+    const auto tr = [](const char *text) {
+        return QCoreApplication::translate("TC::CRealtimeTaskTableDialog", text);
+    };
+    QStringList first = {tr("任务 %1").arg(taskId), account, instrument};
+    if (!start.isEmpty()) {
+        first.append(tr("%1 开始").arg(start));
+    }
+    QStringList second = {tr("以") + priceType + order, status};
+    if (total != 0) {
+        second.append(tr("已完成 %1/%2").arg(finished).arg(total));
+    }
+    return first.join(QStringLiteral("  ")) + QChar('\n') + second.join(QStringLiteral("  "));
+}
+
 std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
                               const CInstrumentDetail &instrument) {
     std::vector<TaskRow> rows;
@@ -87,6 +106,21 @@ std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTa
             ++row.item;
         }
     }
+    return rows;
+}
+
+std::vector<TaskRow> inPlaceOf(const std::vector<TaskRow> &shown, std::vector<TaskRow> rows) {
+    std::map<std::pair<int, int>, std::size_t> places;
+    for (std::size_t place = 0; place < shown.size(); ++place) {
+        places.emplace(std::pair(shown[place].taskId, shown[place].commandId), place);
+    }
+    const auto placeOf = [&places, last = shown.size()](const TaskRow &row) {
+        const auto found = places.find({row.taskId, row.commandId});
+        return found == places.end() ? last : found->second;
+    };
+    std::stable_sort(rows.begin(), rows.end(), [&placeOf](const TaskRow &first, const TaskRow &second) {
+        return placeOf(first) < placeOf(second);
+    });
     return rows;
 }
 

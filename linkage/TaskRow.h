@@ -29,11 +29,17 @@ struct TaskRow {
 
     bool operator==(const TaskRow &other) const;
     bool operator!=(const TaskRow &other) const { return !(*this == other); }
+
+    /// What tells the task from every other, in two lines.
+    QString description() const;
 };
 
 /// The rows of tasks, one for each of their items in the instrument. A task that is null or has no command or item has
 /// none. User-interface thread.
 std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
                               const CInstrumentDetail &instrument);
+
+/// Rows in the order in which they are shown already; those that are not come after them, in their own order.
+std::vector<TaskRow> inPlaceOf(const std::vector<TaskRow> &shown, std::vector<TaskRow> rows);
 
 } // namespace TC

@@ -4,6 +4,8 @@
 #include "host/services/CLinkageManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <algorithm>
+
 namespace TC {
 namespace {
 
@@ -32,11 +34,11 @@ bool isFollowed(const boost::shared_ptr<kvservice::CTaskDetail> &task, const Lin
 
 std::vector<kvservice::IDataPtr> followedTasks(const CRealtimeUiParam &view,
                                                const CInstrumentDetailPtr &instrument) {
-    std::vector<kvservice::IDataPtr> kept;
     LinkageScope scope;
     if (!readScope(view, instrument, scope)) {
-        return kept;
+        return {};
     }
+    std::vector<boost::shared_ptr<kvservice::CTaskDetail>> kept;
     CLinkageManager &service = CSingletonT<CLinkageManager>::instance();
     for (const auto &account : service.getTaskDetails(getDetailKey(instrument), scope.accounts)) {
         for (const auto &task : account.second) {
@@ -45,7 +47,9 @@ std::vector<kvservice::IDataPtr> followedTasks(const CRealtimeUiParam &view,
             }
         }
     }
-    return kept;
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const auto &task, const auto &other) { return kvservice::isOlder(*task, *other); });
+    return {kept.begin(), kept.end()};
 }
 
 } // namespace TC

@@ -183,6 +183,7 @@ void TaskTable::updateWidgets(int row, const TaskRow &before) {
         auto *button = partAt<CTaskTableCancelButton>(status, 1);
         button->setId(row);
         button->setEnabled(shown.cancelEnabled);
+        button->setDetails(shown.description());
     }
 }
 
@@ -216,6 +217,7 @@ QWidget *TaskTable::makeStatus(int row) {
     auto *button = new CTaskTableCancelButton(row, 0, 3);
     button->setTask(mRows[row].taskId, mRows[row].commandId);
     button->setEnabled(mRows[row].cancelEnabled);
+    button->setDetails(mRows[row].description());
     connect(button, &CTaskTableCancelButton::questionOpened, this, [this, button] { mAsking = button; });
     connect(button, &CTaskTableCancelButton::questionClosed, this, [this] {
         mAsking.clear();

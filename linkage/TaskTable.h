@@ -6,6 +6,7 @@
 
 #include <QPointer>
 
+#include <utility>
 #include <vector>
 
 namespace TC {
@@ -23,6 +24,9 @@ public:
 
     /// Replaces what is shown.
     void fill(const std::vector<TaskRow> &rows);
+    /// Shows the tasks as they are by now: nothing moves under the mouse, for those that are shown stay in their order, and
+    /// others come after them.
+    void follow(std::vector<TaskRow> rows) { fill(inPlaceOf(mRows, std::move(rows))); }
     /// Whether the user is asked just now whether to cancel a task. Its row must stay, and the question with it.
     bool isAsking() const { return mAsking; }
 

@@ -52,4 +52,11 @@ public:
     boost::shared_ptr<CCommandDetail> mCommand;
 };
 
+/// Whether a task was started before another; at the same second the lower number was. One whose start is not set is the
+/// newest.
+inline bool isOlder(const CTaskDetail &task, const CTaskDetail &other) {
+    return task.mStartTime != other.mStartTime ? task.mStartTime < other.mStartTime
+                                               : task.mTaskId < other.mTaskId;
+}
+
 } // namespace kvservice

@@ -6,7 +6,7 @@
 namespace GZ {
 
 /// Message boxes in the look of the theme. Each blocks until the user has answered, and answers the button; closing it
-/// is Cancel, else No, else the only button.
+/// is Cancel, else No, else the only button. `details` stand under the text, in lines of their own.
 class CMessageBox {
 public:
     using Button = QMessageBox::StandardButton;
@@ -16,7 +16,7 @@ public:
                           Buttons buttons = QMessageBox::Ok, Button preset = QMessageBox::NoButton);
     static Button question(QWidget *parent, const QString &title, const QString &text,
                            Buttons buttons = Buttons(QMessageBox::Yes | QMessageBox::No),
-                           Button preset = QMessageBox::NoButton);
+                           Button preset = QMessageBox::NoButton, const QString &details = {});
 };
 
 } // namespace GZ

@@ -222,6 +222,37 @@ TEST_F(TaskDialogUpdates, PlaceThatTheUserScrolledToStays) {
     EXPECT_EQ(table()->verticalScrollBar()->value(), 20);
 }
 
+TEST_F(TaskDialogUpdates, RowsStayInTheirPlacesAndNewOnesComeLast) {
+    ASSERT_NO_FATAL_FAILURE(follow());
+    mDialog->setTaskData({makeTask(3), makeTask(2)}, mDetail); // a mark may give them in any order
+    const QPointer<CTaskTableCancelButton> second = button(1);
+    for (const int id : {10, 2, 3, 1}) {
+        const auto task = makeTask(id, id == 3 ? kvservice::eTaskCancelled : kvservice::eTaskRunning);
+        task->mStartTime = tests::secondsAt(9, 40) - id;
+        task->mItems[0]->mAccount->mAccountId = std::to_string(id);
+        serve("A", task);
+    }
+    tell(); // one was cancelled, and the others that the service knows come along
+    EXPECT_EQ(column(0), (QStringList{"3", "2", "10", "1"}));
+    EXPECT_EQ(button(0), nullptr);
+    EXPECT_EQ(button(1), second.data());
+}
+
+TEST_F(TaskDialogUpdates, QuestionNamesItsTask) {
+    ASSERT_NO_FATAL_FAILURE(follow());
+    mHost.mLinkage.mFinished[1] = 120;
+    tell();
+    const auto no = tests::whenAsked([](QMessageBox &box) {
+        EXPECT_EQ(box.text(), QStringLiteral("您确定要撤销任务?"));
+        EXPECT_EQ(box.informativeText(),
+                  QStringLiteral("任务 1  80010001  浦发银行  10:30:00 开始\n"
+                                 "以price 11operation 23300unit SH600000  status 4  已完成 120/300"));
+        QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton);
+    });
+    QTest::mouseClick(button(0), Qt::LeftButton);
+    EXPECT_TRUE(*no);
+}
+
 TEST_F(TaskDialogUpdates, QuestionStaysOpenOverAChangeAndTheRowsFollowAfterwards) {
     ASSERT_NO_FATAL_FAILURE(follow());
     const auto yes = tests::whenAsked([this](QMessageBox &box) {

@@ -63,6 +63,51 @@ TEST_F(TaskRowTest, RowsDifferWhenAnythingShownDoes) {
     EXPECT_NE(row, rows(makeTask(1, kvservice::eTaskWaiting))[0]);
 }
 
+TEST_F(TaskRowTest, DescriptionTellsTheTaskFromEveryOther) {
+    mHost.mLinkage.mFinished[5] = 100;
+    EXPECT_EQ(rows(makeTask(5))[0].description(),
+              QStringLiteral("任务 5  80010001  浦发银行  10:30:00 开始\n"
+                             "以price 11operation 23300unit SH600000  status 4  已完成 100/300"));
+    const auto unstarted = makeTask(6);
+    unstarted->mStartTime = kUnsetTime;
+    unstarted->mItems[0]->mQuantity = 0;
+    EXPECT_EQ(rows(unstarted)[0].description(),
+              QStringLiteral("任务 6  80010001  浦发银行\n"
+                             "以price 11operation 230unit SH600000  status 4"));
+}
+
+TEST_F(TaskRowTest, RowsOfAShownTaskStayAndOthersComeAfterThem) {
+    const auto row = [](int taskId, int item = 0) {
+        TaskRow made;
+        made.taskId = taskId;
+        made.item = item;
+        return made;
+    };
+    const auto ordered = inPlaceOf({row(7), row(3), row(3, 1), row(5)},
+                                   {row(1), row(3), row(3, 1), row(3, 2), row(5), row(7), row(2)});
+    std::vector<std::pair<int, int>> found;
+    for (const TaskRow &each : ordered) {
+        found.emplace_back(each.taskId, each.item);
+    }
+    EXPECT_EQ(found,
+              (std::vector<std::pair<int, int>>{{7, 0}, {3, 0}, {3, 1}, {3, 2}, {5, 0}, {1, 0}, {2, 0}}));
+}
+
+TEST_F(TaskRowTest, NewestOfTheFollowedTasksIsTheLast) {
+    auto &tasks = mHost.mLinkage.mTasks["SH600000"];
+    for (const int id : {9, 10, 11, 12}) { // the service's order is that of texts
+        tasks[id == 12 ? "A" : "B"][std::to_string(id)] = makeTask(id);
+    }
+    tasks["B"]["11"]->mStartTime -= 60;
+    mUi->mLinkageFlags = 4;
+    mUi->mLinkageAccounts = {"A", "B"};
+    std::vector<int> ids;
+    for (const auto &task : followedTasks(*mUi, mDetail)) {
+        ids.push_back(boost::dynamic_pointer_cast<kvservice::CTaskDetail>(task)->mTaskId);
+    }
+    EXPECT_EQ(ids, (std::vector<int>{11, 9, 10, 12}));
+}
+
 TEST_F(TaskRowTest, ViewWithoutAccountsOfItsOwnFollowsNoTask) {
     mHost.mLinkage.mTasks["SH600000"]["A"]["1"] = makeTask(1);
     mUi->mLinkageFlags = 2;

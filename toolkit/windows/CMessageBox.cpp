@@ -25,10 +25,11 @@ constexpr std::pair<QMessageBox::StandardButton, const char *> kTexts[] = {
 
 QMessageBox::StandardButton ask(QMessageBox::Icon icon, QWidget *parent, const QString &title,
                                 const QString &text, QMessageBox::StandardButtons buttons,
-                                QMessageBox::StandardButton preset) {
+                                QMessageBox::StandardButton preset, const QString &details) {
     // The parent may go while the box is open, and takes the box along.
     const QPointer<QMessageBox> box = new QMessageBox(icon, title, text, buttons, parent);
     box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(details);
     for (const auto &[button, caption] : kTexts) {
         if (QAbstractButton *shown = box->button(button)) {
             shown->setText(QCoreApplication::translate("GZ::CMessageBox", caption));
@@ -50,12 +51,12 @@ QMessageBox::StandardButton ask(QMessageBox::Icon icon, QWidget *parent, const Q
 
 CMessageBox::Button CMessageBox::warning(QWidget *parent, const QString &title, const QString &text,
                                          Buttons buttons, Button preset) {
-    return ask(QMessageBox::Warning, parent, title, text, buttons, preset);
+    return ask(QMessageBox::Warning, parent, title, text, buttons, preset, {});
 }
 
 CMessageBox::Button CMessageBox::question(QWidget *parent, const QString &title, const QString &text,
-                                          Buttons buttons, Button preset) {
-    return ask(QMessageBox::Question, parent, title, text, buttons, preset);
+                                          Buttons buttons, Button preset, const QString &details) {
+    return ask(QMessageBox::Question, parent, title, text, buttons, preset, details);
 }
 
 } // namespace GZ
