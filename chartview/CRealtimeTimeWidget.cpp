@@ -102,8 +102,7 @@ const QString &CRealtimeTimeWidget::timeUnderCursor() {
     }
     auto found = mTimes.texts.find(mCursorIndex);
     if (found == mTimes.texts.end()) {
-        const QDateTime time = mUiParam->getDateTimeByIndex(mCursorIndex);
-        found = mTimes.texts.insert(mCursorIndex, time.toString(QStringLiteral("hh:mm")));
+        found = mTimes.texts.insert(mCursorIndex, mUiParam->getTimeTextByIndex(mCursorIndex));
     }
     return *found;
 }
@@ -184,9 +183,7 @@ void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     input.leftWidth = mUiParam->mLeftAxisWidth;
     input.dayCount = mUiParam->mDayCount;
     input.columnOfIndex = [this](int index) { return mUiParam->getXAxisByIndex(index); };
-    input.timeOfIndex = [this](int index) {
-        return mUiParam->getDateTimeByIndex(index).toString(QStringLiteral("hh:mm"));
-    };
+    input.timeOfIndex = [this](int index) { return mUiParam->getTimeTextByIndex(index); };
     input.dateOfDay = [&market, date](int daysAgo) {
         const int day = CSingletonT<CStockManager>::instance().getShiftTradeDate(market, date, -daysAgo);
         return GZ::exchangeDate(day).toString(QStringLiteral("yy-MM-dd"));

@@ -35,8 +35,11 @@ void HiddenVariables::show() {
     if (empty || formulas.isEmpty()) {
         return;
     }
-    const QString time = tr("时间:%1").arg(
-        uiParam.getDateTimeByIndex(uiParam.mCrossIndex).toString(QStringLiteral("yyyy/MM/dd hh:mm")));
+    const int index = uiParam.mCrossIndex;
+    const QDateTime moment = uiParam.getDateTimeByIndex(index);
+    const QDate date = (moment.isValid() ? moment : uiParam.getDateTimeByIndex(0)).date();
+    const QString time =
+        tr("时间:%1").arg(date.toString(QStringLiteral("yyyy/MM/dd ")) + uiParam.getTimeTextByIndex(index));
     const QString hidden =
         CSingletonT<CFormulaManager>::instance().lookHideVar(data.getReqID(key), uiParam.mCrossIndex);
     if (!mDialog) {

@@ -22,6 +22,8 @@
 namespace TC {
 namespace {
 
+constexpr int kMidnight = 1440; ///< minute that ends an evening
+
 QList<int> overlayColorsOfTheme() {
     QList<int> colors;
     for (const char *key :
@@ -358,6 +360,11 @@ QDateTime CRealtimeUiParam::getDateTimeByIndex(int index) const {
     QDateTime dateTime = now;
     dateTime.setTime(time);
     return dateTime;
+}
+
+QString CRealtimeUiParam::getTimeTextByIndex(int index) const {
+    const bool midnight = index >= 0 && minuteOfIndex({mSessions, mPointCount}, index) == kMidnight;
+    return midnight ? QStringLiteral("24:00") : getDateTimeByIndex(index).toString(QStringLiteral("hh:mm"));
 }
 
 int CRealtimeUiParam::getXAxisByIndex(int index) const {

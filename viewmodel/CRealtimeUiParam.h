@@ -123,6 +123,9 @@ public:
     /// Time of an index on the date of the view, which does not change at midnight. A negative index gives today's
     /// midnight; the minute 24:00 of a night session is no time of a day and gives an invalid result.
     QDateTime getDateTimeByIndex(int index) const;
+    /// "hh:mm" of a position as the user reads it: of what getDateTimeByIndex() gives, and "24:00" of the midnight that ends
+    /// an evening, which no date time is.
+    QString getTimeTextByIndex(int index) const;
     /// Pixel of an index inside a day graph.
     int getXAxisByIndex(int index) const;
     /// Index at a pixel inside a day graph; -1 when the graph has no width.

@@ -55,7 +55,8 @@ QVector<TimeScaleDay> planOf(const ScaleCase &one) {
     input.columnOfIndex = [&](int index) { return pixelOfIndex(input.dayWidth, one.day.pointCount, index); };
     input.timeOfIndex = [&](int index) {
         const int minute = minuteOfIndex(one.day, index);
-        return QTime(minute / 60, minute % 60).toString(QStringLiteral("hh:mm"));
+        return minute == 1440 ? QStringLiteral("24:00")
+                              : QTime(minute / 60, minute % 60).toString(QStringLiteral("hh:mm"));
     };
     input.dateOfDay = [](int daysAgo) { return QStringLiteral("24-03-%1").arg(15 - daysAgo); };
     input.textWidth = [&](const QString &text) { return one.character * text.size(); };

@@ -29,8 +29,8 @@ def minutes(clock):
 
 
 def text_of(minute):
-    """Midnight at the end of a session is no time of a day."""
-    return "" if minute >= 1440 else f"{minute // 60:02}:{minute % 60:02}"
+    """Midnight at the end of a session is the hour 24."""
+    return f"{minute // 60:02}:{minute % 60:02}"
 
 
 def marks(sessions):

@@ -342,6 +342,16 @@ TEST_F(CRealtimeUiParamAxis, HourTwentyFourIsNoValidTime) {
     EXPECT_EQ(mParam.getDateTimeByIndex(180).toString("hh:mm"), QString());
 }
 
+TEST_F(CRealtimeUiParamAxis, TimeTextOfTheHourTwentyFourIsThatOfTheClockOnTheWall) {
+    mHost.mTimes.mNight << "SHFEau2406";
+    show("SHFE", "au2406");
+    EXPECT_EQ(mParam.getTimeTextByIndex(179), "23:59");
+    EXPECT_EQ(mParam.getTimeTextByIndex(180), "24:00");
+    EXPECT_EQ(mParam.getTimeTextByIndex(181), "00:01");
+    EXPECT_EQ(mParam.getTimeTextByIndex(100000), "15:00");
+    EXPECT_EQ(mParam.getTimeTextByIndex(-1), "00:00");
+}
+
 TEST_F(CRealtimeUiParamAxis, PositionThatNoSessionHasIsMidnight) {
     mParam.mSessions = {{570, 579}};
     mParam.mPointCount = 20;
