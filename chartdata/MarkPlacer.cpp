@@ -34,6 +34,10 @@ bool MarkPlacer::place(const QTime &time, double price, double recordClose, QPoi
     return true;
 }
 
+bool MarkPlacer::isAmongPrices(const QPoint &at) const {
+    return !mAxis.mShowVolume || at.y() <= mHeight;
+}
+
 const MarkPlacer::Place &MarkPlacer::placeOf(const QTime &time) {
     const auto [place, isNew] = mPlaces.try_emplace(axisMinute(time));
     if (isNew) {

@@ -28,6 +28,8 @@ public:
     /// The point of a record, from its price and the close of its instrument; false when the price can be placed
     /// nowhere: it or the close is no number, or the close is zero or unset.
     bool place(const QTime &time, double price, double recordClose, QPoint &at);
+    /// Whether a point does not lie among the volume, which is shown below the rows of the prices.
+    bool isAmongPrices(const QPoint &at) const;
 
 private:
     struct Place {

@@ -63,6 +63,16 @@ void drawAccountView(TradeMarks &marks, const CRealtimeUiParam &view, LinkageSco
     marks.drawAccountTasks(scope);
 }
 
+/// Where the trades may be drawn: everywhere, but not among the volume. `rect` is the room of the prices.
+QRect roomOf(const QPainter &painter, const QRect &rect, bool hasVolume) {
+    constexpr int kBelow = 2; // pixels that the price chart leaves free beneath its room
+    QRect room = painter.window();
+    if (hasVolume) {
+        room.setBottom(rect.bottom() + kBelow);
+    }
+    return room;
+}
+
 } // namespace
 
 /// Whether the pane is one that shows trades.
@@ -135,7 +145,8 @@ void TradeLayer::drawMarks(QPainter &painter, const QRect &rect) {
     }
     mBook.clear();
     painter.save();
-    painter.setClipRect(painter.window(), Qt::IntersectClip); // lines are drawn much faster under a clip
+    painter.setClipRect(roomOf(painter, rect, mView.mShowVolume),
+                        Qt::IntersectClip); // lines are drawn much faster under a clip
     MarkPlacer placer(mView, mLookup.priceRange(), rect.height(), scope.close);
     TradeMarks marks(painter, mView, mDay, placer, mBook);
     scope.strategies = mView.mLinkageStrategys;

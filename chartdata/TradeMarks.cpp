@@ -81,9 +81,26 @@ void stampCircle(MarkStamps &stamps, const QPoint &at, bool filled, bool small, 
     });
 }
 
+/// The letter of a flag. Where the colours of the flag alone do not make it readable, it has a black edge.
+void drawFlagLetter(QPainter &painter, const QRect &room, const QString &letter, const QColor &color,
+                    bool edged) {
+    if (edged) {
+        painter.setPen(Qt::black);
+        for (const QPoint &at : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
+            painter.drawText(room.translated(at), Qt::AlignCenter, letter);
+        }
+    }
+    painter.setPen(color);
+    painter.drawText(room, Qt::AlignCenter, letter);
+}
+
 /// The flag of one task item, with the letter of its side.
 void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool buy, bool finished) {
     constexpr int kLetterMargin = 8; // a wide letter leaves its room
+    constexpr int kMiddleLightness = 128;
+    const bool isLight =
+        GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_realtime_graph_bg")).lightness() >=
+        kMiddleLightness;
     const QRect bounds = flag.frame.united(flag.letter).adjusted(-kLetterMargin, -4, kLetterMargin, 4);
     stamps.draw({flag.fill.height(), buy, finished, 0}, at, bounds, [&](QPainter &painter) {
         const QColor white(255, 255, 255, kOpaque);
@@ -91,13 +108,13 @@ void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool 
         painter.setBrush(Qt::NoBrush);
         painter.setPen(finished ? white : sideColor(buy, kOpaque));
         painter.drawRect(flag.frame);
-        painter.setPen(finished ? sideColor(buy, kOpaque) : white);
-        painter.drawText(flag.letter, Qt::AlignCenter, buy ? QStringLiteral("B") : QStringLiteral("S"));
+        drawFlagLetter(painter, flag.letter, buy ? QStringLiteral("B") : QStringLiteral("S"),
+                       finished ? sideColor(buy, kOpaque) : white, finished || isLight);
     });
 }
 
 /// Places the records of one kind, day and instrument that `isShown` lets pass, hands each to `draw` with its time and
-/// point, and enters it.
+/// point, and enters it where the prices are.
 template <class Record, class IsShown, class Draw>
 void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkPlacer &placer,
                   MarkMap<Record> &marks, IsShown isShown, Draw draw) {
@@ -113,7 +130,9 @@ void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkP
             QPoint at;
             if (placer.place(time, record->mPrice, close, at)) {
                 draw(*record, time, at);
-                marks.enterNode(at, std::move(entry));
+                if (placer.isAmongPrices(at)) {
+                    marks.enterNode(at, std::move(entry));
+                }
             }
         }
     }
@@ -127,7 +146,7 @@ std::vector<QPoint> stampTask(MarkStamps &stamps, MarkPlacer &placer, const std:
     for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
         QPoint at;
         if (item && vmStockKey(item->mMarket, item->mCode) == instrument &&
-            placer.place(time, item->mPrice, close, at)) {
+            placer.place(time, item->mPrice, close, at) && placer.isAmongPrices(at)) {
             const long long done =
                 CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
             stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
@@ -161,11 +180,14 @@ template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bo
             return scope.admits(strategyOf(record.mCommand)) &&
                    (withAhead || !mDay.isAhead(recordTime(record.mTime)));
         };
-        placeRecords<Record>(
-            Kind::fetch(mDay.date(), instrument, scope.accounts), closeOf(detail, closeOfDay), mPlacer,
-            Kind::marks(mBook), isShown, [&](const Record &record, const QTime &, const QPoint &at) {
-                stampCircle(stamps, at, Kind::kFilled, other, isBuy(record), other ? kSoftAlpha : kStrongAlpha);
-            });
+        placeRecords<Record>(Kind::fetch(mDay.date(), instrument, scope.accounts), closeOf(detail, closeOfDay),
+                             mPlacer, Kind::marks(mBook), isShown,
+                             [&](const Record &record, const QTime &, const QPoint &at) {
+                                 if (mPlacer.isAmongPrices(at)) {
+                                     stampCircle(stamps, at, Kind::kFilled, other, isBuy(record),
+                                                 other ? kSoftAlpha : kStrongAlpha);
+                                 }
+                             });
     }
 }
 
@@ -198,7 +220,9 @@ void TradeMarks::drawAccountDeals(const LinkageScope &scope) {
                 const bool buy = isBuy(deal);
                 auto &side = buy ? mView.mLinkageBuys : mView.mLinkageSells;
                 addTrade(side[mPlacer.indexOf(time)], deal);
-                stampCircle(stamps, at, true, false, buy, kSoftAlpha);
+                if (mPlacer.isAmongPrices(at)) {
+                    stampCircle(stamps, at, true, false, buy, kSoftAlpha);
+                }
             });
     }
     drawCostSteps();

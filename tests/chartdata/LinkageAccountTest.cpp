@@ -31,6 +31,31 @@ TEST_F(LinkageAccount, AccountViewShowsOrdersDealsAndTasksOfTheMainInstrument) {
     EXPECT_TRUE(mData->hitTask(185, 70)) << "at 11:00 in column 181";
 }
 
+TEST_F(LinkageAccount, RecordsBelowThePricesDoNotStandInTheVolume) {
+    showAccount();
+    mUiParam->mShowVolume = true;
+    addOrder("1", kBuy, 8.9, "10:00:00"); // ten rows below the last of the prices, 9.00
+    addOrder("2", kBuy, 9.0, "10:30:00");
+    addDeal("3", kSell, 8.9, "11:00:00");
+    addTask(4, true, 8.9, QTime(11, 10), 0, 1);
+    QImage image(482, 300, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter painter(&image);
+        mData->drawLinkageMarks(&painter, kGraph);
+    }
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 206; y < 300; ++y) {
+            ASSERT_EQ(image.pixelColor(x, y).alpha(), 0) << x << ' ' << y;
+        }
+    }
+    EXPECT_EQ(ordersAt(61, 210), 0);
+    EXPECT_EQ(ordersAt(121, 200), 1);
+    EXPECT_FALSE(mData->hitDeal(181, 210));
+    EXPECT_FALSE(mData->hitTask(205, 205));
+    EXPECT_EQ(mUiParam->mLinkageSells.size(), 1u) << "a deal counts wherever it is";
+}
+
 TEST_F(LinkageAccount, FuturesMarketsTakeTheFuturesAccounts) {
     mUiParam->mLinkageFlags = 2;
     mUiParam->mStockAccounts = {QStringLiteral("S")};

@@ -1,5 +1,7 @@
 #include "tests/chartdata/LinkageFixture.h"
 
+#include "host/toolkit/CUiResource.h"
+
 using namespace TC;
 
 namespace {
@@ -90,6 +92,27 @@ TEST_F(LinkageMarks, TaskWithTotalZeroShowsAFullFlag) {
     show({2});
     addTask(1, true, 10.5, QTime(10, 0), 0, 0);
     EXPECT_EQ(drawn().pixelColor(62, 39), QColor(255, 0, 0, 128));
+}
+
+TEST_F(LinkageMarks, LettersHaveABlackEdgeWhereTheColoursOfTheFlagDoNotMakeThemReadable) {
+    show({2});
+    for (const bool light : {false, true}) {
+        ASSERT_TRUE(
+            GZ::CUiResource::instance().setTheme(light ? QStringLiteral("light") : QStringLiteral("dark")));
+        for (const bool finished : {false, true}) {
+            addTask(1, true, 10.5, QTime(10, 0), 0, 4)->mStatus = finished ? 8 : 4;
+            const QImage image = drawn();
+            int black = 0;
+            for (int x = 63; x < 69; ++x) {
+                for (int y = 38; y < 50; ++y) {
+                    const QColor color = image.pixelColor(x, y);
+                    black += color.alpha() > 200 && qMax(color.red(), color.green()) < 60;
+                }
+            }
+            EXPECT_EQ(black > 0, light || finished) << light << ' ' << finished;
+        }
+    }
+    GZ::CUiResource::instance().setTheme(QStringLiteral("dark"));
 }
 
 TEST_F(LinkageMarks, ViewOfSeveralDaysShowsNoMarks) {

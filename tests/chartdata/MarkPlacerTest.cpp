@@ -53,6 +53,19 @@ TEST_F(Placer, WhatIsNoNumberHasNoPlace) {
     EXPECT_EQ(at, QPoint(-7, -7));
 }
 
+TEST_F(Placer, PriceBelowTheRangeIsNotAmongThePrices) {
+    QPoint at;
+    mUiParam->mShowVolume = true;
+    EXPECT_TRUE(placer().place(QTime(10, 0), 9.0, 10.0, at));
+    EXPECT_EQ(at.y(), 200);
+    EXPECT_TRUE(placer().isAmongPrices(at));
+    EXPECT_TRUE(placer().place(QTime(10, 0), 8.5, 10.0, at));
+    EXPECT_EQ(at.y(), 250);
+    EXPECT_FALSE(placer().isAmongPrices(at));
+    mUiParam->mShowVolume = false;
+    EXPECT_TRUE(placer().isAmongPrices(at)) << "there is nothing else";
+}
+
 TEST_F(Placer, WithoutARangeTheRowIsAboveTheGraph) {
     MarkPlacer marks(*mUiParam, {0.0, 0.0}, 200, 10.0);
     QPoint at;
