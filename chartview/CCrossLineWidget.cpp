@@ -1,6 +1,7 @@
 #include "chartview/CCrossLineWidget.h"
 
 #include "chartdata/CRealtimeData.h"
+#include "chartview/FittedFont.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/GlyphText.h"
@@ -159,7 +160,14 @@ void CCrossLineWidget::drawLabel(QPainter &painter, const QRegion &dirty, const 
     if (dirty.intersects(box)) {
         painter.setClipRect(box);
         painter.fillRect(box, mLook->box);
-        GZ::GlyphText::ofTheme(kFontKey).drawOn(painter, mLook->box, box, Qt::AlignHCenter, text);
+        GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(kFontKey);
+        constexpr int kBearings = 2; // pixels beside the ink of a text
+        if (glyphs.width(text) <= box.width() + kBearings) {
+            glyphs.drawOn(painter, mLook->box, box, Qt::AlignHCenter, text);
+        } else {
+            painter.setFont(fittedFont(glyphs.font(), {text}, box.width()));
+            painter.drawText(box, Qt::AlignCenter, text);
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartdata/PanePixmap.h"
+#include "chartview/FittedFont.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/Events.h"
@@ -188,12 +189,13 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
 }
 
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
-    painter.setFont(axisFont());
+    const QFont font = axisFont();
     for (const AxisLabel &label : labels) {
+        const QString text =
+            GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值"));
+        painter.setFont(fittedFont(font, {text}, label.rect.width()));
         painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
-        painter.drawText(
-            label.rect, label.alignment,
-            GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值")));
+        painter.drawText(label.rect, label.alignment, text);
     }
 }
 

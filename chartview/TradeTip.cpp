@@ -1,17 +1,16 @@
 #include "chartview/TradeTip.h"
 
 #include "chartdata/CRealtimeData.h"
+#include "chartview/FittedFont.h"
 #include "host/records/CDealDetail.h"
 #include "host/records/COrderDetail.h"
 #include "host/services/CLinkageManager.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 #include <QVector>
 
-#include <algorithm>
 #include <utility>
 
 namespace TC {
@@ -21,7 +20,6 @@ namespace {
 constexpr int kLineHeight = 20;
 constexpr int kTextLeft = 16;
 constexpr int kTextWidth = 114; ///< pixels from there to the frame, less one
-constexpr int kSmallestFont = 9; ///< pixels
 
 struct TipLine {
     bool buy = false;
@@ -34,17 +32,6 @@ template <class Record> TipLine tipLine(const Record &record, const QString &buy
     return {buy,
             (buy ? buyer : seller) + TradeTip::tr("%1　价格: ").arg(record.mVolume) +
                 GZ::formatDoubleNumber(record.mPrice, 2, utils::eFormatPlain, false, TradeTip::tr("非法值"))};
-}
-
-/// The font, or a smaller one with which the widest line ends in the frame.
-QFont fittedFont(QFont font, const QVector<TipLine> &lines) {
-    const auto fits = [&font](const TipLine &line) {
-        return QFontMetrics(font).horizontalAdvance(line.text) <= kTextWidth;
-    };
-    while (font.pixelSize() > kSmallestFont && !std::all_of(lines.begin(), lines.end(), fits)) {
-        font.setPixelSize(font.pixelSize() - 1);
-    }
-    return font;
 }
 
 } // namespace
@@ -81,8 +68,12 @@ void TradeTip::paint(QPainter &painter) const {
     painter.setBrush(GZ::themeColor("clr_graph_frame_cross_line_bg"));
     painter.drawRect(2, 2, 130, kLineHeight * mDealTips.size() + 3);
 
-    painter.setFont(
-        fittedFont(GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text")), lines));
+    QStringList texts;
+    for (const TipLine &line : lines) {
+        texts.append(line.text);
+    }
+    const QFont font = GZ::CUiResource::instance().getFont(QStringLiteral("fnt_graph_axis_text"));
+    painter.setFont(fittedFont(font, texts, kTextWidth));
     int y = 0;
     for (const TipLine &line : lines) {
         y += kLineHeight;
