@@ -264,6 +264,10 @@ void PaneView::setTitleData(int day) {
     mTitle->showDay(*mDays, day);
 }
 
+int PaneView::titleHeight() const {
+    return mTitle->height();
+}
+
 void PaneView::setTitleAddStock() {
     mTitle->showOverlays();
 }

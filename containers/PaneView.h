@@ -62,6 +62,8 @@ public:
     /// Lets the title follow the graph of `day` trading days back.
     void setTitleData(int day);
     void setTitleAddStock();
+    /// Pixels above the graphs.
+    int titleHeight() const;
     /// Lets the title show the values at an axis index; -1 is none, and takes the title back to the newest day.
     void updateIndexId(int id);
     /// The past trading day that the title tells of, a time in seconds.

@@ -70,6 +70,7 @@ void SelectedPane::place() {
 void SelectedPane::placeOver(const CRealtimeWidget *pane) {
     mFrame->setGeometry(QRect(pane->mapTo(mView, QPoint(0, 0)), pane->size()));
     mFrame->setLRMargin(mUiParam->mLeftAxisWidth, mUiParam->mRightAxisWidth);
+    mFrame->setTopMargin(pane->titleHeight());
     mFrame->show();
     mFrame->raise();
 }

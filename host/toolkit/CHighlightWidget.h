@@ -11,6 +11,8 @@ public:
     explicit CHighlightWidget(QWidget *parent = nullptr);
     /// Keeps the frame this many pixels off the left and the right edge.
     void setLRMargin(int left, int right);
+    /// Keeps it this many pixels off the upper edge, where a title stands that it must not cut.
+    void setTopMargin(int top);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -22,6 +24,7 @@ private:
 
     int mLeft = 0;
     int mRight = 0;
+    int mTop = 0;
 };
 
 } // namespace GZ

@@ -119,6 +119,26 @@ TEST_F(CPushButtonTest, HighlightFrameLeavesTheAxisStripsAndTheMouseAlone) {
     EXPECT_EQ(mKeeper->childAt(50, 50), pane);
 }
 
+TEST_F(CPushButtonTest, HighlightFrameLeavesTheTitleAlone) {
+    mKeeper->resize(200, 100);
+    auto *frame = new GZ::CHighlightWidget(mKeeper.get());
+    frame->setGeometry(0, 0, 200, 100);
+    frame->setLRMargin(50, 40);
+    frame->setTopMargin(16);
+    mKeeper->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(mKeeper.get()));
+    const QImage seen = mKeeper->grab().toImage();
+    const QColor line = color("ic_clr_highlight_widget_frame");
+    for (int y = 0; y < 16; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            ASSERT_NE(seen.pixelColor(x, y), line) << x << ' ' << y;
+        }
+    }
+    EXPECT_EQ(seen.pixelColor(100, 16), line);
+    EXPECT_EQ(seen.pixelColor(50, 17), line);
+    EXPECT_EQ(seen.pixelColor(159, 99), line);
+}
+
 TEST_F(CPushButtonTest, HighlightFrameWithoutRoomShowsNothing) {
     GZ::CHighlightWidget frame;
     frame.setLRMargin(50, 50);

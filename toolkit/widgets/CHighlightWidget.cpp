@@ -27,8 +27,14 @@ void CHighlightWidget::setLRMargin(int left, int right) {
     update();
 }
 
+void CHighlightWidget::setTopMargin(int top) {
+    mTop = std::max(top, 0);
+    updateMask();
+    update();
+}
+
 QRect CHighlightWidget::frameRect() const {
-    return rect().adjusted(mLeft, 0, -mRight, 0);
+    return rect().adjusted(mLeft, mTop, -mRight, 0);
 }
 
 void CHighlightWidget::updateMask() {
