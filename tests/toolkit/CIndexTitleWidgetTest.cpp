@@ -133,9 +133,27 @@ TEST_F(CIndexTitleWidgetTest, OverlaysAreListedBehindTheFormulas) {
     answerLines("REALTIME", {"价格", "均价"}, {{10.0, 10.1}, {10.0, 10.1}});
     answerLines("REALTIME", {"价格", "均价"}, {{20.0, 20.5}, {20.0, 20.5}}, "000001");
     mTitle->setAddStockList(mUi->getAllAddStockList());
-    EXPECT_TRUE(mTitle->text().endsWith(textOf("平安银行 价格:20.500"))) << mTitle->text().toStdString();
+    // Each against its own close.
+    EXPECT_TRUE(mTitle->text().endsWith(textOf("涨幅:+1.00% 平安银行 价格:20.500 涨幅:+2.50%")))
+        << mTitle->text().toStdString();
+    mTitle->updateIndexId(0);
+    EXPECT_TRUE(mTitle->text().endsWith(textOf("平安银行 价格:20.000 涨幅:0.00%")));
     mTitle->clearAddStockList();
     EXPECT_FALSE(mTitle->text().contains(textOf("平安银行")));
+}
+
+TEST_F(CIndexTitleWidgetTest, CurvesOfTheTradingTellWhatTheyStandAt) {
+    makeMain();
+    mUi->mLinkageFlags = 4;
+    mUi->mLinkageShow = {false, false, false, true, false, true, true, false};
+    mUi->mLinkageAmounts = {{1, {1500.0, 0.0}}};
+    mUi->mLinkageProfits = {{0, -12.5}, {2, 30.0}};
+    mUi->mLinkageBalances = {{0, 1234567.0}};
+    mTitle->updateView();
+    EXPECT_TRUE(mTitle->text().endsWith(textOf("买入额:1500.00 卖出额:0.00 盈亏:30.00 配平:123.46万")))
+        << mTitle->text().toStdString();
+    mTitle->updateIndexId(0);
+    EXPECT_TRUE(mTitle->text().endsWith(textOf("涨幅:0.00% 盈亏:-12.50 配平:123.46万")));
 }
 
 TEST_F(CIndexTitleWidgetTest, TellsTheDayThatIsChosen) {

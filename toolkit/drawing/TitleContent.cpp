@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace TC {
 namespace {
@@ -29,6 +30,9 @@ void TitleContent::write(CArrowColorSimpleText &title, const IndexBaseData &sour
         addInstrument(title, source);
     }
     addFormulas(title, source);
+    if (mDisplayType == EIndexDisplayType::Main) {
+        addCurves(title);
+    }
 }
 
 void TitleContent::addInstrument(CArrowColorSimpleText &title, const IndexBaseData &source) const {
@@ -37,7 +41,7 @@ void TitleContent::addInstrument(CArrowColorSimpleText &title, const IndexBaseDa
     if (getDetailQsCode(mStock) != getDetailQsName(mStock)) {
         title.append(getDetailQsCode(mStock), color);
     }
-    if (source.getTradeDate() != 0 && !showsToday(source)) {
+    if (source.getTradeDate() != 0 && !showsToday(source.getTradeDate())) {
         title.append(GZ::exchangeDate(source.getTradeDate()).toString(QStringLiteral("yyyy-MM-dd")),
                      GZ::themeColor("ic_clr_index_title_text"));
     }
@@ -56,7 +60,7 @@ void TitleContent::addFormulas(CArrowColorSimpleText &title, const IndexBaseData
                 title.append(formulaHead(formula), GZ::themeColor("ic_clr_index_title_name"));
             }
             for (auto entry = data.begin(); entry != data.end(); ++entry) {
-                if (entry.key().mFormula == formula && !isOverlay(entry.key())) {
+                if (entry.key().mFormula == formula && !overlay(entry.key())) {
                     CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks);
                     if (main && formula == QLatin1String("REALTIME")) {
                         addChange(title, *entry, close);
@@ -65,17 +69,52 @@ void TitleContent::addFormulas(CArrowColorSimpleText &title, const IndexBaseData
             }
         }
         for (auto entry = data.begin(); entry != data.end(); ++entry) {
-            if (isOverlay(entry.key())) {
-                CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks);
-            }
+            addOverlay(title, entry.key(), *entry, source.getTradeDate());
         }
     });
 }
 
-bool TitleContent::isOverlay(const CFormulaKey &key) const {
-    return std::any_of(mAddStocks.begin(), mAddStocks.end(), [&](const CInstrumentDetailPtr &stock) {
-        return getDetailQsKey(stock) == key.mStock && getDetailQsKey(mStock) != key.mStock;
-    });
+/// The overlay whose series it is; null for the instrument's own.
+CInstrumentDetailPtr TitleContent::overlay(const CFormulaKey &key) const {
+    const auto found =
+        std::find_if(mAddStocks.begin(), mAddStocks.end(), [&](const CInstrumentDetailPtr &stock) {
+            return getDetailQsKey(stock) == key.mStock && getDetailQsKey(mStock) != key.mStock;
+        });
+    return found == mAddStocks.end() ? nullptr : *found;
+}
+
+void TitleContent::addOverlay(CArrowColorSimpleText &title, const CFormulaKey &key,
+                              const se::RPCFormulaResultCache &series, int date) const {
+    const CInstrumentDetailPtr stock = overlay(key);
+    if (!stock) {
+        return;
+    }
+    CDrawStyle::getTitleText(title, key, series, mIndex, mStock, mAddStocks);
+    const SeriesLine price(series, 0);
+    const int at = mIndex < 0 ? price.lastPoint() : mIndex;
+    const double close = closeBefore(stock, date);
+    if (key.mFormula == QLatin1String("REALTIME") && price.has(at) && !isUnset(close) &&
+        close > kValueTolerance) {
+        const double change = (price.value(at) - close) / close;
+        title.append(tr("涨幅:%1").arg(signedText(change, 2, utils::eFormatPercent)),
+                     QColor::fromRgba(DrawLook::current().ofSign(change)));
+    }
+}
+
+void TitleContent::addCurves(CArrowColorSimpleText &title) const {
+    const TitleCurves curves = mView.curves(mIndex);
+    const QColor color = GZ::themeColor("ic_clr_index_title_text");
+    for (const auto &[name, value] : {std::pair<QString, double>{tr("买入额:%1"), curves.bought},
+                                      {tr("卖出额:%1"), curves.sold},
+                                      {tr("净买额:%1"), curves.net},
+                                      {tr("盈亏:%1"), curves.profit},
+                                      {tr("配平:%1"), curves.balance}}) {
+        if (!isUnset(value)) {
+            title.append(
+                name.arg(GZ::formatDoubleNumber(value, 2, utils::eFormatScaled, false, QStringLiteral("--"))),
+                color);
+        }
+    }
 }
 
 void TitleContent::addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
@@ -93,8 +132,7 @@ void TitleContent::addChange(CArrowColorSimpleText &title, const se::RPCFormulaR
     title.append(tr("涨幅:%1").arg(signedText(sign / lastClose, 2, utils::eFormatPercent)), color);
 }
 
-bool TitleContent::showsToday(const IndexBaseData &source) const {
-    const int date = source.getTradeDate();
+bool TitleContent::showsToday(int date) const {
     const bool past = mGetTradeDateFunc || mView.isPast();
     if (date == 0) {
         return !past;
@@ -106,12 +144,16 @@ double TitleContent::lastClose(const IndexBaseData &source) const {
     if (!mStock || !mView.isInstrument()) {
         return kUnsetValue;
     }
-    if (showsToday(source)) {
-        return getDetailLastClose(mStock);
+    return closeBefore(mStock, source.getTradeDate());
+}
+
+/// The close before the day that is shown, a time in seconds, or before the view's when that is 0.
+double TitleContent::closeBefore(const CInstrumentDetailPtr &stock, int date) const {
+    if (showsToday(date)) {
+        return getDetailLastClose(stock);
     }
-    const int date = source.getTradeDate();
     return date == 0 ? kUnsetValue
-                     : CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mStock, date);
+                     : CSingletonT<CStockManager>::instance().getCurrentDateLastClose(stock, date);
 }
 
 } // namespace TC

@@ -13,7 +13,8 @@
 
 namespace TC {
 
-/// What a title strip tells: the instrument, each formula with the values of its lines at an axis index, the overlays.
+/// What a title strip tells: the instrument, each formula with the values of its lines at an axis index, the overlays with their
+/// change, and what the curves of the user's trading stand at.
 /// User-interface thread only; the data may change on another thread meanwhile.
 class TitleContent {
     Q_DECLARE_TR_FUNCTIONS(TC::CIndexTitleWidget)
@@ -35,9 +36,13 @@ private:
     void addFormulas(CArrowColorSimpleText &title, const IndexBaseData &source) const;
     void addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
                    double lastClose) const;
-    bool isOverlay(const CFormulaKey &key) const;
-    bool showsToday(const IndexBaseData &source) const;
+    void addOverlay(CArrowColorSimpleText &title, const CFormulaKey &key,
+                    const se::RPCFormulaResultCache &series, int date) const;
+    void addCurves(CArrowColorSimpleText &title) const;
+    CInstrumentDetailPtr overlay(const CFormulaKey &key) const;
+    bool showsToday(int date) const;
     double lastClose(const IndexBaseData &source) const;
+    double closeBefore(const CInstrumentDetailPtr &stock, int date) const;
 
     const EIndexDisplayType mDisplayType;
 };
