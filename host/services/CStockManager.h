@@ -22,7 +22,7 @@ public:
     virtual bool isPortfolio(const QString &key) = 0;
     /// A record to show when no instrument is set.
     virtual CInstrumentDetailPtr getDefaultDetail() = 0;
-    /// The close of the trading day before `date`; kUnsetValue when unknown.
+    /// The close of the trading day before `date`, with 0 before the day that runs; kUnsetValue when unknown.
     virtual double getCurrentDateLastClose(const QString &key, int date) = 0;
     virtual double getCurrentDateLastClose(const CInstrumentDetailPtr &detail, int date) = 0;
     /// The current trading day of a market.

@@ -91,6 +91,9 @@ double StoreStockManager::getCurrentDateLastClose(const QString &key, int date) 
     if (!instrument) {
         return TC::kUnsetValue;
     }
+    if (date == 0) {
+        date = getLastTradingDay(instrument->market);
+    }
     const std::optional<DaySummary> before = mStore.summaryBefore(instrument->id, date);
     if (before && isDayBefore(*before, date, catalogue->calendar(instrument->market))) {
         return before->close;

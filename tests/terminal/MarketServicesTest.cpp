@@ -84,6 +84,9 @@ TEST_F(MarketServicesTest, ThePreviousCloseIsThatOfTheTradingDayBefore) {
     const int first = mStore.days(mStore.catalogue()->find(key)->id).first();
     EXPECT_EQ(stocks().getCurrentDateLastClose(key, first), 9.86); // the price it came to the market with
     EXPECT_EQ(stocks().getCurrentDateLastClose(key, dayOf(QDate(2027, 3, 1))), TC::kUnsetValue);
+    const int running = stocks().getLastTradingDay(QStringLiteral("SH"));
+    EXPECT_EQ(stocks().getCurrentDateLastClose(key, 0), stocks().getCurrentDateLastClose(key, running));
+    EXPECT_NE(stocks().getCurrentDateLastClose(key, 0), TC::kUnsetValue);
     EXPECT_EQ(stocks().getCurrentDateLastClose(QStringLiteral("SH999999"), first), TC::kUnsetValue);
     EXPECT_EQ(stocks().getCurrentDateLastClose(TC::CInstrumentDetailPtr(), first), TC::kUnsetValue);
 }
