@@ -36,6 +36,21 @@ function(timeshare_library name kind)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
 endfunction()
 
+# timeshare_translation_resource(OUT NAME): a resource file with a translation of Qt's own texts, under
+# :/timeshare/translations, so that dialogs speak the program's language wherever it runs.
+function(timeshare_translation_resource out name)
+  get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+  execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE folder
+    OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(NOT EXISTS ${folder}/${name})
+    message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations5-l10n (setup/packages.sh)")
+  endif()
+  set(resource ${CMAKE_BINARY_DIR}/translations.qrc)
+  file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT
+    "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"/timeshare/translations\">\n    <file alias=\"@name@\">@folder@/@name@</file>\n  </qresource>\n</RCC>\n")
+  set(${out} ${resource} PARENT_SCOPE)
+endfunction()
+
 # timeshare_formula_resource(OUT FOLDER): a resource file with all formula files below the folder, under
 # :/timeshare/formulas, so that a built program needs no source folder.
 function(timeshare_formula_resource out folder)

@@ -173,6 +173,29 @@ void ChartView::setReplay(bool replay) {
     reload();
 }
 
+void ChartView::askPaneSettings(int pane) {
+    QVector<TC::CRealtimeWidget *> panes = mMain->getSubIndexWidgets();
+    panes.prepend(mMain->getRealTimeWidget());
+    const auto asked = std::find_if(panes.begin(), panes.end(),
+                                    [pane](const TC::CRealtimeWidget *each) { return each->getId() == pane; });
+    if (asked == panes.end()) {
+        return;
+    }
+    TC::CFormulaOperateManager &catalogue = TC::CSingletonT<TC::CFormulaOperateManager>::instance();
+    for (const QString &formula : (*asked)->getGraphWidgets().first()->getData()->getFormulas()) {
+        const TC::CFormulaDetailPtr detail = catalogue.getFormula(formula);
+        if (detail && !TC::formulaParamText(*detail).isEmpty()) {
+            emit parametersAsked(formula);
+            return;
+        }
+    }
+    if (*asked == panes.first()) {
+        emit tradeSettingsAsked();
+    } else {
+        emit noSettings();
+    }
+}
+
 void ChartView::onTradesChanged(const QSet<QString> &instruments) {
     const TC::CRealtimeUiParam &param = *uiParam();
     const auto isOfThem = [&](const std::string &key) {
@@ -244,6 +267,9 @@ bool ChartView::handleEvent(int event, int first, int second, QString text, void
         return true;
     case TC::eFilterChanged:
         emit filterChanged(second != 0);
+        return true;
+    case TC::ePaneSettingsAsked:
+        askPaneSettings(first);
         return true;
     case TC::eInstrumentChartAsked:
         emit downloadAsked();

@@ -75,6 +75,12 @@ signals:
     /// The replay service has a range: seconds since the epoch.
     void replayAsked(qint64 start, qint64 end);
     void replayControlAsked();
+    /// The parameters of a formula are wanted.
+    void parametersAsked(const QString &formula);
+    /// What is shown of trades is to be chosen.
+    void tradeSettingsAsked();
+    /// The settings of a pane are wanted whose formula has no parameters.
+    void noSettings();
     void filterChanged(bool on);
     /// The quotes of a stretch are wanted: seconds since the epoch.
     void stretchQuotesAsked(qint64 start, qint64 end);
@@ -84,6 +90,9 @@ signals:
 private:
     /// A formula was replaced in one day's graph: brings the other days of its pane, and the title, in step.
     void spreadReplacedFormula();
+    /// The settings of a pane are the parameters of its first formula that has some; those of the main pane else what is
+    /// shown of trades.
+    void askPaneSettings(int pane);
     /// Repaints the trades when they are those of an instrument shown.
     void onTradesChanged(const QSet<QString> &instruments);
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.

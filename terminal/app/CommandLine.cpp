@@ -1,5 +1,6 @@
 #include "terminal/app/CommandLine.h"
 
+#include "terminal/app/WindowSize.h"
 #include "terminal/market/SimulatedClock.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kSmallestSide = 160; ///< pixels
+constexpr int kSmallestSide = 160; ///< pixels, of a picture
 constexpr int kLargestSide = 10000; ///< pixels
 constexpr double kLargestRatio = 4.0;
 
@@ -217,6 +218,16 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         if (!wrong.isEmpty()) {
             return oneLine(QStringLiteral("%1 %2: %3").arg(name, value, wrong));
         }
+    }
+    const bool tooSmall =
+        options.size.width() < kSmallestWindow.width() || options.size.height() < kSmallestWindow.height();
+    if (tooSmall && options.snapshot.isEmpty() && !options.help) {
+        return QStringLiteral(
+                   "--size %1x%2: no window is smaller than %3x%4: give a larger size, or --snapshot")
+            .arg(options.size.width())
+            .arg(options.size.height())
+            .arg(kSmallestWindow.width())
+            .arg(kSmallestWindow.height());
     }
     return options;
 }

@@ -1,6 +1,7 @@
 #include "terminal/app/ControlRow.h"
 
-#include "host/toolkit/CUiResource.h"
+#include "host/toolkit/ThemeColor.h"
+#include "terminal/app/ControlFold.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kControlsHeight = 34; ///< pixels
 constexpr int kInstrumentWidth = 180;
+constexpr int kSmallestWidth = 240; ///< the instrument's button and that of the menu
 
 QString shownDate(const QDate &date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
@@ -26,7 +28,9 @@ ControlRow::ControlRow(QWidget *parent) : QWidget(parent) {
     mInstrument = addButton({}, "instrument");
     mInstrument->setMinimumWidth(kInstrumentWidth);
     mDays = addBox("days");
+    mDays->setAccessibleName(tr("日期"));
     mPanes = addBox("panes");
+    mPanes->setAccessibleName(tr("副图"));
     for (int panes = 0; panes <= kMostPanes; ++panes) {
         mPanes->addItem(panes == 0 ? tr("无副图") : tr("%1 个副图").arg(panes), panes);
     }
@@ -36,14 +40,21 @@ ControlRow::ControlRow(QWidget *parent) : QWidget(parent) {
     mSelfStocks = addButton(tr("自选"), "self_stocks");
     mPause = addButton(tr("暂停"), "pause", true);
     mPace = addBox("pace");
+    mPace->setAccessibleName(tr("速度"));
     for (const int pace : {1, 10, 60, 300, 600}) {
         mPace->addItem(tr("%1 倍速").arg(pace), double(pace));
     }
     mTheme = addButton({}, "theme");
     mImport = addButton(tr("导入…"), "import");
     mDownload = addButton(tr("下载数据"), "download");
+    mFold = new ControlFold(this, {mInstrument, mDays, mPanes, mTrades, mTradeDetails, mFormulas, mSelfStocks,
+                                   mPause, mPace, mTheme, mImport, mDownload});
     layout->addStretch(1);
     connectAll();
+}
+
+QSize ControlRow::minimumSizeHint() const {
+    return {kSmallestWidth, kControlsHeight};
 }
 
 QPushButton *ControlRow::addButton(const QString &text, const char *name, bool checkable) {
@@ -146,14 +157,17 @@ void ControlRow::applyTheme() {
     mTheme->setText(dark ? tr("浅色") : tr("深色"));
 }
 
-/// The text of a button that is on stands out.
+/// The text of a button that is on stands out, on the darker ground that it has then.
 void ControlRow::colorButtons() {
-    const GZ::CUiResource &theme = GZ::CUiResource::instance();
+    constexpr int kMiddleLightness = 128;
+    constexpr int kDarker = 140; // percent
+    const QColor sign = GZ::themeColor("ic_clr_realtime_colorstick");
+    const bool isLight = palette().color(QPalette::Button).lightness() >= kMiddleLightness;
+    const QColor on = isLight ? sign.darker(kDarker) : sign;
     for (QPushButton *button : {mTrades, mFormulas, mPause}) {
         QPalette colors = palette();
         colors.setColor(QPalette::ButtonText,
-                        theme.getColor(button->isChecked() ? QStringLiteral("ic_clr_realtime_colorstick")
-                                                           : QStringLiteral("ic_clr_realtime_axis_text")));
+                        button->isChecked() ? on : GZ::themeColor("ic_clr_realtime_axis_text"));
         button->setPalette(colors);
     }
 }

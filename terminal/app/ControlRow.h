@@ -9,8 +9,10 @@ class QPushButton;
 
 namespace terminal {
 
+class ControlFold;
+
 /// The row of controls over the chart. It shows what it is told and tells what the user asks for; what it shows never
-/// changes by a setter's own signal.
+/// changes by a setter's own signal. Where it has no room for all of them, the last ones are folded into a menu.
 class ControlRow : public QWidget {
     Q_OBJECT
 public:
@@ -36,6 +38,7 @@ public:
     void applyTheme();
 
     QComboBox *days() const { return mDays; }
+    QSize minimumSizeHint() const override;
 
 signals:
     void keyboardAsked();
@@ -70,6 +73,7 @@ private:
     QPushButton *mTheme;
     QPushButton *mImport;
     QPushButton *mDownload;
+    ControlFold *mFold;
 };
 
 } // namespace terminal

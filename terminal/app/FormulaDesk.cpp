@@ -18,6 +18,7 @@ FormulaDesk::FormulaDesk(TerminalServices &services, ChartView &view, FormulaPan
     connect(&panel, &FormulaPanel::asked, this,
             [chart](const QString &formula) { chart->handleDoubleClickedFormula(formula); });
     connect(&panel, &FormulaPanel::parametersAsked, this, &FormulaDesk::askParameters);
+    connect(&view, &ChartView::parametersAsked, this, &FormulaDesk::askParameters);
     connect(&panel, &FormulaPanel::editAsked, this, [this](const QString &formula) { edit(formula); });
     connect(&messages, &MessagePanel::formulaChosen, this, &FormulaDesk::edit);
     TC::CModifyModelParamDialog::setChangedFunction([&services, &panel, chart](const QString &formula) {

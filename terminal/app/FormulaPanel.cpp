@@ -2,11 +2,14 @@
 
 #include "host/services/CFormulaOperateManager.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QSet>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 namespace terminal {
@@ -68,7 +71,9 @@ FormulaPanel::FormulaPanel(QWidget *parent)
     setObjectName(QStringLiteral("formula_panel"));
     setFixedWidth(kWidth);
     mFilter->setPlaceholderText(tr("查找指标"));
+    mFilter->setObjectName(QStringLiteral("formula_filter"));
     mFilter->setClearButtonEnabled(true);
+    mFilter->installEventFilter(this);
     mTree->setHeaderHidden(true);
     mTree->setContextMenuPolicy(Qt::CustomContextMenu);
     auto *restore = new QPushButton(tr("恢复主图"), this);
@@ -82,15 +87,59 @@ FormulaPanel::FormulaPanel(QWidget *parent)
     column->addWidget(restore);
     column->addWidget(create);
 
-    connect(mFilter, &QLineEdit::textChanged, this, &FormulaPanel::narrowAll);
-    connect(mTree, &QTreeWidget::itemActivated, this, [this](const QTreeWidgetItem *item) {
-        if (!formulaOf(item).isEmpty()) {
-            emit asked(formulaOf(item));
-        }
+    connect(mFilter, &QLineEdit::textChanged, this, [this] {
+        narrowAll();
+        selectFirst();
     });
+    connect(mTree, &QTreeWidget::itemActivated, this, &FormulaPanel::ask);
     connect(mTree, &QWidget::customContextMenuRequested, this, &FormulaPanel::showMenu);
     connect(restore, &QPushButton::clicked, this, [this] { emit asked(kOrdinaryChart); });
     connect(create, &QPushButton::clicked, this, [this] { emit editAsked({}); });
+}
+
+void FormulaPanel::ask(const QTreeWidgetItem *item) {
+    if (!formulaOf(item).isEmpty()) {
+        emit asked(formulaOf(item));
+    }
+}
+
+/// Selects the first formula that is left, while something is searched.
+void FormulaPanel::selectFirst() {
+    QTreeWidgetItemIterator item(mTree, QTreeWidgetItemIterator::NotHidden);
+    while (*item && formulaOf(*item).isEmpty()) {
+        ++item;
+    }
+    mTree->setCurrentItem(mFilter->text().trimmed().isEmpty() ? nullptr : *item);
+}
+
+bool FormulaPanel::eventFilter(QObject *watched, QEvent *event) {
+    return (watched == mFilter && event->type() == QEvent::KeyPress &&
+            handleFilterKey(static_cast<QKeyEvent *>(event))) ||
+           QWidget::eventFilter(watched, event);
+}
+
+/// In the field the arrow keys walk through what was found, Enter shows it, and Escape ends the search.
+bool FormulaPanel::handleFilterKey(QKeyEvent *event) {
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(mTree, event);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        ask(mTree->currentItem());
+        return true;
+    case Qt::Key_Escape:
+        if (mFilter->text().isEmpty()) {
+            window()->setFocus();
+        }
+        mFilter->clear();
+        return true;
+    default:
+        return false;
+    }
 }
 
 void FormulaPanel::refresh() {

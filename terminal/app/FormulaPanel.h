@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QLineEdit;
 class QPoint;
 class QTreeWidget;
@@ -9,7 +10,8 @@ class QTreeWidgetItem;
 
 namespace terminal {
 
-/// The tree of the formula catalogue, with a box that narrows it. A double click or Enter asks for a formula; the menu
+/// The tree of the formula catalogue, with a box that narrows it, from which the arrow keys and Enter go to what was found.
+/// A double click or Enter asks for a formula; the menu
 /// of a formula has its parameters and its text. One button asks for the ordinary chart, another for a new formula.
 class FormulaPanel : public QWidget {
     Q_OBJECT
@@ -20,6 +22,7 @@ public:
     void refresh();
     QTreeWidget *tree() const { return mTree; }
     QLineEdit *filter() const { return mFilter; }
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
     void asked(const QString &formula);
@@ -30,6 +33,9 @@ private:
     /// Hides what does not have the text in its name; a folder with nothing left goes too.
     bool narrow(QTreeWidgetItem *item, const QString &text);
     void narrowAll();
+    void ask(const QTreeWidgetItem *item);
+    void selectFirst();
+    bool handleFilterKey(QKeyEvent *event);
     void showMenu(const QPoint &at);
 
     QLineEdit *mFilter;

@@ -11,6 +11,8 @@
 #include "terminal/app/Snapshot.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
+#include "terminal/app/ThemeStyle.h"
+#include "terminal/app/Translations.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
 
@@ -74,7 +76,7 @@ void setUpScreen(const CommandLineOptions &options) {
 
 void setUpLook() {
     std::setlocale(LC_NUMERIC, "C"); // documents are read and written with a point
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new ThemeStyle);
     QFont font(QStringLiteral("Noto Sans CJK SC"));
     font.setPixelSize(13);
     QApplication::setFont(font);
@@ -278,6 +280,9 @@ int runTerminal(int argc, char **argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("timeshare-terminal"));
     setUpLook();
+    if (!installTranslation()) {
+        qWarning("the translation of Qt's own dialogs could not be read");
+    }
     const QString noLog = openLogFile(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                                       QStringLiteral("/terminal.log"));
     if (!noLog.isEmpty()) {

@@ -8,6 +8,7 @@
 #include "terminal/app/FormulaExport.h"
 #include "terminal/app/FormulaPanel.h"
 #include "terminal/app/ImportDialog.h"
+#include "terminal/app/InputFields.h"
 #include "terminal/app/MessagePanel.h"
 #include "terminal/app/QuoteLists.h"
 #include "terminal/app/ReplayControl.h"
@@ -16,6 +17,7 @@
 #include "terminal/app/StretchWindows.h"
 #include "terminal/app/ViewMemory.h"
 #include "terminal/app/WindowColors.h"
+#include "terminal/app/WindowSize.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QApplication>
@@ -48,6 +50,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     layOut();
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(kSmallestWindow);
     connectControls();
     connectChart();
     onUiResourceChanged();
@@ -127,6 +130,8 @@ void TerminalWindow::connectChart() {
             say(outcome.text, outcome.isError);
         }
     });
+    connect(mView, &ChartView::tradeSettingsAsked, this, &TerminalWindow::openTradeDetails);
+    connect(mView, &ChartView::noSettings, this, [this] { say(tr("这个副图的公式没有参数")); });
     connect(mView, &ChartView::downloadAsked, mDownloads, &DownloadTeller::startOrStop);
     connect(mView, &ChartView::replayAsked, mReplay, &ReplayControl::start);
     connect(mView, &ChartView::replayControlAsked, mReplay, &ReplayControl::showPanel);
@@ -293,7 +298,7 @@ void TerminalWindow::toggleTheme() {
 }
 
 void TerminalWindow::onUiResourceChanged() {
-    setPalette(windowColors());
+    applyWindowColors(*this);
     mControls->applyTheme();
 }
 
@@ -402,10 +407,11 @@ bool TerminalWindow::handleCursorKey(int key) {
 void TerminalWindow::keyPressEvent(QKeyEvent *event) {
     const bool control = event->modifiers() & Qt::ControlModifier;
     const QString text = event->text();
-    if (control ? handleCommandKey(event->key()) : handleCursorKey(event->key())) {
+    const bool isTyped = !control && isInputField(focusWidget()); // into a field that had no use for it
+    if (control ? handleCommandKey(event->key()) : !isTyped && handleCursorKey(event->key())) {
         return;
     }
-    if (!control && !text.isEmpty() && text[0].isLetterOrNumber()) {
+    if (!control && !isTyped && !text.isEmpty() && text[0].isLetterOrNumber()) {
         openSmartKeyboard(text);
         return;
     }

@@ -99,6 +99,10 @@ TEST(CommandLine, AMissingValueIsTold) {
 TEST(CommandLine, BadValuesSayWhatWhyAndWhatToDo) {
     EXPECT_EQ(refused({"--size", "12by7"}),
               "--size 12by7: not of the form WIDTHxHEIGHT: give two numbers of pixels, as in 1200x700");
+    EXPECT_EQ(refused({"--size", "479x320"}),
+              "--size 479x320: no window is smaller than 480x320: give a larger size, or --snapshot");
+    EXPECT_EQ(accepted({"--size", "480x320"}).size, QSize(480, 320));
+    EXPECT_EQ(accepted({"--size", "160x160", "--snapshot", "a.png"}).size, QSize(160, 160));
     EXPECT_EQ(refused({"--size", "10x700"}),
               "--size 10x700: outside 160 to 10000 pixels a side: give a size within, as in 1200x700");
     EXPECT_EQ(refused({"--ratio", "0.5"}),
