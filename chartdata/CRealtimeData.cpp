@@ -432,8 +432,6 @@ bool CRealtimeData::getTasksAt(int x, int y, QList<boost::shared_ptr<kvservice::
     return held()->trades.getTasksAt(x, y, tasks);
 }
 
-// What is told of the series
-
 QString CRealtimeData::getResultText() const {
     const HeldParts parts = held();
     return seriesText(mData);

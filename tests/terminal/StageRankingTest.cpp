@@ -1,5 +1,6 @@
 #include "terminal/market/StageRanking.h"
 
+#include "host/services/CHostClock.h"
 #include "terminal/app/BackgroundJob.h"
 #include "terminal/app/StageQuestion.h"
 #include "terminal/app/StageRankingModel.h"
@@ -112,7 +113,11 @@ TEST(StageQuestion, OtherTextsAreNone) {
 /// A day of instruments of which the exchange knows nothing, and the simulated ones at 10:30.
 class StageRows : public StoreFixture {
 protected:
-    void SetUp() override { openFilledStore(clockTime(kFriday, 10, 30)); }
+    void SetUp() override {
+        openFilledStore(clockTime(kFriday, 10, 30));
+        mBefore = TC::CSingletonT<TC::CHostClock>::install(&mClock);
+    }
+    void TearDown() override { TC::CSingletonT<TC::CHostClock>::install(mBefore); }
 
     void put(const char *code, const MinuteBars &bars, InstrumentKind kind = InstrumentKind::Stock) {
         Instrument instrument;
@@ -138,6 +143,7 @@ protected:
 
     SimulatedClock mClock{clockTime(kFriday, 10, 30), 1.0, [] { return qint64(0); }};
     SimulatedExchange mExchange{mStore, mClock};
+    TC::CHostClock *mBefore = nullptr;
 };
 
 TEST_F(StageRows, StoredDayHasTheFiguresOfItsBars) {
