@@ -55,7 +55,9 @@ bool FileClient::isStopping() const {
 }
 
 void FileClient::read(const Read &read) {
+    mLine = 0;
     const QString trouble = readFileLines(read.path, read.type, [&](const QString &line) {
+        ++mLine;
         read.handler(line);
         return !isStopping();
     });

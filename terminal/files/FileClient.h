@@ -3,6 +3,7 @@
 #include "host/services/CFileClient.h"
 #include "terminal/threads/DeliveryQueue.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -21,6 +22,8 @@ public:
     void readFileByLine(int &seq, TC::EFileType type, const QString &path, LineHandler lineHandler) override;
     /// Ends a read that is under way, and forgets those that wait, without telling. Does not read afterwards.
     void stop();
+    /// Number of the line that is handed over, or was last, from 1 on.
+    int line() const { return mLine; }
     /// Whether stop() was called.
     bool isStopping() const;
 
@@ -36,6 +39,7 @@ private:
     void read(const Read &read);
 
     DeliveryQueue mEnds; ///< of reads, to be told
+    std::atomic<int> mLine{0};
     mutable std::mutex mLock; ///< guards what follows
     std::condition_variable mSignal;
     std::deque<Read> mReads;

@@ -1,6 +1,6 @@
 #include "terminal/files/FileLines.h"
 
-#include "terminal/files/SheetLines.h"
+#include "terminal/files/ForeignFile.h"
 #include "toolkit/files/RegularFile.h"
 
 #include <QTextCodec>
@@ -61,8 +61,12 @@ QString readFileLines(const QString &path, TC::EFileType type, const TakeLine &t
         splitLines(decodedText(content), take);
         return {};
     }
-    if (type == TC::EFileType::Spreadsheet && readSheetLines(path, take)) {
-        return {};
+    if (type == TC::EFileType::Spreadsheet) {
+        const ForeignText sheet = readForeign(QStringLiteral("sheet"), content);
+        if (sheet.error.isEmpty()) {
+            splitLines(QString::fromUtf8(sheet.text), take);
+            return {};
+        }
     }
     return type == TC::EFileType::Spreadsheet
                ? QStringLiteral("%1: neither a spreadsheet of Excel 97-2003 (.xls) nor a text: save it as one")

@@ -1,9 +1,12 @@
 #include "terminal/files/FileLines.h"
 
+#include "terminal/files/ForeignFile.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -115,6 +118,41 @@ TEST_F(FileLinesTest, DamagedSpreadsheetIsReadOrRefusedAndNeverHarmful) {
         read(write("d.xls", damaged), EFileType::Spreadsheet);
     }
     EXPECT_EQ(read(write("d.xls", content), EFileType::Spreadsheet).size(), 4);
+}
+
+/// Flips, cuts and swapped sectors. TIMESHARE_MUTATIONS is another number of them, as for a night's run.
+TEST_F(FileLinesTest, AMutatedSpreadsheetEndsInRowsOrOneLine) {
+    QFile whole(sheet());
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    const QByteArray content = whole.readAll();
+    std::mt19937 random(97);
+    const auto below = [&random](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
+    const int given = qEnvironmentVariableIntValue("TIMESHARE_MUTATIONS");
+    for (int round = 0; round < (given > 0 ? given : 400); ++round) {
+        QByteArray mutated = content;
+        switch (below(3)) {
+        case 0:
+            for (int flips = 1 + below(20); flips > 0; --flips) {
+                mutated[below(mutated.size())] = static_cast<char>(below(256));
+            }
+            break;
+        case 1:
+            mutated.truncate(below(mutated.size()));
+            break;
+        default: {
+            const int one = below(content.size() / 512) * 512;
+            const int other = below(content.size() / 512) * 512;
+            mutated.replace(one, 512, content.mid(other, 512)).replace(other, 512, content.mid(one, 512));
+        }
+        }
+        const terminal::ForeignText text = terminal::readForeign(QStringLiteral("sheet"), mutated);
+        ASSERT_TRUE(text.error.isEmpty() || (text.text.isEmpty() && !text.error.contains('\n'))) << round;
+    }
+}
+
+TEST_F(FileLinesTest, AParserThatIsNotKnownReadsNothing) {
+    EXPECT_EQ(terminal::readForeign(QStringLiteral("other"), "x").error,
+              QStringLiteral("its content cannot be read"));
 }
 
 TEST_F(FileLinesTest, WhatCannotBeOpenedIsSaid) {
