@@ -86,6 +86,7 @@ bool ChartView::show(const QString &key, const QDate &day) {
     } else {
         mMain->setGetTradeDateFunc({});
     }
+    mSources.announce(key, day); // before the axis is asked for
     // A portfolio is set by its number.
     const bool isPortfolio = TC::CSingletonT<TC::CStockManager>::instance().isPortfolio(key);
     mMain->setFormulaAccount(accountOf(key));
@@ -94,7 +95,6 @@ bool ChartView::show(const QString &key, const QDate &day) {
         mMain->subPortfolioCallBack(mSources.positions(key)); // its futures tell the axis
     }
     mMain->beHistory(day.isValid());
-    mSources.announce(key, day);
     mMain->request(false);
     mMain->updateWidgetsView();
     emit changed();

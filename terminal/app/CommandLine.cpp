@@ -121,6 +121,10 @@ QString takeLabel(CommandLineOptions &options, const QString &value) {
     return wrong;
 }
 
+QString takeSessions(CommandLineOptions &options, const QString &value) {
+    return takeWord(value, "file", "market", options.sessionsFromFile);
+}
+
 template <QString CommandLineOptions::*member>
 QString takeText(CommandLineOptions &options, const QString &value) {
     options.*member = value;
@@ -162,6 +166,13 @@ const QVector<Option> &table() {
          takeVolumeUnit},
         {"--label", "start|end", QT_TRANSLATE_NOOP("CommandLine", "导入文件的时间是一分钟的开始还是结束"),
          takeLabel},
+        {"--sessions", "market|file",
+         QT_TRANSLATE_NOOP("CommandLine", "导入的交易日按市场的交易时段，还是按文件中出现的时间"),
+         takeSessions},
+        {"--columns", "LIST",
+         QT_TRANSLATE_NOOP("CommandLine",
+                           "导入文件的列，如 datetime=时刻,open=2,high=3,low=4,close=5,volume=6"),
+         takeText<&CommandLineOptions::columns>},
         {"--speed", "N", QT_TRANSLATE_NOOP("CommandLine", "模拟交易所的速度，每秒走过的市场秒数"), takeSpeed},
         {"--store", "FILE", QT_TRANSLATE_NOOP("CommandLine", "行情库文件；缺省在用户的数据目录中"),
          takeText<&CommandLineOptions::store>},

@@ -26,6 +26,8 @@ struct CommandLineOptions {
     QString code;
     std::optional<bool> volumeInLots;
     std::optional<bool> labelAtStart;
+    bool sessionsFromFile = false; ///< imported days trade when their rows show it
+    QString columns; ///< which column of the imported files is what
     QString store; ///< folder or file of the market store
 };
 

@@ -1,9 +1,12 @@
 #include "terminal/app/ImportDialog.h"
 
+#include "terminal/app/ColumnDialog.h"
 #include "terminal/app/ImportJob.h"
+#include "terminal/market/ColumnChoice.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -48,8 +51,16 @@ bool ImportDialog::Entry::isReady() const {
     return !done && preview.error.isEmpty() && isNamed;
 }
 
-ImportOptions ImportDialog::Entry::options() const {
+void ImportDialog::Entry::read() {
+    preview = previewFile(path, columns);
+    name = preview.severalInstruments ? InstrumentName{preview.told.market, {}} : preview.guess;
+    failed = done = false;
+}
+
+ImportOptions ImportDialog::Entry::options(bool sessionsFromFile) const {
     ImportOptions options;
+    options.columns = columns;
+    options.sessionsFromFile = sessionsFromFile;
     options.market = name.market == preview.told.market ? QString() : name.market;
     if (!preview.severalInstruments) {
         options.code = name.code == preview.told.code ? QString() : name.code;
@@ -66,7 +77,8 @@ ImportDialog::ImportDialog(CMarketStore &store, QWidget *parent) : QDialog(paren
     auto *grid = new QGridLayout(this);
     buildFiles(grid, 0);
     buildInstrument(grid, 2);
-    buildProgress(grid, 5);
+    buildChoices(grid, 5);
+    buildProgress(grid, 6);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(4, 1);
     resize(720, 560);
@@ -125,6 +137,20 @@ void ImportDialog::buildInstrument(QGridLayout *grid, int row) {
     connect(mName, &QLineEdit::textEdited, this, &ImportDialog::takeName);
 }
 
+void ImportDialog::buildChoices(QGridLayout *grid, int row) {
+    mChoices.columns = named(new QPushButton(tr("列(&L)…"), this), "columns");
+    mChoices.columns->setAutoDefault(false);
+    mChoices.columns->setToolTip(tr("指定文件的哪一列是什么"));
+    mChoices.sessions = named(new QCheckBox(tr("按文件中的时间确定每日的交易时段(&T)"), this), "sessions");
+    auto *line = new QHBoxLayout;
+    line->addWidget(mChoices.columns);
+    line->addWidget(mChoices.sessions);
+    line->addStretch(1);
+    grid->addLayout(line, row, 0, 1, 3);
+    connect(mChoices.columns, &QPushButton::clicked, this, &ImportDialog::chooseColumns);
+    connect(mChoices.sessions, &QCheckBox::toggled, this, &ImportDialog::takeSessions);
+}
+
 void ImportDialog::buildProgress(QGridLayout *grid, int row) {
     mProgress.bar = named(new QProgressBar(this), "progress");
     mProgress.bar->setRange(0, 1000);
@@ -133,21 +159,21 @@ void ImportDialog::buildProgress(QGridLayout *grid, int row) {
     mProgress.summary->setTextFormat(Qt::PlainText);
     mProgress.summary->setWordWrap(true);
     mProgress.summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    mStart = named(new QPushButton(tr("导入(&I)"), this), "start");
-    mStop = named(new QPushButton(tr("停止(&S)"), this), "stop_import");
-    mClose = named(new QPushButton(tr("关闭"), this), "close");
+    mButtons.start = named(new QPushButton(tr("导入(&I)"), this), "start");
+    mButtons.stop = named(new QPushButton(tr("停止(&S)"), this), "stop_import");
+    mButtons.close = named(new QPushButton(tr("关闭"), this), "close");
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(mProgress.rate, 1);
-    for (QPushButton *button : {mStart, mStop, mClose}) {
+    for (QPushButton *button : {mButtons.start, mButtons.stop, mButtons.close}) {
         button->setAutoDefault(false); // return belongs to the field that it is pressed in
         buttons->addWidget(button);
     }
     grid->addWidget(mProgress.bar, row, 0, 1, 3);
     grid->addWidget(mProgress.summary, row + 1, 0, 1, 3);
     grid->addLayout(buttons, row + 2, 0, 1, 3);
-    connect(mStart, &QPushButton::clicked, this, &ImportDialog::start);
-    connect(mStop, &QPushButton::clicked, this, &ImportDialog::stop);
-    connect(mClose, &QPushButton::clicked, this, &ImportDialog::reject);
+    connect(mButtons.start, &QPushButton::clicked, this, &ImportDialog::start);
+    connect(mButtons.stop, &QPushButton::clicked, this, &ImportDialog::stop);
+    connect(mButtons.close, &QPushButton::clicked, this, &ImportDialog::reject);
 }
 
 void ImportDialog::chooseFiles() {
@@ -164,16 +190,18 @@ void ImportDialog::addTyped() {
     if (!path.isEmpty()) {
         mPath->clear();
         addFile(path);
-        mStart->setFocus();
+        mButtons.start->setFocus();
     }
 }
 
 void ImportDialog::addFile(const QString &path) {
     Entry entry;
     entry.path = path;
-    entry.preview = previewFile(path);
-    entry.name =
-        entry.preview.severalInstruments ? InstrumentName{entry.preview.told.market, {}} : entry.preview.guess;
+    entry.read();
+    entry.columns = rememberedColumns(mStore, entry.preview.headings);
+    if (!entry.columns.isEmpty()) {
+        entry.read();
+    }
     entry.title = titleOf(entry.name);
     mEntries.append(entry);
     mFiles->addItem(QFileInfo(path).fileName());
@@ -188,6 +216,7 @@ QString ImportDialog::titleOf(const InstrumentName &name) const {
 
 void ImportDialog::showEntry(int index) {
     mShown = index;
+    refreshButtons();
     if (index < 0) {
         return;
     }
@@ -237,6 +266,11 @@ void ImportDialog::takeName() {
     Entry &entry = mEntries[mShown];
     const InstrumentName before = entry.name;
     entry.name = {mMarket->currentText(), mCode->text().trimmed()};
+    const InstrumentName typed = readSymbol(entry.name.code, {});
+    if (!typed.market.isEmpty() && !typed.code.isEmpty()) { // a code may be typed with its exchange
+        entry.name = typed;
+        mMarket->setCurrentIndex(std::max(mMarket->findText(typed.market), 0));
+    }
     if (entry.name.market != before.market || entry.name.code != before.code) {
         const QString known = titleOf(entry.name);
         mName->setText(known);
@@ -248,16 +282,46 @@ void ImportDialog::takeName() {
     refreshButtons();
 }
 
+/// Asks which column of the file shown is what, and keeps the answer for files of the same headings.
+void ImportDialog::chooseColumns() {
+    if (mShown < 0 || mJob) {
+        return;
+    }
+    Entry &entry = mEntries[mShown];
+    ColumnDialog dialog(entry.path, entry.columns, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    entry.columns = dialog.columns();
+    const QString trouble = rememberColumns(mStore, entry.preview.headings, entry.columns);
+    if (!trouble.isEmpty()) {
+        mProgress.summary->setText(trouble);
+    }
+    entry.read();
+    entry.title = titleOf(entry.name);
+    showEntry(mShown);
+}
+
+/// What could not be imported may be tried again the other way.
+void ImportDialog::takeSessions() {
+    for (Entry &entry : mEntries) {
+        entry.done = entry.done && !entry.failed;
+    }
+    refreshButtons();
+}
+
 void ImportDialog::refreshButtons() {
     const bool ready =
         std::any_of(mEntries.begin(), mEntries.end(), [](const Entry &entry) { return entry.isReady(); });
-    mStart->setEnabled(ready && !mJob);
-    mStop->setEnabled(mJob != nullptr);
-    mClose->setEnabled(!mJob);
-    for (QWidget *widget :
-         {static_cast<QWidget *>(mPath), static_cast<QWidget *>(mChoose), static_cast<QWidget *>(mMarket)}) {
+    mButtons.start->setEnabled(ready && !mJob);
+    mButtons.stop->setEnabled(mJob != nullptr);
+    mButtons.close->setEnabled(!mJob);
+    const std::initializer_list<QWidget *> whileIdle{mPath, mChoose, mMarket, mChoices.sessions};
+    for (QWidget *widget : whileIdle) {
         widget->setEnabled(!mJob);
     }
+    const bool isTable = mShown >= 0 && !mEntries[mShown].preview.fields.isEmpty();
+    mChoices.columns->setEnabled(isTable && !mJob);
 }
 
 void ImportDialog::start() {
@@ -276,13 +340,13 @@ void ImportDialog::startNext() {
     }
     mRunning = static_cast<int>(next - mEntries.begin());
     mFiles->setCurrentRow(mRunning);
-    mJob = std::make_unique<ImportJob>(mStore, next->path, next->options());
+    mJob = std::make_unique<ImportJob>(mStore, next->path, next->options(mChoices.sessions->isChecked()));
     connect(mJob.get(), &ImportJob::progress, this, &ImportDialog::onProgress);
     connect(mJob.get(), &ImportJob::finished, this, &ImportDialog::onFinished);
     mSince.start();
     mProgress.bar->setValue(0);
     refreshButtons();
-    mStop->setFocus();
+    mButtons.stop->setFocus();
     mJob->start();
 }
 
@@ -300,6 +364,7 @@ void ImportDialog::onFinished() {
     mJob.release()->deleteLater(); // it is the sender
     Entry &entry = mEntries[mRunning];
     entry.done = outcome.isGood() || !mStopped;
+    entry.failed = !outcome.isGood();
     if (outcome.isGood()) {
         const QString rate = shownCount(rateOf(outcome.rows, mSince));
         mResults.append(tr("%1（%2 行，%3 行/秒）").arg(importedText(outcome), shownCount(outcome.rows), rate));
@@ -311,6 +376,7 @@ void ImportDialog::onFinished() {
     } else {
         mResults.append(tr("导入失败，行情库未改变：%1").arg(outcome.error));
     }
+    mResults += leftOutTexts(outcome);
     startNext();
 }
 
@@ -326,7 +392,7 @@ void ImportDialog::finish() {
     mProgress.summary->setText(mResults.join(QLatin1Char('\n')));
     mProgress.rate->clear();
     refreshButtons();
-    mClose->setFocus();
+    mButtons.close->setFocus();
 }
 
 void ImportDialog::reject() {

@@ -12,6 +12,7 @@
 
 #include <memory>
 
+class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
@@ -52,20 +53,27 @@ private:
         ImportPreview preview;
         InstrumentName name; ///< as the user wants it
         QString title; ///< name of the instrument
+        QString columns; ///< which column is what, when the user has said so for such headings
+        bool failed = false; ///< its import did, and may be tried another way
         bool done = false;
 
         bool isReady() const;
-        ImportOptions options() const;
+        ImportOptions options(bool sessionsFromFile) const;
+        /// Reads the file anew, and what it tells of its instrument.
+        void read();
     };
 
     void buildFiles(QGridLayout *grid, int row);
     void buildInstrument(QGridLayout *grid, int row);
+    void buildChoices(QGridLayout *grid, int row);
     void buildProgress(QGridLayout *grid, int row);
     void chooseFiles();
     void addTyped();
     void showEntry(int index);
     void showPreview(const Entry &entry);
     void takeName();
+    void chooseColumns();
+    void takeSessions();
     void refreshButtons();
     void start();
     void startNext();
@@ -99,9 +107,18 @@ private:
         QLabel *summary = nullptr;
     };
     Progress mProgress;
-    QPushButton *mStart = nullptr;
-    QPushButton *mStop = nullptr;
-    QPushButton *mClose = nullptr;
+    /// How a file is read.
+    struct Choices {
+        QPushButton *columns = nullptr;
+        QCheckBox *sessions = nullptr;
+    };
+    Choices mChoices;
+    struct Buttons {
+        QPushButton *start = nullptr;
+        QPushButton *stop = nullptr;
+        QPushButton *close = nullptr;
+    };
+    Buttons mButtons;
 };
 
 } // namespace terminal

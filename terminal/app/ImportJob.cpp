@@ -48,4 +48,19 @@ QString importedText(const ImportOutcome &outcome) {
     return parts.join(QStringLiteral("；"));
 }
 
+QStringList leftOutTexts(const ImportOutcome &outcome) {
+    const LeftOutRows &rows = outcome.leftOut;
+    QStringList lines;
+    if (rows.count == 0 || (!outcome.isGood() && rows.count == 1)) { // the error tells the one
+        return lines;
+    }
+    lines.append(outcome.isGood()
+                     ? QCoreApplication::translate("ImportJob", "略去 %1 行：").arg(rows.count)
+                     : QCoreApplication::translate("ImportJob", "不能读的行，至少 %1 行：").arg(rows.count));
+    for (const BarFault &row : rows.first) {
+        lines.append(QCoreApplication::translate("ImportJob", "第 %1 行：%2").arg(row.line).arg(row.reason));
+    }
+    return lines;
+}
+
 } // namespace terminal

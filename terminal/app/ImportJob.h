@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QThread>
 
 #include <atomic>
@@ -42,5 +43,8 @@ private:
 
 /// What was imported, in words: "SZ000001 2018-01-02 至 2018-01-15，2400 根分钟线".
 QString importedText(const ImportOutcome &outcome);
+/// What was left out, in a line each: how many rows, and the first of them with their numbers and the reasons; none when
+/// all was taken, or the error tells the only one.
+QStringList leftOutTexts(const ImportOutcome &outcome);
 
 } // namespace terminal

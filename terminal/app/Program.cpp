@@ -91,7 +91,13 @@ struct StartView {
 /// Imports the files of the command line; the start becomes the last instrument of the last one. Answers what went
 /// wrong.
 QString importFiles(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
-    const ImportOptions choices{options.market, options.code, options.volumeInLots, options.labelAtStart, {}};
+    const ImportOptions choices{options.market,
+                                options.code,
+                                options.volumeInLots,
+                                options.labelAtStart,
+                                options.sessionsFromFile,
+                                options.columns,
+                                {}};
     for (const QString &path : options.imports) {
         ImportOutcome outcome;
         {
@@ -99,6 +105,9 @@ QString importFiles(TerminalServices &services, const CommandLineOptions &option
                                   options.snapshot.isEmpty());
             outcome = importMarketFile(services.store(), choices, path,
                                        [&teller](int done, int total) { return teller(done, total); });
+        }
+        for (const QString &line : leftOutTexts(outcome)) {
+            std::fprintf(stderr, "%s\n", line.toUtf8().constData());
         }
         if (!outcome.isGood()) {
             return outcome.error;

@@ -37,6 +37,9 @@ void StatusLine::say(const QString &text, bool isError) {
 }
 
 void StatusLine::sayLasting(const QString &error) {
+    if (error.isEmpty()) {
+        return;
+    }
     say(error, true);
     mIsErrorShown = false;
 }

@@ -14,7 +14,7 @@ public:
     explicit StatusLine(QWidget *parent = nullptr);
 
     void say(const QString &text, bool isError = false);
-    /// Says an error that stays when another instrument is shown.
+    /// Says an error, if there is one, that stays when another instrument is shown.
     void sayLasting(const QString &error);
     /// Takes an error away that does not last.
     void clearError();

@@ -5,6 +5,7 @@
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/PreviousClose.h"
 #include "terminal/market/TradedSpan.h"
 #include "terminal/market/TransactionTape.h"
 
@@ -26,7 +27,8 @@ constexpr qint64 kShareDay =
 
 /// Times of the positions of the trading day of an instrument, a user-defined index or a portfolio. A night session that was not held keeps its positions, as it
 /// does on the axis of a chart.
-std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int day) {
+std::vector<qint64> dayPositions(CMarketStore &store, const StoreTradeTimes &times, const QString &key,
+                                 int day) {
     const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
     const Instrument *instrument = catalogue->find(key);
     const bool isComposite = catalogue->indexes.contains(key) || catalogue->portfolios.contains(key);
@@ -37,7 +39,7 @@ std::vector<qint64> dayPositions(CMarketStore &store, const QString &key, int da
     const MarketCalendar calendar = catalogue->calendar(axis ? axis->market : QStringLiteral("SH"));
     const QDate date = dateOf(day);
     const QDate held = calendar.eveningBefore(date);
-    const DaySessions sessions = instrument ? instrument->sessions : compositeSessions(*catalogue, key);
+    const DaySessions sessions = instrument ? times.axisSessions(key) : compositeSessions(*catalogue, key);
     return sessions.times(date, held.isNull() ? calendar.previous(date) : held);
 }
 
@@ -160,7 +162,8 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         mMessages.sink());
     mFormulas = std::make_unique<FormulaService>(
         *mFeed, maker, requestDayOf,
-        [this](const QString &key, int day) { return dayPositions(mStore, key, day); }, kFormulaWorkers);
+        [this](const QString &key, int day) { return dayPositions(mStore, mMarket->times(), key, day); },
+        kFormulaWorkers);
     mFormulas->setLanes([this](const TC::CFormulaParam &param) { return mCatalogue.laneOf(param); });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
@@ -172,6 +175,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     });
     mReplay = std::make_unique<ReplayService>(mFormulas->tools(), requestDayOf, &mCache);
     mTrade = std::make_unique<TradeService>(mStore, *mFeed, *mClock);
+    mTrade->importNotes().setLineSource([this] { return mFiles.line(); });
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
     mTrade->advance(); // the trades of the day so far are there from the start
@@ -208,10 +212,35 @@ QString TerminalServices::nameOf(const QString &key) const {
     return catalogue->portfolios.value(key).name;
 }
 
+QString TerminalServices::titleOf(const QString &key, const QDate &day) {
+    const QString title = key + QLatin1Char(' ') + nameOf(key);
+    return previousCloseOf(mStore, key, dayOf(day)).isFirstOpen
+               ? QObject::tr("%1（昨收未知，以首笔开盘价计）").arg(title)
+               : title;
+}
+
+QString TerminalServices::tellStoreFaults() {
+    const QStringList faults = mStore.faults().takeNew();
+    if (faults.isEmpty()) {
+        return {};
+    }
+    const FormulaErrorSink list = mMessages.sink();
+    for (const QString &fault : faults) {
+        list({QObject::tr("行情库"), 0, fault});
+    }
+    return QObject::tr("行情库中有 %1 行数据不合理，已略去").arg(mStore.faults().count());
+}
+
+QString TerminalServices::tellTradeImport() {
+    return mTrade->importNotes().tell(mFiles.line()).join(QStringLiteral("；"));
+}
+
 ChartSources TerminalServices::chartSources() {
     return {[this](const QString &key) { return portfolioDetailOf(key); },
             [this](const QString &key, const QDate &day) {
-                mCache.expect(key, dayOf(day.isValid() ? day : runningDayOf(key)));
+                const int shown = dayOf(day.isValid() ? day : runningDayOf(key));
+                mMarket->times().setAxisDay(key, shown);
+                mCache.expect(key, shown);
             }};
 }
 

@@ -88,6 +88,13 @@ public:
     void refreshSmartKeys();
     /// Name of an instrument, a user-defined index or a portfolio; empty for an unknown key.
     QString nameOf(const QString &key) const;
+    /// Key and name, and of a day whose previous close is not known what stands for it.
+    QString titleOf(const QString &key, const QDate &day);
+    /// Puts what was found wrong in the store since the last time among the messages. Answers a line that says so, or
+    /// nothing.
+    QString tellStoreFaults();
+    /// Says what came of the file of orders or deals that was read last, with the first lines that were left out.
+    QString tellTradeImport();
     /// The record of an instrument, or null.
     TC::CInstrumentDetailPtr detailOf(const QString &key) const;
     ChartSources chartSources();

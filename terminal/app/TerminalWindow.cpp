@@ -116,7 +116,7 @@ void TerminalWindow::connectControls() {
     });
     connect(&mServices.files(), &TC::CFileClient::sigReadFinished, this,
             [this](int /*seq*/, bool success, const QString &message) {
-                say(success ? tr("文件已读完") : message, !success);
+                say(success ? mServices.tellTradeImport() : message, !success);
             });
 }
 
@@ -156,17 +156,17 @@ void TerminalWindow::connectChart() {
     connect(mLists, &QuoteLists::refused, this, [this](const QString &reason) { say(reason, true); });
 }
 
-/// Tells what went wrong with the configuration since the last time.
+/// Tells what went wrong with the configuration and the store since the last time.
 void TerminalWindow::tellMessages() {
     const QStringList messages = mServices.config().messages();
     if (messages.size() > mMessagesTold) {
-        const FormulaErrorSink list = mServices.messages().sink();
         for (const QString &message : messages.mid(mMessagesTold)) {
-            list({tr("配置"), 0, message});
+            mServices.messages().sink()({tr("配置"), 0, message});
         }
         mMessagesTold = messages.size();
         mStatus->sayLasting(messages.last());
     }
+    mStatus->sayLasting(mServices.tellStoreFaults());
 }
 
 bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
@@ -193,7 +193,7 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
         mMemory->start();
     }
     mServices.config().setValue(kInstrumentField, key);
-    mControls->setInstrument(key + QLatin1Char(' ') + mServices.nameOf(key));
+    mControls->setInstrument(mServices.titleOf(key, mView->day()));
     refreshDays();
     mStatus->clearError();
     tellMessages();

@@ -20,6 +20,7 @@ const std::vector<KnownHeading<BarColumns>> kHeadings{
     {&BarColumns::volume, "volume vol 成交量"},
     {&BarColumns::amount, "amount turnover total_turnover money 成交额 成交金额"},
     {&BarColumns::average, "junjia average avg_price vwap 均价"},
+    {&BarColumns::previousClose, "preclosepx preclose pre_close prev_close previous_close 昨收 昨收价"},
 };
 
 QString missingBarColumn(const BarColumns &columns) {
@@ -40,6 +41,10 @@ QString missingBarColumn(const BarColumns &columns) {
 }
 
 } // namespace
+
+bool isSameBarColumn(const QString &one, const QString &other) {
+    return isSameColumn(kHeadings, one, other);
+}
 
 QString recogniseColumns(const TableHeadings &headings, BarColumns &columns) {
     columns = BarColumns();

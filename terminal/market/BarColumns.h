@@ -20,7 +20,11 @@ struct BarColumns : TimeColumns {
     int volume = -1;
     int amount = -1;
     int average = -1; ///< average price of the day so far
+    int previousClose = -1; ///< of the day before
 };
+
+/// Whether two headings, in lower case, are known for the same column.
+bool isSameBarColumn(const QString &one, const QString &other);
 
 /// Recognises the columns by their headings, in any order and letter case, English or Chinese; others are passed
 /// over. Answers an empty text, or what is wrong: a heading that is missing or stands twice.

@@ -49,6 +49,10 @@ public:
             before = &row;
         }
         noteUnknownDays();
+        for (const QDate &day : mResult.days.keys()) {
+            mResult.sessions[day] =
+                mNights.contains(day) ? mReading.sessions.ofNight(mNights[day]) : mReading.sessions.ofDay(day);
+        }
         return {};
     }
 
@@ -61,10 +65,10 @@ private:
             row.clock = 1440;
             row.date = dateNumber(calendarDate(row.date).addDays(-1));
         }
-        const std::optional<DaySessions::Place> place = mReading.sessions.placeOf(row.clock);
+        const std::optional<DaySessions::Place> place = placeOf(row.date, row.clock);
         if (!place) {
             return {row.line, QStringLiteral("%1 is outside the sessions%2")
-                                  .arg(clockText(shown), mReading.labelAtStart ? QString() : hint(row.clock))};
+                                  .arg(clockText(shown), mReading.labelAtStart ? QString() : hint(row))};
         }
         if (*place == DaySessions::Place::OnDay) {
             mDaysWithRows.insert(row.date);
@@ -72,15 +76,20 @@ private:
         return {};
     }
 
+    std::optional<DaySessions::Place> placeOf(int date, int minute) const {
+        return mReading.sessions.at(calendarDate(date), minute).placeOf(minute);
+    }
+
     /// A label before the first minute of a session is that of a start.
-    QString hint(int minute) const {
-        return mReading.sessions.placeOf(minute + 1)
+    QString hint(const BarRow &row) const {
+        return placeOf(row.date, row.clock + 1)
                    ? QStringLiteral("; if the file labels a minute by its start, give --label start")
                    : QString();
     }
 
     BarFault take(const BarRow &row, const BarRow *before) {
         if (before && before->date == row.date && before->clock == row.clock) {
+            mResult.repeatedLines.append(std::max(row.line, before->line));
             return sameValues(*before, row)
                        ? BarFault()
                        : BarFault{std::max(row.line, before->line),
@@ -104,6 +113,9 @@ private:
         bar.volume = row.volume * mReading.volumeUnit;
         bar.amount = row.amount;
         mBars->push_back(bar);
+        if (row.previousClose > 0.0 && mPreviousClose == 0.0) {
+            mPreviousClose = mResult.previousCloses[mDay] = row.previousClose;
+        }
         return {};
     }
 
@@ -114,12 +126,12 @@ private:
         mTradingDay = row.tradingDay;
         mMidnight = timeOf(date, 0);
         mDateEnd = 1441;
-        for (const QPair<int, int> &session : mReading.sessions.table()) {
+        for (const QPair<int, int> &session : mReading.sessions.at(date, row.clock).table()) {
             if (session.second >= row.clock) {
                 mDateEnd = std::min(mDateEnd, session.second + 1);
             }
         }
-        const DaySessions::Place place = *mReading.sessions.placeOf(row.clock);
+        const DaySessions::Place place = *placeOf(row.date, row.clock);
         QDate day = place == DaySessions::Place::DayAfter ? date.addDays(-1) : date;
         if (place == DaySessions::Place::EveningBefore || place == DaySessions::Place::MorningAfterEvening) {
             const QDate evening = place == DaySessions::Place::EveningBefore ? date : date.addDays(-1);
@@ -137,6 +149,8 @@ private:
             mNights[day] = evening;
         }
         mBars = &mResult.days[day];
+        mDay = day;
+        mPreviousClose = mResult.previousCloses.value(day);
         return {};
     }
 
@@ -184,6 +198,8 @@ private:
     int mTradingDay = 0;
     qint64 mMidnight = 0;
     MinuteBars *mBars = nullptr;
+    QDate mDay;
+    double mPreviousClose = 0.0; ///< before that day; 0 as long as it is not told
 };
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "terminal/market/BarFault.h"
 #include "terminal/market/BarRowParser.h"
-#include "terminal/market/DaySessions.h"
+#include "terminal/market/DatedSessions.h"
 #include "terminal/market/MarketCalendar.h"
 #include "terminal/market/MinuteBar.h"
 
@@ -16,7 +16,7 @@ namespace terminal {
 
 /// How the rows of one instrument are to be read.
 struct BarReading {
-    DaySessions sessions;
+    DatedSessions sessions;
     MarketCalendar calendar;
     bool labelAtStart = false;
     double volumeUnit = 1.0; ///< shares or contracts in one unit of the file's volume
@@ -26,6 +26,9 @@ struct BarReading {
 /// The bars of one instrument, by trading day.
 struct BarDays {
     QMap<QDate, MinuteBars> days;
+    QMap<QDate, double> previousCloses; ///< of the days before these, where the file tells them
+    QMap<QDate, DaySessions> sessions; ///< of these days
+    QVector<int> repeatedLines; ///< of the file, whose minute stands before with the same values
     QVector<QDate> unknownDays; ///< trading days that the calendar does not have
     QVector<QDate> restDays; ///< weekdays that a night's bars show to be none
 };

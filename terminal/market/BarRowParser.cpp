@@ -1,12 +1,11 @@
 #include "terminal/market/BarRowParser.h"
 
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketLimits.h"
 
 #include <QTime>
 
 namespace terminal {
-namespace {} // namespace
-
 QString BarRowParser::takeMinute(const RowTime &time, BarRow &row) {
     if (time.clock % kMinuteLength != 0) {
         const bool wholeSecond = time.clock % 1000 == 0;
@@ -37,17 +36,19 @@ QString BarRowParser::parse(std::string_view line, BarRow &row) {
         int column;
         const char *name;
         double &value;
+        double largest;
     };
-    const Number numbers[] = {{mColumns.open, "open", row.open},
-                              {mColumns.high, "high", row.high},
-                              {mColumns.low, "low", row.low},
-                              {mColumns.close, "close", row.close},
-                              {mColumns.volume, "volume", row.volume},
-                              {mColumns.amount, "amount", row.amount},
-                              {mColumns.average, "average", row.average}};
+    const Number numbers[] = {{mColumns.open, "open", row.open, kLargestPrice},
+                              {mColumns.high, "high", row.high, kLargestPrice},
+                              {mColumns.low, "low", row.low, kLargestPrice},
+                              {mColumns.close, "close", row.close, kLargestPrice},
+                              {mColumns.volume, "volume", row.volume, kLargestVolume},
+                              {mColumns.amount, "amount", row.amount, kLargestAmount},
+                              {mColumns.average, "average", row.average, kLargestPrice},
+                              {mColumns.previousClose, "previous close", row.previousClose, kLargestPrice}};
     for (const Number &number : numbers) {
         if (trouble.isEmpty()) {
-            trouble = mFields.takeNumber(number.column, number.name, number.value);
+            trouble = mFields.takeNumber(number.column, number.name, number.largest, number.value);
         }
     }
     if (!trouble.isEmpty()) {

@@ -23,6 +23,7 @@ struct BarRow {
     double volume = 0.0;
     double amount = 0.0; ///< 0 without that column
     double average = 0.0; ///< 0 without that column
+    double previousClose = 0.0; ///< of the day before; 0 when the file does not tell
 };
 
 /// Reads rows, one line at a time, without looking at any other source of knowledge.

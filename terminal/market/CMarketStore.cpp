@@ -2,10 +2,13 @@
 
 #include "terminal/market/CatalogueReader.h"
 #include "terminal/market/SqlColumns.h"
+#include "terminal/market/StoreRows.h"
 #include "terminal/market/StoreSchema.h"
+#include "terminal/market/StoreTurn.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
@@ -20,26 +23,16 @@ DaySummary summaryOf(const QSqlQuery &row) {
     return summary;
 }
 
-std::optional<DaySummary> oneSummary(QSqlDatabase database, const QString &condition, qint64 instrument,
-                                     int day) {
-    QSqlQuery query(database);
-    query.prepare(QStringLiteral("SELECT day, source, open, high, low, close, volume, amount FROM days "
-                                 "WHERE instrument = ? AND ") +
-                  condition);
-    query.addBindValue(instrument);
-    query.addBindValue(day);
-    if (query.exec() && query.next()) {
-        return summaryOf(query);
+/// A whole look at the file's structure; false for the first damage, which is no error of the query. Values that are
+/// wrong in a file that is whole are found where they are read.
+bool isWhole(QSqlQuery &query) {
+    static const QRegularExpression value(QStringLiteral("^(ok$|\\S+ value in |CHECK constraint failed)"));
+    query.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
+    bool whole = query.exec(QStringLiteral("PRAGMA quick_check(1000)"));
+    while (whole && query.next()) {
+        whole = value.match(query.value(0).toString()).hasMatch();
     }
-    return std::nullopt;
-}
-
-/// A whole look at the file's structure: the first damage found, or "ok".
-QString checkStructure(QSqlQuery &query) {
-    const bool read = query.exec(QStringLiteral("PRAGMA quick_check(1)")) && query.next();
-    const QString text = read ? query.value(0).toString() : QString();
-    query.finish();
-    return text;
+    return whole && !query.lastError().isValid();
 }
 
 } // namespace
@@ -57,7 +50,16 @@ QString CMarketStore::describe(const QSqlError &error) const {
     return QStringLiteral("%1: %2").arg(mPath, text.replace(QLatin1Char('\n'), QLatin1Char(' ')));
 }
 
+QString CMarketStore::describeBusy() const {
+    return QStringLiteral(
+               "%1: another task of this program is writing, such as an import; try again when it is done")
+        .arg(mPath);
+}
+
 QString CMarketStore::open(const QString &path) {
+    if (path.isEmpty() || path == QLatin1String(":memory:") || path.startsWith(QLatin1String("file:"))) {
+        return QStringLiteral("\"%1\": the store is a file on disk: give the path of one").arg(path);
+    }
     mPath = path;
     const QDir folder = QFileInfo(path).absoluteDir();
     if (!folder.exists() && !QDir().mkpath(folder.path())) {
@@ -80,7 +82,7 @@ QString CMarketStore::prepare(QSqlDatabase database) {
     }
     QSqlQuery query(database);
     // The write-ahead log is turned on only for a file that is a store or is new.
-    const SchemaOutcome outcome = migrateSchema(database);
+    const SchemaOutcome outcome = migrateSchema(database, mFaults);
     switch (outcome.state) {
     case SchemaOutcome::State::Foreign:
         return QStringLiteral("%1: is the database of another program, not a market store").arg(mPath);
@@ -95,14 +97,15 @@ QString CMarketStore::prepare(QSqlDatabase database) {
         return describe(query.lastError());
     }
     query.finish();
-    const QString structure = checkStructure(query);
-    if (structure != QLatin1String("ok")) {
+    if (!isWhole(query)) {
         return query.lastError().isValid()
                    ? describe(query.lastError())
-                   : QStringLiteral("%1: the store is damaged; move the file away and start "
-                                    "again to get a new one")
+                   : QStringLiteral(
+                         "%1: the store is damaged; move the file away and start again to get a new one")
                          .arg(mPath);
     }
+    query.finish();
+    query.exec(QStringLiteral("PRAGMA ignore_check_constraints = OFF"));
     return {};
 }
 
@@ -117,7 +120,7 @@ std::shared_ptr<const Catalogue> CMarketStore::catalogue() const {
 
 QString CMarketStore::reload() {
     auto fresh = std::make_shared<Catalogue>();
-    CatalogueReader reader(connection(), *fresh);
+    CatalogueReader reader(connection(), mFaults, *fresh);
     if (!reader.read()) {
         return describe(reader.error());
     }
@@ -126,63 +129,122 @@ QString CMarketStore::reload() {
     return {};
 }
 
+bool CMarketStore::isBeingWritten() {
+    return !StoreTurn(*this, std::chrono::milliseconds(0)).isMine();
+}
+
 MinuteBars CMarketStore::bars(qint64 instrument, int day) {
-    QSqlQuery query(connection());
-    query.setForwardOnly(true);
-    query.prepare(
-        QStringLiteral("SELECT time, open, high, low, price, average, volume, amount FROM minute_bars "
-                       "WHERE instrument = ? AND day = ? ORDER BY time"));
-    query.addBindValue(instrument);
-    query.addBindValue(day);
     MinuteBars bars;
-    for (query.exec(); query.next();) {
-        bars.push_back({query.value(0).toLongLong(), query.value(1).toDouble(), query.value(2).toDouble(),
-                        query.value(3).toDouble(), query.value(4).toDouble(), query.value(5).toDouble(),
-                        query.value(6).toDouble(), query.value(7).toDouble()});
-    }
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("minute_bars"),
+               QStringLiteral("time, open, high, low, price, average, volume, amount"),
+               QStringLiteral("WHERE instrument = ? AND day = ? ORDER BY time"),
+               {instrument, day}},
+              [&bars](const QSqlQuery &row) {
+                  bars.push_back({row.value(0).toLongLong(), row.value(1).toDouble(), row.value(2).toDouble(),
+                                  row.value(3).toDouble(), row.value(4).toDouble(), row.value(5).toDouble(),
+                                  row.value(6).toDouble(), row.value(7).toDouble()});
+                  return true;
+              });
     return bars;
 }
 
 Ticks CMarketStore::ticks(qint64 instrument, int day) {
-    QSqlQuery query(connection());
-    query.setForwardOnly(true);
-    query.prepare(QStringLiteral("SELECT time, price, volume, amount FROM ticks "
-                                 "WHERE instrument = ? AND day = ? ORDER BY ordinal"));
-    query.addBindValue(instrument);
-    query.addBindValue(day);
     Ticks ticks;
-    for (query.exec(); query.next();) {
-        ticks.push_back({query.value(0).toLongLong(), query.value(1).toDouble(), query.value(2).toDouble(),
-                         query.value(3).toDouble()});
-    }
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("ticks"),
+               QStringLiteral("time, price, volume, amount"),
+               QStringLiteral("WHERE instrument = ? AND day = ? ORDER BY ordinal"),
+               {instrument, day}},
+              [&ticks](const QSqlQuery &row) {
+                  ticks.push_back({row.value(0).toLongLong(), row.value(1).toDouble(), row.value(2).toDouble(),
+                                   row.value(3).toDouble()});
+                  return true;
+              });
     return ticks;
 }
 
 QVector<int> CMarketStore::days(qint64 instrument) {
-    QSqlQuery query(connection());
-    query.setForwardOnly(true);
-    query.prepare(QStringLiteral("SELECT day FROM days WHERE instrument = ? ORDER BY day"));
-    query.addBindValue(instrument);
     QVector<int> days;
-    for (query.exec(); query.next();) {
-        days.append(query.value(0).toInt());
-    }
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("days"),
+               QStringLiteral("day"),
+               QStringLiteral("WHERE instrument = ? ORDER BY day"),
+               {instrument}},
+              [&days](const QSqlQuery &row) {
+                  days.append(row.value(0).toInt());
+                  return true;
+              });
     return days;
 }
 
+/// The first sound day of an order.
+std::optional<DaySummary> CMarketStore::oneSummary(const char *condition, qint64 instrument, int day) {
+    std::optional<DaySummary> first;
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("days"),
+               QStringLiteral("day, source, open, high, low, close, volume, amount"),
+               QStringLiteral("WHERE instrument = ? AND ") + QLatin1String(condition),
+               {instrument, day}},
+              [&first](const QSqlQuery &row) {
+                  first = first ? first : summaryOf(row);
+                  return true;
+              });
+    return first;
+}
+
 std::optional<DaySummary> CMarketStore::summary(qint64 instrument, int day) {
-    return oneSummary(connection(), QStringLiteral("day = ?"), instrument, day);
+    return oneSummary("day = ?", instrument, day);
 }
 
 std::optional<DaySummary> CMarketStore::summaryBefore(qint64 instrument, int day) {
-    return oneSummary(connection(), QStringLiteral("day < ? ORDER BY day DESC LIMIT 1"), instrument, day);
+    // More than one, so that a day that is set aside hides none before it.
+    return oneSummary("day < ? ORDER BY day DESC LIMIT 5", instrument, day);
+}
+
+std::optional<double> CMarketStore::previousClose(qint64 instrument, int day) {
+    std::optional<double> price;
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("previous_closes"),
+               QStringLiteral("price"),
+               QStringLiteral("WHERE instrument = ? AND day = ?"),
+               {instrument, day}},
+              [&price](const QSqlQuery &row) {
+                  price = row.value(0).toDouble();
+                  return true;
+              });
+    return price;
+}
+
+DaySessions CMarketStore::daySessions(qint64 instrument, int day) {
+    DaySessions::Table table;
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("day_sessions"),
+               QStringLiteral("first_minute, last_minute"),
+               QStringLiteral("WHERE instrument = ? AND day = ? ORDER BY ordinal"),
+               {instrument, day}},
+              [&table](const QSqlQuery &row) {
+                  table.append(qMakePair(row.value(0).toInt(), row.value(1).toInt()));
+                  return true;
+              });
+    const bool sound = areApart(table);
+    if (!sound) {
+        mFaults.tell(QStringLiteral("day_sessions"),
+                     QStringLiteral("(instrument %1, day %2)").arg(instrument).arg(day),
+                     QStringLiteral("a minute in two sessions"));
+    }
+    return sound ? DaySessions(table) : DaySessions();
 }
 
 QString CMarketStore::note(const QString &name) {
-    QSqlQuery query(connection());
-    query.prepare(QStringLiteral("SELECT value FROM notes WHERE name = ?"));
-    query.addBindValue(name);
-    return query.exec() && query.next() ? query.value(0).toString() : QString();
+    QString value;
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("notes"), QStringLiteral("value"), QStringLiteral("WHERE name = ?"), {name}},
+              [&value](const QSqlQuery &row) {
+                  value = row.value(0).toString();
+                  return true;
+              });
+    return value;
 }
 
 } // namespace terminal

@@ -3,6 +3,7 @@
 #include "terminal/market/Catalogue.h"
 #include "terminal/market/MinuteBar.h"
 #include "terminal/market/SqlConnections.h"
+#include "terminal/market/StoreFaults.h"
 #include "terminal/market/Tick.h"
 
 #include <QString>
@@ -31,7 +32,7 @@ struct DaySummary {
 
 /// The market store: instruments, calendars, minute bars and what belongs to them, in one SQLite file with
 /// write-ahead log. It is opened on one thread; after that every operation may be called from any. Writing goes
-/// through MarketWriter.
+/// through MarketWriter. Rows that cannot be right are passed over and told, see StoreRows.
 class CMarketStore {
 public:
     CMarketStore() = default;
@@ -58,19 +59,35 @@ public:
     std::optional<DaySummary> summary(qint64 instrument, int day);
     /// The last stored day before a day.
     std::optional<DaySummary> summaryBefore(qint64 instrument, int day);
+    /// The close before a day, as the source of the day has told it.
+    std::optional<double> previousClose(qint64 instrument, int day);
+    /// The sessions that are kept with a day, as its source has shown them; empty for those of the instrument.
+    DaySessions daySessions(qint64 instrument, int day);
     /// A value of the store's own bookkeeping, or empty.
     QString note(const QString &name);
+
+    /// What was read and could not be right.
+    StoreFaults &faults() { return mFaults; }
+    /// Whether another thread of the program is writing.
+    bool isBeingWritten();
 
     /// The calling thread's connection, for writers.
     QSqlDatabase connection();
     /// One line for a failed query of this store.
     QString describe(const QSqlError &error) const;
+    /// One line for a writer that has lost its patience.
+    QString describeBusy() const;
 
 private:
+    friend class StoreTurn;
+
     QString prepare(QSqlDatabase database);
+    std::optional<DaySummary> oneSummary(const char *condition, qint64 instrument, int day);
 
     QString mPath;
     std::unique_ptr<SqlConnections> mConnections;
+    StoreFaults mFaults;
+    std::recursive_timed_mutex mWriting; ///< held by the one that writes
     mutable std::mutex mLock; ///< guards the pointer below
     std::shared_ptr<const Catalogue> mCatalogue = std::make_shared<Catalogue>();
 };

@@ -1,29 +1,23 @@
 #include "terminal/market/CatalogueReader.h"
 
+#include "terminal/market/MarketSessions.h"
 #include "terminal/market/SqlColumns.h"
 
 #include <QVariant>
 
 namespace terminal {
-
-CatalogueReader::CatalogueReader(const QSqlDatabase &database, Catalogue &catalogue)
-    : mQuery(database), mCatalogue(catalogue) {
-    mQuery.setForwardOnly(true);
-}
+CatalogueReader::CatalogueReader(const QSqlDatabase &database, StoreFaults &faults, Catalogue &catalogue)
+    : mRows(database, faults), mFaults(faults), mCatalogue(catalogue) {}
 
 bool CatalogueReader::read() {
-    return readInstruments() && readCalendars() && readSectors() && readLinks() && readIndexes() &&
-           readPortfolios();
+    return readInstruments() && readSessions() && readCalendars() && readSectors() && readLinks() &&
+           readIndexes() && readPortfolios();
 }
 
-bool CatalogueReader::eachRow(const QString &statement, const std::function<void(const QSqlQuery &)> &take) {
-    if (!mQuery.exec(statement)) {
-        return false;
-    }
-    while (mQuery.next()) {
-        take(mQuery);
-    }
-    return !mQuery.lastError().isValid();
+bool CatalogueReader::eachRow(const char *table, const char *columns, const StoreRows::Take &take,
+                              const char *rest) {
+    mError = mRows.read({QLatin1String(table), QLatin1String(columns), QLatin1String(rest)}, take);
+    return !mError.isValid();
 }
 
 Instrument *CatalogueReader::byId(const QVariant &id) {
@@ -32,29 +26,20 @@ Instrument *CatalogueReader::byId(const QVariant &id) {
 }
 
 bool CatalogueReader::readInstruments() {
-    const QString statement =
-        QStringLiteral("SELECT id, market, code, name, initials, product, kind, price_tick, last_close, "
-                       "float_shares, underlying_market, underlying_code, own_sessions, simulated "
-                       "FROM instruments");
-    Sessions sessions;
-    const bool read = eachRow(statement, [this](const QSqlQuery &row) { takeInstrument(row); }) &&
-                      eachRow(QStringLiteral("SELECT instrument, type FROM instrument_types"),
-                              [this](const QSqlQuery &row) {
-                                  if (Instrument *instrument = byId(row.value(0))) {
-                                      instrument->types.append(row.value(1).toInt());
-                                  }
-                              }) &&
-                      eachRow(QStringLiteral("SELECT instrument, first_minute, last_minute FROM sessions "
-                                             "ORDER BY instrument, ordinal"),
-                              [&sessions](const QSqlQuery &row) {
-                                  sessions[row.value(0).toLongLong()].append(
-                                      qMakePair(row.value(1).toInt(), row.value(2).toInt()));
-                              });
-    takeSessions(sessions);
-    return read;
+    return eachRow("instruments",
+                   "id, market, code, name, initials, product, kind, price_tick, last_close, float_shares, "
+                   "underlying_market, underlying_code, own_sessions, simulated",
+                   [this](const QSqlQuery &row) { return takeInstrument(row); }) &&
+           eachRow("instrument_types", "instrument, type", [this](const QSqlQuery &row) {
+               Instrument *instrument = byId(row.value(0));
+               if (instrument) {
+                   instrument->types.append(row.value(1).toInt());
+               }
+               return instrument != nullptr;
+           });
 }
 
-void CatalogueReader::takeInstrument(const QSqlQuery &row) {
+bool CatalogueReader::takeInstrument(const QSqlQuery &row) {
     Instrument instrument;
     QVariant lastClose;
     takeColumns(row, instrument.id, instrument.market, instrument.code, instrument.name, instrument.initials,
@@ -64,17 +49,40 @@ void CatalogueReader::takeInstrument(const QSqlQuery &row) {
     instrument.lastClose = lastClose.isNull() ? TC::kUnsetValue : lastClose.toDouble();
     mKeys[instrument.id] = instrument.key();
     mCatalogue.instruments[instrument.key()] = instrument;
+    return true;
 }
 
+bool CatalogueReader::readSessions() {
+    Sessions sessions;
+    const bool read = eachRow(
+        "sessions", "instrument, first_minute, last_minute",
+        [this, &sessions](const QSqlQuery &row) {
+            sessions[row.value(0).toLongLong()].append(qMakePair(row.value(1).toInt(), row.value(2).toInt()));
+            return byId(row.value(0)) != nullptr;
+        },
+        "ORDER BY instrument, ordinal");
+    takeSessions(sessions);
+    return read;
+}
+
+/// An instrument whose sessions cannot be right has those of its market.
 void CatalogueReader::takeSessions(const Sessions &sessions) {
     for (auto entry = sessions.begin(); entry != sessions.end(); ++entry) {
         Instrument *instrument = byId(entry.key());
-        if (!instrument) {
-            continue;
+        if (instrument && areApart(entry.value())) {
+            instrument->sessions = DaySessions(entry.value());
+        } else if (instrument) {
+            mFaults.tell(QStringLiteral("sessions"), QStringLiteral("(instrument %1)").arg(entry.key()),
+                         QStringLiteral("a minute in two sessions"));
         }
-        instrument->sessions = DaySessions(entry.value());
-        if (instrument->sessions.hasNight()) {
-            mCatalogue.nightMarkets.insert(instrument->market);
+    }
+    for (Instrument &instrument : mCatalogue.instruments) {
+        if (instrument.sessions.isEmpty()) {
+            instrument.sessions =
+                marketSessions({instrument.market, instrument.code, instrument.product, instrument.types});
+        }
+        if (instrument.sessions.hasNight()) {
+            mCatalogue.nightMarkets.insert(instrument.market);
         }
     }
 }
@@ -83,9 +91,12 @@ bool CatalogueReader::readCalendars() {
     for (const Instrument &instrument : qAsConst(mCatalogue.instruments)) {
         calendarOf(instrument.market);
     }
-    return eachRow(QStringLiteral("SELECT market, date, open FROM trading_days"), [this](const QSqlQuery &row) {
+    return eachRow("trading_days", "market, date, open", [this](const QSqlQuery &row) {
         const QDate date = QDate::fromString(row.value(1).toString(), Qt::ISODate);
-        calendarOf(row.value(0).toString()).setException(date, row.value(2).toBool());
+        if (date.isValid()) {
+            calendarOf(row.value(0).toString()).setException(date, row.value(2).toBool());
+        }
+        return date.isValid();
     });
 }
 
@@ -100,36 +111,57 @@ MarketCalendar &CatalogueReader::calendarOf(const QString &market) {
 bool CatalogueReader::readSectors() {
     QMap<qint64, Sector> sectors;
     const bool read =
-        eachRow(QStringLiteral("SELECT id, level, name, index_instrument FROM sectors"),
+        eachRow("sectors", "id, level, name, index_instrument",
                 [&](const QSqlQuery &row) {
-                    sectors[row.value(0).toLongLong()] = {
-                        row.value(1).toInt(), row.value(2).toString(), keyOf(row.value(3)), {}};
+                    const bool known = row.value(3).isNull() || byId(row.value(3));
+                    if (known) {
+                        sectors[row.value(0).toLongLong()] = {
+                            row.value(1).toInt(), row.value(2).toString(), keyOf(row.value(3)), {}};
+                    }
+                    return known;
                 }) &&
-        eachRow(QStringLiteral("SELECT sector, instrument FROM sector_members"), [&](const QSqlQuery &row) {
-            sectors[row.value(0).toLongLong()].members.append(keyOf(row.value(1)));
-        });
+        readSectorMembers(sectors);
     for (const Sector &sector : qAsConst(sectors)) {
         mCatalogue.sectors.append(sector);
     }
     return read;
 }
 
+bool CatalogueReader::readSectorMembers(QMap<qint64, Sector> &sectors) {
+    return eachRow("sector_members", "sector, instrument", [&](const QSqlQuery &row) {
+        const auto sector = sectors.find(row.value(0).toLongLong());
+        const bool known = sector != sectors.end() && byId(row.value(1));
+        if (known) {
+            sector->members.append(keyOf(row.value(1)));
+        }
+        return known;
+    });
+}
+
 bool CatalogueReader::readLinks() {
-    return eachRow(QStringLiteral("SELECT bond, share FROM convertible_links"),
+    return eachRow("convertible_links", "bond, share",
                    [this](const QSqlQuery &row) {
-                       mCatalogue.convertibles[keyOf(row.value(0))].insert(keyOf(row.value(1)));
-                       mCatalogue.convertibles[keyOf(row.value(1))].insert(keyOf(row.value(0)));
+                       const bool known = byId(row.value(0)) && byId(row.value(1));
+                       if (known) {
+                           mCatalogue.convertibles[keyOf(row.value(0))].insert(keyOf(row.value(1)));
+                           mCatalogue.convertibles[keyOf(row.value(1))].insert(keyOf(row.value(0)));
+                       }
+                       return known;
                    }) &&
-           eachRow(QStringLiteral("SELECT a_share, h_share FROM listed_pairs"), [this](const QSqlQuery &row) {
-               mCatalogue.hShareOf[keyOf(row.value(0))] = keyOf(row.value(1));
-               mCatalogue.aShareOf[keyOf(row.value(1))] = keyOf(row.value(0));
+           eachRow("listed_pairs", "a_share, h_share", [this](const QSqlQuery &row) {
+               const bool known = byId(row.value(0)) && byId(row.value(1));
+               if (known) {
+                   mCatalogue.hShareOf[keyOf(row.value(0))] = keyOf(row.value(1));
+                   mCatalogue.aShareOf[keyOf(row.value(1))] = keyOf(row.value(0));
+               }
+               return known;
            });
 }
 
 bool CatalogueReader::readIndexes() {
     QMap<qint64, QString> keys;
-    return eachRow(QStringLiteral("SELECT id, key, name, start_time, base_value, option1, option2, option3, "
-                                  "last_value FROM user_indexes"),
+    return eachRow("user_indexes",
+                   "id, key, name, start_time, base_value, option1, option2, option3, last_value",
                    [&](const QSqlQuery &row) {
                        UserIndex index;
                        index.key = row.value(1).toString();
@@ -143,27 +175,37 @@ bool CatalogueReader::readIndexes() {
                        index.lastValue = row.value(8).toDouble();
                        keys[row.value(0).toLongLong()] = index.key;
                        mCatalogue.indexes[index.key] = index;
+                       return true;
                    }) &&
-           eachRow(QStringLiteral("SELECT user_index, instrument FROM user_index_members "
-                                  "ORDER BY user_index, ordinal"),
-                   [&](const QSqlQuery &row) {
-                       mCatalogue.indexes[keys.value(row.value(0).toLongLong())].detail.mMembers.append(
-                           keyOf(row.value(1)));
-                   });
+           eachRow(
+               "user_index_members", "user_index, instrument",
+               [&](const QSqlQuery &row) {
+                   const auto key = keys.constFind(row.value(0).toLongLong());
+                   const bool known = key != keys.constEnd() && byId(row.value(1));
+                   if (known) {
+                       mCatalogue.indexes[*key].detail.mMembers.append(keyOf(row.value(1)));
+                   }
+                   return known;
+               },
+               "ORDER BY user_index, ordinal");
 }
 
 bool CatalogueReader::readPortfolios() {
     QMap<int, Portfolio> portfolios;
     const bool read =
-        eachRow(QStringLiteral("SELECT number, name FROM portfolios"),
+        eachRow("portfolios", "number, name",
                 [&](const QSqlQuery &row) {
                     portfolios[row.value(0).toInt()] = {row.value(0).toInt(), row.value(1).toString(), {}};
+                    return true;
                 }) &&
-        eachRow(QStringLiteral("SELECT portfolio, instrument, quantity FROM portfolio_positions"),
-                [&](const QSqlQuery &row) {
-                    portfolios[row.value(0).toInt()].positions.append(
-                        {keyOf(row.value(1)), row.value(2).toDouble()});
-                });
+        eachRow("portfolio_positions", "portfolio, instrument, quantity", [&](const QSqlQuery &row) {
+            const auto portfolio = portfolios.find(row.value(0).toInt());
+            const bool known = portfolio != portfolios.end() && byId(row.value(1));
+            if (known) {
+                portfolio->positions.append({keyOf(row.value(1)), row.value(2).toDouble()});
+            }
+            return known;
+        });
     for (const Portfolio &portfolio : qAsConst(portfolios)) {
         mCatalogue.portfolios[portfolio.key()] = portfolio;
     }

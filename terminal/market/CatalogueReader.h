@@ -1,13 +1,12 @@
 #pragma once
 
 #include "terminal/market/Catalogue.h"
+#include "terminal/market/StoreRows.h"
 
 #include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
-
-#include <functional>
 
 namespace terminal {
 
@@ -16,30 +15,34 @@ namespace terminal {
 /// The instruments come first: what is read later refers to them by their rows.
 class CatalogueReader {
 public:
-    /// `catalogue` is empty, and outlives the reader.
-    CatalogueReader(const QSqlDatabase &database, Catalogue &catalogue);
+    /// `catalogue` is empty, and outlives the reader as `faults` does, which hears of the rows that are set aside.
+    CatalogueReader(const QSqlDatabase &database, StoreFaults &faults, Catalogue &catalogue);
 
     /// False when a table could not be read, for the reason that error() tells.
     bool read();
-    QSqlError error() const { return mQuery.lastError(); }
+    QSqlError error() const { return mError; }
 
 private:
     using Sessions = QMap<qint64, DaySessions::Table>; ///< by the row of the instrument
 
-    bool eachRow(const QString &statement, const std::function<void(const QSqlQuery &)> &take);
+    bool eachRow(const char *table, const char *columns, const StoreRows::Take &take, const char *rest = "");
     Instrument *byId(const QVariant &id);
     QString keyOf(const QVariant &id) const { return mKeys.value(id.toLongLong()); }
     bool readInstruments();
-    void takeInstrument(const QSqlQuery &row);
+    bool takeInstrument(const QSqlQuery &row);
+    bool readSessions();
     void takeSessions(const Sessions &sessions);
     bool readCalendars();
     MarketCalendar &calendarOf(const QString &market);
     bool readSectors();
+    bool readSectorMembers(QMap<qint64, Sector> &sectors);
     bool readLinks();
     bool readIndexes();
     bool readPortfolios();
 
-    QSqlQuery mQuery;
+    StoreRows mRows;
+    StoreFaults &mFaults;
+    QSqlError mError;
     Catalogue &mCatalogue;
     QHash<qint64, QString> mKeys; ///< of instruments, by row
 };

@@ -43,6 +43,17 @@ DaySessions::DaySessions(const Table &table) : mTable(table) {
     }
 }
 
+bool areApart(const DaySessions::Table &table) {
+    for (int i = 0; i < table.size(); ++i) {
+        for (int j = 0; j < i; ++j) {
+            if (table[i].first <= table[j].second && table[j].first <= table[i].second) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 int DaySessions::count() const {
     int positions = 0;
     for (const QPair<int, int> &session : mTable) {

@@ -42,6 +42,9 @@ private:
     QVector<Place> mPlaces;
 };
 
+/// Whether no minute stands in two sessions of a table.
+bool areApart(const DaySessions::Table &table);
+
 inline bool operator==(const DaySessions &a, const DaySessions &b) {
     return a.table() == b.table();
 }

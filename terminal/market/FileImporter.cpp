@@ -1,5 +1,6 @@
 #include "terminal/market/FileImporter.h"
 
+#include "terminal/market/ColumnChoice.h"
 #include "terminal/market/MinuteBarImporter.h"
 #include "terminal/market/TickImporter.h"
 #include "toolkit/files/RegularFile.h"
@@ -7,12 +8,12 @@
 namespace terminal {
 namespace {
 
-/// A file that cannot be read counts as one of bars; its import tells why.
-ImportKind kindOfFile(const QString &path) {
+/// The headings of a file; none of one that cannot be read, which counts as one of bars: its import tells why.
+TableHeadings headingsOfFile(const QString &path) {
     constexpr qint64 kLongestLine = 65536; ///< bytes
     GZ::RegularFile file(path);
     const QByteArray head = file.head(kLongestLine);
-    return file.isGood() ? kindOfTable(readHeadings(head.left(head.indexOf('\n')))) : ImportKind::Bars;
+    return file.isGood() ? readHeadings(head.left(head.indexOf('\n'))) : TableHeadings();
 }
 
 template <class Importer>
@@ -25,10 +26,16 @@ ImportOutcome importWith(CMarketStore &store, const ImportOptions &options, cons
 
 } // namespace
 
-ImportOutcome importMarketFile(CMarketStore &store, const ImportOptions &options, const QString &path,
+ImportOutcome importMarketFile(CMarketStore &store, ImportOptions options, const QString &path,
                                const Progress &progress) {
-    return kindOfFile(path) == ImportKind::Bars ? importWith<MinuteBarImporter>(store, options, path, progress)
-                                                : importWith<TickImporter>(store, options, path, progress);
+    TableHeadings headings = headingsOfFile(path);
+    if (options.columns.isEmpty()) {
+        options.columns = rememberedColumns(store, headings);
+    }
+    applyColumns(options.columns, headings); // what is wrong with it is told by the import
+    return kindOfTable(headings) == ImportKind::Bars
+               ? importWith<MinuteBarImporter>(store, options, path, progress)
+               : importWith<TickImporter>(store, options, path, progress);
 }
 
 } // namespace terminal

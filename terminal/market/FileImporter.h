@@ -8,9 +8,10 @@
 
 namespace terminal {
 
-/// Imports a file of minute bars, trades or snapshots, whichever its headings show: in whole, or not at all. `progress`
+/// Imports a file of minute bars, trades or snapshots, whichever its headings show, or the columns that the user has
+/// chosen for such headings: in whole, or not at all. `progress`
 /// hears thousandths; answering false stops the import.
-ImportOutcome importMarketFile(CMarketStore &store, const ImportOptions &options, const QString &path,
+ImportOutcome importMarketFile(CMarketStore &store, ImportOptions options, const QString &path,
                                const Progress &progress = {});
 
 } // namespace terminal

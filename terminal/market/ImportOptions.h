@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/market/BarFault.h"
 #include "terminal/market/TickColumns.h"
 
 #include <QString>
@@ -17,6 +18,9 @@ struct ImportOptions {
         volumeInLots; ///< of 100 shares; without it the amounts decide, and shares when there are none
     std::optional<bool>
         labelAtStart; ///< minutes are labelled by their start; by their end when nothing is said
+    bool sessionsFromFile =
+        false; ///< each day trades when the file's rows show it, whatever is known of the market
+    QString columns{}; ///< which column is what, see ColumnChoice; recognised by the headings when empty
     QString name{}; ///< of the one instrument, when the store does not have it yet; else its code
 };
 
@@ -27,11 +31,28 @@ struct ImportedBars {
     int lastDay = 0;
     int bars = 0; ///< minutes that are new or took the place of simulated ones
     int ticks = 0; ///< trades, and snapshots between which something was traded
+    QVector<int> repeatedLines; ///< of the file, that say again what stands before
+};
+
+/// Rows of a file that were not taken: how many, and the first of them with the reasons.
+struct LeftOutRows {
+    static constexpr int kTold = 10;
+
+    void add(int line, const QString &reason) {
+        ++count;
+        if (first.size() < kTold) {
+            first.append({line, reason});
+        }
+    }
+
+    int count = 0;
+    QVector<BarFault> first;
 };
 
 /// Outcome of an import.
 struct ImportOutcome {
     QString error; ///< empty, or one line "FILE:LINE: reason"
+    LeftOutRows leftOut; ///< with an error, the rows that are wrong, as far as the file was read
     QVector<ImportedBars> instruments;
     int rows = 0; ///< rows read
 

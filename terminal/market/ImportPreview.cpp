@@ -1,6 +1,7 @@
 #include "terminal/market/ImportPreview.h"
 
 #include "terminal/market/BarDays.h"
+#include "terminal/market/ColumnChoice.h"
 #include "terminal/market/ImportText.h"
 #include "terminal/market/RowFields.h"
 #include "terminal/market/TickRowParser.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr qint64 kPiece = 65536; ///< bytes read of either end
 constexpr int kRows = 200;
+constexpr int kRawRows = 20; ///< shown as they stand
 
 struct PreviewWords {
     Q_DECLARE_TR_FUNCTIONS(ImportPreview)
@@ -60,14 +62,19 @@ QStringList shownRow(const TickRow &row) {
 /// Reads the two ends of a file into a preview.
 class Previewer {
 public:
-    explicit Previewer(const QString &path) : mPath(path), mFile(path) {}
+    Previewer(const QString &path, const QString &columns) : mPath(path), mColumns(columns), mFile(path) {}
 
     ImportPreview preview() {
         BarFault fault = readEnds();
         if (fault.isNone()) {
-            const TableHeadings headings = readHeadings(mHead.left(std::max(mHead.indexOf('\n'), 0)));
+            TableHeadings headings = readHeadings(mHead.left(std::max(mHead.indexOf('\n'), 0)));
+            mPreview.headings = headings;
+            keepFields();
+            const QString trouble = applyColumns(mColumns, headings);
             mPreview.kind = kindOfTable(headings);
-            fault = mPreview.kind == ImportKind::Bars ? readBars(headings) : readTicks(headings);
+            fault = !trouble.isEmpty()                  ? BarFault{1, trouble}
+                    : mPreview.kind == ImportKind::Bars ? readBars(headings)
+                                                        : readTicks(headings);
         }
         if (!fault.isNone()) {
             mPreview.error = ImportText::located(mPath, fault);
@@ -98,22 +105,48 @@ private:
                                  : BarFault{1, trouble};
     }
 
+    /// The line that starts at a place, which goes on to the next one; the last one of the file may be without an
+    /// end. False when there is none that is read in whole.
+    bool takeLine(int &start, std::string_view &text) const {
+        const int end = mHead.indexOf('\n', start);
+        const bool isWhole = end >= 0 || (mFile.size() == mHead.size() && start < mHead.size());
+        if (start <= 0 || !isWhole) {
+            return false;
+        }
+        const int after = end >= 0 ? end : mHead.size();
+        text = std::string_view(mHead.constData() + start, static_cast<size_t>(after - start));
+        start = after + 1;
+        return true;
+    }
+
+    std::string_view headingLine() const {
+        return ImportText::headingOf({mHead.constData(), static_cast<size_t>(mHead.size())});
+    }
+
+    void keepFields() {
+        int start = mHead.indexOf('\n') + 1;
+        RowFields fields;
+        for (std::string_view text; mPreview.fields.size() < kRawRows && takeLine(start, text);) {
+            fields.split(text, mPreview.headings.separator);
+            QStringList row;
+            for (int i = 0; i < fields.count(); ++i) {
+                row.append(shownText(fields.at(i)));
+            }
+            mPreview.fields.append(row);
+        }
+    }
+
     template <class Parser, class Row> BarFault readRows(Parser parser) {
         std::vector<Row> rows;
         int start = mHead.indexOf('\n') + 1;
         const int first = start;
-        for (int line = 2; static_cast<int>(rows.size()) < kRows; ++line) {
-            const int end = mHead.indexOf('\n', start);
-            if (start <= 0 || end < 0) {
-                break;
+        std::string_view text;
+        for (int line = 2; static_cast<int>(rows.size()) < kRows && takeLine(start, text); ++line) {
+            if (ImportText::isPassedOver(text, headingLine())) {
+                continue;
             }
             Row row;
             row.line = line;
-            const std::string_view text(mHead.constData() + start, static_cast<size_t>(end - start));
-            start = end + 1;
-            if (text.find_first_not_of(" \t\r") == std::string_view::npos) {
-                continue;
-            }
             const QString wrong = parser.parse(text, row);
             if (!wrong.isEmpty()) {
                 return {line, wrong};
@@ -165,6 +198,7 @@ private:
     }
 
     const QString mPath;
+    const QString mColumns;
     GZ::RegularFile mFile;
     QByteArray mHead;
     QByteArray mTail;
@@ -173,8 +207,8 @@ private:
 
 } // namespace
 
-ImportPreview previewFile(const QString &path) {
-    return Previewer(path).preview();
+ImportPreview previewFile(const QString &path, const QString &columns) {
+    return Previewer(path, columns).preview();
 }
 
 QStringList previewHeadings(ImportKind kind) {

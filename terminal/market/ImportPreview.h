@@ -21,10 +21,12 @@ struct ImportPreview {
     QDate firstDate; ///< calendar dates of the first rows and of the last one
     QDate lastDate;
     int rowsAbout = 0; ///< rows of the file, by their length
+    TableHeadings headings; ///< as they stand
+    QVector<QStringList> fields; ///< of the first rows, as they stand
 };
 
-/// Reads the first 200 rows and the last one.
-ImportPreview previewFile(const QString &path);
+/// Reads the first 200 rows and the last one. `columns` is what the user has chosen, see ColumnChoice.
+ImportPreview previewFile(const QString &path, const QString &columns = {});
 
 /// Columns of a preview: the time first, then prices, volume and amount.
 QStringList previewHeadings(ImportKind kind);

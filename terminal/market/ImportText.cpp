@@ -10,7 +10,24 @@ namespace {
 constexpr int kRowsBetweenReports = 20000;
 constexpr qint64 kLargestFile = 1900LL * 1000 * 1000; ///< bytes
 
+std::string_view withoutEnd(std::string_view line) {
+    const size_t end = line.find_last_not_of(" \t\r");
+    return line.substr(0, end == std::string_view::npos ? 0 : end + 1);
+}
+
 } // namespace
+
+std::string_view ImportText::headingOf(std::string_view all) {
+    constexpr std::string_view kMark(
+        "\xef\xbb\xbf"); // of the byte order, which stands in front of the first line only
+    const std::string_view line = withoutEnd(all.substr(0, all.find('\n')));
+    return line.substr(0, kMark.size()) == kMark ? line.substr(kMark.size()) : line;
+}
+
+bool ImportText::isPassedOver(std::string_view row, std::string_view heading) {
+    const std::string_view text = withoutEnd(row);
+    return text.empty() || text == heading;
+}
 
 const QString &ImportText::stopped() {
     static const QString text = QStringLiteral("the import was stopped");
@@ -48,19 +65,21 @@ TableHeadings ImportText::headings() const {
     return readHeadings(end < 0 ? mContent : mContent.left(end));
 }
 
-BarFault ImportText::eachRow(const TakeRow &take, const Report &goesOn) const {
+BarFault ImportText::eachRow(const TakeRow &take, const Report &goesOn, const PassOver &passOver) const {
     const std::string_view all = text();
     bool any = false;
     int line = 1;
     size_t end = all.find('\n');
+    const std::string_view heading = headingOf(all);
     for (size_t start = end; start != std::string_view::npos && start + 1 < all.size(); start = end) {
         ++line;
         end = all.find('\n', start + 1);
-        if (end == std::string_view::npos) {
-            return {line, QStringLiteral("the file ends in the middle of a line")};
-        }
-        const std::string_view row = all.substr(start + 1, end - start - 1);
-        if (row.find_first_not_of(" \t\r") == std::string_view::npos) {
+        const std::string_view row =
+            all.substr(start + 1, end == std::string_view::npos ? end : end - start - 1);
+        if (isPassedOver(row, heading)) {
+            if (withoutEnd(row) == heading) {
+                passOver(line);
+            }
             continue;
         }
         any = true;

@@ -18,6 +18,8 @@ public:
     using TakeRow = std::function<BarFault(int line, std::string_view row)>;
     /// Hears now and then which part of the text is done; answering false stops the reading.
     using Report = std::function<bool(double part)>;
+    /// Hears of a line that repeats the headings.
+    using PassOver = std::function<void(int line)>;
 
     /// The fault of a reading that was stopped.
     static const QString &stopped();
@@ -27,9 +29,14 @@ public:
     /// Reads the file. A fault when it cannot be read, is empty or is no text.
     BarFault open(const QString &path);
     TableHeadings headings() const;
-    /// Hands over every row that is not blank; the first fault ends the reading. A fault when there is no row, or the
-    /// file ends in the middle of a line.
-    BarFault eachRow(const TakeRow &take, const Report &goesOn) const;
+    /// Hands over every row that is neither blank nor the heading line over again, as in files that were put together;
+    /// the last one may be without an end. The first fault ends the reading. A fault when there is no row.
+    BarFault eachRow(const TakeRow &take, const Report &goesOn, const PassOver &passOver) const;
+
+    /// The first line of a text, without its end and a mark of the byte order.
+    static std::string_view headingOf(std::string_view all);
+    /// Whether a line is no row, by the file's first one without its end.
+    static bool isPassedOver(std::string_view row, std::string_view heading);
 
 private:
     std::string_view text() const { return {mContent.constData(), static_cast<size_t>(mContent.size())}; }

@@ -2,6 +2,8 @@
 
 #include "terminal/market/MarketDate.h"
 
+#include <algorithm>
+
 namespace terminal {
 namespace {
 
@@ -26,14 +28,32 @@ double volumeUnit(const ImportOptions &options, const QString &market, double mo
     return ratio > kLot / 2.0 && ratio < kLot * 2.0 ? kLot : 1.0;
 }
 
-BarFault ImportedDays::put(const Instrument &instrument, const QDate &day, MinuteBars bars,
+BarFault ImportedDays::put(const Instrument &instrument, const BarDays &days, const QDate &day,
                            const LineOf &lineOf) {
+    MinuteBars bars = days.days.value(day);
     BarFault clash = mergeStored(instrument, dayOf(day), lineOf, bars);
     if (clash.isNone()) {
         fillAverages(bars);
         mWriter.putDay(instrument.id, dayOf(day), BarSource::Imported, bars);
+        mWriter.putDaySessions(instrument.id, dayOf(day),
+                               keptSessions(instrument, days.sessions.value(day), day, bars));
     }
     return clash;
+}
+
+/// The sessions to keep with a day; none when they are those of the instrument. Bars of earlier imports may show more
+/// than is known of the day.
+DaySessions ImportedDays::keptSessions(const Instrument &instrument, const DaySessions &ofDay, const QDate &day,
+                                       const MinuteBars &bars) const {
+    const auto isTraded = [&ofDay](const MinuteBar &bar) {
+        return ofDay.placeOf(minuteAt(bar.time)).has_value();
+    };
+    if (mSessionsFromFile || !std::all_of(bars.begin(), bars.end(), isTraded)) {
+        std::vector<qint64> times(bars.size());
+        std::transform(bars.begin(), bars.end(), times.begin(), [](const MinuteBar &bar) { return bar.time; });
+        return observedSessions(day, times);
+    }
+    return ofDay == instrument.sessions ? DaySessions() : ofDay;
 }
 
 void ImportedDays::finish(const Instrument &instrument, const BarDays &days, ImportedBars &imported) {
@@ -43,7 +63,11 @@ void ImportedDays::finish(const Instrument &instrument, const BarDays &days, Imp
     for (const QDate &day : days.restDays) {
         mWriter.putTradingDay(instrument.market, day, false);
     }
+    for (auto told = days.previousCloses.begin(); told != days.previousCloses.end(); ++told) {
+        mWriter.putPreviousClose(instrument.id, dayOf(told.key()), *told);
+    }
     imported.key = instrument.key();
+    imported.repeatedLines = days.repeatedLines;
     imported.firstDay = dayOf(days.days.firstKey());
     imported.lastDay = dayOf(days.days.lastKey());
 }

@@ -24,19 +24,25 @@ public:
     /// Tells the line of the file that a minute comes from, by its time.
     using LineOf = std::function<int(qint64 time)>;
 
-    ImportedDays(CMarketStore &store, MarketWriter &writer) : mStore(store), mWriter(writer) {}
+    /// `sessionsFromFile` keeps with each day the sessions that its bars show.
+    ImportedDays(CMarketStore &store, MarketWriter &writer, bool sessionsFromFile)
+        : mStore(store), mWriter(writer), mSessionsFromFile(sessionsFromFile) {}
 
-    /// Adds the bars of a day of an instrument.
-    BarFault put(const Instrument &instrument, const QDate &day, MinuteBars bars, const LineOf &lineOf);
-    /// Ends the days of an instrument: notes the dates that the bars have shown to be trading days, or none, and tells
-    /// what was imported from when to when.
+    /// Adds the bars of a day of an instrument, of which `days` knows the sessions.
+    BarFault put(const Instrument &instrument, const BarDays &days, const QDate &day, const LineOf &lineOf);
+    /// Ends the days of an instrument: notes the dates that the bars have shown to be trading days, or none, and the
+    /// closes before the days, and tells what was imported from when to when.
     void finish(const Instrument &instrument, const BarDays &days, ImportedBars &imported);
 
 private:
     BarFault mergeStored(const Instrument &instrument, int day, const LineOf &lineOf, MinuteBars &bars);
 
+    DaySessions keptSessions(const Instrument &instrument, const DaySessions &ofDay, const QDate &day,
+                             const MinuteBars &bars) const;
+
     CMarketStore &mStore;
     MarketWriter &mWriter;
+    const bool mSessionsFromFile;
 };
 
 } // namespace terminal

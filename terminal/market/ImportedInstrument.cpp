@@ -14,6 +14,7 @@ namespace {
 QString marketOfExchange(const QString &exchange) {
     static const QHash<QString, QString> names{
         {QStringLiteral("XSHG"), QStringLiteral("SH")},     {QStringLiteral("SSE"), QStringLiteral("SH")},
+        {QStringLiteral("SHSE"), QStringLiteral("SH")},     {QStringLiteral("SS"), QStringLiteral("SH")},
         {QStringLiteral("XSHE"), QStringLiteral("SZ")},     {QStringLiteral("SZSE"), QStringLiteral("SZ")},
         {QStringLiteral("XSGE"), QStringLiteral("SHFE")},   {QStringLiteral("SHF"), QStringLiteral("SHFE")},
         {QStringLiteral("XDCE"), QStringLiteral("DCE")},    {QStringLiteral("XZCE"), QStringLiteral("CZCE")},

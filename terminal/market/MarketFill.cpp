@@ -41,9 +41,12 @@ bool putMarket(MarketWriter &writer) {
     return putLinks(writer) && writer.putNote(kFilledNote, QString::number(kMarketSeed));
 }
 
-/// Tells a store that was filled before what stands under an instrument by now.
-bool refreshUnderlying(MarketWriter &writer, const Instrument *stored, const Instrument &simulated) {
-    if (!stored || !stored->simulated || stored->underlyingKey() == simulated.underlyingKey()) {
+/// Tells a store that was filled before what stands under an instrument by now, and makes one anew that was set aside.
+bool refreshInstrument(MarketWriter &writer, const Instrument *stored, const Instrument &simulated) {
+    if (!stored) {
+        return writer.putInstrument(simulated) != 0;
+    }
+    if (!stored->simulated || stored->underlyingKey() == simulated.underlyingKey()) {
         return true;
     }
     Instrument updated = *stored;
@@ -67,10 +70,11 @@ bool fillDays(CMarketStore &store, MarketWriter &writer, const SimulatedInstrume
               const MarketCalendar &calendar, const QDate &last) {
     const QDate first = calendar.shifted(last, 1 - kFilledDays);
     const std::optional<DaySummary> before = store.summaryBefore(row, dayOf(first));
-    double close = before && before->source == BarSource::Simulated ? before->close : simulated.basePrice;
+    const bool goesOn = before && before->source == BarSource::Simulated && before->close > 0.0;
+    double close = goesOn ? before->close : simulated.basePrice;
     for (QDate day = first; day <= last; day = calendar.next(day)) {
         if (const std::optional<DaySummary> stored = store.summary(row, dayOf(day))) {
-            close = stored->close;
+            close = stored->close > 0.0 ? stored->close : close;
             continue;
         }
         const MinuteBars bars = simulateDay(simulated, {day, calendar.eveningBefore(day), close, kMarketSeed});
@@ -100,7 +104,7 @@ QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {
         const SimulatedInstrument &simulated = simulatedInstruments()[done];
         const QString &market = simulated.instrument.market;
         const MarketCalendar calendar = catalogue->calendar(market);
-        refreshUnderlying(writer, catalogue->find(simulated.instrument.key()), simulated.instrument);
+        refreshInstrument(writer, catalogue->find(simulated.instrument.key()), simulated.instrument);
         const qint64 row = writer.rowOf(simulated.instrument.key());
         fillDays(store, writer, simulated, row, calendar, calendar.dayAt(now, nightMarkets.contains(market)));
     }

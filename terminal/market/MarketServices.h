@@ -16,6 +16,8 @@ public:
     MarketServices(const MarketServices &) = delete;
     MarketServices &operator=(const MarketServices &) = delete;
 
+    StoreTradeTimes &times() { return mTimes; }
+
 private:
     StoreStockManager mStocks;
     StoreTradeTimes mTimes;

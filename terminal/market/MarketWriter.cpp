@@ -32,9 +32,11 @@ DaySummary summarize(int day, BarSource source, const MinuteBars &bars) {
 }
 
 MarketWriter::MarketWriter(CMarketStore &store)
-    : mStore(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteBars(mDatabase),
+    : mStore(store), mTurn(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteBars(mDatabase),
       mInsertBar(mDatabase), mInsertTick(mDatabase) {
-    mOpen = runText(QStringLiteral("BEGIN IMMEDIATE"));
+    QSqlQuery begin(mDatabase);
+    begin.prepare(QStringLiteral("BEGIN IMMEDIATE"));
+    mOpen = run(begin);
     if (!mOpen) {
         return;
     }
@@ -49,11 +51,8 @@ MarketWriter::MarketWriter(CMarketStore &store)
 }
 
 MarketWriter::~MarketWriter() {
+    finishQueries();
     if (mOpen) {
-        mInsertDay.finish();
-        mDeleteBars.finish();
-        mInsertBar.finish();
-        mInsertTick.finish();
         QSqlQuery(mDatabase).exec(QStringLiteral("ROLLBACK"));
     }
 }
@@ -65,30 +64,49 @@ bool MarketWriter::run(QSqlQuery &query) {
     return mError.isEmpty();
 }
 
+QSqlQuery &MarketWriter::prepared(const QString &statement) {
+    const auto found = mPrepared.find(statement);
+    if (found != mPrepared.end()) {
+        return found->second;
+    }
+    QSqlQuery query(mDatabase);
+    query.prepare(statement);
+    return mPrepared.emplace(statement, query).first->second;
+}
+
+void MarketWriter::finishQueries() {
+    for (QSqlQuery *query : {&mInsertDay, &mDeleteBars, &mInsertBar, &mInsertTick}) {
+        query->finish();
+    }
+    mPrepared.clear();
+}
+
 bool MarketWriter::runText(const QString &statement, const QVariantList &values) {
     if (!mError.isEmpty()) {
         return false;
     }
-    QSqlQuery query(mDatabase);
-    query.prepare(statement);
-    for (const QVariant &value : values) {
-        query.addBindValue(value);
+    QSqlQuery &query = prepared(statement);
+    for (int i = 0; i < values.size(); ++i) {
+        query.bindValue(i, values[i]);
     }
-    return run(query);
+    const bool good = run(query);
+    query.finish();
+    return good;
 }
 
 qint64 MarketWriter::rowOf(const QString &key) {
-    QSqlQuery query(mDatabase);
-    query.prepare(QStringLiteral("SELECT id FROM instruments WHERE market || code = ?"));
-    query.addBindValue(key);
+    QSqlQuery &query = prepared(QStringLiteral("SELECT id FROM instruments WHERE market || code = ?"));
+    query.bindValue(0, key);
     if (!run(query)) {
         return 0;
     }
-    if (!query.next()) {
+    const bool found = query.next();
+    const qint64 row = found ? query.value(0).toLongLong() : 0;
+    query.finish();
+    if (!found) {
         mError = QStringLiteral("%1: no instrument %2").arg(mStore.path(), key);
-        return 0;
     }
-    return query.value(0).toLongLong();
+    return row;
 }
 
 qint64 MarketWriter::putInstrument(const Instrument &instrument) {
@@ -180,56 +198,75 @@ bool MarketWriter::putNote(const QString &name, const QString &value) {
                    {name, value});
 }
 
+bool MarketWriter::putPreviousClose(qint64 instrument, int day, double price) {
+    return runText(QStringLiteral("INSERT OR REPLACE INTO previous_closes VALUES (?, ?, ?)"),
+                   {instrument, day, price});
+}
+
+bool MarketWriter::putDaySessions(qint64 instrument, int day, const DaySessions &sessions) {
+    runText(QStringLiteral("DELETE FROM day_sessions WHERE instrument = ? AND day = ?"), {instrument, day});
+    const DaySessions::Table &table = sessions.table();
+    for (int i = 0; i < table.size(); ++i) {
+        runText(QStringLiteral("INSERT INTO day_sessions VALUES (?, ?, ?, ?, ?)"),
+                {instrument, day, i, table[i].first, table[i].second});
+    }
+    return isGood();
+}
+
 bool MarketWriter::addSector(const Sector &sector) {
     const QVariant index = sector.indexKey.isEmpty() ? QVariant() : QVariant(rowOf(sector.indexKey));
-    runText(QStringLiteral("INSERT INTO sectors (level, name, index_instrument) VALUES (?, ?, ?)"),
+    runText(QStringLiteral("INSERT OR IGNORE INTO sectors (level, name, index_instrument) VALUES (?, ?, ?)"),
             {sector.level, sector.name, index});
     for (const QString &member : sector.members) {
         runText(
-            QStringLiteral("INSERT INTO sector_members SELECT id, ? FROM sectors WHERE level = ? AND name = ?"),
+            QStringLiteral(
+                "INSERT OR IGNORE INTO sector_members SELECT id, ? FROM sectors WHERE level = ? AND name = ?"),
             {rowOf(member), sector.level, sector.name});
     }
     return isGood();
 }
 
 bool MarketWriter::addConvertible(const QString &bond, const QString &share) {
-    return runText(QStringLiteral("INSERT INTO convertible_links VALUES (?, ?)"), {rowOf(bond), rowOf(share)});
+    return runText(QStringLiteral("INSERT OR IGNORE INTO convertible_links VALUES (?, ?)"),
+                   {rowOf(bond), rowOf(share)});
 }
 
 bool MarketWriter::addListedPair(const QString &aShare, const QString &hShare) {
-    return runText(QStringLiteral("INSERT INTO listed_pairs VALUES (?, ?)"), {rowOf(aShare), rowOf(hShare)});
+    return runText(QStringLiteral("INSERT OR IGNORE INTO listed_pairs VALUES (?, ?)"),
+                   {rowOf(aShare), rowOf(hShare)});
 }
 
 bool MarketWriter::addIndex(const UserIndex &index) {
     const TC::CIndexDetail &detail = index.detail;
-    runText(QStringLiteral(
-                "INSERT INTO user_indexes (key, name, start_time, base_value, option1, option2, option3, "
-                "last_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
-            {index.key, text(detail.mCode), detail.mStartTime, detail.mBaseValue, detail.mOption1,
-             detail.mOption2, detail.mOption3, index.lastValue});
+    runText(
+        QStringLiteral(
+            "INSERT OR IGNORE INTO user_indexes (key, name, start_time, base_value, option1, option2, option3, "
+            "last_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+        {index.key, text(detail.mCode), detail.mStartTime, detail.mBaseValue, detail.mOption1, detail.mOption2,
+         detail.mOption3, index.lastValue});
     for (int i = 0; i < detail.mMembers.size(); ++i) {
-        runText(
-            QStringLiteral("INSERT INTO user_index_members SELECT id, ?, ? FROM user_indexes WHERE key = ?"),
-            {i, rowOf(detail.mMembers[i]), index.key});
+        runText(QStringLiteral(
+                    "INSERT OR IGNORE INTO user_index_members SELECT id, ?, ? FROM user_indexes WHERE key = ?"),
+                {i, rowOf(detail.mMembers[i]), index.key});
     }
     return isGood();
 }
 
 bool MarketWriter::addPortfolio(const Portfolio &portfolio) {
-    runText(QStringLiteral("INSERT INTO portfolios VALUES (?, ?)"), {portfolio.number, text(portfolio.name)});
+    runText(QStringLiteral("INSERT OR IGNORE INTO portfolios VALUES (?, ?)"),
+            {portfolio.number, text(portfolio.name)});
     for (const PortfolioPosition &position : portfolio.positions) {
-        runText(QStringLiteral("INSERT INTO portfolio_positions VALUES (?, ?, ?)"),
+        runText(QStringLiteral("INSERT OR IGNORE INTO portfolio_positions VALUES (?, ?, ?)"),
                 {portfolio.number, rowOf(position.key), position.quantity});
     }
     return isGood();
 }
 
 bool MarketWriter::commit() {
-    mInsertDay.finish();
-    mDeleteBars.finish();
-    mInsertBar.finish();
-    mInsertTick.finish();
-    if (!runText(QStringLiteral("COMMIT"))) {
+    finishQueries();
+    QSqlQuery commit(mDatabase);
+    commit.prepare(QStringLiteral("COMMIT"));
+    if (!run(commit)) {
         return false;
     }
     mOpen = false;

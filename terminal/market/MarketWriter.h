@@ -1,14 +1,17 @@
 #pragma once
 
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/StoreTurn.h"
 
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <map>
+
 namespace terminal {
 
-/// One transaction on the store: all of what is written through it, or nothing. It is rolled back when it goes
-/// without commit(). To be used on the thread that made it. After an error every further call answers false.
+/// One transaction on the store: all of what is written through it, or nothing. It waits for the program's other
+/// writers to end. It is rolled back when it goes without commit(). To be used on the thread that made it. After an error every further call answers false.
 class MarketWriter {
 public:
     explicit MarketWriter(CMarketStore &store);
@@ -30,8 +33,13 @@ public:
     /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0.
     bool putTick(qint64 instrument, int day, int ordinal, const Tick &tick);
     bool putNote(const QString &name, const QString &value);
+    /// Keeps with a day, which has been put, the close before it as its source tells it.
+    bool putPreviousClose(qint64 instrument, int day, double price);
+    /// Keeps with a day, which has been put, its sessions as its source shows them; empty ones are those of the
+    /// instrument.
+    bool putDaySessions(qint64 instrument, int day, const DaySessions &sessions);
 
-    // The members of these are named by key and have to be in the store.
+    // The members of these are named by key and have to be in the store. What is there already stays as it is.
     bool addSector(const Sector &sector);
     bool addConvertible(const QString &bond, const QString &share);
     bool addListedPair(const QString &aShare, const QString &hShare);
@@ -48,8 +56,13 @@ private:
     bool run(QSqlQuery &query);
     bool runText(const QString &statement, const QVariantList &values = {});
 
+    QSqlQuery &prepared(const QString &statement);
+    void finishQueries();
+
     CMarketStore &mStore;
+    StoreTurn mTurn;
     QSqlDatabase mDatabase;
+    std::map<QString, QSqlQuery> mPrepared; ///< by their statements
     QSqlQuery mInsertDay;
     QSqlQuery mDeleteBars;
     QSqlQuery mInsertBar;

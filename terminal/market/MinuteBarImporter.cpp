@@ -62,8 +62,8 @@ BarReading MinuteBarImporter::readingOf(const Instrument &instrument, const Rows
         weighed += row.close * row.volume;
     }
     BarReading reading;
-    reading.sessions = instrument.sessions;
     reading.calendar = mStore.catalogue()->calendar(instrument.market);
+    reading.sessions = sessionsOf(instrument);
     reading.labelAtStart = mOptions.labelAtStart.value_or(false);
     reading.volumeUnit = volumeUnit(mOptions, instrument.market, money, weighed);
     reading.hasAverage = mColumns.average >= 0;
@@ -87,10 +87,10 @@ BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &na
         instrument.name = mOptions.name.isEmpty() ? instrument.name : mOptions.name;
         instrument.id = writer.putInstrument(instrument);
     }
-    ImportedDays days(mStore, writer);
+    ImportedDays days(mStore, writer, mOptions.sessionsFromFile);
     int done = 0;
     for (auto day = sorted.days.begin(); day != sorted.days.end() && writer.isGood(); ++day) {
-        fault = days.put(instrument, day.key(), *day, [&rows](qint64 time) { return lineOf(rows, time); });
+        fault = days.put(instrument, sorted, day.key(), [&rows](qint64 time) { return lineOf(rows, time); });
         if (!fault.isNone()) {
             return fault;
         }

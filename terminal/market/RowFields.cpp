@@ -50,7 +50,7 @@ void RowFields::split(std::string_view line, char separator) {
     mFields.push_back(trimmed(line.substr(start)));
 }
 
-QString RowFields::takeNumber(int column, const char *name, double &value) const {
+QString RowFields::takeNumber(int column, const char *name, double largest, double &value) const {
     if (column < 0) {
         return {};
     }
@@ -58,6 +58,10 @@ QString RowFields::takeNumber(int column, const char *name, double &value) const
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec != std::errc() || result.ptr != text.data() + text.size() || !std::isfinite(value)) {
         return QStringLiteral("no number in column \"%1\": \"%2\"").arg(QLatin1String(name), shownText(text));
+    }
+    if (value > largest) {
+        return QStringLiteral("number above %1 in column \"%2\"")
+            .arg(QString::number(largest, 'f', 0), QLatin1String(name));
     }
     return value < 0.0 ? QStringLiteral("negative number in column \"%1\"").arg(QLatin1String(name))
                        : QString();

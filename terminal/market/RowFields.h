@@ -17,9 +17,9 @@ public:
     std::string_view at(int column) const {
         return column >= 0 && column < count() ? mFields[static_cast<size_t>(column)] : std::string_view();
     }
-    /// Reads a finite number, not below 0. A column of -1 leaves the value as it is. Answers an empty text, or what is
+    /// Reads a number from 0 to `largest`. A column of -1 leaves the value as it is. Answers an empty text, or what is
     /// wrong, with the name of the column.
-    QString takeNumber(int column, const char *name, double &value) const;
+    QString takeNumber(int column, const char *name, double largest, double &value) const;
 
 private:
     std::vector<std::string_view> mFields;

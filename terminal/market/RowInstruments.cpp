@@ -16,7 +16,13 @@ BarFault checkMarket(const ImportOptions &options) {
 }
 
 RowInstruments::RowInstruments(const ImportOptions &options, const QString &path)
-    : mOptions(options), mOfFile(instrumentOfFileName(QFileInfo(path).fileName())) {}
+    : mOptions(options), mOfFile(instrumentOfFileName(QFileInfo(path).fileName())) {
+    const InstrumentName given = readSymbol(options.code, {});
+    if (!given.market.isEmpty() && !given.code.isEmpty()) { // a code may be given with its exchange
+        mOptions.code = given.code;
+        mOptions.market = options.market.isEmpty() ? given.market : options.market;
+    }
+}
 
 BarFault RowInstruments::find(int line, std::string_view symbol, std::string_view exchange, size_t &number) {
     const std::string_view last(mLast.constData(), static_cast<size_t>(mLast.size()));

@@ -29,7 +29,7 @@ public:
 private:
     BarFault name(int line, InstrumentName told, InstrumentName &name) const;
 
-    const ImportOptions &mOptions;
+    ImportOptions mOptions;
     const InstrumentName mOfFile;
     std::vector<InstrumentName> mNames;
     QHash<QByteArray, size_t> mNumbers; ///< by symbol as it stands in the file

@@ -3,6 +3,25 @@
 #include <algorithm>
 
 namespace terminal {
+namespace {
+
+/// A date may stand with a clock that says nothing.
+bool isMidnight(std::string_view text) {
+    return takeOneOf(text, " Tt") && millisecondsOfClock(text) == 0;
+}
+
+/// Times are those of the exchange, and may say so.
+std::string_view withoutZone(std::string_view clock) {
+    for (const std::string_view zone :
+         {std::string_view("+08:00"), std::string_view("+0800"), std::string_view("+08")}) {
+        if (clock.size() > zone.size() && clock.substr(clock.size() - zone.size()) == zone) {
+            return clock.substr(0, clock.size() - zone.size());
+        }
+    }
+    return clock;
+}
+
+} // namespace
 
 QString RowTimes::read(const RowFields &fields, RowTime &time) {
     const std::string_view whole = fields.at(mColumns.dateTime >= 0 ? mColumns.dateTime : mColumns.date);
@@ -10,15 +29,18 @@ QString RowTimes::read(const RowFields &fields, RowTime &time) {
     time.date = takeDate(rest);
     std::string_view clock = rest;
     if (mColumns.dateTime >= 0) {
-        if (time.date == 0 || !takeOneOf(clock, " T")) {
+        const bool joined = clock.size() != whole.size() && clock.size() >= 4 &&
+                            clock.find_first_not_of("0123456789") == std::string_view::npos;
+        if (time.date == 0 || (!joined && !takeOneOf(clock, " Tt"))) {
             return QStringLiteral("unknown time \"%1\"").arg(shownText(whole));
         }
     } else {
         clock = fields.at(mColumns.clock);
-        if (time.date == 0 || !rest.empty()) {
+        if (time.date == 0 || !(rest.empty() || isMidnight(rest))) {
             return QStringLiteral("unknown date \"%1\"").arg(shownText(whole));
         }
     }
+    clock = withoutZone(clock);
     time.digits = clock.find(':') == std::string_view::npos;
     std::string_view digits = clock;
     constexpr size_t kMostDigits = 9;

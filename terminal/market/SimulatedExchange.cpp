@@ -104,8 +104,12 @@ void SimulatedExchange::advance() {
     }
 }
 
-/// When a market has gone on to its next day, the one before becomes a day of the store.
+/// When a market has gone on to its next day, the one before becomes a day of the store; as soon as nobody else writes:
+/// the market does not wait for an import.
 void SimulatedExchange::keepFinishedDays() {
+    if (mStore.isBeingWritten()) {
+        return;
+    }
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const qint64 now = mClock.now();
     bool changed = false;

@@ -90,7 +90,8 @@ QString SimulatedHistory::fetchDay(const QString &key, int day) {
     const MarketCalendar calendar = catalogue->calendar(instrument->market);
     const std::optional<DaySummary> before = mStore.summaryBefore(instrument->id, day);
     const QVector<int> stored = mStore.days(instrument->id);
-    MinuteBars bars = simulate(*simulated, calendar, day, before ? before->close : simulated->basePrice);
+    MinuteBars bars = simulate(*simulated, calendar, day,
+                               before && before->close > 0.0 ? before->close : simulated->basePrice);
     if (!before && !stored.isEmpty()) {
         bars = closingAt(std::move(bars), closeInFrontOf(*simulated, instrument->id, stored.first()),
                          instrument->priceTick);

@@ -1,5 +1,7 @@
 #include "terminal/market/StoreSchema.h"
 
+#include "terminal/market/CheckedTables.h"
+
 #include <QSqlQuery>
 #include <QStringList>
 #include <QVariant>
@@ -167,10 +169,28 @@ QStringList selfStockTables() {
     };
 }
 
+/// Version 6: what a day's source tells of it beside its bars. With it the tables come to hold their rows to rules.
+QStringList dayTables() {
+    return {
+        QStringLiteral("CREATE TABLE previous_closes (instrument INTEGER NOT NULL, day INTEGER NOT NULL, "
+                       "price REAL NOT NULL, PRIMARY KEY (instrument, day), "
+                       "FOREIGN KEY (instrument, day) REFERENCES days (instrument, day) ON DELETE CASCADE) "
+                       "WITHOUT ROWID"),
+        QStringLiteral("CREATE TABLE day_sessions (instrument INTEGER NOT NULL, day INTEGER NOT NULL, "
+                       "ordinal INTEGER NOT NULL, first_minute INTEGER NOT NULL, last_minute INTEGER NOT NULL, "
+                       "PRIMARY KEY (instrument, day, ordinal), "
+                       "FOREIGN KEY (instrument, day) REFERENCES days (instrument, day) ON DELETE CASCADE) "
+                       "WITHOUT ROWID"),
+        // Instruments are found by their keys.
+        QStringLiteral("CREATE INDEX IF NOT EXISTS instruments_by_key ON instruments (market || code)"),
+    };
+}
+constexpr int kCheckedVersion = 6; ///< the first one whose tables hold their rows to rules
+
 /// Statements that lead from version to version; the first entry makes version 1.
 const QVector<QStringList> &migrations() {
-    static const QVector<QStringList> steps{marketTables(), linkTables(), tickTables(), tradeTables(),
-                                            selfStockTables()};
+    static const QVector<QStringList> steps{marketTables(), linkTables(),      tickTables(),
+                                            tradeTables(),  selfStockTables(), dayTables()};
     return steps;
 }
 
@@ -183,7 +203,7 @@ SchemaOutcome failed(const QSqlQuery &query) {
 }
 
 /// Runs the statements from a version to the current one, inside a transaction that is open.
-bool runSteps(QSqlQuery &query, int version) {
+bool runSteps(QSqlQuery &query, int version, StoreFaults &faults) {
     for (int step = version; step < migrations().size(); ++step) {
         for (const QString &statement : migrations()[step]) {
             if (!query.exec(statement)) {
@@ -191,18 +211,15 @@ bool runSteps(QSqlQuery &query, int version) {
             }
         }
     }
+    if (version < kCheckedVersion && !checkTables(query, faults)) {
+        return false;
+    }
     return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(kApplicationId)) &&
            query.exec(QStringLiteral("PRAGMA user_version = %1").arg(currentSchemaVersion()));
 }
 
-} // namespace
-
-int currentSchemaVersion() {
-    return migrations().size();
-}
-
-SchemaOutcome migrateSchema(QSqlDatabase database) {
-    QSqlQuery query(database);
+/// The migration itself, in a transaction of its own.
+SchemaOutcome migrate(QSqlQuery &query, StoreFaults &faults) {
     // Taking the write lock here shows that nobody else holds the store, and keeps two programs that start together
     // from creating the same tables.
     if (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
@@ -221,7 +238,7 @@ SchemaOutcome migrateSchema(QSqlDatabase database) {
         outcome.state = SchemaOutcome::State::Foreign;
     } else if (version > currentSchemaVersion()) {
         outcome.state = SchemaOutcome::State::Newer;
-    } else if (version == currentSchemaVersion() || runSteps(query, version)) {
+    } else if (version == currentSchemaVersion() || runSteps(query, version, faults)) {
         if (query.exec(QStringLiteral("COMMIT"))) {
             return outcome;
         }
@@ -230,6 +247,21 @@ SchemaOutcome migrateSchema(QSqlDatabase database) {
         outcome = failed(query);
     }
     query.exec(QStringLiteral("ROLLBACK"));
+    return outcome;
+}
+
+} // namespace
+
+int currentSchemaVersion() {
+    return migrations().size();
+}
+
+SchemaOutcome migrateSchema(QSqlDatabase database, StoreFaults &faults) {
+    QSqlQuery query(database);
+    // Tables that are built anew would take the rows that refer to them along.
+    query.exec(QStringLiteral("PRAGMA foreign_keys = OFF"));
+    SchemaOutcome outcome = migrate(query, faults);
+    query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
     return outcome;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "terminal/market/StoreFaults.h"
+
 #include <QSqlDatabase>
 #include <QSqlError>
 
@@ -16,7 +18,8 @@ struct SchemaOutcome {
 };
 
 /// Creates the tables of an empty file, or takes those of an earlier version forward, one version after the other in
-/// one transaction. A file of another program, or of a newer version, is left as it is.
-SchemaOutcome migrateSchema(QSqlDatabase database);
+/// one transaction. A file of another program, or of a newer version, is left as it is. Rows that break the rules of
+/// their tables are told, and moved to the table "set_aside" when the tables come to hold the rules themselves.
+SchemaOutcome migrateSchema(QSqlDatabase database, StoreFaults &faults);
 
 } // namespace terminal

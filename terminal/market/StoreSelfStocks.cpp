@@ -1,5 +1,7 @@
 #include "terminal/market/StoreSelfStocks.h"
 
+#include "terminal/market/StoreTurn.h"
+
 #include <QCoreApplication>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -7,6 +9,8 @@
 
 namespace terminal {
 namespace {
+
+constexpr std::chrono::milliseconds kPatience(300); ///< of the user, who waits
 
 struct SelfStockWords {
     Q_DECLARE_TR_FUNCTIONS(StoreSelfStocks)
@@ -22,26 +26,24 @@ bool run(QSqlQuery &query, const QString &statement, const QVariantList &values)
 
 } // namespace
 
-QVector<QString> StoreSelfStocks::column(const QString &statement, const QVariantList &values) {
+QVector<QString> StoreSelfStocks::column(const StoreQuestion &question) {
     QVector<QString> texts;
-    QSqlQuery query(mStore.connection());
-    if (run(query, statement, values)) {
-        while (query.next()) {
-            texts.append(query.value(0).toString());
-        }
-    }
+    StoreRows(mStore.connection(), mStore.faults()).read(question, [&texts](const QSqlQuery &row) {
+        texts.append(row.value(0).toString());
+        return true;
+    });
     return texts;
 }
 
 QVector<QString> StoreSelfStocks::groups() {
-    return column(QStringLiteral("SELECT name FROM self_stock_lists ORDER BY id"));
+    return column({QStringLiteral("self_stock_lists"), QStringLiteral("name"), QStringLiteral("ORDER BY id")});
 }
 
 QVector<QString> StoreSelfStocks::stocks(const QString &group) {
-    return column(
-        QStringLiteral("SELECT key FROM self_stocks JOIN self_stock_lists ON list = self_stock_lists.id "
-                       "WHERE name = ? ORDER BY self_stocks.id"),
-        {group});
+    return column({QStringLiteral("self_stocks"),
+                   QStringLiteral("key"),
+                   QStringLiteral("WHERE list = (SELECT id FROM self_stock_lists WHERE name = ?) ORDER BY id"),
+                   {group}});
 }
 
 QString StoreSelfStocks::addStocks(const QString &group, const QVector<QString> &keys) {
@@ -62,6 +64,10 @@ QString StoreSelfStocks::removeStocks(const QString &group, const QVector<QStrin
 
 QString StoreSelfStocks::changeEach(const QString &group, const QVector<QString> &keys,
                                     const QString &statement) {
+    const StoreTurn turn(mStore, kPatience);
+    if (!turn.isMine()) {
+        return SelfStockWords::tr("列表“%1”没有改变：%2").arg(group, mStore.describeBusy());
+    }
     QSqlDatabase database = mStore.connection();
     QSqlQuery query(database);
     bool good = query.exec(QStringLiteral("BEGIN IMMEDIATE"));

@@ -2,6 +2,7 @@
 
 #include "host/services/CSelfStockManager.h"
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/StoreRows.h"
 
 #include <QVariant>
 
@@ -25,7 +26,7 @@ public:
 private:
     /// Runs a statement for every key of a list, all or none, and tells the change.
     QString changeEach(const QString &group, const QVector<QString> &keys, const QString &statement);
-    QVector<QString> column(const QString &statement, const QVariantList &values = {});
+    QVector<QString> column(const StoreQuestion &question);
 
     CMarketStore &mStore;
     std::function<void()> mListener;

@@ -3,25 +3,16 @@
 #include "host/services/CHostClock.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
+#include "terminal/market/PreviousClose.h"
 
 namespace terminal {
 namespace {
 
 const QString kDefaultKey = QStringLiteral("SH600000");
 const QString kPortfolioMarket = QStringLiteral("TZZH");
-constexpr int kTwoWeeks = 14;
 
 qint64 nowMilliseconds() {
     return TC::hostNow().toMSecsSinceEpoch();
-}
-
-/// Whether a stored day is the trading day before `date`. Where the holidays between are unknown, two weeks may lie
-/// between them.
-bool isDayBefore(const DaySummary &stored, int date, const MarketCalendar &calendar) {
-    const QDate day = dateOf(date);
-    const QDate before = dateOf(stored.day);
-    const bool exact = calendar.knowsYear(day.year()) && calendar.knowsYear(before.year());
-    return exact ? before >= calendar.previous(day) : before.daysTo(day) <= kTwoWeeks;
 }
 
 } // namespace
@@ -86,20 +77,12 @@ TC::CInstrumentDetailPtr StoreStockManager::getDefaultDetail() {
 }
 
 double StoreStockManager::getCurrentDateLastClose(const QString &key, int date) {
-    const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
-    const Instrument *instrument = catalogue->find(key);
-    if (!instrument) {
-        return TC::kUnsetValue;
-    }
     if (date == 0) {
-        date = getLastTradingDay(instrument->market);
+        const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
+        const Instrument *instrument = catalogue->find(key);
+        date = instrument ? getLastTradingDay(instrument->market) : 0;
     }
-    const std::optional<DaySummary> before = mStore.summaryBefore(instrument->id, date);
-    if (before && isDayBefore(*before, date, catalogue->calendar(instrument->market))) {
-        return before->close;
-    }
-    const std::optional<DaySummary> today = mStore.summary(instrument->id, date);
-    return today && today->source == BarSource::Simulated ? instrument->lastClose : TC::kUnsetValue;
+    return previousCloseOf(mStore, key, date).price;
 }
 
 double StoreStockManager::getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) {
@@ -120,9 +103,12 @@ QPair<qint64, qint64> StoreStockManager::getStartEndTime(const TC::CInstrumentDe
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = catalogue->find(TC::getDetailQsKey(detail));
     const QDate day = dateOf(date);
-    const DaySessions sessions = instrument && !instrument->sessions.isEmpty()
-                                     ? instrument->sessions
-                                     : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+    DaySessions sessions = instrument ? mStore.daySessions(instrument->id, date) : DaySessions();
+    if (sessions.isEmpty()) {
+        sessions = instrument && !instrument->sessions.isEmpty()
+                       ? instrument->sessions
+                       : marketSessions({QStringLiteral("SH"), QString(), QString(), {}});
+    }
     const QString market = instrument ? instrument->market : TC::getDetailQsMarket(detail);
     const QDate evening = sessions.hasNight() ? catalogue->calendar(market).eveningBefore(day) : QDate();
     const qint64 start = evening.isNull() ? timeOf(day, 0) : timeOf(evening, sessions.table().first().first);

@@ -19,8 +19,7 @@ public:
     bool isPortfolio(const QString &key) override;
     /// "SH600000", or the first instrument when the store has none of that key.
     TC::CInstrumentDetailPtr getDefaultDetail() override;
-    /// Known when the trading day before is stored. In years whose holidays are unknown it is the last stored day of
-    /// the two weeks before. Before the first simulated day it is the instrument's reference price.
+    /// See previousCloseOf(). A date of 0 is the running day.
     double getCurrentDateLastClose(const QString &key, int date) override;
     double getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) override;
     /// By the host clock; in a market with night trading the next day starts in the evening.

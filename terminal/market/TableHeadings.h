@@ -25,6 +25,18 @@ template <class Columns> struct KnownHeading {
     const char *words;
 };
 
+/// Whether two words are known for the same column.
+template <class Columns>
+bool isSameColumn(const std::vector<KnownHeading<Columns>> &known, const QString &one, const QString &other) {
+    for (const KnownHeading<Columns> &heading : known) {
+        const QStringList words = QString::fromUtf8(heading.words).split(QLatin1Char(' '));
+        if (words.contains(one)) {
+            return words.contains(other);
+        }
+    }
+    return false;
+}
+
 /// Finds the columns that are known; others are passed over. Answers an empty text, or which heading stands twice.
 template <class Columns>
 QString findColumns(const TableHeadings &headings, const std::vector<KnownHeading<Columns>> &known,

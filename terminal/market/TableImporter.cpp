@@ -1,5 +1,7 @@
 #include "terminal/market/TableImporter.h"
 
+#include "terminal/market/ColumnChoice.h"
+
 namespace terminal {
 
 bool TableImporter::goesOn(double part) const {
@@ -34,17 +36,31 @@ BarFault TableImporter::readFile(const QString &path, ImportOutcome &outcome) {
     if (!fault.isNone()) {
         return fault;
     }
-    const QString trouble = begin(text.headings());
+    TableHeadings headings = text.headings();
+    QString trouble = applyColumns(mOptions.columns, headings);
+    trouble = trouble.isEmpty() ? begin(headings) : trouble;
     if (!trouble.isEmpty()) {
         return {1, trouble};
     }
     mInstruments.emplace(mOptions, path);
+    BarFault first;
+    // The file is refused with its first wrong row; some more are told at once.
     const auto take = [&](int line, std::string_view row) {
         BarFault wrong = takeRow(line, row);
         outcome.rows += wrong.isNone() ? 1 : 0;
-        return wrong;
+        if (wrong.isNone()) {
+            return BarFault();
+        }
+        outcome.leftOut.add(line, wrong.reason);
+        first = first.isNone() ? wrong : first;
+        return outcome.leftOut.count < LeftOutRows::kTold ? BarFault() : first;
     };
-    fault = text.eachRow(take, [this](double part) { return goesOn(part * mReadingPart); });
+    const auto passOver = [&outcome](int line) {
+        outcome.leftOut.add(line, QStringLiteral("the headings over again"));
+    };
+    fault = text.eachRow(
+        take, [this](double part) { return goesOn(part * mReadingPart); }, passOver);
+    fault = first.isNone() ? fault : first;
     return fault.isNone() ? finishRows() : fault;
 }
 
@@ -56,6 +72,10 @@ BarFault TableImporter::storeAll(MarketWriter &writer, ImportOutcome &outcome) {
         if (!fault.isNone()) {
             return fault;
         }
+        for (const int line : imported.repeatedLines) {
+            outcome.leftOut.add(line, QStringLiteral("the same minute over again"));
+        }
+        imported.repeatedLines.clear();
         outcome.instruments.append(imported);
     }
     return {};

@@ -64,6 +64,13 @@ protected:
         return {};
     }
 
+    /// When an instrument trades: as is known of it, or at any time when the file is to show that.
+    DatedSessions sessionsOf(const Instrument &instrument) const {
+        return mOptions.sessionsFromFile
+                   ? DatedSessions::anyTime(instrument.market)
+                   : DatedSessions::of(instrument, mStore.catalogue()->calendar(instrument.market));
+    }
+
     /// Reports that `done` of `total` is stored; false when the import is to stop.
     bool storingGoesOn(double done, double total) const {
         return goesOn(mReadingPart + (1.0 - mReadingPart) * done / total);

@@ -46,6 +46,10 @@ QString missingTickColumn(const TickColumns &columns) {
 
 } // namespace
 
+bool isSameTickColumn(const QString &one, const QString &other) {
+    return isSameColumn(knownHeadings(), one, other);
+}
+
 ImportKind kindOfTable(const TableHeadings &headings) {
     TickColumns columns;
     findColumns(headings, knownHeadings(), columns);

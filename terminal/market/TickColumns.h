@@ -32,6 +32,9 @@ struct TickColumns : TimeColumns {
     int previousClose = -1;
 };
 
+/// Whether two headings, in lower case, are known for the same column.
+bool isSameTickColumn(const QString &one, const QString &other);
+
 /// Recognises the columns by their headings, in any order and letter case, English or Chinese; others are passed
 /// over. Afterwards `price`, `volume` and `amount` are the columns to read, whatever the kind. Answers an empty text,
 /// or what is wrong: a heading that is missing or stands twice.

@@ -42,11 +42,14 @@ private:
 /// Follows the rows of an instrument through its trading days.
 class TickPlacer {
 public:
-    TickPlacer(ImportKind kind, const DaySessions &sessions, std::vector<PlacedTick> &ticks)
+    TickPlacer(ImportKind kind, const DatedSessions &sessions, std::vector<PlacedTick> &ticks)
         : mSnapshots(kind == ImportKind::Snapshots), mSessions(sessions), mTicks(ticks) {}
 
     BarFault take(const TickRow &row) {
-        const std::optional<int> minute = minuteOfTick(mSessions, row.time.clock);
+        enterDate(row.time.date);
+        const int clockMinute = (row.time.clock + kMinuteLength - 1) / kMinuteLength;
+        const DaySessions &sessions = mSessions.at(calendarDate(row.time.date), std::max(clockMinute, 1));
+        const std::optional<int> minute = minuteOfTick(sessions, row.time.clock);
         if (!minute) {
             // Snapshots go on while nothing is traded; a day that has not begun tells zeros.
             const bool idle = mSnapshots ? row.volume == 0.0 || !mDiffer.isNew(row) : row.volume == 0.0;
@@ -55,7 +58,6 @@ public:
                                                  .arg(QTime::fromMSecsSinceStartOfDay(row.time.clock)
                                                           .toString(QStringLiteral("HH:mm:ss")))};
         }
-        enterDate(row.time.date);
         PlacedTick tick;
         tick.tick = {mMidnight + row.time.clock, row.price, row.volume, row.amount};
         tick.line = row.line;
@@ -63,8 +65,9 @@ public:
         tick.minute = *minute == 0 ? 1440 : *minute;
         tick.tradingDay = row.time.tradingDay;
         tick.high = tick.low = row.price;
+        tick.previousClose = row.previousClose;
         if (mSnapshots) {
-            BarFault fault = mDiffer.take(row, startsDay(tick), tick);
+            BarFault fault = mDiffer.take(row, startsDay(tick, *sessions.placeOf(tick.minute)), tick);
             if (!fault.isNone()) {
                 return fault;
             }
@@ -86,8 +89,7 @@ private:
     }
 
     /// Whether a tick is the first one of another trading day than that of the tick before.
-    bool startsDay(const PlacedTick &tick) {
-        const DaySessions::Place place = *mSessions.placeOf(tick.minute);
+    bool startsDay(const PlacedTick &tick, DaySessions::Place place) {
         const bool sameDate = tick.date == mLastDate;
         bool starts = !mLastPlace;
         if (mLastPlace && tick.tradingDay != 0) {
@@ -106,7 +108,7 @@ private:
     }
 
     const bool mSnapshots;
-    const DaySessions &mSessions;
+    const DatedSessions &mSessions;
     std::vector<PlacedTick> &mTicks;
     SnapshotDiffer mDiffer;
     // Of the last row:
@@ -141,7 +143,7 @@ std::optional<int> minuteOfTick(const DaySessions &sessions, int milliseconds) {
     return std::nullopt;
 }
 
-BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DaySessions &sessions,
+BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DatedSessions &sessions,
                     std::vector<PlacedTick> &ticks) {
     const auto isEarlier = [](const TickRow &a, const TickRow &b) {
         return a.time.date != b.time.date ? a.time.date < b.time.date : a.time.clock < b.time.clock;
@@ -174,6 +176,7 @@ std::vector<BarRow> minutesOfTicks(const std::vector<PlacedTick> &ticks) {
             bar.open = tick.tick.price;
             bar.high = tick.high;
             bar.low = tick.low;
+            bar.previousClose = tick.previousClose;
             minutes.push_back(bar);
         }
         BarRow &bar = minutes.back();

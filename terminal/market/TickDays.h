@@ -21,6 +21,7 @@ struct PlacedTick {
     int tradingDay = 0; ///< as the file tells it; 0 when it does not
     double high = 0.0; ///< highest price since the tick before
     double low = 0.0;
+    double previousClose = 0.0; ///< of the trading day before; 0 when the file does not tell
 };
 
 /// The minute that a moment counts for, in minutes since midnight, 0 for 24:00 of the day before: the one that ends at
@@ -32,7 +33,7 @@ std::optional<int> minuteOfTick(const DaySessions &sessions, int milliseconds);
 /// The trades of rows: each row by itself, or what the volume of the day has grown by from snapshot to snapshot. Sorts
 /// the rows by time, equal times in the order of the file. Volumes and amounts stay in the units of the file. A fault
 /// for a trade outside the sessions, and for a day's volume that falls.
-BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DaySessions &sessions,
+BarFault placeTicks(std::vector<TickRow> &rows, ImportKind kind, const DatedSessions &sessions,
                     std::vector<PlacedTick> &ticks);
 
 /// The minutes of ticks in the order of time. The line of a minute is that of its first tick.

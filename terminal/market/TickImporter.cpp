@@ -51,7 +51,7 @@ BarFault TickImporter::takeRow(int line, std::string_view text) {
     BarFault fault = readRow(*mParser, line, text, row, number);
     if (fault.isNone()) {
         if (number == mGroups.size()) {
-            mGroups.push_back({{}, mParser->previousClose()});
+            mGroups.push_back({{}, row.previousClose});
         }
         mGroups[number].rows.push_back(row);
     }
@@ -97,7 +97,7 @@ BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, s
     const int line = group.rows.front().line;
     Instrument instrument = instrumentOf(name, group);
     std::vector<PlacedTick> ticks;
-    BarFault fault = placeTicks(group.rows, mColumns.kind, instrument.sessions, ticks);
+    BarFault fault = placeTicks(group.rows, mColumns.kind, sessionsOf(instrument), ticks);
     if (!fault.isNone()) {
         return fault;
     }
@@ -109,7 +109,7 @@ BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, s
     const bool hasMoney = mColumns.amount >= 0;
     convert(ticks, unitOf(ticks, mOptions, instrument, hasMoney), hasMoney, !isFuturesMarket(name.market));
     BarReading reading;
-    reading.sessions = instrument.sessions;
+    reading.sessions = sessionsOf(instrument);
     reading.calendar = mStore.catalogue()->calendar(instrument.market);
     std::vector<BarRow> minutes = minutesOfTicks(ticks);
     BarDays days;
@@ -122,7 +122,7 @@ BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, s
 
 BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrument, const BarDays &days,
                                  const std::vector<PlacedTick> &ticks, ImportedBars &imported) {
-    ImportedDays bars(mStore, writer);
+    ImportedDays bars(mStore, writer, mOptions.sessionsFromFile);
     const QMap<QDate, std::vector<PlacedTick>> byDay = ticksOfDays(ticks, days);
     for (auto day = days.days.begin(); day != days.days.end() && writer.isGood(); ++day) {
         const std::vector<PlacedTick> &ticksOfDay = byDay[day.key()];
@@ -133,7 +133,7 @@ BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrum
                 });
             return found == ticksOfDay.end() ? 0 : found->line;
         };
-        BarFault fault = bars.put(instrument, day.key(), *day, lineOf);
+        BarFault fault = bars.put(instrument, days, day.key(), lineOf);
         if (fault.isNone()) {
             fault = putTicks(writer, instrument, day.key(), ticksOfDay);
         }

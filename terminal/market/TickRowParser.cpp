@@ -1,5 +1,7 @@
 #include "terminal/market/TickRowParser.h"
 
+#include "terminal/market/MarketLimits.h"
+
 #include <cmath>
 
 namespace terminal {
@@ -8,8 +10,7 @@ namespace {
 /// The nearest multiple of a millionth: files tell 8.18 as 8.179999999999999.
 double withoutNoise(double price) {
     constexpr double kFinest = 1e6;
-    constexpr double kLargest = 1e9; ///< beyond it there is no digit to spare
-    return price < kLargest ? std::round(price * kFinest) / kFinest : price;
+    return std::round(price * kFinest) / kFinest;
 }
 
 } // namespace
@@ -24,18 +25,20 @@ QString TickRowParser::parse(std::string_view line, TickRow &row) {
         int column;
         const char *name;
         double &value;
+        double largest;
     };
-    mPreviousClose = 0.0;
-    const Number numbers[] = {
-        {mColumns.price, "price", row.price},    {mColumns.volume, "volume", row.volume},
-        {mColumns.amount, "amount", row.amount}, {mColumns.high, "high", row.high},
-        {mColumns.low, "low", row.low},          {mColumns.previousClose, "previous close", mPreviousClose}};
+    const Number numbers[] = {{mColumns.price, "price", row.price, kLargestPrice},
+                              {mColumns.volume, "volume", row.volume, kLargestVolume},
+                              {mColumns.amount, "amount", row.amount, kLargestAmount},
+                              {mColumns.high, "high", row.high, kLargestPrice},
+                              {mColumns.low, "low", row.low, kLargestPrice},
+                              {mColumns.previousClose, "previous close", row.previousClose, kLargestPrice}};
     for (const Number &number : numbers) {
         if (trouble.isEmpty()) {
-            trouble = mFields.takeNumber(number.column, number.name, number.value);
+            trouble = mFields.takeNumber(number.column, number.name, number.largest, number.value);
         }
     }
-    for (double *price : {&row.price, &row.high, &row.low, &mPreviousClose}) {
+    for (double *price : {&row.price, &row.high, &row.low, &row.previousClose}) {
         *price = withoutNoise(*price);
     }
     if (trouble.isEmpty() && row.volume > 0.0 && row.price <= 0.0) {

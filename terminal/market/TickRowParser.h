@@ -18,6 +18,7 @@ struct TickRow {
     double amount = 0.0; ///< the same; 0 without that column
     double high = 0.0; ///< of the day so far; 0 without that column
     double low = 0.0;
+    double previousClose = 0.0; ///< of the day before; 0 when the file does not tell
 };
 
 /// Reads rows, one line at a time, without looking at any other source of knowledge.
@@ -30,8 +31,6 @@ public:
     /// Texts of the last row, empty without that column.
     std::string_view symbol() const { return mFields.at(mColumns.symbol); }
     std::string_view exchange() const { return mFields.at(mColumns.exchange); }
-    /// Close of the day before by the last row; 0 when the file does not tell.
-    double previousClose() const { return mPreviousClose; }
 
     /// Turns a clock of mere digits into milliseconds, when all rows have been read. Answers an empty text, or what is
     /// wrong with it.
@@ -41,7 +40,6 @@ private:
     TickColumns mColumns;
     RowTimes mTimes;
     RowFields mFields;
-    double mPreviousClose = 0.0;
 };
 
 } // namespace terminal

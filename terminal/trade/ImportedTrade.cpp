@@ -1,6 +1,6 @@
 #include "terminal/trade/ImportedTrade.h"
 
-#include "host/services/CStockManager.h"
+#include "terminal/market/MarketLimits.h"
 
 #include <cmath>
 
@@ -19,7 +19,7 @@ const char *troubleOf(const ImportedTrade &imported) {
     if (imported.instrument.empty()) {
         return "no instrument";
     }
-    if (!std::isfinite(imported.price) || imported.price <= 0.0 || imported.price >= TC::kUnsetValue) {
+    if (!std::isfinite(imported.price) || imported.price <= 0.0 || imported.price > kLargestPrice) {
         return "the price is no positive number";
     }
     if (imported.volume <= 0) {

@@ -254,7 +254,7 @@ void TradeLedger::write() {
         return;
     }
     const QString trouble = mStore.write(batch);
-    if (!trouble.isEmpty() && trouble != mTrouble) {
+    if (!trouble.isEmpty() && trouble != mTrouble && trouble != mStore.busyText()) {
         qWarning("%s", qPrintable(trouble));
     }
     mTrouble = trouble;

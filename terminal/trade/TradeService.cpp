@@ -249,8 +249,10 @@ TC::CLinkageManager::Keys TradeService::getStocks() {
 template <class Record> void TradeService::import(const ImportedTrade &imported) {
     if (const char *trouble = troubleOf(imported)) {
         mLedger.refuse(trouble);
+        mImportNotes.refuse(trouble);
         return;
     }
+    mImportNotes.take();
     const std::shared_ptr<const Catalogue> catalogue = mMarket.catalogue();
     const Instrument *known = catalogue->find(QString::fromStdString(imported.instrument));
     const int type = known && isFuturesMarket(known->market) ? kFutureAccounts : kStockAccounts;

@@ -6,6 +6,7 @@
 #include "terminal/trade/ImportedTrade.h"
 #include "terminal/trade/TradeCurves.h"
 #include "terminal/trade/TradeDesks.h"
+#include "terminal/trade/TradeImportNotes.h"
 #include "terminal/trade/TradeLedger.h"
 
 #include <atomic>
@@ -84,6 +85,8 @@ public:
     void importDeal(const std::string &account, const std::string &instrument, const std::string &key,
                     double price, int volume, long long time, int direction) override;
     void clearImportData() override;
+    /// What becomes of the lines that are imported.
+    TradeImportNotes &importNotes() { return mImportNotes; }
     /// Does nothing for a task that cannot be cancelled.
     void cancelTask(int taskId, const QString &text) override;
 
@@ -106,6 +109,7 @@ private:
     std::mutex mTrading; ///< kept while the desks are at work; taken before all others
     TradeDesks mDesks;
     std::atomic<int> mImportNumber{0};
+    TradeImportNotes mImportNotes;
 
     std::mutex mLock; ///< guards what follows
     std::vector<TradeCancel> mCancels; ///< asked for, not done yet

@@ -1,6 +1,8 @@
 #include "terminal/trade/TradeStore.h"
 
 #include "terminal/market/SqlColumns.h"
+#include "terminal/market/StoreRows.h"
+#include "terminal/market/StoreTurn.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -10,6 +12,9 @@
 
 namespace terminal {
 namespace {
+
+constexpr std::chrono::milliseconds
+    kBusyPatience(100); ///< the records wait for the next time; the market does not
 
 QVariant textValue(const std::string &utf8) {
     return QString::fromStdString(utf8);
@@ -179,51 +184,53 @@ TradeCancel cancelOf(const QSqlQuery &row) {
     return cancel;
 }
 
-/// Runs a question and calls `take` with each row.
-template <class Take>
-void forRows(const QSqlDatabase &database, const QString &question, const QVariantList &values, Take take) {
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.prepare(question);
-    for (const QVariant &value : values) {
-        query.addBindValue(value);
-    }
-    for (query.exec(); query.next();) {
-        take(query);
-    }
+/// A reading whose rows are all taken.
+template <class Take> void forRows(CMarketStore &store, const StoreQuestion &question, Take take) {
+    StoreRows(store.connection(), store.faults()).read(question, [&take](const QSqlQuery &row) {
+        take(row);
+        return true;
+    });
 }
 
-/// The values of a question's one column.
-template <class Value>
-std::set<Value> setOf(const QSqlDatabase &database, const QString &question, const QVariantList &values = {}) {
-    std::set<Value> all;
-    forRows(database, question, values, [&](const QSqlQuery &row) {
+/// The values of one column.
+template <class Value> void collect(CMarketStore &store, const StoreQuestion &question, std::set<Value> &all) {
+    forRows(store, question, [&all](const QSqlQuery &row) {
         Value value{};
         takeColumns(row, value);
         all.insert(value);
     });
-    return all;
 }
 
-void readItems(const QSqlDatabase &database, int day, std::vector<TradeTask> &tasks) {
-    forRows(database,
-            QStringLiteral("SELECT task, market, code, operation, price_type, price, quantity, finished "
-                           "FROM trade_task_items JOIN trade_tasks ON trade_tasks.id = task WHERE day = ? "
-                           "ORDER BY task, ordinal"),
-            {day}, [&](const QSqlQuery &row) {
-                int id = 0;
-                TradeTaskItem item;
-                takeColumns(row, id, item.market, item.code, item.operation, item.priceType, item.price,
-                            item.quantity, item.finished);
-                const auto task = std::lower_bound(tasks.begin(), tasks.end(), id,
-                                                   [](const TradeTask &one, int of) { return one.id < of; });
-                task->items.push_back(item);
-            });
+void readItems(CMarketStore &store, int day, std::vector<TradeTask> &tasks) {
+    const auto take = [&tasks](const QSqlQuery &row) {
+        int id = 0;
+        TradeTaskItem item;
+        takeColumns(row, id, item.market, item.code, item.operation, item.priceType, item.price, item.quantity,
+                    item.finished);
+        const auto task = std::lower_bound(tasks.begin(), tasks.end(), id,
+                                           [](const TradeTask &one, int of) { return one.id < of; });
+        const bool known = task != tasks.end() && task->id == id;
+        if (known) {
+            task->items.push_back(item);
+        }
+        return known;
+    };
+    StoreRows(store.connection(), store.faults())
+        .read(
+            {QStringLiteral("trade_task_items"),
+             QStringLiteral("task, market, code, operation, price_type, price, quantity, finished"),
+             QStringLiteral("WHERE task IN (SELECT id FROM trade_tasks WHERE day = ?) ORDER BY task, ordinal"),
+             {day}},
+            take);
 }
 
 } // namespace
 
 QString TradeStore::write(const TradeBatch &batch) {
+    const StoreTurn turn(mStore, kBusyPatience);
+    if (!turn.isMine()) {
+        return mStore.describeBusy();
+    }
     Statements statements(mStore.connection());
     statements.run(QStringLiteral("BEGIN IMMEDIATE"));
     const bool begun = statements.isGood();
@@ -263,65 +270,89 @@ TradeChanges TradeStore::read(int day) {
     TradeChanges records;
     QSqlDatabase database = mStore.connection();
     database.transaction(); // one state of the store for all questions
+    forRows(mStore,
+            {QStringLiteral("trade_tasks"),
+             QStringLiteral("id, account, day, strategy, command, status, start_time, end_time, cancel_time"),
+             QStringLiteral("WHERE day = ? ORDER BY id"),
+             {day}},
+            [&](const QSqlQuery &row) { records.tasks.push_back(taskOf(row)); });
+    readItems(mStore, day, records.tasks);
     forRows(
-        database,
-        QStringLiteral("SELECT id, account, day, strategy, command, status, start_time, end_time, cancel_time "
-                       "FROM trade_tasks WHERE day = ? ORDER BY id"),
-        {day}, [&](const QSqlQuery &row) { records.tasks.push_back(taskOf(row)); });
-    readItems(database, day, records.tasks);
-    forRows(database,
-            QStringLiteral(
-                "SELECT account, key, day, instrument, time, direction, offset_flag, price, volume, traded, "
-                "status, strategy, command, task, source FROM trade_orders WHERE day = ?"),
-            {day}, [&](const QSqlQuery &row) { records.orders.push_back(orderOf(row)); });
-    forRows(
-        database,
-        QStringLiteral("SELECT account, key, order_key, day, instrument, time, direction, offset_flag, price, "
-                       "volume, commission, strategy, command, source FROM trade_deals WHERE day = ?"),
-        {day}, [&](const QSqlQuery &row) { records.deals.push_back(dealOf(row)); });
+        mStore,
+        {QStringLiteral("trade_orders"),
+         QStringLiteral("account, key, day, instrument, time, direction, offset_flag, price, volume, traded, "
+                        "status, strategy, command, task, source"),
+         QStringLiteral("WHERE day = ?"),
+         {day}},
+        [&](const QSqlQuery &row) { records.orders.push_back(orderOf(row)); });
+    forRows(mStore,
+            {QStringLiteral("trade_deals"),
+             QStringLiteral("account, key, order_key, day, instrument, time, direction, offset_flag, price, "
+                            "volume, commission, strategy, command, source"),
+             QStringLiteral("WHERE day = ?"),
+             {day}},
+            [&](const QSqlQuery &row) { records.deals.push_back(dealOf(row)); });
     database.commit();
     return records;
 }
 
 std::vector<TradeAccount> TradeStore::accounts() {
     std::vector<TradeAccount> accounts;
-    forRows(mStore.connection(),
-            QStringLiteral("SELECT id, name, type, source FROM trade_accounts ORDER BY id"), {},
+    forRows(mStore,
+            {QStringLiteral("trade_accounts"), QStringLiteral("id, name, type, source"),
+             QStringLiteral("ORDER BY id")},
             [&](const QSqlQuery &row) { accounts.push_back(accountOf(row)); });
     return accounts;
 }
 
 std::set<std::string> TradeStore::strategies() {
-    return setOf<std::string>(mStore.connection(), QStringLiteral("SELECT name FROM trade_strategies"));
+    std::set<std::string> names;
+    collect(mStore, {QStringLiteral("trade_strategies"), QStringLiteral("name"), {}}, names);
+    return names;
 }
 
 std::set<std::string> TradeStore::instruments() {
-    return setOf<std::string>(
-        mStore.connection(),
-        QStringLiteral("SELECT instrument FROM trade_orders UNION SELECT instrument FROM trade_deals "
-                       "UNION SELECT market || code FROM trade_task_items"));
+    std::set<std::string> keys;
+    collect(mStore, {QStringLiteral("trade_orders"), QStringLiteral("instrument"), {}}, keys);
+    collect(mStore, {QStringLiteral("trade_deals"), QStringLiteral("instrument"), {}}, keys);
+    collect(mStore, {QStringLiteral("trade_task_items"), QStringLiteral("market || code"), {}}, keys);
+    return keys;
 }
 
 std::vector<TradeCancel> TradeStore::cancels(int day) {
     std::vector<TradeCancel> cancels;
-    forRows(mStore.connection(),
-            QStringLiteral("SELECT task, day, time, text FROM trade_cancels WHERE day = ? ORDER BY time"),
-            {day}, [&](const QSqlQuery &row) { cancels.push_back(cancelOf(row)); });
+    forRows(mStore,
+            {QStringLiteral("trade_cancels"),
+             QStringLiteral("task, day, time, text"),
+             QStringLiteral("WHERE day = ? ORDER BY time"),
+             {day}},
+            [&](const QSqlQuery &row) { cancels.push_back(cancelOf(row)); });
     return cancels;
 }
 
 std::set<int> TradeStore::finishedDays(const std::string &account) {
-    return setOf<int>(mStore.connection(), QStringLiteral("SELECT day FROM trade_days WHERE account = ?"),
-                      {textValue(account)});
+    std::set<int> days;
+    collect(mStore,
+            {QStringLiteral("trade_days"),
+             QStringLiteral("day"),
+             QStringLiteral("WHERE account = ?"),
+             {textValue(account)}},
+            days);
+    return days;
 }
 
 std::set<int> TradeStore::ownDaysFrom(const std::string &account, int day) {
-    return setOf<int>(
-        mStore.connection(),
-        QStringLiteral("SELECT day FROM trade_orders WHERE account = ? AND day >= ? AND source = 0 "
-                       "UNION SELECT day FROM trade_tasks WHERE account = ? AND day >= ? "
-                       "UNION SELECT day FROM trade_days WHERE account = ? AND day >= ?"),
-        {textValue(account), day, textValue(account), day, textValue(account), day});
+    const QString rest = QStringLiteral("WHERE account = ? AND day >= ?");
+    const QVariantList values{textValue(account), day};
+    std::set<int> days;
+    collect(mStore,
+            {QStringLiteral("trade_orders"), QStringLiteral("day"), rest + QStringLiteral(" AND source = 0"),
+             values},
+            days);
+    for (const char *table : {"trade_tasks", "trade_days"}) {
+        collect(mStore, {QLatin1String(table), QStringLiteral("day"), rest, values}, days);
+    }
+    return days;
 }
 
 } // namespace terminal

@@ -16,6 +16,8 @@ public:
 
     /// Writes all of a batch or nothing. Answers an empty text or one line that says why not.
     QString write(const TradeBatch &batch);
+    /// What write() says while another task of the program writes; the batch may be written a little later.
+    QString busyText() const { return mStore.describeBusy(); }
 
     /// All records of a trading day.
     TradeChanges read(int day);

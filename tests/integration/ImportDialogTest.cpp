@@ -1,6 +1,8 @@
 #include "terminal/app/ImportDialog.h"
+#include "terminal/app/ColumnDialog.h"
 #include "tests/integration/TerminalFixture.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +11,7 @@
 #include <QPushButton>
 #include <QSqlQuery>
 #include <QTableWidget>
+#include <QTimer>
 
 namespace {
 
@@ -205,4 +208,61 @@ TEST_F(ImportDialogTest, ItHasTheColoursOfTheWindow) {
     EXPECT_EQ(mDialog->palette().color(QPalette::Window), mWindow->palette().color(QPalette::Window));
     EXPECT_NE(mDialog->palette().color(QPalette::Window), dark);
     mWindow->setThemeName("dark");
+}
+
+TEST_F(ImportDialogTest, TheUserSaysWhichColumnIsWhat) {
+    EXPECT_FALSE(child<QPushButton>("columns")->isEnabled()) << "there is no file";
+    typePath(write("odd.csv", "when,A,B,C,D,v\n2026-03-23 09:31:00,10,12,9,11,100\n"));
+    EXPECT_FALSE(child<QPushButton>("start")->isEnabled());
+    bool before = true;
+    bool after = false;
+    QTimer::singleShot(0, mDialog, [&] {
+        auto *dialog = mDialog->findChild<terminal::ColumnDialog *>();
+        ASSERT_TRUE(dialog);
+        auto *table = dialog->findChild<QTableWidget *>();
+        EXPECT_EQ(table->item(1, 4)->text(), "11");
+        auto *take = dialog->findChild<QPushButton *>();
+        before = take->isEnabled();
+        int column = 0;
+        for (const char *word : {"datetime", "open", "high", "low", "close", "volume"}) {
+            auto *roles = qobject_cast<QComboBox *>(table->cellWidget(0, column++));
+            roles->setCurrentIndex(roles->findData(word));
+        }
+        after = take->isEnabled();
+        dialog->accept();
+    });
+    click("columns");
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
+    EXPECT_EQ(child<QTableWidget>("preview")->item(0, 4)->text(), "11");
+    child<QLineEdit>("code")->clear();
+    QTest::keyClicks(child<QLineEdit>("code"), "600996.SH");
+    ASSERT_TRUE(child<QPushButton>("start")->isEnabled());
+    click("start");
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_NE(mServices->store().catalogue()->find("SH600996"), nullptr) << text("summary").toStdString();
+    // The next file of the same headings is read alike.
+    typePath(write("odd2.csv", "when,A,B,C,D,v\n2026-03-24 09:31:00,10,12,9,11,100\n"));
+    EXPECT_EQ(child<QTableWidget>("preview")->rowCount(), 1);
+}
+
+TEST_F(ImportDialogTest, TheFileTellsItsSessionsWhenTheUserSaysSo) {
+    typePath(write("600995.SH.csv", "datetime,open,high,low,close,volume\n2026-03-23 12:15:00,10,12,9,11,100\n"
+                                    "datetime,open,high,low,close,volume\n"));
+    click("start");
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_TRUE(text("summary").contains("12:15 is outside the sessions")) << text("summary").toStdString();
+    EXPECT_FALSE(child<QPushButton>("start")->isEnabled()) << "nothing has changed";
+    child<QCheckBox>("sessions")->setChecked(true);
+    ASSERT_TRUE(child<QPushButton>("start")->isEnabled());
+    click("start");
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_TRUE(text("summary").contains("第 3 行：the headings over again")) << text("summary").toStdString();
+    const terminal::Instrument *made = mServices->store().catalogue()->find("SH600995");
+    ASSERT_TRUE(made);
+    EXPECT_EQ(mServices->store().days(made->id).size(), 1);
+    EXPECT_EQ(count("day_sessions"), 1);
+    // The close before is not known, and the title says so.
+    EXPECT_TRUE(mServices->titleOf("SH600995", QDate(2026, 3, 23)).contains("昨收未知"));
+    EXPECT_FALSE(mServices->titleOf("SH600000", QDate()).contains("昨收未知"));
 }

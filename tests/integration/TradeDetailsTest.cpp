@@ -155,7 +155,7 @@ TEST_F(TradeDetailsTest, OrdersAndDealsComeFromFilesAndGoAgain) {
     import(13, write("deals.xls", "out\tSH600000\td1\t9.85\t200\t10:16:00\t48\n"));
     EXPECT_EQ(dealsOf("out"), 1u);
     EXPECT_TRUE(QTest::qWaitFor([&] { return told.seen().size() == 1; }, 10000));
-    EXPECT_EQ(mWindow->status(), "文件已读完");
+    EXPECT_EQ(mWindow->status(), "文件已读完：导入 1 条，略去 0 行");
     EXPECT_TRUE(QTest::qWaitFor([&] { return table(0)->rowCount() == 4; }, 10000)) << "a new account";
     EXPECT_TRUE(QTest::qWaitFor([&] { return graphImage() != before; }, 10000));
     click(control<GZ::CSmallNoNormalButton>(21));

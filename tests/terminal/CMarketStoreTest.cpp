@@ -204,11 +204,14 @@ TEST_F(CMarketStoreTest, AStoreOfAnEarlierVersionIsTakenForward) {
     {
         // What version 1 did not have, taken away again.
         OtherConnection other(storePath());
-        for (const char *table :
-             {"self_stocks", "self_stock_lists", "ticks", "trade_cancels", "trade_deals", "trade_orders",
-              "trade_task_items", "trade_tasks", "trade_days", "trade_strategies", "trade_accounts",
-              "portfolio_positions", "portfolios", "user_index_members", "user_indexes", "listed_pairs",
-              "convertible_links", "sector_members", "sectors"}) {
+        for (const char *table : {"set_aside",        "day_sessions",       "previous_closes",
+                                  "self_stocks",      "self_stock_lists",   "ticks",
+                                  "trade_cancels",    "trade_deals",        "trade_orders",
+                                  "trade_task_items", "trade_tasks",        "trade_days",
+                                  "trade_strategies", "trade_accounts",     "portfolio_positions",
+                                  "portfolios",       "user_index_members", "user_indexes",
+                                  "listed_pairs",     "convertible_links",  "sector_members",
+                                  "sectors"}) {
             other.run(qPrintable(QStringLiteral("DROP TABLE %1").arg(QLatin1String(table))));
         }
         other.run("PRAGMA user_version = 1");

@@ -150,3 +150,11 @@ TEST(CommandLine, NearestTextsComeNearestFirst) {
     EXPECT_EQ(nearestTexts("SH60000", keys, 2), QStringList({"SH600000", "SH600519"}));
     EXPECT_TRUE(nearestTexts("X", {}, 3).isEmpty());
 }
+
+TEST(CommandLine, AnImportIsToldOfItsColumnsAndSessions) {
+    const CommandLineOptions options = accepted({"--columns", "open=2,close=3", "--sessions", "file"});
+    EXPECT_EQ(options.columns, QStringLiteral("open=2,close=3"));
+    EXPECT_TRUE(options.sessionsFromFile);
+    EXPECT_FALSE(accepted({"--sessions", "market"}).sessionsFromFile);
+    EXPECT_EQ(refused({"--sessions", "both"}), "--sessions both: unknown word: give file or market");
+}

@@ -27,7 +27,7 @@ TEST(ImportedTrade, EachFaultHasItsReason) {
     };
     EXPECT_EQ(faulty([](ImportedTrade &i) { i.account.clear(); }), "no account");
     EXPECT_EQ(faulty([](ImportedTrade &i) { i.instrument.clear(); }), "no instrument");
-    for (const double price : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
+    for (const double price : {0.0, -1.0, 1e9 + 1.0, std::nan(""), HUGE_VAL}) {
         EXPECT_EQ(faulty([price](ImportedTrade &i) { i.price = price; }), "the price is no positive number");
     }
     EXPECT_EQ(faulty([](ImportedTrade &i) { i.volume = 0; }), "the volume is no positive whole number");

@@ -1,5 +1,9 @@
 #include "terminal/market/MinuteBarImporter.h"
+#include "terminal/market/ColumnChoice.h"
+#include "terminal/market/FileImporter.h"
+#include "terminal/market/ImportPreview.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/PreviousClose.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QElapsedTimer>
@@ -202,10 +206,118 @@ TEST_F(MinuteBarImporterTest, ABinaryFileIsAnError) {
     EXPECT_EQ(trouble("\xff\xfe\x80\x81 no text\n"), "1: no column \"open\"");
 }
 
-TEST_F(MinuteBarImporterTest, AFileThatEndsInTheMiddleOfALineIsAnError) {
-    EXPECT_EQ(trouble(kHeader + kFirst + kSecond.left(30)), "3: the file ends in the middle of a line");
-    EXPECT_EQ(trouble(kHeader + kFirst + kSecond.left(kSecond.size() - 1)),
-              "3: the file ends in the middle of a line");
+TEST_F(MinuteBarImporterTest, ALastLineWithoutItsEndIsALine) {
+    EXPECT_EQ(trouble(kHeader + kFirst + kSecond.left(30)), "3: 4 fields where the heading has 7");
+    EXPECT_EQ(import(kHeader + kFirst + kSecond.left(kSecond.size() - 1), options("SH", "600000")).rows, 2);
+    EXPECT_EQ(bars("SH600000", QDate(2026, 3, 23)).size(), 2u);
+}
+
+TEST_F(MinuteBarImporterTest, HeadingsOverAgainArePassedOverAndTold) {
+    const ImportOutcome outcome = import(kHeader + kFirst + kHeader + kSecond, options("SH", "600000"));
+    ASSERT_EQ(outcome.error.toStdString(), "");
+    EXPECT_EQ(outcome.rows, 2);
+    ASSERT_EQ(outcome.leftOut.count, 1);
+    EXPECT_EQ(outcome.leftOut.first[0].line, 3);
+    EXPECT_EQ(outcome.leftOut.first[0].reason, QStringLiteral("the headings over again"));
+}
+
+TEST_F(MinuteBarImporterTest, TheFirstTenWrongRowsAreToldAtOnce) {
+    QByteArray content = kHeader;
+    for (int i = 0; i < 30; ++i) {
+        content += i % 2 == 0 ? kFirst : QByteArray("2026-03-23 09:32:00,x,1,1,1,1,1\n");
+    }
+    const ImportOutcome outcome = import(content, options("SH", "600000"));
+    EXPECT_TRUE(outcome.error.endsWith(QStringLiteral("bars.csv:3: no number in column \"open\": \"x\"")));
+    EXPECT_EQ(outcome.leftOut.count, 10);
+    EXPECT_EQ(outcome.leftOut.first.last().line, 21);
+}
+
+TEST_F(MinuteBarImporterTest, ARowThatStandsTwiceIsTold) {
+    const ImportOutcome outcome = import(kHeader + kFirst + kFirst, options("SH", "600000"));
+    ASSERT_TRUE(outcome.isGood());
+    ASSERT_EQ(outcome.leftOut.count, 1);
+    EXPECT_EQ(outcome.leftOut.first[0].line, 3);
+}
+
+TEST_F(MinuteBarImporterTest, TimesAreReadAsProgramsWriteThem) {
+    const QByteArray header("datetime,open,high,low,close,volume\n");
+    for (const char *time :
+         {"2026-03-23T09:31:00", "2026-03-23t09:31", "2026.03.23 09:31:00", "2026.03.23T09:31:00.000",
+          "2026-03-23T09:31:00+08:00", "20260323 09:31:00", "20260323093100", "202603230931"}) {
+        ASSERT_EQ(import(header + time + ",10,10,10,10,1\n", options("SH", "600000")).error.toStdString(), "");
+        ASSERT_EQ(bars("SH600000", QDate(2026, 3, 23)).size(), 1u) << time;
+    }
+    ASSERT_EQ(import("date,time,open,high,low,close,volume\n2026.03.24 00:00:00,09:31:00,10,10,10,10,1\n",
+                     options("SH", "600000"))
+                  .error.toStdString(),
+              "");
+    EXPECT_EQ(bars("SH600000", QDate(2026, 3, 24)).size(), 1u);
+    EXPECT_EQ(MinuteBarImporter(mStore, options("SH", "600001"))
+                  .importFile(write("z.csv", header + "2026-03-23T09:31:00Z,10,10,10,10,1\n"))
+                  .error.toStdString(),
+              pathOf("z.csv").toStdString() + ":2: unknown time \"09:31:00Z\"");
+}
+
+TEST_F(MinuteBarImporterTest, ACodeWithItsExchangeTellsTheMarket) {
+    const QByteArray header("code,datetime,open,high,low,close,volume\n");
+    const QByteArray row(",2026-03-23 09:31:00,10,10,10,10,1\n");
+    for (const auto &code :
+         {std::make_pair("688293.SH", "SH688293"), std::make_pair("600000.XSHG", "SH600000"),
+          std::make_pair("sh600001", "SH600001"), std::make_pair("SZ.000001", "SZ000001"),
+          std::make_pair("000002.XSHE", "SZ000002"), std::make_pair("SHSE.600003", "SH600003"),
+          std::make_pair("600004.ss", "SH600004")}) {
+        EXPECT_EQ(import(header + code.first + row, ImportOptions()).error.toStdString(), "");
+        EXPECT_EQ(bars(code.second, QDate(2026, 3, 23)).size(), 1u) << code.first;
+    }
+    // And where the user tells it.
+    EXPECT_EQ(import("datetime,open,high,low,close,volume\n" + row.mid(1), options("", "600005.XSHG"))
+                  .error.toStdString(),
+              "");
+    EXPECT_EQ(bars("SH600005", QDate(2026, 3, 23)).size(), 1u);
+}
+
+TEST_F(MinuteBarImporterTest, ColumnsAreWhatTheUserSays) {
+    const QByteArray content("when,A,B,C,D,vol,volume\n2026-03-23 09:31:00,10,12,9,11,100,7\n");
+    EXPECT_EQ(trouble(content), "1: two columns for \"volume\"");
+    ImportOptions how = options("SH", "600000");
+    how.columns = QStringLiteral("datetime=when, open=A,high=b,low=4,close=#5,volume=vol");
+    ASSERT_EQ(import(content, how).error.toStdString(), "");
+    const MinuteBars read = bars("SH600000", QDate(2026, 3, 23));
+    ASSERT_EQ(read.size(), 1u);
+    EXPECT_EQ(read[0].open, 10.0);
+    EXPECT_EQ(read[0].high, 12.0);
+    EXPECT_EQ(read[0].low, 9.0);
+    EXPECT_EQ(read[0].price, 11.0);
+    EXPECT_EQ(read[0].volume, 100.0);
+}
+
+TEST_F(MinuteBarImporterTest, AWrongChoiceOfColumnsIsTold) {
+    ImportOptions how = options("SH", "600000");
+    const auto with = [&](const char *columns) {
+        how.columns = QString::fromUtf8(columns);
+        return trouble(kHeader + kFirst, how);
+    };
+    EXPECT_EQ(with("open=nothing"), "1: no column \"nothing\" for open");
+    EXPECT_EQ(with("open=open,open=high"), "1: \"open\" is given twice");
+    EXPECT_EQ(with("open=open,high=open"), "1: \"open\" is given twice");
+    EXPECT_EQ(with("open=8"), "1: no column \"8\" for open");
+    EXPECT_EQ(with("colour=open").find("1: \"colour=open\" names no column: give WORD=HEADING, with one of "),
+              0u);
+    EXPECT_EQ(with("open=open"), "1: no column \"high\"");
+}
+
+TEST_F(MinuteBarImporterTest, AChoiceIsRememberedForFilesOfTheSameHeadings) {
+    const QString file = write("odd.csv", "when,A,B,C,D,v\n2026-03-23 09:31:00,10,12,9,11,100\n");
+    const ImportOptions how = options("SH", "600000");
+    EXPECT_FALSE(importMarketFile(mStore, how, file).isGood());
+    const TableHeadings headings = previewFile(file).headings;
+    ASSERT_EQ(rememberColumns(mStore, headings,
+                              QStringLiteral("datetime=#1,open=#2,high=#3,low=#4,close=#5,volume=#6"))
+                  .toStdString(),
+              "");
+    EXPECT_EQ(importMarketFile(mStore, how, file).error.toStdString(), "");
+    EXPECT_EQ(bars("SH600000", QDate(2026, 3, 23)).size(), 1u);
+    EXPECT_EQ(rememberedColumns(mStore, previewFile(write("x.csv", "when,A\n1,2\n")).headings), QString());
 }
 
 TEST_F(MinuteBarImporterTest, WhatTheFileDoesNotTellIsAskedFor) {
@@ -325,10 +437,10 @@ TEST_F(MinuteBarImporterTest, FridaysNightBelongsToMonday) {
 
 TEST_F(MinuteBarImporterTest, TheFilesOwnDaysDecideAHoliday) {
     // In a year without a table of holidays: Monday's night, no Tuesday, then Wednesday.
-    ASSERT_TRUE(import(future({"2012-04-02 21:30:00", "2012-04-04 09:01:00"}), options("SHFE", "AU")).isGood());
-    EXPECT_EQ(bars("SHFEAU", QDate(2012, 4, 4)).size(), 2u);
-    EXPECT_FALSE(mStore.catalogue()->calendar(QStringLiteral("SHFE")).isTradingDay(QDate(2012, 4, 3)));
-    EXPECT_TRUE(mStore.catalogue()->calendar(QStringLiteral("DCE")).isTradingDay(QDate(2012, 4, 3)));
+    ASSERT_TRUE(import(future({"2016-08-01 21:30:00", "2016-08-03 09:01:00"}), options("SHFE", "AU")).isGood());
+    EXPECT_EQ(bars("SHFEAU", QDate(2016, 8, 3)).size(), 2u);
+    EXPECT_FALSE(mStore.catalogue()->calendar(QStringLiteral("SHFE")).isTradingDay(QDate(2016, 8, 2)));
+    EXPECT_TRUE(mStore.catalogue()->calendar(QStringLiteral("DCE")).isTradingDay(QDate(2016, 8, 2)));
 }
 
 TEST_F(MinuteBarImporterTest, ALastNightBelongsToTheNextDayOfTheCalendar) {
@@ -421,4 +533,41 @@ TEST_F(MinuteBarImporterTest, ImportsEveryRowOfALargeFileAndTellsTheRate) {
     EXPECT_EQ(outcome.instruments[0].bars, rows);
     std::printf("imported %d rows in %.3f s: %.0f rows a second\n", rows, seconds, rows / seconds);
     RecordProperty("rows_a_second", static_cast<int>(rows / seconds));
+}
+
+TEST_F(MinuteBarImporterTest, ThePreviousCloseOfTheFileCounts) {
+    const QByteArray header("datetime,open,high,low,close,volume,PreClosePx\n");
+    ASSERT_EQ(import(header + "2026-03-23 09:31:00,10,10,10,10,1,9.5\n2026-03-23 09:32:00,10,10,10,10,1,9.5\n"
+                              "2026-03-24 09:31:00,11,11,11,11,1,9.75\n",
+                     options("SH", "600000"))
+                  .error.toStdString(),
+              "");
+    const QString key = QStringLiteral("SH600000");
+    const PreviousClose first = previousCloseOf(mStore, key, dayOf(QDate(2026, 3, 23)));
+    EXPECT_EQ(first.price, 9.5);
+    EXPECT_FALSE(first.isFirstOpen);
+    // A dividend lies between the close of 10 and what the next day is counted from.
+    EXPECT_EQ(previousCloseOf(mStore, key, dayOf(QDate(2026, 3, 24))).price, 9.75);
+}
+
+TEST_F(MinuteBarImporterTest, WithoutAPreviousCloseTheFirstOpenStandsForIt) {
+    ASSERT_TRUE(import(kHeader + "2026-03-23 09:31:00,10.05,10.2,9.9,10.1,1000,10100\n" + kSecond,
+                       options("SH", "600000"))
+                    .isGood());
+    const PreviousClose guess = previousCloseOf(mStore, QStringLiteral("SH600000"), dayOf(QDate(2026, 3, 23)));
+    EXPECT_EQ(guess.price, 10.05);
+    EXPECT_TRUE(guess.isFirstOpen);
+}
+
+TEST_F(MinuteBarImporterTest, AFirstPriceStandsForTheCloseWhereTheOpenIsNotKnown) {
+    ASSERT_TRUE(
+        import(kHeader + "2026-03-23 09:31:00,0,10.2,9.9,10.1,1000,10100\n", options("SH", "600000")).isGood());
+    EXPECT_EQ(previousCloseOf(mStore, QStringLiteral("SH600000"), dayOf(QDate(2026, 3, 23))).price, 10.1);
+}
+
+TEST_F(MinuteBarImporterTest, AFigureAboveAllMarketsIsRefused) {
+    EXPECT_EQ(trouble(kHeader + "2026-03-23 09:31:00,10,1000000001,9.9,10.1,1000,10100\n"),
+              "2: number above 1000000000 in column \"high\"");
+    EXPECT_EQ(trouble(kHeader + "2026-03-23 09:31:00,10,11,9.9,10.1,1e16,10100\n"),
+              "2: number above 1000000000000000 in column \"volume\"");
 }

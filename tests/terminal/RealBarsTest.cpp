@@ -55,12 +55,13 @@ TEST_F(RealBarsTest, AShareOfShenzhen) {
     EXPECT_EQ(first[0].volume, 2003635.0);
     EXPECT_DOUBLE_EQ(first[1].average, (26785576.72 + 11587569.78) / (2003635.0 + 867181.0));
     EXPECT_EQ(mStore.catalogue()->find(QStringLiteral("SZ000001"))->priceTick, 0.01);
-    // The close of 2018-01-02 is the previous close of the day after; that of the first day is not known.
+    // The close of 2018-01-02 is the previous close of the day after; that of the first day is not known, and
+    // its first price stands for it.
     StoreStockManager stocks(mStore);
     EXPECT_EQ(stocks.getCurrentDateLastClose(QStringLiteral("SZ000001"), dayOf(QDate(2018, 1, 3))),
               first.back().price);
     EXPECT_EQ(stocks.getCurrentDateLastClose(QStringLiteral("SZ000001"), dayOf(QDate(2018, 1, 2))),
-              TC::kUnsetValue);
+              first.front().open);
 }
 
 TEST_F(RealBarsTest, AnIndexOfShanghai) {

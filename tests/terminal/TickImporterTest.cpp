@@ -214,8 +214,6 @@ TEST_F(TickImporterTest, BrokenFilesAreErrorsOfTheirLines) {
     EXPECT_EQ(trouble(kTrades + "600000.SH,2026-03-23 09:31:30,0,1\n"), "2: a price of zero");
     EXPECT_EQ(trouble(kTrades + "600000.SH,2026-03-23 12:00:00,10,1\n"), "2: 12:00:00 is outside the sessions");
     EXPECT_EQ(trouble(kTrades + "600000.SH,2026-03-23 09:31:30,10,0\n"), "2: nothing was traded of SH600000");
-    EXPECT_EQ(trouble(kTrades + "600000.SH,2026-03-23 09:31:30,10,1"),
-              "2: the file ends in the middle of a line");
     EXPECT_EQ(trouble(kTrades + QByteArray("600000.SH,2026-03-23\0 09:31:30,10,1\n", 36)),
               "2: a binary file, not a text of minute bars");
     EXPECT_EQ(trouble(kSnapshots + "2026.03.23,09:31:00,300918.SZ,8,1000,8000,8,8,8\n"

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "terminal/market/StoreFaults.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <functional>
+
+namespace terminal {
+
+/// A reading of one table.
+struct StoreQuestion {
+    QString table;
+    QString columns; ///< separated by ", "
+    QString rest; ///< conditions and order, and tables that are joined
+    QVariantList values{}; ///< of the placeholders
+};
+
+/// The one place where rows of a store enter the program. A row that breaks the rule of its table is told and passed
+/// over, so that the ranges and enumerations of what is taken are sound, whoever has written the file.
+class StoreRows {
+public:
+    /// Hears of a sound row; answers whether what it refers to is there, else the row is told and passed over.
+    using Take = std::function<bool(const QSqlQuery &row)>;
+
+    StoreRows(const QSqlDatabase &database, StoreFaults &faults) : mDatabase(database), mFaults(faults) {}
+
+    /// Hands over the rows of a table in their order. The answer is invalid when all went well.
+    QSqlError read(const StoreQuestion &question, const Take &take);
+
+private:
+    QSqlDatabase mDatabase;
+    StoreFaults &mFaults;
+};
+
+} // namespace terminal
