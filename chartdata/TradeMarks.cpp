@@ -81,7 +81,7 @@ void stampCircle(MarkStamps &stamps, const QPoint &at, bool filled, bool small, 
     });
 }
 
-/// The letter of a flag. Where the colours of the flag alone do not make it readable, it has a black edge.
+/// The letter of a flag, which has a black edge on a light ground.
 void drawFlagLetter(QPainter &painter, const QRect &room, const QString &letter, const QColor &color,
                     bool edged) {
     if (edged) {
@@ -109,12 +109,12 @@ void stampFlag(MarkStamps &stamps, const QPoint &at, const TaskFlag &flag, bool 
         painter.setPen(finished ? white : sideColor(buy, kOpaque));
         painter.drawRect(flag.frame);
         drawFlagLetter(painter, flag.letter, buy ? QStringLiteral("B") : QStringLiteral("S"),
-                       finished ? sideColor(buy, kOpaque) : white, finished || isLight);
+                       finished ? sideColor(buy, kOpaque) : white, isLight);
     });
 }
 
 /// Places the records of one kind, day and instrument that `isShown` lets pass, hands each to `draw` with its time and
-/// point, and enters it where the prices are.
+/// point, and enters it.
 template <class Record, class IsShown, class Draw>
 void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkPlacer &placer,
                   MarkMap<Record> &marks, IsShown isShown, Draw draw) {
@@ -130,9 +130,7 @@ void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkP
             QPoint at;
             if (placer.place(time, record->mPrice, close, at)) {
                 draw(*record, time, at);
-                if (placer.isAmongPrices(at)) {
-                    marks.enterNode(at, std::move(entry));
-                }
+                marks.enterNode(at, std::move(entry));
             }
         }
     }
@@ -146,11 +144,13 @@ std::vector<QPoint> stampTask(MarkStamps &stamps, MarkPlacer &placer, const std:
     for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
         QPoint at;
         if (item && vmStockKey(item->mMarket, item->mCode) == instrument &&
-            placer.place(time, item->mPrice, close, at) && placer.isAmongPrices(at)) {
+            placer.place(time, item->mPrice, close, at)) {
             const long long done =
                 CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
-            stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
-                      kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
+            if (placer.isAmongPrices(at)) {
+                stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
+                          kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
+            }
             points.push_back(at);
         }
     }

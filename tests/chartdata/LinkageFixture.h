@@ -94,15 +94,8 @@ protected:
         painter.setBrush(Qt::NoBrush);
         painter.setPen(frame);
         painter.drawRect(QRect(at.x(), at.y() - 13, 8, 13));
-        const QRect room(at.x() + 1, at.y() - 13, 8, 13);
-        if (letter != Qt::white) { // a finished task
-            painter.setPen(Qt::black);
-            for (const QPoint &edge : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
-                painter.drawText(room.translated(edge), Qt::AlignCenter, QLatin1String(text));
-            }
-        }
         painter.setPen(letter);
-        painter.drawText(room, Qt::AlignCenter, QLatin1String(text));
+        painter.drawText(QRect(at.x() + 1, at.y() - 13, 8, 13), Qt::AlignCenter, QLatin1String(text));
     }
     void showAccount() {
         mUiParam->mLinkageFlags = 2;

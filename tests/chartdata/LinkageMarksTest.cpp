@@ -94,7 +94,7 @@ TEST_F(LinkageMarks, TaskWithTotalZeroShowsAFullFlag) {
     EXPECT_EQ(drawn().pixelColor(62, 39), QColor(255, 0, 0, 128));
 }
 
-TEST_F(LinkageMarks, LettersHaveABlackEdgeWhereTheColoursOfTheFlagDoNotMakeThemReadable) {
+TEST_F(LinkageMarks, LettersHaveABlackEdgeInTheLightThemeAlone) {
     show({2});
     for (const bool light : {false, true}) {
         ASSERT_TRUE(
@@ -109,7 +109,7 @@ TEST_F(LinkageMarks, LettersHaveABlackEdgeWhereTheColoursOfTheFlagDoNotMakeThemR
                     black += color.alpha() > 200 && qMax(color.red(), color.green()) < 60;
                 }
             }
-            EXPECT_EQ(black > 0, light || finished) << light << ' ' << finished;
+            EXPECT_EQ(black > 0, light) << light << ' ' << finished;
         }
     }
     GZ::CUiResource::instance().setTheme(QStringLiteral("dark"));
