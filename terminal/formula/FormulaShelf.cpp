@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 
-#include <utility>
 
 namespace terminal {
 
@@ -41,9 +40,9 @@ void FormulaShelf::renew(const QString &name,
             old = formulas->value(upper);
         }
         if (old) {
-            CataloguedFormulaPtr made = make(*old);
+            const CataloguedFormulaPtr made = make(*old);
             std::lock_guard<std::mutex> hold(mLock);
-            formulas->insert(upper, std::move(made));
+            formulas->insert(upper, made);
         }
     }
 }

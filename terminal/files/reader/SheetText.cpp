@@ -68,7 +68,7 @@ std::string inOneLine(std::string text) {
 
 void prepareSheets() {
     for (const char *coding : {"UTF-16LE", "CP1252", "CP936", "CP950", "CP932", "CP949", "CP1251"}) {
-        iconv_open("UTF-8", coding); // stays open, and so stays loaded
+        static_cast<void>(iconv_open("UTF-8", coding)); // stays open, and so stays loaded
     }
 }
 
