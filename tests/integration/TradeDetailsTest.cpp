@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QThread>
 #include <QTimer>
 
 namespace {
@@ -80,12 +81,16 @@ protected:
     }
     /// Presses a button of imports, gives the file dialog a path, and waits until the file is read.
     void import(int buttonId, const QString &path) {
-        QTimer::singleShot(0, [&] {
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, mWindow.get(), [&] {
             auto *asked = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            ASSERT_TRUE(asked);
-            asked->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-            QMetaObject::invokeMethod(asked, "accept");
+            if (asked && QThread::currentThread()->loopLevel() > 0) { // before its loop runs nothing is heard
+                answer.stop();
+                asked->findChild<QLineEdit *>("fileNameEdit")->setText(path);
+                QMetaObject::invokeMethod(asked, "accept");
+            }
         });
+        answer.start(0);
         auto *pressed = control<GZ::CSmallNoNormalButton>(buttonId);
         click(pressed);
         EXPECT_FALSE(pressed->isEnabled());
