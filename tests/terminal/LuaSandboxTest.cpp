@@ -10,9 +10,9 @@ namespace terminal {
 namespace {
 
 /// Runs a body over a few bars with tight limits; the first error.
-FormulaError errorOf(const QString &body) {
+FormulaError errorOf(const QString &body, int milliseconds = 100) {
     FormulaLimits limits;
-    limits.milliseconds = 100;
+    limits.milliseconds = milliseconds;
     limits.bytes = 4u << 20;
     ErrorLog log;
     const auto program = makeLuaFormula(formulaOf(body), {}, log.sink(), limits);
@@ -68,14 +68,15 @@ TEST(LuaSandboxTest, AStoppedFormulaStaysStill) {
 }
 
 TEST(LuaSandboxTest, AllocatingWithoutEndIsStopped) {
-    const FormulaError table = errorOf("\nlocal t = {}\nwhile true do t[#t + 1] = {} end");
+    constexpr int kLong = 60000; // milliseconds: the memory ends first
+    const FormulaError table = errorOf("\nlocal t = {}\nwhile true do t[#t + 1] = {} end", kLong);
     EXPECT_TRUE(isMemoryError(table)) << table.text.toStdString();
     EXPECT_EQ(table.line, 5);
-    const FormulaError text = errorOf("local s = \"x\"\nwhile true do s = s .. s end");
+    const FormulaError text = errorOf("local s = \"x\"\nwhile true do s = s .. s end", kLong);
     EXPECT_TRUE(isMemoryError(text)) << text.text.toStdString();
     EXPECT_EQ(text.line, 4);
-    EXPECT_TRUE(isMemoryError(errorOf("local t = {} for i = 1, 1e9 do t = {t} end")));
-    EXPECT_TRUE(isMemoryError(errorOf("local s = {} for i = 1, 1e9 do s[i] = tostring(i) end")));
+    EXPECT_TRUE(isMemoryError(errorOf("local t = {} for i = 1, 1e9 do t = {t} end", kLong)));
+    EXPECT_TRUE(isMemoryError(errorOf("local s = {} for i = 1, 1e9 do s[i] = tostring(i) end", kLong)));
 }
 
 TEST(LuaSandboxTest, VectorsAndDrawingsWithoutEndAreStopped) {
