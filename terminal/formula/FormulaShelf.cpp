@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 
-
 namespace terminal {
 
 void FormulaShelf::addBuiltin(const CataloguedFormulaPtr &formula) {
