@@ -3,7 +3,8 @@
     compare.py FIRST SECOND      folders of programs; see compare.sh
 
 Each round runs every program of both folders, the other one first in every second round, on the last core when it may be
-chosen. The ratio of a case is second to first within a round: its median over the rounds, its least and its greatest.
+chosen. The ratio of a case is second to first within a round: its median over the rounds, its least and its greatest. `quickest` is
+the ratio of the shortest times of all rounds, which other load on the machine disturbs least.
 """
 
 import json
@@ -63,11 +64,11 @@ def table(found):
     for (_, case), (first, second) in found.items():
         if first and len(first) == len(second):
             ratios = sorted(b / a for a, b in zip(first, second))
-            rows.append((statistics.median(ratios), ratios[0], ratios[-1], statistics.median(first),
-                         statistics.median(second), case))
-    yield f"{'ratio':>6} {'least':>6} {'most':>6} {'first us':>11} {'second us':>11}  case"
-    for ratio, least, most, first, second, case in sorted(rows, reverse=True):
-        yield f"{ratio:6.2f} {least:6.2f} {most:6.2f} {first:11.2f} {second:11.2f}  {case}"
+            rows.append((statistics.median(ratios), ratios[0], ratios[-1], min(second) / min(first),
+                         statistics.median(first), statistics.median(second), case))
+    yield f"{'ratio':>6} {'least':>6} {'most':>6} {'quickest':>8} {'first us':>11} {'second us':>11}  case"
+    for ratio, least, most, quickest, first, second, case in sorted(rows, reverse=True):
+        yield f"{ratio:6.2f} {least:6.2f} {most:6.2f} {quickest:8.2f} {first:11.2f} {second:11.2f}  {case}"
 
 
 def main():
