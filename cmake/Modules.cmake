@@ -8,7 +8,7 @@ function(timeshare_sources out)
   set(${out} ${all} PARENT_SCOPE)
 endfunction()
 
-# timeshare_units(TARGET): where TIMESHARE_UNITS is on, up to twelve sources of a folder are compiled as one unit, which
+# timeshare_units(TARGET): where TIMESHARE_UNITS is on, up to 24 sources of a folder are compiled as one unit, which
 # takes less than half of the time. What a source keeps to itself therefore has a name that is its own in its folder.
 function(timeshare_units target)
   if(NOT TIMESHARE_UNITS)
@@ -22,7 +22,7 @@ function(timeshare_units target)
     get_filename_component(folder ${source} DIRECTORY)
     file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${folder})
     string(MAKE_C_IDENTIFIER ${folder} folder)
-    math(EXPR unit "0${count_${folder}} / 12")
+    math(EXPR unit "0${count_${folder}} / 24")
     math(EXPR count_${folder} "0${count_${folder}} + 1")
     set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${folder}_${unit})
   endforeach()
