@@ -1,12 +1,13 @@
 #include "terminal/files/FileLines.h"
 
 #include "terminal/files/ForeignFile.h"
+#include "tests/support/MutatedSheet.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <random>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -120,33 +121,15 @@ TEST_F(FileLinesTest, DamagedSpreadsheetIsReadOrRefusedAndNeverHarmful) {
     EXPECT_EQ(read(write("d.xls", content), EFileType::Spreadsheet).size(), 4);
 }
 
-/// Flips, cuts and swapped sectors. TIMESHARE_MUTATIONS is another number of them, as for a night's run.
+/// Many more are tried by tests/sheets.
 TEST_F(FileLinesTest, AMutatedSpreadsheetEndsInRowsOrOneLine) {
     QFile whole(sheet());
     ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
-    const QByteArray content = whole.readAll();
-    std::mt19937 random(97);
-    const auto below = [&random](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
-    const int given = qEnvironmentVariableIntValue("TIMESHARE_MUTATIONS");
-    for (int round = 0; round < (given > 0 ? given : 400); ++round) {
-        QByteArray mutated = content;
-        switch (below(3)) {
-        case 0:
-            for (int flips = 1 + below(20); flips > 0; --flips) {
-                mutated[below(mutated.size())] = static_cast<char>(below(256));
-            }
-            break;
-        case 1:
-            mutated.truncate(below(mutated.size()));
-            break;
-        default: {
-            const int one = below(content.size() / 512) * 512;
-            const int other = below(content.size() / 512) * 512;
-            mutated.replace(one, 512, content.mid(other, 512)).replace(other, 512, content.mid(one, 512));
-        }
-        }
-        const terminal::ForeignText text = terminal::readForeign(QStringLiteral("sheet"), mutated);
-        ASSERT_TRUE(text.error.isEmpty() || (text.text.isEmpty() && !text.error.contains('\n'))) << round;
+    const std::string content = whole.readAll().toStdString();
+    for (unsigned number = 0; number < 400; ++number) {
+        const QByteArray damaged = QByteArray::fromStdString(tests::mutated(content, number));
+        const terminal::ForeignText text = terminal::readForeign(QStringLiteral("sheet"), damaged);
+        ASSERT_TRUE(text.error.isEmpty() || (text.text.isEmpty() && !text.error.contains('\n'))) << number;
     }
 }
 

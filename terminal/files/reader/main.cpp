@@ -1,4 +1,5 @@
 #include "terminal/files/reader/Confinement.h"
+#include "terminal/files/reader/Input.h"
 #include "terminal/files/reader/SheetText.h"
 
 #include <array>
@@ -17,15 +18,10 @@ constexpr int kDone = 0; ///< exit status
 constexpr int kNotReadable = 1;
 constexpr int kNotConfined = 3;
 
-std::string &input() {
-    static std::string content;
-    return content;
-}
-
 void readInput() {
     std::array<char, 65536> piece{};
     while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), stdin)) {
-        input().append(piece.data(), got);
+        reader::input().append(piece.data(), got);
     }
 }
 
@@ -48,11 +44,6 @@ int run(const char *parser) {
 }
 
 } // namespace
-
-/// Parsers open files by name; here every name is the input.
-extern "C" FILE *fopen(const char * /*name*/, const char * /*mode*/) {
-    return input().empty() ? nullptr : fmemopen(input().data(), input().size(), "rb");
-}
 
 int main(int argc, char **argv) {
     try {
