@@ -64,20 +64,24 @@ void writeTicks(const QString &path, int rows, bool snapshots) {
     }
 }
 
-void writeBars(const QString &path, int rows) {
+/// Writes minute bars of so many instruments, one after the other, as many rows each.
+void writeBars(const QString &path, int rows, int instruments) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         fail(file.errorString());
     }
     QTextStream text(&file);
     text << "symbol,datetime,open,high,low,close,volume,amount\n";
-    for (QDate day(1990, 1, 1); rows > 0; day = day.addDays(1)) {
-        for (int minute = 571; minute <= 900 && rows > 0; minute += minute == 690 ? 91 : 1, --rows) {
-            text << "600920.SH," << day.toString(Qt::ISODate) << ' '
-                 << QStringLiteral("%1:%2")
-                        .arg(minute / 60, 2, 10, QLatin1Char('0'))
-                        .arg(minute % 60, 2, 10, QLatin1Char('0'))
-                 << ",10.01,10.22,9.93,10.1" << minute % 10 << ",1234500,12468450.25\n";
+    for (int instrument = 0; instrument < instruments; ++instrument) {
+        int left = rows / instruments;
+        for (QDate day(1990, 1, 1); left > 0; day = day.addDays(1)) {
+            for (int minute = 571; minute <= 900 && left > 0; minute += minute == 690 ? 91 : 1, --left) {
+                text << 200000 + instrument << ".SH," << day.toString(Qt::ISODate) << ' '
+                     << QStringLiteral("%1:%2")
+                            .arg(minute / 60, 2, 10, QLatin1Char('0'))
+                            .arg(minute % 60, 2, 10, QLatin1Char('0'))
+                     << ",10.01,10.22,9.93,10.1" << minute % 10 << ",1234500,12468450.25\n";
+            }
         }
     }
 }
@@ -92,7 +96,7 @@ void importAndTell(CMarketStore &store, const char *what, const QString &path) {
     if (!outcome.isGood()) {
         fail(outcome.error);
     }
-    std::printf("%-10s %8d rows in %6.2f s: %8.0f rows a second, %8.0f a second of processor time\n", what,
+    std::printf("%-14s %8d rows in %6.2f s: %8.0f rows a second, %8.0f a second of processor time\n", what,
                 outcome.rows, time, outcome.rows / time, outcome.rows / processor);
     QFile::remove(path);
 }
@@ -117,7 +121,16 @@ int main(int argc, char **argv) {
     importAndTell(store, "trades", folder.filePath("trades.csv"));
     writeTicks(folder.filePath("snapshots.csv"), rows, true);
     importAndTell(store, "snapshots", folder.filePath("snapshots.csv"));
-    writeBars(folder.filePath("bars.csv"), rows);
-    importAndTell(store, "bars", folder.filePath("bars.csv"));
+    for (const int instruments : {1, 1000, 20000}) {
+        CMarketStore own; // so that none of them finds the rows of another
+        const QString path = folder.filePath(QStringLiteral("%1.db").arg(instruments));
+        trouble = own.open(path);
+        if (!trouble.isEmpty()) {
+            fail(trouble);
+        }
+        writeBars(folder.filePath("bars.csv"), rows, instruments);
+        importAndTell(own, qPrintable(QStringLiteral("bars of %1").arg(instruments)),
+                      folder.filePath("bars.csv"));
+    }
     return 0;
 }

@@ -1,0 +1,75 @@
+// What the soak measures with.
+
+#include "tests/soak/FrameWatch.h"
+#include "tests/soak/MemoryCurve.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+using tests::FrameWatch;
+using tests::MemoryCurve;
+using tests::MemorySample;
+
+namespace {
+
+MemoryCurve curveOf(std::initializer_list<qint64> resident) {
+    MemoryCurve curve;
+    double minute = 0.0;
+    for (const qint64 bytes : resident) {
+        MemorySample sample;
+        sample.minute = minute++;
+        sample.resident = bytes;
+        curve.add(sample);
+    }
+    return curve;
+}
+
+/// Keeps the thread at work until it has computed for so long.
+void compute(double milliseconds) {
+    const std::clock_t start = std::clock();
+    while (static_cast<double>(std::clock() - start) * 1000.0 / CLOCKS_PER_SEC < milliseconds) {
+    }
+}
+
+} // namespace
+
+TEST(MemoryCurve, ItsGrowthIsThatOfTheLastFifthOverTheFirst) {
+    const MemoryCurve curve = curveOf({900, 50, 100, 100, 1, 1, 1, 1, 1, 1, 105, 105});
+    EXPECT_NEAR(curve.growth(&MemorySample::resident, 2.0), 5.0, 1e-9);
+    EXPECT_NEAR(curve.growth(&MemorySample::resident, 0.0), (105.0 / 475.0 - 1.0) * 100.0, 1e-9);
+}
+
+TEST(MemoryCurve, OneSampleOutOfTheWayDoesNotCount) {
+    const MemoryCurve curve = curveOf({100, 100, 100, 1, 1, 1, 1, 1, 1, 1, 1, 1, 100, 900, 100});
+    EXPECT_NEAR(curve.growth(&MemorySample::resident, 0.0), 0.0, 1e-9);
+}
+
+TEST(MemoryCurve, TooFewSamplesTellNoGrowth) {
+    EXPECT_EQ(curveOf({100, 200, 300, 400}).growth(&MemorySample::resident, 0.0), 0.0);
+}
+
+TEST(MemoryCurve, WhatIsHeldIsSeen) {
+    const MemorySample before = tests::memoryNow();
+    EXPECT_GT(before.resident, 0);
+    EXPECT_GT(before.descriptors, 2);
+    const std::vector<char> held(64 << 20, 1);
+    QFile file(QStringLiteral("/dev/null"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const MemorySample after = tests::memoryNow();
+    EXPECT_GE(after.inUse - before.inUse, static_cast<qint64>(held.size()));
+    EXPECT_GE(after.resident - before.resident, static_cast<qint64>(held.size() / 2));
+    EXPECT_EQ(after.descriptors, before.descriptors + 1);
+}
+
+TEST(FrameWatch, AThreadThatIsBusyIsLateByItself) {
+    FrameWatch watch(100.0, [] { return QStringLiteral("computing"); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.events() > 3; }, 20000));
+    const size_t before = watch.lateByOneself().size();
+    QTimer::singleShot(0, &watch, [] { compute(400.0); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.lateByOneself().size() > before; }, 20000));
+    EXPECT_EQ(watch.lateByOneself().back().doing, "computing");
+    EXPECT_GE(watch.longest(), watch.lateByOneself().back().own());
+}

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <functional>
+#include <random>
+#include <vector>
+
+class QMenu;
+
+namespace TC {
+class CRealtimeGraphWidget;
+}
+
+namespace terminal {
+class TerminalServices;
+class TerminalWindow;
+} // namespace terminal
+
+namespace tests {
+
+/// Uses the terminal's window as a user does who has had too much coffee: keys, the mouse, menus, dialogs and commands, in
+/// an order that its seed decides. Menus and modal dialogs are used too, while they are open. Files to open or to save
+/// are never chosen; the window itself is not closed.
+///
+/// Every action is written to a file before it is done, so that the file tells what ended the program.
+class SoakRobot : public QObject {
+public:
+    SoakRobot(terminal::TerminalServices &services, terminal::TerminalWindow &window, quint32 seed,
+              const QString &logPath);
+
+    /// Acts, at most once in so many milliseconds, until the time is over and every kind of action has been done; then
+    /// closes what is open but the window. Returns when nothing is open any more.
+    void act(qint64 milliseconds, int pace);
+    /// Brings the window back to the chart that it began with.
+    void settle();
+
+    /// How often each kind of action was done.
+    const QMap<QString, int> &done() const { return mDone; }
+    /// Kinds that have never been done.
+    QStringList missing() const;
+    QString last() const { return mLast.value(mLast.size() - 1); }
+    /// The last actions, the newest last.
+    QStringList lastActions() const { return mLast; }
+
+private:
+    /// Does something; false when that cannot be done now.
+    using Action = bool (SoakRobot::*)();
+    struct Kind {
+        const char *name;
+        int weight;
+        Action action;
+    };
+    static const std::vector<Kind> &kinds();
+
+    void step();
+    /// Closes what stands foremost; false when nothing is open.
+    bool closeOne();
+    void tell(const QString &action);
+    int pick(int count) { return static_cast<int>(mRandom() % static_cast<quint32>(count)); }
+    template <class Item> Item *pickOf(const QList<Item *> &items) {
+        return items.isEmpty() ? nullptr : items[pick(items.size())];
+    }
+    TC::CRealtimeGraphWidget *pickGraph();
+
+    bool useMenu(QMenu &menu);
+    bool useDialog(QWidget &dialog);
+
+    bool pressKey();
+    bool pressCommandKey();
+    bool typeInstrument();
+    bool moveMouse();
+    bool doubleClick();
+    bool dragRegion();
+    bool openMenu();
+    bool useSomeDialog();
+    bool showInstrument();
+    bool showDay();
+    bool showFormula();
+    bool runScriptModel();
+    bool importTrades();
+    bool replay();
+    bool endReplay();
+    bool setPanes();
+    bool toggleTrades();
+    bool clickControl();
+    bool resizeWindow();
+
+    terminal::TerminalServices &mServices;
+    terminal::TerminalWindow &mWindow;
+    const QString mFirstView; ///< what the view told of itself at the beginning
+    std::mt19937 mRandom;
+    QFile mLog;
+    QStringList mLast;
+    QMap<QString, int> mDone;
+    QTimer mTimer;
+    std::function<bool()> mOnStep; ///< whether to act; empty while the robot rests
+    QElapsedTimer mSinceStart;
+    qint64 mEnd = 0; ///< of the acting, milliseconds
+    bool mIsPosted = false; ///< a step is on its way
+    int mTrades = 0;
+};
+
+} // namespace tests
