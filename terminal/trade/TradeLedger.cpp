@@ -23,37 +23,49 @@ TradeLedger::TradeLedger(CMarketStore &store)
 
 // What is known
 
-bool TradeLedger::isKnown(int day) const {
-    std::lock_guard<std::mutex> hold(mLock);
-    return mBooks.count(day) > 0;
-}
-
-/// What came meanwhile stays.
-void TradeLedger::learn(int day, const TradeChanges &records) {
-    TradeBook fresh;
-    fresh.put(records);
-    std::lock_guard<std::mutex> hold(mLock);
-    mBooks.emplace(day, std::move(fresh));
-}
-
-void TradeLedger::load(int day) {
-    if (!isKnown(day)) {
-        learn(day, mStore.read(day));
+TradeBook *TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
+    for (;;) {
+        if (TradeBook *known = mBooks.find(day)) {
+            return known;
+        }
+        const quint64 version = mBooks.version();
+        hold.unlock();
+        const TradeChanges records = mStore.read(day);
+        TradeBook read;
+        read.put(records);
+        hold.lock();
+        if (version != mBooks.version()) {
+            continue; // what was read may be old
+        }
+        if (mIsForgettingImports) {
+            read.forgetImports();
+        }
+        TradeBook *known = mBooks.find(day);
+        return known || records.isEmpty() ? known : &mBooks.add(day, std::move(read));
     }
+}
+
+TradeBook &TradeLedger::bookToChange(int day, std::unique_lock<std::mutex> &hold) {
+    TradeBook *known = bookOf(day, hold);
+    TradeBook &book = known ? *known : mBooks.add(day, TradeBook());
+    mBooks.noteChange(day);
+    return book;
 }
 
 long long TradeLedger::finishedOf(int task, const std::string &instrument) const {
     std::lock_guard<std::mutex> hold(mLock);
-    for (auto book = mBooks.rbegin(); book != mBooks.rend(); ++book) {
-        if (const TradeTask *known = book->second.task(task)) {
-            long long finished = 0;
-            for (const TradeTaskItem &item : known->items) {
-                finished += item.instrument() == instrument ? item.finished : 0;
-            }
-            return finished;
+    long long finished = 0;
+    if (const TradeTask *known = mBooks.task(task)) {
+        for (const TradeTaskItem &item : known->items) {
+            finished += item.instrument() == instrument ? item.finished : 0;
         }
     }
-    return 0;
+    return finished;
+}
+
+size_t TradeLedger::daysInMemory() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mBooks.size();
 }
 
 std::vector<TradeAccount> TradeLedger::accounts() const {
@@ -78,9 +90,7 @@ TradeLedger::Keys TradeLedger::stocks() const {
 std::set<int> TradeLedger::daysFrom(const std::string &account, int day) {
     std::set<int> days = mStore.ownDaysFrom(account, day);
     std::lock_guard<std::mutex> hold(mLock);
-    for (auto book = mBooks.lower_bound(day); book != mBooks.end(); ++book) {
-        days.insert(book->first);
-    }
+    days.merge(mBooks.daysFrom(day));
     return days;
 }
 
@@ -102,11 +112,10 @@ void TradeLedger::enter(int day, const TradeChanges &changes) {
     if (changes.isEmpty()) {
         return;
     }
-    load(day);
     TradeBatch batch;
     batch.changes = changes;
-    std::lock_guard<std::mutex> hold(mLock);
-    mBooks[day].put(changes);
+    std::unique_lock<std::mutex> hold(mLock);
+    bookToChange(day, hold).put(changes);
     mPending.append(batch);
     noteChanges(changes);
 }
@@ -119,15 +128,14 @@ void TradeLedger::enterCancel(const TradeCancel &cancel) {
 }
 
 template <class Record> void TradeLedger::importRecord(const Record &record, const TradeAccount &account) {
-    load(record.day);
     TradeBatch batch;
     if constexpr (std::is_same_v<Record, TradeOrder>) {
         batch.changes.orders.push_back(record);
     } else {
         batch.changes.deals.push_back(record);
     }
-    std::lock_guard<std::mutex> hold(mLock);
-    mBooks[record.day].put(record);
+    std::unique_lock<std::mutex> hold(mLock);
+    bookToChange(record.day, hold).put(record);
     if (mAccounts.count(account.id) == 0) {
         addAccountLocked(account);
         mNotices.accounts = true;
@@ -151,11 +159,10 @@ void TradeLedger::refuse(const char *reason) {
 }
 
 void TradeLedger::forgetDay(const std::string &account, int day) {
-    load(day);
     TradeBatch batch;
     batch.forgottenDays.insert({account, day});
-    std::lock_guard<std::mutex> hold(mLock);
-    TradeBook &book = mBooks[day];
+    std::unique_lock<std::mutex> hold(mLock);
+    TradeBook &book = bookToChange(day, hold);
     const Keys instruments = book.instruments();
     book.forgetOwn(account);
     mPending.append(batch);
@@ -167,11 +174,9 @@ void TradeLedger::forgetImports() {
     TradeBatch batch;
     batch.forgetImports = true;
     std::lock_guard<std::mutex> hold(mLock);
-    for (auto &book : mBooks) {
-        const Keys instruments = book.second.instruments();
-        mNotices.linkage.insert(instruments.begin(), instruments.end());
-        book.second.forgetImports();
-    }
+    mBooks.forgetImports();
+    mIsForgettingImports = true;
+    mNotices.linkage.insert(mStocks.begin(), mStocks.end()); // of days that are not in memory, too
     for (auto account = mAccounts.begin(); account != mAccounts.end();) {
         account =
             account->second.source == TradeSource::Imported ? mAccounts.erase(account) : std::next(account);
@@ -248,10 +253,11 @@ void TradeLedger::write() {
     TradeBatch batch;
     {
         std::lock_guard<std::mutex> hold(mLock);
+        if (mPending.isEmpty()) {
+            return;
+        }
         std::swap(batch, mPending);
-    }
-    if (batch.isEmpty()) {
-        return;
+        mBooks.beginWriting();
     }
     const QString trouble = mStore.write(batch);
     if (!trouble.isEmpty() && trouble != mTrouble && trouble != mStore.busyText()) {
@@ -261,6 +267,8 @@ void TradeLedger::write() {
     const bool reread = trouble.isEmpty() && batch.forgetImports;
     const Keys stocks = reread ? mStore.instruments() : Keys();
     std::lock_guard<std::mutex> hold(mLock);
+    mBooks.endWriting(trouble.isEmpty());
+    mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
         batch.append(mPending);
         std::swap(batch, mPending);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/trade/TradeBook.h"
+#include "terminal/trade/TradeBooks.h"
 #include "terminal/trade/TradeNotices.h"
 #include "terminal/trade/TradeStore.h"
 
@@ -21,8 +21,8 @@ int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint
 /// What is known of the user's trading: the records by day, the accounts, strategies and instruments; what of it is not
 /// written yet; and what has to be signalled of it.
 ///
-/// A change is in all three at once. Days are read from the store when they are first asked for, without the lock. Any
-/// thread; one of them writes.
+/// A change is in all three at once. Days are read from the store when they are asked for, without the lock, and those
+/// used last stay in memory. Any thread; one of them writes.
 class TradeLedger {
 public:
     using Keys = TC::CLinkageManager::Keys;
@@ -32,15 +32,10 @@ public:
 
     /// Calls `use` with the records of a day, under the lock; not at all when the day has none.
     template <class Use> void withDay(int day, Use use) {
-        if (!isKnown(day)) {
-            const TradeChanges records = mStore.read(day);
-            if (records.isEmpty()) {
-                return;
-            }
-            learn(day, records);
+        std::unique_lock<std::mutex> hold(mLock);
+        if (const TradeBook *book = bookOf(day, hold)) {
+            use(*book);
         }
-        std::lock_guard<std::mutex> hold(mLock);
-        use(static_cast<const TradeBook &>(mBooks[day]));
     }
     /// What has been filled of a task's items of an instrument; 0 for an unknown task.
     long long finishedOf(int task, const std::string &instrument) const;
@@ -50,6 +45,8 @@ public:
     /// Days from a day on that have own records of an account, or are in memory.
     std::set<int> daysFrom(const std::string &account, int day);
     std::set<int> finishedDays(const std::string &account) { return mStore.finishedDays(account); }
+    /// How many days' records are in memory.
+    size_t daysInMemory() const;
     /// In the order of their times.
     std::vector<TradeCancel> cancels(int day) { return mStore.cancels(day); }
 
@@ -76,9 +73,11 @@ public:
     void write();
 
 private:
-    bool isKnown(int day) const;
-    void learn(int day, const TradeChanges &records);
-    void load(int day);
+    /// The book of a day, in memory or from the store; null when the day has no records. The lock is held before and
+    /// afterwards, but not all the time.
+    TradeBook *bookOf(int day, std::unique_lock<std::mutex> &hold);
+    /// The same to be changed: never null.
+    TradeBook &bookToChange(int day, std::unique_lock<std::mutex> &hold);
     template <class Record> void importRecord(const Record &record, const TradeAccount &account);
     void tellRefused();
     // Under the lock.
@@ -88,11 +87,12 @@ private:
     TradeStore mStore;
     QString mTrouble; ///< of the last writing; of the thread that writes
     mutable std::mutex mLock; ///< guards what follows
-    std::map<int, TradeBook> mBooks;
+    TradeBooks mBooks;
     std::map<std::string, TradeAccount> mAccounts;
     Keys mStrategies;
     Keys mStocks;
     TradeBatch mPending; ///< not written yet
+    bool mIsForgettingImports = false; ///< the store has imports yet that are to go from it
     TradeNotices mNotices;
     int mRefused = 0; ///< imported records, since this was told last
     const char *mRefusedFor = "";

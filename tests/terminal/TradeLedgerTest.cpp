@@ -129,3 +129,51 @@ TEST_F(TradeLedgerTest, WhatATaskHasFilledIsCountedByInstrument) {
     EXPECT_EQ(mLedger->finishedOf(8, "SH600000"), 0);
     EXPECT_EQ(mLedger->takeNotices().tasks, TradeLedger::Keys({"SH600000"}));
 }
+
+TEST_F(TradeLedgerTest, DaysThatAreNotUsedGoFromMemoryAndComeBackFromTheStore) {
+    constexpr int kDay = 86400;
+    constexpr int kDays = 3 * static_cast<int>(TradeBooks::kMost);
+    for (int day = 0; day < kDays; ++day) {
+        mLedger->enter(kToday - day * kDay, {{ledgerOrder("1")}, {}, {}});
+    }
+    EXPECT_EQ(mLedger->daysInMemory(), static_cast<size_t>(kDays)) << "the store does not have them yet";
+    mLedger->write();
+    EXPECT_EQ(mLedger->daysInMemory(), TradeBooks::kMost);
+}
+
+TEST_F(TradeLedgerTest, ADayThatWentIsReadAsItWasWritten) {
+    constexpr int kDay = 86400;
+    for (int day = 0; day < 40; ++day) {
+        TradeOrder order = ledgerOrder(std::to_string(day).c_str());
+        order.day = kToday - day * kDay;
+        mLedger->enter(order.day, {{order}, {}, {}});
+    }
+    mLedger->write();
+    for (int day = 0; day < 40; ++day) {
+        EXPECT_EQ(orders(kToday - day * kDay), 1u) << day;
+    }
+    EXPECT_LE(mLedger->daysInMemory(), TradeBooks::kMost);
+}
+
+TEST_F(TradeLedgerTest, ImportsThatAreForgottenAreGoneBeforeThatIsWritten) {
+    const TradeAccount imported{"i1", "Imported", TC::CLinkageManager::kStockAccounts, TradeSource::Imported};
+    TradeOrder order = ledgerOrder("1");
+    order.account = imported.id;
+    order.source = TradeSource::Imported;
+    mLedger->import(order, imported);
+    mLedger->write();
+    restart(); // nothing of the day is in memory
+    mLedger->forgetImports();
+    size_t left = 0;
+    const auto count = [&](const TradeBook &book) {
+        for (const auto &account : book.orders("SH600000", {imported.id})) {
+            left += account.second.size();
+        }
+    };
+    mLedger->withDay(kToday, count);
+    EXPECT_EQ(left, 0u);
+    EXPECT_EQ(mLedger->takeNotices().linkage, TradeLedger::Keys({"SH600000"}));
+    mLedger->write();
+    mLedger->withDay(kToday, count);
+    EXPECT_EQ(left, 0u);
+}

@@ -1,0 +1,79 @@
+#include "terminal/trade/TradeBooks.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace terminal {
+
+TradeBook *TradeBooks::find(int day) {
+    const auto found = mEntries.find(day);
+    if (found == mEntries.end()) {
+        return nullptr;
+    }
+    found->second.used = ++mUses;
+    return &found->second.book;
+}
+
+TradeBook &TradeBooks::add(int day, TradeBook book) {
+    Entry &entry = mEntries.try_emplace(day, Entry{std::move(book)}).first->second;
+    entry.used = ++mUses;
+    drop();
+    return entry.book;
+}
+
+void TradeBooks::noteChange(int day) {
+    mEntries[day].isChanged = true;
+}
+
+void TradeBooks::beginWriting() {
+    for (auto &[day, entry] : mEntries) {
+        entry.isBeingWritten = std::exchange(entry.isChanged, false);
+    }
+}
+
+void TradeBooks::endWriting(bool written) {
+    for (auto &[day, entry] : mEntries) {
+        entry.isChanged = entry.isChanged || (entry.isBeingWritten && !written);
+        entry.isBeingWritten = false;
+    }
+    ++mVersion;
+    drop();
+}
+
+void TradeBooks::drop() {
+    const auto isIdle = [](const auto &entry) { return entry.second.isIdle(); };
+    const auto isOlder = [](const auto &one, const auto &other) {
+        return std::pair(!one.second.isIdle(), one.second.used) <
+               std::pair(!other.second.isIdle(), other.second.used);
+    };
+    for (auto idle = std::count_if(mEntries.begin(), mEntries.end(), isIdle); idle > static_cast<long>(kMost);
+         --idle) {
+        mEntries.erase(std::min_element(mEntries.begin(), mEntries.end(), isOlder));
+        ++mVersion;
+    }
+}
+
+void TradeBooks::forgetImports() {
+    for (auto &[day, entry] : mEntries) {
+        entry.book.forgetImports();
+    }
+}
+
+const TradeTask *TradeBooks::task(int id) const {
+    for (auto entry = mEntries.rbegin(); entry != mEntries.rend(); ++entry) {
+        if (const TradeTask *known = entry->second.book.task(id)) {
+            return known;
+        }
+    }
+    return nullptr;
+}
+
+std::set<int> TradeBooks::daysFrom(int day) const {
+    std::set<int> days;
+    for (auto entry = mEntries.lower_bound(day); entry != mEntries.end(); ++entry) {
+        days.insert(entry->first);
+    }
+    return days;
+}
+
+} // namespace terminal
