@@ -287,7 +287,7 @@ void CRealtimeData::minitermFormulaDataCallback(const FormulaMetaPtr &meta, cons
 
 void CRealtimeData::onRealtimeCallback(int number, const QString &requestId, const FormulaInstantPtr &point) {
     const HeldParts parts = held();
-    parts->news.react(doRealtimeCallback(number, requestId, point), static_cast<IndexBaseData *>(this));
+    parts->news.reactToPoint(doRealtimeCallback(number, requestId, point), static_cast<IndexBaseData *>(this));
 }
 
 int CRealtimeData::doRealtimeCallback(int, const QString &requestId, const FormulaInstantPtr &point) {

@@ -29,6 +29,7 @@ bool ChartPicture::setRatio(double ratio) {
 void ChartPicture::make(bool blank) {
     mPixmap = panePixmap(mRect.size(), mRatio);
     mPriceBandDigest = 0;
+    mIsWhole = false;
     const QColor background = mLook->background;
     mDrawnTheme = mLook.generation();
     if (blank && !mPixmap.isNull()) {
@@ -44,20 +45,46 @@ void ChartPicture::draw(const QRect &rect) {
     if (rect.width() <= 0 || rect.height() <= 0 || mPixmap.isNull()) {
         return;
     }
-    noteDamage(eSeriesChanged);
     if (mSource.lastStill() >= 0) {
         mBeforeSeries();
     }
+    drawWhole(rect);
+}
+
+void ChartPicture::follow() {
+    if (mRect.isEmpty() || mPixmap.isNull()) {
+        return;
+    }
+    if (mSource.lastStill() >= 0) {
+        mBeforeSeries();
+    }
+    ChartScene scene = stillScene(mRect.size());
+    if (!mIsWhole || isStale() || mDrawnPointChanged || !hasGrown(mDrawn, scene)) {
+        drawWhole(mRect);
+    } else if (scene.end > mDrawnEnd) {
+        grow(std::move(scene));
+    }
+}
+
+ChartScene ChartPicture::stillScene(const QSize &size) {
+    ChartScene scene = mSource.still(size, mRatio);
+    scene.look = mLook.look();
+    scene.theme = mLook.generation();
+    return scene;
+}
+
+void ChartPicture::drawWhole(const QRect &rect) {
+    noteDamage(eSeriesChanged);
     mIsStale = false;
     mDrawnPointChanged = false;
     mDrawnEnd = -1;
-    drawScene(rect);
+    mDrawn = stillScene(rect.size());
+    mDrawnTheme = mDrawn.theme;
+    drawScene(rect, mDrawn);
+    mIsWhole = mDrawnEnd >= 0 && rect == mRect;
 }
 
-void ChartPicture::drawScene(const QRect &rect) {
-    ChartScene scene = mSource.still(rect.size(), mRatio);
-    scene.look = mLook.look();
-    scene.theme = mDrawnTheme = mLook.generation();
+void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     const quint64 digest = rect.size() == mRect.size() ? priceBandDigest(scene) : 0;
     const EBand band = digest != 0 && digest == mPriceBandDigest ? EBand::Volume : EBand::Both;
     mPriceBandDigest = digest;
@@ -78,14 +105,39 @@ void ChartPicture::drawScene(const QRect &rect) {
     mDrawnEnd = scene.end;
 }
 
+/// What lines can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
+QRect ChartPicture::touched(const SceneLines &lines) const {
+    const QRect rect = touchedRect(lines);
+    return rect.isEmpty() || mRatio == std::floor(mRatio) ? rect : rect.adjusted(-1, 0, 1, 0) & mRect;
+}
+
+/// Draws the columns anew that the points behind mDrawnEnd touch.
+void ChartPicture::grow(ChartScene scene) {
+    const QRect part = touched(from(scene.lines, mDrawnEnd));
+    if (!part.isEmpty()) {
+        QPainter painter;
+        if (part.width() >= mRect.width() - 2 || !painter.begin(&mPixmap)) {
+            return drawWhole(mRect); // a text may reach anywhere
+        }
+        painter.setClipRect(part);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(part, scene.look.background);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        drawGrid(painter, scene);
+        drawLines(painter, reachingInto(scene.lines, part.left() - 1), scene.look, EBand::Both);
+        mGrown |= part;
+    }
+    mPriceBandDigest = 0;
+    mDrawnEnd = scene.end;
+    mDrawn = std::move(scene);
+}
+
 void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *part) {
     if (mPixmap.isNull()) {
         return;
     }
     SceneLines tail = mSource.tail(rect.size());
-    const auto seen = [&] {
-        return part->intersected(rect == mRect ? touchedRect(tail) : part->boundingRect());
-    };
+    const auto seen = [&] { return part->intersected(rect == mRect ? touched(tail) : part->boundingRect()); };
     if (mSource.hasTail() && (!part || !seen().isEmpty()) && mBeforeSeries()) {
         tail = mSource.tail(rect.size());
     }
@@ -115,6 +167,7 @@ void ChartPicture::notePoint(const SeriesPoint &point) {
 
 void ChartPicture::noteDamage(int flags) {
     mDamage |= flags;
+    mIsWhole = mIsWhole && !(flags & ~ePointChanged);
     if (flags == ePointChanged && mDrawnEnd >= 0 && mDrawnPointChanged && !mIsStale) {
         mIsStale = true;
         mDamage |= eSeriesChanged;
@@ -122,11 +175,11 @@ void ChartPicture::noteDamage(int flags) {
 }
 
 QRect ChartPicture::takeDirtyRect() {
-    const QRect before = mTailOnScreen;
+    const QRect before = mTailOnScreen | std::exchange(mGrown, QRect());
     const int damage = std::exchange(mDamage, 0);
     const int count = mView.dataCount();
     const bool recounted = std::exchange(mTailCount, count) != count;
-    mTailOnScreen = touchedRect(mSource.tail(mRect.size()));
+    mTailOnScreen = touched(mSource.tail(mRect.size()));
     if (damage & ~ePointChanged) {
         return mRect;
     }

@@ -22,8 +22,9 @@ class SceneSource;
 ///
 /// The picture holds the points from the first to the one that is remembered as drawn; those behind it are the tail,
 /// drawn over it at every painting. So a newest point that moves costs no drawing, and any other point that changes
-/// makes the picture stale: it is drawn anew before it is shown. The price band is drawn anew only when its digest
-/// differs from that of what it was drawn from. Damage is gathered until it is taken.
+/// makes the picture stale: it is drawn anew before it is shown. Points that come behind those in it are drawn into it,
+/// over the columns that they touch, as long as it shows what it was drawn from; else it is drawn anew, the price band
+/// only when its digest differs from that of what it was drawn from. Damage is gathered until it is taken.
 class ChartPicture {
 public:
     /// `beforeSeries` is called each time before series are drawn, and before anything is. It may change everything
@@ -45,11 +46,15 @@ public:
 
     /// Draws the chart for a pane of that size.
     void draw(const QRect &rect);
+    /// Draws what points have changed since, of which it has been told one by one: the pixels are those of a drawing
+    /// anew.
+    void follow();
     /// Paints picture and tail to a rectangle. With a part only that is painted, and the painter has no clip
     /// afterwards.
     void paint(QPainter &painter, const QRect &rect, const QRegion *part);
 
-    /// Remembers what EChangeFlag bits changed on the screen.
+    /// Remembers what EChangeFlag bits changed on the screen. All but ePointChanged stand for changes of which it is not
+    /// told one by one.
     void noteDamage(int flags);
     /// Remembers for that that a point of a shown series has other contents now.
     void notePoint(const SeriesPoint &point);
@@ -58,8 +63,12 @@ public:
     QRect takeDirtyRect();
 
 private:
+    ChartScene stillScene(const QSize &size);
+    void drawWhole(const QRect &rect);
+    void drawScene(const QRect &rect, const ChartScene &scene);
+    void grow(ChartScene scene);
+    QRect touched(const SceneLines &lines) const;
     void drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail);
-    void drawScene(const QRect &rect);
 
     const SceneSource &mSource;
     const CRealtimeUiParam &mView;
@@ -70,10 +79,13 @@ private:
     GZ::ThemeCache<ChartLook> mLook;
     int mDrawnTheme = -1; ///< generation of the theme that the picture is in
     quint64 mPriceBandDigest = 0; ///< of what the price band was drawn from; 0 when nothing is known
+    ChartScene mDrawn; ///< what it was drawn from; its series only tell themselves apart
+    bool mIsWhole = false; ///< it shows all of that, and what changed since was told point by point
     int mDrawnEnd = -1; ///< last index in the picture
     bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
     bool mIsStale = false;
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
+    QRect mGrown; ///< columns drawn into the picture since then
     QRect mTailOnScreen; ///< where the newest points were then
     int mTailCount = 0; ///< number of points of the view then
 };

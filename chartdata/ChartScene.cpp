@@ -36,6 +36,20 @@ void add(ContentDigest &digest, const SceneSeries &entry) {
     }
 }
 
+bool isSameLine(const SceneLine &a, const SceneLine &b) {
+    const auto &[index, style, range, gradient, volume, digits] = a;
+    return index == b.line && style == b.style && range == b.range && gradient == b.gradient &&
+           volume == b.volume && digits == b.digits;
+}
+
+bool isSameSeries(const SceneSeries &a, const SceneSeries &b) {
+    const auto &[series, filled, inVolumeBand, target, start, end, last, lines] = a;
+    static_cast<void>(end); // grows
+    return series == b.series && !filled && !b.filled && inVolumeBand == b.inVolumeBand && target == b.target &&
+           start == b.start && last == b.last &&
+           std::equal(lines.begin(), lines.end(), b.lines.begin(), b.lines.end(), isSameLine);
+}
+
 /// One column with a dot in every other row.
 QImage dottedColumn(int height, double ratio, const QColor &color) {
     const int dot = static_cast<int>(std::ceil(ratio));
@@ -72,6 +86,37 @@ quint64 priceBandDigest(const ChartScene &scene) {
         }
     }
     return digest.value();
+}
+
+bool hasGrown(const ChartScene &from, const ChartScene &to) {
+    const auto &[pane, ratio, look, theme, columns, rows, hasVolumeBand, end, lines] = from;
+    static_cast<void>(look); // the theme tells it
+    return pane == to.pane && ratio == to.ratio && theme == to.theme && columns == to.columns &&
+           rows == to.rows && hasVolumeBand == to.hasVolumeBand && end <= to.end &&
+           std::equal(lines.begin(), lines.end(), to.lines.begin(), to.lines.end(), isSameSeries);
+}
+
+SceneLines from(SceneLines lines, int start) {
+    for (SceneSeries &series : lines) {
+        series.start = start;
+    }
+    return lines;
+}
+
+SceneLines reachingInto(SceneLines lines, int left) {
+    for (SceneSeries &series : lines) {
+        const auto reaches = [&](const SceneLine &line) {
+            return CDrawStyle::touchedRect(series.target, *series.series, line.line, series.start, series.start,
+                                           series.last)
+                       .right() >= left;
+        };
+        series.start = std::min(series.end, static_cast<int>(series.series->result.mTimes.size()) - 1);
+        while (series.start > 0 && std::any_of(series.lines.begin(), series.lines.end(), reaches)) {
+            --series.start;
+        }
+        series.start = std::max(series.start, 0);
+    }
+    return lines;
 }
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio.

@@ -59,6 +59,14 @@ struct ChartScene {
 /// minute's volume, or a volume that outgrows its range, leaves that band as it is. 0 without a volume band.
 quint64 priceBandDigest(const ChartScene &scene);
 
+/// Whether a scene is another one with more points or as many, and nothing else: neither has gaps filled, nor a line that
+/// is drawn otherwise. Of series that it tells by their addresses; what is in them is not looked at.
+bool hasGrown(const ChartScene &from, const ChartScene &to);
+/// Lines from an index on.
+SceneLines from(SceneLines lines, int start);
+/// Lines from as far back as to draw all that reaches the column `left` or lies right of it.
+SceneLines reachingInto(SceneLines lines, int left);
+
 /// Which lines are drawn.
 enum class EBand { Both, Volume };
 

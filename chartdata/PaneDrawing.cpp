@@ -38,6 +38,13 @@ void PaneDrawing::redraw() {
     }
 }
 
+void PaneDrawing::follow() {
+    if (mIsEnabled) {
+        mPicture.follow();
+        drawTrades(mPicture.rect());
+    }
+}
+
 void PaneDrawing::redrawTrades() {
     if (mIsEnabled) {
         drawTrades(mPicture.rect());

@@ -22,6 +22,8 @@ public:
     void setRatio(double ratio);
     /// Draws both, where drawing is enabled.
     void redraw();
+    /// Draws what the chart has been told of point by point, and the trades.
+    void follow();
     void redrawTrades();
     /// Draws the trades for a rectangle, enabled or not.
     void drawTrades(const QRect &rect);

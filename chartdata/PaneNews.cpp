@@ -22,11 +22,11 @@ int PaneNews::tellAverage(const Intake &intake) {
     return intake.flags;
 }
 
-void PaneNews::react(int flags, void *sender) {
+void PaneNews::react(int flags, void *sender, bool isPoint) {
     if (flags == eNothingChanged) {
         return;
     }
-    mPicture.noteDamage(flags);
+    mPicture.noteDamage(isPoint ? ePointChanged : flags);
     if ((flags & eRangeChanged) && mRanges.isOutgrown()) {
         mFrom.deliverEvent(eRangeOutgrown, 0, 0, QString(), nullptr);
         return;
@@ -35,7 +35,7 @@ void PaneNews::react(int flags, void *sender) {
         return;
     }
     if (flags & (eRangeChanged | eSeriesChanged)) {
-        mDrawing.redraw();
+        isPoint ? mDrawing.follow() : mDrawing.redraw();
     }
     mFrom.deliverEvent(eDataChanged, 0, 0, QString(), sender);
 }

@@ -26,13 +26,17 @@ public:
     int tellAverage(const Intake &intake);
     /// Draws and tells what EChangeFlag bits ask for. A range that is outgrown is all that is told: the drawing follows
     /// when the view has another.
-    void react(int flags, void *sender);
+    void react(int flags, void *sender) { react(flags, sender, false); }
+    /// The same where all that changed was a point, of which the picture has been told.
+    void reactToPoint(int flags, void *sender) { react(flags, sender, true); }
     /// In a replay, takes the newest moment of the last of the series and tells it; whether it did.
     bool tellReplayTime(const PaneSeries::Map &series);
     /// Asks the host for the chart of an instrument.
     void askForChart(const CInstrumentDetailPtr &detail);
 
 private:
+    void react(int flags, void *sender, bool isPoint);
+
     IndexBaseData &mFrom;
     const PaneRanges &mRanges;
     ChartPicture &mPicture;

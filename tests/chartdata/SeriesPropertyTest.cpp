@@ -213,7 +213,7 @@ TEST_P(SeriesWalk, RepaintingWhatChangedShowsWhatADrawingFromScratchShows) {
     }
 }
 
-TEST_F(ProbeFixture, ATickInPlaceDirtiesOnlyTheColumnsOfTheLastTwoPoints) {
+TEST_F(ProbeFixture, ATickAndANewMinuteDirtyOnlyTheColumnsOfTheLastPoints) {
     mData->addFormula(QStringLiteral("REALTIME"));
     mData->request(corvane::ERunMode::Ordinary);
     mData->setChartRect(QRect(0, 0, 482, 300)); // 480 columns for the indices 0 to 240: two each
@@ -228,7 +228,7 @@ TEST_F(ProbeFixture, ATickInPlaceDirtiesOnlyTheColumnsOfTheLastTwoPoints) {
     EXPECT_EQ(tick, QRect(3, 3, 3, 195));
     EXPECT_TRUE(mData->takeDirtyRect().isNull());
     mData->onRealtimeCallback(0, id, makePoint(minuteTime(kDay, 574), {10.02}));
-    EXPECT_EQ(mData->takeDirtyRect(), QRect(0, 0, 482, 300)); // a new minute
+    EXPECT_EQ(mData->takeDirtyRect(), QRect(3, 3, 5, 195)); // a new minute: its columns, and those of the two before
     mData->onRealtimeCallback(0, id, makePoint(minuteTime(kDay, 574), {10.03}));
     EXPECT_EQ(mData->takeDirtyRect(), QRect(5, 3, 3, 195));
 }
