@@ -100,7 +100,7 @@ void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
         painter.setClipRect(rect.adjusted(0, volumeBandTop(rect.height()), 0, 0));
         painter.fillRect(rect, scene.look.background);
     }
-    drawGrid(painter, scene);
+    drawGrid(painter, scene, rect);
     drawLines(painter, scene.lines, scene.look, band);
     mDrawnEnd = scene.end;
 }
@@ -123,7 +123,7 @@ void ChartPicture::grow(ChartScene scene) {
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(part, scene.look.background);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        drawGrid(painter, scene);
+        drawGrid(painter, scene, part);
         drawLines(painter, reachingInto(scene.lines, part.left() - 1), scene.look, EBand::Both);
         mGrown |= part;
     }

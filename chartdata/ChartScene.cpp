@@ -119,8 +119,7 @@ SceneLines reachingInto(SceneLines lines, int left) {
     return lines;
 }
 
-/// Frame and grid lines, one pixel of the pane wide at every ratio.
-void drawGrid(QPainter &painter, const ChartScene &scene) {
+void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
     const int width = scene.pane.width();
     const int height = scene.pane.height();
     const ChartLook &look = scene.look;
@@ -128,12 +127,15 @@ void drawGrid(QPainter &painter, const ChartScene &scene) {
     painter.fillRect(0, height - 1, width, 1, look.border);
     painter.fillRect(0, 0, 1, height, look.border);
     painter.fillRect(width - 1, 0, 1, height, look.border);
-    if (!scene.columns.isEmpty()) {
-        // Dashes of one pixel and gaps of one: copied, since dashed pens are slow.
-        const QImage column = dottedColumn(height, scene.ratio, look.grid);
-        for (const int x : scene.columns) {
-            painter.drawImage(x, 0, column);
+    QImage column; // dashes of one pixel and gaps of one: copied, since dashed pens are slow
+    for (const int x : scene.columns) {
+        if (x < part.left() - 1 || x > part.right() + 1) {
+            continue;
         }
+        if (column.isNull()) {
+            column = dottedColumn(height, scene.ratio, look.grid);
+        }
+        painter.drawImage(x, 0, column);
     }
     for (const int y : scene.rows) {
         painter.fillRect(0, y, width, 1, look.grid);

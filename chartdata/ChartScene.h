@@ -70,7 +70,8 @@ SceneLines reachingInto(SceneLines lines, int left);
 /// Which lines are drawn.
 enum class EBand { Both, Volume };
 
-void drawGrid(QPainter &painter, const ChartScene &scene);
+/// Frame and grid lines, one pixel of the pane wide at every ratio; all that is seen in a part of the pane.
+void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part);
 void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, EBand band);
 /// What a drawing of the lines can touch.
 QRect touchedRect(const SceneLines &lines);
