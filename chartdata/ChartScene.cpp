@@ -123,13 +123,19 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
     const int width = scene.pane.width();
     const int height = scene.pane.height();
     const ChartLook &look = scene.look;
-    painter.fillRect(0, 0, width, 1, look.border);
-    painter.fillRect(0, height - 1, width, 1, look.border);
-    painter.fillRect(0, 0, 1, height, look.border);
-    painter.fillRect(width - 1, 0, 1, height, look.border);
+    const QRect seen = part.adjusted(-1, -1, 1, 1); // its edges may lie between pixels of the device
+    const auto fill = [&](const QRect &line, const QColor &color) {
+        if (line.intersects(seen)) {
+            painter.fillRect(line, color);
+        }
+    };
+    fill({0, 0, width, 1}, look.border);
+    fill({0, height - 1, width, 1}, look.border);
+    fill({0, 0, 1, height}, look.border);
+    fill({width - 1, 0, 1, height}, look.border);
     QImage column; // dashes of one pixel and gaps of one: copied, since dashed pens are slow
     for (const int x : scene.columns) {
-        if (x < part.left() - 1 || x > part.right() + 1) {
+        if (x < seen.left() || x > seen.right()) {
             continue;
         }
         if (column.isNull()) {
@@ -138,7 +144,7 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
         painter.drawImage(x, 0, column);
     }
     for (const int y : scene.rows) {
-        painter.fillRect(0, y, width, 1, look.grid);
+        fill({0, y, width, 1}, look.grid);
     }
 }
 
