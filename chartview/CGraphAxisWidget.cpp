@@ -17,6 +17,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace TC {
 
 namespace {
@@ -24,12 +26,13 @@ namespace {
 const QString kAxisFont = QStringLiteral("fnt_graph_axis_text");
 const QString kHolographicImage = QStringLiteral("tc_img_btn_holographic_view");
 
-QFont axisFont() {
-    return GZ::CUiResource::instance().getFont(kAxisFont);
-}
-
 int labelHeight() {
     return GZ::GlyphText::ofTheme(kAxisFont).height();
+}
+
+/// Whether a text is made of the font's own letters: others may make its line higher.
+bool isPlain(const QString &text) {
+    return std::all_of(text.begin(), text.end(), [](QChar letter) { return letter.unicode() < 128; });
 }
 
 } // namespace
@@ -189,13 +192,18 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
 }
 
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
-    const QFont font = axisFont();
+    GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(kAxisFont);
     for (const AxisLabel &label : labels) {
         const QString text =
             GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值"));
-        painter.setFont(fittedFont(font, {text}, label.rect.width()));
         painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
-        painter.drawText(label.rect, label.alignment, text);
+        if (isPlain(text) && glyphs.width(text) <= label.rect.width()) {
+            const Qt::Alignment side = Qt::Alignment(label.alignment) & Qt::AlignHorizontal_Mask;
+            glyphs.draw(painter, label.rect, side, text);
+        } else {
+            painter.setFont(fittedFont(glyphs.font(), {text}, label.rect.width()));
+            painter.drawText(label.rect, label.alignment, text);
+        }
     }
 }
 
