@@ -70,7 +70,19 @@ void FormulaRequest::open() {
     MinuteBars bars = isStream() ? mBars.open(shared_from_this(), take) : mBars.bars();
     mPlaced = PlacedDay(std::move(bars), mTools.positionsOf(mParam, mDay));
     openUnderlying();
+    const bool goesOn = isStream();
     sendSeries(true);
+    if (!goesOn) {
+        finish();
+    }
+}
+
+void FormulaRequest::finish() {
+    mDelivery->finish();
+    mUnderlying.reset();
+    mComputer = SeriesComputer();
+    mPlaced = PlacedDay();
+    mIsFinished = true;
 }
 
 /// The bars of the underlying instrument, for a program that reads them, and in a stream their changes.

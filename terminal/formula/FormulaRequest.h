@@ -6,6 +6,7 @@
 #include "terminal/formula/ResultDelivery.h"
 #include "terminal/formula/RunShare.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -17,7 +18,8 @@ namespace terminal {
 ///
 /// Everything but the model's run and the delivery is touched on the request's place of work alone. At most one run of
 /// it waits, and computes the newest state. Long runs go to the lane of slow work, and are told in the name of the first
-/// line when they go on (RunShare). Withdrawn, it sends nothing more and lets go of the feed. Any thread.
+/// line when they go on (RunShare). Withdrawn, it sends nothing more and lets go of the feed. One of history only lets go
+/// of everything but its hidden lines once its series is sent: whoever asked may forget to withdraw it. Any thread.
 class FormulaRequest : public std::enable_shared_from_this<FormulaRequest> {
 public:
     /// `home` is where it is worked on; `isPrice` when that is the lane of prices while its runs are short. The tools
@@ -28,6 +30,8 @@ public:
     /// Begins its work, once.
     void start();
     void withdraw();
+    /// Whether nothing more will come of it.
+    bool isFinished() const { return mIsFinished; }
     const ResultDelivery &delivery() const { return *mDelivery; }
     /// See ModelRun; nothing when the request names no script model.
     std::optional<bson::BSONObj> modelProgress() const;
@@ -43,6 +47,7 @@ private:
     void sendSeries(bool isFirst);
     void runModel(bool isFirst);
     void settle(std::chrono::nanoseconds taken, bool isSeries);
+    void finish();
 
     const RequestTools &mTools;
     const std::shared_ptr<SerialWork> mHome;
@@ -57,6 +62,7 @@ private:
     ModelRun mModel;
     DueResult mDue;
     RunShare mShare;
+    std::atomic<bool> mIsFinished{false};
     bool mIsMarked = false; ///< the series sent last tells that its runs are long
     const std::shared_ptr<ResultDelivery> mDelivery;
 };

@@ -5,8 +5,33 @@
 namespace terminal {
 
 RequestBook::RequestPtr RequestBook::enter(const QString &id, RequestPtr request) {
+    QVector<RequestPtr> dropped; // released without the lock
     std::lock_guard<std::mutex> hold(mLock);
+    mOrder.append(id);
+    if (mOrder.size() > 2 * kMost) {
+        dropped = dropFinished();
+    }
     return std::exchange(mRequests[id], std::move(request));
+}
+
+/// The oldest of the finished requests go until there are kMost of all.
+QVector<RequestBook::RequestPtr> RequestBook::dropFinished() {
+    QVector<RequestPtr> dropped;
+    QList<QString> kept;
+    for (const QString &id : std::as_const(mOrder)) {
+        const auto found = mRequests.find(id);
+        if (found == mRequests.end()) {
+            continue;
+        }
+        if (mRequests.size() > kMost && (*found)->isFinished()) {
+            dropped.append(*found);
+            mRequests.erase(found);
+        } else {
+            kept.append(id);
+        }
+    }
+    mOrder = std::move(kept);
+    return dropped;
 }
 
 QVector<RequestBook::RequestPtr> RequestBook::take(const QVector<QString> &ids) {

@@ -3,16 +3,21 @@
 #include "terminal/formula/FormulaRequest.h"
 
 #include <QHash>
+#include <QList>
 
 #include <memory>
 #include <mutex>
 
 namespace terminal {
 
-/// The requests that live, by their ids: one of an id, the one that came last. Any thread.
+/// The requests that live, by their ids: one of an id, the one that came last. Those that are finished are kept for their
+/// hidden lines, the oldest of them no longer than there is room: a view that asks for a past day once more never
+/// withdraws what it asked for before. Any thread.
 class RequestBook {
 public:
     using RequestPtr = std::shared_ptr<FormulaRequest>;
+
+    static constexpr int kMost = 1000; ///< requests; finished ones go when there are twice as many
 
     /// Enters a request; answers the one whose id it takes over, or null.
     RequestPtr enter(const QString &id, RequestPtr request);
@@ -24,8 +29,11 @@ public:
     int size() const;
 
 private:
+    QVector<RequestPtr> dropFinished();
+
     mutable std::mutex mLock; ///< guards what follows
     QHash<QString, RequestPtr> mRequests;
+    QList<QString> mOrder; ///< ids in the order of coming; of some of them the request is gone
 };
 
 } // namespace terminal

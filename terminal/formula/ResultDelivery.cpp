@@ -55,6 +55,14 @@ void ResultDelivery::postPoint(se::RPCFormulaInstantResult made) {
     });
 }
 
+void ResultDelivery::finish() {
+    mQueue.post([self = shared_from_this()] {
+        std::shared_ptr<const ResultCallbacks> callbacks; // released without the lock
+        std::lock_guard<std::mutex> hold(self->mLock);
+        std::swap(callbacks, self->mCallbacks);
+    });
+}
+
 void ResultDelivery::withdraw() {
     mIsWithdrawn = true;
     std::shared_ptr<const ResultCallbacks> callbacks;

@@ -41,6 +41,8 @@ public:
     void postSeries(FormulaSeries series, bool keepRange);
     /// The last point, changed or new.
     void postPoint(se::RPCFormulaInstantResult point);
+    /// Nothing is posted any more: the callbacks are released when all that was posted has come.
+    void finish();
     void withdraw();
     bool isWithdrawn() const { return mIsWithdrawn; }
     /// The hidden lines of what has been delivered, at a point counted from 0; see HiddenVariables.
@@ -54,7 +56,7 @@ private:
     const Subject mSubject;
     std::atomic<bool> mIsWithdrawn{false};
     mutable std::mutex mLock; ///< guards what follows
-    std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn
+    std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn or finished
     HiddenVariables mHidden;
 };
 

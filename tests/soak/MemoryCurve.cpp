@@ -57,13 +57,13 @@ MemorySample memoryNow() {
 }
 
 QString memoryHeading() {
-    return QStringLiteral("minute  resident MB  in use MB  widgets  descriptors");
+    return QStringLiteral("minute  resident MB  in use MB  widgets  descriptors  requests");
 }
 
 QString memoryLine(const MemorySample &sample) {
-    return QString::asprintf("%6.2f  %11.1f  %9.2f  %7d  %11d", sample.minute,
-                             static_cast<double>(sample.resident) / kMegabyte,
-                             static_cast<double>(sample.inUse) / kMegabyte, sample.widgets, sample.descriptors);
+    return QString::asprintf(
+        "%6.2f  %11.1f  %9.2f  %7d  %11d  %8d", sample.minute, static_cast<double>(sample.resident) / kMegabyte,
+        static_cast<double>(sample.inUse) / kMegabyte, sample.widgets, sample.descriptors, sample.requests);
 }
 
 double MemoryCurve::growth(Member member, double fromMinute) const {

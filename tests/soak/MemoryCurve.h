@@ -14,9 +14,10 @@ struct MemorySample {
     qint64 inUse = 0; ///< bytes that are allocated and not given back
     int widgets = 0;
     int descriptors = 0; ///< open files, pipes and sockets
+    int requests = 0; ///< of formulas that live
 };
 
-/// What the program holds now; minute and widgets are the caller's to fill in.
+/// What the program holds now; minute, widgets and requests are the caller's to fill in.
 MemorySample memoryNow();
 
 /// The sample as a line beneath memoryHeading().

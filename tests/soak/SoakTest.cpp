@@ -88,6 +88,7 @@ protected:
         MemorySample sample = tests::memoryNow();
         sample.minute = minutes();
         sample.widgets = QApplication::allWidgets().size();
+        sample.requests = mServices->formulas().liveRequests() + mServices->replay().liveRequests();
         return sample;
     }
     static QString logPath(quint32 seed) {

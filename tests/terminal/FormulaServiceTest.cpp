@@ -102,6 +102,34 @@ TEST_F(FormulaServiceTest, DemandOneIsHistoryOnly) {
     EXPECT_EQ(mReceived[0].result->mTimes.size(), 2u);
 }
 
+TEST_F(FormulaServiceTest, ARequestOfHistoryOnlyLetsItsCallbacksGoWhenItsSeriesHasCome) {
+    const auto held = std::make_shared<int>(0);
+    QVector<TC::CFormulaParam> params{param("1", "REALTIME", 1, kYesterday)};
+    bool hasCome = false;
+    mService->requestFormulas(params,
+                              [&hasCome, held](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &,
+                                               const QString &, int, const QString &, bool) { hasCome = true; },
+                              {});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hasCome && held.use_count() == 1; }, 10000)) << held.use_count();
+}
+
+TEST_F(FormulaServiceTest, RequestsOfHistoryThatNobodyWithdrawsDoNotAddUp) {
+    constexpr int kRequests = 5 * RequestBook::kMost;
+    for (int first = 0; first < kRequests; first += RequestBook::kMost) {
+        const int before = mReceived.size();
+        QVector<TC::CFormulaParam> params;
+        for (int i = 0; i < RequestBook::kMost; ++i) {
+            params.append(param(QString::number(first + i), "REALTIME", 1, kYesterday));
+        }
+        request(params);
+        ASSERT_TRUE(waitForResults(before + RequestBook::kMost));
+    }
+    EXPECT_LE(mService->liveRequests(), 2 * RequestBook::kMost + 1);
+    request({param("live")});
+    ASSERT_TRUE(waitForResults(kRequests + 1));
+    mService->unrequestFormula(QStringLiteral("0")); // which is gone
+}
+
 TEST_F(FormulaServiceTest, APastDayGivesItsOwnBarsAndNoStream) {
     request({param("a", "REALTIME", 3, kYesterday)});
     ASSERT_TRUE(waitForResults(1));

@@ -107,6 +107,7 @@ QByteArray RegularFile::read(qint64 from, qint64 most) {
             break;
         }
     }
+    content.squeeze(); // it was made for a file that grows
     return content;
 }
 
