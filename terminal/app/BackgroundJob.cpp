@@ -1,5 +1,7 @@
 #include "terminal/app/BackgroundJob.h"
 
+#include "terminal/threads/ThreadStart.h"
+
 #include <utility>
 
 namespace terminal {
@@ -32,7 +34,10 @@ void BackgroundJob::start(Work work) {
         }
     };
     connect(mThread.get(), &QThread::finished, this, onFinished, Qt::QueuedConnection);
-    mThread->start();
+    mUndone = !startThread(*mThread);
+    if (mUndone) {
+        QMetaObject::invokeMethod(this, onFinished, Qt::QueuedConnection);
+    }
 }
 
 void BackgroundJob::tell(int done, int total) {

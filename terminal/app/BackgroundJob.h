@@ -20,10 +20,13 @@ public:
     /// Stops the work and waits for its end.
     ~BackgroundJob() override;
 
-    /// Stops the work before, waits for its end, which is not told, and starts another one.
+    /// Stops the work before, waits for its end, which is not told, and starts another one. Work for which the system has
+    /// no thread ends undone; see isUndone().
     void start(Work work);
     void stop() { mStopped = true; }
     bool isRunning() const { return mThread != nullptr; }
+    /// Whether the work that has ended was never begun.
+    bool isUndone() const { return mUndone; }
 
     // Any thread.
     bool isStopped() const { return mStopped; }
@@ -45,6 +48,7 @@ private:
     std::atomic<int> mDone{0};
     std::atomic<int> mTotal{0};
     std::atomic<bool> mTold{false}; ///< progress is on its way
+    bool mUndone = false;
     int mRun = 0; ///< counts the works that have ended
     std::unique_ptr<QThread> mThread; ///< null when no work is under way
 };

@@ -1,6 +1,7 @@
 #include "terminal/app/ImportJob.h"
 
 #include "terminal/market/MarketDate.h"
+#include "terminal/threads/ThreadStart.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -23,7 +24,10 @@ void ImportJob::start() {
     mThread.reset(QThread::create([this] { run(); }));
     // Emitted by the thread object, which lives here: whoever hears of it is on this thread.
     connect(mThread.get(), &QThread::finished, this, &ImportJob::finished);
-    mThread->start();
+    if (!startThread(*mThread)) {
+        mOutcome.error = noThreadText();
+        QMetaObject::invokeMethod(this, &ImportJob::finished, Qt::QueuedConnection);
+    }
 }
 
 void ImportJob::run() {

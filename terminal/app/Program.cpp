@@ -7,6 +7,7 @@
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
 #include "terminal/app/LogWatch.h"
+#include "terminal/app/ProgramGuard.h"
 #include "terminal/app/ProgressTeller.h"
 #include "terminal/app/Snapshot.h"
 #include "terminal/app/TerminalServices.h"
@@ -22,6 +23,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
 
 #include <algorithm>
 #include <clocale>
@@ -167,6 +169,15 @@ int showWindow(TerminalServices &services, const CommandLineOptions &options, co
     if (!noLog.isEmpty()) {
         services.messages().sink()({QObject::tr("日志"), 0, noLog});
     }
+    const FormulaErrorSink told = services.messages().sink();
+    QTimer memory;
+    QObject::connect(&memory, &QTimer::timeout, &memory, [&memory, &told] {
+        if (isMemoryShort()) {
+            memory.stop();
+            told({QObject::tr("内存"), 0, QObject::tr("系统内存不足，请关闭其他程序，并尽快重新启动本程序")});
+        }
+    });
+    memory.start(LogWatch::kLook);
     TerminalWindow window(services);
     if (options.isSizeGiven || !window.isPlaceRestored()) {
         window.resize(options.size);
@@ -263,9 +274,7 @@ int run(const CommandLineOptions &options, const QString &noLog) {
     return error.isEmpty() ? 0 : refuse(QStringLiteral("--snapshot ") + error);
 }
 
-} // namespace
-
-int runTerminal(int argc, char **argv) {
+int runUnguarded(int argc, char **argv) {
     setUpProcess();
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
@@ -300,6 +309,12 @@ int runTerminal(int argc, char **argv) {
     const int status = run(options, noLog);
     closeLogFile();
     return status;
+}
+
+} // namespace
+
+int runTerminal(int argc, char **argv) {
+    return runGuarded([&] { return runUnguarded(argc, argv); });
 }
 
 } // namespace terminal

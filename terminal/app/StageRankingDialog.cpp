@@ -3,6 +3,7 @@
 #include "terminal/app/StageRankingModel.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/threads/ThreadStart.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QHBoxLayout>
@@ -101,9 +102,10 @@ void StageRankingDialog::showRows() {
     mTable->resizeColumnsToContents();
     mTable->selectRow(0);
     mTable->setFocus();
-    mMessage->setText(mJob.isStopped() ? tr("已停止，%1 个品种").arg(count)
-                      : count == 0     ? tr("该时段没有成交的品种")
-                                       : tr("%1 个品种，双击或回车显示").arg(count));
+    mMessage->setText(mJob.isUndone()    ? noThreadText()
+                      : mJob.isStopped() ? tr("已停止，%1 个品种").arg(count)
+                      : count == 0       ? tr("该时段没有成交的品种")
+                                         : tr("%1 个品种，双击或回车显示").arg(count));
 }
 
 void StageRankingDialog::setRanking(bool ranking) {

@@ -7,6 +7,7 @@
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/TradedSpan.h"
+#include "terminal/threads/ThreadStart.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QHeaderView>
@@ -130,7 +131,9 @@ void StretchQuotesDialog::showRows() {
         before = bar.price;
     }
     mBars.clear();
-    mMessage->setText(mTable->rowCount() > 0 ? tr("%1 分钟").arg(mTable->rowCount()) : tr("该时段没有行情"));
+    mMessage->setText(mJob.isUndone()          ? noThreadText()
+                      : mTable->rowCount() > 0 ? tr("%1 分钟").arg(mTable->rowCount())
+                                               : tr("该时段没有行情"));
 }
 
 void StretchQuotesDialog::setCell(int row, int column, const QString &text, const char *colorKey) {

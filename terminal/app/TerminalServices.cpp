@@ -8,6 +8,7 @@
 #include "terminal/market/PreviousClose.h"
 #include "terminal/market/TradedSpan.h"
 #include "terminal/market/TransactionTape.h"
+#include "terminal/threads/ThreadStart.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -15,6 +16,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <system_error>
 
 namespace terminal {
 namespace {
@@ -107,9 +109,14 @@ struct TerminalServices::Installations {
 
 std::unique_ptr<TerminalServices> TerminalServices::open(const TerminalSettings &settings, QString &error,
                                                          const Progress &progress) {
-    std::unique_ptr<TerminalServices> services(new TerminalServices(settings));
-    error = services->start(settings, progress);
-    return error.isEmpty() ? std::move(services) : nullptr;
+    try {
+        std::unique_ptr<TerminalServices> services(new TerminalServices(settings));
+        error = services->start(settings, progress);
+        return error.isEmpty() ? std::move(services) : nullptr;
+    } catch (const std::system_error &) { // a service has not got its thread
+        error = noThreadText();
+        return nullptr;
+    }
 }
 
 TerminalServices::TerminalServices(const TerminalSettings &settings)

@@ -159,6 +159,11 @@ void ConfigService::load() {
         return;
     }
     const QByteArray content = file.whole(kLargestFile);
+    if (file.fault() == GZ::RegularFile::eUnreadable) {
+        mUnread = true;
+        tell(tr("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.reason()));
+        return;
+    }
     if (!file.isGood()) {
         keepDamaged(file.reason()); // the next change would replace it
         return;
@@ -190,8 +195,24 @@ void ConfigService::change(const QJsonObject &fields) {
     writeFile();
 }
 
+/// Reads the file that could not be read before, under what has been changed since; false when it still cannot be.
+bool ConfigService::readLate() {
+    const QJsonObject changes = std::exchange(mFields, {});
+    mUnread = false;
+    load();
+    for (auto field = changes.begin(); field != changes.end(); ++field) {
+        QJsonObject both = mFields.value(field.key()).toObject();
+        merge(both, field.value().toObject());
+        mFields.insert(field.key(), field.value().isObject() ? QJsonValue(both) : field.value());
+    }
+    return !mUnread;
+}
+
 void ConfigService::writeFile() {
     if (mPath.isEmpty()) {
+        return;
+    }
+    if (mUnread && !readLate()) {
         return;
     }
     QDir().mkpath(QFileInfo(mPath).path());

@@ -15,7 +15,8 @@ namespace terminal {
 ///
 /// The file is written whole to a temporary file and renamed, so that a crash leaves the old one or the new one. A
 /// file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
-/// one already) and told in messages(). Values of the wrong kind stand at their defaults. Fields that this version does
+/// one already) and told in messages(). One that the system does not open, as when the program has too many files open,
+/// stays as it is: it is read before the first change is written, which goes over it, and until then nothing is written. Values of the wrong kind stand at their defaults. Fields that this version does
 /// not know are kept. Every operation may be called from any thread.
 class ConfigService : public TC::CConfigService, private TC::UserConfigInterface {
 public:
@@ -83,6 +84,7 @@ private:
     bool flag(const char *name, bool fallback) const;
     int number(const char *name, int fallback) const;
     void load();
+    bool readLate();
     void keepDamaged(const QString &reason);
     /// Changes fields and writes the file.
     void change(const QJsonObject &fields);
@@ -93,6 +95,7 @@ private:
     mutable std::mutex mLock; ///< guards what follows
     QJsonObject mFields;
     QStringList mMessages;
+    bool mUnread = false; ///< the file may be sound, and could not be read so far
     Program mProgram{*this};
     User mUser{*this};
 };

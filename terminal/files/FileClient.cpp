@@ -1,7 +1,9 @@
 #include "terminal/files/FileClient.h"
 
 #include "terminal/files/FileLines.h"
+#include "terminal/threads/ThreadStart.h"
 
+#include <system_error>
 #include <utility>
 
 namespace terminal {
@@ -28,11 +30,22 @@ void FileClient::readFileByLine(int &seq, TC::EFileType type, const QString &pat
     if (mStopping) {
         return;
     }
-    mReads.push_back({seq, type, path, std::move(lineHandler)});
-    if (!mThread.joinable()) {
-        mThread = std::thread([this] { run(); });
+    if (!mThread.joinable() && !start()) {
+        mEnds.post([this, seq] { emit sigReadFinished(seq, false, noThreadText()); });
+        return;
     }
+    mReads.push_back({seq, type, path, std::move(lineHandler)});
     mSignal.notify_all();
+}
+
+/// False when the system has no thread left.
+bool FileClient::start() {
+    try {
+        mThread = std::thread([this] { run(); });
+        return true;
+    } catch (const std::system_error &) {
+        return false;
+    }
 }
 
 void FileClient::run() {

@@ -35,6 +35,7 @@ private:
         LineHandler handler;
     };
 
+    bool start();
     void run();
     void read(const Read &read);
 

@@ -67,6 +67,9 @@ QString readFileLines(const QString &path, TC::EFileType type, const TakeLine &t
             splitLines(QString::fromUtf8(sheet.text), take);
             return {};
         }
+        if (!sheet.isFaultOfFile) {
+            return QStringLiteral("%1: cannot be read: %2").arg(path, sheet.error);
+        }
     }
     return type == TC::EFileType::Spreadsheet
                ? QStringLiteral("%1: neither a spreadsheet of Excel 97-2003 (.xls) nor a text: save it as one")

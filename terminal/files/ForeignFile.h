@@ -10,6 +10,8 @@ namespace terminal {
 /// could not be read.
 struct ForeignText {
     QString error; ///< empty, or in a few words why there is no text
+    bool isFaultOfFile =
+        true; ///< the error is; else the reader could not do its work, and the file may be sound
     QByteArray text; ///< in UTF-8, all of it
 };
 

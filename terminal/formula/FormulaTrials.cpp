@@ -1,8 +1,11 @@
 #include "terminal/formula/FormulaTrials.h"
 
+#include "terminal/threads/ThreadStart.h"
+
 #include <QFileInfo>
 
 #include <chrono>
+#include <system_error>
 
 namespace terminal {
 namespace {
@@ -15,12 +18,20 @@ LuaFormulaTrial tryFile(const FormulaFile &file, const FormulaLimits &limits) {
 
 } // namespace
 
-FormulaTrials::FormulaTrials(QVector<FormulaFile> files, Take take)
-    : mTake(std::move(take)), mLeft(files.size()), mThread([this, files = std::move(files)] { run(files); }) {}
+FormulaTrials::FormulaTrials(const QVector<FormulaFile> &files, Take take)
+    : mTake(std::move(take)), mLeft(files.size()) {
+    try {
+        mThread = std::thread([this, files] { run(files); });
+    } catch (const std::system_error &) {
+        failAll(files);
+    }
+}
 
 FormulaTrials::~FormulaTrials() {
     mStop = true;
-    mThread.join();
+    if (mThread.joinable()) {
+        mThread.join();
+    }
 }
 
 void FormulaTrials::run(const QVector<FormulaFile> &files) {
@@ -43,6 +54,14 @@ void FormulaTrials::run(const QVector<FormulaFile> &files) {
             return;
         }
         done({file, tryFile(file, {})});
+    }
+}
+
+void FormulaTrials::failAll(const QVector<FormulaFile> &files) {
+    for (const FormulaFile &file : files) {
+        LuaFormulaTrial trial;
+        trial.error = {QFileInfo(file.path).completeBaseName(), 0, noThreadText()};
+        done({file, std::move(trial)});
     }
 }
 

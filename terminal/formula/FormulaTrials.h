@@ -16,14 +16,14 @@
 namespace terminal {
 
 /// Tries formula files on a thread of its own, in their order. One that takes long is tried again behind all others, so
-/// that it holds nobody up.
+/// that it holds nobody up. Where the system has no thread for it, every file fails with that as its error.
 ///
 /// What came of each file is handed over on the thread that made this object, from wait() or from the event loop.
 class FormulaTrials {
 public:
     using Take = std::function<void(const FormulaFile &, const LuaFormulaTrial &)>;
 
-    FormulaTrials(QVector<FormulaFile> files, Take take);
+    FormulaTrials(const QVector<FormulaFile> &files, Take take);
     /// Waits for the trial that is under way.
     ~FormulaTrials();
     FormulaTrials(const FormulaTrials &) = delete;
@@ -36,6 +36,7 @@ private:
     using Outcome = std::pair<FormulaFile, LuaFormulaTrial>;
 
     void run(const QVector<FormulaFile> &files);
+    void failAll(const QVector<FormulaFile> &files);
     void done(Outcome outcome);
     void handOver();
 
@@ -46,7 +47,7 @@ private:
     std::mutex mLock; ///< guards what follows
     std::condition_variable mNews;
     std::vector<Outcome> mDone;
-    std::thread mThread; ///< last: it uses what is above
+    std::thread mThread; ///< uses what is above
 };
 
 } // namespace terminal

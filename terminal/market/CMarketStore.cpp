@@ -23,28 +23,23 @@ DaySummary summaryOf(const QSqlQuery &row) {
     return summary;
 }
 
-/// A whole look at the file's structure; false for the first damage, which is no error of the query. Values that are
-/// wrong in a file that is whole are found where they are read.
-bool isWhole(QSqlQuery &query) {
-    static const QRegularExpression value(QStringLiteral("^(ok$|\\S+ value in |CHECK constraint failed)"));
-    query.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
-    bool whole = query.exec(QStringLiteral("PRAGMA quick_check(1000)"));
-    while (whole && query.next()) {
-        whole = value.match(query.value(0).toString()).hasMatch();
-    }
-    return whole && !query.lastError().isValid();
+bool isDamage(int code) {
+    return code == 11 || code == 26;
 }
 
 } // namespace
 
 QString CMarketStore::describe(const QSqlError &error) const {
     const int code = error.nativeErrorCode().toInt() & 0xff;
+    if (code == 8 &&
+        mConnections) { // it could be opened for reading alone, which may have been for want of files
+        mConnections->reopenForThisThread();
+    }
     if (code == 5 || code == 6) {
         return QStringLiteral("%1: another process holds the store; close it and try again").arg(mPath);
     }
-    if (code == 11 || code == 26) {
-        return QStringLiteral("%1: the store is damaged; move the file away and start again to get a new one")
-            .arg(mPath);
+    if (isDamage(code)) {
+        return describeDamage();
     }
     QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
     return QStringLiteral("%1: %2").arg(mPath, text.replace(QLatin1Char('\n'), QLatin1Char(' ')));
@@ -54,6 +49,34 @@ QString CMarketStore::describeBusy() const {
     return QStringLiteral(
                "%1: another task of this program is writing, such as an import; try again when it is done")
         .arg(mPath);
+}
+
+QString CMarketStore::describeDamage() const {
+    return QStringLiteral("%1: the store is damaged; move the file away and start again to get a new one")
+        .arg(mPath);
+}
+
+/// A whole look at the file's structure. Values that are wrong in a file that is whole are found where they are read, and
+/// a page that was not read for want of memory is no damage.
+QString CMarketStore::lookOver(QSqlQuery &query) const {
+    static const QRegularExpression value(QStringLiteral("^(ok$|\\S+ value in |CHECK constraint failed)"));
+    static const QRegularExpression unread(QStringLiteral("error code=(\\d+)"));
+    query.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
+    query.exec(QStringLiteral("PRAGMA quick_check(1000)"));
+    while (query.next()) {
+        const QString line = query.value(0).toString();
+        if (value.match(line).hasMatch()) {
+            continue;
+        }
+        const QString code = unread.match(line).captured(1);
+        return code.isEmpty() || isDamage(code.toInt() & 0xff)
+                   ? describeDamage()
+                   : QStringLiteral(
+                         "%1: could not be read to its end (error %2 of SQLite): look after memory and "
+                         "disk, and try again")
+                         .arg(mPath, code);
+    }
+    return query.lastError().isValid() ? describe(query.lastError()) : QString();
 }
 
 QString CMarketStore::open(const QString &path) {
@@ -97,12 +120,9 @@ QString CMarketStore::prepare(QSqlDatabase database) {
         return describe(query.lastError());
     }
     query.finish();
-    if (!isWhole(query)) {
-        return query.lastError().isValid()
-                   ? describe(query.lastError())
-                   : QStringLiteral(
-                         "%1: the store is damaged; move the file away and start again to get a new one")
-                         .arg(mPath);
+    const QString trouble = lookOver(query);
+    if (!trouble.isEmpty()) {
+        return trouble;
     }
     query.finish();
     query.exec(QStringLiteral("PRAGMA ignore_check_constraints = OFF"));

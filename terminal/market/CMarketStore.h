@@ -13,6 +13,8 @@
 #include <mutex>
 #include <optional>
 
+class QSqlQuery;
+
 namespace terminal {
 
 /// Where the bars of a day came from.
@@ -82,6 +84,8 @@ private:
     friend class StoreTurn;
 
     QString prepare(QSqlDatabase database);
+    QString lookOver(QSqlQuery &query) const;
+    QString describeDamage() const;
     std::optional<DaySummary> oneSummary(const char *condition, qint64 instrument, int day);
 
     QString mPath;

@@ -5,10 +5,25 @@
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
 namespace terminal {
+namespace {
+
+void open(QSqlDatabase &database) {
+    if (!database.open()) {
+        return;
+    }
+    QSqlQuery query(database);
+    query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
+    query.exec(QStringLiteral("PRAGMA synchronous = NORMAL")); // a crash of the program loses nothing
+    query.exec(QStringLiteral("PRAGMA cache_size = -16000"));
+    query.exec(QStringLiteral("PRAGMA journal_size_limit = 4194304"));
+}
+
+} // namespace
 
 struct SqlConnections::State {
     explicit State(const QString &file) : path(file) {}
@@ -25,6 +40,7 @@ struct SqlConnections::State {
     const QString path;
     std::mutex lock;
     std::map<std::thread::id, QString> names;
+    std::set<std::thread::id> broken; ///< whose connections have to be opened anew
 };
 
 /// Closes the connections of a thread when it ends.
@@ -54,27 +70,35 @@ QSqlDatabase SqlConnections::forThisThread() {
     static thread_local ThreadEnd threadEnd;
 
     QString name;
+    bool isSound = false;
     {
         std::lock_guard<std::mutex> hold(mState->lock);
         QString &mine = mState->names[std::this_thread::get_id()];
-        if (!mine.isEmpty()) {
-            return QSqlDatabase::database(mine);
+        if (mine.isEmpty()) {
+            mine = QStringLiteral("market-store-%1").arg(++sequence);
+            threadEnd.states.push_back(mState);
         }
-        mine = QStringLiteral("market-store-%1").arg(++sequence);
         name = mine;
+        isSound = mState->broken.erase(std::this_thread::get_id()) == 0;
     }
-    threadEnd.states.push_back(mState);
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-    database.setDatabaseName(mState->path);
-    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
-    if (database.open()) {
-        QSqlQuery query(database);
-        query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
-        query.exec(QStringLiteral("PRAGMA synchronous = NORMAL")); // a crash of the program loses nothing
-        query.exec(QStringLiteral("PRAGMA cache_size = -16000"));
-        query.exec(QStringLiteral("PRAGMA journal_size_limit = 4194304"));
+    if (!QSqlDatabase::contains(name)) {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        database.setDatabaseName(mState->path);
+        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
+    }
+    QSqlDatabase database = QSqlDatabase::database(name, false);
+    if (!isSound) {
+        database.close();
+    }
+    if (!database.isOpen()) {
+        open(database);
     }
     return database;
+}
+
+void SqlConnections::reopenForThisThread() {
+    std::lock_guard<std::mutex> hold(mState->lock);
+    mState->broken.insert(std::this_thread::get_id());
 }
 
 } // namespace terminal

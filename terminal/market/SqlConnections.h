@@ -18,6 +18,9 @@ public:
 
     /// The calling thread's connection, opened when it is new. It is not open when that failed; lastError() says why.
     QSqlDatabase forThisThread();
+    /// The calling thread's connection has failed in a way that may pass, as one that was opened for reading alone while
+    /// the program had too many files open: it is opened anew when the thread asks next.
+    void reopenForThisThread();
 
 private:
     struct State;

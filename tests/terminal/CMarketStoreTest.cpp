@@ -2,6 +2,7 @@
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketWriter.h"
 #include "terminal/market/StoreSchema.h"
+#include "tests/support/NoMoreFiles.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QSqlError>
@@ -71,6 +72,19 @@ protected:
 };
 
 } // namespace
+
+TEST_F(CMarketStoreTest, AConnectionThatCouldNotBeOpenedIsOpenedLaterAndHasAllItsSettings) {
+    openStore();
+    std::thread([this] {
+        {
+            const tests::NoMoreFiles shortage;
+            EXPECT_FALSE(mStore.connection().isOpen());
+        }
+        QSqlQuery query(mStore.connection());
+        ASSERT_TRUE(query.exec("PRAGMA foreign_keys") && query.next());
+        EXPECT_EQ(query.value(0).toInt(), 1);
+    }).join();
+}
 
 TEST_F(CMarketStoreTest, ANewStoreIsMadeWithItsFolder) {
     ASSERT_EQ(mStore.open(pathOf("deep/er/market.db")).toStdString(), "");

@@ -1,5 +1,7 @@
 #include "terminal/config/ConfigService.h"
 
+#include "tests/support/NoMoreFiles.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -8,7 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <optional>
 #include <sys/stat.h>
+#include <utility>
 
 using terminal::ConfigService;
 
@@ -179,6 +184,26 @@ TEST_F(ConfigServiceTest, WhatCannotBeReadIsKeptAside) {
     EXPECT_TRUE(QFileInfo::exists(path() + ".damaged/inner"));
     service.setValue("theme", "light");
     EXPECT_EQ(ConfigService(path()).value("theme"), "light");
+}
+
+TEST_F(ConfigServiceTest, AFileThatIsNotOpenedForWantOfFilesIsReadLater) {
+    writeFile(R"({"theme": "light", "formulas": {"MACD": {"SHORT": 5}}})");
+    std::optional<tests::NoMoreFiles> shortage(std::in_place);
+    ConfigService service(path());
+    EXPECT_EQ(service.messages().size(), 1);
+    service.setValue("instrument", "SH600000");
+    shortage.reset();
+    EXPECT_EQ(files(), QStringList("config.json")) << "nothing is set aside";
+    EXPECT_EQ(ConfigService(path()).value("theme"), "light") << "nor written over";
+
+    service.changeSection("formulas", {{"KDJ", 1.0}});
+    const ConfigService again(path());
+    for (const ConfigService *known : std::initializer_list<const ConfigService *>{&service, &again}) {
+        EXPECT_EQ(known->value("theme"), "light");
+        EXPECT_EQ(known->value("instrument"), "SH600000");
+        EXPECT_EQ(known->numbers("formulas", "MACD").value("SHORT"), 5.0);
+        EXPECT_EQ(known->section("formulas").value("KDJ").toDouble(), 1.0);
+    }
 }
 
 TEST_F(ConfigServiceTest, ATroubleThatLastsIsToldOnce) {
