@@ -68,7 +68,7 @@ ExportOutcome exportFormula(const QString &formula, const QString &path) {
         return {Words::tr("%1 没有可导出的内容").arg(formula), true};
     }
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) {
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) {
         return {Words::tr("%1 已导出到 %2").arg(formula, path)};
     }
     return {Words::tr("文件 %1 无法写入（%2）").arg(path, file.errorString()), true};

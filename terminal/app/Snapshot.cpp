@@ -49,7 +49,7 @@ bool waitForChart(const ChartView &view) {
 QString writePicture(QWidget &widget, const QString &path) {
     const QPixmap picture = widget.grab();
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG") || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG") || !file.flush() || !file.commit()) {
         return notWritable(path, file.errorString());
     }
     return {};

@@ -218,7 +218,9 @@ void ConfigService::writeFile() {
     QDir().mkpath(QFileInfo(mPath).path());
     QSaveFile file(mPath);
     const QByteArray text = QJsonDocument(mFields).toJson();
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+    // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
+        !file.commit()) {
         tell(tr("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
     }
 }

@@ -84,7 +84,8 @@ QByteArray withNameInCapitals(const QByteArray &text, const QString &name) {
 QString writeFormulaFile(const QString &path, const QByteArray &text) {
     QDir().mkpath(QFileInfo(path).path());
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit();
     return written ? QString()
                    : QCoreApplication::translate("FormulaCatalogue", "文件 %1 无法写入（%2）")
                          .arg(path, file.errorString());

@@ -1,5 +1,6 @@
 #include "terminal/config/ConfigService.h"
 
+#include "tests/support/FullDisk.h"
 #include "tests/support/NoMoreFiles.h"
 
 #include <QDir>
@@ -204,6 +205,20 @@ TEST_F(ConfigServiceTest, AFileThatIsNotOpenedForWantOfFilesIsReadLater) {
         EXPECT_EQ(known->numbers("formulas", "MACD").value("SHORT"), 5.0);
         EXPECT_EQ(known->section("formulas").value("KDJ").toDouble(), 1.0);
     }
+}
+
+TEST_F(ConfigServiceTest, AFullDiskLeavesTheFileAsItWasAndIsTold) {
+    writeFile(R"({"theme": "light"})");
+    ConfigService service(path());
+    {
+        const tests::FullDisk full;
+        service.setValue("instrument", "SH600000");
+    }
+    EXPECT_EQ(service.messages().size(), 1);
+    EXPECT_EQ(readFile(path()), R"({"theme": "light"})");
+    EXPECT_EQ(files(), QStringList("config.json"));
+    service.setValue("other", "x");
+    EXPECT_EQ(ConfigService(path()).value("instrument"), "SH600000") << "written with the next change";
 }
 
 TEST_F(ConfigServiceTest, ATroubleThatLastsIsToldOnce) {

@@ -1,0 +1,1 @@
+formula { name = "A", lines = setmetatable({}, {__len = function() return 1e9 end}) }
