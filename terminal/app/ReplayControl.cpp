@@ -46,6 +46,7 @@ void ReplayControl::end() {
     }
     if (mView.isReplay()) {
         mView.setReplay(false);
+        mService.withdrawAll();
         mService.setThousandRange(0, 0);
         emit told({});
     }

@@ -63,6 +63,14 @@ void ReplayService::deleteFormulas(QVector<QString> &requestIds) {
     }
 }
 
+void ReplayService::withdrawAll() {
+    QVector<QString> ids;
+    for (const PlayedPtr &played : requests()) {
+        ids.append(played->request->id());
+    }
+    deleteFormulas(ids);
+}
+
 void ReplayService::setThousandRange(qint64 start, qint64 end) {
     const bool whole = end <= start;
     mStart = whole ? 0 : start;

@@ -29,6 +29,9 @@ public:
     void requestFormulas(const QString &stock, QVector<TC::CFormulaParam> &params,
                          TC::FormulaHistoryCallback onHistory, TC::FormulaRealtimeCallback onRealtime) override;
     void deleteFormulas(QVector<QString> &requestIds) override;
+    /// Withdraws every request: the replay is over. A view that has asked for a series more than once knows the last of
+    /// its requests only. On the user-interface thread.
+    void withdrawAll();
     /// Also sets the replay time back to the start. An end not after the start gives the whole day.
     void setThousandRange(qint64 start, qint64 end) override;
 

@@ -102,6 +102,17 @@ TEST_F(ReplayServiceTest, AllRequestsShareOneTime) {
               QStringList({"a point 10", "b point 10", "a point 11", "b point 11"}));
 }
 
+TEST_F(ReplayServiceTest, WhenAllAreWithdrawnNothingIsPlayed) {
+    request("a");
+    request("b");
+    ASSERT_EQ(mService.liveRequests(), 2);
+    mService.withdrawAll();
+    EXPECT_EQ(mService.liveRequests(), 0);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mLog, QStringList());
+}
+
 TEST_F(ReplayServiceTest, AWithdrawnRequestIsNotPlayed) {
     request("a");
     request("b");
