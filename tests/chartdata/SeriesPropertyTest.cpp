@@ -228,7 +228,8 @@ TEST_F(ProbeFixture, ATickAndANewMinuteDirtyOnlyTheColumnsOfTheLastPoints) {
     EXPECT_EQ(tick, QRect(3, 3, 3, 195));
     EXPECT_TRUE(mData->takeDirtyRect().isNull());
     mData->onRealtimeCallback(0, id, makePoint(minuteTime(kDay, 574), {10.02}));
-    EXPECT_EQ(mData->takeDirtyRect(), QRect(3, 3, 5, 195)); // a new minute: its columns, and those of the two before
+    EXPECT_EQ(mData->takeDirtyRect(),
+              QRect(3, 3, 5, 195)); // a new minute: its columns, and those of the two before
     mData->onRealtimeCallback(0, id, makePoint(minuteTime(kDay, 574), {10.03}));
     EXPECT_EQ(mData->takeDirtyRect(), QRect(5, 3, 3, 195));
 }
