@@ -249,10 +249,13 @@ protected:
         const auto profits = mTrade->getTotalProfits(instruments, kAllAccounts, {}, false);
         const auto balances = mTrade->getTotalBalances(instruments, kAllAccounts, {}, false);
         std::set<qint64> minutes;
+        std::set<std::string> dealt;
         for (const Row &deal : deals) {
             minutes.insert(minuteEndOf(deal.time));
-            for (const auto &bar : bars(deal.instrument, day)) {
-                minutes.insert(bar.first);
+            if (dealt.insert(deal.instrument).second) {
+                for (const auto &bar : bars(deal.instrument, day)) {
+                    minutes.insert(bar.first);
+                }
             }
         }
         // With an instrument that is not traded at night the curves have no night.
