@@ -74,7 +74,7 @@ ChartScene ChartPicture::stillScene(const QSize &size) {
 }
 
 void ChartPicture::drawWhole(const QRect &rect) {
-    noteDamage(eSeriesChanged);
+    notePane();
     mIsStale = false;
     mDrawnPointChanged = false;
     mDrawnEnd = -1;
@@ -82,6 +82,10 @@ void ChartPicture::drawWhole(const QRect &rect) {
     mDrawnTheme = mDrawn.theme;
     drawScene(rect, mDrawn);
     mIsWhole = mDrawnEnd >= 0 && rect == mRect;
+    for (SceneSeries &series : mDrawn.lines) {
+        mIsWhole = mIsWhole && !series.filled;
+        series.filled.reset(); // a copy of its series
+    }
 }
 
 void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {

@@ -56,6 +56,8 @@ public:
     /// Remembers what EChangeFlag bits changed on the screen. All but ePointChanged stand for changes of which it is not
     /// told one by one.
     void noteDamage(int flags);
+    /// The whole pane is to be painted, though the picture may be right: what lies over it has changed.
+    void notePane() { mDamage |= eSeriesChanged; }
     /// Remembers for that that a point of a shown series has other contents now.
     void notePoint(const SeriesPoint &point);
     /// The part of the pane that changed on the screen since the last call: the columns of the newest points when only

@@ -53,7 +53,7 @@ void PaneDrawing::redrawTrades() {
 
 void PaneDrawing::drawTrades(const QRect &rect) {
     if (mTrades.draw(rect, mPicture.rect().size(), mPicture.ratio())) {
-        mPicture.noteDamage(eSeriesChanged);
+        mPicture.notePane();
     }
 }
 

@@ -16,8 +16,9 @@ namespace terminal {
 /// The file is written whole to a temporary file and renamed, so that a crash leaves the old one or the new one. A
 /// file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
 /// one already) and told in messages(). One that the system does not open, as when the program has too many files open,
-/// stays as it is: it is read before the first change is written, which goes over it, and until then nothing is written. Values of the wrong kind stand at their defaults. Fields that this version does
-/// not know are kept. Every operation may be called from any thread.
+/// stays as it is: it is read before the first change is written, which goes over it, and until then nothing is
+/// written. Values of the wrong kind stand at their defaults. Fields that this version does not know are kept. Every
+/// operation may be called from any thread.
 class ConfigService : public TC::CConfigService, private TC::UserConfigInterface {
 public:
     /// Reads the file; without a path nothing is read or written.

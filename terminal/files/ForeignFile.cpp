@@ -19,6 +19,7 @@
 namespace terminal {
 namespace {
 
+constexpr int kEndPatience = 1000; ///< milliseconds after its last word
 constexpr int kPatience =
     60000; ///< milliseconds, for a machine that is busy; processor time has a limit of its own
 constexpr int kMostText = 256 * 1000 * 1000; ///< bytes
@@ -87,7 +88,8 @@ public:
         }
     }
 
-    /// Waits for its end; its exit status, or nothing when it has not ended by itself.
+    /// Waits for its end, which is near when it says no more, and ends it when it is not; its exit status, or nothing when
+    /// it has not ended by itself.
     std::optional<int> end() {
         if (mStream >= 0) {
             ::close(mStream);
@@ -97,10 +99,18 @@ public:
             return std::nullopt;
         }
         int status = 0;
-        while (::waitpid(mId, &status, 0) < 0 && errno == EINTR) {
+        pid_t ended = 0;
+        for (int waited = 0; ended == 0 || (ended < 0 && errno == EINTR); ++waited) {
+            if (waited == kEndPatience) {
+                kill();
+            }
+            ended = ::waitpid(mId, &status, WNOHANG);
+            if (ended == 0) {
+                ::usleep(1000);
+            }
         }
         mId = 0;
-        return WIFEXITED(status) ? std::make_optional(WEXITSTATUS(status)) : std::nullopt;
+        return ended > 0 && WIFEXITED(status) ? std::make_optional(WEXITSTATUS(status)) : std::nullopt;
     }
     void kill() const { ::kill(mId, SIGKILL); }
 

@@ -99,6 +99,24 @@ TEST_F(RepaintWalk, NothingOutsideAPartIsTouched) {
     }
 }
 
+TEST_F(RepaintWalk, NewMinuteUnderTradesIsDrawnOverItsColumnsAlone) {
+    mData->addFormula(QStringLiteral("REALTIME"));
+    mData->request(corvane::ERunMode::Ordinary);
+    const CFormulaKey price(kStock, QStringLiteral("REALTIME"));
+    mData->redraw();
+    const QImage before = whole();
+    mData->mData[price].result.mValues[0][10] = 10.9; // untold: seen where all is drawn anew
+    const auto tell = [&](int minute) {
+        mData->onRealtimeCallback(0, mData->getReqID(price), makePoint(minuteTime(kDay, 570 + minute), {10.0}));
+    };
+    const QRect early(0, 0, 60, kSize.height());
+    tell(121);
+    tell(122);
+    EXPECT_EQ(whole().copy(early), before.copy(early));
+    mData->redraw();
+    EXPECT_NE(whole().copy(early), before.copy(early));
+}
+
 // A replay tells its moment while it is drawn and painted, and whoever hears of it may have the pane drawn anew.
 
 /// Draws the pane anew at every moment that it hears of.
