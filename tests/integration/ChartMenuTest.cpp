@@ -204,25 +204,38 @@ TEST_F(ChartMenu, AnInstrumentOfNoSectorIsToldSo) {
 TEST_F(ChartMenu, TheUsersListsAreShownAndChanged) {
     showStock("SH600000");
     constexpr int kInMenuAndDialog = 2; // event loops: an answer before the dialog's own one runs is not heard
+    constexpr int kBetweenTries = 10; // ms
+    constexpr int kAllTries = 30000; // ms
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, mWindow.get(), [&] {
         auto *add = qobject_cast<TC::CAddSelfStockDialog *>(QApplication::activeModalWidget());
         if (add && QThread::currentThread()->loopLevel() >= kInMenuAndDialog) {
-            answer.stop();
-            add->accept();
+            add->accept(); // refused, and tried again, while the trades of the morning are being written
         }
     });
-    answer.start(0);
+    answer.start(kBetweenTries);
     choose(QStringLiteral("加入自选股"));
+    answer.stop();
     mWindow->showSelfStocks();
     auto *lists = dialog<QuoteListDialog>("self_stocks_dialog");
     ASSERT_NE(lists, nullptr);
     EXPECT_EQ(keysOf(*lists->rows()), QStringList{"SH600000"});
-    mServices->selfStocks().addStocks(QStringLiteral("自选股"), {"CD100001", "TZZH1", "SH600519"});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return mServices->selfStocks()
+                .addStocks(QStringLiteral("自选股"), {"CD100001", "TZZH1", "SH600519"})
+                .isEmpty();
+        },
+        kAllTries));
     EXPECT_EQ(keysOf(*lists->rows()), (QStringList{"CD100001", "SH600000", "SH600519", "TZZH1"}));
     lists->rows()->setCurrentItem(lists->rows()->findItems("SH600519", Qt::MatchExactly).first());
-    QTest::mouseClick(lists->findChild<QPushButton *>("remove"), Qt::LeftButton);
-    EXPECT_EQ(keysOf(*lists->rows()), (QStringList{"CD100001", "SH600000", "TZZH1"}));
+    const QStringList left{"CD100001", "SH600000", "TZZH1"};
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            QTest::mouseClick(lists->findChild<QPushButton *>("remove"), Qt::LeftButton);
+            return keysOf(*lists->rows()) == left;
+        },
+        kAllTries));
 }
 
 TEST_F(ChartMenu, AFormulaIsExportedToAFile) {
