@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chartdata/ChangeFlags.h"
+#include "host/Export.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaParam.h"
 #include "host/records/CInstrumentDetail.h"
@@ -40,7 +41,8 @@ struct PaneParts;
 ///
 /// Results may arrive on a thread of the service. Always held by boost::shared_ptr, and kept alive by the callbacks of
 /// its requests until the service lets go of them.
-class CRealtimeData : public IndexBaseData, public boost::enable_shared_from_this<CRealtimeData> {
+class TIMESHARE_EXPORT CRealtimeData : public IndexBaseData,
+                                       public boost::enable_shared_from_this<CRealtimeData> {
     Q_OBJECT
 public:
     using SeriesMap = QMap<CFormulaKey, se::RPCFormulaResultCache>;

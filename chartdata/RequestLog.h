@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QtGlobal>
 
 #include <boost/format/format_fwd.hpp>
@@ -15,11 +17,12 @@ namespace TC {
 
 /// Writes one line: "[<address of the object>] [<qualified function>] " and the text. `function` and `file`, the
 /// source file's name, have to be literals: the log keeps their addresses.
-void logTraffic(const void *object, const char *function, const char *file, const boost::format &text) noexcept;
+TIMESHARE_EXPORT void logTraffic(const void *object, const char *function, const char *file,
+                                 const boost::format &text) noexcept;
 
 /// Lines that could not be written so far.
-qint64 lostLogLines() noexcept;
+TIMESHARE_EXPORT qint64 lostLogLines() noexcept;
 /// Waits until all lines are written; false when the log stalls for longer than this.
-bool flushLog(int milliseconds) noexcept;
+TIMESHARE_EXPORT bool flushLog(int milliseconds) noexcept;
 
 } // namespace TC

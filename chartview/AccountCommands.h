@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chartview/GraphMenu.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QString>
@@ -16,7 +17,7 @@ namespace TC {
 struct GraphSubject;
 
 /// What the entries of a graph's menus do about the user's trades: whose are shown, and the formula that shows them.
-class AccountCommands {
+class TIMESHARE_EXPORT AccountCommands {
 public:
     AccountCommands(GZ::CBaseWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chartview/CrossLinePlan.h"
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 #include "host/toolkit/ThemeCache.h"
 
@@ -17,7 +18,7 @@ class CRealtimeUiParam;
 /// widgets beneath get all input. Hidden until the pane shows it.
 ///
 /// Each setter asks for a repaint of what it changes on the screen, and of nothing else.
-class CCrossLineWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CCrossLineWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     /// `source` is the data of the pane's main graph; both may be null, then there is no cross line.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chartview/AxisLabels.h"
+#include "host/Export.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/CFormulaKey.h"
 #include "host/records/Enumerations.h"
@@ -21,7 +22,7 @@ class CRealtimeUiParam;
 /// The strip beside a pane: value ticks on the left, percentages against the last close on the right. What it shows
 /// is a scale that the view parameters know it by while it lives; the graphs draw their grid lines by it, on
 /// whatever thread a result came in on. The strip itself lives on the user-interface thread.
-class CGraphAxisWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CGraphAxisWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     enum ESide : int { eLeft = 0, eRight = 1 };

@@ -274,7 +274,7 @@ void CRealtimeGraphWidget::enterEvent(QEvent * /*event*/) {
 
 void CRealtimeGraphWidget::leaveEvent(QEvent * /*event*/) {
     if (mInput.leave()) {
-        emit mouseLeft();
+        Q_EMIT mouseLeft();
     }
 }
 

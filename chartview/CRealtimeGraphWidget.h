@@ -13,6 +13,7 @@
 #include "chartview/RegionLines.h"
 #include "chartview/TradeTip.h"
 #include "chartview/ViewCommands.h"
+#include "host/Export.h"
 #include "host/drawing/IGraphWidget.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/records/Enumerations.h"
@@ -24,8 +25,6 @@
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
-class QAction;
-
 namespace TC {
 
 class CRealtimeData;
@@ -35,7 +34,7 @@ class CStockInfo;
 /// One drawn graph of a pane: the price chart of a trading day with its volume band, or a formula pane of that
 /// day. It owns no series: it paints what its data has rendered, puts the interactive layers on top, and turns
 /// input into events. A face over its parts, which do the work. User-interface thread only.
-class CRealtimeGraphWidget : public GZ::CBaseWidget, public IGraphWidget {
+class TIMESHARE_EXPORT CRealtimeGraphWidget : public GZ::CBaseWidget, public IGraphWidget {
     Q_OBJECT
 public:
     /// `id` is told in the events of this graph. The last argument says whether it is the graph of the newest
@@ -120,11 +119,11 @@ public:
         mOverlays.overlayPicked(picked, type, withAxis);
     }
 
-signals:
+Q_SIGNALS:
     /// The mouse has left; what it had under way is over.
     void mouseLeft();
 
-public slots:
+public Q_SLOTS:
     // What the entries of the menus do. Those that need a formula, an account or a level take it from the entry that
     // sent them, and do nothing when there is none.
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 #include "host/toolkit/ThemeCache.h"
 
@@ -21,7 +22,7 @@ class IDayRows;
 
 /// The time scale beneath the panes: ticks and times of one day, or the dates of several, and over them the flag with
 /// the time under the cross line. While the mouse is on it, there is no cross line.
-class CRealtimeTimeWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CRealtimeTimeWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     /// The graph under the mouse, whose day the flag stands in, is looked for among those of `parent`. Where that is no

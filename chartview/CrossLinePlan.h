@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QLine>
 #include <QRect>
 #include <QRegion>
@@ -12,7 +14,7 @@
 namespace TC {
 
 /// What the cross line is drawn from.
-struct CrossLineInput {
+struct TIMESHARE_EXPORT CrossLineInput {
     QSize size; ///< of the overlay
     double ratio = 1.0; ///< device pixels per pixel
     bool shown = false;
@@ -32,7 +34,7 @@ struct CrossLineInput {
 };
 
 /// The cross line as it is drawn; a box that is null is not.
-struct CrossLinePlan {
+struct TIMESHARE_EXPORT CrossLinePlan {
     double ratio = 1.0; ///< device pixels per pixel
     bool hasHorizontal = false;
     bool hasVertical = false;

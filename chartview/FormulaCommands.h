@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -13,7 +15,7 @@ class CModifyModelParamDialog;
 struct GraphSubject;
 
 /// What the entries of a graph's menus do with its formulas.
-class FormulaCommands {
+class TIMESHARE_EXPORT FormulaCommands {
     Q_DECLARE_TR_FUNCTIONS(TC::FormulaCommands)
 public:
     FormulaCommands(GZ::CBaseWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 class QContextMenuEvent;
@@ -16,7 +18,7 @@ class GraphPointer;
 struct GraphSubject;
 
 /// When the menus of a graph open, and which one. What their entries are is told by GraphMenu.
-class GraphContextMenu {
+class TIMESHARE_EXPORT GraphContextMenu {
 public:
     GraphContextMenu(CRealtimeGraphWidget &graph, const GraphSubject &subject, GraphPointer &pointer,
                      AccountCommands &accounts);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QCoreApplication>
 
 class QWidget;
@@ -11,7 +13,7 @@ struct GraphSubject;
 
 /// The window with the values of a graph's first formula at the cross line, and what its formula knows there and does not
 /// draw.
-class HiddenVariables {
+class TIMESHARE_EXPORT HiddenVariables {
     Q_DECLARE_TR_FUNCTIONS(TC::HiddenVariables)
 public:
     HiddenVariables(QWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QList>
 #include <QVector>
 
@@ -8,7 +10,7 @@ namespace TC {
 class CRealtimeGraphWidget;
 
 /// The graphs of a view, as what stands beside its panes asks for them: one row a pane.
-class IDayRows {
+class TIMESHARE_EXPORT IDayRows {
 public:
     virtual ~IDayRows() = default;
     /// The main pane's row first; in each row the newest day first.

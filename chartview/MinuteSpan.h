@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 namespace TC {
 
 class CRealtimeUiParam;
@@ -16,7 +18,7 @@ struct DayAxis {
 
 /// Two columns of a day graph that stay on their minutes: on the axis that they were taken on they are the columns as they
 /// were, on any other those of their axis indices. One that was never taken lies at column 0.
-class MinuteSpan {
+class TIMESHARE_EXPORT MinuteSpan {
 public:
     MinuteSpan() = default;
     static MinuteSpan ofColumns(int left, int right, const DayAxis &axis);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 
 #include <QCoreApplication>
@@ -18,7 +19,7 @@ struct GraphSubject;
 
 /// What the entries of a graph's menus do with overlaid instruments. The graph asks for an overlay by an event; the pane
 /// puts it on.
-class OverlayCommands {
+class TIMESHARE_EXPORT OverlayCommands {
     Q_DECLARE_TR_FUNCTIONS(TC::OverlayCommands)
 public:
     OverlayCommands(GZ::CBaseWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}

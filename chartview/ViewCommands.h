@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 namespace GZ {
@@ -11,7 +13,7 @@ namespace TC {
 struct GraphSubject;
 
 /// What the entries of a graph's menus do with what the view draws, and with the host's windows about its instrument.
-class ViewCommands {
+class TIMESHARE_EXPORT ViewCommands {
 public:
     ViewCommands(GZ::CBaseWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}
 

@@ -2,7 +2,7 @@
 function(timeshare_sources out)
   set(all)
   foreach(folder ${ARGN})
-    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/${folder}/*.h)
     list(APPEND all ${found})
   endforeach()
   set(${out} ${all} PARENT_SCOPE)
@@ -20,7 +20,7 @@ function(timeshare_units target)
   list(SORT sources)
   foreach(source ${sources})
     get_filename_component(folder ${source} DIRECTORY)
-    file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${folder})
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${folder})
     string(MAKE_C_IDENTIFIER ${folder} folder)
     math(EXPR unit "0${count_${folder}} / 24")
     math(EXPR count_${folder} "0${count_${folder}} + 1")
@@ -32,8 +32,37 @@ endfunction()
 function(timeshare_library name kind)
   add_library(${name} ${kind} ${ARGN})
   timeshare_units(${name})
-  target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled.h)
+  target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/precompiled.h)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+endfunction()
+
+# timeshare_product(NAME SOURCE...): a library that programs link. Three targets of the same objects: NAME, shared, which
+# shows what is marked TIMESHARE_EXPORT; NAME_archive, in which tests see everything; and NAME_objects, which compiles
+# them. A program takes either the shared ones or the archives: with both it would have all twice, the installed services
+# as well.
+function(timeshare_product name)
+  timeshare_library(${name}_objects OBJECT ${ARGN})
+  target_compile_definitions(${name}_objects PRIVATE QT_NO_KEYWORDS)
+  add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
+  add_library(${name}_archive STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${name}_objects>)
+  set_target_properties(${name} ${name}_archive PROPERTIES AUTOMOC OFF LINKER_LANGUAGE CXX)
+  timeshare_product_uses(${name} PUBLIC timeshare_host)
+
+  # Templates of others that our code makes for itself are no part of the interface.
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  target_link_options(${name} PRIVATE "LINKER:--version-script=${exports}")
+  if(NOT TIMESHARE_SANITIZER)
+    target_link_options(${name} PRIVATE LINKER:--no-undefined) # a sanitizer's functions are in the program
+  endif()
+  set_target_properties(${name} PROPERTIES
+    VERSION ${TIMESHARE_PACKAGE_VERSION} SOVERSION ${TIMESHARE_INTERFACE} LINK_DEPENDS ${exports})
+endfunction()
+
+# timeshare_product_uses(NAME PUBLIC|PRIVATE LIBRARY...): what a library of timeshare_product links.
+function(timeshare_product_uses name)
+  foreach(target ${name} ${name}_archive ${name}_objects)
+    target_link_libraries(${target} ${ARGN})
+  endforeach()
 endfunction()
 
 # timeshare_translation_resource(OUT NAME): a resource file with a translation of Qt's own texts, under
@@ -45,22 +74,23 @@ function(timeshare_translation_resource out name)
   if(NOT EXISTS ${folder}/${name})
     message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations5-l10n (setup/packages.sh)")
   endif()
-  set(resource ${CMAKE_BINARY_DIR}/translations.qrc)
+  set(resource ${PROJECT_BINARY_DIR}/translations.qrc)
   file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT
     "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"/timeshare/translations\">\n    <file alias=\"@name@\">@folder@/@name@</file>\n  </qresource>\n</RCC>\n")
   set(${out} ${resource} PARENT_SCOPE)
 endfunction()
 
-# timeshare_formula_resource(OUT FOLDER): a resource file with all formula files below the folder, under
-# :/timeshare/formulas, so that a built program needs no source folder.
-function(timeshare_formula_resource out folder)
-  file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/${folder} ${CMAKE_SOURCE_DIR}/${folder}/*.lua)
+# timeshare_resource(OUT PREFIX FOLDER PATTERN): a resource file with all files of a pattern below the folder, under the
+# prefix, so that a built program needs no source folder.
+function(timeshare_resource out prefix folder pattern)
+  file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/${folder}
+    ${PROJECT_SOURCE_DIR}/${folder}/${pattern})
   set(entries "")
   foreach(file ${found})
-    string(APPEND entries "    <file alias=\"${file}\">${CMAKE_SOURCE_DIR}/${folder}/${file}</file>\n")
+    string(APPEND entries "    <file alias=\"${file}\">${PROJECT_SOURCE_DIR}/${folder}/${file}</file>\n")
   endforeach()
-  set(resource ${CMAKE_BINARY_DIR}/${folder}.qrc)
+  set(resource ${PROJECT_BINARY_DIR}/${folder}.qrc)
   file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT
-    "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"/timeshare/formulas\">\n@entries@  </qresource>\n</RCC>\n")
+    "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"@prefix@\">\n@entries@  </qresource>\n</RCC>\n")
   set(${out} ${resource} PARENT_SCOPE)
 endfunction()

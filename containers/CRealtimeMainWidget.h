@@ -1,6 +1,7 @@
 #pragma once
 
 #include "containers/MainView.h"
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 #include "host/records/RPCUiPortfolioDetail.h"
 #include "host/services/CFormulaManager.h"
@@ -35,7 +36,7 @@ class TradeSettings;
 /// thread only.
 ///
 /// What is told to all panes alike is MainView's; here is what is shown in them, and what happens on an event.
-class CRealtimeMainWidget : public MainView {
+class TIMESHARE_EXPORT CRealtimeMainWidget : public MainView {
     Q_OBJECT
 public:
     CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType);

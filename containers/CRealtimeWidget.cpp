@@ -333,7 +333,7 @@ bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, v
         return true;
     case eDataChanged:
         if (mTitle->refresh(*mDays, data)) {
-            emit crossLineMoved();
+            Q_EMIT crossLineMoved();
         }
         repaintChanged();
         return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "containers/PaneView.h"
+#include "host/Export.h"
 #include "host/services/CFormulaManager.h"
 #include "host/toolkit/Events.h"
 
@@ -18,7 +19,7 @@ class ModelRun;
 ///
 /// How it is built, and what of it is seen, is PaneView's; here is what it requests, which instrument and formulas it
 /// shows, and what it does with the events of its graphs.
-class CRealtimeWidget : public PaneView {
+class TIMESHARE_EXPORT CRealtimeWidget : public PaneView {
     Q_OBJECT
 public:
     /// `id` is the first argument of the events that this pane delivers.
@@ -93,7 +94,7 @@ public:
     void destorySubWidget();
     bool handleEvent(int event, int sub, int param, QString text, void *data) override;
 
-public slots:
+public Q_SLOTS:
     /// Decides about a request that was held back: runs it, or shows the run button.
     void slotDisplayTimeOut();
 

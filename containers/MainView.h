@@ -2,6 +2,7 @@
 
 #include "chartview/IDayRows.h"
 #include "containers/CRealtimeWidget.h"
+#include "host/Export.h"
 #include "host/records/BSONObj.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/Enumerations.h"
@@ -27,7 +28,7 @@ class TemplateBar;
 
 /// The panes of a view beneath one another, with the time scale, the frame over the selected pane, the cross line over
 /// them all and the bar of formula templates; and whatever is told to the panes alike. User-interface thread only.
-class MainView : public GZ::CBaseWidget, public IDayRows {
+class TIMESHARE_EXPORT MainView : public GZ::CBaseWidget, public IDayRows {
     Q_OBJECT
 public:
     ~MainView() override;

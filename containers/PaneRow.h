@@ -64,7 +64,7 @@ public:
     /// Maximises the formula pane of an id, or restores them all; nothing with fewer than two of them.
     void toggleMaximised(int id);
 
-signals:
+Q_SIGNALS:
     /// A pane has taken the cross line to the newest point.
     void crossLineMoved();
 

@@ -254,7 +254,7 @@ void PaneView::repaintChanged() {
     refreshCrossLine();
     const int points = mUiParam->dataCount();
     if (std::exchange(mShownPoints, points) != points) {
-        emit pointCountChanged();
+        Q_EMIT pointCountChanged();
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/BSONObj.h"
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CBaseWidget.h"
@@ -25,7 +26,7 @@ class PaneTitle;
 
 /// What of a pane is seen: title, axis strips, day graphs and cross line, how they are laid out, on which scale the days
 /// are drawn, how many there are. User-interface thread only.
-class PaneView : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT PaneView : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     ~PaneView() override;
@@ -98,13 +99,13 @@ public:
 
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
 
-signals:
+Q_SIGNALS:
     /// The view has another number of points: the newest points of its other panes lie elsewhere.
     void pointCountChanged();
     /// The cross line has followed the newest point: it lies elsewhere in the other panes too.
     void crossLineMoved();
 
-public slots:
+public Q_SLOTS:
     /// Repaints what of the graphs and the cross line has changed, and nothing else.
     void repaintChanged();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CDealDetail.h"
 #include "host/toolkit/CCommonDialog.h"
 
@@ -13,7 +14,7 @@ namespace TC {
 
 /// The deals behind a mark, as they stood when they were set. The layout of its table outlives it in the user's
 /// configuration.
-class CRealtimeDealDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeDealDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     explicit CRealtimeDealDialog(QWidget *parent = nullptr);

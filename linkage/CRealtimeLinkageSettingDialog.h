@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CAccountInfo.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/toolkit/CCommonDialog.h"
@@ -39,7 +40,7 @@ class CMessageTipWidget;
 ///
 /// Not modal, of a fixed size, and hidden rather than destroyed. It follows the trade service once a second, whether it
 /// is shown or not; rows are only ever added.
-class CRealtimeLinkageSettingDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeLinkageSettingDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     using ShowFlags = KindChoice::Flags; ///< by ELinkageShow
@@ -61,7 +62,7 @@ public:
 
     bool handleEvent(int event, int sub, int param, QString text, void *data) override;
 
-public slots:
+public Q_SLOTS:
     /// Takes over what the service has told since the last time.
     void slotTimeout();
     /// The end of a read of the file reader, this dialog's or another one's.

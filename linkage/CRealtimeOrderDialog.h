@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/COrderDetail.h"
 #include "host/toolkit/CCommonDialog.h"
 
@@ -13,7 +14,7 @@ namespace TC {
 
 /// The orders behind a mark, as they stood when they were set. The layout of its table outlives it in the user's
 /// configuration.
-class CRealtimeOrderDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeOrderDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     explicit CRealtimeOrderDialog(QWidget *parent = nullptr);

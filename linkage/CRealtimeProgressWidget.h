@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QColor>
@@ -7,7 +8,7 @@
 namespace TC {
 
 /// How much of a task's item is done: a text over a bar.
-class CRealtimeProgressWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CRealtimeProgressWidget : public GZ::CBaseWidget {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
 public:

@@ -104,7 +104,7 @@ void CRealtimeTaskTableDialog::onUpdateTask(const std::vector<std::string> &stoc
     }
     const std::vector<kvservice::IDataPtr> tasks = followedTasks(*view, instrument);
     if (!tasks.empty() && mShown) {
-        emit sigUpdateTask(tasks);
+        Q_EMIT sigUpdateTask(tasks);
     }
 }
 

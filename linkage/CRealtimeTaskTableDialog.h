@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/CTaskDetail.h"
 #include "host/toolkit/CCommonDialog.h"
@@ -22,7 +23,7 @@ class TaskTable;
 /// that still can be. While it is open it follows every change of tasks that the trade service tells.
 ///
 /// User-interface thread, but for onUpdateTask().
-class CRealtimeTaskTableDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeTaskTableDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     explicit CRealtimeTaskTableDialog(QWidget *parent = nullptr);
@@ -41,11 +42,11 @@ public:
     /// nobody does.
     void onUpdateTask(const std::vector<std::string> &stockKeys);
 
-signals:
+Q_SIGNALS:
     /// The tasks of the shown instrument, as they are now.
     void sigUpdateTask(std::vector<kvservice::IDataPtr> tasks);
 
-public slots:
+public Q_SLOTS:
     /// Shows them. Rows stay in their places, and new ones come after them. While the user is asked whether to cancel a task, the rows stay; the last change is shown then.
     void slotUpdateTask(std::vector<kvservice::IDataPtr> tasks);
 

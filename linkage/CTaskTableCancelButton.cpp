@@ -28,7 +28,7 @@ QString CTaskTableCancelButton::cancelText(int taskId, int commandId) {
 
 void CTaskTableCancelButton::slotCancelTask() {
     const QPointer<CTaskTableCancelButton> alive(this); // it takes the question along when it goes
-    emit questionOpened();
+    Q_EMIT questionOpened();
     const GZ::CMessageBox::Buttons yesAndNo(0x14000);
     const auto answer = GZ::CMessageBox::question(this, tr("提示"), tr("您确定要撤销任务?"), yesAndNo,
                                                   QMessageBox::NoButton, mDetails);
@@ -38,7 +38,7 @@ void CTaskTableCancelButton::slotCancelTask() {
     if (answer == QMessageBox::Yes) {
         CSingletonT<CLinkageManager>::instance().cancelTask(mTaskId, cancelText(mTaskId, mCommandId));
     }
-    emit questionClosed(); // may end the button
+    Q_EMIT questionClosed(); // may end the button
 }
 
 } // namespace TC

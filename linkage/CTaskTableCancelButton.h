@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CSmallNormalButton.h"
 
 #include <QString>
@@ -7,7 +8,7 @@
 namespace TC {
 
 /// Cancels a task, when the user says so once more.
-class CTaskTableCancelButton : public GZ::CSmallNormalButton {
+class TIMESHARE_EXPORT CTaskTableCancelButton : public GZ::CSmallNormalButton {
     Q_OBJECT
 public:
     /// `row` is that of the task's table.
@@ -20,12 +21,12 @@ public:
     /// On whose behalf a task is cancelled, as the trade service is told it.
     static QString cancelText(int taskId, int commandId);
 
-signals:
+Q_SIGNALS:
     /// The user is asked; and has answered. While he is, the button must not go, and the question with it.
     void questionOpened();
     void questionClosed();
 
-public slots:
+public Q_SLOTS:
     void slotCancelTask();
 
 protected:

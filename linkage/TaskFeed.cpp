@@ -14,7 +14,7 @@ TaskFeed::TaskFeed() : mBond(SlotBond<TaskFeed>::make(this)) {
     mConnection = CSingletonT<CLinkageManager>::instance().sigTaskChanged.connect(
         [this, bond = mBond, home = thread()](const std::vector<std::string> &stockKeys) {
             if (QThread::currentThread() == home) {
-                emit changed(stockKeys); // here it lives as long as it is connected
+                Q_EMIT changed(stockKeys); // here it lives as long as it is connected
             } else {
                 bond->with([&stockKeys](TaskFeed &feed) { feed.queue(stockKeys); });
             }
@@ -42,7 +42,7 @@ void TaskFeed::tellAfterInput() {
 void TaskFeed::tell() {
     std::set<std::string> untold;
     mBond->with([&untold](TaskFeed &feed) { std::swap(untold, feed.mUntold); });
-    emit changed({untold.begin(), untold.end()});
+    Q_EMIT changed({untold.begin(), untold.end()});
 }
 
 } // namespace TC

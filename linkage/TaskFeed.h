@@ -21,7 +21,7 @@ public:
     TaskFeed();
     ~TaskFeed() override;
 
-signals:
+Q_SIGNALS:
     /// Tasks of these instruments have changed.
     void changed(const std::vector<std::string> &stockKeys);
 

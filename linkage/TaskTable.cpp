@@ -221,7 +221,7 @@ QWidget *TaskTable::makeStatus(int row) {
     connect(button, &CTaskTableCancelButton::questionOpened, this, [this, button] { mAsking = button; });
     connect(button, &CTaskTableCancelButton::questionClosed, this, [this] {
         mAsking.clear();
-        emit answered();
+        Q_EMIT answered();
     });
     return cellOf(QStringLiteral("realtime_task__details"), {new CSimpleTextWidget(mRows[row].status), button});
 }

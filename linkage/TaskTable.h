@@ -30,7 +30,7 @@ public:
     /// Whether the user is asked just now whether to cancel a task. Its row must stay, and the question with it.
     bool isAsking() const { return mAsking; }
 
-signals:
+Q_SIGNALS:
     /// The user has answered.
     void answered();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CCommonDialog.h"
 
 #include <QDate>
@@ -17,7 +18,7 @@ namespace TC {
 /// Asks for a span of time and for what instruments are ranked by over it, and hands both to the host by event 3180 as a
 /// text of six fields: start and end in seconds since the epoch, the type and the parameter of setRange(), the number of
 /// the criterion and its words. Run with exec(), which answers kConfirmed after that and kCloseButton otherwise.
-class CRealtimeStageDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeStageDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     static constexpr int kConfirmed = 0;

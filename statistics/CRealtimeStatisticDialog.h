@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/COrderDetail.h"
 #include "host/toolkit/CCommonDialog.h"
 #include "statistics/TransactionRequests.h"
@@ -30,7 +31,7 @@ class CWatchPlateWidget;
 /// its bounds by the two edits, which asks the view for another stretch by event 3239; hidden, it tells the view so by
 /// event 3240. Made for a replay, it has a tab in which an order of the user begins the stretch, and a box with which
 /// its end follows the replay.
-class CRealtimeStatisticDialog : public GZ::CCommonDialog {
+class TIMESHARE_EXPORT CRealtimeStatisticDialog : public GZ::CCommonDialog {
     Q_OBJECT
 public:
     CRealtimeStatisticDialog(QWidget *parent, bool isReplay);
@@ -49,7 +50,7 @@ public:
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
     void onUiResourceChanged() override;
 
-public slots:
+public Q_SLOTS:
     /// The start or the end was changed in its edit. One that would turn the stretch round, or leave none, falls back.
     void slotStartTimeChanged(QTime time);
     void slotEndTimeChanged(QTime time);

@@ -93,7 +93,7 @@ void TransactionRequests::emptyInbox() {
 void TransactionRequests::tell(const Answer &answer) {
     if (answer.request >= mTold) {
         mTold = answer.request;
-        emit sigAnswered(answer.stock, answer.records);
+        Q_EMIT sigAnswered(answer.stock, answer.records);
     }
 }
 

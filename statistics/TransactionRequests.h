@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Quotes.h"
 
 #include <QObject>
@@ -13,7 +14,7 @@ namespace TC {
 /// The requests for the transactions of stretches. The service may answer at once, later, never, on any thread and after
 /// this object has gone; here the answers come out on the user-interface thread, and never one of an earlier request
 /// after that of a later one.
-class TransactionRequests : public QObject {
+class TIMESHARE_EXPORT TransactionRequests : public QObject {
     Q_OBJECT
 public:
     using Records = std::vector<std::shared_ptr<quoter::QuoterBase>>;
@@ -24,7 +25,7 @@ public:
     /// Asks for the transactions of an instrument, by its key, from `start` to `end`, in seconds since the epoch.
     void request(const QString &stock, qint64 start, qint64 end);
 
-signals:
+Q_SIGNALS:
     /// What came for an instrument.
     void sigAnswered(const QString &stock, const TC::TransactionRequests::Records &records);
 

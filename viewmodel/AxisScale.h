@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/drawing/IndexBaseData.h"
 #include "viewmodel/AxisTicks.h"
 
@@ -42,7 +43,7 @@ AxisShown planAxis(const IndexBaseData::MaxMinMap &ranges, const AxisLayout &lay
 
 /// The axis of a pane as arithmetic: what its strip shows, and what charts draw their grid and look values up by. Any
 /// thread may ask; one thread says what is shown. A reader that may outlive the strip holds it weakly.
-class AxisScale {
+class TIMESHARE_EXPORT AxisScale {
 public:
     void show(AxisShown shown);
     AxisShown shown() const;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
 namespace TC {
 
 /// A user-defined index.
-class CRealTimeCustomIndexAxis : public CRealtimeBaseFormulaAxis {
+class TIMESHARE_EXPORT CRealTimeCustomIndexAxis : public CRealtimeBaseFormulaAxis {
 public:
     CRealTimeCustomIndexAxis();
     QList<QString> getMainFormula() const override;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
 namespace TC {
 
 /// An ordinary instrument of the catalogue.
-class CRealTimeNomalAxis : public CRealtimeBaseFormulaAxis {
+class TIMESHARE_EXPORT CRealTimeNomalAxis : public CRealtimeBaseFormulaAxis {
 public:
     CRealTimeNomalAxis();
     QList<QString> getMainFormula() const override;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
 namespace TC {
 
 /// A portfolio, under one of its analyses.
-class CRealTimePortfolioAxis : public CRealtimeBaseFormulaAxis {
+class TIMESHARE_EXPORT CRealTimePortfolioAxis : public CRealtimeBaseFormulaAxis {
 public:
     CRealTimePortfolioAxis();
     QList<QString> getMainFormula() const override;

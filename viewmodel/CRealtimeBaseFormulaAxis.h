@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaParam.h"
 
@@ -11,7 +12,7 @@ namespace TC {
 
 /// What differs between the kinds of instrument that a view can show: the formulas of the main chart, how a
 /// request is addressed, and whether the graph has a context menu. Knows the host only.
-class CRealtimeBaseFormulaAxis {
+class TIMESHARE_EXPORT CRealtimeBaseFormulaAxis {
 public:
     virtual ~CRealtimeBaseFormulaAxis() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaParam.h"
 #include "host/records/CIndexDetail.h"
@@ -47,7 +48,7 @@ enum EAddStockFlag : int {
 ///
 /// A minute is a count of whole minutes since midnight (570 is 09:30). An axis index is the position of a
 /// trading minute, 0 to mPointCount - 1; breaks between sessions take no room.
-class CRealtimeUiParam {
+class TIMESHARE_EXPORT CRealtimeUiParam {
 public:
     explicit CRealtimeUiParam(EIndexViewType viewType);
     /// Copies all members; the copy has axis strategies of its own, with the same state and the same one current.

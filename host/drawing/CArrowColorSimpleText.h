@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QColor>
 #include <QFont>
 #include <QList>
@@ -13,7 +15,7 @@ class QRect;
 namespace TC {
 
 /// A line of text in runs, each with a colour of its own and, where it tells a move, an arrow behind it.
-class CArrowColorSimpleText {
+class TIMESHARE_EXPORT CArrowColorSimpleText {
 public:
     enum EArrow : int { eArrowDown = -1, eArrowNone = 0, eArrowUp = 1 };
 

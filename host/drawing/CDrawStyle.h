@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaKey.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/RPCFormulaResult.h"
@@ -36,7 +37,7 @@ class CArrowColorSimpleText;
 /// then `b` to `c` give the same pixels as `a` to `c` at once. Any thread. The pen and the font of the painter are
 /// not kept. A painter with a rectangular clip draws lines twice as fast. Arguments that a style does not mention
 /// have no effect.
-class CDrawStyle {
+class TIMESHARE_EXPORT CDrawStyle {
 public:
     using Range = QPair<double, double>;
     using Series = se::RPCFormulaResultCache;

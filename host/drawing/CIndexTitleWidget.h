@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/drawing/CArrowColorSimpleText.h"
 #include "host/drawing/IndexBaseData.h"
 #include "host/drawing/TitleView.h"
@@ -29,7 +30,7 @@ class TitleContent;
 /// The strip above the graphs of a pane: the instrument, then each formula with the values of its lines at an axis
 /// index, in the colours of the lines, and the overlays. A button's click travels up as eButtonClicked with one of the ids
 /// below. User-interface thread only; the data may change on another thread meanwhile.
-class CIndexTitleWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CIndexTitleWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     /// Ids of the buttons.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "host/Export.h"
+
 namespace TC {
 
 /// Hears of the drawings that the user makes on a graph.
-class IGraphController {
+class TIMESHARE_EXPORT IGraphController {
 public:
     virtual ~IGraphController() = default;
     /// A drawing was finished; `notification` belongs to the drawing layer and is valid during the call. It

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/drawing/IGraphController.h"
 #include "host/records/BSONObj.h"
 #include "host/records/Enumerations.h"
@@ -21,7 +22,7 @@ class DrawingLayer;
 
 /// The user's drawing layer of a graph: lines, rays, rectangles. A drawing keeps its points as (axis index,
 /// value), and follows the chart through the conversions of initConvFunc.
-class IGraphWidget : public IGraphController {
+class TIMESHARE_EXPORT IGraphWidget : public IGraphController {
 public:
     using Conversion = boost::function<QPointF(const QPointF &)>;
 

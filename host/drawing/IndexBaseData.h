@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/drawing/CDrawStyle.h"
 #include "host/drawing/IndexBaseDataReq.h"
 #include "host/records/CFormulaKey.h"
@@ -20,7 +21,7 @@
 namespace TC {
 
 /// Base of the data object of a pane: its series, value ranges, request ids and formula names.
-class IndexBaseData : public QObject, public GZ::CEventDeliverer {
+class TIMESHARE_EXPORT IndexBaseData : public QObject, public GZ::CEventDeliverer {
     Q_OBJECT
 public:
     using MaxMinMap = QMap<CFormulaKey, QPair<double, double>>; ///< first the maximum, second the minimum

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaKey.h"
 
 #include <QHash>
@@ -10,7 +11,7 @@
 namespace TC {
 
 /// Two-way registry between series and request ids. Not locked: its owner does that.
-class IndexBaseDataReq {
+class TIMESHARE_EXPORT IndexBaseDataReq {
 public:
     /// Registers a request id under a key; an earlier id of the key, or key of the id, is replaced. False when
     /// the pair was there already or the id is empty.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 #include "host/records/ValueComparison.h"
 
@@ -22,7 +23,7 @@ struct TitleCurves {
 
 /// What a title strip asks of the view that it belongs to. It is made from the view parameters where these are known,
 /// keeps them alive and reads their public members at each question.
-class TitleView {
+class TIMESHARE_EXPORT TitleView {
 public:
     /// No view: neither of a past day nor of an ordinary instrument.
     TitleView() = default;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -10,7 +12,7 @@
 namespace bson {
 
 /// What reading a document throws.
-class BSONError : public std::runtime_error {
+class TIMESHARE_EXPORT BSONError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
@@ -18,7 +20,7 @@ public:
 class BSONElement;
 
 /// An immutable document with shared content. Of equal keys each stays, in order, and the first counts.
-class BSONObj {
+class TIMESHARE_EXPORT BSONObj {
 public:
     /// The empty document.
     BSONObj();
@@ -53,7 +55,7 @@ private:
 
 /// One field of a document, or element of an array: its key, and a value of some type. The accessors throw BSONError when
 /// it is of another.
-class BSONElement {
+class TIMESHARE_EXPORT BSONElement {
 public:
     /// The key; of an element of an array its position.
     const std::string &key() const { return mKey; }
@@ -81,7 +83,7 @@ private:
 };
 
 /// Builds a document field by field; a key may be given again.
-class BSONObjBuilder {
+class TIMESHARE_EXPORT BSONObjBuilder {
 public:
     BSONObjBuilder();
     ~BSONObjBuilder();

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/IData.h"
 
 namespace kvservice {
 
 /// One trading account of the user.
-class CAccountInfo : public IData {
+class TIMESHARE_EXPORT CAccountInfo : public IData {
 public:
     std::string getKey() const override { return mAccountId; }
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CCommandDetail.h"
 #include "host/records/IData.h"
 
 namespace kvservice {
 
 /// One deal of the user.
-class CDealDetail : public IData {
+class TIMESHARE_EXPORT CDealDetail : public IData {
 public:
     std::string getKey() const override { return mDealKey; }
 

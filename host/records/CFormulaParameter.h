@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 #include <QVector>
 
@@ -8,7 +10,7 @@
 namespace TC {
 
 /// One parameter of a formula: what it is set to, and what it may be set to.
-struct CFormulaParameter {
+struct TIMESHARE_EXPORT CFormulaParameter {
     QString mName;
     QString mText; ///< what it means, for the user; may be empty
     bool mIsText = false; ///< a text parameter: mStrValue counts, otherwise mValue

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/CStockInfo.h"
 
@@ -9,7 +10,7 @@
 namespace TC {
 
 /// One user-defined index.
-class CIndexDetail : public CStockInfo {
+class TIMESHARE_EXPORT CIndexDetail : public CStockInfo {
 public:
     CIndexDetail() = default;
     explicit CIndexDetail(const QString &key) : CStockInfo(key, key) {}

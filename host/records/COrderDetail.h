@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CCommandDetail.h"
 #include "host/records/IData.h"
 
@@ -15,7 +16,7 @@ enum EOrderStatus : int {
 };
 
 /// One order of the user.
-class COrderDetail : public IData {
+class TIMESHARE_EXPORT COrderDetail : public IData {
 public:
     std::string getKey() const override { return mOrderKey; }
 

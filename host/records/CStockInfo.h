@@ -1,11 +1,13 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 namespace TC {
 
 /// One entry of an instrument list.
-class CStockInfo {
+class TIMESHARE_EXPORT CStockInfo {
 public:
     CStockInfo() = default;
     CStockInfo(QString key, QString code) : mCode(std::move(code)), mKey(std::move(key)) {}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CAccountInfo.h"
 #include "host/records/CCommandDetail.h"
 #include "host/records/Enumerations.h"
@@ -38,7 +39,7 @@ enum ETaskStatus : int {
 };
 
 /// One algorithmic task of the user.
-class CTaskDetail : public IData {
+class TIMESHARE_EXPORT CTaskDetail : public IData {
 public:
     std::string getKey() const override { return std::to_string(mTaskId); }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <boost/shared_ptr.hpp>
 
 #include <string>
@@ -7,7 +9,7 @@
 namespace kvservice {
 
 /// Base of every record of the trade service. Records are read-only for the chart view.
-class IData {
+class TIMESHARE_EXPORT IData {
 public:
     virtual ~IData() = default;
     /// Key of the record among those of its kind.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QList>
 #include <QString>
 #include <QtGlobal>
@@ -10,7 +12,7 @@
 namespace quoter {
 
 /// Base of one quote record.
-struct QuoterBase {
+struct TIMESHARE_EXPORT QuoterBase {
     virtual ~QuoterBase() = default;
     qint64 mTime = 0; ///< milliseconds since the epoch
     double mPrice = 0.0; ///< the price that follows the time

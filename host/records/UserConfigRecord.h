@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 namespace TC {
 
 /// The index user configuration: switches of the chart that outlive the program. Always read, changed and
@@ -12,7 +14,7 @@ struct UserConfigRecord {
 };
 
 /// Read and write access to the index user configuration.
-class UserConfigInterface {
+class TIMESHARE_EXPORT UserConfigInterface {
 public:
     virtual ~UserConfigInterface() = default;
     /// A copy of the record.

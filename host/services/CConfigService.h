@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CAccount.h"
 #include "host/records/Enumerations.h"
 #include "host/records/UserConfigRecord.h"
@@ -13,7 +14,7 @@
 namespace TC {
 
 /// Configuration of the program.
-class CConfig {
+class TIMESHARE_EXPORT CConfig {
 public:
     virtual ~CConfig() = default;
     virtual bool conciseStyle() const { return false; }
@@ -24,7 +25,7 @@ public:
 };
 
 /// Configuration of the user who is logged in.
-class CUserConfig {
+class TIMESHARE_EXPORT CUserConfig {
 public:
     virtual ~CUserConfig() = default;
     virtual bool isBoardNewRules() const { return false; }
@@ -43,7 +44,7 @@ public:
 };
 
 /// The host's configuration.
-class CConfigService {
+class TIMESHARE_EXPORT CConfigService {
 public:
     virtual ~CConfigService() = default;
     virtual CConfig *config() = 0; ///< may be null

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QPointF>
@@ -13,7 +14,7 @@ class QRect;
 namespace TC {
 
 /// The host's own drawings on top of a chart.
-class CEnhanceDrawManager {
+class TIMESHARE_EXPORT CEnhanceDrawManager {
 public:
     virtual ~CEnhanceDrawManager() = default;
     /// Draws what belongs to the instrument; `toPixel` turns (time in milliseconds, value) into a pixel.

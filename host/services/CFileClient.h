@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 #include "host/services/CManualSingletonT.h"
 
@@ -10,7 +11,7 @@
 namespace TC {
 
 /// Reads files in the background, for whoever asks.
-class CFileClient : public QObject {
+class TIMESHARE_EXPORT CFileClient : public QObject {
     Q_OBJECT
 public:
     /// Takes one line, without its end, on a thread of the reader. Whatever it answers, the reader reads on.
@@ -21,7 +22,7 @@ public:
     /// spreadsheet and is a text gives its lines as they stand. Empty lines are lines too; there is no heading line.
     virtual void readFileByLine(int &seq, EFileType type, const QString &path, LineHandler lineHandler) = 0;
 
-signals:
+Q_SIGNALS:
     /// The last line of a read has been handed over, or the file could not be read any further: `message` then
     /// says why. Lines before that stay handed over.
     void sigReadFinished(int seq, bool success, QString message);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/BSONObj.h"
 #include "host/records/CFormulaParam.h"
 #include "host/records/Quotes.h"
@@ -34,7 +35,7 @@ using HistoryQuoteCallback =
 
 /// Evaluates formulas. May call back on any thread. A callback object is kept until its request is withdrawn
 /// and is to be released outside the service's own locks.
-class CFormulaManager {
+class TIMESHARE_EXPORT CFormulaManager {
 public:
     virtual ~CFormulaManager() = default;
 

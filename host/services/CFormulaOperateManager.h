@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaCatalogDetail.h"
 #include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaParameter.h"
@@ -11,7 +12,7 @@
 namespace TC {
 
 /// The formula catalogue: its tree, the records, parameters and texts of the formulas.
-class CFormulaOperateManager {
+class TIMESHARE_EXPORT CFormulaOperateManager {
 public:
     virtual ~CFormulaOperateManager() = default;
 

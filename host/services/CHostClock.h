@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QDateTime>
@@ -7,7 +8,7 @@
 namespace TC {
 
 /// The current date and time of the market, at UTC+8. A simulated or replayed market runs its own clock.
-class CHostClock {
+class TIMESHARE_EXPORT CHostClock {
 public:
     virtual ~CHostClock() = default;
     virtual QDateTime currentDateTime() const = 0;

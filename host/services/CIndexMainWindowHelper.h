@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QString>
@@ -7,7 +8,7 @@
 namespace TC {
 
 /// The host's main window, as far as a chart asks for it. User-interface thread.
-class CIndexMainWindowHelper {
+class TIMESHARE_EXPORT CIndexMainWindowHelper {
 public:
     virtual ~CIndexMainWindowHelper() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CIndexDetail.h"
 #include "host/services/CSingletonT.h"
 
@@ -10,7 +11,7 @@
 namespace TC {
 
 /// User-defined indexes.
-class CIndexManager {
+class TIMESHARE_EXPORT CIndexManager {
 public:
     virtual ~CIndexManager() = default;
 

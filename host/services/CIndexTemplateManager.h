@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CIndexTemplate.h"
 #include "host/services/CSingletonT.h"
 
@@ -9,7 +10,7 @@
 namespace TC {
 
 /// What the template bar offers: single formulas and the user's templates.
-class CIndexTemplateManager {
+class TIMESHARE_EXPORT CIndexTemplateManager {
 public:
     virtual ~CIndexTemplateManager() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CAccountInfo.h"
 #include "host/records/CDealDetail.h"
 #include "host/records/COrderDetail.h"
@@ -19,7 +20,7 @@
 namespace TC {
 
 /// The user's trading: accounts, strategies, orders, deals and tasks. Its signals may come on any thread.
-class CLinkageManager {
+class TIMESHARE_EXPORT CLinkageManager {
 public:
     using Keys = std::set<std::string>;
     template <class Record>
@@ -122,9 +123,9 @@ namespace kvservice {
 
 /// Side of an order or deal: direction 48 buys and 49 sells. The offset flag is the exchange's and does not
 /// change the side.
-bool isBuyByDirection(int direction, int offset);
+TIMESHARE_EXPORT bool isBuyByDirection(int direction, int offset);
 
-struct DataHelper {
+struct TIMESHARE_EXPORT DataHelper {
     /// Whether a task item's operation buys.
     static bool isBuy(EOperationType operation);
 };

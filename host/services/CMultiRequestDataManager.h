@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/RPCFormulaResult.h"
 #include "host/services/CSingletonT.h"
 
@@ -10,7 +11,7 @@
 namespace TC {
 
 /// Cache of whole history results, shared by all views. May be called from any thread.
-class CMultiRequestDataManager {
+class TIMESHARE_EXPORT CMultiRequestDataManager {
 public:
     virtual ~CMultiRequestDataManager() = default;
 

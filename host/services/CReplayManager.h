@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CFormulaManager.h"
 
 namespace TC {
 
 /// Market replay: the same results as CFormulaManager, at the replay's own pace.
-class CReplayManager {
+class TIMESHARE_EXPORT CReplayManager {
 public:
     virtual ~CReplayManager() = default;
 

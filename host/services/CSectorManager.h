@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QSet>
@@ -8,7 +9,7 @@
 namespace TC {
 
 /// Sectors, their indexes, and instruments that belong together.
-class CSectorManager {
+class TIMESHARE_EXPORT CSectorManager {
 public:
     virtual ~CSectorManager() = default;
 

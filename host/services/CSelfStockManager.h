@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QString>
@@ -8,7 +9,7 @@
 namespace TC {
 
 /// The user's own lists of instruments. User-interface thread.
-class CSelfStockManager {
+class TIMESHARE_EXPORT CSelfStockManager {
 public:
     virtual ~CSelfStockManager() = default;
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/services/ServicePlaces.h"
+
 #include <atomic>
-#include <cstdio>
-#include <cstdlib>
 #include <typeinfo>
 
 namespace TC {
@@ -13,20 +13,24 @@ template <class T> class CSingletonT {
 public:
     /// The installed service. Ends the program with a message when there is none.
     static T &instance() {
-        T *service = slot().load(std::memory_order_acquire);
+        void *service = place().load(std::memory_order_acquire);
         if (!service) {
-            std::fprintf(stderr, "host service %s is not installed\n", typeid(T).name());
-            std::abort();
+            ServicePlaces::endWithout(typeid(T));
         }
-        return *service;
+        return *static_cast<T *>(service);
     }
+    /// Whether there is one.
+    static bool isInstalled() { return place().load(std::memory_order_acquire) != nullptr; }
     /// Installs a service, or removes it with null. Answers what was installed before.
-    static T *install(T *service) { return slot().exchange(service, std::memory_order_acq_rel); }
+    static T *install(T *service) {
+        return static_cast<T *>(place().exchange(service, std::memory_order_acq_rel));
+    }
 
 private:
-    static std::atomic<T *> &slot() {
-        static std::atomic<T *> service{nullptr};
-        return service;
+    /// Looked up once in each binary.
+    static std::atomic<void *> &place() {
+        static std::atomic<void *> &place = ServicePlaces::of(typeid(T));
+        return place;
     }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CSmartKeyItem.h"
 #include "host/services/CSingletonT.h"
 
@@ -9,7 +10,7 @@
 namespace TC {
 
 /// Answers what a user types: instruments, user-defined indexes, shortcuts.
-class CSmartKeyManager {
+class TIMESHARE_EXPORT CSmartKeyManager {
 public:
     virtual ~CSmartKeyManager() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/services/CSingletonT.h"
 
@@ -10,7 +11,7 @@ namespace TC {
 
 /// The instrument catalogue and its trading days. A date is a 32-bit count of seconds since the epoch at the
 /// midnight (UTC+8) of that day.
-class CStockManager {
+class TIMESHARE_EXPORT CStockManager {
 public:
     virtual ~CStockManager() = default;
 

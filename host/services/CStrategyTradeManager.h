@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QString>
@@ -14,7 +15,7 @@ struct CStrategyInfo {
 };
 
 /// Strategies and their back-tests.
-class CStrategyTradeManager {
+class TIMESHARE_EXPORT CStrategyTradeManager {
 public:
     virtual ~CStrategyTradeManager() = default;
 

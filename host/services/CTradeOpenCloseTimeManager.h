@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QPair>
@@ -9,7 +10,7 @@
 namespace TC {
 
 /// Trading sessions of instruments.
-class CTradeOpenCloseTimeManager {
+class TIMESHARE_EXPORT CTradeOpenCloseTimeManager {
 public:
     virtual ~CTradeOpenCloseTimeManager() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <QString>
@@ -9,7 +10,7 @@
 namespace se {
 
 /// Fresh ids.
-class IdGenerator {
+class TIMESHARE_EXPORT IdGenerator {
 public:
     virtual ~IdGenerator() = default;
 

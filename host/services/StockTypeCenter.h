@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/services/CSingletonT.h"
 
 #include <string>
@@ -9,7 +10,7 @@ namespace kvservice {
 /// What type an instrument is of. The chart view asks for these numbers:
 /// 126, 100017 (long afternoon), 277, 10006 (growth board), 10019, 135 (convertible bonds), 100013, 105, 10008
 /// (funds that publish an indicative net value), 100003 (volume counted in lots).
-class StockTypeCenter {
+class TIMESHARE_EXPORT StockTypeCenter {
 public:
     virtual ~StockTypeCenter() = default;
 

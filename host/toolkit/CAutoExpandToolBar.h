@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CWidgetList.h"
 
 #include <QMargins>
@@ -8,7 +9,7 @@
 namespace GZ {
 
 /// A row of controls on a ground of its own, from the left; wider than its controls it has free room at the right.
-class CAutoExpandToolBar : public CWidgetList {
+class TIMESHARE_EXPORT CAutoExpandToolBar : public CWidgetList {
     Q_OBJECT
 public:
     explicit CAutoExpandToolBar(QWidget *parent = nullptr);

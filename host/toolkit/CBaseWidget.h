@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 #include "host/toolkit/CUiResource.h"
 
 namespace GZ {
 
 /// Base of the widgets of a view: takes part in the event bus, follows the theme.
-class CBaseWidget : public CEventWidgetT<QWidget>, public CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CBaseWidget : public CEventWidgetT<QWidget>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
     explicit CBaseWidget(QWidget *parent = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 
 #include <QCheckBox>
@@ -9,7 +10,7 @@ namespace GZ {
 
 /// A check box with an id. When the user checks or unchecks it, it delivers eCheckBoxToggled with its id, 1 when it
 /// is checked now and 0 otherwise, and its object name; checked by the program it delivers nothing.
-class CCheckBox : public CEventWidgetT<QCheckBox> {
+class TIMESHARE_EXPORT CCheckBox : public CEventWidgetT<QCheckBox> {
     Q_OBJECT
 public:
     CCheckBox(const QString &text, int id, QWidget *parent = nullptr);

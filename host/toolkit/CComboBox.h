@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 
 #include <QComboBox>
@@ -8,7 +9,7 @@ namespace GZ {
 
 /// A combo box with an id. When the user picks an entry, it delivers eComboBoxChanged with its id, the index of the
 /// entry and its text; changed by the program it delivers nothing.
-class CComboBox : public CEventWidgetT<QComboBox> {
+class TIMESHARE_EXPORT CComboBox : public CEventWidgetT<QComboBox> {
     Q_OBJECT
 public:
     explicit CComboBox(int id, QWidget *parent = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 #include "host/toolkit/CUiResource.h"
 
@@ -16,7 +17,7 @@ class CPushButton;
 /// Base of the dialogs of a view: a title strip with a button that closes, a frame, and one inner widget between them.
 /// The strip moves the dialog and the frame resizes it, unless its size is fixed. Takes part in the event bus: what its
 /// controls deliver reaches handleEvent(), and what that does not consume travels on to its parent.
-class CCommonDialog : public CEventWidgetT<QDialog>, public CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CCommonDialog : public CEventWidgetT<QDialog>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
     static constexpr int kCloseButton = 101; ///< id of the title button, as eButtonClicked tells it

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CWidgetList.h"
 
 #include <QMap>
@@ -12,7 +13,7 @@ class WidgetSplitter;
 
 /// A list whose widgets the user resizes with the mouse: before each widget that asks for it stands a splitter, a line
 /// of one pixel. Dragging one moves stretch between its two neighbours; all others keep their lengths.
-class CDragWidgetList : public CWidgetList {
+class TIMESHARE_EXPORT CDragWidgetList : public CWidgetList {
     Q_OBJECT
 public:
     explicit CDragWidgetList(Qt::Orientation orientation, QWidget *parent = nullptr);

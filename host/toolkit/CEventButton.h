@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 #include "host/toolkit/CUiResource.h"
 
@@ -10,7 +11,7 @@ namespace GZ {
 
 /// What all buttons of the toolkit have in common: an id, a font of the theme, another look under the mouse. A click
 /// delivers eButtonClicked with the button's id, 1 when it is checked and 0 otherwise, and no text.
-class CEventButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CEventButton : public CEventWidgetT<QPushButton>, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
     explicit CEventButton(int id, QWidget *parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 #include <memory>
@@ -15,7 +17,7 @@ namespace GZ {
 /// user-interface thread and returns at once, without waiting for anything. A queued event holds its sender and
 /// receiver weakly: when either has gone by the time it is due, it is dropped with whatever its pointer pointed
 /// at. A participant that may be destroyed on another thread calls retire() first thing in its destructor.
-class CEventDeliverer {
+class TIMESHARE_EXPORT CEventDeliverer {
 public:
     /// `next` hears of what this participant delivers. It may go before this one does.
     explicit CEventDeliverer(CEventDeliverer *next = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventDeliverer.h"
 
 #include <QWidget>
@@ -8,7 +9,7 @@ namespace GZ {
 
 /// Makes a widget class a participant of the event bus. Its next participant is the nearest one among its
 /// ancestors.
-template <class Widget> class CEventWidgetT : public Widget, public CEventDeliverer {
+template <class Widget> class TIMESHARE_EXPORT CEventWidgetT : public Widget, public CEventDeliverer {
 public:
     explicit CEventWidgetT(QWidget *parent = nullptr) : Widget(parent) {}
 

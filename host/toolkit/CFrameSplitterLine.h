@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 namespace GZ {
 
 /// A line of one colour between two parts of a frame; nothing can be dragged.
-class CFrameSplitterLine : public CBaseWidget {
+class TIMESHARE_EXPORT CFrameSplitterLine : public CBaseWidget {
     Q_OBJECT
 public:
     /// A horizontal line has `thickness` pixels as its fixed height, a vertical one as its fixed width.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 
 #include <QGroupBox>
@@ -10,7 +11,7 @@ class QVBoxLayout;
 namespace GZ {
 
 /// A frame with a title around one widget.
-class CGroupBox : public CEventWidgetT<QGroupBox> {
+class TIMESHARE_EXPORT CGroupBox : public CEventWidgetT<QGroupBox> {
     Q_OBJECT
 public:
     explicit CGroupBox(const QString &title, QWidget *parent = nullptr);

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 namespace GZ {
 
 /// A frame over another widget, which it never takes the mouse from.
-class CHighlightWidget : public CBaseWidget {
+class TIMESHARE_EXPORT CHighlightWidget : public CBaseWidget {
     Q_OBJECT
 public:
     explicit CHighlightWidget(QWidget *parent = nullptr);

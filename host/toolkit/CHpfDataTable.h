@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/IData.h"
 #include "host/toolkit/COddEvenRowTable.h"
 
@@ -7,7 +8,7 @@ namespace GZ {
 
 /// A table of records of the trade service, a row for each. Its type chooses the columns: those of a type that it does
 /// not know are the key of the record alone.
-class CHpfDataTable : public COddEvenRowTable {
+class TIMESHARE_EXPORT CHpfDataTable : public COddEvenRowTable {
     Q_OBJECT
 public:
     enum EType : int {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QMessageBox>
 #include <QString>
 
@@ -7,7 +9,7 @@ namespace GZ {
 
 /// Message boxes in the look of the theme. Each blocks until the user has answered, and answers the button; closing it
 /// is Cancel, else No, else the only button. `details` stand under the text, in lines of their own.
-class CMessageBox {
+class TIMESHARE_EXPORT CMessageBox {
 public:
     using Button = QMessageBox::StandardButton;
     using Buttons = QMessageBox::StandardButtons;

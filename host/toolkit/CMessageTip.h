@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 class QWidget;
@@ -7,7 +9,7 @@ class QWidget;
 namespace GZ {
 
 /// A short message in a bubble beside a widget. It blocks nothing, takes no focus, and goes by itself.
-class CMessageTip {
+class TIMESHARE_EXPORT CMessageTip {
 public:
     /// Shows a text at a side of a widget: Qt::AlignBottom (64) beneath it, Qt::AlignTop above, Qt::AlignLeft or
     /// Qt::AlignRight beside; any other value is beneath. It goes after `seconds`, at a click on it, and with the

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CStandardTable.h"
 
 namespace GZ {
 
 /// A table whose rows have two grounds in turn.
-class COddEvenRowTable : public CStandardTable {
+class TIMESHARE_EXPORT COddEvenRowTable : public CStandardTable {
     Q_OBJECT
 public:
     COddEvenRowTable(int id, int menuFlags, QWidget *parent = nullptr);

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QAction>
 #include <QString>
 
 namespace GZ {
 
 /// A menu entry that carries a number and a text, and tells them when it is chosen.
-class CParameterAction : public QAction {
+class TIMESHARE_EXPORT CParameterAction : public QAction {
     Q_OBJECT
 public:
     CParameterAction(const QString &caption, int number, const QString &parameter, QObject *parent = nullptr);
@@ -14,7 +16,7 @@ public:
     int number() const { return mNumber; }
     const QString &parameter() const { return mParameter; }
 
-signals:
+Q_SIGNALS:
     /// The entry was chosen.
     void triggered(bool checked, int number, const QString &parameter);
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventButton.h"
 
 namespace GZ {
 
 /// A button with an image of the theme. A click delivers eButtonClicked with the button's id, 1 when it is checked
 /// and 0 otherwise, and no text.
-class CPushButton : public CEventButton {
+class TIMESHARE_EXPORT CPushButton : public CEventButton {
     Q_OBJECT
 public:
     /// The image is stretched over the button: its columns between `left` and `right` and its rows between `top` and

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QList>
@@ -13,7 +14,7 @@ class CSmallNormalButton;
 
 /// Buttons side by side in one frame, one of which is checked. A click on one checks it and delivers eButtonClicked
 /// with its id and 1.
-class CPushButtonGroup : public CBaseWidget {
+class TIMESHARE_EXPORT CPushButtonGroup : public CBaseWidget {
     Q_OBJECT
 public:
     /// The frame and the lines between the buttons have the colour of that key.

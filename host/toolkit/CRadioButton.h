@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 
 #include <QRadioButton>
@@ -9,7 +10,7 @@ namespace GZ {
 
 /// A radio button with an id, one of those of its parent. When the user picks it, it delivers eRadioButtonPicked with
 /// its id, 1 and its object name; picked by the program it delivers nothing.
-class CRadioButton : public CEventWidgetT<QRadioButton> {
+class TIMESHARE_EXPORT CRadioButton : public CEventWidgetT<QRadioButton> {
     Q_OBJECT
 public:
     CRadioButton(const QString &text, int id, QWidget *parent = nullptr);

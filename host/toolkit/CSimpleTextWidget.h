@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QString>
@@ -7,7 +8,7 @@
 namespace GZ {
 
 /// A line of text in a colour of the theme, as wide as it is.
-class CSimpleTextWidget : public CBaseWidget {
+class TIMESHARE_EXPORT CSimpleTextWidget : public CBaseWidget {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
 public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CEventButton.h"
 
 #include <array>
@@ -8,7 +9,7 @@ namespace GZ {
 
 /// A small button with a text on a flat ground. A click delivers eButtonClicked with the button's id, 1 when it is
 /// checked and 0 otherwise, and no text.
-class CSmallNormalButton : public CEventButton {
+class TIMESHARE_EXPORT CSmallNormalButton : public CEventButton {
     Q_OBJECT
 public:
     /// The ground has a line around it of `border` pixels, none for 0, and corners of that radius.

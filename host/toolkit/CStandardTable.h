@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CUiResource.h"
 
 #include <QList>
@@ -20,7 +21,7 @@ class RowOrder;
 /// can be kept as a text.
 ///
 /// Whatever is done to its rows, what stays of them keeps its widgets and stays selected.
-class CStandardTable : public QTableWidget, public CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CStandardTable : public QTableWidget, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
     /// What a table does. A new one does everything but the last.

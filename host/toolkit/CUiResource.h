@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPixmap>
@@ -12,7 +14,7 @@ namespace GZ {
 /// handler, as a warning, and gives a visible default: magenta, the default font, a crossed box.
 ///
 /// Reading is safe on any thread; the theme is changed on the user-interface thread.
-class CUiResource {
+class TIMESHARE_EXPORT CUiResource {
 public:
     static CUiResource &instance();
 
@@ -39,7 +41,7 @@ private:
 };
 
 /// Hears of a changed theme, on the user-interface thread.
-class CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CUiResourceChangeHandler {
 public:
     CUiResourceChangeHandler();
     virtual ~CUiResourceChangeHandler();

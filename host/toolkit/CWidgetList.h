@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QMargins>
@@ -23,7 +24,7 @@ struct CWidgetListItem {
 /// Lays widgets out in a row or a column: those with a fixed length get it, the others share the rest by stretch. The
 /// widgets become children of the list. A hidden widget takes no room. Lengths follow sizes and visibility of the
 /// widgets by themselves.
-class CWidgetList : public CBaseWidget {
+class TIMESHARE_EXPORT CWidgetList : public CBaseWidget {
     Q_OBJECT
 public:
     /// Where a widget lies across the list: along one edge, in the middle (none), or from edge to edge (both).

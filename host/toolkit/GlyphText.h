@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <Qt>
 
 #include <memory>
@@ -17,7 +19,7 @@ namespace GZ {
 /// needs shaping, such as one with combining marks or from right to left, is left to QPainter.
 ///
 /// Of one thread.
-class GlyphText {
+class TIMESHARE_EXPORT GlyphText {
 public:
     explicit GlyphText(const QFont &font);
     ~GlyphText();

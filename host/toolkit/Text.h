@@ -3,6 +3,7 @@
 /// \file
 /// Text and time helpers of the toolkit.
 
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 
 #include <QDateTime>
@@ -19,11 +20,12 @@ namespace GZ {
 /// appends "万", "亿" or "万亿". `grouped` puts commas between groups of three digits. A number that is not
 /// finite, or is the unset value, gives `fallback`. Negative zero is written without its sign. `decimals` is
 /// held to 0..10.
-QString formatDoubleNumber(long double number, int decimals, int flags, bool grouped, const QString &fallback);
+TIMESHARE_EXPORT QString formatDoubleNumber(long double number, int decimals, int flags, bool grouped,
+                                            const QString &fallback);
 
 /// Decimals of a value beside a graph: those of `precision`, but at least 2 where eFormatScaled writes the value in
 /// units of 万 or larger.
-int getGraphShowTick(double value, int precision);
+TIMESHARE_EXPORT int getGraphShowTick(double value, int precision);
 
 /// UTF-8 text as QString.
 inline QString sToQs(const std::string &text) {
@@ -46,6 +48,6 @@ inline QDate exchangeDate(qint64 seconds) {
 namespace utils {
 
 /// Local clock time of milliseconds since the epoch, as the number HHMMSS.
-int millisecondsToTime(qint64 milliseconds);
+TIMESHARE_EXPORT int millisecondsToTime(qint64 milliseconds);
 
 } // namespace utils

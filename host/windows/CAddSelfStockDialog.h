@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CUiResource.h"
 
 #include <QDialog>
@@ -13,7 +14,7 @@ namespace TC {
 
 /// Adds instruments to one of the user's own lists, or to a new one that is named here. A refusal of the host is shown,
 /// and the dialog stays open.
-class CAddSelfStockDialog : public QDialog, public GZ::CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CAddSelfStockDialog : public QDialog, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     explicit CAddSelfStockDialog(const QVector<QString> &keys, QWidget *parent = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Enumerations.h"
 
 #include <QString>
@@ -11,7 +12,7 @@ class QWidget;
 namespace TC {
 
 /// The editor windows of formulas. User-interface thread.
-class CFormulaEditorManager {
+class TIMESHARE_EXPORT CFormulaEditorManager {
 public:
     using ApplyFunction =
         std::function<void(const QString &name, EFormulaLanguage language, corvane::ERunMode mode)>;

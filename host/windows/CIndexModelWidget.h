@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CIndexTemplate.h"
 #include "host/toolkit/CBaseWidget.h"
 
@@ -14,7 +15,7 @@ namespace TC {
 /// The bar beneath the panes that offers single formulas and the user's templates of formulas. A click on one of them
 /// travels up as eTemplateChosen, with 1 for a template and 0 for a formula as its second number, and the name as text.
 /// Those that are in use stand out.
-class CIndexModelWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CIndexModelWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     explicit CIndexModelWidget(QWidget *parent = nullptr);
@@ -47,7 +48,7 @@ public:
 
     void onUiResourceChanged() override;
 
-public slots:
+public Q_SLOTS:
     /// The service has its templates.
     void slotIndexTemplateInited();
 

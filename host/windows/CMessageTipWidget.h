@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CUiResource.h"
 
 #include <QPoint>
@@ -9,7 +10,7 @@ namespace TC {
 
 /// A small window that stands for one that is put away. It shows its tool tip as its text, stays over other windows,
 /// is dragged with the mouse, and tells of a double click. It keeps no program going.
-class CMessageTipWidget : public QWidget, public GZ::CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CMessageTipWidget : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     /// `id` tells several of them apart.
@@ -18,7 +19,7 @@ public:
 
     void onUiResourceChanged() override;
 
-signals:
+Q_SIGNALS:
     void sigMouseDoubleClick();
 
 protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CFormulaParameter.h"
 #include "host/toolkit/CUiResource.h"
 
@@ -17,7 +18,7 @@ namespace TC {
 ///
 /// A value outside its range, or one that is no number, is marked, and the dialog stays open with the reason; what was
 /// accepted is kept by the formula catalogue.
-class CModifyModelParamDialog : public QDialog, public GZ::CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CModifyModelParamDialog : public QDialog, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     using ChangedFunction = std::function<void(const QString &name)>;
@@ -36,7 +37,7 @@ public:
     void accept() override;
     void onUiResourceChanged() override;
 
-signals:
+Q_SIGNALS:
     /// Parameters were changed and kept.
     void parametersChanged(const QString &name);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/CSmartKeyItem.h"
 #include "host/toolkit/CUiResource.h"
 
@@ -18,7 +19,7 @@ namespace TC {
 /// The window in which an instrument is picked by typing its code, its pinyin initials or its name. One for the whole
 /// program, not modal. Up, Down, Page Up, Page Down, Home and End choose in the list, Enter or a click picks, Escape
 /// closes.
-class CSmartKeyboardDialog : public QDialog, public GZ::CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CSmartKeyboardDialog : public QDialog, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     using PickCallback = boost::function<void(const CStockInfo &, ESmartKeyType)>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/toolkit/CUiResource.h"
 
 #include <QDialog>
@@ -9,7 +10,7 @@ class QPlainTextEdit;
 namespace TC {
 
 /// Shows the variables of a formula at the cursor. Not modal.
-class CViewVariableDialog : public QDialog, public GZ::CUiResourceChangeHandler {
+class TIMESHARE_EXPORT CViewVariableDialog : public QDialog, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
     explicit CViewVariableDialog(QWidget *parent = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/records/Quotes.h"
 #include "host/toolkit/CBaseWidget.h"
 
@@ -13,7 +14,7 @@ namespace TC {
 class TransactionList;
 
 /// Lists transactions of an instrument: time, price, volume and amount. Without any it says so.
-class CWatchPlateWidget : public GZ::CBaseWidget {
+class TIMESHARE_EXPORT CWatchPlateWidget : public GZ::CBaseWidget {
     Q_OBJECT
 public:
     using Records = std::vector<std::shared_ptr<quoter::QuoterBase>>;

@@ -203,7 +203,7 @@ TerminalSettings settingsOf(const CommandLineOptions &options) {
 /// Opens the services; null, with the reason, when that fails.
 std::unique_ptr<TerminalServices> openServices(const CommandLineOptions &options, QString &error) {
     const TerminalSettings settings = settingsOf(options);
-    if (!copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), settings.scripts)) {
+    if (!copyMissingFiles(builtInScripts(), settings.scripts)) {
         qWarning("%s: the script models that come with the terminal could not be put there",
                  qPrintable(settings.scripts));
     }

@@ -8,6 +8,11 @@
 
 #include <boost/make_shared.hpp>
 
+/// A static library leaves out what nobody names. Outside all namespaces, as it must be.
+static void loadScriptResource() {
+    Q_INIT_RESOURCE(scripts);
+}
+
 namespace terminal {
 namespace {
 
@@ -25,6 +30,12 @@ void takeParameter(TC::CFormulaDetail &detail, const QString &name, const QStrin
         detail.mParamNames.append(name);
         detail.mParamValues.append(number);
     }
+}
+
+/// Copies a file, which may be a resource and as such read-only, to one that the user may change.
+bool copyForUser(const QString &from, const QString &to) {
+    return QFile::copy(from, to) &&
+           QFile::setPermissions(to, QFile::permissions(to) | QFile::ReadOwner | QFile::WriteOwner);
 }
 
 } // namespace
@@ -65,6 +76,11 @@ QVector<TC::CFormulaDetailPtr> readScriptModels(const QString &folder) {
     return models;
 }
 
+QString builtInScripts() {
+    loadScriptResource();
+    return QStringLiteral(":/timeshare/scripts");
+}
+
 bool copyMissingFiles(const QString &from, const QString &to) {
     if (!QDir().mkpath(to)) {
         return false;
@@ -72,7 +88,7 @@ bool copyMissingFiles(const QString &from, const QString &to) {
     bool good = true;
     for (const QFileInfo &info : QDir(from).entryInfoList(QDir::Files)) {
         const QString target = QDir(to).filePath(info.fileName());
-        good = (QFile::exists(target) || QFile::copy(info.filePath(), target)) && good;
+        good = (QFile::exists(target) || copyForUser(info.filePath(), target)) && good;
     }
     return good;
 }

@@ -21,6 +21,9 @@ TC::CFormulaDetail readScriptModelHeader(const QString &name, const QByteArray &
 /// The records of all models of a folder, by name: its files of upper-case names that end with ".py".
 QVector<TC::CFormulaDetailPtr> readScriptModels(const QString &folder);
 
+/// The folder, among the program's resources, of the models that come with it.
+QString builtInScripts();
+
 /// Copies the files of a folder that another one lacks; those that are there stay as the user has them. False when
 /// the folder cannot be made or a file cannot be copied.
 bool copyMissingFiles(const QString &from, const QString &to);

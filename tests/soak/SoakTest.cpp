@@ -63,7 +63,7 @@ protected:
         settings.scripts = mFolder.path() + "/scripts";
         settings.speed = SimulatedClock::kFastest;
         settings.start = timeOf(QDate(2026, 11, 20), 570);
-        ASSERT_TRUE(copyMissingFiles(QStringLiteral(TIMESHARE_SOURCE_DIR "/scripts"), settings.scripts));
+        ASSERT_TRUE(copyMissingFiles(builtInScripts(), settings.scripts));
         QString error;
         mServices = TerminalServices::open(settings, error);
         ASSERT_TRUE(mServices) << qPrintable(error);

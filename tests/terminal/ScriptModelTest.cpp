@@ -402,10 +402,15 @@ TEST(ScriptModelCatalogue, CopyingLeavesTheUsersFilesAlone) {
     ASSERT_TRUE(own.open(QIODevice::WriteOnly));
     own.write("mine");
     own.close();
-    EXPECT_TRUE(copyMissingFiles(kScripts, target));
+    EXPECT_TRUE(copyMissingFiles(builtInScripts(), target));
     EXPECT_EQ(QFileInfo(own).size(), 4);
-    EXPECT_TRUE(QFile::exists(target + "/GROUPRANK.py"));
-    EXPECT_TRUE(QFile::exists(target + "/timeshare_model.py"));
+    for (const QString name : {"/GROUPRANK.py", "/timeshare_model.py"}) {
+        QFile copied(target + name);
+        QFile source(kScripts + name);
+        ASSERT_TRUE(copied.open(QIODevice::ReadOnly) && source.open(QIODevice::ReadOnly)) << qPrintable(name);
+        EXPECT_EQ(copied.readAll(), source.readAll());
+        EXPECT_TRUE(copied.permissions() & QFile::WriteOwner) << "the user may change it";
+    }
 }
 
 namespace {

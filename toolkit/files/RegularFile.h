@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QString>
@@ -9,7 +11,7 @@ namespace GZ {
 /// A file that is opened for reading and never waited for: one of the disk, through links too, or one of the program's
 /// resources. A pipe, a device, a socket and a folder are none. However large a file is, or grows while it is read, no
 /// more is taken of it than was asked for. The first fault stays; with one nothing is read any more.
-class RegularFile {
+class TIMESHARE_EXPORT RegularFile {
 public:
     enum EFault { eNone, eMissing, eNotRegular, eUnreadable, eTooLarge };
 

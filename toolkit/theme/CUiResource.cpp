@@ -16,6 +16,11 @@
 #include <unordered_map>
 #include <vector>
 
+/// An archive leaves out what nobody names. Outside all namespaces, as it must be.
+static void loadThemeResource() {
+    Q_INIT_RESOURCE(themes);
+}
+
 namespace GZ {
 namespace {
 
@@ -144,6 +149,7 @@ bool CUiResource::Private::load(const QString &nameOrPath, QString *error) {
 }
 
 CUiResource::CUiResource() : mPrivate(new Private) {
+    loadThemeResource();
     mPrivate->mTable = std::make_shared<const ThemeTable>();
     QString error;
     if (!mPrivate->load(builtInThemes().first(), &error)) {

@@ -6,7 +6,7 @@ CParameterAction::CParameterAction(const QString &caption, int number, const QSt
                                    QObject *parent)
     : QAction(caption, parent), mNumber(number), mParameter(parameter) {
     connect(this, &QAction::triggered, this,
-            [this](bool checked) { emit triggered(checked, mNumber, mParameter); });
+            [this](bool checked) { Q_EMIT triggered(checked, mNumber, mParameter); });
 }
 
 } // namespace GZ

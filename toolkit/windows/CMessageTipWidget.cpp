@@ -60,7 +60,7 @@ void CMessageTipWidget::mouseReleaseEvent(QMouseEvent *) {
 void CMessageTipWidget::mouseDoubleClickEvent(QMouseEvent *event) {
     mDragging = false;
     if (event->button() == Qt::LeftButton) {
-        emit sigMouseDoubleClick();
+        Q_EMIT sigMouseDoubleClick();
     }
 }
 

@@ -160,7 +160,7 @@ void CModifyModelParamDialog::accept() {
         return;
     }
     QDialog::accept();
-    emit parametersChanged(mName);
+    Q_EMIT parametersChanged(mName);
     if (changedFunction()) {
         changedFunction()(mName);
     }

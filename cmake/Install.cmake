@@ -1,0 +1,45 @@
+# What is installed, in three components, each a Debian package: runtime (libtimeshare1), development (libtimeshare-dev)
+# and terminal (timeshare-terminal).
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set_target_properties(timeshare_host PROPERTIES EXPORT_NAME host)
+set_target_properties(timeshare_toolkit PROPERTIES EXPORT_NAME toolkit INSTALL_RPATH "$ORIGIN")
+set_target_properties(timeshare PROPERTIES EXPORT_NAME chart INSTALL_RPATH "$ORIGIN")
+install(TARGETS timeshare_host timeshare_toolkit timeshare EXPORT timeshareTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/timeshare COMPONENT development)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/timeshare)
+install(EXPORT timeshareTargets NAMESPACE timeshare:: DESTINATION ${package_folder} COMPONENT development)
+configure_package_config_file(cmake/package/timeshareConfig.cmake.in ${PROJECT_BINARY_DIR}/package/timeshareConfig.cmake
+  INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/package/timeshareConfigVersion.cmake
+  VERSION ${TIMESHARE_PACKAGE_VERSION} COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/package/timeshareConfig.cmake ${PROJECT_BINARY_DIR}/package/timeshareConfigVersion.cmake
+  DESTINATION ${package_folder} COMPONENT development)
+
+# Wherever the tree is put: folders from the place of the file.
+set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH TIMESHARE_PREFIX_FROM_PC /prefix/${pc_folder} /prefix)
+string(REGEX REPLACE "/$" "" TIMESHARE_PREFIX_FROM_PC ${TIMESHARE_PREFIX_FROM_PC})
+configure_file(cmake/package/timeshare.pc.in ${PROJECT_BINARY_DIR}/package/timeshare.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/package/timeshare.pc DESTINATION ${pc_folder} COMPONENT development)
+install(FILES docs/embedding.md docs/events.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtimeshare-dev
+  COMPONENT development)
+
+if(TIMESHARE_TERMINAL)
+  # The terminal looks for its two helpers beside itself, and follows links to where it really lies.
+  set(program_folder ${CMAKE_INSTALL_LIBEXECDIR}/timeshare)
+  file(RELATIVE_PATH to_libraries /prefix/${program_folder} /prefix/${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(timeshare-terminal PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
+  install(TARGETS timeshare-terminal timeshare-supervisor timeshare-reader DESTINATION ${program_folder} COMPONENT terminal)
+  file(RELATIVE_PATH to_program /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${program_folder}/timeshare-terminal)
+  file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/package)
+  file(CREATE_LINK ${to_program} ${PROJECT_BINARY_DIR}/package/timeshare-terminal SYMBOLIC)
+  install(FILES ${PROJECT_BINARY_DIR}/package/timeshare-terminal DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT terminal)
+  install(FILES docs/guide.md docs/formulas.md docs/catalogue.md docs/scripts.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/timeshare-terminal COMPONENT terminal)
+endif()
+
+include(cmake/Packages.cmake)

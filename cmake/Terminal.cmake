@@ -1,0 +1,42 @@
+# The reference terminal.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
+find_package(PkgConfig REQUIRED)
+# The C++ build of Lua: its errors unwind the stack.
+pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.4-c++)
+pkg_check_modules(freexl REQUIRED IMPORTED_TARGET freexl)
+
+# Its services and windows. Who links them says which of the libraries it takes: the shared ones, as the terminal does, or
+# the archives.
+timeshare_sources(terminal_sources terminal)
+list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|supervisor)/main\\.cpp$|terminal/files/reader/")
+timeshare_resource(formula_resource /timeshare/formulas formulas *.lua)
+timeshare_resource(script_resource /timeshare/scripts scripts *.py)
+timeshare_translation_resource(translation_resource qtbase_zh_CN.qm)
+timeshare_library(timeshare_terminal STATIC ${terminal_sources} ${formula_resource} ${script_resource}
+                  ${translation_resource})
+set_target_properties(timeshare_terminal PROPERTIES AUTORCC ON)
+target_link_libraries(timeshare_terminal PUBLIC timeshare_host Qt5::Sql
+                                         PRIVATE log4cxx mongo::bson_shared PkgConfig::lua)
+
+# What the terminal runs script models with; it stands beside the terminal.
+add_executable(timeshare-supervisor terminal/supervisor/main.cpp terminal/supervisor/ProcessTree.cpp)
+target_include_directories(timeshare-supervisor PRIVATE ${PROJECT_SOURCE_DIR})
+add_dependencies(timeshare_terminal timeshare-supervisor)
+
+# The program beside it that parses binary files of other makers. Its limits leave a sanitizer no room.
+timeshare_sources(reader_sources terminal/files/reader)
+list(FILTER reader_sources EXCLUDE REGEX "/main\\.cpp$")
+add_library(timeshare_reader STATIC ${reader_sources})
+target_include_directories(timeshare_reader PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(timeshare_reader PRIVATE PkgConfig::freexl)
+if(TIMESHARE_SANITIZER)
+  target_compile_options(timeshare_reader PUBLIC -fno-sanitize=all)
+  target_link_options(timeshare_reader PUBLIC -fno-sanitize=all)
+endif()
+add_executable(timeshare-reader terminal/files/reader/main.cpp)
+target_link_libraries(timeshare-reader PRIVATE timeshare_reader)
+set_target_properties(timeshare_reader timeshare-reader PROPERTIES AUTOMOC OFF)
+add_dependencies(timeshare_terminal timeshare-reader)
+
+add_executable(timeshare-terminal terminal/app/main.cpp)
+target_link_libraries(timeshare-terminal PRIVATE timeshare_terminal timeshare)

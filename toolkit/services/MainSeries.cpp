@@ -1,0 +1,116 @@
+#include "host/services/MainSeries.h"
+
+#include "host/drawing/DrawStyles.h"
+
+namespace TC {
+namespace {
+
+enum class Kind { None, Price, Volume };
+
+Kind kindOf(const QString &formula) {
+    if (formula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) == 0) {
+        return Kind::Price;
+    }
+    return formula.compare(QLatin1String("REALTIMEVOL"), Qt::CaseInsensitive) == 0 ? Kind::Volume : Kind::None;
+}
+
+std::vector<double> closes(const std::vector<MinuteBar> &bars) {
+    std::vector<double> values;
+    for (const MinuteBar &bar : bars) {
+        values.push_back(bar.mClose);
+    }
+    return values;
+}
+
+std::vector<double> meanPrices(const std::vector<MinuteBar> &bars) {
+    std::vector<double> values;
+    double volume = 0.0;
+    double amount = 0.0;
+    for (const MinuteBar &bar : bars) {
+        volume += bar.mVolume;
+        amount += bar.mAmount;
+        values.push_back(volume > 0.0 ? amount / volume : bar.mClose);
+    }
+    return values;
+}
+
+std::vector<double> volumes(const std::vector<MinuteBar> &bars) {
+    std::vector<double> values;
+    for (const MinuteBar &bar : bars) {
+        values.push_back(bar.mVolume);
+    }
+    return values;
+}
+
+std::vector<double> changes(const std::vector<MinuteBar> &bars) {
+    std::vector<double> values;
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        values.push_back(bars[i].mClose - (i > 0 ? bars[i - 1].mClose : bars[i].mOpen));
+    }
+    return values;
+}
+
+} // namespace
+
+bool MainSeries::isMain(const QString &formula) {
+    return kindOf(formula) != Kind::None;
+}
+
+FormulaMetaPtr MainSeries::meta(const QString &formula) {
+    const Kind kind = kindOf(formula);
+    if (kind == Kind::None) {
+        return nullptr;
+    }
+    const auto meta = std::make_shared<se::RPCFormulaMetaResult>();
+    meta->mLineNames =
+        kind == Kind::Price ? std::vector<std::string>{"价格", "均价"} : std::vector<std::string>{"成交量"};
+    const auto lines = meta->mLineNames.size();
+    meta->mLineCount = static_cast<qint32>(lines);
+    meta->mLineStyles.assign(lines, kind == Kind::Price ? eLineStyle : eColorStickStyle);
+    meta->mLineColors.assign(lines, se::kDefaultColor);
+    meta->mLineFlags.assign(lines, 0);
+    meta->mLineAxis.assign(lines, se::eLineShared);
+    return meta;
+}
+
+FormulaResultPtr MainSeries::result(const QString &formula, const std::vector<MinuteBar> &bars) {
+    const Kind kind = kindOf(formula);
+    if (kind == Kind::None) {
+        return nullptr;
+    }
+    const auto result = std::make_shared<se::RPCFormulaResult>();
+    for (const MinuteBar &bar : bars) {
+        result->mTimes.emplace_back(bar.mEnd, 0);
+    }
+    if (kind == Kind::Price) {
+        result->mValues = {closes(bars), meanPrices(bars)};
+        result->mExtra2.assign(2, std::vector<double>(bars.size(), kUnsetValue));
+    } else {
+        result->mValues = {volumes(bars)};
+        result->mExtra2 = {changes(bars)};
+    }
+    const std::size_t lines = result->mValues.size();
+    result->mValid.assign(bars.size(), 1);
+    result->mPointTags.assign(bars.size(), 0);
+    result->mExtra1.assign(lines, std::vector<qint32>(bars.size(), se::kDefaultColor));
+    result->mTexts.assign(lines, std::vector<std::string>(bars.size()));
+    return result;
+}
+
+FormulaInstantPtr MainSeries::lastPoint(const QString &formula, const std::vector<MinuteBar> &bars) {
+    const FormulaResultPtr whole = result(formula, bars);
+    if (!whole || bars.empty()) {
+        return nullptr;
+    }
+    const auto point = std::make_shared<se::RPCFormulaInstantResult>();
+    point->mTime = whole->mTimes.back();
+    for (std::size_t line = 0; line < whole->mValues.size(); ++line) {
+        point->mValues.push_back(whole->mValues[line].back());
+        point->mExtra1.push_back(whole->mExtra1[line].back());
+        point->mTexts.push_back(whole->mTexts[line].back());
+        point->mExtra2.push_back(whole->mExtra2[line].back());
+    }
+    return point;
+}
+
+} // namespace TC
