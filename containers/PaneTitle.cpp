@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kTitleRows = 1;
 constexpr int kTitleTextWidth = 50; ///< pixels
-constexpr int kMinutesOfDay = 0; ///< period of the series
+constexpr int kPeriodOfMinutes = 0; ///< period of the series
 constexpr int kNoIndex = -1;
 
 /// A record that stands for a portfolio.
@@ -35,8 +35,8 @@ PaneTitle::PaneTitle(QWidget *pane, const boost::shared_ptr<CRealtimeData> &main
                      boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
                      EIndexViewType viewType)
     : mUiParam(std::move(uiParam)),
-      mWidget(new CIndexTitleWidget(mainData, displayType, viewType, kTitleRows, kTitleTextWidth, kMinutesOfDay,
-                                    boost::shared_ptr<CKLineUiParam>(), pane)) {
+      mWidget(new CIndexTitleWidget(mainData, displayType, viewType, kTitleRows, kTitleTextWidth,
+                                    kPeriodOfMinutes, boost::shared_ptr<CKLineUiParam>(), pane)) {
     mWidget->setRealtimeUiParam(mUiParam);
 }
 

@@ -15,7 +15,7 @@
 namespace TC {
 namespace {
 
-constexpr int kMinimumWidth = 828;
+constexpr int kNarrowest = 828;
 constexpr int kHeight = 300;
 
 } // namespace
@@ -24,8 +24,8 @@ CRealtimeTaskTableDialog::CRealtimeTaskTableDialog(QWidget *parent)
     : CCommonDialog(parent), mFeed(std::make_unique<TaskFeed>()) {
     qRegisterMetaType<std::vector<kvservice::IDataPtr>>("std::vector<kvservice::IDataPtr>");
     setWindowTitle(tr("任务详情"));
-    setMinimumWidth(kMinimumWidth);
-    resize(kMinimumWidth, kHeight);
+    setMinimumWidth(kNarrowest);
+    resize(kNarrowest, kHeight);
     auto *container = new GZ::CBaseWidget;
     container->setObjectName(QStringLiteral("containner_RealTimeTaskTableDialog"));
     auto *layout = new QVBoxLayout(container);

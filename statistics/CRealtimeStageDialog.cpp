@@ -20,7 +20,7 @@ namespace {
 enum EButton : int { eConfirm = 702, eClose = 703 };
 
 constexpr QSize kSize{380, 302};
-constexpr QSize kButtonSize{65, 21};
+constexpr QSize kStageButton{65, 21};
 constexpr int kGroupGap = 10;
 constexpr int kPreset = 4; ///< the criterion at first
 constexpr int kRadiosInRow = 3;
@@ -30,7 +30,7 @@ using GZ::CWidgetList;
 GZ::CPushButton *newButton(const QString &text, int id) {
     auto *button = new GZ::CPushButton(QStringLiteral("img_btn_medium_normal"), id, 10, 35, 3, 20);
     button->setText(text);
-    button->setFixedSize(kButtonSize);
+    button->setFixedSize(kStageButton);
     return button;
 }
 

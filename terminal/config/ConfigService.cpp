@@ -18,9 +18,9 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kLargestFile = 64LL * 1000 * 1000; ///< bytes
+constexpr qint64 kLargestConfig = 64LL * 1000 * 1000; ///< bytes
 
-QString tr(const char *text) {
+QString words(const char *text) {
     return QCoreApplication::translate("ConfigService", text);
 }
 
@@ -158,10 +158,10 @@ void ConfigService::load() {
     if (file.fault() == GZ::RegularFile::eMissing) {
         return;
     }
-    const QByteArray content = file.whole(kLargestFile);
+    const QByteArray content = file.whole(kLargestConfig);
     if (file.fault() == GZ::RegularFile::eUnreadable) {
         mUnread = true;
-        tell(tr("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.reason()));
+        tell(words("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.reason()));
         return;
     }
     if (!file.isGood()) {
@@ -174,7 +174,7 @@ void ConfigService::load() {
         mFields = document.object();
         return;
     }
-    keepDamaged(error.error == QJsonParseError::NoError ? tr("内容不是对象") : error.errorString());
+    keepDamaged(error.error == QJsonParseError::NoError ? words("内容不是对象") : error.errorString());
 }
 
 void ConfigService::keepDamaged(const QString &reason) {
@@ -183,9 +183,10 @@ void ConfigService::keepDamaged(const QString &reason) {
         aside = mPath + QStringLiteral(".damaged%1").arg(i);
     }
     if (QFile::rename(mPath, aside)) {
-        mMessages.append(tr("配置文件 %1 已损坏（%2），已另存为 %3，使用缺省配置").arg(mPath, reason, aside));
+        mMessages.append(
+            words("配置文件 %1 已损坏（%2），已另存为 %3，使用缺省配置").arg(mPath, reason, aside));
     } else {
-        mMessages.append(tr("配置文件 %1 已损坏（%2），使用缺省配置").arg(mPath, reason));
+        mMessages.append(words("配置文件 %1 已损坏（%2），使用缺省配置").arg(mPath, reason));
     }
 }
 
@@ -221,7 +222,7 @@ void ConfigService::writeFile() {
     // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
         !file.commit()) {
-        tell(tr("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
+        tell(words("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
     }
 }
 

@@ -1,8 +1,8 @@
 """Runs clang-tidy over the product's sources. Arguments: the program and the build directory; with --self-test after
 them, sees to it that faults are found in a unit of sources.
 
-Up to twenty sources of a folder are looked at as one unit, since most of the time goes into the headers of Qt that each
-of them includes. A unit that has passed is not looked at again until a source of it, a header of ours that they reach,
+Whole folders are looked at as one unit, small ones of a library together, since most of the time goes into the headers
+of Qt that each source includes. A unit that has passed is not looked at again until a source of it, a header of ours that they reach,
 their compiler options, .clang-tidy or the program change: what passed is kept under tidy-cache in the build directory.
 """
 
@@ -21,7 +21,7 @@ from pathlib import Path
 import tree
 
 FOLDERS = ("viewmodel", "chartdata", "chartview", "containers", "linkage", "statistics", "toolkit", "terminal")
-UNIT = 20
+UNIT = 60  # sources at most, where folders are put together
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
 
@@ -66,14 +66,19 @@ def commands(build):
 
 
 def units(sources):
-    """The sources by folder and options, in units: (names, options)."""
-    groups = {}
+    """The sources by options, in units of whole folders: (names, options)."""
+    folders = {}
     for name in sorted(sources):
-        groups.setdefault((os.path.dirname(name), *sources[name]), []).append(name)
-    for (_, *options), names in groups.items():
-        count = -(-len(names) // UNIT)
-        for i in range(count):
-            yield names[i * len(names) // count:(i + 1) * len(names) // count], options
+        folders.setdefault((tuple(sources[name]), os.path.dirname(name)), []).append(name)
+    packed = {}
+    for (options, _), names in folders.items():
+        of_library = packed.setdefault(options, [])
+        room = next((unit for unit in of_library if len(unit) + len(names) <= UNIT), None)
+        if room is None:
+            of_library.append(list(names))
+        else:
+            room.extend(names)
+    return [(unit, list(options)) for options, of_library in packed.items() for unit in of_library]
 
 
 class Digests:

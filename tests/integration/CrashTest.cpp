@@ -4,6 +4,7 @@
 #include "terminal/market/FileImporter.h"
 #include "terminal/market/MarketDate.h"
 #include "tests/integration/ChildProcess.h"
+#include "tests/support/Effort.h"
 
 #include <QDir>
 #include <QFile>
@@ -61,7 +62,7 @@ TEST_F(CrashTest, AnImportThatIsKilledAnywhereLeavesWhatWasThereBefore) {
     }
     bool ended = false;
     int kills = 0;
-    for (int killAt = 1; !ended; ++killAt) {
+    for (int killAt = 1; !ended; killAt += tests::kStride) {
         ASSERT_LT(killAt, 1000);
         Child child([&](const std::function<void()> &step) {
             CMarketStore store;
@@ -90,7 +91,7 @@ TEST_F(CrashTest, AnImportThatIsKilledAnywhereLeavesWhatWasThereBefore) {
         EXPECT_EQ(store.catalogue()->instruments.size(), ended ? 2 : 1);
         kills += ended ? 0 : 1;
     }
-    EXPECT_GE(kills, 10) << "while the rows are read and while they are stored";
+    EXPECT_GE(kills, tests::rounds(10)) << "while the rows are read and while they are stored";
 }
 
 TEST_F(CrashTest, AConfigurationIsTheOldOneOrTheNewOneWhereverItsWriterIsKilled) {
@@ -100,7 +101,7 @@ TEST_F(CrashTest, AConfigurationIsTheOldOneOrTheNewOneWhereverItsWriterIsKilled)
         service.setNumbers("count", "writes", {{"n", 0.0}});
     }
     int told = 0;
-    for (int round = 0; round < 30; ++round) {
+    for (int round = 0; round < tests::rounds(30); ++round) {
         const int before = told;
         Child child([&](const std::function<void()> &step) {
             ConfigService service(path("config.json"));
@@ -159,7 +160,8 @@ TEST_F(ProgramCrashTest, AProgramThatIsKilledWhileItImportsStartsAgainWithoutTha
     const QString kept = writeTrades("kept.csv", "600997.SH", 3);
     ASSERT_EQ(run({"--import", kept}), 0);
     const QString log = path("market.db-wal");
-    for (const qint64 written : {1, 1000000, 4000000}) {
+    for (const qint64 written :
+         tests::kSanitized ? QVector<qint64>{1000000} : QVector<qint64>{1, 1000000, 4000000}) {
         ASSERT_LE(QFileInfo(log).size(), 0) << "the store was closed in order";
         QProcess process;
         startProgram(process, {"--import", large});

@@ -1,5 +1,6 @@
 // Main function of every test program: offscreen, the bundled font set-up, and no unexpected warning of Qt.
 
+#include "tests/support/ForeignMemory.h"
 #include "tests/support/MessageGuard.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ int main(int argc, char **argv) {
     }
     ::testing::InitGoogleTest(&argc, argv);
     tests::installMessageGuard();
+    tests::letSqliteAllocateUnwatched();
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setStyle(QStringLiteral("Fusion"));

@@ -239,7 +239,7 @@ TEST_F(TradeImportTest, RunningTheDayCostsLittle) {
     QElapsedTimer timer;
     timer.start();
     int looks = 0;
-    for (qint64 time = at(9, 30); time <= at(11, 30); time += 10000, ++looks) {
+    for (qint64 time = at(9, 30); time <= at(10, 0); time += 10000, ++looks) {
         mClock.setTime(time);
         mTrade->advance();
     }
@@ -248,10 +248,6 @@ TEST_F(TradeImportTest, RunningTheDayCostsLittle) {
     restart();
     goTo(at(11, 30));
     const double start = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    timer.start();
-    recordPast();
-    const double past = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    std::printf("%.1f us a market second; a start at 11:30 %.1f ms; all past days %.0f ms\n", perSecond, start,
-                past);
+    std::printf("%.1f us a market second; a start at 11:30 %.1f ms\n", perSecond, start);
     EXPECT_LT(perSecond, 1000.0);
 }

@@ -26,7 +26,7 @@ CFormulaOperateManager &catalogue() {
     return CSingletonT<CFormulaOperateManager>::instance();
 }
 
-QString numberText(double value) {
+QString plainNumber(double value) {
     return QString::number(value, 'g', 15);
 }
 
@@ -40,12 +40,12 @@ QString rangeText(const CFormulaParameter &parameter) {
         return {};
     }
     if (!isLimit(parameter.mMax)) {
-        return QStringLiteral("≥ %1").arg(numberText(parameter.mMin));
+        return QStringLiteral("≥ %1").arg(plainNumber(parameter.mMin));
     }
     if (!isLimit(parameter.mMin)) {
-        return QStringLiteral("≤ %1").arg(numberText(parameter.mMax));
+        return QStringLiteral("≤ %1").arg(plainNumber(parameter.mMax));
     }
-    return QStringLiteral("%1 ~ %2").arg(numberText(parameter.mMin), numberText(parameter.mMax));
+    return QStringLiteral("%1 ~ %2").arg(plainNumber(parameter.mMin), plainNumber(parameter.mMax));
 }
 
 QTableWidgetItem *fixedItem(const QString &text) {
@@ -107,9 +107,9 @@ void CModifyModelParamDialog::fillTable() {
         const bool text = parameter.mIsText;
         mTable->setItem(row, eName, fixedItem(parameter.mName));
         mTable->setItem(row, eValue,
-                        new QTableWidgetItem(text ? parameter.mStrValue : numberText(parameter.mValue)));
+                        new QTableWidgetItem(text ? parameter.mStrValue : plainNumber(parameter.mValue)));
         mTable->setItem(row, eDefault,
-                        fixedItem(text ? parameter.mStrDefault : numberText(parameter.mDefault)));
+                        fixedItem(text ? parameter.mStrDefault : plainNumber(parameter.mDefault)));
         mTable->setItem(row, eRange, fixedItem(rangeText(parameter)));
         mTable->setItem(row, eText, fixedItem(parameter.mText));
     }
@@ -123,7 +123,7 @@ void CModifyModelParamDialog::setDefaults() {
     for (int row = 0; row < mParameters.size(); ++row) {
         const CFormulaParameter &parameter = mParameters[row];
         mTable->item(row, eValue)
-            ->setText(parameter.mIsText ? parameter.mStrDefault : numberText(parameter.mDefault));
+            ->setText(parameter.mIsText ? parameter.mStrDefault : plainNumber(parameter.mDefault));
     }
 }
 

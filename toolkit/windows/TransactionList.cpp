@@ -16,7 +16,7 @@ namespace TC {
 namespace {
 
 constexpr int kHeadingHeight = 22;
-constexpr int kRowHeight = 20;
+constexpr int kHeightOfRow = 20;
 constexpr int kCellMargin = 6; ///< pixels beside the text of a cell
 
 struct Column {
@@ -94,7 +94,7 @@ void TransactionList::paintEvent(QPaintEvent *) {
     const int count = static_cast<int>(mRows.size());
     for (int row = verticalScrollBar()->value(); row < count && y < viewport()->height(); ++row) {
         drawRow(painter, row, y);
-        y += kRowHeight;
+        y += kHeightOfRow;
     }
     drawHeadings(painter);
     if (mRows.empty()) {
@@ -134,19 +134,19 @@ void TransactionList::drawHeadings(QPainter &painter) const {
 void TransactionList::drawRow(QPainter &painter, int row, int y) const {
     const int width = viewport()->width();
     const quoter::QuoterBase &record = *mRows[static_cast<size_t>(row)];
-    painter.fillRect(0, y, width, kRowHeight,
+    painter.fillRect(0, y, width, kHeightOfRow,
                      GZ::themeColor(row % 2 ? "clr_table_row_odd" : "clr_table_row_even"));
     const QStringList texts = textsOf(record);
     for (size_t i = 0; i < kColumns.size(); ++i) {
         painter.setPen(i == 1 ? GZ::themeColor(priceColorKey(record.mPrice))
                               : GZ::themeColor("clr_text_light_default"));
-        painter.drawText(cellOf(i, width, y, kRowHeight), kColumns[i].alignment | Qt::AlignVCenter,
+        painter.drawText(cellOf(i, width, y, kHeightOfRow), kColumns[i].alignment | Qt::AlignVCenter,
                          texts[static_cast<int>(i)]);
     }
 }
 
 void TransactionList::fitScrollBar() {
-    const int shown = qMax(1, (viewport()->height() - kHeadingHeight) / kRowHeight);
+    const int shown = qMax(1, (viewport()->height() - kHeadingHeight) / kHeightOfRow);
     verticalScrollBar()->setPageStep(shown);
     verticalScrollBar()->setRange(0, qMax(0, static_cast<int>(mRows.size()) - shown));
 }
