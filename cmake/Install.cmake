@@ -4,9 +4,9 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set_target_properties(timeshare_host PROPERTIES EXPORT_NAME host)
-set_target_properties(timeshare_toolkit PROPERTIES EXPORT_NAME toolkit INSTALL_RPATH "$ORIGIN")
-set_target_properties(timeshare PROPERTIES EXPORT_NAME chart INSTALL_RPATH "$ORIGIN")
-install(TARGETS timeshare_host timeshare_toolkit timeshare EXPORT timeshareTargets
+set_target_properties(timeshare_toolkit_shared PROPERTIES EXPORT_NAME toolkit INSTALL_RPATH "$ORIGIN")
+set_target_properties(timeshare_shared PROPERTIES EXPORT_NAME chart INSTALL_RPATH "$ORIGIN")
+install(TARGETS timeshare_host timeshare_toolkit_shared timeshare_shared EXPORT timeshareTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/timeshare COMPONENT development)
 

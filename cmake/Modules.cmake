@@ -36,31 +36,31 @@ function(timeshare_library name kind)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
 endfunction()
 
-# timeshare_product(NAME SOURCE...): a library that programs link. Three targets of the same objects: NAME, shared, which
-# shows what is marked TIMESHARE_EXPORT; NAME_archive, in which tests see everything; and NAME_objects, which compiles
-# them. A program takes either the shared ones or the archives: with both it would have all twice, the installed services
-# as well.
+# timeshare_product(NAME SOURCE...): a library that programs link. Three targets of the same objects: NAME, an archive in
+# which the programs of this tree, tests above all, see everything; NAME_shared, which is installed as NAME and shows what
+# is marked TIMESHARE_EXPORT; and NAME_objects, which compiles them. A program takes either the archives or the shared
+# ones: with both it would have all twice, the installed services as well.
 function(timeshare_product name)
   timeshare_library(${name}_objects OBJECT ${ARGN})
   target_compile_definitions(${name}_objects PRIVATE QT_NO_KEYWORDS)
-  add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
-  add_library(${name}_archive STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${name}_objects>)
-  set_target_properties(${name} ${name}_archive PROPERTIES AUTOMOC OFF LINKER_LANGUAGE CXX)
+  add_library(${name} STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${name}_objects>)
+  add_library(${name}_shared SHARED $<TARGET_OBJECTS:${name}_objects>)
+  set_target_properties(${name} ${name}_shared PROPERTIES AUTOMOC OFF LINKER_LANGUAGE CXX)
   timeshare_product_uses(${name} PUBLIC timeshare_host)
 
   # Templates of others that our code makes for itself are no part of the interface.
   set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-  target_link_options(${name} PRIVATE "LINKER:--version-script=${exports}")
+  target_link_options(${name}_shared PRIVATE "LINKER:--version-script=${exports}")
   if(NOT TIMESHARE_SANITIZER)
-    target_link_options(${name} PRIVATE LINKER:--no-undefined) # a sanitizer's functions are in the program
+    target_link_options(${name}_shared PRIVATE LINKER:--no-undefined) # a sanitizer's functions are in the program
   endif()
-  set_target_properties(${name} PROPERTIES
+  set_target_properties(${name}_shared PROPERTIES OUTPUT_NAME ${name}
     VERSION ${TIMESHARE_PACKAGE_VERSION} SOVERSION ${TIMESHARE_INTERFACE} LINK_DEPENDS ${exports})
 endfunction()
 
 # timeshare_product_uses(NAME PUBLIC|PRIVATE LIBRARY...): what a library of timeshare_product links.
 function(timeshare_product_uses name)
-  foreach(target ${name} ${name}_archive ${name}_objects)
+  foreach(target ${name} ${name}_shared ${name}_objects)
     target_link_libraries(${target} ${ARGN})
   endforeach()
 endfunction()

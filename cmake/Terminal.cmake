@@ -5,23 +5,25 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.4-c++)
 pkg_check_modules(freexl REQUIRED IMPORTED_TARGET freexl)
 
-# Its services and windows. Who links them says which of the libraries it takes: the shared ones, as the terminal does, or
-# the archives.
+# Its services and windows: timeshare_terminal with the archives of the libraries, which is what tests link. The terminal
+# itself takes timeshare_terminal_parts with the shared libraries, as any host does.
 timeshare_sources(terminal_sources terminal)
 list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|supervisor)/main\\.cpp$|terminal/files/reader/")
 timeshare_resource(formula_resource /timeshare/formulas formulas *.lua)
 timeshare_resource(script_resource /timeshare/scripts scripts *.py)
 timeshare_translation_resource(translation_resource qtbase_zh_CN.qm)
-timeshare_library(timeshare_terminal STATIC ${terminal_sources} ${formula_resource} ${script_resource}
+timeshare_library(timeshare_terminal_parts STATIC ${terminal_sources} ${formula_resource} ${script_resource}
                   ${translation_resource})
-set_target_properties(timeshare_terminal PROPERTIES AUTORCC ON)
-target_link_libraries(timeshare_terminal PUBLIC timeshare_host Qt5::Sql
-                                         PRIVATE log4cxx mongo::bson_shared PkgConfig::lua)
+set_target_properties(timeshare_terminal_parts PROPERTIES AUTORCC ON)
+target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host Qt5::Sql
+                                               PRIVATE log4cxx mongo::bson_shared PkgConfig::lua)
+add_library(timeshare_terminal INTERFACE)
+target_link_libraries(timeshare_terminal INTERFACE timeshare_terminal_parts timeshare)
 
 # What the terminal runs script models with; it stands beside the terminal.
 add_executable(timeshare-supervisor terminal/supervisor/main.cpp terminal/supervisor/ProcessTree.cpp)
 target_include_directories(timeshare-supervisor PRIVATE ${PROJECT_SOURCE_DIR})
-add_dependencies(timeshare_terminal timeshare-supervisor)
+add_dependencies(timeshare_terminal_parts timeshare-supervisor)
 
 # The program beside it that parses binary files of other makers. Its limits leave a sanitizer no room.
 timeshare_sources(reader_sources terminal/files/reader)
@@ -36,7 +38,7 @@ endif()
 add_executable(timeshare-reader terminal/files/reader/main.cpp)
 target_link_libraries(timeshare-reader PRIVATE timeshare_reader)
 set_target_properties(timeshare_reader timeshare-reader PROPERTIES AUTOMOC OFF)
-add_dependencies(timeshare_terminal timeshare-reader)
+add_dependencies(timeshare_terminal_parts timeshare-reader)
 
 add_executable(timeshare-terminal terminal/app/main.cpp)
-target_link_libraries(timeshare-terminal PRIVATE timeshare_terminal timeshare)
+target_link_libraries(timeshare-terminal PRIVATE timeshare_terminal_parts timeshare_shared)
