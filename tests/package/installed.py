@@ -7,8 +7,10 @@ settings, and run. The headers stand by themselves, and what their inline functi
 """
 
 import argparse
+import json
 import os
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -29,6 +31,7 @@ def run(*command, fails=False, **more):
 
 
 CACHE = [shutil.which("ccache")] if shutil.which("ccache") else []  # what has not changed is not compiled again
+os.environ["CCACHE_SLOPPINESS"] = "include_file_ctime,include_file_mtime"  # although it has just been installed
 
 
 class Installed:
@@ -105,8 +108,10 @@ def in_tree(installed):
         f"add_subdirectory({ROOT} timeshare)\nadd_executable(around main.cpp)\n"
         "target_link_libraries(around PRIVATE timeshare::chart)\n"
         "if(TARGET timeshare_terminal OR TARGET test_toolkit)\n  message(FATAL_ERROR \"more than the libraries\")\nendif()\n")
-    installed.configure(folder, "around-build")
-    run(installed.cmake, "--build", installed.work / "around-build", "--target", "CMakeFiles/around.dir/main.cpp.o")
+    installed.configure(folder, "around-build", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON")
+    commands = json.loads((installed.work / "around-build/compile_commands.json").read_text())
+    command = next(entry["command"] for entry in commands if entry["file"].endswith("around/main.cpp"))
+    run(*shlex.split(command), "-fsyntax-only", cwd=installed.work)
 
 
 def main():
