@@ -1,5 +1,7 @@
 #include "terminal/files/reader/Input.h"
 
+#include "host/Export.h"
+
 #include <cstdio>
 
 namespace reader {
@@ -11,7 +13,8 @@ std::string &input() {
 
 } // namespace reader
 
-extern "C" FILE *fopen(const char * /*name*/, const char * /*mode*/) {
+// Shown, so that the parser's library opens by this one and not by the system's.
+extern "C" TIMESHARE_EXPORT FILE *fopen(const char * /*name*/, const char * /*mode*/) {
     std::string &content = reader::input();
     return content.empty() ? nullptr : fmemopen(content.data(), content.size(), "rb");
 }
