@@ -23,31 +23,29 @@ TradeLedger::TradeLedger(CMarketStore &store)
 
 // What is known
 
-TradeBook *TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
+TradeBook &TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
     for (;;) {
         if (TradeBook *known = mBooks.find(day)) {
-            return known;
+            return *known;
         }
-        const quint64 version = mBooks.version();
+        const quint64 version = mBooks.version(day);
         hold.unlock();
         const TradeChanges records = mStore.read(day);
         TradeBook read;
         read.put(records);
         hold.lock();
-        if (version != mBooks.version()) {
+        if (version != mBooks.version(day)) {
             continue; // what was read may be old
         }
         if (mIsForgettingImports) {
             read.forgetImports();
         }
-        TradeBook *known = mBooks.find(day);
-        return known || records.isEmpty() ? known : &mBooks.add(day, std::move(read));
+        return mBooks.add(day, std::move(read)); // an empty one too: it is not read again
     }
 }
 
 TradeBook &TradeLedger::bookToChange(int day, std::unique_lock<std::mutex> &hold) {
-    TradeBook *known = bookOf(day, hold);
-    TradeBook &book = known ? *known : mBooks.add(day, TradeBook());
+    TradeBook &book = bookOf(day, hold);
     mBooks.noteChange(day);
     return book;
 }
@@ -267,7 +265,7 @@ void TradeLedger::write() {
     const bool reread = trouble.isEmpty() && batch.forgetImports;
     const Keys stocks = reread ? mStore.instruments() : Keys();
     std::lock_guard<std::mutex> hold(mLock);
-    mBooks.endWriting(trouble.isEmpty());
+    mBooks.endWriting(trouble.isEmpty(), batch.forgetImports);
     mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
         batch.append(mPending);
