@@ -216,14 +216,20 @@ void ConfigService::writeFile() {
     if (mUnread && !readLate()) {
         return;
     }
+    const QByteArray text = QJsonDocument(mFields).toJson();
+    if (text == mWritten) {
+        return; // a writing waits for the disk
+    }
+    mWritten.clear();
     QDir().mkpath(QFileInfo(mPath).path());
     QSaveFile file(mPath);
-    const QByteArray text = QJsonDocument(mFields).toJson();
     // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
         !file.commit()) {
         tell(words("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
+        return;
     }
+    mWritten = text;
 }
 
 /// A trouble that lasts is told once.

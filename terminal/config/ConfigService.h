@@ -2,6 +2,7 @@
 
 #include "host/services/CConfigService.h"
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
@@ -96,6 +97,7 @@ private:
     mutable std::mutex mLock; ///< guards what follows
     QJsonObject mFields;
     QStringList mMessages;
+    QByteArray mWritten; ///< the file's text, when it was written by this
     bool mUnread = false; ///< the file may be sound, and could not be read so far
     Program mProgram{*this};
     User mUser{*this};

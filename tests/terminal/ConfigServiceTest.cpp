@@ -71,6 +71,16 @@ TEST_F(ConfigServiceTest, WhatIsWrittenIsReadByTheNextRun) {
     EXPECT_EQ(files(), QStringList({"config.json"})) << "no temporary file stays behind";
 }
 
+TEST_F(ConfigServiceTest, WhatChangesNothingIsNotWritten) {
+    ConfigService service(path());
+    service.setValue("theme", "light");
+    ASSERT_TRUE(QFile::remove(path()));
+    service.setValue("theme", "light");
+    EXPECT_TRUE(files().isEmpty());
+    service.setValue("theme", "dark");
+    EXPECT_EQ(files(), QStringList("config.json"));
+}
+
 TEST_F(ConfigServiceTest, ADamagedFileIsKeptAsideAndTold) {
     writeFile("{\"theme\": \"li");
     ConfigService service(path());
