@@ -32,12 +32,15 @@ FrameWatch::~FrameWatch() {
     mThread.join();
 }
 
-/// Milliseconds for which the user-interface thread has waited for a processor so far; 0 where the system does not tell.
-double FrameWatch::starvedSoFar() const {
+/// What the user-interface thread has had of the processor so far; nothing where the system does not tell.
+FrameWatch::Share FrameWatch::shareSoFar() const {
     QFile file(mSchedule);
-    return file.open(QIODevice::ReadOnly)
-               ? file.readAll().split(' ').value(1).toDouble() / kNanosecondsOfMillisecond
-               : 0.0;
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QList<QByteArray> fields = file.readAll().split(' ');
+    return {fields.value(0).toDouble() / kNanosecondsOfMillisecond,
+            fields.value(1).toDouble() / kNanosecondsOfMillisecond};
 }
 
 void FrameWatch::post() {
@@ -47,7 +50,7 @@ void FrameWatch::post() {
         mSignal.wait(hold, [this] { return mStopping || !mUnderWay; });
         if (!mStopping) {
             mUnderWay = true;
-            mStarvedBefore = starvedSoFar();
+            mBefore = shareSoFar();
             mPosted = Clock::now();
             QCoreApplication::postEvent(this, new QEvent(kWatchEvent));
         }
@@ -60,18 +63,20 @@ bool FrameWatch::event(QEvent *event) {
     }
     const Clock::time_point now = Clock::now();
     double wait = 0.0;
-    double starved = 0.0;
+    Share share;
     {
         std::lock_guard<std::mutex> hold(mLock);
         wait = std::chrono::duration<double, std::milli>(now - mPosted).count();
-        starved = starvedSoFar() - mStarvedBefore;
+        share = shareSoFar();
+        share.busy -= mBefore.busy;
+        share.starved -= mBefore.starved;
         mUnderWay = false;
     }
     mSignal.notify_all();
     ++mEvents;
     mLongest = std::max(mLongest, wait);
     if (wait > mBound) {
-        mLate.push_back({wait, std::min(starved, wait), mDoing()});
+        mLate.push_back({wait, std::min(share.starved, wait), std::min(share.busy, wait), mDoing()});
     }
     return true;
 }

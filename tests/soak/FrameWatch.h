@@ -22,6 +22,7 @@ public:
     struct Late {
         double wait = 0.0; ///< milliseconds in all
         double starved = 0.0; ///< of them without a processor
+        double busy = 0.0; ///< of them at work; what is left was spent waiting for locks, files and threads
         QString doing; ///< what the program was told to do last
 
         double own() const { return wait - starved; }
@@ -44,9 +45,14 @@ protected:
 
 private:
     using Clock = std::chrono::steady_clock;
+    /// Milliseconds of the thread.
+    struct Share {
+        double busy = 0.0; ///< with a processor
+        double starved = 0.0; ///< ready to run, without one
+    };
 
     void post();
-    double starvedSoFar() const;
+    Share shareSoFar() const;
 
     const double mBound;
     const std::function<QString()> mDoing;
@@ -59,7 +65,7 @@ private:
     bool mStopping = false;
     bool mUnderWay = false;
     Clock::time_point mPosted;
-    double mStarvedBefore = 0.0;
+    Share mBefore;
     std::thread mThread;
 };
 

@@ -28,7 +28,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
+#include <vector>
 
 using namespace terminal;
 
@@ -161,21 +163,27 @@ void SoakRobot::act(qint64 milliseconds, int pace) {
     mOnStep = {};
 }
 
+/// Step by step, as a user would: between two steps the events have their turn.
 void SoakRobot::settle() {
-    mWindow.setPaused(false);
-    mWindow.setPace(SimulatedClock::kFastest);
-    mWindow.setThemeName(QStringLiteral("dark"));
-    mWindow.setFormulasShown(false);
-    mWindow.setTradesShown(true);
-    mWindow.resize(kFirstSize);
     TC::CRealtimeMainWidget &main = *mWindow.view()->main();
-    mWindow.view()->hideCrossLine();
-    for (int day = 1; day < kMostDays; ++day) {
-        main.scaleView(true);
+    std::vector<std::function<void()>> steps{
+        [&] { mWindow.setPaused(false); },
+        [&] { mWindow.setPace(SimulatedClock::kFastest); },
+        [&] { mWindow.setThemeName(QStringLiteral("dark")); },
+        [&] { mWindow.setFormulasShown(false); },
+        [&] { mWindow.setTradesShown(true); },
+        [&] { mWindow.resize(kFirstSize); },
+        [&] { mWindow.view()->hideCrossLine(); },
+        [&] { main.delAllAddStock(); },
+    };
+    steps.insert(steps.end(), kMostDays - 1, [&] { main.scaleView(true); });
+    steps.emplace_back([&] { main.setParam(mFirstView); });
+    steps.emplace_back(
+        [&] { EXPECT_TRUE(mWindow.showInstrument(kInstrument)) << qPrintable(mWindow.status()); });
+    for (const std::function<void()> &step : steps) {
+        step();
+        QCoreApplication::processEvents();
     }
-    main.delAllAddStock();
-    main.setParam(mFirstView);
-    EXPECT_TRUE(mWindow.showInstrument(kInstrument)) << qPrintable(mWindow.status());
 }
 
 bool SoakRobot::closeOne() {

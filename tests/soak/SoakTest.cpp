@@ -101,11 +101,13 @@ protected:
     std::unique_ptr<TerminalWindow> mWindow;
 };
 
-/// Numbers of the widgets by their class.
+/// Numbers of the widgets by their class and that of their window.
 std::map<QString, int> widgetKinds() {
     std::map<QString, int> kinds;
     for (const QWidget *widget : QApplication::allWidgets()) {
-        ++kinds[QString::fromLatin1(widget->metaObject()->className())];
+        const QWidget *owner = widget->isWindow() ? widget->parentWidget() : widget->window();
+        const QString window = owner ? QString::fromLatin1(owner->metaObject()->className()) : QString();
+        ++kinds[QString::fromLatin1(widget->metaObject()->className()) + " of " + window];
     }
     return kinds;
 }
@@ -125,8 +127,8 @@ void tellFrames(const FrameWatch &frames) {
         "events %d, longest %.1f ms, over %.0f ms: %zu by the clock, %zu without waiting for a processor\n",
         frames.events(), frames.longest(), kLatest, frames.late().size(), frames.lateByOneself().size());
     for (const FrameWatch::Late &late : frames.late()) {
-        std::printf("  %.1f ms, %.1f of them without a processor, after %s\n", late.wait, late.starved,
-                    qPrintable(late.doing));
+        std::printf("  %.1f ms, %.1f of them without a processor, %.1f at work, after %s\n", late.wait,
+                    late.starved, late.busy, qPrintable(late.doing));
     }
 }
 
