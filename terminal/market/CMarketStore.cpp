@@ -139,7 +139,6 @@ std::shared_ptr<const Catalogue> CMarketStore::catalogue() const {
 }
 
 QString CMarketStore::reload() {
-    mSessions.forget();
     auto fresh = std::make_shared<Catalogue>();
     CatalogueReader reader(connection(), mFaults, *fresh);
     if (!reader.read()) {
@@ -238,10 +237,6 @@ std::optional<double> CMarketStore::previousClose(qint64 instrument, int day) {
 }
 
 DaySessions CMarketStore::daySessions(qint64 instrument, int day) {
-    return mSessions.of(instrument, day, [&] { return readDaySessions(instrument, day); });
-}
-
-DaySessions CMarketStore::readDaySessions(qint64 instrument, int day) {
     DaySessions::Table table;
     StoreRows(connection(), mFaults)
         .read({QStringLiteral("day_sessions"),

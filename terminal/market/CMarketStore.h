@@ -1,7 +1,6 @@
 #pragma once
 
 #include "terminal/market/Catalogue.h"
-#include "terminal/market/KeptSessions.h"
 #include "terminal/market/MinuteBar.h"
 #include "terminal/market/SqlConnections.h"
 #include "terminal/market/StoreFaults.h"
@@ -50,7 +49,7 @@ public:
 
     /// What the store knows but for the bars, as of the last reading.
     std::shared_ptr<const Catalogue> catalogue() const;
-    /// Reads the catalogue again, after a change, and the sessions of days when they are asked for. Answers an empty text or what went wrong.
+    /// Reads the catalogue again, after a change. Answers an empty text or what went wrong.
     QString reload();
 
     /// Bars of an instrument's day, in the order of time; after-hours minutes included.
@@ -87,13 +86,11 @@ private:
     QString prepare(QSqlDatabase database);
     QString lookOver(QSqlQuery &query) const;
     QString describeDamage() const;
-    DaySessions readDaySessions(qint64 instrument, int day);
     std::optional<DaySummary> oneSummary(const char *condition, qint64 instrument, int day);
 
     QString mPath;
     std::unique_ptr<SqlConnections> mConnections;
     StoreFaults mFaults;
-    KeptSessions mSessions;
     std::recursive_timed_mutex mWriting; ///< held by the one that writes
     mutable std::mutex mLock; ///< guards the pointer below
     std::shared_ptr<const Catalogue> mCatalogue = std::make_shared<Catalogue>();

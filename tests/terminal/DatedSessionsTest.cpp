@@ -106,13 +106,6 @@ TEST_F(DatedSessionsTest, TheFileShowsItsSessionsWhereTheUserSaysSo) {
     EXPECT_EQ(kept("SH600000", QDate(2026, 3, 23)), (DaySessions::Table{{720, 720}, {1200, 1200}}));
 }
 
-TEST_F(DatedSessionsTest, ADayThatGetsMoreMinutesHasTheirSessionsAtOnce) {
-    ASSERT_EQ(import(sugar({"2026-03-23 12:00"}), "SH", "600000", true).error.toStdString(), "");
-    ASSERT_EQ(kept("SH600000", QDate(2026, 3, 23)), (DaySessions::Table{{720, 720}}));
-    ASSERT_EQ(import(sugar({"2026-03-23 20:00"}), "SH", "600000", true).error.toStdString(), "");
-    EXPECT_EQ(kept("SH600000", QDate(2026, 3, 23)), (DaySessions::Table{{720, 720}, {1200, 1200}}));
-}
-
 TEST_F(DatedSessionsTest, TheAxisHasTheSessionsOfItsDay) {
     ASSERT_TRUE(import(sugar({"2019-06-25 23:30", "2019-06-26 09:01"}), "CZCE", "SR909").isGood());
     StoreTradeTimes times(mStore);
