@@ -25,9 +25,6 @@ public:
     void put(const TradeTask &task);
     void put(const TradeChanges &changes);
 
-    /// Whether nothing was ever put in.
-    bool isEmpty() const { return mLayers[0].empty() && mLayers[1].empty() && mTasks.empty(); }
-
     void forgetImports();
     /// Drops the own records of an account.
     void forgetOwn(const std::string &account);

@@ -31,21 +31,13 @@ void TradeBooks::beginWriting() {
     }
 }
 
-void TradeBooks::endWriting(bool written, bool allDays) {
-    mWritings += allDays ? 1 : 0;
+void TradeBooks::endWriting(bool written) {
     for (auto &[day, entry] : mEntries) {
-        if (entry.isBeingWritten) {
-            ++mDayWritings[day];
-        }
         entry.isChanged = entry.isChanged || (entry.isBeingWritten && !written);
         entry.isBeingWritten = false;
     }
+    ++mVersion;
     drop();
-}
-
-quint64 TradeBooks::version(int day) const {
-    const auto found = mDayWritings.find(day);
-    return mWritings + (found == mDayWritings.end() ? 0 : found->second);
 }
 
 void TradeBooks::drop() {
@@ -57,6 +49,7 @@ void TradeBooks::drop() {
     for (auto idle = std::count_if(mEntries.begin(), mEntries.end(), isIdle); idle > static_cast<long>(kMost);
          --idle) {
         mEntries.erase(std::min_element(mEntries.begin(), mEntries.end(), isOlder));
+        ++mVersion;
     }
 }
 
@@ -78,9 +71,7 @@ const TradeTask *TradeBooks::task(int id) const {
 std::set<int> TradeBooks::daysFrom(int day) const {
     std::set<int> days;
     for (auto entry = mEntries.lower_bound(day); entry != mEntries.end(); ++entry) {
-        if (!entry->second.isIdle() || !entry->second.book.isEmpty()) {
-            days.insert(entry->first);
-        }
+        days.insert(entry->first);
     }
     return days;
 }

@@ -24,12 +24,11 @@ public:
     void noteChange(int day);
     /// The changes up to now are under way to the store.
     void beginWriting();
-    /// They are in the store, or have to be written again. With `allDays` the writing changed days that are not in
-    /// memory, too.
-    void endWriting(bool written, bool allDays);
-    /// A number that is another one after every end of a writing that changed the day: what was read from the store
-    /// meanwhile may be old.
-    quint64 version(int day) const;
+    /// They are in the store, or have to be written again.
+    void endWriting(bool written);
+    /// A number that is another one after every end of a writing and every book that was dropped: what was read from the
+    /// store meanwhile may be old.
+    quint64 version() const { return mVersion; }
 
     /// Drops what was imported from every book.
     void forgetImports();
@@ -52,8 +51,7 @@ private:
 
     std::map<int, Entry> mEntries;
     quint64 mUses = 0;
-    quint64 mWritings = 0; ///< that changed all days
-    std::map<int, quint64> mDayWritings; ///< that changed one
+    quint64 mVersion = 0;
 };
 
 } // namespace terminal

@@ -23,29 +23,31 @@ TradeLedger::TradeLedger(CMarketStore &store)
 
 // What is known
 
-TradeBook &TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
+TradeBook *TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
     for (;;) {
         if (TradeBook *known = mBooks.find(day)) {
-            return *known;
+            return known;
         }
-        const quint64 version = mBooks.version(day);
+        const quint64 version = mBooks.version();
         hold.unlock();
         const TradeChanges records = mStore.read(day);
         TradeBook read;
         read.put(records);
         hold.lock();
-        if (version != mBooks.version(day)) {
+        if (version != mBooks.version()) {
             continue; // what was read may be old
         }
         if (mIsForgettingImports) {
             read.forgetImports();
         }
-        return mBooks.add(day, std::move(read)); // an empty one too: it is not read again
+        TradeBook *known = mBooks.find(day);
+        return known || records.isEmpty() ? known : &mBooks.add(day, std::move(read));
     }
 }
 
 TradeBook &TradeLedger::bookToChange(int day, std::unique_lock<std::mutex> &hold) {
-    TradeBook &book = bookOf(day, hold);
+    TradeBook *known = bookOf(day, hold);
+    TradeBook &book = known ? *known : mBooks.add(day, TradeBook());
     mBooks.noteChange(day);
     return book;
 }
@@ -265,7 +267,7 @@ void TradeLedger::write() {
     const bool reread = trouble.isEmpty() && batch.forgetImports;
     const Keys stocks = reread ? mStore.instruments() : Keys();
     std::lock_guard<std::mutex> hold(mLock);
-    mBooks.endWriting(trouble.isEmpty(), batch.forgetImports);
+    mBooks.endWriting(trouble.isEmpty());
     mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
         batch.append(mPending);

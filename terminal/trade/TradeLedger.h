@@ -33,9 +33,8 @@ public:
     /// Calls `use` with the records of a day, under the lock; not at all when the day has none.
     template <class Use> void withDay(int day, Use use) {
         std::unique_lock<std::mutex> hold(mLock);
-        const TradeBook &book = bookOf(day, hold);
-        if (!book.isEmpty()) {
-            use(book);
+        if (const TradeBook *book = bookOf(day, hold)) {
+            use(*book);
         }
     }
     /// What has been filled of a task's items of an instrument; 0 for an unknown task.
@@ -74,10 +73,10 @@ public:
     void write();
 
 private:
-    /// The book of a day, in memory or from the store; an empty one when the day has no records. The lock is held before
-    /// and afterwards, but not all the time.
-    TradeBook &bookOf(int day, std::unique_lock<std::mutex> &hold);
-    /// The same to be changed.
+    /// The book of a day, in memory or from the store; null when the day has no records. The lock is held before and
+    /// afterwards, but not all the time.
+    TradeBook *bookOf(int day, std::unique_lock<std::mutex> &hold);
+    /// The same to be changed: never null.
     TradeBook &bookToChange(int day, std::unique_lock<std::mutex> &hold);
     template <class Record> void importRecord(const Record &record, const TradeAccount &account);
     void tellRefused();

@@ -112,16 +112,6 @@ TEST_F(TradeLedgerTest, ADayWithoutRecordsIsNotShown) {
     EXPECT_FALSE(called);
 }
 
-TEST_F(TradeLedgerTest, ADayWithoutRecordsIsReadOnce) {
-    EXPECT_EQ(orders(), 0u);
-    EXPECT_EQ(mLedger->daysInMemory(), 1u);
-    TradeLedger other(mStore); // writes behind its back what a second reading would find
-    other.addAccount(kAccount);
-    other.enter(kToday, {{ledgerOrder("1")}, {}, {}});
-    other.write();
-    EXPECT_EQ(orders(), 0u);
-}
-
 TEST_F(TradeLedgerTest, WhatATaskHasFilledIsCountedByInstrument) {
     TradeTask task;
     task.id = 7;
