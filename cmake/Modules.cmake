@@ -28,11 +28,18 @@ function(timeshare_units target)
   endforeach()
 endfunction()
 
-# timeshare_library(NAME KIND SOURCE...): a library with the precompiled header.
+# timeshare_library(NAME KIND SOURCE...): a library with the precompiled header, which is compiled once for all of them.
 function(timeshare_library name kind)
   add_library(${name} ${kind} ${ARGN})
   timeshare_units(${name})
-  target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/precompiled.h)
+  target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS)
+  get_property(first GLOBAL PROPERTY timeshare_first_library)
+  if(first)
+    target_precompile_headers(${name} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/precompiled.h)
+    set_property(GLOBAL PROPERTY timeshare_first_library ${name})
+  endif()
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
 endfunction()
 
@@ -42,7 +49,6 @@ endfunction()
 # ones: with both it would have all twice, the installed services as well.
 function(timeshare_product name)
   timeshare_library(${name}_objects OBJECT ${ARGN})
-  target_compile_definitions(${name}_objects PRIVATE QT_NO_KEYWORDS)
   add_library(${name} STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${name}_objects>)
   add_library(${name}_shared SHARED $<TARGET_OBJECTS:${name}_objects>)
   set_target_properties(${name} ${name}_shared PROPERTIES AUTOMOC OFF LINKER_LANGUAGE CXX)

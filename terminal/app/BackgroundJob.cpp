@@ -30,7 +30,7 @@ void BackgroundJob::start(Work work) {
     const auto onFinished = [this, run = mRun] {
         if (run == mRun) {
             end();
-            emit finished();
+            Q_EMIT finished();
         }
     };
     connect(mThread.get(), &QThread::finished, this, onFinished, Qt::QueuedConnection);
@@ -50,7 +50,7 @@ void BackgroundJob::tell(int done, int total) {
 
 void BackgroundJob::passOn() {
     mTold = false;
-    emit progressed();
+    Q_EMIT progressed();
 }
 
 } // namespace terminal

@@ -34,7 +34,7 @@ public:
     int done() const { return mDone; }
     int total() const { return mTotal; } ///< 0 as long as it is not known
 
-signals:
+Q_SIGNALS:
     // On the thread of this object.
     void progressed();
     void finished();

@@ -97,7 +97,7 @@ bool ChartView::show(const QString &key, const QDate &day) {
     mMain->beHistory(day.isValid());
     mMain->request(false);
     mMain->updateWidgetsView();
-    emit changed();
+    Q_EMIT changed();
     return true;
 }
 
@@ -185,14 +185,14 @@ void ChartView::askPaneSettings(int pane) {
     for (const QString &formula : (*asked)->getGraphWidgets().first()->getData()->getFormulas()) {
         const TC::CFormulaDetailPtr detail = catalogue.getFormula(formula);
         if (detail && !TC::formulaParamText(*detail).isEmpty()) {
-            emit parametersAsked(formula);
+            Q_EMIT parametersAsked(formula);
             return;
         }
     }
     if (*asked == panes.first()) {
-        emit tradeSettingsAsked();
+        Q_EMIT tradeSettingsAsked();
     } else {
-        emit noSettings();
+        Q_EMIT noSettings();
     }
 }
 
@@ -260,31 +260,31 @@ boost::shared_ptr<TC::CRealtimeData> ChartView::data() const {
 bool ChartView::handleEvent(int event, int first, int second, QString text, void *payload) {
     switch (event) {
     case TC::eLastValueChanged:
-        emit changed();
+        Q_EMIT changed();
         return true;
     case TC::eFormulaReplaced:
         spreadReplacedFormula();
         return true;
     case TC::eFilterChanged:
-        emit filterChanged(second != 0);
+        Q_EMIT filterChanged(second != 0);
         return true;
     case TC::ePaneSettingsAsked:
         askPaneSettings(first);
         return true;
     case TC::eInstrumentChartAsked:
-        emit downloadAsked();
+        Q_EMIT downloadAsked();
         return true;
     case TC::eReplayControlAsked:
-        emit replayControlAsked();
+        Q_EMIT replayControlAsked();
         return true;
     case TC::eReplayRangeAsked:
-        emit replayAsked(first, second);
+        Q_EMIT replayAsked(first, second);
         return true;
     case TC::eRegionQuotesAsked:
-        emit stretchQuotesAsked(first, second);
+        Q_EMIT stretchQuotesAsked(first, second);
         return true;
     case TC::eStageRankingAsked:
-        emit rankingAsked(text);
+        Q_EMIT rankingAsked(text);
         return true;
     default:
         return CBaseWidget::handleEvent(event, first, second, text, payload);

@@ -67,7 +67,7 @@ public:
     void onUiResourceChanged() override;
     using QWidget::show;
 
-signals:
+Q_SIGNALS:
     /// The last value of the chart has changed.
     void changed();
     /// The history of the chart's instrument is wanted.

@@ -21,7 +21,7 @@ void addChoices(QMenu &menu, QComboBox *box) {
     for (int index = 0; index < box->count(); ++index) {
         QAction *choice = menu.addAction(box->itemText(index), box, [box, index] {
             box->setCurrentIndex(index);
-            emit box->activated(index);
+            Q_EMIT box->activated(index);
         });
         choice->setCheckable(true);
         choice->setChecked(index == box->currentIndex());

@@ -77,14 +77,16 @@ QComboBox *ControlRow::addBox(const char *name) {
 void ControlRow::connectAll() {
     const auto activated = QOverload<int>::of(&QComboBox::activated);
     connect(mInstrument, &QPushButton::clicked, this, &ControlRow::keyboardAsked);
-    connect(mDays, activated, this, [this](int index) { emit dayChosen(mDays->itemData(index).toDate()); });
-    connect(mPanes, activated, this, [this](int index) { emit panesChosen(mPanes->itemData(index).toInt()); });
+    connect(mDays, activated, this, [this](int index) { Q_EMIT dayChosen(mDays->itemData(index).toDate()); });
+    connect(mPanes, activated, this,
+            [this](int index) { Q_EMIT panesChosen(mPanes->itemData(index).toInt()); });
     connect(mTrades, &QPushButton::toggled, this, &ControlRow::tradesToggled);
     connect(mTradeDetails, &QPushButton::clicked, this, &ControlRow::tradeDetailsAsked);
     connect(mFormulas, &QPushButton::toggled, this, &ControlRow::formulasToggled);
     connect(mSelfStocks, &QPushButton::clicked, this, &ControlRow::selfStocksAsked);
     connect(mPause, &QPushButton::toggled, this, &ControlRow::pauseToggled);
-    connect(mPace, activated, this, [this](int index) { emit paceChosen(mPace->itemData(index).toDouble()); });
+    connect(mPace, activated, this,
+            [this](int index) { Q_EMIT paceChosen(mPace->itemData(index).toDouble()); });
     connect(mTheme, &QPushButton::clicked, this, &ControlRow::themeToggled);
     connect(mImport, &QPushButton::clicked, this, &ControlRow::importAsked);
     connect(mDownload, &QPushButton::clicked, this, &ControlRow::downloadAsked);

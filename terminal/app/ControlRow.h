@@ -40,7 +40,7 @@ public:
     QComboBox *days() const { return mDays; }
     QSize minimumSizeHint() const override;
 
-signals:
+Q_SIGNALS:
     void keyboardAsked();
     void dayChosen(const QDate &day);
     void panesChosen(int count);

@@ -50,7 +50,7 @@ void DownloadTeller::startOrStop() {
     const QString key = mView.instrument();
     const TC::CInstrumentDetailPtr detail = mServices.detailOf(key);
     if (!detail) {
-        emit told(tr("%1 由成分计算，请下载其成分的数据").arg(mServices.nameOf(key)), true);
+        Q_EMIT told(tr("%1 由成分计算，请下载其成分的数据").arg(mServices.nameOf(key)), true);
         return;
     }
     mDays = 0;
@@ -60,28 +60,28 @@ void DownloadTeller::startOrStop() {
         TC::CHistoryDataParam earlier = daysBefore(detail, dayOf(known.last()));
         service.suppleDataFromServer(QStringLiteral("earlier"), earlier, {});
     }
-    emit underWayChanged(true);
-    emit told(tr("开始下载 %1").arg(key), false);
+    Q_EMIT underWayChanged(true);
+    Q_EMIT told(tr("开始下载 %1").arg(key), false);
 }
 
 void DownloadTeller::onStep(const QString &key, int done, int total) {
     const bool failed = done == -1;
     mDays += !failed && done < total ? 1 : 0;
     if (mServices.formulas().downloadsUnderWay() == 0) {
-        emit underWayChanged(false);
+        Q_EMIT underWayChanged(false);
         tellEnd(key, failed);
     } else if (total > 1) {
-        emit told(tr("下载 %1：%2/%3").arg(key).arg(done).arg(total), false);
+        Q_EMIT told(tr("下载 %1：%2/%3").arg(key).arg(done).arg(total), false);
     }
 }
 
 void DownloadTeller::tellEnd(const QString &key, bool failed) {
     if (failed) {
-        emit told(tr("%1 的下载没有完成，已下载 %2 个交易日").arg(key).arg(mDays), true);
+        Q_EMIT told(tr("%1 的下载没有完成，已下载 %2 个交易日").arg(key).arg(mDays), true);
     } else if (mDays > 0) {
-        emit told(tr("%1 下载完成，新增 %2 个交易日").arg(key).arg(mDays), false);
+        Q_EMIT told(tr("%1 下载完成，新增 %2 个交易日").arg(key).arg(mDays), false);
     } else {
-        emit told(tr("%1 没有可下载的数据").arg(key), false);
+        Q_EMIT told(tr("%1 没有可下载的数据").arg(key), false);
     }
 }
 

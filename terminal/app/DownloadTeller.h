@@ -19,7 +19,7 @@ public:
     /// Downloads what is missing of the day shown, and the twenty trading days in front of those that are stored.
     void startOrStop();
 
-signals:
+Q_SIGNALS:
     void told(const QString &text, bool isError);
     /// Downloads have begun, or all of them have ended.
     void underWayChanged(bool underWay);

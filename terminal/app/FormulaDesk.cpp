@@ -30,7 +30,7 @@ FormulaDesk::FormulaDesk(TerminalServices &services, ChartView &view, FormulaPan
                                                                                  TC::EFormulaLanguage language,
                                                                                  corvane::ERunMode mode) {
         services.historyCache().clear();
-        emit catalogueChanged();
+        Q_EMIT catalogueChanged();
         panel.refresh();
         chart->handleApplyFormula(formula, language, mode);
     });

@@ -26,7 +26,7 @@ public:
     void edit(const QString &formula, int line = 0);
     void askParameters(const QString &formula);
 
-signals:
+Q_SIGNALS:
     /// The formulas are others: what is searched has changed.
     void catalogueChanged();
 

@@ -93,13 +93,13 @@ FormulaPanel::FormulaPanel(QWidget *parent)
     });
     connect(mTree, &QTreeWidget::itemActivated, this, &FormulaPanel::ask);
     connect(mTree, &QWidget::customContextMenuRequested, this, &FormulaPanel::showMenu);
-    connect(restore, &QPushButton::clicked, this, [this] { emit asked(kOrdinaryChart); });
-    connect(create, &QPushButton::clicked, this, [this] { emit editAsked({}); });
+    connect(restore, &QPushButton::clicked, this, [this] { Q_EMIT asked(kOrdinaryChart); });
+    connect(create, &QPushButton::clicked, this, [this] { Q_EMIT editAsked({}); });
 }
 
 void FormulaPanel::ask(const QTreeWidgetItem *item) {
     if (!formulaOf(item).isEmpty()) {
-        emit asked(formulaOf(item));
+        Q_EMIT asked(formulaOf(item));
     }
 }
 
@@ -184,9 +184,9 @@ void FormulaPanel::showMenu(const QPoint &at) {
     }
     QMenu menu(this);
     menu.setPalette(palette()); // a menu is a window, and takes none of its own accord
-    menu.addAction(tr("显示"), this, [this, formula] { emit asked(formula); });
-    menu.addAction(tr("修改指标参数"), this, [this, formula] { emit parametersAsked(formula); });
-    menu.addAction(tr("编辑指标"), this, [this, formula] { emit editAsked(formula); });
+    menu.addAction(tr("显示"), this, [this, formula] { Q_EMIT asked(formula); });
+    menu.addAction(tr("修改指标参数"), this, [this, formula] { Q_EMIT parametersAsked(formula); });
+    menu.addAction(tr("编辑指标"), this, [this, formula] { Q_EMIT editAsked(formula); });
     menu.exec(mTree->viewport()->mapToGlobal(at));
 }
 

@@ -24,7 +24,7 @@ public:
     QLineEdit *filter() const { return mFilter; }
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-signals:
+Q_SIGNALS:
     void asked(const QString &formula);
     void parametersAsked(const QString &formula);
     void editAsked(const QString &formula);

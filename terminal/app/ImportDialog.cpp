@@ -370,7 +370,7 @@ void ImportDialog::onFinished() {
         mResults.append(tr("%1（%2 行，%3 行/秒）").arg(importedText(outcome), shownCount(outcome.rows), rate));
         mProgress.bar->setValue(1000);
         const ImportedBars &first = outcome.instruments.first();
-        emit imported(first.key, dateOf(first.lastDay), importedText(outcome));
+        Q_EMIT imported(first.key, dateOf(first.lastDay), importedText(outcome));
     } else if (mStopped) {
         mResults.append(tr("%1 的导入已停止，行情库未改变").arg(QFileInfo(entry.path).fileName()));
     } else {

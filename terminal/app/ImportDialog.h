@@ -42,7 +42,7 @@ public:
     bool isImporting() const { return mJob != nullptr; }
     void reject() override;
 
-signals:
+Q_SIGNALS:
     /// A file was imported: the first instrument of it, its last day, and what was imported in words.
     void imported(const QString &key, const QDate &day, const QString &text);
 

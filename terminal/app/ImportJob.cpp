@@ -32,7 +32,7 @@ void ImportJob::start() {
 
 void ImportJob::run() {
     mOutcome = importMarketFile(mStore, mOptions, mPath, [this](int done, int total) {
-        emit progress(done, total);
+        Q_EMIT progress(done, total);
         return !mStopped;
     });
 }

@@ -25,7 +25,7 @@ public:
     /// What came of it; for the time after finished().
     const ImportOutcome &outcome() const { return mOutcome; }
 
-signals:
+Q_SIGNALS:
     // On the user-interface thread.
     void progress(int done, int total);
     void finished();

@@ -48,7 +48,7 @@ MessagePanel::MessagePanel(FormulaMessages &messages, QWidget *parent) : QWidget
     column->addWidget(makeHead());
     column->addWidget(mRows, 1);
     connect(mRows, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *row) {
-        emit formulaChosen(row->text(eFormula), row->data(eFormula, kLineRole).toInt());
+        Q_EMIT formulaChosen(row->text(eFormula), row->data(eFormula, kLineRole).toInt());
     });
     connect(&mMessages, &FormulaMessages::changed, this, [this](bool isNew) {
         refresh();

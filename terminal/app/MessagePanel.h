@@ -19,7 +19,7 @@ public:
 
     QTreeWidget *rows() const { return mRows; }
 
-signals:
+Q_SIGNALS:
     /// A row was double clicked; `line` is 0 where the error has no place.
     void formulaChosen(const QString &formula, int line);
 

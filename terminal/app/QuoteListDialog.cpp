@@ -71,10 +71,10 @@ QuoteListDialog::QuoteListDialog(TerminalServices &services, QWidget *parent)
     mRemove->hide();
     connect(mNames, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &QuoteListDialog::fill);
     connect(mRows, &QTreeWidget::itemActivated, this,
-            [this](const QTreeWidgetItem *row) { emit chosen(row->text(eQuoteKey)); });
+            [this](const QTreeWidgetItem *row) { Q_EMIT chosen(row->text(eQuoteKey)); });
     connect(mRemove, &QPushButton::clicked, this, [this] {
         if (const QTreeWidgetItem *row = mRows->currentItem()) {
-            emit removeAsked(mNames->currentText(), row->text(eQuoteKey));
+            Q_EMIT removeAsked(mNames->currentText(), row->text(eQuoteKey));
         }
     });
     connect(&mTimer, &QTimer::timeout, this, &QuoteListDialog::refresh);

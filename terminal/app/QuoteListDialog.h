@@ -33,7 +33,7 @@ public:
 
     void onUiResourceChanged() override;
 
-signals:
+Q_SIGNALS:
     void chosen(const QString &key);
     void removeAsked(const QString &list, const QString &key);
 

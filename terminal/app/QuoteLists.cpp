@@ -30,7 +30,7 @@ QuoteListDialog *QuoteLists::makeDialog(const char *name, const QString &title) 
 void QuoteLists::showSectors(const QString &key) {
     const QVector<QuoteList> sectors = mServices.sectorsOf(key);
     if (sectors.isEmpty()) {
-        emit refused(tr("%1 %2 不属于任何板块").arg(key, mServices.nameOf(key)));
+        Q_EMIT refused(tr("%1 %2 不属于任何板块").arg(key, mServices.nameOf(key)));
         return;
     }
     if (!mSectors) {
@@ -47,7 +47,7 @@ void QuoteLists::makeSelfStocks() {
     connect(mSelfStocks, &QuoteListDialog::removeAsked, this, [this](const QString &list, const QString &key) {
         const QString refusal = mServices.selfStocks().removeStocks(list, {key});
         if (!refusal.isEmpty()) {
-            emit refused(refusal);
+            Q_EMIT refused(refusal);
         }
     });
 }

@@ -23,7 +23,7 @@ public:
     void showSectors(const QString &key);
     void showSelfStocks();
 
-signals:
+Q_SIGNALS:
     void chosen(const QString &key);
     /// Why something was not done.
     void refused(const QString &reason);

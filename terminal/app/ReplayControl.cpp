@@ -24,7 +24,7 @@ void ReplayControl::start(qint64 start, qint64 end) {
         mView.setReplay(true);
     }
     showPanel();
-    emit told(tr("行情回放：%1").arg(mView.instrument()));
+    Q_EMIT told(tr("行情回放：%1").arg(mView.instrument()));
 }
 
 void ReplayControl::showPanel() {
@@ -48,7 +48,7 @@ void ReplayControl::end() {
         mView.setReplay(false);
         mService.withdrawAll();
         mService.setThousandRange(0, 0);
-        emit told({});
+        Q_EMIT told({});
     }
 }
 

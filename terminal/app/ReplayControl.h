@@ -24,7 +24,7 @@ public:
     void showPanel();
     void end();
 
-signals:
+Q_SIGNALS:
     void told(const QString &text);
 
 private:

@@ -25,7 +25,7 @@ public:
 
     void onUiResourceChanged() override;
 
-signals:
+Q_SIGNALS:
     /// The user leaves the replay.
     void endAsked();
 

@@ -16,19 +16,19 @@ void SmartKeyboard::open(const QString &text) {
         switch (type) {
         case TC::ESmartKeyType::Stock:
         case TC::ESmartKeyType::Index:
-            emit instrumentPicked(picked.key());
+            Q_EMIT instrumentPicked(picked.key());
             break;
         case TC::ESmartKeyType::Shortcut:
-            emit instrumentPicked(picked.mCode == QLatin1String("03") ? QStringLiteral("SH000001")
-                                                                      : QStringLiteral("SZ399001"));
+            Q_EMIT instrumentPicked(picked.mCode == QLatin1String("03") ? QStringLiteral("SH000001")
+                                                                        : QStringLiteral("SZ399001"));
             break;
         case TC::ESmartKeyType::Formula:
-            emit formulaPicked(picked.mCode);
+            Q_EMIT formulaPicked(picked.mCode);
             break;
         case TC::ESmartKeyType::Function:
             break;
         }
-        emit closed();
+        Q_EMIT closed();
     });
     keyboard->setTitle(tr("键盘精灵"));
     keyboard->openFor(mWindow, text);

@@ -16,7 +16,7 @@ public:
     /// Opens it for another instrument or a formula, with a first text.
     void open(const QString &text);
 
-signals:
+Q_SIGNALS:
     void instrumentPicked(const QString &key);
     void formulaPicked(const QString &name);
     /// Something was picked, and the keyboard has gone.

@@ -116,7 +116,7 @@ void StageRankingDialog::setRanking(bool ranking) {
 
 void StageRankingDialog::choose(int row) {
     if (row >= 0 && row < mModel->rowCount()) {
-        emit chosen(mModel->row(row).key, dateAt(mQuestion.start * 1000));
+        Q_EMIT chosen(mModel->row(row).key, dateAt(mQuestion.start * 1000));
     }
 }
 

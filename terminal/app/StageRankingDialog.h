@@ -37,7 +37,7 @@ public:
 
     void onUiResourceChanged() override;
 
-signals:
+Q_SIGNALS:
     /// An instrument and the day of the span.
     void chosen(const QString &key, const QDate &day);
 

@@ -118,7 +118,7 @@ void StageRankingModel::sort(int column, Qt::SortOrder order) {
     if (column < 0) {
         return;
     }
-    emit layoutAboutToBeChanged();
+    Q_EMIT layoutAboutToBeChanged();
     const QModelIndexList before = persistentIndexList(); // as that of the selected row
     QStringList keys;
     for (const QModelIndex &index : before) {
@@ -143,7 +143,7 @@ void StageRankingModel::sort(int column, Qt::SortOrder order) {
         after.append(index(places[keys[i]], before[i].column()));
     }
     changePersistentIndexList(before, after);
-    emit layoutChanged();
+    Q_EMIT layoutChanged();
 }
 
 } // namespace terminal

@@ -27,7 +27,7 @@ public:
     StretchQuotesDialog *quotes() const { return mQuotes; }
     StageRankingDialog *ranking() const { return mRanking; }
 
-signals:
+Q_SIGNALS:
     /// An instrument of the ranking was chosen, and the day that it is of.
     void chosen(const QString &key, const QDate &day);
 

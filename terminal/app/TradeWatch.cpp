@@ -44,7 +44,7 @@ void TradeWatch::tell() {
         const std::lock_guard<std::mutex> hold(mBond->lock);
         std::swap(instruments, mBond->untold);
     }
-    emit changed(instruments);
+    Q_EMIT changed(instruments);
 }
 
 } // namespace terminal

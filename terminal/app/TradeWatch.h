@@ -20,7 +20,7 @@ public:
     explicit TradeWatch(QObject *parent = nullptr);
     ~TradeWatch() override;
 
-signals:
+Q_SIGNALS:
     /// Records of the instruments with these keys have changed.
     void changed(const QSet<QString> &instruments);
 

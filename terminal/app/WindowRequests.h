@@ -10,11 +10,11 @@ namespace terminal {
 class WindowRequests : public QObject, public TC::CIndexMainWindowHelper {
     Q_OBJECT
 public:
-    void instrumentChanged(const QString &key) override { emit instrumentShown(key); }
-    void showContrast(const QString &key) override { emit contrastAsked(key); }
-    void exportFormula(const QString &name) override { emit exportAsked(name); }
+    void instrumentChanged(const QString &key) override { Q_EMIT instrumentShown(key); }
+    void showContrast(const QString &key) override { Q_EMIT contrastAsked(key); }
+    void exportFormula(const QString &name) override { Q_EMIT exportAsked(name); }
 
-signals:
+Q_SIGNALS:
     void instrumentShown(const QString &key);
     void contrastAsked(const QString &key);
     /// The name may be empty.

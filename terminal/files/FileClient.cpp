@@ -31,7 +31,7 @@ void FileClient::readFileByLine(int &seq, TC::EFileType type, const QString &pat
         return;
     }
     if (!mThread.joinable() && !start()) {
-        mEnds.post([this, seq] { emit sigReadFinished(seq, false, noThreadText()); });
+        mEnds.post([this, seq] { Q_EMIT sigReadFinished(seq, false, noThreadText()); });
         return;
     }
     mReads.push_back({seq, type, path, std::move(lineHandler)});
@@ -77,7 +77,7 @@ void FileClient::read(const Read &read) {
     if (isStopping()) {
         return;
     }
-    mEnds.post([this, seq = read.seq, trouble] { emit sigReadFinished(seq, trouble.isEmpty(), trouble); });
+    mEnds.post([this, seq = read.seq, trouble] { Q_EMIT sigReadFinished(seq, trouble.isEmpty(), trouble); });
 }
 
 } // namespace terminal

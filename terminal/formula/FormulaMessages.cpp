@@ -58,13 +58,13 @@ void FormulaMessages::drain() {
         isNew = putFirst(mMessages, *message) || isNew;
     }
     if (!waiting.isEmpty()) {
-        emit changed(isNew);
+        Q_EMIT changed(isNew);
     }
 }
 
 void FormulaMessages::clear() {
     mMessages.clear();
-    emit changed(false);
+    Q_EMIT changed(false);
 }
 
 } // namespace terminal

@@ -31,7 +31,7 @@ public:
     const QList<FormulaMessage> &messages() const { return mMessages; }
     void clear();
 
-signals:
+Q_SIGNALS:
     /// The list is another; `isNew` when an error came that was not in it.
     void changed(bool isNew);
 

@@ -126,7 +126,7 @@ void ReplayService::step() {
     }
     if (next == kNever || (mEnd > 0 && next > mEnd)) {
         mTimer.stop();
-        emit finished();
+        Q_EMIT finished();
         return;
     }
     mTime = next;

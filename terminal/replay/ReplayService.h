@@ -42,7 +42,7 @@ public:
     qint64 replayTime() const;
     int liveRequests() const;
 
-signals:
+Q_SIGNALS:
     /// The last minute of all requests has been played.
     void finished();
 
