@@ -156,7 +156,7 @@ protected:
 };
 
 TEST_F(ProgramCrashTest, AProgramThatIsKilledWhileItImportsStartsAgainWithoutThatImport) {
-    const QString large = writeTrades("large.csv", "600998.SH", 600000);
+    const QString large = writeTrades("large.csv", "600998.SH", 250000);
     const QString kept = writeTrades("kept.csv", "600997.SH", 3);
     ASSERT_EQ(run({"--import", kept}), 0);
     const QString log = path("market.db-wal");
