@@ -33,8 +33,10 @@ using SuppleProgressCallback = boost::function<void(int, int, const QString &, c
 using HistoryQuoteCallback =
     boost::function<void(int, int, const std::vector<std::shared_ptr<quoter::QuoterBase>> &, const QString &)>;
 
-/// Evaluates formulas. May call back on any thread. A callback object is kept until its request is withdrawn
-/// and is to be released outside the service's own locks.
+/// Evaluates formulas. May call back on any thread; UiThreadFormulas brings that to the user-interface thread. A callback
+/// object is kept until its request is withdrawn and is to be released outside the service's own locks.
+///
+/// A host has to answer the first three. The rest answer nothing unless it has something to say.
 class TIMESHARE_EXPORT CFormulaManager {
 public:
     virtual ~CFormulaManager() = default;
@@ -47,20 +49,23 @@ public:
                                      std::vector<FormulaResultPtr> &results) = 0;
     /// Withdraw by request id; an unknown id is harmless.
     virtual void unrequestFormula(const QString &requestId) = 0;
-    virtual void unrequestFormulas(const QVector<QString> &requestIds) = 0;
+    virtual void unrequestFormulas(const QVector<QString> &requestIds) {
+        for (const QString &id : requestIds) {
+            unrequestFormula(id);
+        }
+    }
     /// Cached quotes of a range.
-    virtual void fetchCacheData(se::RPCFetchCacheDataParam &param,
-                                std::vector<std::shared_ptr<quoter::QuoterBase>> &records) = 0;
+    virtual void fetchCacheData(se::RPCFetchCacheDataParam &,
+                                std::vector<std::shared_ptr<quoter::QuoterBase>> &) {}
     /// Quotes of a range, later, through the callback.
-    virtual void requestHistoryQuote(const quoter::TSMetaInfo &meta, const quoter::TRegionInfo &region,
-                                     HistoryQuoteCallback onQuotes) = 0;
-    /// Hidden variables of a series at an axis index, as text.
-    virtual QString lookHideVar(const QString &requestId, int index) = 0;
-    /// Fetches missing history from the server. The progress may come on any thread.
-    virtual void suppleDataFromServer(const QString &name, CHistoryDataParam &param,
-                                      SuppleProgressCallback onProgress) = 0;
+    virtual void requestHistoryQuote(const quoter::TSMetaInfo &, const quoter::TRegionInfo &,
+                                     HistoryQuoteCallback) {}
+    /// Hidden variables of the series of a request at an axis index, as text.
+    virtual QString lookHideVar(const QString &, int) { return {}; }
+    /// Fetches missing history of a name from the server. The progress may come on any thread.
+    virtual void suppleDataFromServer(const QString &, CHistoryDataParam &, SuppleProgressCallback) {}
     /// Progress of a group model run; false when the id is unknown.
-    virtual bool groupRunProgress(const std::string &requestId, bson::BSONObj &progress) = 0;
+    virtual bool groupRunProgress(const std::string &, bson::BSONObj &) { return false; }
 };
 
 } // namespace TC

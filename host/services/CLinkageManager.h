@@ -20,6 +20,8 @@
 namespace TC {
 
 /// The user's trading: accounts, strategies, orders, deals and tasks. Its signals may come on any thread.
+///
+/// As it is, it stands for a user who has none of them. A host answers what its user has.
 class TIMESHARE_EXPORT CLinkageManager {
 public:
     using Keys = std::set<std::string>;
@@ -37,63 +39,69 @@ public:
     virtual ~CLinkageManager() = default;
 
     /// Whether trade data are shown on charts at all.
-    virtual bool isEnabled() = 0;
+    virtual bool isEnabled() { return false; }
 
-    virtual Records<kvservice::COrderDetail> getOrderDetails(int date, const std::string &instrument,
-                                                             const Keys &accounts) = 0;
-    virtual Records<kvservice::CDealDetail> getDealDetails(int date, const std::string &instrument,
-                                                           const Keys &accounts) = 0;
-    virtual Records<kvservice::CTaskDetail> getTaskDetails(const std::string &instrument,
-                                                           const Keys &accounts) = 0;
+    /// Orders of a trading day, seconds since the epoch at its midnight, of an instrument's key and accounts.
+    virtual Records<kvservice::COrderDetail> getOrderDetails(int, const std::string &, const Keys &) {
+        return {};
+    }
+    virtual Records<kvservice::CDealDetail> getDealDetails(int, const std::string &, const Keys &) {
+        return {};
+    }
+    /// Tasks of the running day, of an instrument's key and accounts.
+    virtual Records<kvservice::CTaskDetail> getTaskDetails(const std::string &, const Keys &) { return {}; }
     /// Filled number of an instrument's item of a task.
-    virtual long long getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &task,
-                                              const std::string &instrument) = 0;
-    /// Cumulative amounts per minute of the day; `filter` restricts them to the strategies.
-    virtual TimedAmounts getTotalBuySellAmounts(const Keys &instruments, const Keys &accounts,
-                                                const Keys &strategies, bool filter) = 0;
-    virtual TimedValues getTotalProfits(const Keys &instruments, const Keys &accounts, const Keys &strategies,
-                                        bool filter) = 0;
-    virtual TimedValues getTotalBalances(const Keys &instruments, const Keys &accounts, const Keys &strategies,
-                                         bool filter) = 0;
-    /// Largest relative distance of the user's order or deal prices from the previous close.
-    virtual double getOrderAmplitude(const Keys &instruments, const Keys &accounts) = 0;
-    virtual double getDealAmplitude(const Keys &instruments, const Keys &accounts) = 0;
+    virtual long long getTaskItemFinishNumber(const boost::shared_ptr<kvservice::CTaskDetail> &,
+                                              const std::string &) {
+        return 0;
+    }
+    /// Cumulative amounts per minute of the day, of instruments, accounts and strategies; the last argument restricts
+    /// them to the strategies. The same holds for the two that follow.
+    virtual TimedAmounts getTotalBuySellAmounts(const Keys &, const Keys &, const Keys &, bool) { return {}; }
+    virtual TimedValues getTotalProfits(const Keys &, const Keys &, const Keys &, bool) { return {}; }
+    virtual TimedValues getTotalBalances(const Keys &, const Keys &, const Keys &, bool) { return {}; }
+    /// Largest relative distance of the user's order or deal prices from the previous close, of instruments and accounts.
+    virtual double getOrderAmplitude(const Keys &, const Keys &) { return 0.0; }
+    virtual double getDealAmplitude(const Keys &, const Keys &) { return 0.0; }
 
-    virtual std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() = 0;
+    virtual std::vector<boost::shared_ptr<kvservice::CAccountInfo>> getAccounts() { return {}; }
     /// Those of the named accounts that exist; false when there are none.
-    virtual bool getAccounts(const QList<QString> &names, Keys &accounts) = 0;
+    virtual bool getAccounts(const QList<QString> &, Keys &accounts) {
+        accounts.clear();
+        return false;
+    }
     /// Ids of the accounts of a type, in the order in which they are listed: 1 futures, 2 stock.
-    virtual std::vector<std::string> getAccountIds(int type) = 0;
+    virtual std::vector<std::string> getAccountIds(int) { return {}; }
     /// Names of the strategies that the user's records come from.
-    virtual Keys getStrategys() = 0;
+    virtual Keys getStrategys() { return {}; }
     /// Keys of the instruments that have records of the user.
-    virtual Keys getStocks() = 0;
+    virtual Keys getStocks() { return {}; }
 
     /// Profits are wanted from now on, or no longer. Only while they are, getTotalProfits() works them out, and every
     /// change of them is told; otherwise it answers nothing. Neither call is counted: the last one holds.
-    virtual void startProfitCalculator() = 0;
-    virtual void stopProfitCalculator() = 0;
+    virtual void startProfitCalculator() {}
+    virtual void stopProfitCalculator() {}
     /// The same for balances.
-    virtual void startBalanceCalculator() = 0;
-    virtual void stopBalanceCalculator() = 0;
+    virtual void startBalanceCalculator() {}
+    virtual void stopBalanceCalculator() {}
 
-    /// Takes a record that came about elsewhere: `time` in seconds since the epoch, `direction` as
-    /// isBuyByDirection() reads it. What the service cannot read it leaves out.
-    virtual void importOrder(const std::string &account, const std::string &instrument, const std::string &key,
-                             double price, int volume, long long time, int direction) = 0;
-    virtual void importDeal(const std::string &account, const std::string &instrument, const std::string &key,
-                            double price, int volume, long long time, int direction) = 0;
+    /// Takes a record that came about elsewhere, of an account, an instrument and a key of its own: price, volume, time in
+    /// seconds since the epoch, direction as isBuyByDirection() reads it. What the service cannot read it leaves out.
+    virtual void importOrder(const std::string &, const std::string &, const std::string &, double, int,
+                             long long, int) {}
+    virtual void importDeal(const std::string &, const std::string &, const std::string &, double, int,
+                            long long, int) {}
     /// Forgets everything imported.
-    virtual void clearImportData() = 0;
-    /// Cancels a task that can be cancelled; `text` tells on whose behalf.
-    virtual void cancelTask(int taskId, const QString &text) = 0;
+    virtual void clearImportData() {}
+    /// Cancels a task that can be cancelled; the text tells on whose behalf.
+    virtual void cancelTask(int, const QString &) {}
 
     // Words of the user interface; a number without a word of its own is shown as a number.
-    virtual QString getTaskStatusText(int status) = 0;
-    virtual QString getPriceTypeText(int priceType) = 0;
-    virtual QString getOperationText(int operation) = 0;
-    /// What quantities of an instrument are counted in, such as "股" or "手".
-    virtual QString getUnitText(const std::string &market, const std::string &code) = 0;
+    virtual QString getTaskStatusText(int status) { return QString::number(status); }
+    virtual QString getPriceTypeText(int priceType) { return QString::number(priceType); }
+    virtual QString getOperationText(int operation) { return QString::number(operation); }
+    /// What quantities of an instrument, of a market and a code, are counted in, such as "股" or "手".
+    virtual QString getUnitText(const std::string &, const std::string &) { return {}; }
 
     /// Orders, deals or tasks of these instruments changed.
     ChangeSignal sigLinkageChanged;

@@ -19,8 +19,8 @@ public:
     virtual CInstrumentDetailPtr getInstrumentDetail(const QString &key) = 0;
     /// Whether the catalogue knows the key.
     virtual bool isExist(const QString &key) = 0;
-    /// Whether the key names a portfolio.
-    virtual bool isPortfolio(const QString &key) = 0;
+    /// Whether the key names a portfolio; without an answer of the host's none does.
+    virtual bool isPortfolio(const QString &) { return false; }
     /// A record to show when no instrument is set.
     virtual CInstrumentDetailPtr getDefaultDetail() = 0;
     /// The close of the trading day before `date`, with 0 before the day that runs; kUnsetValue when unknown.

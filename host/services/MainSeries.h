@@ -30,8 +30,27 @@ public:
     static FormulaMetaPtr meta(const QString &formula);
     /// All points.
     static FormulaResultPtr result(const QString &formula, const std::vector<MinuteBar> &bars);
-    /// The last point alone, for the stream; null without a bar.
+    /// The last point alone; null without a bar. Reads all bars for the mean price: a stream is made by MainDay.
     static FormulaInstantPtr lastPoint(const QString &formula, const std::vector<MinuteBar> &bars);
+};
+
+/// The running day of a main chart, bar by bar. However long the day is already, a bar and its point take the same time.
+/// One thread at a time.
+class TIMESHARE_EXPORT MainDay {
+public:
+    /// Takes the newest bar. One of the last bar's minute stands in its place, a later one follows; an earlier one is left
+    /// out, and the answer is false.
+    bool add(const MinuteBar &bar);
+    const std::vector<MinuteBar> &bars() const { return mBars; }
+    /// All points so far, for the history.
+    FormulaResultPtr result(const QString &formula) const { return MainSeries::result(formula, mBars); }
+    /// The last point, for the stream; null without a bar and for any other formula.
+    FormulaInstantPtr lastPoint(const QString &formula) const;
+
+private:
+    std::vector<MinuteBar> mBars;
+    double mVolumeBefore = 0.0; ///< of all bars but the last
+    double mAmountBefore = 0.0;
 };
 
 } // namespace TC

@@ -1,6 +1,8 @@
 """Installs a build tree into an empty prefix and uses it as a stranger does.
 
-    installed.py --build FOLDER --release NUMBER --cmake PROGRAM
+    installed.py --build FOLDER --release NUMBER --cmake PROGRAM [--update]
+
+With --update the pictures of the examples in docs/pictures are made anew.
 
 Programs outside of the tree find the package by CMake and by pkg-config, are compiled by both compilers with the strictest
 settings, and run. The headers stand by themselves, and what their inline functions call is there.
@@ -18,6 +20,9 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
+HOST = ROOT / "examples/minimal"
+EXAMPLES = ("minimal", "formula_pane", "trades")
+PICTURES = ROOT / "docs/pictures"
 STRICT = ["-std=c++17", "-fPIC", "-fvisibility=hidden", "-fvisibility-inlines-hidden", "-DQT_NO_KEYWORDS", "-Wall",
           "-Wextra", "-Wconversion", "-Werror"]
 
@@ -53,12 +58,12 @@ class Installed:
         return run(self.cmake, "-S", source, "-B", self.work / name, "-G", "Ninja", f"-DCMAKE_CXX_COMPILER_LAUNCHER={';'.join(CACHE)}",
                    f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DEXPECTED_RELEASE={self.release}", *more, fails=fails)
 
-    def by_cmake(self, source, target, compiler):
-        """Builds a program by find_package and answers where it is."""
-        name = f"{target}-{compiler}"
+    def by_cmake(self, source, compiler):
+        """Builds programs by find_package and answers where they are."""
+        name = f"{source.name}-{compiler}"
         self.configure(source, name, f"-DCMAKE_CXX_COMPILER={compiler}")
         run(self.cmake, "--build", self.work / name)
-        return self.work / name / target
+        return self.work / name
 
     def ask(self, option, package="timeshare"):
         """What pkg-config answers."""
@@ -74,7 +79,7 @@ class Installed:
     def by_pkg_config(self):
         assert self.ask("--modversion") == ["1." + self.release], self.ask("--modversion")
         program = self.work / "outside-pkg-config"
-        run("g++", self.compile(HERE / "program/main.cpp", "outside.o"), "-o", program, *self.ask("--libs"),
+        run("g++", self.compile(HERE / "program/main.cpp", "outside.o", "-I", HOST), "-o", program, *self.ask("--libs"),
             f"-Wl,-rpath,{self.libraries}")
         return program
 
@@ -98,6 +103,18 @@ class Installed:
                      + run("c++filt", *hidden))
 
 
+def look_at_pictures(made, outside, update):
+    """The pictures of the examples are those of the guide, give or take what a font engine does at the edge of letters."""
+    for name in EXAMPLES:
+        shown = PICTURES / f"{name}.png"
+        if update:
+            shutil.copyfile(made / f"{name}.png", shown)
+        different = int(run(outside, "--differences", shown, made / f"{name}.png").split()[0])
+        if different > 300:
+            sys.exit(f"{made / name}.png is not {shown}: {different} pixels differ; "
+                     "look at both, and with --update take the new ones")
+
+
 def in_tree(installed):
     """The tree as a folder of another project: nothing but the libraries comes with it."""
     folder = installed.work / "around"
@@ -118,13 +135,17 @@ def main():
     parser = argparse.ArgumentParser()
     for option in ("build", "release", "cmake"):
         parser.add_argument("--" + option, required=True)
-    installed = Installed(parser.parse_args())
+    parser.add_argument("--update", action="store_true", help="take the pictures of the examples into the guide")
+    options = parser.parse_args()
+    installed = Installed(options)
     run("ldd", "-r", installed.libraries / "libtimeshare.so")
-    for program in (installed.by_cmake(HERE / "program", "outside", "clang++"), installed.by_pkg_config()):
+    outside = installed.by_cmake(HERE / "program", "clang++") / "outside"
+    for program in (outside, installed.by_pkg_config()):
         print(program.name, run(program).splitlines()[-1])
-    picture = installed.work / "minimal.png"
-    run(installed.by_cmake(ROOT / "examples/minimal", "minimal", "clang++"), "--snapshot", picture)
-    assert picture.stat().st_size > 5000, picture.stat().st_size
+    examples = installed.by_cmake(ROOT / "examples", "clang++")
+    for name in EXAMPLES:
+        run(examples / name, "--snapshot", examples / f"{name}.png")
+    look_at_pictures(examples, outside, options.update)
 
     # What is asked for and not there is refused.
     for line, words in (("find_package(timeshare 2 CONFIG REQUIRED)", "version: 1.0"),

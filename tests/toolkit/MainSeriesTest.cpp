@@ -75,6 +75,65 @@ TEST(MainSeries, TheLastPointIsThatOfTheWholeSeries) {
     EXPECT_NEAR(volume->mExtra2[0], -0.1, 1e-9);
 }
 
+namespace {
+
+void expectSamePoint(const FormulaInstantPtr &point, const FormulaResultPtr &whole, std::size_t index) {
+    ASSERT_TRUE(point);
+    EXPECT_EQ(point->mTime, whole->mTimes[index]);
+    ASSERT_EQ(point->mValues.size(), whole->mValues.size());
+    ASSERT_EQ(point->mExtra1.size(), whole->mExtra1.size());
+    ASSERT_EQ(point->mTexts.size(), whole->mTexts.size());
+    ASSERT_EQ(point->mExtra2.size(), whole->mExtra2.size());
+    for (std::size_t line = 0; line < whole->mValues.size(); ++line) {
+        EXPECT_DOUBLE_EQ(point->mValues[line], whole->mValues[line][index]);
+        EXPECT_EQ(point->mExtra1[line], whole->mExtra1[line][index]);
+        EXPECT_EQ(point->mTexts[line], whole->mTexts[line][index]);
+        EXPECT_DOUBLE_EQ(point->mExtra2[line], whole->mExtra2[line][index]);
+    }
+}
+
+} // namespace
+
+TEST(MainDay, EachPointIsThatOfTheWholeSeries) {
+    MainDay day;
+    for (std::size_t i = 0; i < threeBars().size(); ++i) {
+        ASSERT_TRUE(day.add(threeBars()[i]));
+        for (const QString &formula : {kMainPrice, kMainVolume}) {
+            expectSamePoint(day.lastPoint(formula), MainSeries::result(formula, threeBars()), i);
+            EXPECT_EQ(day.result(formula)->mTimes.size(), i + 1);
+        }
+    }
+}
+
+TEST(MainDay, ABarOfTheSameMinuteStandsInThePlaceOfTheLast) {
+    MainDay day;
+    day.add({60000, 10.0, 10.0, 100.0, 1000.0});
+    day.add({120000, 10.0, 11.0, 100.0, 1100.0});
+    day.add({120000, 10.0, 12.0, 300.0, 3600.0}); // the minute has gone on
+    ASSERT_EQ(day.bars().size(), 2u);
+    const FormulaInstantPtr price = day.lastPoint(kMainPrice);
+    EXPECT_EQ(price->mValues[0], 12.0);
+    EXPECT_DOUBLE_EQ(price->mValues[1], 11.5); // 4600 / 400
+    EXPECT_EQ(day.lastPoint(kMainVolume)->mExtra2[0], 2.0) << "against the minute before";
+}
+
+TEST(MainDay, ABarOfAnEarlierMinuteIsLeftOut) {
+    MainDay day;
+    day.add({120000, 10.0, 11.0, 100.0, 1100.0});
+    EXPECT_FALSE(day.add({60000, 9.0, 9.0, 900.0, 8100.0}));
+    EXPECT_EQ(day.bars().size(), 1u);
+    EXPECT_DOUBLE_EQ(day.lastPoint(kMainPrice)->mValues[1], 11.0);
+}
+
+TEST(MainDay, NothingIsMadeOfNothing) {
+    MainDay day;
+    EXPECT_FALSE(day.lastPoint(kMainPrice));
+    ASSERT_TRUE(day.result(kMainPrice));
+    EXPECT_TRUE(day.result(kMainPrice)->mTimes.empty());
+    day.add(threeBars()[0]);
+    EXPECT_FALSE(day.lastPoint(QStringLiteral("MACD")));
+}
+
 TEST(MainSeries, NothingIsMadeOfNothing) {
     EXPECT_FALSE(MainSeries::lastPoint(kMainPrice, {}));
     ASSERT_TRUE(MainSeries::result(kMainPrice, {}));

@@ -11,8 +11,6 @@
 #include "host/services/IdGenerator.h"
 #include "host/services/StockTypeCenter.h"
 
-#include <QCoreApplication>
-
 #include <boost/make_shared.hpp>
 
 #include <atomic>
@@ -91,20 +89,8 @@ public:
         }
     }
     CFormulaDetailPtr getFormula(const QString &name) override { return mFormulas.value(name.toUpper()); }
-    CFormulaCatalogDetailPtr getRootCatalog() override { return mRoot; }
-    bool genLuaFormula(const QString &, const QString &) override { return true; }
-    QString pythonDir() override { return {}; }
-    CFormulaParameters parameters(const QString &) override { return {}; }
-    QString setParameters(const QString &, const CFormulaParameters &) override { return refusal(); }
-    CFormulaSource source(const QString &) override { return {}; }
-    QString newFormulaText(const QString &) override { return {}; }
-    CFormulaFault checkFormula(const QString &) override { return {0, refusal()}; }
-    CFormulaFault saveFormula(QString &, const QString &) override { return {0, refusal()}; }
-    QString restoreFormula(const QString &) override { return refusal(); }
 
 private:
-    static QString refusal() { return QCoreApplication::translate("TC::DefaultServices", "公式不能修改"); }
-    const CFormulaCatalogDetailPtr mRoot = boost::make_shared<CFormulaCatalogDetail>();
     QMap<QString, CFormulaDetailPtr> mFormulas; ///< by name; unchanged once made, so that any thread may ask
 };
 

@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaManager.h"
 #include "host/services/CHostClock.h"
+#include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
 #include "toolkit/services/DefaultCatalogues.h"
 #include "toolkit/services/DefaultDesk.h"
@@ -63,7 +64,7 @@ struct DefaultServices::Services {
     InstalledDefault<se::IdGenerator, DefaultIds> mIds;
     InstalledDefault<CMultiRequestDataManager, DefaultHistories> mHistories;
     InstalledDefault<CFormulaOperateManager, DefaultFormulas> mFormulas;
-    InstalledDefault<CLinkageManager, DefaultLinkage> mLinkage;
+    InstalledDefault<CLinkageManager, CLinkageManager> mLinkage;
     InstalledDefault<CReplayManager, DefaultReplay> mReplay;
     InstalledDefault<CStrategyTradeManager, DefaultStrategies> mStrategies;
     InstalledDefault<CFileClient, DefaultFiles> mFiles;

@@ -22,6 +22,11 @@ std::vector<double> closes(const std::vector<MinuteBar> &bars) {
     return values;
 }
 
+/// Mean price of all that was traded until the end of a bar.
+double meanPrice(const MinuteBar &bar, double volume, double amount) {
+    return volume > 0.0 ? amount / volume : bar.mClose;
+}
+
 std::vector<double> meanPrices(const std::vector<MinuteBar> &bars) {
     std::vector<double> values;
     double volume = 0.0;
@@ -29,9 +34,14 @@ std::vector<double> meanPrices(const std::vector<MinuteBar> &bars) {
     for (const MinuteBar &bar : bars) {
         volume += bar.mVolume;
         amount += bar.mAmount;
-        values.push_back(volume > 0.0 ? amount / volume : bar.mClose);
+        values.push_back(meanPrice(bar, volume, amount));
     }
     return values;
+}
+
+/// Change of the close by which the volume of a bar is coloured.
+double changeAt(const std::vector<MinuteBar> &bars, std::size_t i) {
+    return bars[i].mClose - (i > 0 ? bars[i - 1].mClose : bars[i].mOpen);
 }
 
 std::vector<double> volumes(const std::vector<MinuteBar> &bars) {
@@ -45,7 +55,7 @@ std::vector<double> volumes(const std::vector<MinuteBar> &bars) {
 std::vector<double> changes(const std::vector<MinuteBar> &bars) {
     std::vector<double> values;
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        values.push_back(bars[i].mClose - (i > 0 ? bars[i - 1].mClose : bars[i].mOpen));
+        values.push_back(changeAt(bars, i));
     }
     return values;
 }
@@ -98,18 +108,47 @@ FormulaResultPtr MainSeries::result(const QString &formula, const std::vector<Mi
 }
 
 FormulaInstantPtr MainSeries::lastPoint(const QString &formula, const std::vector<MinuteBar> &bars) {
-    const FormulaResultPtr whole = result(formula, bars);
-    if (!whole || bars.empty()) {
+    MainDay day;
+    for (const MinuteBar &bar : bars) {
+        day.add(bar);
+    }
+    return day.lastPoint(formula);
+}
+
+bool MainDay::add(const MinuteBar &bar) {
+    if (!mBars.empty() && bar.mEnd < mBars.back().mEnd) {
+        return false;
+    }
+    if (!mBars.empty() && bar.mEnd == mBars.back().mEnd) {
+        mBars.back() = bar;
+        return true;
+    }
+    if (!mBars.empty()) {
+        mVolumeBefore += mBars.back().mVolume;
+        mAmountBefore += mBars.back().mAmount;
+    }
+    mBars.push_back(bar);
+    return true;
+}
+
+FormulaInstantPtr MainDay::lastPoint(const QString &formula) const {
+    const Kind kind = kindOf(formula);
+    if (kind == Kind::None || mBars.empty()) {
         return nullptr;
     }
+    const MinuteBar &bar = mBars.back();
     const auto point = std::make_shared<se::RPCFormulaInstantResult>();
-    point->mTime = whole->mTimes.back();
-    for (std::size_t line = 0; line < whole->mValues.size(); ++line) {
-        point->mValues.push_back(whole->mValues[line].back());
-        point->mExtra1.push_back(whole->mExtra1[line].back());
-        point->mTexts.push_back(whole->mTexts[line].back());
-        point->mExtra2.push_back(whole->mExtra2[line].back());
+    point->mTime = {bar.mEnd, 0};
+    if (kind == Kind::Price) {
+        const double mean = meanPrice(bar, mVolumeBefore + bar.mVolume, mAmountBefore + bar.mAmount);
+        point->mValues = {bar.mClose, mean};
+        point->mExtra2.assign(2, kUnsetValue);
+    } else {
+        point->mValues = {bar.mVolume};
+        point->mExtra2 = {changeAt(mBars, mBars.size() - 1)};
     }
+    point->mExtra1.assign(point->mValues.size(), se::kDefaultColor);
+    point->mTexts.assign(point->mValues.size(), {});
     return point;
 }
 
