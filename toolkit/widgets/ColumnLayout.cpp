@@ -131,7 +131,7 @@ void ColumnLayout::load(const QJsonObject &layout) {
     }
     for (const QJsonValue &name : layout.value(kHidden).toArray()) {
         const int column = columnOf(name.toString());
-        if (column >= 0 && column != shown().last()) {
+        if (column >= 0 && shown().size() > 1) {
             mTable.hideColumn(column);
         }
     }
