@@ -9,7 +9,6 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <boost/make_shared.hpp>
 
 #include <cmath>
@@ -41,7 +40,7 @@ void merge(QJsonObject &object, const QJsonObject &fields) {
 
 } // namespace
 
-ConfigService::ConfigService(QString path) : mPath(std::move(path)) {
+ConfigService::ConfigService(QString path) : mPath(std::move(path)), mWriter(mPath) {
     load();
 }
 
@@ -104,6 +103,9 @@ void ConfigService::setNumbers(const QString &section, const QString &entry,
 
 QStringList ConfigService::messages() const {
     std::lock_guard<std::mutex> hold(mLock);
+    for (const QString &reason : mWriter.takeTroubles()) {
+        tell(words("配置文件 %1 无法写入（%2）").arg(mPath, reason));
+    }
     return mMessages;
 }
 
@@ -216,24 +218,11 @@ void ConfigService::writeFile() {
     if (mUnread && !readLate()) {
         return;
     }
-    const QByteArray text = QJsonDocument(mFields).toJson();
-    if (text == mWritten) {
-        return; // a writing waits for the disk
-    }
-    mWritten.clear();
-    QDir().mkpath(QFileInfo(mPath).path());
-    QSaveFile file(mPath);
-    // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
-        !file.commit()) {
-        tell(words("配置文件 %1 无法写入（%2）").arg(mPath, file.errorString()));
-        return;
-    }
-    mWritten = text;
+    mWriter.write(QJsonDocument(mFields).toJson());
 }
 
 /// A trouble that lasts is told once.
-void ConfigService::tell(const QString &message) {
+void ConfigService::tell(const QString &message) const {
     if (!mMessages.contains(message)) {
         mMessages.append(message);
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/services/CConfigService.h"
+#include "terminal/config/NewestWriter.h"
 
-#include <QByteArray>
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
@@ -14,8 +14,9 @@ namespace terminal {
 
 /// The terminal's configuration: defaults, and over them what a JSON file says.
 ///
-/// The file is written whole to a temporary file and renamed, so that a crash leaves the old one or the new one. A
-/// file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
+/// A change holds at once, and is written by a thread of its own (NewestWriter): it survives the end of the program, however
+/// that comes, once waitUntilWritten() has returned or the service has gone; else the file may be that of a moment ago. A
+/// crash leaves the old file or the new one. A file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
 /// one already) and told in messages(). One that the system does not open, as when the program has too many files open,
 /// stays as it is: it is read before the first change is written, which goes over it, and until then nothing is
 /// written. Values of the wrong kind stand at their defaults. Fields that this version does not know are kept. Every
@@ -47,6 +48,8 @@ public:
     /// Replaces these numbers of an entry and keeps its others. Those that are not finite are left out.
     void setNumbers(const QString &section, const QString &entry, const QMap<QString, double> &values);
 
+    /// Returns when all changes so far are on the disk, or have been told as failed; false for the latter.
+    bool waitUntilWritten() { return mWriter.waitUntilWritten(); }
     /// What went wrong with the file so far, in words for the user.
     QStringList messages() const;
 
@@ -88,19 +91,19 @@ private:
     void load();
     bool readLate();
     void keepDamaged(const QString &reason);
-    /// Changes fields and writes the file.
+    /// Changes fields and has the file written.
     void change(const QJsonObject &fields);
     void writeFile();
-    void tell(const QString &message);
+    void tell(const QString &message) const;
 
     const QString mPath;
     mutable std::mutex mLock; ///< guards what follows
     QJsonObject mFields;
-    QStringList mMessages;
-    QByteArray mWritten; ///< the file's text, when it was written by this
+    mutable QStringList mMessages;
     bool mUnread = false; ///< the file may be sound, and could not be read so far
     Program mProgram{*this};
     User mUser{*this};
+    mutable NewestWriter mWriter;
 };
 
 } // namespace terminal

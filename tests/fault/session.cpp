@@ -68,6 +68,7 @@ public:
         mWindow->view()->setFormulaPanes(3);
         QTest::qWait(1); // whoever has to hear of it
         mWindow.reset();
+        mServices->config().waitUntilWritten();
         const QStringList troubles = mServices->config().messages();
         complain(troubles.join('\n'));
         if (troubles.isEmpty()) {
@@ -83,7 +84,7 @@ private:
 
     void configure() {
         mServices->config().setValue(QStringLiteral("fault"), QStringLiteral("configured"));
-        if (mServices->config().messages().isEmpty()) {
+        if (mServices->config().waitUntilWritten() && mServices->config().messages().isEmpty()) {
             tell("configuration");
         }
     }

@@ -273,7 +273,8 @@ TEST_F(TerminalWindowTest, AConfigurationThatCannotBeWrittenIsToldInTheStatusLin
     QFile::remove(mFolder.path() + "/config.json");
     ASSERT_TRUE(QDir().mkpath(mFolder.path() + "/config.json")); // a folder in place of the file
     ASSERT_TRUE(mWindow->showInstrument("SH600519"));
-    EXPECT_TRUE(mWindow->status().contains("config.json")) << qPrintable(mWindow->status());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return mWindow->status().contains("config.json"); }, 60000))
+        << qPrintable(mWindow->status());
     ASSERT_TRUE(mWindow->showInstrument("SH600000"));
     EXPECT_TRUE(mWindow->status().contains("config.json")) << "it is no trouble of the instrument";
 }

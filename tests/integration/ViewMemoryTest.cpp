@@ -31,6 +31,7 @@ protected:
     void killAndStart() {
         const QString left = mFolder.path() + "/left.json";
         QFile::remove(left);
+        ASSERT_TRUE(mServices->config().waitUntilWritten()); // else it is that of a moment before
         ASSERT_TRUE(QFile::copy(configPath(), left));
         mWindow.reset();
         mServices.reset();
@@ -220,6 +221,7 @@ TEST_F(ViewMemoryTest, AProgramThatIsKilledHasWrittenItsView) {
         EXPECT_TRUE(left.messages().isEmpty());
         // The number of panes alone no longer tells; the view that was kept does.
         left.setValue("panes", "1");
+        ASSERT_TRUE(left.waitUntilWritten());
     }
     EXPECT_EQ(panesOf(), 3);
 }

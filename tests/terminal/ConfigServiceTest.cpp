@@ -74,10 +74,13 @@ TEST_F(ConfigServiceTest, WhatIsWrittenIsReadByTheNextRun) {
 TEST_F(ConfigServiceTest, WhatChangesNothingIsNotWritten) {
     ConfigService service(path());
     service.setValue("theme", "light");
+    ASSERT_TRUE(service.waitUntilWritten());
     ASSERT_TRUE(QFile::remove(path()));
     service.setValue("theme", "light");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_TRUE(files().isEmpty());
     service.setValue("theme", "dark");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(files(), QStringList("config.json"));
 }
 
@@ -89,6 +92,7 @@ TEST_F(ConfigServiceTest, ADamagedFileIsKeptAsideAndTold) {
     EXPECT_EQ(service.value("theme", "dark"), "dark");
     EXPECT_EQ(readFile(path() + ".damaged"), "{\"theme\": \"li");
     service.setValue("theme", "light");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(ConfigService(path()).value("theme"), "light");
 }
 
@@ -127,6 +131,7 @@ TEST_F(ConfigServiceTest, AFileThatCannotBeWrittenIsTold) {
     blocker.close();
     ConfigService service(path());
     service.setValue("theme", "light");
+    EXPECT_FALSE(service.waitUntilWritten());
     EXPECT_EQ(service.messages().size(), 1);
     EXPECT_EQ(service.value("theme"), "light") << "it holds for this run";
 }
@@ -151,6 +156,7 @@ TEST_F(ConfigServiceTest, WhatIsNoNumberIsPassedOverAndStaysInTheFile) {
     EXPECT_EQ(service.numbers("formulas", "MACD"), (QMap<QString, double>{{"LONG", 26.0}}));
     EXPECT_TRUE(service.numbers("formulas", "KDJ").isEmpty());
     service.setNumbers("formulas", "MACD", {{"LONG", 30.0}, {"MID", qQNaN()}});
+    ASSERT_TRUE(service.waitUntilWritten());
     const QJsonObject formulas = ConfigService(path()).section("formulas");
     EXPECT_EQ(formulas["MACD"].toObject(), (QJsonObject{{"SHORT", "x"}, {"LONG", 30.0}}));
     EXPECT_EQ(formulas["later"].toObject(), (QJsonObject{{"a", QJsonArray{1}}}));
@@ -174,6 +180,7 @@ TEST_F(ConfigServiceTest, APipeInPlaceOfTheFileIsNotWaitedFor) {
     ASSERT_EQ(service.messages().size(), 1);
     EXPECT_TRUE(service.messages().first().contains("it is a pipe or a device, no file"));
     service.setValue("theme", "light");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(ConfigService(path()).value("theme"), "light");
 }
 
@@ -194,6 +201,7 @@ TEST_F(ConfigServiceTest, WhatCannotBeReadIsKeptAside) {
     ASSERT_EQ(service.messages().size(), 1);
     EXPECT_TRUE(QFileInfo::exists(path() + ".damaged/inner"));
     service.setValue("theme", "light");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(ConfigService(path()).value("theme"), "light");
 }
 
@@ -208,6 +216,7 @@ TEST_F(ConfigServiceTest, AFileThatIsNotOpenedForWantOfFilesIsReadLater) {
     EXPECT_EQ(ConfigService(path()).value("theme"), "light") << "nor written over";
 
     service.changeSection("formulas", {{"KDJ", 1.0}});
+    ASSERT_TRUE(service.waitUntilWritten());
     const ConfigService again(path());
     for (const ConfigService *known : std::initializer_list<const ConfigService *>{&service, &again}) {
         EXPECT_EQ(known->value("theme"), "light");
@@ -223,11 +232,13 @@ TEST_F(ConfigServiceTest, AFullDiskLeavesTheFileAsItWasAndIsTold) {
     {
         const tests::FullDisk full;
         service.setValue("instrument", "SH600000");
+        EXPECT_FALSE(service.waitUntilWritten());
     }
     EXPECT_EQ(service.messages().size(), 1);
     EXPECT_EQ(readFile(path()), R"({"theme": "light"})");
     EXPECT_EQ(files(), QStringList("config.json"));
     service.setValue("other", "x");
+    ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(ConfigService(path()).value("instrument"), "SH600000") << "written with the next change";
 }
 
@@ -237,6 +248,8 @@ TEST_F(ConfigServiceTest, ATroubleThatLastsIsToldOnce) {
     blocker.close();
     ConfigService service(path());
     service.setValue("theme", "light");
+    EXPECT_FALSE(service.waitUntilWritten());
     service.setValue("theme", "dark");
+    EXPECT_FALSE(service.waitUntilWritten());
     EXPECT_EQ(service.messages().size(), 1);
 }

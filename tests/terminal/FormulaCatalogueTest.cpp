@@ -41,6 +41,7 @@ protected:
     FormulaCatalogue &open() {
         mErrors.clear();
         mCatalogue.reset();
+        mConfig.reset(); // writes what waits
         mConfig = std::make_unique<ConfigService>(configPath());
         mCatalogue =
             std::make_unique<FormulaCatalogue>(*mConfig, userFolder(), scriptFolder(),
@@ -271,6 +272,7 @@ TEST_F(FormulaCatalogueTest, WhatTheConfigurationHoldsBesideIsKeptAndWhatIsWrong
     FormulaCatalogue &catalogue = open();
     EXPECT_EQ(catalogue.getFormula("KDJ")->mParamValues, (QVector<double>{7, 3, 3}));
     EXPECT_EQ(catalogue.setParameters("KDJ", {number("N", 8)}), "");
+    ASSERT_TRUE(mConfig->waitUntilWritten());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QJsonObject all = QJsonDocument::fromJson(file.readAll()).object();
     const QJsonObject formulas = all["formulas"].toObject();

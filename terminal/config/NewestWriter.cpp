@@ -1,0 +1,88 @@
+#include "terminal/config/NewestWriter.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <system_error>
+#include <utility>
+
+namespace terminal {
+
+NewestWriter::NewestWriter(QString path, Put put) : mPath(std::move(path)), mPut(std::move(put)) {}
+
+NewestWriter::~NewestWriter() {
+    waitUntilWritten();
+}
+
+/// Null when the system has no thread left.
+Worker *NewestWriter::worker() {
+    if (!mWorker) {
+        try {
+            mWorker = std::make_unique<Worker>();
+        } catch (const std::system_error &) {
+            return nullptr;
+        }
+    }
+    return mWorker.get();
+}
+
+void NewestWriter::write(const QByteArray &text) {
+    {
+        const std::lock_guard<std::mutex> hold(mLock);
+        if (mNewest == text) {
+            return;
+        }
+        mNewest = text;
+        const bool isOnItsWay = std::exchange(mWaiting, text).has_value();
+        if (isOnItsWay) {
+            return; // whoever comes to write takes this one
+        }
+        if (Worker *at = worker()) {
+            at->post([this] { writeNewest(); });
+            return;
+        }
+    }
+    writeNewest();
+}
+
+bool NewestWriter::waitUntilWritten() {
+    writeNewest(); // waits for a writing under way, and does what no one has begun
+    const std::lock_guard<std::mutex> hold(mLock);
+    return !mHasFailed;
+}
+
+QStringList NewestWriter::takeTroubles() {
+    const std::lock_guard<std::mutex> hold(mLock);
+    return std::exchange(mTroubles, {});
+}
+
+void NewestWriter::writeNewest() {
+    const std::lock_guard<std::mutex> writing(mWriting);
+    std::optional<QByteArray> text;
+    {
+        const std::lock_guard<std::mutex> hold(mLock);
+        text = std::exchange(mWaiting, std::nullopt);
+    }
+    if (!text) {
+        return;
+    }
+    const QString trouble = mPut(mPath, *text);
+    const std::lock_guard<std::mutex> hold(mLock);
+    mHasFailed = !trouble.isEmpty();
+    if (mHasFailed) {
+        mTroubles.append(trouble);
+        mNewest = mWaiting; // what has failed is written when it is brought again
+    }
+}
+
+QString NewestWriter::save(const QString &path, const QByteArray &text) {
+    QDir().mkpath(QFileInfo(path).path());
+    QSaveFile file(path);
+    // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit();
+    return isWritten ? QString() : file.errorString();
+}
+
+} // namespace terminal
