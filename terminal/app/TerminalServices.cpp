@@ -168,7 +168,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         [this](const TC::CFormulaParam &param) { return hostFormulaInputs(param, *mStore.catalogue()); },
         mMessages.sink());
     mFormulas = std::make_unique<FormulaService>(
-        *mFeed, maker, requestDayOf,
+        *mFeed, maker, [this](const TC::CFormulaParam &param) { return requestedDay(param); },
         [this](const QString &key, int day) { return dayPositions(mStore, mMarket->times(), key, day); },
         kFormulaWorkers);
     mFormulas->setLanes([this](const TC::CFormulaParam &param) { return mCatalogue.laneOf(param); });
@@ -190,6 +190,15 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mExchange->start();
     mTrade->start();
     return {};
+}
+
+/// The trading day of a request, whose trades will be drawn into what comes of it.
+int TerminalServices::requestedDay(const TC::CFormulaParam &param) {
+    const int day = requestDayOf(param);
+    if (mTrade) {
+        mTrade->readAhead(day);
+    }
+    return day;
 }
 
 InstrumentSearch TerminalServices::search() const {

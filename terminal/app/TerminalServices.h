@@ -114,6 +114,7 @@ private:
     /// The instrument whose trading days are those of a key: itself, or the first member of an index or portfolio.
     static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
     QString start(const TerminalSettings &settings, const Progress &progress);
+    int requestedDay(const TC::CFormulaParam &param);
 
     /// Services that use no other one.
     struct Independent {

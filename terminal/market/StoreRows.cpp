@@ -31,12 +31,20 @@ QSqlError StoreRows::read(const StoreQuestion &question, const Take &take) {
     const int sound = question.columns.count(QLatin1Char(',')) + 1;
     QSqlQuery query(mDatabase);
     query.setForwardOnly(true);
-    query.prepare(QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
-                      .arg(question.columns, rule.condition, rule.key, question.table, question.rest));
+    const bool isPrepared =
+        query.prepare(QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
+                          .arg(question.columns, rule.condition, rule.key, question.table, question.rest));
     for (const QVariant &value : question.values) {
         query.addBindValue(value);
     }
-    for (query.exec(); query.next();) {
+    if (!isPrepared || !query.exec()) {
+        const QSqlError error = query.lastError();
+        // A connection that never was open tells none.
+        return error.isValid()
+                   ? error
+                   : QSqlError(QString(), QStringLiteral("the store is not open"), QSqlError::ConnectionError);
+    }
+    while (query.next()) {
         if (!query.value(sound).toBool()) {
             mFaults.tell(question.table, nameOfRow(query, rule.key), QStringLiteral("a value out of range"));
         } else if (!take(query)) {

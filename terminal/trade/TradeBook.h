@@ -25,6 +25,9 @@ public:
     void put(const TradeTask &task);
     void put(const TradeChanges &changes);
 
+    /// Whether nothing was put in, or all of it was imported and forgotten again.
+    bool isEmpty() const { return mLayers[0].empty() && mLayers[1].empty() && mTasks.empty(); }
+
     void forgetImports();
     /// Drops the own records of an account.
     void forgetOwn(const std::string &account);

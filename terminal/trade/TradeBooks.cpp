@@ -21,6 +21,12 @@ TradeBook &TradeBooks::add(int day, TradeBook book) {
     return entry.book;
 }
 
+TradeBook &TradeBooks::addPart(int day) {
+    TradeBook &book = add(day, TradeBook());
+    mEntries[day].isPart = true;
+    return book;
+}
+
 void TradeBooks::noteChange(int day) {
     mEntries[day].isChanged = true;
 }
@@ -31,13 +37,24 @@ void TradeBooks::beginWriting() {
     }
 }
 
-void TradeBooks::endWriting(bool written) {
+void TradeBooks::endWriting(bool written, bool allDays) {
+    mWritings += allDays ? 1 : 0;
     for (auto &[day, entry] : mEntries) {
+        if (entry.isBeingWritten) {
+            ++mDayWritings[day];
+        }
         entry.isChanged = entry.isChanged || (entry.isBeingWritten && !written);
         entry.isBeingWritten = false;
     }
-    ++mVersion;
+    for (auto entry = mEntries.begin(); entry != mEntries.end();) {
+        entry = entry->second.isPart && entry->second.isIdle() ? mEntries.erase(entry) : std::next(entry);
+    }
     drop();
+}
+
+quint64 TradeBooks::version(int day) const {
+    const auto found = mDayWritings.find(day);
+    return mWritings + (found == mDayWritings.end() ? 0 : found->second);
 }
 
 void TradeBooks::drop() {
@@ -49,7 +66,6 @@ void TradeBooks::drop() {
     for (auto idle = std::count_if(mEntries.begin(), mEntries.end(), isIdle); idle > static_cast<long>(kMost);
          --idle) {
         mEntries.erase(std::min_element(mEntries.begin(), mEntries.end(), isOlder));
-        ++mVersion;
     }
 }
 
@@ -71,7 +87,9 @@ const TradeTask *TradeBooks::task(int id) const {
 std::set<int> TradeBooks::daysFrom(int day) const {
     std::set<int> days;
     for (auto entry = mEntries.lower_bound(day); entry != mEntries.end(); ++entry) {
-        days.insert(entry->first);
+        if (!entry->second.isIdle() || !entry->second.book.isEmpty()) {
+            days.insert(entry->first);
+        }
     }
     return days;
 }

@@ -20,15 +20,19 @@ public:
     TradeBook *find(int day);
     /// Takes a book in and drops what has not been used for longest. One that is there already stays.
     TradeBook &add(int day, TradeBook book);
+    /// Takes in an empty book for the changes of a day whose other records could not be read. It goes when its changes
+    /// are in the store, to be read whole.
+    TradeBook &addPart(int day);
     /// The book of a day, which is in memory, has a change that is to be written.
     void noteChange(int day);
     /// The changes up to now are under way to the store.
     void beginWriting();
-    /// They are in the store, or have to be written again.
-    void endWriting(bool written);
-    /// A number that is another one after every end of a writing and every book that was dropped: what was read from the
-    /// store meanwhile may be old.
-    quint64 version() const { return mVersion; }
+    /// They are in the store, or have to be written again. With `allDays` the writing changed days that are not in
+    /// memory, too.
+    void endWriting(bool written, bool allDays);
+    /// A number that is another one after every end of a writing that changed the day: what was read from the store
+    /// meanwhile may be old.
+    quint64 version(int day) const;
 
     /// Drops what was imported from every book.
     void forgetImports();
@@ -43,6 +47,7 @@ private:
         quint64 used = 0;
         bool isChanged = false;
         bool isBeingWritten = false;
+        bool isPart = false; ///< the store has records of the day that it does not
 
         bool isIdle() const { return !isChanged && !isBeingWritten; }
     };
@@ -51,7 +56,8 @@ private:
 
     std::map<int, Entry> mEntries;
     quint64 mUses = 0;
-    quint64 mVersion = 0;
+    quint64 mWritings = 0; ///< that changed all days
+    std::map<int, quint64> mDayWritings; ///< that changed one
 };
 
 } // namespace terminal

@@ -28,26 +28,33 @@ TradeBook *TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
         if (TradeBook *known = mBooks.find(day)) {
             return known;
         }
-        const quint64 version = mBooks.version();
+        const quint64 version = mBooks.version(day);
         hold.unlock();
-        const TradeChanges records = mStore.read(day);
+        QString trouble;
+        const std::optional<TradeChanges> records = mStore.read(day, trouble);
         TradeBook read;
-        read.put(records);
+        read.put(records.value_or(TradeChanges()));
         hold.lock();
-        if (version != mBooks.version()) {
+        if (trouble != mReadTrouble && !trouble.isEmpty()) {
+            qWarning("%s", qPrintable(trouble));
+        }
+        mReadTrouble = trouble;
+        if (!records) {
+            return mBooks.find(day);
+        }
+        if (version != mBooks.version(day)) {
             continue; // what was read may be old
         }
         if (mIsForgettingImports) {
             read.forgetImports();
         }
-        TradeBook *known = mBooks.find(day);
-        return known || records.isEmpty() ? known : &mBooks.add(day, std::move(read));
+        return &mBooks.add(day, std::move(read)); // an empty one too: it is not read again
     }
 }
 
 TradeBook &TradeLedger::bookToChange(int day, std::unique_lock<std::mutex> &hold) {
     TradeBook *known = bookOf(day, hold);
-    TradeBook &book = known ? *known : mBooks.add(day, TradeBook());
+    TradeBook &book = known ? *known : mBooks.addPart(day);
     mBooks.noteChange(day);
     return book;
 }
@@ -61,6 +68,11 @@ long long TradeLedger::finishedOf(int task, const std::string &instrument) const
         }
     }
     return finished;
+}
+
+bool TradeLedger::isInMemory(int day) {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mBooks.find(day) != nullptr;
 }
 
 size_t TradeLedger::daysInMemory() const {
@@ -267,7 +279,7 @@ void TradeLedger::write() {
     const bool reread = trouble.isEmpty() && batch.forgetImports;
     const Keys stocks = reread ? mStore.instruments() : Keys();
     std::lock_guard<std::mutex> hold(mLock);
-    mBooks.endWriting(trouble.isEmpty());
+    mBooks.endWriting(trouble.isEmpty(), batch.forgetImports);
     mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
         batch.append(mPending);

@@ -30,10 +30,12 @@ public:
     /// The store is open, and outlives the ledger.
     explicit TradeLedger(CMarketStore &store);
 
-    /// Calls `use` with the records of a day, under the lock; not at all when the day has none.
+    /// Calls `use` with the records of a day, under the lock; not at all when the day has none, or they cannot be read
+    /// now.
     template <class Use> void withDay(int day, Use use) {
         std::unique_lock<std::mutex> hold(mLock);
-        if (const TradeBook *book = bookOf(day, hold)) {
+        const TradeBook *book = bookOf(day, hold);
+        if (book && !book->isEmpty()) {
             use(*book);
         }
     }
@@ -45,7 +47,12 @@ public:
     /// Days from a day on that have own records of an account, or are in memory.
     std::set<int> daysFrom(const std::string &account, int day);
     std::set<int> finishedDays(const std::string &account) { return mStore.finishedDays(account); }
-    /// How many days' records are in memory.
+    /// Reads a day that is not in memory, so that who asks for its records does not wait for the store.
+    void readAhead(int day) {
+        withDay(day, [](const TradeBook &) {});
+    }
+    bool isInMemory(int day);
+    /// How many days' records are in memory, days without any included.
     size_t daysInMemory() const;
     /// In the order of their times.
     std::vector<TradeCancel> cancels(int day) { return mStore.cancels(day); }
@@ -73,10 +80,11 @@ public:
     void write();
 
 private:
-    /// The book of a day, in memory or from the store; null when the day has no records. The lock is held before and
+    /// The book of a day, in memory or from the store; an empty one when the day has no records, and null when they
+    /// cannot be read: that is told, and tried again when the day is asked for once more. The lock is held before and
     /// afterwards, but not all the time.
     TradeBook *bookOf(int day, std::unique_lock<std::mutex> &hold);
-    /// The same to be changed: never null.
+    /// The same to be changed.
     TradeBook &bookToChange(int day, std::unique_lock<std::mutex> &hold);
     template <class Record> void importRecord(const Record &record, const TradeAccount &account);
     void tellRefused();
@@ -92,6 +100,7 @@ private:
     Keys mStrategies;
     Keys mStocks;
     TradeBatch mPending; ///< not written yet
+    QString mReadTrouble; ///< of the last reading, empty when it went well
     bool mIsForgettingImports = false; ///< the store has imports yet that are to go from it
     TradeNotices mNotices;
     int mRefused = 0; ///< imported records, since this was told last

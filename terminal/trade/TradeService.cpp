@@ -31,6 +31,11 @@ void TradeService::start() {
         return;
     }
     mStopping = false;
+    auto reader = std::make_unique<Worker>();
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mReader = std::move(reader);
+    }
     mThread = std::thread([this] { run(); });
 }
 
@@ -38,9 +43,11 @@ void TradeService::stop() {
     if (!mThread.joinable()) {
         return;
     }
+    std::unique_ptr<Worker> reader; // ends without the lock
     {
         std::lock_guard<std::mutex> hold(mLock);
         mStopping = true;
+        reader = std::move(mReader);
     }
     mSignal.notify_all();
     mThread.join();
@@ -83,6 +90,16 @@ void TradeService::advance() {
         mDesks.advance(mClock.now(), std::move(asked));
     }
     signalChanges();
+}
+
+void TradeService::readAhead(int day) {
+    if (mLedger.isInMemory(day)) {
+        return;
+    }
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mReader) {
+        mReader->post([this, day] { mLedger.readAhead(day); });
+    }
 }
 
 bool TradeService::recordPastDay() {

@@ -3,6 +3,7 @@
 #include "host/services/CLinkageManager.h"
 #include "terminal/market/MarketFeed.h"
 #include "terminal/market/SimulatedClock.h"
+#include "terminal/threads/Worker.h"
 #include "terminal/trade/ImportedTrade.h"
 #include "terminal/trade/TradeCurves.h"
 #include "terminal/trade/TradeDesks.h"
@@ -11,6 +12,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -40,6 +42,9 @@ public:
     /// Trades what the clock's time has brought, writes it and signals, on the calling thread. For a caller without
     /// the thread.
     void advance();
+    /// A chart is about to ask for the records of a day: it is read by a thread of its own meanwhile. Before start() and
+    /// after stop() nothing is done.
+    void readAhead(int day);
     /// Records the newest past day that is not complete yet; false when there is none. The thread does so by itself.
     bool recordPastDay();
 
@@ -116,6 +121,8 @@ private:
     bool mStopping = false;
     bool mAwake = false; ///< there is something to do at once
 
+    std::unique_ptr<Worker>
+        mReader; ///< of days that are about to be asked for; null while the thread is not there
     std::thread mThread;
     std::condition_variable mSignal;
 };

@@ -184,9 +184,9 @@ TradeCancel cancelOf(const QSqlQuery &row) {
     return cancel;
 }
 
-/// A reading whose rows are all taken.
-template <class Take> void forRows(CMarketStore &store, const StoreQuestion &question, Take take) {
-    StoreRows(store.connection(), store.faults()).read(question, [&take](const QSqlQuery &row) {
+/// A reading whose rows are all taken. The answer is invalid when all went well.
+template <class Take> QSqlError forRows(CMarketStore &store, const StoreQuestion &question, Take take) {
+    return StoreRows(store.connection(), store.faults()).read(question, [&take](const QSqlQuery &row) {
         take(row);
         return true;
     });
@@ -201,7 +201,7 @@ template <class Value> void collect(CMarketStore &store, const StoreQuestion &qu
     });
 }
 
-void readItems(CMarketStore &store, int day, std::vector<TradeTask> &tasks) {
+QSqlError readItems(CMarketStore &store, int day, std::vector<TradeTask> &tasks) {
     const auto take = [&tasks](const QSqlQuery &row) {
         int id = 0;
         TradeTaskItem item;
@@ -215,7 +215,7 @@ void readItems(CMarketStore &store, int day, std::vector<TradeTask> &tasks) {
         }
         return known;
     };
-    StoreRows(store.connection(), store.faults())
+    return StoreRows(store.connection(), store.faults())
         .read(
             {QStringLiteral("trade_task_items"),
              QStringLiteral("task, market, code, operation, price_type, price, quantity, finished"),
@@ -266,33 +266,43 @@ QString TradeStore::write(const TradeBatch &batch) {
     return mStore.describe(statements.error());
 }
 
-TradeChanges TradeStore::read(int day) {
+std::optional<TradeChanges> TradeStore::read(int day, QString &trouble) {
     TradeChanges records;
     QSqlDatabase database = mStore.connection();
-    database.transaction(); // one state of the store for all questions
-    forRows(mStore,
-            {QStringLiteral("trade_tasks"),
-             QStringLiteral("id, account, day, strategy, command, status, start_time, end_time, cancel_time"),
-             QStringLiteral("WHERE day = ? ORDER BY id"),
-             {day}},
-            [&](const QSqlQuery &row) { records.tasks.push_back(taskOf(row)); });
-    readItems(mStore, day, records.tasks);
-    forRows(
-        mStore,
-        {QStringLiteral("trade_orders"),
-         QStringLiteral("account, key, day, instrument, time, direction, offset_flag, price, volume, traded, "
-                        "status, strategy, command, task, source"),
-         QStringLiteral("WHERE day = ?"),
-         {day}},
-        [&](const QSqlQuery &row) { records.orders.push_back(orderOf(row)); });
-    forRows(mStore,
-            {QStringLiteral("trade_deals"),
-             QStringLiteral("account, key, order_key, day, instrument, time, direction, offset_flag, price, "
-                            "volume, commission, strategy, command, source"),
-             QStringLiteral("WHERE day = ?"),
-             {day}},
-            [&](const QSqlQuery &row) { records.deals.push_back(dealOf(row)); });
+    if (!database.transaction()) { // one state of the store for all questions
+        trouble = mStore.describe(database.lastError());
+        return std::nullopt;
+    }
+    const QString ofDay = QStringLiteral("WHERE day = ?");
+    const StoreQuestion tasks{
+        QStringLiteral("trade_tasks"),
+        QStringLiteral("id, account, day, strategy, command, status, start_time, end_time, cancel_time"),
+        QStringLiteral("WHERE day = ? ORDER BY id"),
+        {day}};
+    const StoreQuestion orders{
+        QStringLiteral("trade_orders"),
+        QStringLiteral("account, key, day, instrument, time, direction, offset_flag, price, volume, traded, "
+                       "status, strategy, command, task, source"),
+        ofDay,
+        {day}};
+    const StoreQuestion deals{
+        QStringLiteral("trade_deals"),
+        QStringLiteral("account, key, order_key, day, instrument, time, direction, "
+                       "offset_flag, price, volume, commission, strategy, command, source"),
+        ofDay,
+        {day}};
+    const QSqlError errors[]{
+        forRows(mStore, tasks, [&](const QSqlQuery &row) { records.tasks.push_back(taskOf(row)); }),
+        readItems(mStore, day, records.tasks),
+        forRows(mStore, orders, [&](const QSqlQuery &row) { records.orders.push_back(orderOf(row)); }),
+        forRows(mStore, deals, [&](const QSqlQuery &row) { records.deals.push_back(dealOf(row)); })};
     database.commit();
+    for (const QSqlError &error : errors) {
+        if (error.isValid()) {
+            trouble = mStore.describe(error);
+            return std::nullopt;
+        }
+    }
     return records;
 }
 

@@ -3,6 +3,7 @@
 #include "terminal/market/CMarketStore.h"
 #include "terminal/trade/TradeBatch.h"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -19,8 +20,8 @@ public:
     /// What write() says while another task of the program writes; the batch may be written a little later.
     QString busyText() const { return mStore.describeBusy(); }
 
-    /// All records of a trading day.
-    TradeChanges read(int day);
+    /// All records of a trading day; none when the reading failed, with one line that says why.
+    std::optional<TradeChanges> read(int day, QString &trouble);
     /// In the order of their ids.
     std::vector<TradeAccount> accounts();
     std::set<std::string> strategies();

@@ -74,7 +74,8 @@ void readAll(CMarketStore &store) {
     TradeStore trades(store);
     for (const TradeAccount &account : trades.accounts()) {
         for (const int day : trades.ownDaysFrom(account.id, 0)) {
-            for (const TradeOrder &order : trades.read(day).orders) {
+            QString trouble;
+            for (const TradeOrder &order : trades.read(day, trouble).value_or(TradeChanges()).orders) {
                 EXPECT_TRUE(order.source == TradeSource::Own || order.source == TradeSource::Imported);
             }
         }

@@ -1,7 +1,11 @@
 #include "terminal/trade/TradeLedger.h"
 
+#include "tests/support/MessageGuard.h"
 #include "tests/terminal/Samples.h"
 #include "tests/terminal/StoreFixture.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
 
 using namespace terminal;
 using tests::kToday;
@@ -41,6 +45,14 @@ protected:
     }
     /// Another ledger over the same store.
     void restart() { mLedger = std::make_unique<TradeLedger>(mStore); }
+
+    /// Makes readings of orders fail until showOrders().
+    void hideOrders() { run("ALTER TABLE trade_orders RENAME TO elsewhere"); }
+    void showOrders() { run("ALTER TABLE elsewhere RENAME TO trade_orders"); }
+    void run(const char *statement) {
+        QSqlQuery query(mStore.connection());
+        ASSERT_TRUE(query.exec(QString::fromLatin1(statement))) << qPrintable(query.lastError().text());
+    }
 
     std::unique_ptr<TradeLedger> mLedger;
 };
@@ -110,6 +122,55 @@ TEST_F(TradeLedgerTest, ADayWithoutRecordsIsNotShown) {
     bool called = false;
     mLedger->withDay(kToday, [&](const TradeBook &) { called = true; });
     EXPECT_FALSE(called);
+}
+
+TEST_F(TradeLedgerTest, ADayWithoutRecordsIsReadOnce) {
+    EXPECT_EQ(orders(), 0u);
+    EXPECT_EQ(mLedger->daysInMemory(), 1u);
+    TradeLedger other(mStore); // writes behind its back what a second reading would find
+    other.addAccount(kAccount);
+    other.enter(kToday, {{ledgerOrder("1")}, {}, {}});
+    other.write();
+    EXPECT_EQ(orders(), 0u);
+}
+
+TEST_F(TradeLedgerTest, AReadingThatFailsIsNotKeptAsADayWithoutRecords) {
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
+    mLedger->write();
+    restart();
+    hideOrders();
+    const tests::ExpectMessages told("no such table: trade_orders");
+    EXPECT_EQ(orders(), 0u);
+    EXPECT_EQ(orders(), 0u);
+    EXPECT_EQ(mLedger->daysInMemory(), 0u);
+    EXPECT_EQ(told.seen().size(), 1) << "told once";
+    showOrders();
+    EXPECT_EQ(orders(), 1u);
+}
+
+TEST_F(TradeLedgerTest, AChangeOfADayThatCannotBeReadHidesNothingOfItForLong) {
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
+    mLedger->write();
+    restart();
+    hideOrders();
+    const tests::ExpectMessages told("no such table: trade_orders");
+    mLedger->enter(kToday, {{ledgerOrder("2")}, {}, {}});
+    showOrders();
+    mLedger->write();
+    EXPECT_EQ(orders(), 2u);
+    restart();
+    EXPECT_EQ(orders(), 2u);
+}
+
+TEST_F(TradeLedgerTest, ADayThatWasReadAheadIsNotReadAgain) {
+    mLedger->enter(kToday, {{ledgerOrder("1")}, {}, {}});
+    mLedger->write();
+    restart();
+    EXPECT_FALSE(mLedger->isInMemory(kToday));
+    mLedger->readAhead(kToday);
+    EXPECT_TRUE(mLedger->isInMemory(kToday));
+    hideOrders();
+    EXPECT_EQ(orders(), 1u);
 }
 
 TEST_F(TradeLedgerTest, WhatATaskHasFilledIsCountedByInstrument) {
