@@ -51,6 +51,11 @@ void FormulaRequest::withdraw() {
     });
 }
 
+std::optional<size_t> FormulaRequest::keptBytes() const {
+    const std::optional<size_t> hidden = mIsFinished ? mDelivery->hiddenBytes() : std::nullopt;
+    return hidden && mIsModel ? std::make_optional(*hidden + sizeof(FormulaRequest)) : hidden;
+}
+
 std::optional<bson::BSONObj> FormulaRequest::modelProgress() const {
     return mIsModel ? std::make_optional(mModel.progress()) : std::nullopt;
 }

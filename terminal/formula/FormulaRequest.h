@@ -30,8 +30,9 @@ public:
     /// Begins its work, once.
     void start();
     void withdraw();
-    /// Whether nothing more will come of it.
-    bool isFinished() const { return mIsFinished; }
+    /// What it keeps for questions about it, once nothing more will come of it: its hidden lines, and how its model ran.
+    /// Nothing before; 0 when there is nothing to be asked.
+    std::optional<size_t> keptBytes() const;
     const ResultDelivery &delivery() const { return *mDelivery; }
     /// See ModelRun; nothing when the request names no script model.
     std::optional<bson::BSONObj> modelProgress() const;

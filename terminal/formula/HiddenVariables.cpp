@@ -62,6 +62,14 @@ void HiddenVariables::take(const se::RPCFormulaInstantResult &point) {
     }
 }
 
+size_t HiddenVariables::bytes() const {
+    size_t bytes = mTimes.size() * sizeof(se::TimePosition);
+    for (const Line &line : mLines) {
+        bytes += sizeof(Line) + line.values.size() * sizeof(double);
+    }
+    return bytes;
+}
+
 QString HiddenVariables::textAt(int index) const {
     if (index < 0 || static_cast<size_t>(index) >= mTimes.size()) {
         return {};

@@ -19,6 +19,8 @@ public:
     /// "name:value" of each hidden line at a point, counted from 0, with a blank between; up to four decimals, "--"
     /// where a line has no value. Empty without hidden lines, and for a point that is not there.
     QString textAt(int index) const;
+    /// What its values take; 0 without hidden lines.
+    size_t bytes() const;
 
 private:
     struct Line {

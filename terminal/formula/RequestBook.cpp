@@ -1,5 +1,8 @@
 #include "terminal/formula/RequestBook.h"
 
+#include <QSet>
+
+#include <optional>
 #include <utility>
 
 namespace terminal {
@@ -8,29 +11,37 @@ RequestBook::RequestPtr RequestBook::enter(const QString &id, RequestPtr request
     QVector<RequestPtr> dropped; // released without the lock
     std::lock_guard<std::mutex> hold(mLock);
     mOrder.append(id);
-    if (mOrder.size() > 2 * kMost) {
+    RequestPtr before = std::exchange(mRequests[id], std::move(request));
+    if (++mUnlooked == kLook) {
+        mUnlooked = 0;
         dropped = dropFinished();
     }
-    return std::exchange(mRequests[id], std::move(request));
+    return before;
 }
 
-/// The oldest of the finished requests go until there are kMost of all.
+/// Of the finished requests go those that keep nothing, and the oldest of the others beyond the room.
 QVector<RequestBook::RequestPtr> RequestBook::dropFinished() {
     QVector<RequestPtr> dropped;
-    QList<QString> kept;
-    for (const QString &id : std::as_const(mOrder)) {
-        const auto found = mRequests.find(id);
-        if (found == mRequests.end()) {
+    QSet<QString> kept;
+    QList<QString> newestFirst;
+    size_t bytes = 0;
+    for (auto id = mOrder.crbegin(); id != mOrder.crend(); ++id) {
+        const auto found = mRequests.find(*id);
+        if (found == mRequests.end() || kept.contains(*id)) {
             continue;
         }
-        if (mRequests.size() > kMost && (*found)->isFinished()) {
+        const std::optional<size_t> keeps = (*found)->keptBytes();
+        bytes += keeps.value_or(0);
+        const bool isRoom = newestFirst.size() < kMost && bytes <= kMostBytes;
+        if (keeps && (*keeps == 0 || !isRoom)) {
             dropped.append(*found);
             mRequests.erase(found);
         } else {
-            kept.append(id);
+            kept.insert(*id);
+            newestFirst.append(*id);
         }
     }
-    mOrder = std::move(kept);
+    mOrder = QList<QString>(newestFirst.crbegin(), newestFirst.crend());
     return dropped;
 }
 

@@ -11,13 +11,15 @@
 namespace terminal {
 
 /// The requests that live, by their ids: one of an id, the one that came last. Those that are finished are kept for their
-/// hidden lines, the oldest of them no longer than there is room: a view that asks for a past day once more never
-/// withdraws what it asked for before. Any thread.
+/// hidden lines, the oldest of them no longer than there is room, and not at all when they have none: a view that asks for
+/// a past day once more never withdraws what it asked for before. Any thread.
 class RequestBook {
 public:
     using RequestPtr = std::shared_ptr<FormulaRequest>;
 
-    static constexpr int kMost = 1000; ///< requests; finished ones go when there are twice as many
+    static constexpr int kMost = 1000; ///< requests that stay
+    static constexpr size_t kMostBytes = 8'000'000; ///< that finished requests keep
+    static constexpr int kLook = 64; ///< requests that come between two looks at what is to go
 
     /// Enters a request; answers the one whose id it takes over, or null.
     RequestPtr enter(const QString &id, RequestPtr request);
@@ -33,7 +35,9 @@ private:
 
     mutable std::mutex mLock; ///< guards what follows
     QHash<QString, RequestPtr> mRequests;
-    QList<QString> mOrder; ///< ids in the order of coming; of some of them the request is gone
+    QList<QString>
+        mOrder; ///< ids in the order of coming, the last coming of each counts; some requests are gone
+    int mUnlooked = 0; ///< requests that came since the last look
 };
 
 } // namespace terminal

@@ -76,6 +76,11 @@ void ResultDelivery::withdraw() {
     }
 }
 
+std::optional<size_t> ResultDelivery::hiddenBytes() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mCallbacks ? std::nullopt : std::make_optional(mHidden.bytes());
+}
+
 QString ResultDelivery::hiddenAt(int index) const {
     std::lock_guard<std::mutex> hold(mLock);
     return mHidden.textAt(index);

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace terminal {
 
@@ -47,6 +48,8 @@ public:
     bool isWithdrawn() const { return mIsWithdrawn; }
     /// The hidden lines of what has been delivered, at a point counted from 0; see HiddenVariables.
     QString hiddenAt(int index) const;
+    /// What its hidden lines take, once all that was posted has come; nothing before.
+    std::optional<size_t> hiddenBytes() const;
 
 private:
     void post(std::function<void(const ResultCallbacks &)> call);

@@ -15,6 +15,28 @@ namespace {
 
 class FormulaServiceTest : public tests::FormulaServiceFixture {};
 
+/// The price as a line that is not shown.
+class HiddenPrice : public FormulaProgram {
+public:
+    se::RPCFormulaMetaResult describe() const override {
+        se::RPCFormulaMetaResult meta;
+        meta.mLineCount = 1;
+        meta.mLineNames = {"price"};
+        meta.mLineAxis = {se::eLineHidden};
+        return meta;
+    }
+    se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
+        se::RPCFormulaResult result;
+        result.mValues.resize(1);
+        for (const MinuteBar &at : bars) {
+            result.mTimes.emplace_back(at.time, 0);
+            result.mValid.push_back(1);
+            result.mValues[0].push_back(at.price);
+        }
+        return result;
+    }
+};
+
 } // namespace
 
 TEST_F(FormulaServiceTest, HistoryOfThePriceHasPriceAndAverage) {
@@ -124,10 +146,41 @@ TEST_F(FormulaServiceTest, RequestsOfHistoryThatNobodyWithdrawsDoNotAddUp) {
         request(params);
         ASSERT_TRUE(waitForResults(before + RequestBook::kMost));
     }
-    EXPECT_LE(mService->liveRequests(), 2 * RequestBook::kMost + 1);
-    request({param("live")});
-    ASSERT_TRUE(waitForResults(kRequests + 1));
+    EXPECT_LE(mService->liveRequests(), RequestBook::kMost + RequestBook::kLook);
+    QVector<TC::CFormulaParam> params;
+    for (int i = 0; i < 2 * RequestBook::kLook; ++i) {
+        params.append(param(QStringLiteral("live%1").arg(i)));
+    }
+    request(params);
+    ASSERT_TRUE(waitForResults(kRequests + params.size()));
+    EXPECT_LE(mService->liveRequests(), params.size() + RequestBook::kLook)
+        << "of those that have no hidden lines nothing can be asked";
+    EXPECT_GE(mService->liveRequests(), params.size());
     mService->unrequestFormula(QStringLiteral("0")); // which is gone
+}
+
+TEST_F(FormulaServiceTest, HiddenLinesOfFinishedRequestsAreKeptAsLongAsThereIsRoom) {
+    constexpr int kBars = 10000;
+    constexpr int kRequests = 2 * RequestBook::kLook;
+    const size_t bytes = kBars * (sizeof(double) + sizeof(se::TimePosition)); // at least, of one request
+    ASSERT_GT(kRequests * bytes, 2 * RequestBook::kMostBytes);
+    ASSERT_LT(bytes, RequestBook::kMostBytes / 4);
+    MinuteBars bars;
+    for (int i = 0; i < kBars; ++i) {
+        bars.push_back(bar(kOpen - 86400000 + i, 9.0, 9.0, 50));
+    }
+    mFeed.setBars("SH600000", kYesterday, bars);
+    mService = std::make_unique<FormulaService>(
+        mFeed, [](const TC::CFormulaParam &) { return std::make_unique<HiddenPrice>(); },
+        [](const TC::CFormulaParam &) { return kYesterday; });
+    for (int i = 0; i < kRequests; ++i) {
+        request({param(QString::number(i), "HIDDEN", 1, kYesterday)});
+        ASSERT_TRUE(waitForResults(i + 1));
+    }
+    EXPECT_EQ(mService->lookHideVar(QString::number(kRequests - 1), 0), "price:9");
+    EXPECT_EQ(mService->lookHideVar(QString::number(kRequests - 4), 0), "price:9");
+    EXPECT_EQ(mService->lookHideVar("0", 0), "");
+    EXPECT_LE(mService->liveRequests(), static_cast<int>(RequestBook::kMostBytes / bytes) + RequestBook::kLook);
 }
 
 TEST_F(FormulaServiceTest, APastDayGivesItsOwnBarsAndNoStream) {
