@@ -470,6 +470,9 @@ bool SoakRobot::runScriptModel() {
 bool SoakRobot::importTrades() {
     const QString key = mWindow.view()->instrument();
     const InstrumentQuote quote = mServices.quoteOf(key);
+    if (!(quote.price > 0.0)) {
+        return false; // it has not traded, and a trade without a price is left out
+    }
     const int number = ++mTrades % kImportedTrades;
     const long long time = mServices.clock().now() / 1000;
     tell(QStringLiteral("import of trade %1 of %2").arg(number).arg(key));
