@@ -112,7 +112,7 @@ QDate ChartView::day() const {
 }
 
 bool ChartView::isComplete() const {
-    if (mInstrument.isEmpty()) {
+    if (mInstrument.isEmpty() || mIsReloadDue) {
         return false;
     }
     QVector<TC::CRealtimeWidget *> panes = mMain->getSubIndexWidgets();
@@ -293,7 +293,18 @@ bool ChartView::handleEvent(int event, int first, int second, QString text, void
 
 void ChartView::onUiResourceChanged() {
     CBaseWidget::onUiResourceChanged();
-    reload(); // the colours of points are the theme's
+    if (std::exchange(mIsReloadDue, true)) {
+        return;
+    }
+    // The colours of points are the theme's. Whatever else hears of the theme has its turn, and the pictures are shown
+    // in the new colours, before everything is asked for anew.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            mIsReloadDue = false;
+            reload();
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace terminal

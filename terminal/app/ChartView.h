@@ -102,6 +102,7 @@ private:
     TC::CRealtimeMainWidget *mMain;
     QString mInstrument;
     QDate mPastDay; ///< null for the running day
+    bool mIsReloadDue = false; ///< the theme has changed
     bool mReplay = false;
 };
 
