@@ -267,9 +267,11 @@ int CRealtimeData::applyHistory(const FormulaMetaPtr &meta, const FormulaResultP
                                 const QString &requestId, int, const QString &, bool keepRange) {
     const HeldParts parts = held();
     CFormulaKey key;
-    return findSeries(key, requestId)
-               ? parts->news.tellAverage(parts->intake.history(key, meta, result, keepRange))
-               : eNothingChanged;
+    if (!findSeries(key, requestId)) {
+        return eNothingChanged;
+    }
+    parts->warnings.history(key, requestId, meta.get(), result.get());
+    return parts->news.tellAverage(parts->intake.history(key, meta, result, keepRange));
 }
 
 int CRealtimeData::applyPushedResult(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
@@ -296,9 +298,7 @@ int CRealtimeData::doRealtimeCallback(int, const QString &requestId, const Formu
     if (!point || !findSeries(key, requestId)) {
         return eNothingChanged;
     }
-    if (parts->log.takesPoints()) {
-        parts->log.point(parts->series.find(key, parts->series.roleOf(key)), requestId, *point);
-    }
+    parts->note(key, requestId, *point);
     return parts->news.tellAverage(parts->intake.point(key, *point));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chartdata/DataWarnings.h"
 #include "chartdata/FormulaTraffic.h"
 #include "chartdata/LinkageListener.h"
 #include "chartdata/PaneAxis.h"
@@ -38,7 +39,8 @@ struct PaneOwner {
 /// What the data of a pane consist of. A part is given those that it needs, and knows nothing of the others.
 struct PaneParts {
     explicit PaneParts(const PaneOwner &of)
-        : log(&of.object, of.view, of.displayType), formulas(of.view, of.formulas, of.isMainGraph),
+        : log(&of.object, of.view, of.displayType), warnings(of.view),
+          formulas(of.view, of.formulas, of.isMainGraph),
           requests(of.view, of.displayType, of.formulas, of.ids), traffic(of.view, log),
           series(of.view, of.displayType, of.formulas, day, of.series),
           ranges(of.view, of.displayType, day, of.series, of.wanted),
@@ -48,7 +50,17 @@ struct PaneParts {
           intake(series, ranges, picture), trades(of.view, of.displayType, day, lookup),
           drawing(picture, trades), news(of.object, ranges, picture, drawing, day), changes(of.tradesChanged) {}
 
+    /// What there is to say of a point, before it is taken in.
+    void note(const CFormulaKey &key, const QString &requestId, const se::RPCFormulaInstantResult &point) {
+        if (log.takesPoints() || DataWarnings::isOn()) {
+            const se::RPCFormulaResultCache *of = series.find(key, series.roleOf(key));
+            log.point(of, requestId, point);
+            warnings.point(key, requestId, of, point);
+        }
+    }
+
     PaneLog log;
+    DataWarnings warnings;
     ShownDay day;
     PaneAxis axis;
     PaneFormulas formulas;

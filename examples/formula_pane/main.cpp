@@ -28,6 +28,7 @@ private:
         formula->mName = name;
         formula->mFileName = name; // what a request asks for
         formula->mType = type;
+        formula->mPrecisions = {{0, 4}, {1, 4}, {2, 4}}; // decimals of its lines
         mFormulas.insert(name, formula);
     }
 

@@ -9,6 +9,7 @@
 #include <timeshare/containers/CRealtimeMainWidget.h>
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QTimer>
 
 #include <functional>
@@ -22,6 +23,8 @@ inline int run(TC::CRealtimeMainWidget &view, Market &market, const std::functio
             tell();
         }
     };
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("timeshare.data=true")); // a word where data cannot be right
     view.resize(1000, 560);
     view.show();
     const QStringList arguments = QApplication::arguments();
