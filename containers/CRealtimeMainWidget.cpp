@@ -63,6 +63,8 @@ CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewTyp
       mSavedView(std::make_unique<SavedView>(*this, *mBar, *mTradeSettings)) {
     setObjectName(QStringLiteral("realtime_main_widget"));
     setMinimumWidth(kMinimumWidth);
+    mRegion->setChanged(
+        [this](const QDateTime &start, const QDateTime &end) { Q_EMIT regionChanged(start, end); });
     mChart->addMainFormulas();
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -94,6 +96,12 @@ void CRealtimeMainWidget::setStock(const QString &key, bool useUnderlying) {
     }
     mChart->applyNetValue();
     applyFormula();
+    tellInstrument(key);
+}
+
+bool CRealtimeMainWidget::trySetStock(const QString &key, bool useUnderlying) {
+    setStock(key, useUnderlying);
+    return mUiParam->isValid();
 }
 
 void CRealtimeMainWidget::clearStock() {
@@ -101,6 +109,7 @@ void CRealtimeMainWidget::clearStock() {
         pane->clearStock();
     }
     mUiParam->clearStock();
+    tellInstrument(QString());
 }
 
 void CRealtimeMainWidget::clear(bool updateView) {
@@ -229,6 +238,7 @@ void CRealtimeMainWidget::takeDays(int former) {
     mCrossLines->realign();
     if (mUiParam->mDayCount != former) {
         mRegion->end();
+        Q_EMIT dayCountChanged(mUiParam->mDayCount);
     }
 }
 

@@ -47,8 +47,11 @@ public:
     // Instrument
 
     /// Shows an instrument, a user-defined index or a portfolio; the main formulas follow its kind. Requests
-    /// nothing. `useUnderlying` takes the trading sessions of the underlying.
+    /// nothing. `useUnderlying` takes the trading sessions of the underlying. A key that nobody knows leaves the view
+    /// without an instrument, in silence.
     void setStock(const QString &key, bool useUnderlying);
+    /// The same; false for a key that nobody knows.
+    bool trySetStock(const QString &key, bool useUnderlying = false);
     void clearStock();
     void clear(bool updateView);
     /// Takes another analysis of a portfolio; the caller requests.
@@ -105,6 +108,7 @@ public:
     void createIndexWidget(const QString &key, int type, const QString &name);
     /// Asks for the pane of a key to be closed.
     void destoryWidget(const QString &key);
+    void destroyWidget(const QString &key) { destoryWidget(key); }
     /// Results of a key's formula.
     void minitermFormulaDataCallback(const QString &key, const FormulaMetaPtr &meta,
                                      const FormulaResultPtr &result);
@@ -112,8 +116,13 @@ public:
     void applyFormula();
     /// Another account's trade data; an empty account takes the formula away, and the configuration keeps it.
     void updateFrormulaData(const QString &account);
+    void updateFormulaData(const QString &account) { updateFrormulaData(account); }
     void addMultiVewFormulaAndLinkageData(bool addFormula);
+    void addMultiViewFormulaAndLinkageData(bool addFormula) { addMultiVewFormulaAndLinkageData(addFormula); }
     void delMultiVewFormulaAndLinkageData(const QList<QString> &accounts);
+    void delMultiViewFormulaAndLinkageData(const QList<QString> &accounts) {
+        delMultiVewFormulaAndLinkageData(accounts);
+    }
     void updateLinkageData(const QList<QString> &accounts, bool show);
     /// Always of the account of setFormulaAccount, whatever `account` says.
     void updateLinkageData(const QString &account, bool show);

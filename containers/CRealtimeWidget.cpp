@@ -336,10 +336,12 @@ bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, v
             Q_EMIT crossLineMoved();
         }
         repaintChanged();
+        Q_EMIT dataChanged();
         return true;
     case eRangeOutgrown:
         updateAxis(false);
         repaintChanged();
+        Q_EMIT dataChanged();
         return false;
     case eDaysAsked:
         deliverEvent(event, mId, param, QString(), nullptr);

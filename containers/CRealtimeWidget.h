@@ -78,6 +78,7 @@ public:
     QString getMainIndex() const;
     /// The formula last added or updated.
     QString gePretIndex() const;
+    QString getPreIndex() const { return gePretIndex(); }
 
     // Commands of the newest day
 
@@ -92,6 +93,7 @@ public:
 
     /// Asks for this pane to be closed.
     void destorySubWidget();
+    void destroySubWidget() { destorySubWidget(); }
     bool handleEvent(int event, int sub, int param, QString text, void *data) override;
 
 public Q_SLOTS:

@@ -1,5 +1,6 @@
 #include "containers/CrossLines.h"
 
+#include "chartdata/CRealtimeData.h"
 #include "chartview/CCrossLineWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/CRealtimeTimeWidget.h"
@@ -44,6 +45,40 @@ bool CrossLines::isShown() const {
 void CrossLines::toggle() {
     mUiParam->mCrossShown = !mUiParam->mCrossShown;
     refresh();
+    mMoved();
+}
+
+void CrossLines::show(bool shown) {
+    if (shown && mUiParam->mCrossIndex < 0) {
+        toEnd();
+    } else if (shown != isShown()) {
+        toggle();
+    }
+}
+
+CrossLines::Place CrossLines::place() const {
+    const int index = mUiParam->mCrossIndex;
+    const QList<CRealtimeGraphWidget *> days = mPanes.main()->getGraphWidgets();
+    if (!isShown() || index < 0 || days.isEmpty()) {
+        return {};
+    }
+    const CRealtimeGraphWidget *graph = days.value(mTitleDay, days.first());
+    const qint64 daysBack = qint64(days.first()->getData()->getTradeDate()) - graph->getData()->getTradeDate();
+    return {mUiParam->getDateTimeByIndex(index).addSecs(-daysBack), graph->getData()->valueAtIndex(index)};
+}
+
+/// A view of a past day takes no count from results; its keys walk along the points that are there.
+void CrossLines::countPastPoints() {
+    if (!mUiParam->mGetTradeDateFunc) {
+        return;
+    }
+    const boost::shared_ptr<CRealtimeData> data = mPanes.main()->getGraphWidgets().first()->getData();
+    data->readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &series) {
+        const auto found = series.find({mUiParam->getStock(), mUiParam->getBasicFormula()});
+        if (found != series.end()) {
+            mUiParam->setDataCount(static_cast<int>(found->result.mTimes.size()));
+        }
+    });
 }
 
 // As the view changes
@@ -53,6 +88,7 @@ void CrossLines::drop() {
     tellTitles(kNowhere);
     tellTimeScale(kNowhere, 0);
     refresh();
+    mMoved();
 }
 
 void CrossLines::realign() {
@@ -98,6 +134,7 @@ void CrossLines::followNewest() {
     }
     tellTimeScale(index, x);
     refreshTimeFlag();
+    mMoved();
 }
 
 void CrossLines::tellTitles(int index) {
@@ -155,6 +192,7 @@ int CrossLines::newestIndex() const {
 }
 
 void CrossLines::step(bool left) {
+    countPastPoints();
     const int newest = newestIndex();
     const int last = mUiParam->dataCount() >= 1 ? newest : mUiParam->mPointCount - 1;
     int &index = mUiParam->mCrossIndex;
@@ -178,13 +216,16 @@ void CrossLines::step(bool left) {
     mUiParam->mCursorByKey = true;
     showByKey(mPanes.main()->getGraphWidgetMouseX());
     refreshTimeFlag();
+    mMoved();
 }
 
 void CrossLines::toHome() {
+    countPastPoints();
     showAt(0);
 }
 
 void CrossLines::toEnd() {
+    countPastPoints();
     showAt(newestIndex());
 }
 
@@ -197,6 +238,7 @@ void CrossLines::showAt(int index) {
     mUiParam->mCursorByKey = true;
     showByKey(mUiParam->mCrossX);
     refreshTimeFlag();
+    mMoved();
 }
 
 /// The vertical line at a column; the horizontal one in the main pane, where it stays without a value.
@@ -239,6 +281,7 @@ void CrossLines::moveByMouse(int index, int x) {
     }
     refreshTimeFlag();
     refreshSelections();
+    mMoved();
 }
 
 /// A selection grows with the mouse.

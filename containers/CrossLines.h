@@ -1,7 +1,12 @@
 #pragma once
 
+#include "host/records/Enumerations.h"
+
+#include <QDateTime>
 #include <QPointer>
 #include <boost/shared_ptr.hpp>
+
+#include <functional>
 
 class QWidget;
 
@@ -22,6 +27,16 @@ public:
     ~CrossLines();
     CrossLines(const CrossLines &) = delete;
     CrossLines &operator=(const CrossLines &) = delete;
+
+    /// Where it stands: the time of its minute, and the value of the main chart there.
+    struct Place {
+        QDateTime time; ///< invalid when no cross line is shown
+        double value = kUnsetValue; ///< unset where the chart has none
+        bool operator==(const Place &other) const { return time == other.time && value == other.value; }
+    };
+    Place place() const;
+    /// `moved` is called whenever the place may be another.
+    void setMoved(std::function<void()> moved) { mMoved = std::move(moved); }
 
     /// Null in a view without a time scale.
     void setTimeScale(CRealtimeTimeWidget *timeScale);
@@ -48,6 +63,8 @@ public:
 
     bool isShown() const;
     void toggle();
+    /// Switches it on, at the newest point when it stands nowhere, or off.
+    void show(bool shown);
     /// Columns or days have changed: it goes to where its place in the day lies now. One that the mouse has put on a day
     /// which is no more goes with that day.
     void realign();
@@ -60,6 +77,7 @@ public:
 
 private:
     bool isMoved() const;
+    void countPastPoints();
     int newestIndex() const;
     void showAt(int index);
     void tellTitles(int index);
@@ -73,6 +91,7 @@ private:
     const PaneRow &mPanes;
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     QPointer<CRealtimeTimeWidget> mTimeScale;
+    std::function<void()> mMoved = [] {};
     int mTitleDay = -1; ///< days back of the graph that the titles follow, -1 none was entered
 };
 

@@ -4,11 +4,13 @@
 #include "containers/CRealtimeWidget.h"
 #include "containers/ConciseStyle.h"
 #include "containers/CrossLines.h"
+#include "containers/DebugOverlay.h"
 #include "containers/PaneRow.h"
 #include "containers/Repaint.h"
 #include "containers/SelectedPane.h"
 #include "containers/TemplateBar.h"
 #include "host/services/CConfigService.h"
+#include "host/services/DataLog.h"
 #include "host/services/IdGenerator.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/CDragWidgetList.h"
@@ -16,6 +18,7 @@
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QResizeEvent>
 #include <QVBoxLayout>
 #include <boost/make_shared.hpp>
@@ -30,11 +33,25 @@ constexpr int kTimeScaleHeight = 20; ///< pixels
 
 } // namespace
 
+struct MainView::Told {
+    QString instrument;
+    CrossLines::Place crossLine;
+    bool isComplete = true;
+};
+
 MainView::MainView(QWidget *parent, EIndexViewType viewType)
     : CBaseWidget(parent), mUiParam(boost::make_shared<CRealtimeUiParam>(viewType)),
       mPanes(std::make_unique<PaneRow>(this, mUiParam, viewType)),
       mSelected(std::make_unique<SelectedPane>(this, *mPanes, mUiParam, viewType)),
-      mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)) {
+      mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)),
+      mTold(std::make_unique<Told>()) {
+    mCrossLines->setMoved([this] { tellCrossLine(); });
+    connect(mPanes.get(), &PaneRow::paneAdded, this, &MainView::paneAdded);
+    connect(mPanes.get(), &PaneRow::paneRemoved, this, &MainView::paneRemoved);
+    connect(mPanes.get(), &PaneRow::dataChanged, this, [this] {
+        tellCrossLine();
+        tellComplete(isComplete());
+    });
     connect(mPanes.get(), &PaneRow::crossLineMoved, this, [this] { mCrossLines->followNewest(); });
     auto *layout = new QVBoxLayout(this);
     layout->setMargin(0);
@@ -54,6 +71,9 @@ MainView::MainView(QWidget *parent, EIndexViewType viewType)
     if (isConcise()) {
         mPanes->list()->setSplitter(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
     }
+    if (DebugOverlay::isWanted()) {
+        new DebugOverlay(*this); // which this owns
+    }
 }
 
 MainView::~MainView() {
@@ -72,6 +92,51 @@ bool MainView::isWhole() const {
 /// While it comes and goes, what its parts tell concerns nobody.
 bool MainView::handleEvent(int event, int first, int second, QString text, void *data) {
     return !isWhole() || CBaseWidget::handleEvent(event, first, second, text, data);
+}
+
+// What is told by signals
+
+bool MainView::isComplete() const {
+    return mPanes->isComplete();
+}
+
+/// `asked` is the key that was to be shown.
+void MainView::tellInstrument(const QString &asked) {
+    const QString key = mUiParam->isValid() ? mUiParam->getStock() : QString();
+    if (!mUiParam->isValid() && !asked.isEmpty()) {
+        warnOfData(QStringLiteral(
+                       "unknown instrument \"%1\": CStockManager::isExist and CIndexManager::getIndex do not "
+                       "know it, and it is no portfolio")
+                       .arg(asked));
+    }
+    if (mTold->instrument != key) {
+        mTold->instrument = key;
+        Q_EMIT instrumentChanged(key);
+    }
+}
+
+void MainView::tellCrossLine() {
+    static const QMetaMethod kSignal = QMetaMethod::fromSignal(&MainView::crossLineChanged);
+    if (!isWhole() || !isSignalConnected(kSignal)) {
+        return; // nobody asks what its value is
+    }
+    const CrossLines::Place place = mCrossLines->place();
+    if (!(mTold->crossLine == place)) {
+        mTold->crossLine = place;
+        Q_EMIT crossLineChanged(place.time, place.value);
+    }
+}
+
+void MainView::tellComplete(bool complete) {
+    if (isWhole() && mTold->isComplete != complete) {
+        mTold->isComplete = complete;
+        Q_EMIT completenessChanged(complete);
+    }
+}
+
+void MainView::showEvent(QShowEvent *event) {
+    CBaseWidget::showEvent(event);
+    tellComplete(isComplete());
 }
 
 void MainView::refreshTimeScale() {
@@ -259,6 +324,7 @@ void MainView::request(bool sync) {
         return;
     }
     mUiParam->mRequestId = genRequestID();
+    tellComplete(false);
     getRealTimeWidget()->request(corvane::ERunMode::Ordinary);
     for (CRealtimeWidget *pane : mPanes->subs()) {
         if (pane->hasGroupModelIndex() && !mUiParam->isShowGroupIndexGraph()) {
@@ -266,6 +332,7 @@ void MainView::request(bool sync) {
         }
         pane->request(corvane::ERunMode::Ordinary);
     }
+    tellComplete(isComplete());
 }
 
 void MainView::unrequest() {
@@ -290,6 +357,7 @@ void MainView::resetUiParam() {
     mUiParam->mMouseIn = false;
     mUiParam->mCrossIndex = -1;
     mCrossLines->refresh();
+    tellCrossLine();
 }
 
 bool MainView::isShowCrossline() const {
@@ -298,6 +366,10 @@ bool MainView::isShowCrossline() const {
 
 void MainView::switchCrossline() {
     mCrossLines->toggle();
+}
+
+void MainView::showCrossline(bool shown) {
+    mCrossLines->show(shown);
 }
 
 void MainView::moveCursor(bool left) {

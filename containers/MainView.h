@@ -8,6 +8,7 @@
 #include "host/records/Enumerations.h"
 #include "host/toolkit/CBaseWidget.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QVector>
@@ -109,6 +110,7 @@ public:
     void updateIndexTemplate(CRealtimeWidget *pane, const QString &name);
     QVector<QString> getSelectIndex() const;
     QVector<QString> getSelectTempalte() const;
+    QVector<QString> getSelectTemplate() const { return getSelectTempalte(); }
     void updateSelectIndex(const QVector<QString> &names);
     void updateSelectTemplate(const QVector<QString> &names);
 
@@ -117,13 +119,35 @@ public:
     /// Puts the cross line of the view parameters back: off, at no index.
     void resetUiParam();
     bool isShowCrossline() const;
+    /// Switches the cross line on or off; one that stands nowhere yet is seen once mouse or keys move it.
     void switchCrossline();
+    /// Shows the cross line at once, at the newest point when it stands nowhere, or takes it away.
+    void showCrossline(bool shown);
     /// One position to the left or right; the first call shows the cross line, at the newest or the first point.
     void moveCursor(bool left);
     void moveToHome();
     void moveToEnd();
 
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
+
+    /// Whether there is a series for every open request of every pane.
+    bool isComplete() const;
+
+Q_SIGNALS:
+    /// Another instrument is shown: its key, as setStock has taken it; empty without one.
+    void instrumentChanged(const QString &key);
+    /// The cross line stands at another minute, or the value of the main chart there is another. An invalid time: none is
+    /// shown. The value is kUnsetValue where the chart has none.
+    void crossLineChanged(const QDateTime &time, double value);
+    /// Another stretch is looked at; both invalid: none is any more.
+    void regionChanged(const QDateTime &start, const QDateTime &end);
+    /// A formula pane has come, or is about to go.
+    void paneAdded(int id);
+    void paneRemoved(int id);
+    void dayCountChanged(int days);
+    /// isComplete() answers something else. A request() tells false first, so that its end is always heard of; a view that is
+    /// hidden tells it when it is shown.
+    void completenessChanged(bool complete);
 
 protected:
     MainView(QWidget *parent, EIndexViewType viewType);
@@ -133,10 +157,12 @@ protected:
     /// False while it comes and goes.
     bool isWhole() const;
     void refreshTimeScale();
+    void tellInstrument(const QString &asked);
 
     void keyPressEvent(QKeyEvent *event) override;
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
     const boost::shared_ptr<CRealtimeUiParam> mUiParam;
@@ -146,7 +172,13 @@ protected:
     std::unique_ptr<CrossLines> mCrossLines;
 
 private:
+    struct Told;
+
+    void tellCrossLine();
+    void tellComplete(bool complete);
+
     CRealtimeTimeWidget *mTimeScale = nullptr; ///< null in a view without time scale
+    std::unique_ptr<Told> mTold; ///< what was told by signals last
 };
 
 } // namespace TC

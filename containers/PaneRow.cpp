@@ -1,5 +1,7 @@
 #include "containers/PaneRow.h"
 
+#include "chartdata/CRealtimeData.h"
+#include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeWidget.h"
 #include "host/toolkit/CDragWidgetList.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -14,6 +16,17 @@ namespace {
 constexpr int kClosedPaneHeight = 16; ///< of a pane beside a maximised one: its title
 constexpr int kClosedPaneRoom = 17; ///< with its splitter
 constexpr int kMaximisedMargin = 22;
+
+/// Whether there is a series for every open request of a day.
+bool isAnswered(const CRealtimeData &data) {
+    int answered = 0;
+    data.readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &series) {
+        for (auto entry = series.keyBegin(); entry != series.keyEnd(); ++entry) {
+            answered += data.getReqID(*entry).isEmpty() ? 0 : 1;
+        }
+    });
+    return answered >= data.reqIds().size();
+}
 
 } // namespace
 
@@ -62,6 +75,15 @@ QVector<QString> PaneRow::subFormulas() const {
     return formulas;
 }
 
+bool PaneRow::isComplete() const {
+    const QVector<CRealtimeWidget *> panes = all();
+    return std::all_of(panes.begin(), panes.end(), [](const CRealtimeWidget *pane) {
+        const QList<CRealtimeGraphWidget *> graphs = pane->getGraphWidgets();
+        return std::all_of(graphs.begin(), graphs.end(),
+                           [](const CRealtimeGraphWidget *graph) { return isAnswered(*graph->getData()); });
+    });
+}
+
 // Panes that come and go
 
 /// What one pane learns of the newest point concerns all of them.
@@ -69,6 +91,7 @@ CRealtimeWidget *PaneRow::make(EIndexDisplayType displayType) {
     auto *pane = new CRealtimeWidget(mNextId++, mUiParam, displayType, mViewType, mView);
     connect(pane, &CRealtimeWidget::pointCountChanged, this, &PaneRow::repaintChanged);
     connect(pane, &CRealtimeWidget::crossLineMoved, this, &PaneRow::crossLineMoved);
+    connect(pane, &CRealtimeWidget::dataChanged, this, &PaneRow::dataChanged);
     return pane;
 }
 
@@ -83,6 +106,7 @@ CRealtimeWidget *PaneRow::add(int stretch) {
     pane->setCreateNewWorkShow(mCreateNewWorkShow);
     mSubs.append(pane);
     mList->addStretchWidget(pane, stretch, GZ::CWidgetList::eAnchorBoth, true);
+    Q_EMIT paneAdded(pane->getId());
     return pane;
 }
 
@@ -97,6 +121,7 @@ void PaneRow::remove(CRealtimeWidget *pane) {
     if (mSubs.isEmpty()) {
         mList->setDragEnable(true); // the maximised one has gone
     }
+    Q_EMIT paneRemoved(pane->getId());
 }
 
 void PaneRow::setCreateNewWorkShow(bool show) {

@@ -43,6 +43,8 @@ public:
     QVector<CRealtimeWidget *> all() const;
     /// The formulas of all formula panes, pane by pane.
     QVector<QString> subFormulas() const;
+    /// Whether there is a series for every open request of every pane.
+    bool isComplete() const;
 
     /// Adds an empty formula pane at the bottom.
     CRealtimeWidget *add(int stretch);
@@ -67,6 +69,11 @@ public:
 Q_SIGNALS:
     /// A pane has taken the cross line to the newest point.
     void crossLineMoved();
+    /// The series of a pane have changed.
+    void dataChanged();
+    /// A formula pane has come, or is about to go.
+    void paneAdded(int id);
+    void paneRemoved(int id);
 
 private:
     CRealtimeWidget *make(EIndexDisplayType displayType);

@@ -40,6 +40,7 @@ public:
     /// The graph that the user last selected, else that of the newest day.
     CRealtimeGraphWidget *getCurrentGraphWidget() const;
     int getGrapWidgetCount() const;
+    int getGraphWidgetCount() const { return getGrapWidgetCount(); }
     /// Id of a graph: 0 that of the newest day, -1 one that this pane has not entered.
     int getGrapWidgetID(CRealtimeGraphWidget *graph) const;
     /// All graphs, the newest day first: position i is i trading days back.
@@ -73,6 +74,7 @@ public:
     void setConciseStyle(bool concise);
     void setSelected(bool selected);
     void showHolographicButon(bool show);
+    void showHolographicButton(bool show) { showHolographicButon(show); }
 
     // The user's drawings on the newest day
 
@@ -104,6 +106,8 @@ Q_SIGNALS:
     void pointCountChanged();
     /// The cross line has followed the newest point: it lies elsewhere in the other panes too.
     void crossLineMoved();
+    /// The series of a day have changed.
+    void dataChanged();
 
 public Q_SLOTS:
     /// Repaints what of the graphs and the cross line has changed, and nothing else.

@@ -62,6 +62,15 @@ void RegionStatistics::show(int start, int end, const QString &text) {
     mDialog->setValues(end - start + 1, values);
     mDialog->setRange(field(text, eStartTime).toULongLong(), field(text, eEndTime).toULongLong());
     mDialog->show();
+    tell(QDateTime::fromSecsSinceEpoch(field(text, eStartTime).toLongLong()),
+         QDateTime::fromSecsSinceEpoch(field(text, eEndTime).toLongLong()));
+}
+
+void RegionStatistics::tell(const QDateTime &start, const QDateTime &end) {
+    if (mTold != qMakePair(start, end)) {
+        mTold = {start, end};
+        mChanged(start, end);
+    }
 }
 
 void RegionStatistics::select(const QDateTime &moment) {
@@ -101,6 +110,7 @@ void RegionStatistics::hideLines() {
             graph->setRegionLineHide();
         }
     }
+    tell({}, {});
 }
 
 void RegionStatistics::end() {

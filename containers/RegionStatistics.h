@@ -2,10 +2,12 @@
 
 #include "host/toolkit/Events.h"
 
+#include <QDateTime>
+#include <QPair>
 #include <QString>
 #include <boost/shared_ptr.hpp>
 
-class QDateTime;
+#include <functional>
 
 namespace TC {
 
@@ -21,6 +23,11 @@ public:
     ~RegionStatistics();
     RegionStatistics(const RegionStatistics &) = delete;
     RegionStatistics &operator=(const RegionStatistics &) = delete;
+
+    /// `changed` hears of another stretch, its start and end; they are invalid when it is over.
+    void setChanged(std::function<void(const QDateTime &, const QDateTime &)> changed) {
+        mChanged = std::move(changed);
+    }
 
     /// Takes a stretch and shows its statistics: its first index, and its text, which is the last index, start and end in
     /// seconds since the epoch, joined by commas; what is no number counts as 0. Of an empty stretch the lines go, and the
@@ -42,6 +49,7 @@ public:
 
 private:
     void show(int start, int end, const QString &text);
+    void tell(const QDateTime &start, const QDateTime &end);
 
     QWidget *mView;
     const PaneRow &mPanes;
@@ -49,6 +57,9 @@ private:
     CRealtimeStatisticDialog *mDialog = nullptr;
     int mStart = 0; ///< first index of the last stretch
     QString mText; ///< the last stretch as text
+    std::function<void(const QDateTime &, const QDateTime &)> mChanged = [](const QDateTime &,
+                                                                            const QDateTime &) {};
+    QPair<QDateTime, QDateTime> mTold; ///< what mChanged has heard last
 };
 
 } // namespace TC
