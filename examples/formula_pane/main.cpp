@@ -18,18 +18,18 @@ public:
     Formulas() {
         add(QStringLiteral("REALTIME"), TC::eReplacingFormula);
         add(QStringLiteral("REALTIMEVOL"), TC::eReplacingFormula);
-        add(kMacd, TC::eSubPaneFormula);
+        add(kMacd, TC::eSubPaneFormula)->mPrecisions = {{0, 4}, {1, 4}, {2, 4}}; // decimals of its lines
     }
     TC::CFormulaDetailPtr getFormula(const QString &name) override { return mFormulas.value(name.toUpper()); }
 
 private:
-    void add(const QString &name, TC::EFormulaType type) {
+    TC::CFormulaDetailPtr add(const QString &name, TC::EFormulaType type) {
         const auto formula = boost::make_shared<TC::CFormulaDetail>();
         formula->mName = name;
         formula->mFileName = name; // what a request asks for
         formula->mType = type;
-        formula->mPrecisions = {{0, 4}, {1, 4}, {2, 4}}; // decimals of its lines
         mFormulas.insert(name, formula);
+        return formula;
     }
 
     QMap<QString, TC::CFormulaDetailPtr> mFormulas;
