@@ -303,4 +303,38 @@ TEST(Bus, AnEventLoopInsideAHandlerGoesOnWithTheNextEvents) {
     EXPECT_EQ(ended, (std::vector<int>{2, 3, 1}));
 }
 
+/// Hears of an event that has the priority of a repaint.
+class Repaint : public QObject {
+public:
+    explicit Repaint(std::function<void()> then) : mThen(std::move(then)) {}
+    bool event(QEvent *) override {
+        mThen();
+        return true;
+    }
+
+private:
+    std::function<void()> mThen;
+};
+
+TEST(Bus, WhatComesWhileEventsAreHandledWaitsBehindTheRepaints) {
+    Receiver receiver;
+    Sender sender(&receiver);
+    std::vector<int> order;
+    Repaint repaint([&] { order.push_back(0); });
+    const auto deliver = [&](int event) {
+        onAnotherThread([&] { sender.deliverEvent(event, 0, 0, QString(), nullptr); });
+    };
+    receiver.mThen = [&] {
+        order.push_back(receiver.mEvents.back());
+        if (receiver.mEvents.back() == 1) {
+            QCoreApplication::postEvent(&repaint, new QEvent(QEvent::User), Qt::LowEventPriority);
+            deliver(3);
+        }
+    };
+    deliver(1);
+    deliver(2);
+    runUntil([&] { return order.size() == 4; });
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 0, 3}));
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QEvent>
 #include <QThread>
 
 namespace GZ {
@@ -25,22 +26,43 @@ bool CEventQueue::isUserInterfaceThread() {
 
 void CEventQueue::post(const std::weak_ptr<CEventDeliverer::Token> &sender, int event, int first, int second,
                        const QString &text, void *data) {
-    {
-        std::lock_guard<std::mutex> hold(mLock);
-        mEntries.push_back({sender, event, first, second, text, data});
+    std::lock_guard<std::mutex> hold(mLock);
+    mEntries.push_back({sender, event, first, second, text, data});
+    if (!mIsCalled) {
+        call(mIsDraining ? Qt::LowEventPriority : Qt::NormalEventPriority);
     }
-    // The queued call carries nothing: what it is about stays under our own lock.
-    QMetaObject::invokeMethod(this, "drain", Qt::QueuedConnection);
 }
 
-bool CEventQueue::take(Entry &entry, bool &more) {
+/// Has drain() called. The call carries nothing: what it is about stays here.
+void CEventQueue::call(int priority) {
+    mIsCalled = true;
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User), priority);
+}
+
+bool CEventQueue::event(QEvent *event) {
+    if (event->type() != QEvent::User) {
+        return QObject::event(event);
+    }
+    drain();
+    return true;
+}
+
+bool CEventQueue::take(Entry &entry) {
     std::lock_guard<std::mutex> hold(mLock);
     if (mEntries.empty()) {
         return false;
     }
     entry = std::move(mEntries.front());
     mEntries.pop_front();
-    more = !mEntries.empty();
+    if (mEntries.empty()) {
+        return true;
+    }
+    if (!mIsCalled) {
+        call(Qt::LowEventPriority);
+    } else {
+        // An event loop inside the handler would not look again at a call from before it began.
+        QAbstractEventDispatcher::instance()->wakeUp();
+    }
     return true;
 }
 
@@ -49,15 +71,20 @@ void CEventQueue::drain() {
     {
         std::lock_guard<std::mutex> hold(mLock);
         count = mEntries.size();
+        mIsCalled = false;
+        mIsDraining = true;
     }
     Entry entry;
-    bool more = false;
-    for (; count > 0 && take(entry, more); --count) {
-        if (more) {
-            // An event loop inside the handler would not look again at calls that were queued before it began.
-            QAbstractEventDispatcher::instance()->wakeUp();
-        }
+    for (; count > 0 && take(entry); --count) {
         handOver(entry);
+    }
+    std::lock_guard<std::mutex> hold(mLock);
+    mIsDraining = false;
+    // The call for what has come meanwhile goes behind the repaints that the handlers have asked for.
+    QCoreApplication::removePostedEvents(this, QEvent::User);
+    mIsCalled = false;
+    if (!mEntries.empty()) {
+        call(Qt::LowEventPriority);
     }
 }
 

@@ -16,7 +16,9 @@ struct CEventDeliverer::Token {
     CEventDeliverer *mParticipant; ///< null once it has left the bus
 };
 
-/// Carries events of other threads to the user-interface thread, in the order of their arrival.
+/// Carries events of other threads to the user-interface thread, in the order of their arrival. All that have piled up
+/// until then are handed over at once; those that come meanwhile wait behind the repaints that are due by then, so that a
+/// flood of events does not keep the screen from being painted.
 class CEventQueue : public QObject {
     Q_OBJECT
 public:
@@ -39,15 +41,19 @@ private:
     };
 
     CEventQueue();
-    /// Hands over what is there. Called once for every event, so that an event loop inside a handler goes on with
-    /// the events after it.
-    Q_INVOKABLE void drain();
-    /// Takes the oldest event off; false when there is none. `more` tells whether others wait behind it.
-    bool take(Entry &entry, bool &more);
+    bool event(QEvent *event) override;
+    void call(int priority);
+    /// Hands over what is there.
+    void drain();
+    /// Takes the oldest event off; false when there is none. With others behind it drain() is called for, which an
+    /// event loop inside the handler goes on with.
+    bool take(Entry &entry);
     static void handOver(const Entry &entry);
 
-    std::mutex mLock; ///< guards mEntries; never held while an event is handled
+    std::mutex mLock; ///< guards what follows; never held while an event is handled
     std::deque<Entry> mEntries;
+    bool mIsCalled = false; ///< drain() is to come
+    bool mIsDraining = false;
 };
 
 } // namespace GZ
