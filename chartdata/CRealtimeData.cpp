@@ -172,8 +172,7 @@ void CRealtimeData::applyCached(const QVector<CFormulaParam> &params) {
 
 void CRealtimeData::takeWithoutDrawing(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
                                        const CFormulaParam &param) {
-    const HeldParts parts = held();
-    parts->picture.noteDamage(applyHistory(meta, result, idOf(param), kPlainResult, QString(), true));
+    held()->picture.noteDamage(applyHistory(meta, result, idOf(param), kPlainResult, QString(), true));
 }
 
 void CRealtimeData::request(corvane::ERunMode mode) {
@@ -283,13 +282,11 @@ int CRealtimeData::applyPushedResult(const FormulaMetaPtr &meta, const FormulaRe
 
 void CRealtimeData::minitermFormulaDataCallback(const FormulaMetaPtr &meta, const FormulaResultPtr &result,
                                                 const QString &, const QString &formula, int) {
-    const HeldParts parts = held();
-    parts->news.react(applyPushedResult(meta, result, formula), nullptr);
+    held()->news.react(applyPushedResult(meta, result, formula), nullptr);
 }
 
 void CRealtimeData::onRealtimeCallback(int number, const QString &requestId, const FormulaInstantPtr &point) {
-    const HeldParts parts = held();
-    parts->news.reactToPoint(doRealtimeCallback(number, requestId, point), static_cast<IndexBaseData *>(this));
+    held()->news.reactToPoint(doRealtimeCallback(number, requestId, point), static_cast<IndexBaseData *>(this));
 }
 
 int CRealtimeData::doRealtimeCallback(int, const QString &requestId, const FormulaInstantPtr &point) {
@@ -387,6 +384,10 @@ QRect CRealtimeData::takeDirtyRect() {
     return held()->picture.takeDirtyRect();
 }
 
+QRegion CRealtimeData::takeDirtyRegion() {
+    return held()->picture.takeDirtyRegion();
+}
+
 bool CRealtimeData::covers(const QSize &size) const {
     return held()->picture.covers(size);
 }
@@ -402,9 +403,8 @@ void CRealtimeData::onLinkageChanged(const std::vector<std::string> &instruments
 }
 
 void CRealtimeData::drawLinkageMarks(QPainter *painter, const QRect &rect) {
-    const HeldParts parts = held();
     if (painter) {
-        parts->trades.drawMarks(*painter, rect);
+        held()->trades.drawMarks(*painter, rect);
     }
 }
 

@@ -134,6 +134,8 @@ public:
     /// The part of the pane, in its pixels, that changed on the screen since the last call: the columns of the
     /// newest points when only they moved, the whole pane otherwise, null when nothing did.
     QRect takeDirtyRect();
+    /// The same without the rows of those columns in which nothing changed. Either call takes what the other would have.
+    QRegion takeDirtyRegion();
     /// Whether paintTo leaves nothing of a pane of this size uncovered.
     bool covers(const QSize &size) const;
     /// Device pixels per pixel of the pane; the pixmaps are rendered at it. 1 until set.

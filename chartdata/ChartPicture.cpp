@@ -4,6 +4,7 @@
 #include "chartdata/ChartScene.h"
 #include "chartdata/PanePixmap.h"
 #include "chartdata/SceneSource.h"
+#include "host/drawing/DirectPixels.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
@@ -12,6 +13,21 @@
 #include <utility>
 
 namespace TC {
+namespace {
+
+constexpr int kOpaqueBackground = 255;
+
+/// The background in a part, in place of what is there.
+void clearPart(QPainter &painter, const QRect &part, const QColor &background) {
+    if (background.alpha() == kOpaqueBackground) {
+        return DirectPixels(painter).fill(painter, part, background);
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(part, background);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+} // namespace
 
 void ChartPicture::setRect(const QRect &rect) {
     mRect = rect;
@@ -27,14 +43,24 @@ bool ChartPicture::setRatio(double ratio) {
 }
 
 void ChartPicture::make(bool blank) {
-    mPixmap = panePixmap(mRect.size(), mRatio);
+    const QColor background = mLook->background;
+    mImage = paneImage(mRect.size(), mRatio, background.alpha() == kOpaqueBackground);
     mPriceBandDigest = 0;
     mIsWhole = false;
-    const QColor background = mLook->background;
+    mIsBare = false;
     mDrawnTheme = mLook.generation();
-    if (blank && !mPixmap.isNull()) {
-        mPixmap.fill(background);
+    if (blank) {
+        clear(background);
     }
+}
+
+/// One background all over, in an image that can show it: a theme may bring another one.
+void ChartPicture::clear(const QColor &background) {
+    const bool isOpaque = background.alpha() == kOpaqueBackground;
+    if (isOpaque == mImage.hasAlphaChannel()) {
+        mImage = paneImage(mRect.size(), mRatio, isOpaque);
+    }
+    mImage.fill(background);
 }
 
 bool ChartPicture::isStale() const {
@@ -42,27 +68,31 @@ bool ChartPicture::isStale() const {
 }
 
 void ChartPicture::draw(const QRect &rect) {
-    if (rect.width() <= 0 || rect.height() <= 0 || mPixmap.isNull()) {
+    if (rect.width() <= 0 || rect.height() <= 0 || mImage.isNull()) {
         return;
     }
     if (mSource.lastStill() >= 0) {
         mBeforeSeries();
     }
+    notePane();
     drawWhole(rect);
 }
 
 void ChartPicture::follow() {
-    if (mRect.isEmpty() || mPixmap.isNull()) {
+    if (mRect.isEmpty() || mImage.isNull()) {
         return;
     }
     if (mSource.lastStill() >= 0) {
         mBeforeSeries();
     }
+    const bool isRight = mIsWhole && !isStale() && !mDrawnPointChanged;
+    if (isRight && mSource.lastStill() == mDrawnEnd) {
+        return; // it has grown with another series of that minute
+    }
     ChartScene scene = stillScene(mRect.size());
-    if (!mIsWhole || isStale() || mDrawnPointChanged || !hasGrown(mDrawn, scene)) {
+    if (!isRight || !hasGrown(mDrawn, scene) || (scene.end > mDrawnEnd && !grow(std::move(scene)))) {
+        notePane();
         drawWhole(mRect);
-    } else if (scene.end > mDrawnEnd) {
-        grow(std::move(scene));
     }
 }
 
@@ -74,13 +104,19 @@ ChartScene ChartPicture::stillScene(const QSize &size) {
 }
 
 void ChartPicture::drawWhole(const QRect &rect) {
-    notePane();
     mIsStale = false;
     mDrawnPointChanged = false;
     mDrawnEnd = -1;
-    mDrawn = stillScene(rect.size());
+    ChartScene scene = stillScene(rect.size());
+    if (mIsBare && rect == mRect && scene.lines.empty() && hasGrown(mDrawn, scene)) {
+        mDrawnEnd = mDrawn.end = scene.end; // a day that waits for its series while the ranges of others grow
+        mIsWhole = mDrawnEnd >= 0;
+        return;
+    }
+    mDrawn = std::move(scene);
     mDrawnTheme = mDrawn.theme;
     drawScene(rect, mDrawn);
+    mIsBare = mDrawn.lines.empty() && rect == mRect;
     mIsWhole = mDrawnEnd >= 0 && rect == mRect;
     for (SceneSeries &series : mDrawn.lines) {
         mIsWhole = mIsWhole && !series.filled;
@@ -90,74 +126,91 @@ void ChartPicture::drawWhole(const QRect &rect) {
 
 void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     const quint64 digest = rect.size() == mRect.size() ? priceBandDigest(scene) : 0;
-    const EBand band = digest != 0 && digest == mPriceBandDigest ? EBand::Volume : EBand::Both;
+    const bool isVolumeAlone = digest != 0 && digest == mPriceBandDigest;
     mPriceBandDigest = digest;
-    if (band == EBand::Both) {
-        mPixmap.fill(scene.look.background);
+    if (!isVolumeAlone) {
+        clear(scene.look.background);
     }
     QPainter painter;
-    if (!painter.begin(&mPixmap)) {
+    if (!painter.begin(&mImage)) {
         return;
     }
-    painter.setClipRect(rect);
-    if (band == EBand::Volume) {
-        painter.setClipRect(rect.adjusted(0, volumeBandTop(rect.height()), 0, 0));
-        painter.fillRect(rect, scene.look.background);
+    const QRect part = isVolumeAlone ? rect.adjusted(0, volumeBandTop(rect.height()), 0, 0) : rect;
+    painter.setClipRect(part);
+    if (isVolumeAlone) {
+        painter.fillRect(part, scene.look.background);
     }
     drawGrid(painter, scene, rect);
-    drawLines(painter, scene.lines, scene.look, band);
+    drawLines(painter, scene.lines, scene.look, part);
     mDrawnEnd = scene.end;
 }
 
 /// What lines can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
-QRect ChartPicture::touched(const SceneLines &lines) const {
-    const QRect rect = touchedRect(lines);
-    return rect.isEmpty() || mRatio == std::floor(mRatio) ? rect : rect.adjusted(-1, 0, 1, 0) & mRect;
+Touched ChartPicture::touched(const SceneLines &lines) const {
+    Touched touched = touchedBy(lines);
+    if (mRatio != std::floor(mRatio)) {
+        touched.widen(mRect);
+    }
+    return touched;
 }
 
-/// Draws the columns anew that the points behind mDrawnEnd touch.
-void ChartPicture::grow(ChartScene scene) {
-    const QRect part = touched(from(scene.lines, mDrawnEnd));
-    if (!part.isEmpty()) {
+/// Draws the pixels anew that the points behind mDrawnEnd touch; false when that may be all of them.
+bool ChartPicture::grow(ChartScene scene) {
+    const Touched added = touched(from(scene.lines, mDrawnEnd));
+    if (!added.isEmpty()) {
         QPainter painter;
-        if (part.width() >= mRect.width() - 2 || !painter.begin(&mPixmap)) {
-            return drawWhole(mRect); // a text may reach anywhere
+        if (added.columns.width() >= mRect.width() - 2 || !painter.begin(&mImage)) {
+            return false; // a text may reach anywhere
         }
-        painter.setClipRect(part);
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.fillRect(part, scene.look.background);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        drawGrid(painter, scene, part);
-        drawLines(painter, reachingInto(scene.lines, part.left() - 1), scene.look, EBand::Both);
-        mGrown |= part;
+        const SceneLines lines = reachingInto(scene.lines, added.columns.left() - 1);
+        paintByPieces(painter, added.pixels(mRect), [&](const QRect &part) {
+            clearPart(painter, part, scene.look.background);
+            drawGrid(painter, scene, part);
+            drawLines(painter, lines, scene.look, part);
+        });
+        mGrown.add(added);
     }
     mPriceBandDigest = 0;
     mDrawnEnd = scene.end;
     mDrawn = std::move(scene);
+    return true;
 }
 
 void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *part) {
-    if (mPixmap.isNull()) {
+    if (mImage.isNull()) {
         return;
     }
     SceneLines tail = mSource.tail(rect.size());
-    const auto seen = [&] { return part->intersected(rect == mRect ? touched(tail) : part->boundingRect()); };
-    if (mSource.hasTail() && (!part || !seen().isEmpty()) && mBeforeSeries()) {
+    Touched seen = touched(tail);
+    const auto isSeen = [&](const auto &where) {
+        return rect != mRect || where.intersects(seen.price) || where.intersects(seen.volume);
+    };
+    if (mSource.hasTail() && (!part || isSeen(*part)) && mBeforeSeries()) {
         tail = mSource.tail(rect.size());
+        seen = touched(tail);
     }
     if (!part) {
-        blitPane(painter, rect, mPixmap, mRect.size());
+        blitPane(painter, rect, mImage, mRect.size());
         drawTail(painter, rect, tail);
         return;
     }
-    paintByParts(painter, *part, [&] { blitPane(painter, rect, mPixmap, mRect.size()); });
-    paintByPieces(painter, seen(), [&] { drawTail(painter, rect, tail); });
+    const QPen pen = painter.pen();
+    paintByParts(painter, *part, [&](const QRect &piece) {
+        blitPane(painter, rect, mImage, mRect.size());
+        if (isSeen(piece)) {
+            drawLines(painter, tail, mLook.look(), piece & rect);
+        }
+    });
+    painter.setPen(pen);
+    if (rect == mRect) {
+        mTailOnScreen.add(seen);
+    }
 }
 
 void ChartPicture::drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail) {
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip); // lines are drawn much faster under a clip
-    drawLines(painter, tail, mLook.look(), EBand::Both);
+    drawLines(painter, tail, mLook.look(), rect);
     painter.restore();
 }
 
@@ -178,17 +231,29 @@ void ChartPicture::noteDamage(int flags) {
     }
 }
 
-QRect ChartPicture::takeDirtyRect() {
-    const QRect before = mTailOnScreen | std::exchange(mGrown, QRect());
+/// What has changed, in its columns and pixel by pixel.
+Touched ChartPicture::takeDirty() {
+    Touched before = std::exchange(mTailOnScreen, touched(mSource.tail(mRect.size())));
+    before.add(std::exchange(mGrown, Touched()));
     const int damage = std::exchange(mDamage, 0);
     const int count = mView.dataCount();
     const bool recounted = std::exchange(mTailCount, count) != count;
-    mTailOnScreen = touched(mSource.tail(mRect.size()));
     if (damage & ~ePointChanged) {
-        return mRect;
+        return {mRect, mRect, QRect()};
     }
-    const bool moved = damage != 0 || recounted || before != mTailOnScreen;
-    return moved ? (before | mTailOnScreen) & mRect : QRect();
+    if (damage == 0 && !recounted && before.columns == mTailOnScreen.columns) {
+        return {};
+    }
+    before.add(mTailOnScreen);
+    return before;
+}
+
+QRect ChartPicture::takeDirtyRect() {
+    return takeDirty().columns & mRect;
+}
+
+QRegion ChartPicture::takeDirtyRegion() {
+    return takeDirty().pixels(mRect);
 }
 
 } // namespace TC

@@ -5,7 +5,7 @@
 #include "chartdata/PaneSeries.h"
 #include "host/toolkit/ThemeCache.h"
 
-#include <QPixmap>
+#include <QImage>
 #include <QRect>
 #include <QRegion>
 
@@ -23,7 +23,7 @@ class SceneSource;
 /// The picture holds the points from the first to the one that is remembered as drawn; those behind it are the tail,
 /// drawn over it at every painting. So a newest point that moves costs no drawing, and any other point that changes
 /// makes the picture stale: it is drawn anew before it is shown. Points that come behind those in it are drawn into it,
-/// over the columns that they touch, as long as it shows what it was drawn from; else it is drawn anew, the price band
+/// over the pixels that they touch, as long as it shows what it was drawn from; else it is drawn anew, the price band
 /// only when its digest differs from that of what it was drawn from. Damage is gathered until it is taken.
 class ChartPicture {
 public:
@@ -40,7 +40,7 @@ public:
     double ratio() const { return mRatio; }
     /// A new picture of that size and ratio, without content, or `blank`: with the background alone.
     void make(bool blank);
-    bool covers(const QSize &size) const { return !mPixmap.isNull() && mRect.size() == size; }
+    bool covers(const QSize &size) const { return !mImage.isNull() && mRect.size() == size; }
     /// Whether it has to be drawn before it is shown: a point in it or the theme has changed.
     bool isStale() const;
 
@@ -63,13 +63,17 @@ public:
     /// The part of the pane that changed on the screen since the last call: the columns of the newest points when only
     /// they moved, the whole pane otherwise, null when nothing did.
     QRect takeDirtyRect();
+    /// The same without the rows of those columns in which nothing changed.
+    QRegion takeDirtyRegion();
 
 private:
     ChartScene stillScene(const QSize &size);
+    void clear(const QColor &background);
     void drawWhole(const QRect &rect);
     void drawScene(const QRect &rect, const ChartScene &scene);
-    void grow(ChartScene scene);
-    QRect touched(const SceneLines &lines) const;
+    bool grow(ChartScene scene);
+    Touched touched(const SceneLines &lines) const;
+    Touched takeDirty();
     void drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail);
 
     const SceneSource &mSource;
@@ -77,18 +81,19 @@ private:
     const std::function<bool()> mBeforeSeries;
     QRect mRect{0, 0, 0, 0};
     double mRatio = 1.0;
-    QPixmap mPixmap;
+    QImage mImage;
     GZ::ThemeCache<ChartLook> mLook;
     int mDrawnTheme = -1; ///< generation of the theme that the picture is in
     quint64 mPriceBandDigest = 0; ///< of what the price band was drawn from; 0 when nothing is known
     ChartScene mDrawn; ///< what it was drawn from; its series only tell themselves apart
     bool mIsWhole = false; ///< it shows all of that, and what changed since was told point by point
+    bool mIsBare = false; ///< it shows that, and there is no line in it
     int mDrawnEnd = -1; ///< last index in the picture
     bool mDrawnPointChanged = false; ///< a point in it has changed since it was drawn
     bool mIsStale = false;
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
-    QRect mGrown; ///< columns drawn into the picture since then
-    QRect mTailOnScreen; ///< where the newest points were then
+    Touched mGrown; ///< drawn into the picture since then
+    Touched mTailOnScreen; ///< where the newest points were then, and wherever they have been painted since
     int mTailCount = 0; ///< number of points of the view then
 };
 

@@ -2,6 +2,7 @@
 
 #include "chartdata/ContentDigest.h"
 #include "chartdata/LineDrawing.h"
+#include "host/drawing/DirectPixels.h"
 
 #include <QImage>
 #include <QPainter>
@@ -56,8 +57,8 @@ QImage dottedColumn(int height, double ratio, const QColor &color) {
     QImage column(dot, static_cast<int>(std::ceil(height * ratio)), QImage::Format_ARGB32_Premultiplied);
     column.setDevicePixelRatio(ratio);
     const QRgb on = qPremultiply(color.rgba());
-    for (int y = 0; y < column.height(); ++y) {
-        auto *pixels = reinterpret_cast<QRgb *>(column.scanLine(y));
+    auto *pixels = reinterpret_cast<QRgb *>(column.bits()); // whose rows follow each other without a gap
+    for (int y = 0; y < column.height(); ++y, pixels += dot) {
         std::fill(pixels, pixels + dot, static_cast<int>(y / ratio) % 2 == 0 ? on : QRgb(0));
     }
     return column;
@@ -124,9 +125,10 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
     const int height = scene.pane.height();
     const ChartLook &look = scene.look;
     const QRect seen = part.adjusted(-1, -1, 1, 1); // its edges may lie between pixels of the device
+    const DirectPixels pixels(painter);
     const auto fill = [&](const QRect &line, const QColor &color) {
         if (line.intersects(seen)) {
-            painter.fillRect(line, color);
+            pixels.fill(painter, line, color);
         }
     };
     fill({0, 0, width, 1}, look.border);
@@ -148,9 +150,9 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
     }
 }
 
-void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, EBand band) {
+void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, const QRect &part) {
     for (const SceneSeries &series : lines) {
-        if (band == EBand::Volume && !series.inVolumeBand) {
+        if (!series.target.intersects(part)) {
             continue;
         }
         for (const SceneLine &line : series.lines) {
@@ -159,12 +161,36 @@ void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look
     }
 }
 
-QRect touchedRect(const SceneLines &lines) {
-    QRect touched;
+void Touched::add(const Touched &other) {
+    columns |= other.columns;
+    price |= other.price;
+    volume |= other.volume;
+}
+
+void Touched::widen(const QRect &pane) {
+    if (!isEmpty()) {
+        columns = columns.adjusted(-1, 0, 1, 0) & pane;
+    }
+    for (QRect *pixels : {&price, &volume}) {
+        if (!pixels->isEmpty()) {
+            *pixels = pixels->adjusted(-1, -1, 1, 1) & pane;
+        }
+    }
+}
+
+Touched touchedBy(const SceneLines &lines) {
+    Touched touched;
     for (const SceneSeries &entry : lines) {
+        QRect &band = entry.inVolumeBand ? touched.volume : touched.price;
         for (const SceneLine &line : entry.lines) {
-            touched |= CDrawStyle::touchedRect(entry.target, *entry.series, line.line, entry.start, entry.end,
-                                               entry.last);
+            const QRect pixels =
+                CDrawStyle::touchedRect(entry.target, *entry.series, line.range, line.line, entry.start,
+                                        entry.end, entry.last, line.gradient || line.volume);
+            band |= pixels;
+            touched.columns |= pixels.isNull() ? CDrawStyle::touchedRect(entry.target, *entry.series, line.line,
+                                                                         entry.start, entry.end, entry.last)
+                                               : QRect(pixels.left(), entry.target.top(), pixels.width(),
+                                                       entry.target.height());
         }
     }
     return touched;

@@ -5,6 +5,7 @@
 #include "host/records/RPCFormulaResult.h"
 
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 #include <QVector>
 
@@ -67,13 +68,23 @@ SceneLines from(SceneLines lines, int start);
 /// Lines from as far back as to draw all that reaches the column `left` or lies right of it.
 SceneLines reachingInto(SceneLines lines, int left);
 
-/// Which lines are drawn.
-enum class EBand { Both, Volume };
-
 /// Frame and grid lines, one pixel of the pane wide at every ratio; all that is seen in a part of the pane.
 void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part);
-void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, EBand band);
-/// What a drawing of the lines can touch.
-QRect touchedRect(const SceneLines &lines);
+/// The lines that are seen in a part of the pane.
+void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look, const QRect &part);
+
+/// What a drawing of lines can touch.
+struct Touched {
+    QRect columns; ///< in the height of the bands that they lie in
+    QRect price; ///< pixels above the volume band
+    QRect volume; ///< pixels of that band
+
+    bool isEmpty() const { return columns.isEmpty(); }
+    QRegion pixels(const QRect &pane) const { return QRegion(price & pane) | QRegion(volume & pane); }
+    void add(const Touched &other);
+    /// By a pixel on the sides, and the rows by one above and beneath, inside a pane.
+    void widen(const QRect &pane);
+};
+Touched touchedBy(const SceneLines &lines);
 
 } // namespace TC

@@ -45,11 +45,29 @@ QPixmap panePixmap(const QSize &size, double ratio) {
     return pixmap;
 }
 
+QImage paneImage(const QSize &size, double ratio, bool isOpaque) {
+    const QSize pixels = panePixmapSize(size, ratio);
+    if (pixels.isEmpty()) {
+        return QImage();
+    }
+    QImage image(pixels, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    return image;
+}
+
 void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const QSize &pane) {
     if (rect.size() == pane) {
         painter.drawPixmap(rect.topLeft(), pixmap); // also at fractional ratios
     } else {
         painter.drawPixmap(rect, pixmap);
+    }
+}
+
+void blitPane(QPainter &painter, const QRect &rect, const QImage &image, const QSize &pane) {
+    if (rect.size() == pane) {
+        painter.drawImage(rect.topLeft(), image);
+    } else {
+        painter.drawImage(rect, image);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QRegion>
@@ -15,28 +16,34 @@ QPixmap panePixmap(const QSize &size, double ratio);
 /// Size in device pixels of such a pixmap; empty when there would be none.
 QSize panePixmapSize(const QSize &size, double ratio);
 
-/// Copies the pixmap of a pane of that size to a rectangle: pixel by pixel where the size is the same.
+/// The same as an image, whose bits drawings fill by hand; one that is opaque has no alpha.
+QImage paneImage(const QSize &size, double ratio, bool isOpaque);
+
+/// Copies the picture of a pane of that size to a rectangle: pixel by pixel where the size is the same.
 void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const QSize &pane);
+void blitPane(QPainter &painter, const QRect &rect, const QImage &image, const QSize &pane);
 
 /// Few rectangles that together are a region; some may lie over others. Columns that rows cross stay whole, of which a
 /// region makes a piece above and beneath every row.
 QVector<QRect> partsOf(const QRegion &region);
 
 /// Paints opaque parts of a region one by one, each under a clip of its own. Under a clip of several rectangles
-/// pictures and lines are drawn span by span, which takes many times as long. The painter has no clip afterwards.
+/// pictures and lines are drawn span by span, which takes many times as long. `paint` is told the part, and may paint
+/// where others have. The painter has no clip afterwards.
 template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
     for (const QRect &part : partsOf(region)) {
         painter.setClipRect(part);
-        paint();
+        paint(part);
     }
     painter.setClipping(false);
 }
 
 /// The same where every pixel is to be painted once: what is translucent, or drawn over something that is.
+/// `paint` is told the piece.
 template <class Paint> void paintByPieces(QPainter &painter, const QRegion &region, Paint paint) {
     for (const QRect &piece : region) {
         painter.setClipRect(piece);
-        paint();
+        paint(piece);
     }
     painter.setClipping(false);
 }

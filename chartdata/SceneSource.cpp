@@ -93,6 +93,7 @@ bool SceneSource::isSpread(const se::RPCFormulaResultCache &series) const {
 SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
     const ChartLayout layout = chartLayout(pane, hasVolume());
     SceneLines lines;
+    lines.reserve(static_cast<std::size_t>(mSeries.shown().size()));
     for (auto entry = mSeries.shown().constBegin(); entry != mSeries.shown().constEnd(); ++entry) {
         SceneSeries drawn;
         drawn.series = &*entry;
@@ -126,6 +127,7 @@ SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
 void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawStyle::Range &shared,
                            const QSize &pane) const {
     const se::RPCFormulaResultCache &series = *to.series;
+    to.lines.reserve(static_cast<std::size_t>(std::max(lineCount(series), 0)));
     for (int i = 0; i < lineCount(series); ++i) {
         SceneLine line;
         line.line = i;

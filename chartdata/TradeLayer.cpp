@@ -112,7 +112,7 @@ void TradeLayer::paint(QPainter &painter, const QRect &pane, const QRegion *part
     }
     const auto blit = [&] { blitPane(painter, pane, mPixmap, pane.size()); };
     if (part) {
-        paintByPieces(painter, *part, blit);
+        paintByPieces(painter, *part, [&](const QRect &) { blit(); });
     } else {
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         blit();

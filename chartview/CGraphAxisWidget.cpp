@@ -165,7 +165,7 @@ void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
         painter.fillRect(event->rect(), GZ::themeColor("ic_clr_realtime_axis_bg"));
         drawLabels(painter, labels());
     } else {
-        paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPicture); });
+        paintByParts(painter, event->region(), [&](const QRect &) { painter.drawPixmap(0, 0, mPicture); });
     }
     if (mHolographicShown) {
         drawHolographicButton(painter);

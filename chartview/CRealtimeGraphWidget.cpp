@@ -147,8 +147,8 @@ void CRealtimeGraphWidget::updateView() {
 }
 
 void CRealtimeGraphWidget::updateChanged() {
-    const QRect changed = mSubject.data->takeDirtyRect();
-    if (!changed.isNull()) {
+    const QRegion changed = mSubject.data->takeDirtyRegion();
+    if (!changed.isEmpty()) {
         update(changed);
     }
 }

@@ -80,7 +80,7 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
     if (mPixmap.isNull()) {
         painter.fillRect(rect(), GZ::themeColor("ic_clr_realtime_graph_bg"));
     } else {
-        paintByParts(painter, event->region(), [&] { painter.drawPixmap(0, 0, mPixmap); });
+        paintByParts(painter, event->region(), [&](const QRect &) { painter.drawPixmap(0, 0, mPixmap); });
     }
     refreshFlag(); // what has changed beside the region of this paint is painted next
     if (event->region().intersects(mFlag.box)) {

@@ -11,7 +11,8 @@ bool CRealtimeBaseFormulaAxis::isBasicFormula(const QString &name) const {
 }
 
 bool CRealtimeBaseFormulaAxis::isVolFormula(const QString &name) const {
-    return name.compare(getVolFormula(), Qt::CaseInsensitive) == 0;
+    const QString volume = getVolFormula();
+    return name.size() == volume.size() && name.compare(volume, Qt::CaseInsensitive) == 0;
 }
 
 QList<QString> CRealtimeBaseFormulaAxis::getMainFormula() const {

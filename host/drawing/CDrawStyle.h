@@ -118,6 +118,10 @@ public:
     /// its description can touch; null when nothing is drawn. Styles with text, images or fixed places answer the
     /// whole rectangle.
     static QRect touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last);
+    /// The same over a range, without the rows above and beneath what is drawn, where the style tells them; null as well
+    /// when all its points are gaps. `toBottom` is told of a line with a gradient and of the sticks of a volume.
+    static QRect touchedRect(const QRect &rect, const Series &series, const Range &range, int line, int start,
+                             int end, int last, bool toBottom);
 
     /// Appends a series to a title: the name of the overlay when it belongs to one, then each line that is drawn as
     /// "name:value" in its colour at that index, with an arrow for its move since the point before. A text stands in

@@ -96,6 +96,74 @@ TEST_F(Picture, TellsBeforeSeriesAreDrawn) {
     EXPECT_EQ(mTold, 2) << "nothing to draw";
 }
 
+TEST_F(Picture, PaintingDrawsNothingOfItAnew) {
+    mPicture.draw(kPane);
+    const QImage drawn = seen();
+    mShown[kMain].result.mValues[0][1] = 9.2; // of which nobody tells
+    EXPECT_EQ(seen(), drawn);
+    mPicture.draw(kPane);
+    EXPECT_NE(seen(), drawn);
+}
+
+TEST_F(Picture, WithoutSeriesItIsDrawnAnewWhenItLooksDifferent) {
+    const auto drawn = [this] {
+        mPicture.draw(kPane);
+        return seen();
+    };
+    const QImage full = drawn();
+    mShown.clear();
+    const QImage bare = drawn();
+    EXPECT_NE(bare, full);
+    EXPECT_EQ(drawn(), bare);
+    GZ::CUiResource::instance().setTheme(QStringLiteral("light"));
+    const QImage light = drawn();
+    EXPECT_NE(light, bare);
+    EXPECT_FALSE(mPicture.isStale());
+    GZ::CUiResource::instance().setTheme(QStringLiteral("dark"));
+    EXPECT_EQ(drawn(), bare);
+    mPicture.make(false);
+    EXPECT_EQ(drawn(), bare) << "into a new picture";
+    store(kMain, {10.0, 10.5, 9.6, 10.1});
+    mRanges.adopt({{kMain, {11.0, 9.0}}}, true);
+    EXPECT_EQ(drawn(), full);
+}
+
+TEST_F(Picture, DamageOfATickIsRowsOfItsColumns) {
+    mPicture.draw(kPane);
+    EXPECT_EQ(mPicture.takeDirtyRegion(), QRegion(kPane));
+    EXPECT_TRUE(mPicture.takeDirtyRegion().isEmpty());
+    change(3);
+    // The chart takes rows 3 to 197, and 10.2 of 11.0 to 9.0 lies on row 3 + 0.4 * 194 = 80.6: a row to spare above it, and
+    // the gradient beneath.
+    const QRect tail = mPicture.takeDirtyRegion().boundingRect();
+    EXPECT_EQ(tail.top(), 79);
+    EXPECT_EQ(tail.bottom(), 197);
+    EXPECT_LT(tail.width(), 10);
+    EXPECT_TRUE(mPicture.takeDirtyRegion().isEmpty());
+    change(0);
+    EXPECT_EQ(mPicture.takeDirtyRegion(), QRegion(kPane));
+}
+
+TEST_F(Picture, WhatAnEarlierPaintingShowedOfTheTailIsDamagedToo) {
+    mPicture.draw(kPane);
+    mPicture.takeDirtyRegion();
+    mShown[kMain].result.mValues[0][3] = 10.9;
+    const QRegion all(kPane);
+    QImage screen(kPane.size(), QImage::Format_RGB32);
+    {
+        QPainter painter(&screen);
+        mPicture.paint(painter, kPane, &all); // a window that is uncovered before it has heard of the point
+    }
+    change(3);
+    mShown[kMain].result.mValues[0][3] = 9.5;
+    const QRegion damage = mPicture.takeDirtyRegion();
+    {
+        QPainter painter(&screen);
+        mPicture.paint(painter, kPane, &damage);
+    }
+    EXPECT_EQ(screen, seen());
+}
+
 TEST_F(Picture, PartsShowWhatTheWholeShows) {
     mPicture.draw(kPane);
     const QImage whole = seen();

@@ -120,12 +120,13 @@ protected:
     }
     /// What a window does after an event: the changed part of the pane and no more.
     QRect show() {
-        const QRect changed = mGrown->takeDirtyRect();
+        mTakesColumns = !mTakesColumns;
+        const QRegion changed = mTakesColumns ? QRegion(mGrown->takeDirtyRect()) : mGrown->takeDirtyRegion();
         if (!changed.isEmpty()) {
             QPainter painter(&mScreen);
             mGrown->paintTo(&painter, kGrowingPane, changed);
         }
-        return changed;
+        return changed.boundingRect();
     }
     QImage drawnAnew() {
         mFresh->setChartRect(kGrowingPane);
@@ -180,6 +181,7 @@ protected:
     int mMinutes = 0;
     Data mGrown;
     Data mFresh;
+    bool mTakesColumns = false; ///< the next time it takes what has changed row by row
     QImage mScreen;
 };
 

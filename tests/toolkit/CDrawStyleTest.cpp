@@ -161,6 +161,13 @@ TEST(CDrawStyleTest, WhatIsDrawnLiesInsideTheTouchedRectangle) {
                 if (start < end || !isLine(style)) { // of one point among others there is no line
                     EXPECT_FALSE(ink.isNull()) << style;
                     EXPECT_TRUE(touched.contains(ink)) << style << " from " << start << " to " << end;
+                    const QRect rows =
+                        Draw::touchedRect(kRect, series, kRange, 0, start, end, kLast, style == 2);
+                    EXPECT_TRUE(rows.contains(ink)) << style << " from " << start << " to " << end;
+                    EXPECT_TRUE(touched.contains(rows)) << style;
+                    if (isLine(style)) {
+                        EXPECT_LE(rows.height(), ink.height() + 4) << style;
+                    }
                 } else {
                     EXPECT_TRUE(ink.isNull()) << style;
                 }
@@ -183,6 +190,32 @@ TEST(CDrawStyleTest, TheTouchedRectangleOfTextsIsTheWholeAndOfUnknownStylesNone)
     EXPECT_TRUE(Draw::touchedRect(kRect, line, 0, 2, 1, kLast).isNull());
     EXPECT_TRUE(Draw::touchedRect(kRect, line, 1, 0, 2, kLast).isNull());
     EXPECT_TRUE(Draw::touchedRect(QRect(), line, 0, 0, 2, kLast).isNull());
+}
+
+TEST(CDrawStyleTest, TheTouchedRowsAreThoseOfTheInkWithAPixelToSpare) {
+    const auto rows = [](const Series &series, int start, int end, bool toBottom = false) {
+        return Draw::touchedRect(kRect, series, kRange, 0, start, end, kLast, toBottom);
+    };
+    const Series line = seriesOf(0, {{20, 30.5, kGap, 130, -10}}); // rows 80, 69.5, above, beneath
+    EXPECT_EQ(rows(line, 0, 1), QRect(QPoint(0, 68), QPoint(10, 81)));
+    EXPECT_EQ(rows(line, 0, 1, true), QRect(QPoint(0, 68), QPoint(10, 100))) << "a gradient";
+    EXPECT_TRUE(rows(line, 2, 2).isNull()) << "a gap";
+    EXPECT_EQ(rows(line, 3, 4), QRect(30, 0, 11, 101));
+    EXPECT_EQ(rows(seriesOf(10, {{20, 40}}), 1, 1), QRect(QPoint(10, 59), QPoint(10, 100)));
+    EXPECT_EQ(rows(seriesOf(2, {{20, 40}}), 1, 1, true), QRect(QPoint(8, 59), QPoint(12, 100)));
+    const Series deep = seriesOf(41, {{90, kGap, 20, 25}}); // gaps are bridged from the point before
+    EXPECT_EQ(rows(deep, 1, 2), QRect(QPoint(0, 9), QPoint(20, 81)));
+    EXPECT_EQ(rows(seriesOf(12, {{20}, {20}, {20}, {20}}), 0, 0).height(), kRect.height()) << "not told";
+    EXPECT_EQ(Draw::touchedRect(kRect, line, {kNaN, 0.0}, 0, 0, 1, kLast, false).height(), kRect.height());
+}
+
+TEST(CDrawStyleTest, SticksOfBothSignsTouchTheZeroRow) {
+    const Series sticks = seriesOf(2, {{30, -20}});
+    const Draw::Range range(50.0, -50.0); // zero on row 50
+    EXPECT_EQ(Draw::touchedRect(kRect, sticks, range, 0, 0, 0, kLast, false),
+              QRect(QPoint(0, 19), QPoint(2, 51)));
+    EXPECT_EQ(Draw::touchedRect(kRect, sticks, range, 0, 1, 1, kLast, false),
+              QRect(QPoint(8, 49), QPoint(12, 71)));
 }
 
 // Ranges

@@ -19,6 +19,7 @@ public:
         if (points.isHidden() || !mScale.isUsable() || !mCanvas.isUsable()) {
             mSpan = IndexSpan();
         }
+        mCanvas.fillByHand();
     }
 
     ChartCanvas &canvas() { return mCanvas; }

@@ -7,6 +7,7 @@
 #include "toolkit/drawing/ChartCanvas.h"
 #include "toolkit/drawing/DrawLook.h"
 #include "toolkit/drawing/DrawSizes.h"
+#include "toolkit/drawing/LineReach.h"
 #include "toolkit/drawing/LineStrokes.h"
 #include "toolkit/drawing/SeriesExtremes.h"
 #include "toolkit/drawing/SeriesTitle.h"
@@ -31,49 +32,6 @@ bool isOnValueAxis(int style) {
 bool isStickStyle(int style) {
     return style == eColorStickStyle || style == eVolStickStyle || style == eWideVolStickStyle ||
            style == eStackVolStickStyle;
-}
-
-/// Pixels that a drawing reaches to either side of the column of a point; -1 for the whole rectangle, -2 when
-/// the style draws nothing.
-constexpr int kWholeRect = -1;
-constexpr int kNoReach = -2;
-
-int reachOf(int style, const QRect &rect, int last) {
-    const double step = stepOfAxis(rect, last);
-    switch (style) {
-    case eLineStyle:
-    case eDottedLineStyle:
-    case eDashDotLineStyle:
-    case eSecondDottedLineStyle:
-    case eThirdDottedLineStyle:
-    case ePlainLineStyle:
-    case eBoolLineStyle:
-    case eSegmentLineStyle:
-    case eVertLineStyle:
-    case eVertDotStyle:
-    case eSecondVertDotStyle:
-    case eVertDashDotStyle:
-    case eVertDashDotDotStyle:
-    case eSecondVertLineStyle:
-    case eVolStickStyle:
-        return 0;
-    case eDotStyle:
-        return dotDiameter(step) / 2;
-    case eColorStickStyle:
-    case eKLineStyle:
-    case eStickKlineStyle:
-    case eStackVolStickStyle:
-        return stickWidth(step, kStickShare) / 2;
-    case eWideVolStickStyle:
-        return stickWidth(step, 1.0) / 2;
-    case eTextStyle:
-    case eIconStyle:
-    case eNumberStyle:
-    case eTextExStyle:
-        return kWholeRect;
-    default:
-        return kNoReach;
-    }
 }
 
 /// Calls `draw(index, column, row)` for the drawn points of a span whose row lies inside the rectangle.
@@ -156,21 +114,12 @@ bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, cons
 }
 
 QRect CDrawStyle::touchedRect(const QRect &rect, const Series &series, int line, int start, int end, int last) {
-    const SeriesLine points(series, line);
-    const int reach = points.isHidden() ? kNoReach : reachOf(points.style(), rect, last);
-    IndexSpan span = heldSpan(start, end, points.size(), last);
-    if (reach == kNoReach || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
-        return {};
-    }
-    if (reach == kWholeRect) {
-        return rect;
-    }
-    if (points.style() == eSegmentLineStyle) {
-        span.first = firstBridged(points, span.first);
-    }
-    const int left = columnOfIndex(rect, last, span.first) - reach;
-    const int right = columnOfIndex(rect, last, span.last) + reach;
-    return rect & QRect(QPoint(left, rect.top()), QPoint(right, rect.bottom()));
+    return touchedColumns(rect, SeriesLine(series, line), start, end, last);
+}
+
+QRect CDrawStyle::touchedRect(const QRect &rect, const Series &series, const Range &range, int line, int start,
+                              int end, int last, bool toBottom) {
+    return touchedPixels(rect, SeriesLine(series, line), ValueScale(rect, range), start, end, last, toBottom);
 }
 
 // Lines through the points, and from edge to edge.

@@ -53,7 +53,7 @@ void ChartCanvas::fillDevice(int left, int top, int right, int bottom, QRgb colo
     top = std::max(top, mTop);
     right = std::min(right, mRight);
     bottom = std::min(bottom, mBottom);
-    if (right <= left || bottom <= top) {
+    if (right <= left || bottom <= top || mPixels.fill(left, top, right, bottom, color)) {
         return;
     }
     const QPointF topLeft = mGrid.coordinate(QPointF(left, top));

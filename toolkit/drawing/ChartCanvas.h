@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/drawing/DirectPixels.h"
 #include "toolkit/drawing/SeriesGeometry.h"
 
 #include <QColor>
@@ -18,6 +19,9 @@ public:
     ~ChartCanvas();
     ChartCanvas(const ChartCanvas &) = delete;
     ChartCanvas &operator=(const ChartCanvas &) = delete;
+
+    /// From now on fills by hand where the painter allows it, whose clip then stays as it is.
+    void fillByHand() { mPixels = mPainter ? DirectPixels(*mPainter) : DirectPixels(); }
 
     bool isUsable() const { return mPainter != nullptr; }
     QPainter *painter() const { return mPainter; }
@@ -58,6 +62,7 @@ private:
     int mBottom = 0;
     int mRowPixels = 1; ///< device pixels of one row
     bool mAntialiased = false;
+    DirectPixels mPixels;
 };
 
 /// Keeps a painter inside a rectangle while it lives, where that is needed, and leaves its state as it was.
