@@ -70,6 +70,16 @@ QString takeRatio(CommandLineOptions &options, const QString &value) {
     return {};
 }
 
+QString takeWall(CommandLineOptions &options, const QString &value) {
+    bool ok = false;
+    const int views = value.toInt(&ok);
+    if (!ok || views < 1 || views > kMostWallViews) {
+        return QStringLiteral("no number from 1 to %1: give the number of views, as in 16").arg(kMostWallViews);
+    }
+    options.wall = views;
+    return {};
+}
+
 QString takeSpeed(CommandLineOptions &options, const QString &value) {
     bool ok = false;
     const double speed = value.toDouble(&ok);
@@ -155,6 +165,8 @@ const QVector<Option> &table() {
          takeText<&CommandLineOptions::snapshot>},
         {"--size", "WxH", QT_TRANSLATE_NOOP("CommandLine", "窗口或图片的大小，缺省 1200x700"), takeSize},
         {"--ratio", "N", QT_TRANSLATE_NOOP("CommandLine", "每像素的设备像素数，1 至 4，缺省 1"), takeRatio},
+        {"--wall", "N", QT_TRANSLATE_NOOP("CommandLine", "一个窗口中同时显示 N 个证券当日的走势，1 至 36"),
+         takeWall},
         {"--theme", "dark|light", QT_TRANSLATE_NOOP("CommandLine", "配色，缺省为上次所选"), takeTheme},
         {"--import", "FILE", QT_TRANSLATE_NOOP("CommandLine", "导入分钟线、逐笔成交或快照文件；可以多次给出"),
          takeImport},
@@ -229,6 +241,10 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         if (!wrong.isEmpty()) {
             return oneLine(QStringLiteral("%1 %2: %3").arg(name, value, wrong));
         }
+    }
+    if (options.wall > 0 && (options.date.isValid() || !options.snapshot.isEmpty())) {
+        return QStringLiteral("--wall %1: shows the running day in a window: leave out --date and --snapshot")
+            .arg(options.wall);
     }
     const bool tooSmall =
         options.size.width() < kSmallestWindow.width() || options.size.height() < kSmallestWindow.height();

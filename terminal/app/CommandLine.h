@@ -19,6 +19,7 @@ struct CommandLineOptions {
     QSize size{1200, 700}; ///< of the window or the picture
     bool isSizeGiven = false;
     double ratio = 1.0; ///< device pixels per pixel
+    int wall = 0; ///< views of a wall instead of the one window; 0 for none
     QString theme; ///< "dark" or "light"; empty is the one chosen last
     QStringList imports; ///< files of market data, in order
     std::optional<double> speed; ///< market seconds a second

@@ -14,6 +14,7 @@
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/app/ThemeStyle.h"
 #include "terminal/app/Translations.h"
+#include "terminal/app/WallWindow.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
 
@@ -163,6 +164,27 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     return writePicture(view, options.snapshot);
 }
 
+int showWall(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+    WallWindow wall(services, options.wall);
+    wall.resize(options.size);
+    wall.show();
+    wall.showFrom(start.key);
+    return QApplication::exec();
+}
+
+int showTerminal(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+    TerminalWindow window(services);
+    if (options.isSizeGiven || !window.isPlaceRestored()) {
+        window.resize(options.size);
+    }
+    if (!options.speed) {
+        window.restorePace();
+    }
+    window.show();
+    window.showInstrument(start.key, start.day);
+    return QApplication::exec();
+}
+
 int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start,
                const QString &noLog) {
     const LogWatch watch(&TC::lostLogLines, services.messages().sink());
@@ -178,16 +200,7 @@ int showWindow(TerminalServices &services, const CommandLineOptions &options, co
         }
     });
     memory.start(LogWatch::kLook);
-    TerminalWindow window(services);
-    if (options.isSizeGiven || !window.isPlaceRestored()) {
-        window.resize(options.size);
-    }
-    if (!options.speed) {
-        window.restorePace();
-    }
-    window.show();
-    window.showInstrument(start.key, start.day);
-    return QApplication::exec();
+    return options.wall > 0 ? showWall(services, options, start) : showTerminal(services, options, start);
 }
 
 TerminalSettings settingsOf(const CommandLineOptions &options) {

@@ -62,6 +62,21 @@ TEST(CommandLine, AValueMayStandBehindAnEqualsSign) {
     EXPECT_EQ(accepted({"--label=end"}).labelAtStart, false);
 }
 
+TEST(CommandLine, AWallHasOneToThirtySixViewsOfTheRunningDay) {
+    EXPECT_EQ(accepted({}).wall, 0);
+    EXPECT_EQ(accepted({"--wall", "1"}).wall, 1);
+    EXPECT_EQ(accepted({"--wall=36", "--size", "3840x2160"}).wall, 36);
+    for (const char *views : {"0", "-1", "37", "2.5", "all", "16x", "99999999999"}) {
+        EXPECT_EQ(refused({"--wall", views}),
+                  QStringLiteral("--wall %1: no number from 1 to 36: give the number of views, as in 16")
+                      .arg(QLatin1String(views)));
+    }
+    EXPECT_EQ(refused({"--wall", "16", "--snapshot", "a.png"}),
+              "--wall 16: shows the running day in a window: leave out --date and --snapshot");
+    EXPECT_EQ(refused({"--date", "2026-11-19", "--wall", "4"}),
+              "--wall 4: shows the running day in a window: leave out --date and --snapshot");
+}
+
 TEST(CommandLine, HelpIsASwitchWithTwoNames) {
     EXPECT_TRUE(accepted({"--help"}).help);
     EXPECT_TRUE(accepted({"-h"}).help);
@@ -72,7 +87,7 @@ TEST(CommandLine, HelpNamesEveryOption) {
     const QString help = commandLineHelp();
     for (const char *name :
          {"--instrument", "--date", "--snapshot", "--size", "--ratio", "--theme", "--import", "--speed",
-          "--market", "--code", "--volume-unit", "--label", "--store", "--help"}) {
+          "--market", "--code", "--volume-unit", "--label", "--store", "--wall", "--help"}) {
         EXPECT_TRUE(help.contains(name)) << name;
     }
 }

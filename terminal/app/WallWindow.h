@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/toolkit/CUiResource.h"
+
+#include <QDate>
+#include <QHash>
+#include <QStringList>
+#include <QTimer>
+#include <QVector>
+#include <QWidget>
+
+namespace terminal {
+
+class ChartView;
+class TerminalServices;
+
+/// A wall of whole views on the running day, row by row, each of another instrument with two formula panes.
+class WallWindow : public QWidget, public GZ::CUiResourceChangeHandler {
+    Q_OBJECT
+public:
+    /// A wall of 1 to kMostWallViews views, which show nothing yet.
+    WallWindow(TerminalServices &services, int count, QWidget *parent = nullptr);
+
+    /// Shows the instruments that the exchange runs, in the order of the catalogue from `first` on. Where they are fewer than
+    /// the views, they begin again; the first one is shown whatever it is.
+    void showFrom(const QString &first);
+    const QVector<ChartView *> &views() const { return mViews; }
+
+    void onUiResourceChanged() override;
+
+private:
+    QStringList instrumentsFrom(const QString &first) const;
+    void showLive(ChartView &view, const QString &key);
+    void followDay();
+
+    TerminalServices &mServices;
+    QVector<ChartView *> mViews;
+    QHash<const ChartView *, QDate> mRunningDays;
+    QTimer mSecond; ///< notices a new trading day
+};
+
+} // namespace terminal
