@@ -75,6 +75,9 @@ void ImportedDays::finish(const Instrument &instrument, const BarDays &days, Imp
 /// Adds the bars of the day that an earlier import left in the store.
 BarFault ImportedDays::mergeStored(const Instrument &instrument, int day, const LineOf &lineOf,
                                    MinuteBars &bars) {
+    if (!mWriter.hasDay(instrument.id, day)) {
+        return {}; // most are new, and the whole question takes longer than to store them
+    }
     const std::optional<DaySummary> summary = mStore.summary(instrument.id, day);
     if (!summary || summary->source != BarSource::Imported) {
         return {};

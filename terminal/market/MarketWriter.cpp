@@ -1,5 +1,7 @@
 #include "terminal/market/MarketWriter.h"
 
+#include "terminal/market/SqlConnections.h"
+
 #include <QSqlError>
 #include <QVariant>
 
@@ -40,6 +42,7 @@ MarketWriter::MarketWriter(CMarketStore &store)
     if (!mOpen) {
         return;
     }
+    keepPages(mDatabase, kWritersPages); // an import writes all over the file
     mInsertDay.prepare(QStringLiteral(
         "INSERT INTO days VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) "
         "ON CONFLICT (instrument, day) DO UPDATE SET source = excluded.source, "
@@ -55,6 +58,7 @@ MarketWriter::~MarketWriter() {
     if (mOpen) {
         QSqlQuery(mDatabase).exec(QStringLiteral("ROLLBACK"));
     }
+    keepPages(mDatabase, kReadersPages);
 }
 
 bool MarketWriter::run(QSqlQuery &query) {
@@ -145,6 +149,15 @@ bool MarketWriter::putTradingDay(const QString &market, const QDate &date, bool 
     return runText(QStringLiteral("INSERT INTO trading_days VALUES (?, ?, ?) "
                                   "ON CONFLICT (market, date) DO UPDATE SET open = excluded.open"),
                    {market, date.toString(Qt::ISODate), open});
+}
+
+bool MarketWriter::hasDay(qint64 instrument, int day) {
+    QSqlQuery &query = prepared(QStringLiteral("SELECT 1 FROM days WHERE instrument = ? AND day = ?"));
+    query.bindValue(0, instrument);
+    query.bindValue(1, day);
+    const bool found = run(query) && query.next();
+    query.finish();
+    return found;
 }
 
 bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars) {

@@ -28,6 +28,8 @@ public:
     qint64 putInstrument(const Instrument &instrument);
     /// Declares a date of a market open or closed.
     bool putTradingDay(const QString &market, const QDate &date, bool open);
+    /// Whether the store has a day of an instrument, sound or not.
+    bool hasDay(qint64 instrument, int day);
     /// Replaces a day of an instrument by these bars, in ascending time. Its ticks stay.
     bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars);
     /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0.

@@ -19,11 +19,15 @@ void open(QSqlDatabase &database) {
     QSqlQuery query(database);
     query.exec(QStringLiteral("PRAGMA foreign_keys = ON"));
     query.exec(QStringLiteral("PRAGMA synchronous = NORMAL")); // a crash of the program loses nothing
-    query.exec(QStringLiteral("PRAGMA cache_size = -16000"));
     query.exec(QStringLiteral("PRAGMA journal_size_limit = 4194304"));
+    keepPages(database, kReadersPages);
 }
 
 } // namespace
+
+void keepPages(const QSqlDatabase &database, int kilobytes) {
+    QSqlQuery(database).exec(QStringLiteral("PRAGMA cache_size = -%1").arg(kilobytes));
+}
 
 struct SqlConnections::State {
     explicit State(const QString &file) : path(file) {}

@@ -7,6 +7,12 @@
 
 namespace terminal {
 
+/// What a connection may keep of its file in memory, in kilobytes. Each thread has one, and fills it in hours of use: that of
+/// one that only reads is small, since the system keeps the file's pages too.
+constexpr int kReadersPages = 2000;
+constexpr int kWritersPages = 16000;
+void keepPages(const QSqlDatabase &database, int kilobytes);
+
 /// The connections of one SQLite file: each thread that asks gets its own, which ends with the thread or with this
 /// object, whichever goes first. Other threads have to be done with the file by then.
 class SqlConnections {
