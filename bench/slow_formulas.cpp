@@ -4,7 +4,7 @@
 //     timeshare_slow_formulas [ticks, 200] [slow formulas, 10] [milliseconds a run, 900]
 
 #include "terminal/formula/FormulaService.h"
-#include "terminal/threads/ThreadTime.h"
+#include "tests/terminal/PricePrograms.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -56,35 +56,6 @@ private:
     MinuteBar mBar{kOpen, 10.0, 10.0, 10.0, 10.0, 10.0, 100.0, 1000.0};
 };
 
-/// The last price, after so much work.
-class WorkingProgram : public FormulaProgram {
-public:
-    explicit WorkingProgram(int milliseconds) : mMilliseconds(milliseconds) {}
-
-    se::RPCFormulaMetaResult describe() const override {
-        se::RPCFormulaMetaResult meta;
-        meta.mLineCount = 1;
-        meta.mLineNames = {"PRICE"};
-        return meta;
-    }
-    se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
-        const auto end = threadTime() + std::chrono::milliseconds(mMilliseconds);
-        while (threadTime() < end) {
-        }
-        se::RPCFormulaResult result;
-        result.mValues.resize(1);
-        for (const MinuteBar &bar : bars) {
-            result.mTimes.emplace_back(bar.time, 0);
-            result.mValid.push_back(1);
-            result.mValues[0].push_back(bar.price);
-        }
-        return result;
-    }
-
-private:
-    const int mMilliseconds;
-};
-
 TC::CFormulaParam paramOf(const QString &name, int number) {
     TC::CFormulaParam param;
     param.mRequestId = QStringLiteral("%1%2").arg(name).arg(number).toStdString();
@@ -112,7 +83,8 @@ int main(int argc, char **argv) {
     FormulaService service(
         feed,
         [run](const TC::CFormulaParam &param) {
-            return std::make_unique<WorkingProgram>(param.mFormulaName == QLatin1String("SLOW") ? run : 0);
+            return std::make_unique<tests::BurningPriceProgram>(
+                "PRICE", param.mFormulaName == QLatin1String("SLOW") ? run : 0);
         },
         [](const TC::CFormulaParam &) { return kDay; }, {}, 2);
     double shown = 0.0;

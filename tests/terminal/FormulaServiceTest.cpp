@@ -1,4 +1,5 @@
 #include "tests/terminal/FormulaServiceFixture.h"
+#include "tests/terminal/PricePrograms.h"
 
 #include <QTest>
 #include <QTimer>
@@ -14,28 +15,6 @@ using namespace tests;
 namespace {
 
 class FormulaServiceTest : public tests::FormulaServiceFixture {};
-
-/// The price as a line that is not shown.
-class HiddenPrice : public FormulaProgram {
-public:
-    se::RPCFormulaMetaResult describe() const override {
-        se::RPCFormulaMetaResult meta;
-        meta.mLineCount = 1;
-        meta.mLineNames = {"price"};
-        meta.mLineAxis = {se::eLineHidden};
-        return meta;
-    }
-    se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
-        se::RPCFormulaResult result;
-        result.mValues.resize(1);
-        for (const MinuteBar &at : bars) {
-            result.mTimes.emplace_back(at.time, 0);
-            result.mValid.push_back(1);
-            result.mValues[0].push_back(at.price);
-        }
-        return result;
-    }
-};
 
 } // namespace
 
@@ -171,7 +150,8 @@ TEST_F(FormulaServiceTest, HiddenLinesOfFinishedRequestsAreKeptAsLongAsThereIsRo
     }
     mFeed.setBars("SH600000", kYesterday, bars);
     mService = std::make_unique<FormulaService>(
-        mFeed, [](const TC::CFormulaParam &) { return std::make_unique<HiddenPrice>(); },
+        mFeed,
+        [](const TC::CFormulaParam &) { return std::make_unique<PriceProgram>("price", se::eLineHidden); },
         [](const TC::CFormulaParam &) { return kYesterday; });
     for (int i = 0; i < kRequests; ++i) {
         request({param(QString::number(i), "HIDDEN", 1, kYesterday)});

@@ -2,7 +2,7 @@
 
 #include "tests/terminal/FormulaServiceFixture.h"
 
-#include "terminal/threads/ThreadTime.h"
+#include "tests/terminal/PricePrograms.h"
 
 #include <QElapsedTimer>
 
@@ -17,34 +17,18 @@ namespace {
 constexpr int kSlowRun = 900; // milliseconds of a processor
 constexpr int kSlowFormulas = 10;
 
-/// One line, the last price, that takes a while to compute.
-class BurningProgram : public FormulaProgram {
+/// The price, after a while; counts its runs.
+class BurningProgram : public tests::BurningPriceProgram {
 public:
-    BurningProgram(int milliseconds, std::atomic<int> &runs) : mMilliseconds(milliseconds), mRuns(runs) {}
+    BurningProgram(int milliseconds, std::atomic<int> &runs)
+        : BurningPriceProgram("BURN", milliseconds), mRuns(runs) {}
 
-    se::RPCFormulaMetaResult describe() const override {
-        se::RPCFormulaMetaResult meta;
-        meta.mLineCount = 1;
-        meta.mLineNames = {"BURN"};
-        return meta;
-    }
     se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
         ++mRuns;
-        const auto end = threadTime() + std::chrono::milliseconds(mMilliseconds);
-        while (threadTime() < end) {
-        }
-        se::RPCFormulaResult result;
-        result.mValues.resize(1);
-        for (const MinuteBar &bar : bars) {
-            result.mTimes.emplace_back(bar.time, 0);
-            result.mValid.push_back(1);
-            result.mValues[0].push_back(bar.price);
-        }
-        return result;
+        return BurningPriceProgram::evaluate(bars);
     }
 
 private:
-    const int mMilliseconds;
     std::atomic<int> &mRuns;
 };
 
