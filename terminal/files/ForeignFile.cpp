@@ -131,12 +131,12 @@ private:
 
 } // namespace
 
-ForeignText readForeign(const QString &parser, const QByteArray &content) {
+ForeignText readForeign(const QString &parser, const QByteArray &content, const QString &program) {
     Reader reader;
-    const int error = reader.start(programPath(), parser);
+    const QString path = program.isEmpty() ? programPath() : program;
+    const int error = reader.start(path, parser);
     if (error != 0) {
-        return {
-            QStringLiteral("%1 cannot be started: %2").arg(programPath(), qt_error_string(error)), false, {}};
+        return {QStringLiteral("%1 cannot be started: %2").arg(path, qt_error_string(error)), false, {}};
     }
     ForeignText result;
     if (!reader.exchange(content, result.text)) {

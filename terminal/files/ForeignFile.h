@@ -16,7 +16,8 @@ struct ForeignText {
 };
 
 /// `parser` names what reads it: "sheet" is the first sheet of a file of Excel 97-2003, its rows as lines and its cells
-/// separated by tabs. May be called from any thread, which waits for the end.
-ForeignText readForeign(const QString &parser, const QByteArray &content);
+/// separated by tabs. May be called from any thread, which waits for the end. `program` stands in place of the reader when
+/// it is given; one that says no more and does not end is ended.
+ForeignText readForeign(const QString &parser, const QByteArray &content, const QString &program = {});
 
 } // namespace terminal
