@@ -14,6 +14,7 @@
 #include "terminal/market/MarketDate.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QPointer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -41,6 +42,39 @@ bool isComplete(const TC::CRealtimeGraphWidget &graph, const QString &instrument
                data->getData().contains(TC::CFormulaKey(instrument, data->getShowName(formula)));
     });
 }
+
+/// While it lives the graphs that it has taken draw nothing, whatever is done to them; then each draws once.
+class DrawingHold {
+public:
+    explicit DrawingHold(TC::CRealtimeMainWidget &main) : mMain(main) { take(); }
+    ~DrawingHold() {
+        for (const QPointer<TC::CRealtimeGraphWidget> &graph : mGraphs) {
+            if (graph && graph->isVisible()) {
+                graph->getData()->setDrawEnabled(true);
+            }
+        }
+    }
+    DrawingHold(const DrawingHold &) = delete;
+    DrawingHold &operator=(const DrawingHold &) = delete;
+
+    /// Takes the graphs that are to be seen and were not taken yet.
+    void take() {
+        QVector<TC::CRealtimeWidget *> panes = mMain.getSubIndexWidgets();
+        panes.prepend(mMain.getRealTimeWidget());
+        for (const TC::CRealtimeWidget *pane : panes) {
+            for (TC::CRealtimeGraphWidget *graph : pane->getGraphWidgets()) {
+                if (graph->isVisible() && !mGraphs.contains(graph)) {
+                    graph->getData()->setDrawEnabled(false);
+                    mGraphs.append(graph);
+                }
+            }
+        }
+    }
+
+private:
+    TC::CRealtimeMainWidget &mMain;
+    QVector<QPointer<TC::CRealtimeGraphWidget>> mGraphs;
+};
 
 QList<QString> accountsOf(int type) {
     QList<QString> names;
@@ -208,7 +242,13 @@ void ChartView::onTradesChanged(const QSet<QString> &instruments) {
     }
 }
 
+/// One by one, since each lays all others out anew.
 void ChartView::setFormulaPanes(int count) {
+    DrawingHold hold(*mMain);
+    for (int panes = formulaPanes() + 1; panes < count; ++panes) {
+        mMain->adjustIndexWidgetSize(panes + 1);
+        hold.take();
+    }
     mMain->adjustIndexWidgetSize(count + 1);
 }
 

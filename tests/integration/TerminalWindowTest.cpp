@@ -185,6 +185,33 @@ TEST_F(TerminalWindowTest, TheNumberOfFormulaPanesIsRemembered) {
     EXPECT_EQ(view().formulaPanes(), 0);
 }
 
+TEST_F(TerminalWindowTest, PanesThatComeAndGoTogetherAreDrawnInTheirLastSizes) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    for (const int panes : {5, 2, 4}) {
+        mWindow->setFormulaPanes(panes);
+        ASSERT_TRUE(waitUntilComplete());
+        for (TC::CRealtimeGraphWidget *graph : mWindow->findChildren<TC::CRealtimeGraphWidget *>()) {
+            if (graph->isVisible()) {
+                const QImage shown = graph->grab().toImage();
+                graph->getData()->redraw();
+                EXPECT_EQ(graph->grab().toImage(), shown) << panes << " panes";
+            }
+        }
+    }
+}
+
+TEST_F(TerminalWindowTest, WhatIsShownOfNewPanesIsDrawnAtOnce) {
+    ASSERT_TRUE(mWindow->showInstrument("SH600000"));
+    mWindow->setFormulaPanes(0);
+    ASSERT_TRUE(waitUntilComplete());
+    const QImage alone = graphImage();
+    mWindow->setFormulaPanes(3);
+    const QImage among = graphImage();
+    EXPECT_LT(among.height(), alone.height());
+    view().graph()->getData()->redraw();
+    EXPECT_EQ(graphImage(), among);
+}
+
 TEST_F(TerminalWindowTest, AUserDefinedIndexAndAPortfolioAreShownOnTheDaysOfTheirMembers) {
     const auto catalogue = mServices->store().catalogue();
     ASSERT_FALSE(catalogue->indexes.isEmpty());
