@@ -151,17 +151,20 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     const bool live = start.day == services.runningDayOf(start.key);
     while (!live && services.trade().recordPastDay()) { // a window shows them as they come
     }
-    ChartView view(services.chartSources());
-    view.resize(options.size);
-    view.setAttribute(Qt::WA_DontShowOnScreen);
-    view.QWidget::show();
+    const bool isGuessed = services.isCloseGuessed(start.key, start.day);
+    SnapshotSheet sheet(services.chartSources(),
+                        isGuessed ? services.titleOf(start.key, start.day) : QString());
+    sheet.resize(options.size);
+    sheet.setAttribute(Qt::WA_DontShowOnScreen);
+    sheet.show();
+    ChartView &view = sheet.view();
     view.showTrades(true);
     view.setFormulaPanes(1);
     view.show(start.key, live ? QDate() : start.day);
     if (!waitForChart(view)) {
         return QStringLiteral("%1: no data arrived in time: try again").arg(start.key);
     }
-    return writePicture(view, options.snapshot);
+    return writePicture(sheet, options.snapshot);
 }
 
 int showWall(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {

@@ -1,15 +1,20 @@
 #include "terminal/app/Snapshot.h"
 
 #include "terminal/app/ChartView.h"
+#include "terminal/app/WindowColors.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QLabel>
 #include <QPixmap>
 #include <QSaveFile>
 #include <QThread>
 #include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
 
 namespace terminal {
 namespace {
@@ -24,6 +29,22 @@ QString notWritable(const QString &path, const QString &reason) {
 }
 
 } // namespace
+
+SnapshotSheet::SnapshotSheet(ChartSources sources, const QString &note)
+    : mView(new ChartView(std::move(sources), this)) {
+    setPalette(windowColors());
+    setAutoFillBackground(true);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    if (!note.isEmpty()) {
+        auto *label = new QLabel(note);
+        label->setObjectName(QStringLiteral("snapshot_note"));
+        label->setMargin(2);
+        layout->addWidget(label);
+    }
+    layout->addWidget(mView, 1);
+}
 
 QString checkPicturePath(const QString &path) {
     if (QFileInfo(path).isDir()) {

@@ -1,12 +1,24 @@
 #pragma once
 
-#include <QString>
+#include "terminal/app/ChartSources.h"
 
-class QWidget;
+#include <QString>
+#include <QWidget>
 
 namespace terminal {
 
 class ChartView;
+
+/// What a picture of a chart shows: the chart, and above it what has to be known of it, when there is something.
+class SnapshotSheet : public QWidget {
+public:
+    SnapshotSheet(ChartSources sources, const QString &note);
+
+    ChartView &view() { return *mView; }
+
+private:
+    ChartView *mView; ///< a child
+};
 
 /// Whether a picture can be written there; answers an empty text or one line that says why not.
 QString checkPicturePath(const QString &path);

@@ -230,9 +230,11 @@ QString TerminalServices::nameOf(const QString &key) const {
 
 QString TerminalServices::titleOf(const QString &key, const QDate &day) {
     const QString title = key + QLatin1Char(' ') + nameOf(key);
-    return previousCloseOf(mStore, key, dayOf(day)).isFirstOpen
-               ? QObject::tr("%1（昨收未知，以首笔开盘价计）").arg(title)
-               : title;
+    return isCloseGuessed(key, day) ? QObject::tr("%1（昨收未知，以首笔开盘价计）").arg(title) : title;
+}
+
+bool TerminalServices::isCloseGuessed(const QString &key, const QDate &day) {
+    return previousCloseOf(mStore, key, dayOf(day)).isFirstOpen;
 }
 
 QString TerminalServices::tellStoreFaults() {

@@ -90,6 +90,8 @@ public:
     QString nameOf(const QString &key) const;
     /// Key and name, and of a day whose previous close is not known what stands for it.
     QString titleOf(const QString &key, const QDate &day);
+    /// Whether the first price stands for the previous close of a day.
+    bool isCloseGuessed(const QString &key, const QDate &day);
     /// Puts what was found wrong in the store since the last time among the messages. Answers a line that says so, or
     /// nothing.
     QString tellStoreFaults();

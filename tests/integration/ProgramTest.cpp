@@ -91,6 +91,29 @@ TEST_F(ProgramTest, ThemesDiffer) {
     EXPECT_GT(QImage(file("l.png")).pixelColor(3, 3).lightness(), 128);
 }
 
+TEST_F(ProgramTest, APictureTellsThatItsPreviousCloseIsNotKnown) {
+    const auto pictureOf = [this](const char *name, const QByteArray &heading, const QByteArray &field) {
+        QByteArray text = "symbol,datetime,open,high,low,close,volume,amount" + heading + '\n';
+        for (int minute = 31; minute < 60; ++minute) {
+            text += "600998.SH,2026-03-24 09:" + QByteArray::number(minute) + ",20,20,20,20,1000,20000" +
+                    field + '\n';
+        }
+        write("bars.csv", text);
+        const QString picture = file(name);
+        EXPECT_EQ(runProgram({"--import", file("bars.csv"), "--snapshot", picture, "--instrument", "SH600998",
+                              "--date", "2026-03-24"})
+                      .status,
+                  0);
+        return QImage(picture);
+    };
+    const QImage guessed = pictureOf("guessed.png", "", "");
+    // The same minutes once more, with the close before.
+    const QImage told = pictureOf("told.png", ",PreClosePx", ",20");
+    ASSERT_EQ(guessed.size(), told.size());
+    constexpr int kTop = 12; // rows
+    EXPECT_NE(guessed.copy(0, 0, guessed.width(), kTop), told.copy(0, 0, told.width(), kTop));
+}
+
 TEST_F(ProgramTest, AnImportedDayIsDrawn) {
     QByteArray text = "symbol,exchange,datetime,open,high,low,close,volume,amount\n";
     for (int minute = 571; minute <= 690; ++minute) {
