@@ -5,6 +5,7 @@
 #include "chartdata/PanePixmap.h"
 #include "chartdata/SceneSource.h"
 #include "host/drawing/DirectPixels.h"
+#include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
@@ -177,6 +178,10 @@ bool ChartPicture::grow(ChartScene scene) {
 }
 
 void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *part) {
+    if (GZ::drawsVectors(painter)) {
+        paintVectors(painter, rect);
+        return;
+    }
     if (mImage.isNull()) {
         return;
     }
@@ -205,6 +210,18 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
     if (rect == mRect) {
         mTailOnScreen.add(seen);
     }
+}
+
+/// The same without the picture.
+void ChartPicture::paintVectors(QPainter &painter, const QRect &rect) {
+    painter.save();
+    painter.setClipRect(rect, Qt::IntersectClip);
+    const ChartScene scene = stillScene(rect.size());
+    painter.fillRect(rect, scene.look.background);
+    drawGrid(painter, scene, rect);
+    drawLines(painter, scene.lines, scene.look, rect);
+    drawLines(painter, mSource.tail(rect.size()), scene.look, rect);
+    painter.restore();
 }
 
 void ChartPicture::drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail) {

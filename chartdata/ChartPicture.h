@@ -75,6 +75,7 @@ private:
     Touched touched(const SceneLines &lines) const;
     Touched takeDirty();
     void drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail);
+    void paintVectors(QPainter &painter, const QRect &rect);
 
     const SceneSource &mSource;
     const CRealtimeUiParam &mView;

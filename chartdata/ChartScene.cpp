@@ -3,6 +3,7 @@
 #include "chartdata/ContentDigest.h"
 #include "chartdata/LineDrawing.h"
 #include "host/drawing/DirectPixels.h"
+#include "host/toolkit/VectorPainter.h"
 
 #include <QImage>
 #include <QPainter>
@@ -62,6 +63,14 @@ QImage dottedColumn(int height, double ratio, const QColor &color) {
         std::fill(pixels, pixels + dot, static_cast<int>(y / ratio) % 2 == 0 ? on : QRgb(0));
     }
     return column;
+}
+
+/// The same as a dashed line.
+void drawDottedColumn(QPainter &painter, int x, int height, const QColor &color) {
+    QPen pen(color, 1.0, Qt::CustomDashLine, Qt::FlatCap);
+    pen.setDashPattern({1.0, 1.0});
+    painter.setPen(pen);
+    painter.drawLine(QPointF(x + 0.5, 0.0), QPointF(x + 0.5, height));
 }
 
 } // namespace
@@ -138,6 +147,10 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
     QImage column; // dashes of one pixel and gaps of one: copied, since dashed pens are slow
     for (const int x : scene.columns) {
         if (x < seen.left() || x > seen.right()) {
+            continue;
+        }
+        if (GZ::drawsVectors(painter)) {
+            drawDottedColumn(painter, x, height, look.grid);
             continue;
         }
         if (column.isNull()) {

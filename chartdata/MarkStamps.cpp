@@ -1,5 +1,7 @@
 #include "chartdata/MarkStamps.h"
 
+#include "host/toolkit/VectorPainter.h"
+
 #include <cmath>
 
 namespace TC {
@@ -21,9 +23,9 @@ int pixelsOf(int distance, double ratio) {
 
 MarkStamps::MarkStamps(QPainter &painter) : mPainter(painter), mToDevice(painter.deviceTransform()) {
     const double ratio = mToDevice.m11();
-    mCopies = mToDevice.type() <= QTransform::TxScale && ratio == mToDevice.m22() && ratio >= 1.0 &&
-              ratio <= kMostPixels && isWhole(ratio * kPhases) && isWhole(mToDevice.dx() * kPhases) &&
-              isWhole(mToDevice.dy() * kPhases);
+    mCopies = !GZ::drawsVectors(painter) && mToDevice.type() <= QTransform::TxScale &&
+              ratio == mToDevice.m22() && ratio >= 1.0 && ratio <= kMostPixels && isWhole(ratio * kPhases) &&
+              isWhole(mToDevice.dx() * kPhases) && isWhole(mToDevice.dy() * kPhases);
     if (mCopies) {
         mPainter.save();
         mPainter.setWorldTransform(mToDevice.inverted() * mPainter.worldTransform());

@@ -11,9 +11,11 @@
 #include "chartdata/ValueRange.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
+#include <QPicture>
 
 namespace TC {
 namespace {
@@ -106,8 +108,21 @@ bool TradeLayer::draw(const QRect &rect, const QSize &pane, double ratio) {
     return true;
 }
 
-void TradeLayer::paint(QPainter &painter, const QRect &pane, const QRegion *part) const {
-    if (mPixmap.isNull() || !isWanted() || mView.mLinkageFlags == eNoLinkage) {
+void TradeLayer::paint(QPainter &painter, const QRect &pane, const QRegion *part) {
+    if (!isWanted() || mView.mLinkageFlags == eNoLinkage) {
+        return;
+    }
+    if (GZ::drawsVectors(painter)) {
+        QPicture marks; // whose painter has the size of the pane, as that of the pixmap has
+        marks.setBoundingRect(pane);
+        QPainter recorder(&marks);
+        mBook.clear();
+        drawMarks(recorder, chartLayout(pane.size(), mView.mShowVolume).price);
+        recorder.end();
+        painter.drawPicture(pane.topLeft(), marks);
+        return;
+    }
+    if (mPixmap.isNull()) {
         return;
     }
     const auto blit = [&] { blitPane(painter, pane, mPixmap, pane.size()); };

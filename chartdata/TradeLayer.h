@@ -32,7 +32,7 @@ public:
     /// Draws it for a rectangle of a pane; false when the view shows no trades.
     bool draw(const QRect &rect, const QSize &pane, double ratio);
     /// Paints it over a pane. With a part only that is painted, and the painter has no clip afterwards.
-    void paint(QPainter &painter, const QRect &pane, const QRegion *part) const;
+    void paint(QPainter &painter, const QRect &pane, const QRegion *part);
     /// Draws the marks and curves themselves into the price part of a pane, and enters them.
     void drawMarks(QPainter &painter, const QRect &rect);
 

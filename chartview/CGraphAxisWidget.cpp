@@ -10,6 +10,7 @@
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QImage>
@@ -160,8 +161,11 @@ void CGraphAxisWidget::resizeEvent(QResizeEvent *event) {
 
 void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    refreshPicture(evenRatio(painter));
-    if (mPicture.isNull()) { // too large to keep, or scaled unevenly
+    const bool isKept = !GZ::drawsVectors(painter);
+    if (isKept) {
+        refreshPicture(evenRatio(painter));
+    }
+    if (!isKept || mPicture.isNull()) { // too large to keep, or scaled unevenly
         painter.fillRect(event->rect(), GZ::themeColor("ic_clr_realtime_axis_bg"));
         drawLabels(painter, labels());
     } else {

@@ -9,6 +9,7 @@
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QDateTime>
@@ -73,15 +74,7 @@ void CRealtimeTimeWidget::enterEvent(QEvent * /*event*/) {
 
 void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    const double ratio = evenRatio(painter);
-    if (ratio > 0 && mPixmap.devicePixelRatio() != ratio) { // moved to another screen
-        drawScale(ratio);
-    }
-    if (mPixmap.isNull()) {
-        painter.fillRect(rect(), GZ::themeColor("ic_clr_realtime_graph_bg"));
-    } else {
-        paintByParts(painter, event->region(), [&](const QRect &) { painter.drawPixmap(0, 0, mPixmap); });
-    }
+    paintScale(painter, event->region());
     refreshFlag(); // what has changed beside the region of this paint is painted next
     if (event->region().intersects(mFlag.box)) {
         const Look &look = mLook.look();
@@ -89,6 +82,25 @@ void CRealtimeTimeWidget::paintEvent(QPaintEvent *event) {
         painter.fillRect(mFlag.box, look.box);
         painter.setPen(look.text);
         GZ::GlyphText::ofTheme(kTimeFont).drawOn(painter, look.box, mFlag.box, Qt::AlignHCenter, mFlag.text);
+    }
+}
+
+/// Leaves the painter without a clip.
+void CRealtimeTimeWidget::paintScale(QPainter &painter, const QRegion &region) {
+    if (GZ::drawsVectors(painter)) {
+        painter.fillRect(rect(), ground());
+        drawDays(painter);
+        painter.setClipping(false);
+        return;
+    }
+    const double ratio = evenRatio(painter);
+    if (ratio > 0 && mPixmap.devicePixelRatio() != ratio) { // moved to another screen
+        drawScale(ratio);
+    }
+    if (mPixmap.isNull()) {
+        painter.fillRect(rect(), GZ::themeColor("ic_clr_realtime_graph_bg"));
+    } else {
+        paintByParts(painter, region, [&](const QRect &) { painter.drawPixmap(0, 0, mPixmap); });
     }
 }
 
@@ -165,15 +177,20 @@ void CRealtimeTimeWidget::drawScale(double ratio) {
     if (mPixmap.isNull()) {
         return;
     }
-    const bool empty = mUiParam->getStock().isEmpty();
-    mPixmap.fill(GZ::themeColor(empty ? "ic_clr_realtime_graph_bg" : "ic_clr_account_report_timeline_bg"));
-    if (!empty) {
-        QPainter painter(&mPixmap);
-        drawDays(painter);
-    }
+    mPixmap.fill(ground());
+    QPainter painter(&mPixmap);
+    drawDays(painter);
+}
+
+QColor CRealtimeTimeWidget::ground() const {
+    return GZ::themeColor(mUiParam->getStock().isEmpty() ? "ic_clr_realtime_graph_bg"
+                                                         : "ic_clr_account_report_timeline_bg");
 }
 
 void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
+    if (mUiParam->getStock().isEmpty()) {
+        return;
+    }
     const QString market = getDetailQsMarket(mUiParam->getStockDetail());
     const int date = referenceDate();
     const QFont font = timeFont();

@@ -75,6 +75,8 @@ private:
     void follow(CRealtimeGraphWidget *graph);
     const QString &timeUnderCursor();
     void drawScale(double ratio);
+    void paintScale(QPainter &painter, const QRegion &region);
+    QColor ground() const;
     void drawDays(QPainter &painter) const;
     /// Midnight of the newest day shown, in seconds since the epoch.
     int referenceDate() const;

@@ -19,6 +19,8 @@
 
 #include <QKeyEvent>
 #include <QMetaMethod>
+#include <QPainter>
+#include <QPicture>
 #include <QResizeEvent>
 #include <QVBoxLayout>
 #include <boost/make_shared.hpp>
@@ -30,6 +32,32 @@ namespace TC {
 namespace {
 
 constexpr int kTimeScaleHeight = 20; ///< pixels
+
+/// Draws a widget and those on it, from the lowest to the highest, at the origin of a painter. Each is recorded by
+/// itself: that is how widgets know that they are not on a screen, whatever the painter's device is, and a recording with
+/// an offset would misplace clips.
+void drawVectors(QWidget &widget, QPainter &painter, bool withGround) {
+    QPicture picture;
+    QPainter recorder(&picture);
+    const QRegion mask = widget.mask(); // whose corner would be taken for that of the widget
+    if (!mask.isEmpty()) {
+        painter.setClipRegion(mask, Qt::IntersectClip);
+    }
+    widget.render(&recorder, mask.boundingRect().topLeft(), QRegion(),
+                  withGround ? QWidget::RenderFlags(QWidget::DrawWindowBackground) : QWidget::RenderFlags());
+    recorder.end();
+    painter.drawPicture(0, 0, picture);
+    for (QObject *child : widget.children()) {
+        auto *part = qobject_cast<QWidget *>(child);
+        if (part && !part->isWindow() && !part->isHidden()) {
+            painter.save();
+            painter.setClipRect(part->geometry(), Qt::IntersectClip);
+            painter.translate(part->pos());
+            drawVectors(*part, painter, false);
+            painter.restore();
+        }
+    }
+}
 
 } // namespace
 
@@ -137,6 +165,17 @@ void MainView::tellComplete(bool complete) {
 void MainView::showEvent(QShowEvent *event) {
     CBaseWidget::showEvent(event);
     tellComplete(isComplete());
+}
+
+void MainView::renderTo(QPainter *painter, const QRect &rect) {
+    if (!painter || !painter->isActive() || rect.isEmpty() || size().isEmpty()) {
+        return;
+    }
+    painter->save();
+    painter->translate(rect.topLeft());
+    painter->scale(double(rect.width()) / width(), double(rect.height()) / height());
+    drawVectors(*this, *painter, true);
+    painter->restore();
 }
 
 void MainView::refreshTimeScale() {

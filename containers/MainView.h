@@ -132,6 +132,10 @@ public:
 
     /// Whether there is a series for every open request of every pane.
     bool isComplete() const;
+    /// Draws the view as it is seen into a rectangle of a painter, stretched to it: lines, shapes and texts in place of the
+    /// pictures that the screen is given, so that print, PDF and SVG are sharp at any size. What the theme has as an image, the
+    /// tools of the titles above all, stays one. A null or inactive painter and an empty rectangle do nothing.
+    void renderTo(QPainter *painter, const QRect &rect);
 
 Q_SIGNALS:
     /// Another instrument is shown: its key, as setStock has taken it; empty without one.

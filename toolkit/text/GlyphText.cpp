@@ -1,6 +1,7 @@
 #include "host/toolkit/GlyphText.h"
 
 #include "host/toolkit/ThemeCache.h"
+#include "host/toolkit/VectorPainter.h"
 #include "toolkit/text/GlyphLayout.h"
 #include "toolkit/text/GlyphPictures.h"
 
@@ -105,7 +106,7 @@ void GlyphText::draw(QPainter &painter, const QRect &rect, Qt::Alignment alignme
 void GlyphText::drawOn(QPainter &painter, const QColor &ground, const QRect &rect, Qt::Alignment alignment,
                        const QString &text) {
     mPrivate->bound();
-    const qreal ratio = evenScale(painter.deviceTransform());
+    const qreal ratio = drawsVectors(painter) ? 0.0 : evenScale(painter.deviceTransform());
     GlyphLine line;
     if (ratio > 0 && ground.alpha() == 255 && rect.height() > 0 && mPrivate->layout.layOut(text, line)) {
         const GlyphPictures::Look look{painter.pen().color().rgba(), ground.rgba(), rect.height(), ratio};
