@@ -4,11 +4,16 @@ find_package(PkgConfig REQUIRED)
 # The C++ build of Lua: its errors unwind the stack.
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.4-c++)
 pkg_check_modules(freexl REQUIRED IMPORTED_TARGET freexl)
+# A live market comes over NATS where its library is; without it the terminal has the market of its own alone.
+pkg_check_modules(nats QUIET IMPORTED_TARGET libnats)
 
 # Its services and windows: timeshare_terminal with the archives of the libraries, which is what tests link. The terminal
 # itself takes timeshare_terminal_parts with the shared libraries, as any host does.
 timeshare_sources(terminal_sources terminal)
-list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|supervisor)/main\\.cpp$|terminal/files/reader/")
+list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|feeder|supervisor)/main\\.cpp$|terminal/files/reader/")
+if(NOT nats_FOUND)
+  list(FILTER terminal_sources EXCLUDE REGEX "/Nats[A-Za-z]*\\.(cpp|h)$|terminal/feeder/FeedProgram\\.cpp$")
+endif()
 timeshare_resource(formula_resource /timeshare/formulas formulas *.lua)
 timeshare_resource(script_resource /timeshare/scripts scripts *.py)
 timeshare_translation_resource(translation_resource qtbase_zh_CN.qm)
@@ -17,6 +22,10 @@ timeshare_library(timeshare_terminal_parts STATIC ${terminal_sources} ${formula_
 set_target_properties(timeshare_terminal_parts PROPERTIES AUTORCC ON)
 target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host Qt5::Sql
                                                PRIVATE log4cxx mongo::bson_shared PkgConfig::lua)
+if(nats_FOUND)
+  target_compile_definitions(timeshare_terminal_parts PRIVATE TIMESHARE_WITH_NATS)
+  target_link_libraries(timeshare_terminal_parts PRIVATE PkgConfig::nats)
+endif()
 add_library(timeshare_terminal INTERFACE)
 target_link_libraries(timeshare_terminal INTERFACE timeshare_terminal_parts timeshare)
 
@@ -42,3 +51,9 @@ add_dependencies(timeshare_terminal_parts timeshare-reader)
 
 add_executable(timeshare-terminal terminal/app/main.cpp)
 target_link_libraries(timeshare-terminal PRIVATE timeshare_terminal_parts timeshare_shared)
+
+# Publishes a market for terminals that are started with --feed.
+if(nats_FOUND)
+  add_executable(timeshare-feed terminal/feeder/main.cpp)
+  target_link_libraries(timeshare-feed PRIVATE timeshare_terminal_parts timeshare_shared)
+endif()

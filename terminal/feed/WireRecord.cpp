@@ -16,6 +16,7 @@ constexpr int kChecksumAt = 4;
 constexpr int kBarSize = 104;
 constexpr int kClockSize = 48;
 constexpr quint8 kClockKind = 3;
+constexpr quint64 kLastSequence = quint64(1) << 62;
 constexpr qint64 kLastTime = 253402300799999; ///< the end of the year 9999
 constexpr qint64 kLongestDay =
     20LL * 86400 * 1000; ///< from the first evening of a trading day to its last minute
@@ -104,8 +105,12 @@ bool isSound(const WireBar &record) {
         }
     }
     const qint64 midnight = record.day * 1000LL;
-    return record.sequence > 0 && record.sequence <= std::numeric_limits<quint64>::max() - record.span &&
-           record.day > 0 && isTime(record.published) && bar.time > midnight - kLongestDay &&
+    const qint64 told = static_cast<qint64>(record.sequence) + record.span;
+    const bool isPlaced = record.kind == WireKind::Change
+                              ? record.span >= 0 && static_cast<quint64>(record.span) < record.sequence
+                              : told >= 0;
+    return record.sequence > 0 && record.sequence <= kLastSequence && isPlaced && record.day > 0 &&
+           isTime(record.published) && bar.time > midnight - kLongestDay &&
            bar.time <= midnight + kLongestDay && bar.price != 0.0 && bar.low <= bar.high && bar.volume >= 0.0;
 }
 

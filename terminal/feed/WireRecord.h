@@ -22,9 +22,9 @@ struct WireBar {
     WireKind kind = WireKind::Change;
     quint64 run = 0; ///< of the feed: when it was started, in milliseconds since the epoch
     quint64 sequence = 0; ///< of the change among those of the instrument in this run, from 1
-    /// Of a change: how many changes directly before it were of the same minute, which it replaces. Of a minute: how
-    /// many changes after it have come, none of which is of an earlier minute that is not told yet.
-    quint32 span = 0;
+    /// Of a change: how many changes directly before it were of the same minute, which it replaces. Of a minute, which may
+    /// be negative: added to its sequence it is a change up to which the stream tells all.
+    qint32 span = 0;
     int day = 0; ///< trading day, seconds since the epoch at its midnight (UTC+8)
     qint64 published = 0; ///< when it was sent, in milliseconds since the epoch by the sender's clock
     MinuteBar bar;

@@ -62,7 +62,7 @@ TEST(WireRecordTest, BytesAreReadBack) {
     EXPECT_EQ(read.kind, WireKind::Minute);
     EXPECT_EQ(read.run, 1763688600123u);
     EXPECT_EQ(read.sequence, 7u);
-    EXPECT_EQ(read.span, 2u);
+    EXPECT_EQ(read.span, 2);
     EXPECT_EQ(read.day, 1763654400);
     EXPECT_EQ(read.published, 1763689261500);
     EXPECT_EQ(read.bar, sample().bar);
@@ -138,6 +138,15 @@ TEST(WireRecordTest, PlacesThatNoRecordHasAreGarbage) {
     record.sequence = 0;
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
     record.sequence = std::numeric_limits<quint64>::max();
+    EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    record = sample();
+    record.span = 7; // before the first
+    EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    record.span = -1;
+    EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    record.kind = WireKind::Minute;
+    EXPECT_TRUE(std::holds_alternative<WireBar>(decodeWire(encodeWire(record))));
+    record.span = -8;
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
     record = sample();
     record.day = 0;

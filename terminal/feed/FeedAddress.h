@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace terminal {
+
+/// Where a feed's server is, and what it wants to see. The secrets come from the environment or from a file that the
+/// environment names, never with the address: that is seen by others.
+///
+/// TIMESHARE_FEED_USER and _PASSWORD, or _TOKEN; TIMESHARE_FEED_CREDENTIALS names a file with lines such as user=...,
+/// password=..., token=..., or one that the server's own tools have made. TIMESHARE_FEED_CA names a file of the certificates
+/// that are trusted.
+struct FeedAddress {
+    QByteArray url; ///< nats://HOST:PORT or tls://HOST:PORT
+    QByteArray user;
+    QByteArray password;
+    QByteArray token;
+    QByteArray credentialsFile; ///< of the server's tools
+    QByteArray caFile;
+
+    bool isEncrypted() const { return url.startsWith("tls://"); }
+};
+
+/// What is wrong with an address as a user has written it; empty when nothing is. The answer does not repeat it.
+QString addressFault(const QString &url);
+/// Reads the secrets for a sound address. Answers an empty text, or what is wrong with them, without any of them.
+QString readAddress(const QString &url, FeedAddress &address);
+
+} // namespace terminal

@@ -1,0 +1,69 @@
+#include "terminal/feed/NatsSession.h"
+
+#include <nats/nats.h>
+
+namespace terminal {
+namespace {
+
+constexpr int kConnectWait = 2000; ///< milliseconds
+constexpr int kPingInterval = 1000; ///< milliseconds; a server that is still there answers within
+constexpr int kPingsUnanswered = 3;
+
+natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *name) {
+    natsStatus status = natsOptions_SetURL(options, address.url.constData());
+    const auto then = [&status](auto &&set, auto &&...values) {
+        status = status == NATS_OK ? set(values...) : status;
+    };
+    then(natsOptions_SetName, options, name);
+    then(natsOptions_SetTimeout, options, kConnectWait);
+    then(natsOptions_SetAllowReconnect, options, false);
+    then(natsOptions_SetPingInterval, options, kPingInterval);
+    then(natsOptions_SetMaxPingsOut, options, kPingsUnanswered);
+    then(natsOptions_UseGlobalMessageDelivery, options, true);
+    if (!address.user.isEmpty()) {
+        then(natsOptions_SetUserInfo, options, address.user.constData(), address.password.constData());
+    }
+    if (!address.token.isEmpty()) {
+        then(natsOptions_SetToken, options, address.token.constData());
+    }
+    if (!address.credentialsFile.isEmpty()) {
+        then(natsOptions_SetUserCredentialsFromFiles, options, address.credentialsFile.constData(), nullptr);
+    }
+    if (address.isEncrypted()) {
+        then(natsOptions_SetSecure, options, true);
+    }
+    if (!address.caFile.isEmpty()) {
+        then(natsOptions_LoadCATrustedCertificates, options, address.caFile.constData());
+    }
+    return status;
+}
+
+} // namespace
+
+std::unique_ptr<NatsSession> NatsSession::open(const FeedAddress &address, const char *name,
+                                               LineFailure &failure) {
+    natsOptions *options = nullptr;
+    natsConnection *connection = nullptr;
+    natsStatus status = natsOptions_Create(&options);
+    status = status == NATS_OK ? setUp(options, address, name) : status;
+    status = status == NATS_OK ? natsConnection_Connect(&connection, options) : status;
+    natsOptions_Destroy(options);
+    if (status != NATS_OK) {
+        const bool isRefused = status == NATS_CONNECTION_AUTH_FAILED || status == NATS_NOT_PERMITTED;
+        failure = {isRefused ? LineState::Refused : LineState::Connecting,
+                   QString::fromUtf8(natsStatus_GetText(status))};
+        return nullptr;
+    }
+    return std::unique_ptr<NatsSession>(new NatsSession(connection));
+}
+
+NatsSession::~NatsSession() {
+    natsConnection_Destroy(mConnection);
+    nats_ReleaseThreadMemory();
+}
+
+bool NatsSession::isOpen() const {
+    return natsConnection_Status(mConnection) == NATS_CONN_STATUS_CONNECTED;
+}
+
+} // namespace terminal
