@@ -13,6 +13,7 @@ test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xdotool imagemagick jwm
+  nats-server libnats-dev
 )
 
 case "${1:-run}" in

@@ -1,6 +1,7 @@
 #include "terminal/app/CommandLine.h"
 
 #include "terminal/app/WindowSize.h"
+#include "terminal/feed/FeedAddress.h"
 #include "terminal/market/SimulatedClock.h"
 
 #include <QCoreApplication>
@@ -151,6 +152,11 @@ QString takeImport(CommandLineOptions &options, const QString &value) {
     return {};
 }
 
+QString takeFeed(CommandLineOptions &options, const QString &value) {
+    options.feed = value;
+    return addressFault(value);
+}
+
 QString takeHelp(CommandLineOptions &options, const QString &) {
     options.help = true;
     return {};
@@ -188,6 +194,9 @@ const QVector<Option> &table() {
         {"--speed", "N", QT_TRANSLATE_NOOP("CommandLine", "模拟交易所的速度，每秒走过的市场秒数"), takeSpeed},
         {"--store", "FILE", QT_TRANSLATE_NOOP("CommandLine", "行情库文件；缺省在用户的数据目录中"),
          takeText<&CommandLineOptions::store>},
+        {"--feed", "URL",
+         QT_TRANSLATE_NOOP("CommandLine", "实时行情服务器，如 nats://market:4222；缺省为内置的模拟交易所"),
+         takeFeed},
         {"--help", nullptr, QT_TRANSLATE_NOOP("CommandLine", "显示本说明"), takeHelp},
     };
     return options;
@@ -239,7 +248,9 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         }
         const QString wrong = option->take(options, value);
         if (!wrong.isEmpty()) {
-            return oneLine(QStringLiteral("%1 %2: %3").arg(name, value, wrong));
+            const bool isSecret = option->take == takeFeed; // it may hold what nobody is to see
+            return oneLine(isSecret ? QStringLiteral("%1: %2").arg(name, wrong)
+                                    : QStringLiteral("%1 %2: %3").arg(name, value, wrong));
         }
     }
     if (options.wall > 0 && (options.date.isValid() || !options.snapshot.isEmpty())) {

@@ -30,6 +30,7 @@ struct CommandLineOptions {
     bool sessionsFromFile = false; ///< imported days trade when their rows show it
     QString columns; ///< which column of the imported files is what
     QString store; ///< folder or file of the market store
+    QString feed; ///< server of a live market
 };
 
 /// The options, or one line that says what is wrong, why, and what to do.

@@ -21,7 +21,7 @@ QString shownDate(const QDate &date) {
 
 } // namespace
 
-ControlRow::ControlRow(QWidget *parent) : QWidget(parent) {
+ControlRow::ControlRow(QWidget *parent, bool hasPace) : QWidget(parent) {
     setFixedHeight(kControlsHeight);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 2, 8, 2);
@@ -44,6 +44,8 @@ ControlRow::ControlRow(QWidget *parent) : QWidget(parent) {
     for (const int pace : {1, 10, 60, 300, 600}) {
         mPace->addItem(tr("%1 倍速").arg(pace), double(pace));
     }
+    mPause->setEnabled(hasPace);
+    mPace->setEnabled(hasPace);
     mTheme = addButton({}, "theme");
     mImport = addButton(tr("导入…"), "import");
     mDownload = addButton(tr("下载数据"), "download");

@@ -18,7 +18,8 @@ class ControlRow : public QWidget {
 public:
     static constexpr int kMostPanes = 5; ///< formula panes that the box begins with
 
-    explicit ControlRow(QWidget *parent = nullptr);
+    /// `hasPace` says whether the pace of the market is the terminal's to set.
+    explicit ControlRow(QWidget *parent = nullptr, bool hasPace = true);
 
     /// Names the instrument on the button that opens the smart keyboard.
     void setInstrument(const QString &text);

@@ -213,6 +213,7 @@ TerminalSettings settingsOf(const CommandLineOptions &options) {
     settings.formulas = defaultFormulaFolder();
     settings.scripts = defaultScriptFolder();
     settings.speed = options.speed.value_or(1.0);
+    settings.feed = options.feed;
     return settings;
 }
 

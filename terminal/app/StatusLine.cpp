@@ -11,9 +11,16 @@ namespace {
 
 constexpr int kStatusHeight = 26; ///< pixels
 
+QPalette errorPalette(QPalette colors) {
+    colors.setColor(QPalette::WindowText,
+                    GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_index_default_rise")));
+    return colors;
+}
+
 } // namespace
 
-StatusLine::StatusLine(QWidget *parent) : QWidget(parent), mText(new QLabel(this)), mClock(new QLabel(this)) {
+StatusLine::StatusLine(QWidget *parent)
+    : QWidget(parent), mText(new QLabel(this)), mTrouble(new QLabel(this)), mClock(new QLabel(this)) {
     setFixedHeight(kStatusHeight);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 0, 8, 0);
@@ -21,17 +28,17 @@ StatusLine::StatusLine(QWidget *parent) : QWidget(parent), mText(new QLabel(this
     mText->setTextFormat(Qt::PlainText);
     mText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(mText, 1);
+    mTrouble->setObjectName(QStringLiteral("trouble"));
+    mTrouble->setTextFormat(Qt::PlainText);
+    mTrouble->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    mTrouble->hide();
+    layout->addWidget(mTrouble, 1);
     layout->addWidget(mClock);
 }
 
 void StatusLine::say(const QString &text, bool isError) {
     mIsErrorShown = isError;
-    QPalette colors = palette();
-    if (isError) {
-        colors.setColor(QPalette::WindowText,
-                        GZ::CUiResource::instance().getColor(QStringLiteral("ic_clr_index_default_rise")));
-    }
-    mText->setPalette(colors);
+    mText->setPalette(isError ? errorPalette(palette()) : palette());
     mText->setText(text);
     mText->setToolTip(text);
 }
@@ -52,6 +59,13 @@ void StatusLine::clearError() {
 
 void StatusLine::setMarketTime(const QDateTime &time) {
     mClock->setText(tr("市场时间 %1").arg(time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+}
+
+void StatusLine::setTrouble(const QString &text) {
+    mTrouble->setVisible(!text.isEmpty());
+    mTrouble->setPalette(errorPalette(palette()));
+    mTrouble->setText(text);
+    mTrouble->setToolTip(text);
 }
 
 QString StatusLine::text() const {

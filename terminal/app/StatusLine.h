@@ -19,10 +19,13 @@ public:
     /// Takes an error away that does not last.
     void clearError();
     void setMarketTime(const QDateTime &time);
+    /// What is wrong with the market that comes from a server; stays beside all else until it is empty.
+    void setTrouble(const QString &text);
     QString text() const;
 
 private:
     QLabel *mText;
+    QLabel *mTrouble;
     QLabel *mClock;
     bool mIsErrorShown = false; ///< one that does not last
 };

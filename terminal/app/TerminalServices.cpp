@@ -132,12 +132,13 @@ TerminalServices::~TerminalServices() {
     if (mTrade) {
         mTrade->stop();
     }
-    if (mExchange) {
-        mExchange->stop();
+    if (mRunning) {
+        mRunning->stop();
     }
 }
 
-QString TerminalServices::start(const TerminalSettings &settings, const Progress &progress) {
+/// The store and the running market, up to its time.
+QString TerminalServices::openMarket(const TerminalSettings &settings, const Progress &progress) {
     const QString folder = QFileInfo(settings.store).absolutePath();
     if (!QDir().mkpath(folder)) {
         return QStringLiteral("%1: the folder of the store cannot be made: give another place with --store")
@@ -152,13 +153,22 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mClock = std::make_unique<SimulatedClock>(start, settings.speed);
     mClockInstallation = std::make_unique<Installation<TC::CHostClock>>(*mClock);
     mClock->pause(); // until all is in place
-    const QString unfilled = fillStore(mStore, start, progress);
-    if (!unfilled.isEmpty()) {
-        return unfilled;
+    mRunning = std::make_unique<RunningMarket>(mStore, *mClock);
+    const QString server = settings.feed.isEmpty() ? mConfig.value(QStringLiteral("feed")) : settings.feed;
+    const QString wrong = server.isEmpty() ? QString() : mRunning->follow(server);
+    if (!wrong.isEmpty()) {
+        return QStringLiteral("feed: %1").arg(wrong);
+    }
+    return fillStore(mStore, mClock->now(), progress);
+}
+
+QString TerminalServices::start(const TerminalSettings &settings, const Progress &progress) {
+    const QString unopened = openMarket(settings, progress);
+    if (!unopened.isEmpty()) {
+        return unopened;
     }
     mMarket = std::make_unique<MarketServices>(mStore);
-    mExchange = std::make_unique<SimulatedExchange>(mStore, *mClock);
-    mFeed = std::make_unique<CompositeFeed>(*mExchange, [this](const QString &key, int day) {
+    mFeed = std::make_unique<CompositeFeed>(mRunning->feed(), [this](const QString &key, int day) {
         return compositionOf(mStore, key, day, [](const QString &member, int date) {
             return TC::CSingletonT<TC::CStockManager>::instance().getCurrentDateLastClose(member, date);
         });
@@ -175,7 +185,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
     mFormulas->setHistorySource(&mHistory);
     mFormulas->setHistoryCache(&mCache);
-    mFormulas->setTransactions([this, tape = std::make_shared<TransactionTape>(mStore, *mExchange)](
+    mFormulas->setTransactions([this, tape = std::make_shared<TransactionTape>(mStore, exchange())](
                                    const QString &key, qint64 from, qint64 to, qint64 limit) {
         const TradedSpan span = tradedSpan(*mStore.catalogue(), key, from, to, mClock->now());
         return tape->between(key, span.start, span.end, limit);
@@ -186,8 +196,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
     mTrade->advance(); // the trades of the day so far are there from the start
-    mClock->resume();
-    mExchange->start();
+    mRunning->start();
     mTrade->start();
     return {};
 }
@@ -327,7 +336,7 @@ QVector<QDate> TerminalServices::daysOf(const QString &key) {
             dates.append(dateOf(day));
         }
         const QDate running = runningDayOf(key);
-        if (instrument->simulated && !dates.contains(running)) {
+        if ((instrument->simulated || mRunning->isFollowing()) && !dates.contains(running)) {
             dates.append(running);
         }
     }
@@ -338,7 +347,7 @@ QVector<QDate> TerminalServices::daysOf(const QString &key) {
 QDate TerminalServices::runningDayOf(const QString &key) const {
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = dayInstrumentOf(*catalogue, key);
-    const int day = instrument ? mExchange->runningDay(instrument->key()) : 0;
+    const int day = instrument ? mRunning->exchange().runningDay(instrument->key()) : 0;
     return day == 0 ? QDate() : dateOf(day);
 }
 

@@ -3,6 +3,7 @@
 #include "terminal/app/ChartSources.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/QuoteList.h"
+#include "terminal/app/RunningMarket.h"
 #include "terminal/app/SmartKeyService.h"
 #include "terminal/app/WindowRequests.h"
 #include "terminal/config/ConfigService.h"
@@ -18,7 +19,6 @@
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketServices.h"
 #include "terminal/market/SimulatedClock.h"
-#include "terminal/market/SimulatedExchange.h"
 #include "terminal/market/SimulatedHistory.h"
 #include "terminal/market/StoreSelfStocks.h"
 #include "terminal/replay/ReplayService.h"
@@ -53,6 +53,8 @@ struct TerminalSettings {
     QString formulas; ///< folder of the user's own formulas; empty for none
     QString scripts; ///< folder of the script models; empty for none
     double speed = 1.0; ///< market seconds a second
+    QString
+        feed; ///< server of a live market; empty for the one of the configuration, or the terminal's own market
     std::optional<qint64>
         start; ///< market time to start at, milliseconds since the epoch; else by the real time
 };
@@ -69,7 +71,9 @@ public:
     CMarketStore &store() { return mStore; }
     ConfigService &config() { return mConfig; }
     SimulatedClock &clock() { return *mClock; }
-    SimulatedExchange &exchange() { return *mExchange; }
+    SimulatedExchange &exchange() { return mRunning->exchange(); }
+    /// Where the running day comes from.
+    RunningMarket &running() { return *mRunning; }
     /// The prices of instruments, user-defined indexes and portfolios.
     MarketFeed &feed() { return *mFeed; }
     FormulaService &formulas() { return *mFormulas; }
@@ -115,6 +119,7 @@ private:
     TerminalServices(const TerminalSettings &settings);
     /// The instrument whose trading days are those of a key: itself, or the first member of an index or portfolio.
     static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
+    QString openMarket(const TerminalSettings &settings, const Progress &progress);
     QString start(const TerminalSettings &settings, const Progress &progress);
     int requestedDay(const TC::CFormulaParam &param);
 
@@ -133,8 +138,8 @@ private:
     std::unique_ptr<SimulatedClock> mClock;
     std::unique_ptr<Installation<TC::CHostClock>> mClockInstallation;
     std::unique_ptr<MarketServices> mMarket;
-    std::unique_ptr<SimulatedExchange> mExchange;
-    std::unique_ptr<CompositeFeed> mFeed; ///< of the exchange's prices
+    std::unique_ptr<RunningMarket> mRunning;
+    std::unique_ptr<CompositeFeed> mFeed; ///< of the running market's prices
     FormulaMessages mMessages;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;

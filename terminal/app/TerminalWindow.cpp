@@ -41,7 +41,7 @@ const QString kDefaultPanes = QStringLiteral("1");
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     : QWidget(parent), mServices(services), mView(new ChartView(services.chartSources(), this)),
       mFormulas(new FormulaPanel(this)), mMessages(new MessagePanel(services.messages(), this)),
-      mControls(new ControlRow(this)), mStatus(new StatusLine(this)),
+      mControls(new ControlRow(this, !services.running().isFollowing())), mStatus(new StatusLine(this)),
       mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
       mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)),
       mMemory(std::make_unique<ViewMemory>(services.config(), *mView, services.clock(), *this)) {
@@ -232,12 +232,7 @@ void TerminalWindow::refreshSearch() {
 }
 
 void TerminalWindow::setPaused(bool paused) {
-    if (paused) {
-        mServices.clock().pause();
-    } else {
-        mServices.clock().resume();
-    }
-    mControls->setPaused(paused);
+    mControls->setPaused(mServices.running().setPaused(paused));
 }
 
 void TerminalWindow::setPace(double pace) {
@@ -427,6 +422,7 @@ void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
     mStatus->setMarketTime(mServices.clock().currentDateTime());
+    mStatus->setTrouble(mServices.running().trouble());
     const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
     if (running != mRunningDay && !key.isEmpty()) {

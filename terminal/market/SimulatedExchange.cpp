@@ -155,7 +155,7 @@ int SimulatedExchange::runningDay(const QString &key) const {
 
 /// Whether the exchange itself makes the bars of a day: it is the current one, and nothing was imported for it.
 bool SimulatedExchange::isRunning(const Instrument &instrument, int day, int runningDay) {
-    if (!instrument.simulated || day != runningDay) {
+    if (mIsClosed || !instrument.simulated || day != runningDay) {
         return false;
     }
     const std::optional<DaySummary> stored = mStore.summary(instrument.id, day);
@@ -204,7 +204,9 @@ MinuteBars SimulatedExchange::barsOf(const QString &key, int day, Part part, qin
         return barsAt(*runningBars(*instrument, day, part), now, tickSeed(key));
     }
     const std::optional<DaySummary> stored = mStore.summary(instrument->id, day);
-    if (!stored || (stored->source == BarSource::Simulated && day > running)) {
+    const int firstUnknown =
+        mIsClosed ? running : running + 1; // the store has the running day made up in advance
+    if (!stored || (stored->source == BarSource::Simulated && day >= firstUnknown)) {
         return {};
     }
     return partOf(mStore.bars(instrument->id, day), *instrument, day, part == Part::AfterHours);

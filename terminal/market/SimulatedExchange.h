@@ -24,6 +24,9 @@ public:
     SimulatedExchange(CMarketStore &store, const SimulatedClock &clock);
     ~SimulatedExchange() override;
 
+    /// Another market runs the day: from now on this one makes up nothing, and answers what is stored. Before any other
+    /// call.
+    void close() { mIsClosed = true; }
     /// Runs on a thread of its own until stop(): looks at the clock some times a second.
     void start();
     /// Ends that thread. No listener is called afterwards.
@@ -58,6 +61,7 @@ private:
 
     CMarketStore &mStore;
     const SimulatedClock &mClock;
+    bool mIsClosed = false;
 
     std::mutex mLock; ///< guards the following
     std::map<int, std::shared_ptr<Subscriber>> mSubscribers;

@@ -104,7 +104,7 @@ TEST_F(FeedSourceTest, TheExchangeIsToldAsItAnswers) {
     SimulatedClock clock(auction, 60.0, [&real] { return real; });
     ExchangeSource source(mStore, clock);
     Keeper keeper;
-    for (int step = 0; step < 16; ++step) { // into the first quarter of an hour
+    for (int step = 0; step < 6; ++step) { // through the auction and into the first minute
         source.advance(keeper);
         real += 1000;
     }

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "terminal/feed/FollowedClock.h"
+#include "terminal/feed/LiveFeed.h"
+#include "terminal/market/SimulatedExchange.h"
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+namespace terminal {
+
+/// Where the running day comes from: the terminal's own exchange, or the feed of a server, whose time the clock then has.
+class RunningMarket {
+public:
+    /// Both outlive it. The clock stands still until start().
+    RunningMarket(CMarketStore &store, SimulatedClock &clock)
+        : mStore(store), mClock(clock), mExchange(store, clock) {}
+    ~RunningMarket() { stop(); }
+    RunningMarket(const RunningMarket &) = delete;
+    RunningMarket &operator=(const RunningMarket &) = delete;
+
+    /// Takes the running day from a server from now on, before anything else is asked of the market. Waits a moment for its
+    /// time, and does without when none comes. Answers an empty text or what is wrong with the address.
+    QString follow(const QString &url);
+    bool isFollowing() const { return mLive != nullptr; }
+
+    void start();
+    /// No listener is called afterwards.
+    void stop();
+
+    SimulatedExchange &exchange() { return mExchange; }
+    /// The prices of instruments.
+    MarketFeed &feed();
+    /// What is missing of a server's market and since when; empty when nothing is.
+    QString trouble() const;
+    /// Stops the clock or lets it go on, where it is the terminal's own; answers whether it stands still by that.
+    bool setPaused(bool paused);
+
+private:
+    LiveFeed::Market marketOfFeed();
+
+    CMarketStore &mStore;
+    SimulatedClock &mClock;
+    SimulatedExchange mExchange;
+    FollowedClock mFollowed{mClock};
+    std::mutex mLock; ///< guards what follows
+    std::condition_variable mBeat;
+    bool mHasBeat = false;
+    std::unique_ptr<FeedLine> mLine;
+    std::unique_ptr<LiveFeed> mLive; ///< null with the terminal's own market
+};
+
+} // namespace terminal
