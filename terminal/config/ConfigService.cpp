@@ -156,6 +156,14 @@ int ConfigService::number(const char *name, int fallback) const {
 }
 
 void ConfigService::load() {
+    // What waited for the disk when a program was killed is newer than the file.
+    GZ::RegularFile waiting(NewestWriter::waitingPath(mPath));
+    const QByteArray newer = waiting.whole(kLargestConfig);
+    if (const QJsonDocument document = QJsonDocument::fromJson(newer);
+        waiting.isGood() && document.isObject()) {
+        mFields = document.object();
+        return;
+    }
     GZ::RegularFile file(mPath);
     if (file.fault() == GZ::RegularFile::eMissing) {
         return;

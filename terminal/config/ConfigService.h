@@ -14,9 +14,11 @@ namespace terminal {
 
 /// The terminal's configuration: defaults, and over them what a JSON file says.
 ///
-/// A change holds at once, and is written by a thread of its own (NewestWriter): it survives the end of the program, however
-/// that comes, once waitUntilWritten() has returned or the service has gone; else the file may be that of a moment ago. A
-/// crash leaves the old file or the new one. A file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
+/// A change holds at once and survives the end of the program, however that comes: until a thread of its own has brought it
+/// to the disk (NewestWriter) it stands in a file beside, which is read before this one. When the machine stops before
+/// waitUntilWritten() has returned, the file may be that of a moment ago; it is the old one or the new one in any case.
+///
+/// A file that is damaged or cannot be read is kept beside the new one as "<file>.damaged" (with a number when there is
 /// one already) and told in messages(). One that the system does not open, as when the program has too many files open,
 /// stays as it is: it is read before the first change is written, which goes over it, and until then nothing is
 /// written. Values of the wrong kind stand at their defaults. Fields that this version does not know are kept. Every

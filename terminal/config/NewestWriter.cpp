@@ -1,13 +1,34 @@
 #include "terminal/config/NewestWriter.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cstdio>
 #include <system_error>
 #include <utility>
 
 namespace terminal {
+namespace {
+
+/// Puts a text in place of a file without waiting for the disk: it is there for whoever reads, and after a kill. What
+/// fails leaves the file as it was.
+void putUnsafely(const QString &path, const QByteArray &text) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path + QStringLiteral("~"));
+    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    file.close();
+    if (!isWritten || std::rename(QFile::encodeName(file.fileName()), QFile::encodeName(path)) != 0) {
+        file.remove();
+    }
+}
+
+} // namespace
+
+QString NewestWriter::waitingPath(const QString &path) {
+    return path + QStringLiteral(".next");
+}
 
 NewestWriter::NewestWriter(QString path, Put put) : mPath(std::move(path)), mPut(std::move(put)) {}
 
@@ -34,6 +55,7 @@ void NewestWriter::write(const QByteArray &text) {
             return;
         }
         mNewest = text;
+        putUnsafely(waitingPath(mPath), text);
         const bool isOnItsWay = std::exchange(mWaiting, text).has_value();
         if (isOnItsWay) {
             return; // whoever comes to write takes this one
@@ -73,6 +95,8 @@ void NewestWriter::writeNewest() {
     if (mHasFailed) {
         mTroubles.append(trouble);
         mNewest = mWaiting; // what has failed is written when it is brought again
+    } else if (!mWaiting) {
+        QFile::remove(waitingPath(mPath)); // else a newer one waits there
     }
 }
 

@@ -18,13 +18,18 @@ namespace terminal {
 ///
 /// The newest text wins: one that another follows before its turn is never written, and no older one comes after it. The
 /// file is written whole to a temporary file and renamed, so that it is the old one or the new one at any time. Where the
-/// system has no thread left, the caller writes. Any thread.
+/// system has no thread left, the caller writes. Until a text is on the disk it stands in a file beside (waitingPath), which
+/// survives the end of the program, however that comes, though not that of the machine. Any thread.
 class NewestWriter {
 public:
     /// Puts a text in place of a file; answers why it could not, or nothing when it is on the disk.
     using Put = std::function<QString(const QString &path, const QByteArray &text)>;
     /// The one that is used: whole to a temporary file, which is then renamed.
     static QString save(const QString &path, const QByteArray &text);
+
+    /// Where the text stands that is newer than the file, while it waits for the disk; after the program was killed then,
+    /// too. It may be cut off after a loss of power.
+    static QString waitingPath(const QString &path);
 
     explicit NewestWriter(QString path, Put put = save);
     /// Writes what waits.

@@ -23,9 +23,10 @@ namespace {
 class ConfigServiceTest : public ::testing::Test {
 protected:
     QString path() const { return mFolder.path() + "/sub/config.json"; }
-    void writeFile(const QByteArray &text) {
+    void writeFile(const QByteArray &text) { writeFile(path(), text); }
+    void writeFile(const QString &name, const QByteArray &text) {
         QDir().mkpath(mFolder.path() + "/sub");
-        QFile file(path());
+        QFile file(name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
     }
@@ -82,6 +83,45 @@ TEST_F(ConfigServiceTest, WhatChangesNothingIsNotWritten) {
     service.setValue("theme", "dark");
     ASSERT_TRUE(service.waitUntilWritten());
     EXPECT_EQ(files(), QStringList("config.json"));
+}
+
+TEST_F(ConfigServiceTest, WhatAKilledProgramLeftWaitingIsNewerThanTheFile) {
+    {
+        ConfigService service(path());
+        service.setValue("theme", "light");
+        service.setValue("instrument", "SH600000");
+    }
+    writeFile(path() + ".next", R"({"theme": "dark"})");
+    {
+        ConfigService service(path());
+        EXPECT_EQ(service.value("theme"), "dark");
+        EXPECT_EQ(service.value("instrument"), "") << "it is a whole configuration";
+        EXPECT_TRUE(service.messages().isEmpty());
+        service.setValue("panes", "3");
+    }
+    EXPECT_EQ(files(), QStringList("config.json"));
+    EXPECT_EQ(ConfigService(path()).value("theme"), "dark");
+}
+
+TEST_F(ConfigServiceTest, WhatWasCutOffWhileItWaitedIsPassedOver) {
+    {
+        ConfigService service(path());
+        service.setValue("theme", "light");
+    }
+    for (const char *left : {"", "{\"theme\": \"da", "[1]"}) {
+        writeFile(path() + ".next", left);
+        ConfigService service(path());
+        EXPECT_EQ(service.value("theme"), "light") << left;
+        EXPECT_TRUE(service.messages().isEmpty()) << left;
+    }
+}
+
+TEST_F(ConfigServiceTest, AChangeIsThereForTheNextReaderAtOnce) {
+    ConfigService service(path());
+    for (int i = 0; i < 20; ++i) {
+        service.setValue("theme", QString::number(i));
+        EXPECT_EQ(ConfigService(path()).value("theme"), QString::number(i));
+    }
 }
 
 TEST_F(ConfigServiceTest, ADamagedFileIsKeptAsideAndTold) {

@@ -124,3 +124,36 @@ TEST_F(NewestWriterTest, WhoBringsATextDoesNotWaitForTheDiskAndOnlyTheNewestOfTh
     EXPECT_TRUE(writer.waitUntilWritten());
     EXPECT_EQ(written.size(), 2) << "it is there";
 }
+
+TEST_F(NewestWriterTest, WhatWaitsForTheDiskStandsBesideTheFileUntilItIsThere) {
+    const auto waiting = [this] {
+        QFile file(NewestWriter::waitingPath(path()));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+    };
+    std::promise<void> disk;
+    std::shared_future<void> isReady = disk.get_future().share();
+    NewestWriter writer(path(), [&](const QString &path, const QByteArray &text) {
+        isReady.wait();
+        return NewestWriter::save(path, text);
+    });
+    writer.write("one");
+    EXPECT_EQ(waiting(), "one");
+    EXPECT_EQ(content(), "<missing>");
+    writer.write("two");
+    EXPECT_EQ(waiting(), "two");
+    disk.set_value();
+    ASSERT_TRUE(writer.waitUntilWritten());
+    EXPECT_EQ(waiting(), "<missing>");
+    EXPECT_EQ(content(), "two");
+    EXPECT_EQ(QDir(mFolder.path() + "/sub").entryList(QDir::Files), QStringList("file"));
+}
+
+TEST_F(NewestWriterTest, WhatCannotBeWrittenGoesOnWaitingBesideTheFile) {
+    ASSERT_TRUE(QDir().mkpath(path())); // a folder in place of the file
+    NewestWriter writer(path());
+    writer.write("one");
+    EXPECT_FALSE(writer.waitUntilWritten());
+    QFile waiting(NewestWriter::waitingPath(path()));
+    ASSERT_TRUE(waiting.open(QIODevice::ReadOnly));
+    EXPECT_EQ(waiting.readAll(), "one");
+}
