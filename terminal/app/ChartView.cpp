@@ -256,24 +256,15 @@ int ChartView::formulaPanes() const {
     return mMain->getSubIndexWidgets().size();
 }
 
-void ChartView::countPastPoints() {
-    if (isPastDay()) {
-        uiParam()->setDataCount(pointCount());
-    }
-}
-
 void ChartView::moveCursor(bool left) {
-    countPastPoints();
     mMain->moveCursor(left);
 }
 
 void ChartView::moveToHome() {
-    countPastPoints();
     mMain->moveToHome();
 }
 
 void ChartView::moveToEnd() {
-    countPastPoints();
     mMain->moveToEnd();
 }
 

@@ -96,7 +96,6 @@ private:
     /// Repaints the trades when they are those of an instrument shown.
     void onTradesChanged(const QSet<QString> &instruments);
     /// Tells the view how far the keys may walk: it counts the points of a running day itself, those of a past one not.
-    void countPastPoints();
 
     const ChartSources mSources;
     TC::CRealtimeMainWidget *mMain;

@@ -1,5 +1,7 @@
 #include "terminal/feed/WireRecord.h"
 
+#include "terminal/market/MarketLimits.h"
+
 #include <QtEndian>
 
 #include <array>
@@ -18,6 +20,7 @@ constexpr int kClockSize = 48;
 constexpr quint8 kClockKind = 3;
 constexpr quint64 kLastSequence = quint64(1) << 62;
 constexpr qint64 kLastTime = 253402300799999; ///< the end of the year 9999
+constexpr qint64 kMinute = 60 * 1000; ///< milliseconds
 constexpr qint64 kLongestDay =
     20LL * 86400 * 1000; ///< from the first evening of a trading day to its last minute
 
@@ -97,13 +100,22 @@ bool isTime(qint64 time) {
     return time >= 0 && time <= kLastTime;
 }
 
-bool isSound(const WireBar &record) {
-    const MinuteBar &bar = record.bar;
-    for (const double number : {bar.open, bar.high, bar.low, bar.price, bar.average, bar.volume, bar.amount}) {
-        if (!std::isfinite(number)) {
+bool isSound(const MinuteBar &bar) {
+    for (const double price : {bar.open, bar.high, bar.low, bar.price, bar.average}) {
+        if (!(price >= 0.0 && price <= kLargestPrice)) {
             return false;
         }
     }
+    for (const double number : {bar.volume, bar.amount}) {
+        if (!(number >= 0.0 && std::isfinite(number))) {
+            return false;
+        }
+    }
+    return bar.price != 0.0 && bar.low <= bar.high && bar.time % kMinute == 0;
+}
+
+bool isSound(const WireBar &record) {
+    const MinuteBar &bar = record.bar;
     const qint64 midnight = record.day * 1000LL;
     const qint64 told = static_cast<qint64>(record.sequence) + record.span;
     const bool isPlaced = record.kind == WireKind::Change
@@ -111,7 +123,7 @@ bool isSound(const WireBar &record) {
                               : told >= 0;
     return record.sequence > 0 && record.sequence <= kLastSequence && isPlaced && record.day > 0 &&
            isTime(record.published) && bar.time > midnight - kLongestDay &&
-           bar.time <= midnight + kLongestDay && bar.price != 0.0 && bar.low <= bar.high && bar.volume >= 0.0;
+           bar.time <= midnight + kLongestDay && isSound(bar);
 }
 
 WireRecord readBar(const QByteArray &bytes, WireKind kind) {

@@ -128,8 +128,16 @@ TEST(WireRecordTest, NumbersThatNoBarHasAreGarbage) {
     record = sample();
     record.bar.low = 11.0;
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    for (double MinuteBar::*member : {&MinuteBar::open, &MinuteBar::high, &MinuteBar::low, &MinuteBar::price,
+                                      &MinuteBar::average, &MinuteBar::volume, &MinuteBar::amount}) {
+        record = sample();
+        record.bar.*member = -1.0;
+        EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    }
     record = sample();
-    record.bar.volume = -1.0;
+    record.bar.high = 1e9;
+    EXPECT_TRUE(std::holds_alternative<WireBar>(decodeWire(encodeWire(record))));
+    record.bar.high = 1.000001e9;
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
 }
 
@@ -155,6 +163,9 @@ TEST(WireRecordTest, PlacesThatNoRecordHasAreGarbage) {
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
     record = sample();
     record.bar.time += 21LL * 86400 * 1000;
+    EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
+    record = sample();
+    record.bar.time += 1000; // no end of a minute
     EXPECT_EQ(faultOf(encodeWire(record)), WireFault::Garbage);
     record = sample();
     record.published = -1;
