@@ -16,6 +16,8 @@ namespace TC {
 
 namespace {
 
+constexpr int kExchangeOffset = 8 * 3600; ///< seconds, UTC+8
+
 bool hasMouse(const CRealtimeWidget *pane) {
     const QList<CRealtimeGraphWidget *> graphs = pane->getGraphWidgets();
     return std::any_of(graphs.begin(), graphs.end(),
@@ -64,7 +66,9 @@ CrossLines::Place CrossLines::place() const {
     }
     const CRealtimeGraphWidget *graph = days.value(mTitleDay, days.first());
     const qint64 daysBack = qint64(days.first()->getData()->getTradeDate()) - graph->getData()->getTradeDate();
-    return {mUiParam->getDateTimeByIndex(index).addSecs(-daysBack), graph->getData()->valueAtIndex(index)};
+    const QDateTime clock = mUiParam->getDateTimeByIndex(index); // what the clocks of the exchange show
+    const QDateTime time(clock.date(), clock.time(), Qt::OffsetFromUTC, kExchangeOffset);
+    return {time.addSecs(-daysBack), graph->getData()->valueAtIndex(index)};
 }
 
 /// A view of a past day takes no count from results; its keys walk along the points that are there.

@@ -17,7 +17,7 @@ namespace {
 constexpr int kTitleRows = 1;
 constexpr int kTitleTextWidth = 50; ///< pixels
 constexpr int kPeriodOfMinutes = 0; ///< period of the series
-constexpr int kNoIndex = -1;
+constexpr int kNoPoint = -1;
 
 /// A record that stands for a portfolio.
 CInstrumentDetailPtr portfolioDetail(const QString &key) {
@@ -70,7 +70,7 @@ void PaneTitle::showDay(const DayGraphs &days, int day) {
 }
 
 void PaneTitle::showIndex(const DayGraphs &days, int index) {
-    if (index == kNoIndex) {
+    if (index == kNoPoint) {
         showDay(days, kNewestDay);
     }
     mWidget->updateIndexId(index);

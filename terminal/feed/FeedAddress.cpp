@@ -7,7 +7,7 @@ namespace terminal {
 namespace {
 
 constexpr int kDefaultPort = 4222;
-constexpr qint64 kLargestFile = 64 * 1024; ///< bytes
+constexpr qint64 kLargestCredentials = 64 * 1024; ///< bytes
 
 /// Takes the secrets of a file; answers what is wrong with it.
 QString readSecrets(const QString &path, FeedAddress &address) {
@@ -15,7 +15,7 @@ QString readSecrets(const QString &path, FeedAddress &address) {
     if (!file.open(QIODevice::ReadOnly)) {
         return QStringLiteral("%1: the file of credentials cannot be read: %2").arg(path, file.errorString());
     }
-    const QByteArray content = file.read(kLargestFile);
+    const QByteArray content = file.read(kLargestCredentials);
     if (content.contains("-----BEGIN NATS USER JWT-----")) {
         address.credentialsFile = QFile::encodeName(path);
         return {};

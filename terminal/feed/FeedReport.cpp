@@ -8,7 +8,7 @@
 namespace terminal {
 namespace {
 
-struct Words {
+struct ReportWords {
     Q_DECLARE_TR_FUNCTIONS(FeedReport)
 };
 
@@ -22,20 +22,20 @@ QString feedText(const FeedReport &report) {
     QStringList texts;
     if (report.line == LineState::Refused) {
         texts.append(
-            Words::tr("行情服务器不接受登录凭据（自 %1），行情停在此时").arg(clockOf(report.lineSince)));
+            ReportWords::tr("行情服务器不接受登录凭据（自 %1），行情停在此时").arg(clockOf(report.lineSince)));
     } else if (report.line == LineState::Connecting) {
-        texts.append(
-            Words::tr("行情服务器连接不上（自 %1），正在重试，行情停在此时").arg(clockOf(report.lineSince)));
+        texts.append(ReportWords::tr("行情服务器连接不上（自 %1），正在重试，行情停在此时")
+                         .arg(clockOf(report.lineSince)));
     } else if (report.silentSince != 0) {
-        texts.append(Words::tr("行情源没有消息（自 %1），行情停在此时").arg(clockOf(report.silentSince)));
+        texts.append(ReportWords::tr("行情源没有消息（自 %1），行情停在此时").arg(clockOf(report.silentSince)));
     }
     if (report.behind > 0) {
-        texts.append(Words::tr("%1 个证券的分时数据不全（自 %2），正在补齐")
+        texts.append(ReportWords::tr("%1 个证券的分时数据不全（自 %2），正在补齐")
                          .arg(report.behind)
                          .arg(clockOf(report.behindSince)));
     }
     if (report.newerSince != 0) {
-        texts.append(Words::tr("行情源的数据版本高于本程序（自 %1），这些数据没有显示，请升级本程序")
+        texts.append(ReportWords::tr("行情源的数据版本高于本程序（自 %1），这些数据没有显示，请升级本程序")
                          .arg(clockOf(report.newerSince)));
     }
     return texts.join(QStringLiteral("；"));

@@ -1,16 +1,12 @@
 #include "terminal/formula/ResultDelivery.h"
 
+#include "terminal/formula/ResultType.h"
+
 #include <QThread>
 
 #include <utility>
 
 namespace terminal {
-namespace {
-
-constexpr int kWholeSeries = 1; ///< data type of a history result
-
-} // namespace
-
 ResultDelivery::ResultDelivery(DeliveryQueue &queue, Subject subject,
                                std::shared_ptr<const ResultCallbacks> callbacks)
     : mQueue(queue), mSubject(std::move(subject)), mCallbacks(std::move(callbacks)) {}

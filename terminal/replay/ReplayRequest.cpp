@@ -1,15 +1,11 @@
 #include "terminal/replay/ReplayRequest.h"
 
+#include "terminal/formula/ResultType.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace terminal {
-namespace {
-
-constexpr int kWholeSeries = 1; ///< data type of a history result
-
-} // namespace
-
 ReplayRequest::ReplayRequest(const RequestTools &tools, const TC::CFormulaParam &param, int day,
                              TC::FormulaHistoryCallback onHistory, TC::FormulaRealtimeCallback onRealtime,
                              HistoryCache *cache)
