@@ -7,6 +7,7 @@
 #include <utility>
 
 namespace terminal {
+
 ResultDelivery::ResultDelivery(DeliveryQueue &queue, Subject subject,
                                std::shared_ptr<const ResultCallbacks> callbacks)
     : mQueue(queue), mSubject(std::move(subject)), mCallbacks(std::move(callbacks)) {}

@@ -6,6 +6,7 @@
 #include <utility>
 
 namespace terminal {
+
 ReplayRequest::ReplayRequest(const RequestTools &tools, const TC::CFormulaParam &param, int day,
                              TC::FormulaHistoryCallback onHistory, TC::FormulaRealtimeCallback onRealtime,
                              HistoryCache *cache)
