@@ -4,34 +4,22 @@
 //
 //     timeshare_formula_load [seconds, 10] [series, 80] [pace, 1]
 
+#include "bench/BenchTerminal.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/IdGenerator.h"
-#include "terminal/app/TerminalServices.h"
-#include "terminal/market/MarketDate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTimer>
 
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
-
-#include <sys/resource.h>
 
 namespace {
 
 using namespace terminal;
 
 const char *const kFormulas[] = {"REALTIME", "REALTIMEVOL", "MACD", "KDJ"};
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 /// Lets the event loop run for a time, or until a condition holds.
 void runFor(qint64 milliseconds, const std::function<bool()> &isDone = {}) {
@@ -111,19 +99,13 @@ int main(int argc, char **argv) {
     const double pace = argc > 3 ? std::atof(argv[3]) : 1.0;
 
     const QTemporaryDir folder;
-    TerminalSettings settings;
-    settings.store = folder.filePath(QStringLiteral("market.db"));
-    settings.start = timeOf(QDate(2026, 11, 20), 840); // 14:00, when most of the day is there
-    settings.speed = pace;
-    QString error;
-    const std::unique_ptr<TerminalServices> services = TerminalServices::open(settings, error);
+    const std::unique_ptr<TerminalServices> services = openBenchTerminal(folder, pace);
     if (!services) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
         return 1;
     }
     Load load;
     QVector<TC::CFormulaParam> params = makeParams(*services, series);
-    const double opening = processorSeconds();
+    const double opening = secondsOf(CLOCK_PROCESS_CPUTIME_ID);
     services->formulas().requestFormulas(
         params,
         [&load](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &, const QString &, int, const QString &,
@@ -131,14 +113,15 @@ int main(int argc, char **argv) {
         [&load](int, const QString &, const TC::FormulaInstantPtr &) { ++load.points; });
     runFor(60000, [&] { return load.histories >= params.size(); });
     std::printf("%d series of %s: first histories %.1f ms of processor time\n", params.size(),
-                qPrintable(knownFormulas().join(QLatin1String(", "))), (processorSeconds() - opening) * 1e3);
+                qPrintable(knownFormulas().join(QLatin1String(", "))),
+                (secondsOf(CLOCK_PROCESS_CPUTIME_ID) - opening) * 1e3);
 
     load = {};
     QElapsedTimer time;
     time.start();
-    const double before = processorSeconds();
+    const double before = secondsOf(CLOCK_PROCESS_CPUTIME_ID);
     runFor(seconds * 1000LL);
-    const double used = processorSeconds() - before;
+    const double used = secondsOf(CLOCK_PROCESS_CPUTIME_ID) - before;
     const double wall = double(time.nsecsElapsed()) / 1e9;
     std::printf(
         "%.1f s of real time at pace %g: %.3f s of processor time, %.2f %% of one core; %d points, %d whole "

@@ -3,22 +3,18 @@
 //
 //     timeshare_wall_bench [seconds, 30] [views, 16] [pace, 1]
 
+#include "bench/BenchTerminal.h"
 #include "terminal/app/ChartView.h"
-#include "terminal/app/TerminalServices.h"
 #include "terminal/app/WallWindow.h"
-#include "terminal/market/MarketDate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFont>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
 
 #include <unistd.h>
@@ -28,12 +24,6 @@ namespace {
 using namespace terminal;
 
 constexpr QSize kScreen(3840, 2160);
-
-double seconds(clockid_t clock) {
-    timespec time{};
-    clock_gettime(clock, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
-}
 
 /// Pages of memory that the process has, in MB.
 double residentMegabytes() {
@@ -97,16 +87,16 @@ void measure(Application &application, const WallWindow &wall, int forSeconds, d
         QObject::connect(view, &ChartView::changed, &application, [&changes] { ++changes; });
     }
     application.restart();
-    const double all = seconds(CLOCK_PROCESS_CPUTIME_ID);
-    const double drawing = seconds(CLOCK_THREAD_CPUTIME_ID);
-    const double start = seconds(CLOCK_MONOTONIC);
+    const double all = secondsOf(CLOCK_PROCESS_CPUTIME_ID);
+    const double drawing = secondsOf(CLOCK_THREAD_CPUTIME_ID);
+    const double start = secondsOf(CLOCK_MONOTONIC);
     runFor(forSeconds * 1000);
-    const double time = seconds(CLOCK_MONOTONIC) - start;
+    const double time = secondsOf(CLOCK_MONOTONIC) - start;
     std::printf("%d views, %.1f s at pace %g: %.2f %% of one core for the thread that draws, %.2f %% in all; "
                 "%.1f prices "
                 "and %.1f events a second, %.1f ms for one at most\n",
-                wall.views().size(), time, pace, (seconds(CLOCK_THREAD_CPUTIME_ID) - drawing) / time * 100.0,
-                (seconds(CLOCK_PROCESS_CPUTIME_ID) - all) / time * 100.0, double(changes) / time,
+                wall.views().size(), time, pace, (secondsOf(CLOCK_THREAD_CPUTIME_ID) - drawing) / time * 100.0,
+                (secondsOf(CLOCK_PROCESS_CPUTIME_ID) - all) / time * 100.0, double(changes) / time,
                 double(application.events()) / time, application.longestMilliseconds());
 }
 
@@ -124,18 +114,12 @@ int main(int argc, char **argv) {
     const double pace = argc > 3 ? std::atof(argv[3]) : 1.0;
 
     const QTemporaryDir folder;
-    TerminalSettings settings;
-    settings.store = folder.filePath(QStringLiteral("market.db"));
-    settings.start = timeOf(QDate(2026, 11, 20), 840); // 14:00, when most of the day is there
-    settings.speed = pace;
-    QString error;
-    const std::unique_ptr<TerminalServices> services = TerminalServices::open(settings, error);
+    const std::unique_ptr<TerminalServices> services = openBenchTerminal(folder, pace);
     if (!services) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
         return 1;
     }
     const double before = residentMegabytes();
-    const double drawing = seconds(CLOCK_THREAD_CPUTIME_ID);
+    const double drawing = secondsOf(CLOCK_THREAD_CPUTIME_ID);
     WallWindow wall(*services, views);
     wall.resize(kScreen);
     wall.show();
@@ -150,7 +134,7 @@ int main(int argc, char **argv) {
         2.0 * kScreen.width() * kScreen.height() * 4.0 / 1e6; // of the panes, and of the window
     std::printf("first pictures: %.0f ms of processor time of the thread that draws; %.1f MB a view beside its "
                 "pixmaps\n",
-                (seconds(CLOCK_THREAD_CPUTIME_ID) - drawing) * 1e3,
+                (secondsOf(CLOCK_THREAD_CPUTIME_ID) - drawing) * 1e3,
                 (residentMegabytes() - before - pictures) / wall.views().size());
     measure(application, wall, forSeconds, pace);
     return 0;

@@ -2,69 +2,24 @@
 // deliver through the handover: nothing is withdrawn first.
 
 #include "host/services/ResultHandover.h"
-#include "tests/containers/MainWidgetFixture.h"
-
-#include <atomic>
-#include <random>
-#include <thread>
+#include "tests/threads/ServedView.h"
 
 namespace tests {
 namespace {
 
-constexpr unsigned kHandoverThreads = 3;
 constexpr int kHandoverRounds = 60; ///< of the user-interface thread
-constexpr int kHandoverPoints = 100; ///< minutes that the service knows
 
-class HandoverThread : public MainWidgetFixture {
+class HandoverThread : public ServedView {
 protected:
     HandoverThread() {
-        mHost.mLog.setRecording(false);
         mHost.mStocks.add("SH", "600001");
         mHost.mStocks.add("SZ", "000001");
         TC::CSingletonT<TC::CFormulaManager>::install(&mHandover);
     }
     ~HandoverThread() override {
-        stop();
+        stopService();
         mMain.reset();
         TC::CSingletonT<TC::CFormulaManager>::install(&mHost.mFormulas);
-    }
-    void start() {
-        for (unsigned seed = 0; seed < kHandoverThreads; ++seed) {
-            mService.emplace_back([this, seed] { serve(seed); });
-        }
-    }
-    void stop() {
-        mStop = true;
-        for (std::thread &thread : mService) {
-            thread.join();
-        }
-        mService.clear();
-    }
-    void serve(unsigned seed) {
-        std::mt19937 random(seed);
-        while (!mStop) {
-            const QList<fakehost::LiveRequest> live = mHost.mFormulas.mLive.all();
-            if (live.isEmpty() || mDelivered >= mAllowed) {
-                std::this_thread::yield();
-                continue;
-            }
-            ++mDelivered;
-            const fakehost::LiveRequest &request = live[static_cast<int>(random() % unsigned(live.size()))];
-            const int day = static_cast<int>(request.param.mStart.first / 1000);
-            const double price = 9.0 + static_cast<double>(random() % 200) / 100.0;
-            if (random() % 6 == 0) {
-                deliver(request, static_cast<int>(random() % kHandoverPoints) + 1, price);
-            } else {
-                const int minute = 570 + static_cast<int>(random() % kHandoverPoints);
-                request.onRealtime(0, request.id(), makePoint(minuteTime(day, minute), {price, price}));
-            }
-        }
-    }
-    static void deliver(const fakehost::LiveRequest &request, int points, double price) {
-        const int day = static_cast<int>(request.param.mStart.first / 1000);
-        const std::vector<double> values(static_cast<std::size_t>(points), price);
-        request.onHistory(makeMeta(2), makeResult(minuteTimes(day, 570, points), values, values), request.id(),
-                          1, QString(), false);
     }
     /// What a host may do with a view, without a thought about results on their way.
     void use(int round) {
@@ -92,32 +47,28 @@ protected:
     }
 
     TC::UiThreadFormulas mHandover{mHost.mFormulas};
-    std::vector<std::thread> mService;
-    std::atomic<int> mDelivered{0};
-    std::atomic<int> mAllowed{0}; ///< how many deliveries there may be by now
-    std::atomic<bool> mStop{false};
 };
 
 TEST_F(HandoverThread, AViewMayChangeInEveryWayWhileResultsAreOnTheirWay) {
     showView(2);
     mMain->request(false);
-    start();
+    startService();
     for (int round = 0; round < kHandoverRounds; ++round) {
         mUnderMouse = nullptr; // it may have gone
-        mAllowed += 20;
+        allow(20);
         use(round);
         settle();
     }
-    while (mDelivered < mAllowed) {
+    while (!hasDeliveredAll()) {
         settle();
     }
-    stop();
+    stopService();
 
     // What is delivered last is what is shown.
     mMain->setStock("SH600000", false);
     mMain->request(false);
     for (const fakehost::LiveRequest &request : mHost.mFormulas.mLive.all()) {
-        deliver(request, 77, 10.0);
+        deliver(request, 77, 10.0, false);
     }
     while (mHandover.pending() > 0) {
         settle();

@@ -14,8 +14,8 @@ namespace {
 constexpr int kWholeRect = -1;
 constexpr int kNoReach = -2;
 
-int reachOf(int style, const QRect &rect, int last) {
-    const double step = stepOfAxis(rect, last);
+/// A path through the points.
+bool isPath(int style) {
     switch (style) {
     case eLineStyle:
     case eDottedLineStyle:
@@ -25,6 +25,18 @@ int reachOf(int style, const QRect &rect, int last) {
     case ePlainLineStyle:
     case eBoolLineStyle:
     case eSegmentLineStyle:
+        return true;
+    default:
+        return false;
+    }
+}
+
+int reachOf(int style, const QRect &rect, int last) {
+    const double step = stepOfAxis(rect, last);
+    if (isPath(style)) {
+        return 0;
+    }
+    switch (style) {
     case eVertLineStyle:
     case eVertDotStyle:
     case eSecondVertDotStyle:
@@ -72,21 +84,8 @@ struct Rows {
     }
 };
 
-bool isLine(int style) {
-    switch (style) {
-    case eLineStyle:
-    case eDottedLineStyle:
-    case eDashDotLineStyle:
-    case eSecondDottedLineStyle:
-    case eThirdDottedLineStyle:
-    case ePlainLineStyle:
-    case eBoolLineStyle:
-    case eSegmentLineStyle:
-    case eDotStyle:
-        return true;
-    default:
-        return false;
-    }
+bool isPathOrDots(int style) {
+    return isPath(style) || style == eDotStyle;
 }
 
 bool isStick(int style) {
@@ -113,7 +112,7 @@ QRect touchedPixels(const QRect &rect, const SeriesLine &points, const ValueScal
                     int last, bool toBottom) {
     const QRect columns = touchedColumns(rect, points, start, end, last);
     const int style = points.style();
-    if (columns.isEmpty() || !scale.isUsable() || !(isLine(style) || isStick(style))) {
+    if (columns.isEmpty() || !scale.isUsable() || !(isPathOrDots(style) || isStick(style))) {
         return columns;
     }
     Rows rows;
