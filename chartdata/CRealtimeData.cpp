@@ -23,7 +23,7 @@ QString idOf(const CFormulaParam &param) {
 
 CRealtimeData::CRealtimeData(boost::shared_ptr<CRealtimeUiParam> uiParam, EIndexDisplayType displayType,
                              GZ::CEventDeliverer *next)
-    : IndexBaseData(next, displayType), mUiParam(std::move(uiParam)),
+    : IndexBaseData(next, displayType, uiParam->services()), mUiParam(std::move(uiParam)),
       mParts(std::make_unique<PaneParts>(
           PaneOwner{*this, *mUiParam, displayType, mFormulas, mReq, mData, mMaxMin,
                     [this](const QString &name) { return isMainGraph(name); },
@@ -55,7 +55,7 @@ QList<QString> CRealtimeData::getSubFormulas() const {
 }
 
 void CRealtimeData::removeFormula(const QString &name, bool redrawAfter) {
-    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+    const CFormulaDetailPtr formula = mUiParam->service<CFormulaOperateManager>().getFormula(name);
     const CFormulaKey key(mUiParam->getStock(), formula ? formula->mName : name.toUpper());
     QString requestId;
     {
@@ -90,7 +90,7 @@ void CRealtimeData::replaceSubFormula(const QString &name) {
 }
 
 bool CRealtimeData::isMainGraph(const QString &formula) const {
-    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
+    const CFormulaDetailPtr detail = mUiParam->service<CFormulaOperateManager>().getFormula(formula);
     return (detail && detail->mType == eReplacingFormula) || mUiParam->isMainFormula(formula);
 }
 
@@ -158,7 +158,7 @@ QVector<CFormulaParam> CRealtimeData::openRequests(corvane::ERunMode mode) {
 }
 
 void CRealtimeData::applyCached(const QVector<CFormulaParam> &params) {
-    auto &cache = CSingletonT<CMultiRequestDataManager>::instance();
+    auto &cache = mUiParam->service<CMultiRequestDataManager>();
     for (const CFormulaParam &param : params) {
         CFormulaKey key;
         FormulaMetaPtr meta;
@@ -243,7 +243,7 @@ void CRealtimeData::removeOverlayData() {
 bool CRealtimeData::findSeries(CFormulaKey &key, const QString &requestId) const {
     const bool found = mReq.getKey(key, requestId);
     if (!found) {
-        CSingletonT<CFormulaManager>::instance().unrequestFormula(requestId);
+        mUiParam->service<CFormulaManager>().unrequestFormula(requestId);
     }
     return found;
 }
@@ -256,8 +256,8 @@ void CRealtimeData::onHistoryCallback(const FormulaMetaPtr &meta, const FormulaR
     CFormulaKey key;
     if (mDisplayType == EIndexDisplayType::Main && result && !result->mTimes.empty() &&
         mReq.getKey(key, requestId)) {
-        CSingletonT<CMultiRequestDataManager>::instance().addFormulaHistoryData(key.mStock, key.mFormula, meta,
-                                                                                result);
+        mUiParam->service<CMultiRequestDataManager>().addFormulaHistoryData(key.mStock, key.mFormula, meta,
+                                                                            result);
     }
     parts->news.react(applyHistory(meta, result, requestId, dataType, formula, keepRange), nullptr);
 }
@@ -440,7 +440,7 @@ QString CRealtimeData::getResultText() const {
 QStringList CRealtimeData::statisticRange(int &start, int &end) const {
     RegionSeries series;
     readData([&series](const SeriesMap &data) { series = regionSeries(data); });
-    return regionTexts(series, mUiParam->getStockDetail(), start, end);
+    return regionTexts(series, mUiParam->getStockDetail(), start, end, mUiParam->services());
 }
 
 void CRealtimeData::showInstrumentChart() {

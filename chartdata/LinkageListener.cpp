@@ -48,8 +48,9 @@ struct LinkageListener::Bond {
     }
 };
 
-LinkageListener::LinkageListener(Hear hear) : mBond(std::make_shared<Bond>(std::move(hear))) {
-    mConnection = CSingletonT<CLinkageManager>::instance().sigLinkageChanged.connect(
+LinkageListener::LinkageListener(CLinkageManager &linkage, Hear hear)
+    : mBond(std::make_shared<Bond>(std::move(hear))) {
+    mConnection = linkage.sigLinkageChanged.connect(
         [bond = mBond](const std::vector<std::string> &instruments) { bond->take(instruments); });
 }
 

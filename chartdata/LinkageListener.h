@@ -9,6 +9,8 @@
 
 namespace TC {
 
+class CLinkageManager;
+
 /// Hears which instruments' trades have changed, for an object that may go while the signal is running: disconnecting
 /// does not wait for it, so the signal reaches the object through a bond that is cut under a lock of its own.
 ///
@@ -18,7 +20,7 @@ class LinkageListener {
 public:
     using Hear = std::function<void(const std::vector<std::string> &)>; ///< instrument keys
 
-    explicit LinkageListener(Hear hear);
+    LinkageListener(CLinkageManager &linkage, Hear hear);
     /// The same as cut().
     ~LinkageListener();
     LinkageListener(const LinkageListener &) = delete;

@@ -72,7 +72,7 @@ void PaneLog::point(const se::RPCFormulaResultCache *series, const QString &requ
     if (!takesPoints() || !series || series->result.mTimes.empty()) {
         return;
     }
-    const CConfig *config = getConfig();
+    const CConfig *config = mView.service<CConfigService>().config();
     if (config && config->debugLog()) {
         logTraffic(mOwner, "TC::CRealtimeData::doRealtimeCallback", kSource,
                    boost::format("mainID:%1%, qsReqId:%2%, lasttime:%3%, newtime:%4%") %

@@ -15,6 +15,8 @@
 #include "chartdata/SceneSource.h"
 #include "chartdata/ShownDay.h"
 #include "chartdata/ValueLookup.h"
+#include "host/services/CLinkageManager.h"
+#include "viewmodel/CRealtimeUiParam.h"
 
 #include <boost/thread/lock_guard.hpp>
 #include <boost/thread/recursive_mutex.hpp>
@@ -48,7 +50,8 @@ struct PaneParts {
           scene(of.view, of.displayType, day, series, ranges, axis),
           picture(scene, of.view, [this] { return news.tellReplayTime(series.shown()); }),
           intake(series, ranges, picture), trades(of.view, of.displayType, day, lookup),
-          drawing(picture, trades), news(of.object, ranges, picture, drawing, day), changes(of.tradesChanged) {}
+          drawing(picture, trades), news(of.object, ranges, picture, drawing, day),
+          changes(of.view.service<CLinkageManager>(), of.tradesChanged) {}
 
     /// What there is to say of a point, before it is taken in.
     void note(const CFormulaKey &key, const QString &requestId, const se::RPCFormulaInstantResult &point) {

@@ -26,13 +26,13 @@ double overlayBase(const CRealtimeUiParam &view, const QString &stock, int trade
     if (base != 0.0) {
         return base;
     }
-    const double listed = CSingletonT<CStockManager>::instance().getCurrentDateLastClose(stock, tradeDate);
+    const double listed = view.service<CStockManager>().getCurrentDateLastClose(stock, tradeDate);
     return isUsable(listed) ? listed : base;
 }
 
 /// Whether a formula shows something else in place of the main chart.
 bool replacesChart(const CRealtimeUiParam &view, const QString &name) {
-    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+    const CFormulaDetailPtr formula = view.service<CFormulaOperateManager>().getFormula(name);
     return formula && formula->mType == eReplacingFormula && !view.isBasicFormula(name);
 }
 
@@ -76,7 +76,7 @@ double PaneRanges::priceBase() const {
     }
     const CInstrumentDetailPtr detail = mView.getStockDetail();
     return detail && mView.mStockKind == eInstrument
-               ? CSingletonT<CStockManager>::instance().getCurrentDateLastClose(detail, mDay.date())
+               ? mView.service<CStockManager>().getCurrentDateLastClose(detail, mDay.date())
                : kUnsetValue;
 }
 
@@ -97,7 +97,7 @@ double PaneRanges::amplitudeOfTrades() const {
     if (!(mView.mLinkageFlags & eSelectedDataView)) {
         return 0.0;
     }
-    CLinkageManager &linkage = CSingletonT<CLinkageManager>::instance();
+    CLinkageManager &linkage = mView.service<CLinkageManager>();
     const auto &stocks = mView.mLinkageStocks;
     const auto &accounts = mView.mLinkageAccounts;
     double amplitude = 0.0;

@@ -2,6 +2,7 @@
 
 #include "chartdata/RegionFigures.h"
 #include "host/services/CFormulaManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/Text.h"
 
@@ -36,7 +37,8 @@ double changeOf(const std::vector<std::shared_ptr<quoter::QuoterBase>> &records)
 }
 
 /// Change by the cached daily quotes of an instrument between two times, in milliseconds since the epoch.
-double cachedChange(const CInstrumentDetailPtr &detail, qint64 from, qint64 to, int count) {
+double cachedChange(const CInstrumentDetailPtr &detail, qint64 from, qint64 to, int count,
+                    CFormulaManager &formulas) {
     se::RPCFetchCacheDataParam param;
     param.mMarket = getDetailMarket(detail);
     param.mCodes = {getDetailCode(detail)};
@@ -44,7 +46,7 @@ double cachedChange(const CInstrumentDetailPtr &detail, qint64 from, qint64 to, 
     param.mEnd = to;
     param.mCount = count;
     std::vector<std::shared_ptr<quoter::QuoterBase>> records;
-    CSingletonT<CFormulaManager>::instance().fetchCacheData(param, records);
+    formulas.fetchCacheData(param, records);
     return changeOf(records);
 }
 
@@ -71,18 +73,21 @@ RegionSeries regionSeries(const PaneSeries::Map &shown) {
     return {firstLine(*price), firstLine(*volume), price->mTimes};
 }
 
-QStringList regionTexts(const RegionSeries &series, const CInstrumentDetailPtr &detail, int start, int &end) {
+QStringList regionTexts(const RegionSeries &series, const CInstrumentDetailPtr &detail, int start, int &end,
+                        const ServiceContext &services) {
     const int count = static_cast<int>(series.prices.size());
     if (start < 0 || start >= count || end < 0) {
         return {};
     }
     end = std::min(end, count - 1);
     RegionFigures figures = regionFigures(series.prices, series.volumes, start, end);
-    if (kvservice::StockTypeCenter::isTypedStock(kTypeOfLots, getDetailMarket(detail), getDetailCode(detail))) {
+    if (services.get<kvservice::StockTypeCenter>().isOfType(kTypeOfLots, getDetailMarket(detail),
+                                                            getDetailCode(detail))) {
         figures.amount *= kShareOfLot;
     }
     const auto timeAt = [&series](int index) { return series.times[static_cast<std::size_t>(index)].first; };
-    const double cached = cachedChange(detail, timeAt(start), timeAt(end), end - start + 1);
+    const double cached =
+        cachedChange(detail, timeAt(start), timeAt(end), end - start + 1, services.get<CFormulaManager>());
     const double turnover = figures.volume * kShareOfLot / (detail ? detail->mFloatShares : 0.0);
     using namespace utils;
     return {figure(figures.first, eFormatPlain),   figure(figures.high, eFormatPlain),

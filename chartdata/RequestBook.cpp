@@ -27,8 +27,8 @@ void setArguments(QMap<QString, QString> &arguments, const QVector<QString> &nam
 }
 
 /// Makes the request of a script model: its file in the script folder, and its arguments.
-void addressScript(CFormulaParam &param, const CFormulaDetail &formula) {
-    param.mFormulaName = getPythonDir() + QStringLiteral("\\%1.py").arg(formula.mName.toUpper());
+void addressScript(CFormulaParam &param, const CFormulaDetail &formula, CFormulaOperateManager &catalogue) {
+    param.mFormulaName = catalogue.pythonDir() + QStringLiteral("\\%1.py").arg(formula.mName.toUpper());
     setArguments(param.mArguments, formula.mParamNames, formula.mParamValues,
                  [](double value) { return QString::fromStdString(boost::lexical_cast<std::string>(value)); });
     setArguments(param.mArguments, formula.mStrParamNames, formula.mStrParamValues,
@@ -76,7 +76,7 @@ QSet<CFormulaKey> RequestBook::wantedKeys() const {
 /// which it answers true.
 template <class Fill> QVector<CFormulaParam> RequestBook::openEach(corvane::ERunMode mode, Fill fill) {
     QVector<CFormulaParam> params;
-    auto &catalogue = CSingletonT<CFormulaOperateManager>::instance();
+    auto &catalogue = mView.service<CFormulaOperateManager>();
     for (const CFormulaKey &key : wantedKeys()) {
         const CFormulaDetailPtr formula = catalogue.getFormula(key.mFormula);
         if (!formula) {
@@ -84,8 +84,7 @@ template <class Fill> QVector<CFormulaParam> RequestBook::openEach(corvane::ERun
         }
         catalogue.genLuaFormula(formula->mFileName, formula->mName);
         CFormulaParam param = commonParam(*formula, mode);
-        const CInstrumentDetailPtr detail =
-            CSingletonT<CStockManager>::instance().getInstrumentDetail(key.mStock);
+        const CInstrumentDetailPtr detail = mView.service<CStockManager>().getInstrumentDetail(key.mStock);
         if (detail) {
             param.mMarket = getDetailQsMarket(detail);
             param.mCode = getDetailQsCode(detail);
@@ -93,12 +92,13 @@ template <class Fill> QVector<CFormulaParam> RequestBook::openEach(corvane::ERun
             param.mStockKind = mView.mStockKind;
         }
         if (formula->mLanguage == EFormulaLanguage::Python) {
-            addressScript(param, *formula);
+            addressScript(param, *formula, catalogue);
         }
         if (!fill(param, key, formula, detail != nullptr)) {
             continue;
         }
-        param.mRequestId = se::IdGenerator::genId(mView.getMainPanelID(), formula->mFileName, param.mCode);
+        param.mRequestId = mView.service<se::IdGenerator>().formulaRequestId(mView.getMainPanelID(),
+                                                                             formula->mFileName, param.mCode);
         mIds.add(key, GZ::sToQs(param.mRequestId));
         params.append(param);
     }
@@ -106,7 +106,7 @@ template <class Fill> QVector<CFormulaParam> RequestBook::openEach(corvane::ERun
 }
 
 QVector<CFormulaParam> RequestBook::openOrdinary(int tradeDate, corvane::ERunMode mode) {
-    auto &stocks = CSingletonT<CStockManager>::instance();
+    auto &stocks = mView.service<CStockManager>();
     const QPair<qint64, qint64> bounds = stocks.getStartEndTime(mView.getStockDetail(), tradeDate);
     const auto fill = [&](CFormulaParam &param, const CFormulaKey &key, const CFormulaDetailPtr &formula,
                           bool isInstrument) {
@@ -122,7 +122,7 @@ QVector<CFormulaParam> RequestBook::openOrdinary(int tradeDate, corvane::ERunMod
         if (!mView.mFormulaAccount.isEmpty()) {
             param.mArguments[QStringLiteral("__sys__account")] = mView.mFormulaAccount;
         }
-        const CUserConfig *user = getUserConfig();
+        const CUserConfig *user = mView.service<CConfigService>().userConfig();
         if (user && mDisplayType == EIndexDisplayType::Sub && formula->mLanguage == EFormulaLanguage::Native) {
             param.mInterval = user->subIndexRefresh() * 1000LL;
         }
@@ -132,7 +132,7 @@ QVector<CFormulaParam> RequestBook::openOrdinary(int tradeDate, corvane::ERunMod
 }
 
 QVector<CFormulaParam> RequestBook::openFixedPrice(int tradeDate, corvane::ERunMode mode) {
-    auto &stocks = CSingletonT<CStockManager>::instance();
+    auto &stocks = mView.service<CStockManager>();
     const QPair<qint64, qint64> bounds = stocks.getStartEndTime(mView.getStockDetail(), tradeDate);
     const auto fill = [&](CFormulaParam &param, const CFormulaKey &key, const CFormulaDetailPtr &formula,
                           bool isInstrument) {

@@ -32,8 +32,8 @@ int styleOf(const se::RPCFormulaMetaResult &meta, int line) {
     return std::size_t(line) < meta.mLineStyles.size() ? meta.mLineStyles[std::size_t(line)] : eLineStyle;
 }
 
-int candleDigits(const QString &stock) {
-    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(stock);
+int candleDigits(const CRealtimeUiParam &view, const QString &stock) {
+    const CInstrumentDetailPtr detail = view.service<CStockManager>().getInstrumentDetail(stock);
     return detail ? std::max(decimals(getDetailPriceTick(detail)), 2) : 2;
 }
 
@@ -143,9 +143,9 @@ void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawS
         line.style = styleOf(series.meta, i);
         line.gradient = line.style == eLineStyle && i == 0 && mDisplayType == EIndexDisplayType::Main &&
                         key.mFormula == QLatin1String("REALTIME") &&
-                        SingletonManager::getIndexUserConfig().read().mShowGradient;
+                        mView.service<CConfigService>().indexUserConfig().read().mShowGradient;
         line.volume = key.mFormula.contains(QLatin1String("REALTIMEVOL"));
-        line.digits = line.style == eKLineStyle ? candleDigits(key.mStock) : 0;
+        line.digits = line.style == eKLineStyle ? candleDigits(mView, key.mStock) : 0;
         to.lines.push_back(line);
     }
 }
@@ -159,10 +159,10 @@ bool SceneSource::isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaM
         key.mFormula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) != 0) {
         return false;
     }
-    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key.mStock);
+    const CInstrumentDetailPtr detail = mView.service<CStockManager>().getInstrumentDetail(key.mStock);
     const auto isTyped = [&](const char *market, int type) {
         return detail->mMarket == market &&
-               kvservice::StockTypeCenter::isTypedStock(type, detail->mMarket, detail->mCode);
+               mView.service<kvservice::StockTypeCenter>().isOfType(type, detail->mMarket, detail->mCode);
     };
     return detail && !isTyped("SH", 105) && !isTyped("SZ", 10008);
 }

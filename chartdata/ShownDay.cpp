@@ -10,7 +10,7 @@ namespace TC {
 void ShownDay::set(int date, const CRealtimeUiParam &view) {
     mDate = date == 0 && view.mGetTradeDateFunc ? view.mGetTradeDateFunc() : date;
     const QString market = getDetailQsMarket(view.getStockDetail());
-    mIsLive = mDate != 0 && CSingletonT<CStockManager>::instance().getLastTradingDay(market) == mDate;
+    mIsLive = mDate != 0 && view.service<CStockManager>().getLastTradingDay(market) == mDate;
 }
 
 void ShownDay::setReplayTime(qint64 milliseconds) {

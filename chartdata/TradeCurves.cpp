@@ -53,8 +53,8 @@ QPolygon curveOf(const Values &values, const CurveScale &scale, int height, Colu
 template <class Value>
 TradingOrder<Value> TradeCurves::inTradingOrder(const std::map<int, Value> &byMinute) const {
     const CInstrumentDetailPtr detail = mView.getStockDetail();
-    const bool night = CSingletonT<CTradeOpenCloseTimeManager>::instance().hasNightQuoter(
-        getDetailQsMarket(detail), getDetailQsCode(detail));
+    const bool night = mView.service<CTradeOpenCloseTimeManager>().hasNightQuoter(getDetailQsMarket(detail),
+                                                                                  getDetailQsCode(detail));
     std::multimap<int, std::pair<int, Value>> byOrder;
     for (const auto &[minute, value] : byMinute) {
         byOrder.emplace(tradingMinute(minute, night), std::make_pair(mView.getIndexByTime(minute), value));
@@ -76,12 +76,12 @@ TimedValues TradeCurves::byIndex(const TimedValues &byMinute) const {
 }
 
 int TradeCurves::nowColumn() const {
-    return mView.getXAxisByIndex(mView.getIndexByTime(hostNow().time()));
+    return mView.getXAxisByIndex(mView.getIndexByTime(mView.service<CHostClock>().currentDateTime().time()));
 }
 
 void TradeCurves::drawAmounts(const LinkageScope &scope) {
     mView.mLinkageAmounts.clear();
-    const TimedAmounts totals = CSingletonT<CLinkageManager>::instance().getTotalBuySellAmounts(
+    const TimedAmounts totals = mView.service<CLinkageManager>().getTotalBuySellAmounts(
         scope.instruments, scope.accounts, scope.strategies, scope.filter);
     if (totals.empty()) {
         return;
@@ -130,14 +130,14 @@ void TradeCurves::drawNet(const TimedAmounts &totals, int now) {
 }
 
 void TradeCurves::drawProfit(const LinkageScope &scope) {
-    const TimedValues profits = CSingletonT<CLinkageManager>::instance().getTotalProfits(
+    const TimedValues profits = mView.service<CLinkageManager>().getTotalProfits(
         scope.instruments, scope.accounts, scope.strategies, scope.filter);
     mView.mLinkageProfits = byIndex(profits);
     drawByMinute(profits, balancedScale(profits), kProfitColor);
 }
 
 void TradeCurves::drawBalance(const LinkageScope &scope) {
-    const TimedValues balances = CSingletonT<CLinkageManager>::instance().getTotalBalances(
+    const TimedValues balances = mView.service<CLinkageManager>().getTotalBalances(
         scope.instruments, scope.accounts, scope.strategies, scope.filter);
     mView.mLinkageBalances = byIndex(balances);
     drawByMinute(balances, positiveScale(balances), kBalanceColor);

@@ -56,7 +56,7 @@ void drawAccountView(TradeMarks &marks, const CRealtimeUiParam &view, LinkageSco
     const QString market = getDetailQsMarket(view.getStockDetail());
     const QList<QString> &names = isFuturesMarket(market) ? view.mFutureAccounts : view.mStockAccounts;
     scope.accounts.clear();
-    if (!CSingletonT<CLinkageManager>::instance().getAccounts(names, scope.accounts)) {
+    if (!view.service<CLinkageManager>().getAccounts(names, scope.accounts)) {
         return;
     }
     scope.instruments = {scope.key};
@@ -79,7 +79,7 @@ QRect roomOf(const QPainter &painter, const QRect &rect, bool hasVolume) {
 
 /// Whether the pane is one that shows trades.
 bool TradeLayer::isWanted() const {
-    return mDisplayType == EIndexDisplayType::Main && CSingletonT<CLinkageManager>::instance().isEnabled();
+    return mDisplayType == EIndexDisplayType::Main && mView.service<CLinkageManager>().isEnabled();
 }
 
 void TradeLayer::make(const QSize &pane, double ratio) {
@@ -142,7 +142,7 @@ bool TradeLayer::findReference(LinkageScope &scope) const {
         if (!detail) {
             return false;
         }
-        CStockManager &stocks = CSingletonT<CStockManager>::instance();
+        CStockManager &stocks = mView.service<CStockManager>();
         const int date = mView.mGetTradeDateFunc ? mView.mGetTradeDateFunc()
                                                  : stocks.getLastTradingDay(getDetailQsMarket(detail));
         scope.close = stocks.getCurrentDateLastClose(detail, date);

@@ -28,16 +28,18 @@ constexpr int kOpaque = 255;
 struct Orders {
     using Record = kvservice::COrderDetail;
     static constexpr bool kFilled = false;
-    static auto fetch(int date, const std::string &instrument, const CLinkageManager::Keys &accounts) {
-        return CSingletonT<CLinkageManager>::instance().getOrderDetails(date, instrument, accounts);
+    static auto fetch(CLinkageManager &linkage, int date, const std::string &instrument,
+                      const CLinkageManager::Keys &accounts) {
+        return linkage.getOrderDetails(date, instrument, accounts);
     }
     static MarkMap<Record> &marks(MarkBook &book) { return book.orders; }
 };
 struct Deals {
     using Record = kvservice::CDealDetail;
     static constexpr bool kFilled = true;
-    static auto fetch(int date, const std::string &instrument, const CLinkageManager::Keys &accounts) {
-        return CSingletonT<CLinkageManager>::instance().getDealDetails(date, instrument, accounts);
+    static auto fetch(CLinkageManager &linkage, int date, const std::string &instrument,
+                      const CLinkageManager::Keys &accounts) {
+        return linkage.getDealDetails(date, instrument, accounts);
     }
     static MarkMap<Record> &marks(MarkBook &book) { return book.deals; }
 };
@@ -50,8 +52,8 @@ std::string strategyOf(const boost::shared_ptr<kvservice::CCommandDetail> &comma
     return command ? command->mStrategyName : std::string();
 }
 
-CInstrumentDetailPtr detailOf(const std::string &instrument) {
-    return CSingletonT<CStockManager>::instance().getInstrumentDetail(QString::fromStdString(instrument));
+CInstrumentDetailPtr detailOf(const CRealtimeUiParam &view, const std::string &instrument) {
+    return view.service<CStockManager>().getInstrumentDetail(QString::fromStdString(instrument));
 }
 
 template <class Record> bool isBuy(const Record &record) {
@@ -139,14 +141,13 @@ void placeRecords(CLinkageManager::Records<Record> accounts, double close, MarkP
 /// Draws the items of a task that belong to an instrument as flags; the points where they stand.
 std::vector<QPoint> stampTask(MarkStamps &stamps, MarkPlacer &placer, const std::string &instrument,
                               double close, const QTime &time,
-                              const boost::shared_ptr<kvservice::CTaskDetail> &task) {
+                              const boost::shared_ptr<kvservice::CTaskDetail> &task, CLinkageManager &linkage) {
     std::vector<QPoint> points;
     for (const boost::shared_ptr<kvservice::CTaskItem> &item : task->mItems) {
         QPoint at;
         if (item && vmStockKey(item->mMarket, item->mCode) == instrument &&
             placer.place(time, item->mPrice, close, at)) {
-            const long long done =
-                CSingletonT<CLinkageManager>::instance().getTaskItemFinishNumber(task, instrument);
+            const long long done = linkage.getTaskItemFinishNumber(task, instrument);
             if (placer.isAmongPrices(at)) {
                 stampFlag(stamps, at, taskFlag(0, 0, done, item->mQuantity),
                           kvservice::DataHelper::isBuy(item->mOperation), isFinished(*task));
@@ -162,7 +163,7 @@ std::vector<QPoint> stampTask(MarkStamps &stamps, MarkPlacer &placer, const std:
 /// Close that the prices of an instrument's records are placed against.
 double TradeMarks::closeOf(const CInstrumentDetailPtr &detail, bool ofDay) const {
     if (ofDay && mView.mStockKind == eInstrument) {
-        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(detail, mDay.date());
+        return mView.service<CStockManager>().getCurrentDateLastClose(detail, mDay.date());
     }
     return getDetailLastClose(detail);
 }
@@ -171,7 +172,7 @@ template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bo
     using Record = typename Kind::Record;
     MarkStamps stamps(mPainter);
     for (const std::string &instrument : scope.instruments) {
-        const CInstrumentDetailPtr detail = detailOf(instrument);
+        const CInstrumentDetailPtr detail = detailOf(mView, instrument);
         if (!detail) {
             continue;
         }
@@ -180,14 +181,15 @@ template <class Kind> void TradeMarks::drawRecords(const LinkageScope &scope, bo
             return scope.admits(strategyOf(record.mCommand)) &&
                    (withAhead || !mDay.isAhead(recordTime(record.mTime)));
         };
-        placeRecords<Record>(Kind::fetch(mDay.date(), instrument, scope.accounts), closeOf(detail, closeOfDay),
-                             mPlacer, Kind::marks(mBook), isShown,
-                             [&](const Record &record, const QTime &, const QPoint &at) {
-                                 if (mPlacer.isAmongPrices(at)) {
-                                     stampCircle(stamps, at, Kind::kFilled, other, isBuy(record),
-                                                 other ? kSoftAlpha : kStrongAlpha);
-                                 }
-                             });
+        placeRecords<Record>(
+            Kind::fetch(mView.service<CLinkageManager>(), mDay.date(), instrument, scope.accounts),
+            closeOf(detail, closeOfDay), mPlacer, Kind::marks(mBook), isShown,
+            [&](const Record &record, const QTime &, const QPoint &at) {
+                if (mPlacer.isAmongPrices(at)) {
+                    stampCircle(stamps, at, Kind::kFilled, other, isBuy(record),
+                                other ? kSoftAlpha : kStrongAlpha);
+                }
+            });
     }
 }
 
@@ -206,14 +208,14 @@ void TradeMarks::drawDeals(const LinkageScope &scope) {
 void TradeMarks::drawAccountDeals(const LinkageScope &scope) {
     mView.mLinkageBuys.clear();
     mView.mLinkageSells.clear();
-    const CInstrumentDetailPtr detail = detailOf(scope.key);
+    const CInstrumentDetailPtr detail = detailOf(mView, scope.key);
     if (!detail) {
         return;
     }
     {
         MarkStamps stamps(mPainter);
         placeRecords<kvservice::CDealDetail>(
-            Deals::fetch(mDay.date(), scope.key, scope.accounts),
+            Deals::fetch(mView.service<CLinkageManager>(), mDay.date(), scope.key, scope.accounts),
             closeOf(detail, !mDay.isLive() || mDay.isReplayed()), mPlacer, mBook.deals,
             [this](const auto &deal) { return !mDay.isAhead(recordTime(deal.mTime)); },
             [&](const auto &deal, const QTime &time, const QPoint &at) {
@@ -233,7 +235,9 @@ int TradeMarks::costStepEnd() const {
     if (mDay.isReplayed()) {
         return mView.getXAxisByIndex(mView.getIndexByTime(mDay.replayTime()));
     }
-    return mDay.isLive() ? mView.getXAxisByIndex(mView.getIndexByTime(hostNow().time())) : kFarRight;
+    return mDay.isLive() ? mView.getXAxisByIndex(
+                               mView.getIndexByTime(mView.service<CHostClock>().currentDateTime().time()))
+                         : kFarRight;
 }
 
 void TradeMarks::drawCostSteps() {
@@ -256,14 +260,14 @@ void TradeMarks::drawCostSteps() {
 /// Draws the tasks of an instrument that `isShown`, given a task and its time, lets pass.
 template <class IsShown>
 void TradeMarks::drawTasksOf(const std::string &instrument, const LinkageScope &scope, IsShown isShown) {
-    const CInstrumentDetailPtr detail = detailOf(instrument);
+    const CInstrumentDetailPtr detail = detailOf(mView, instrument);
     if (!detail) {
         return;
     }
     const double close = closeOf(detail, false);
     MarkStamps stamps(mPainter);
     ClockTimes clock;
-    auto accounts = CSingletonT<CLinkageManager>::instance().getTaskDetails(instrument, scope.accounts);
+    auto accounts = mView.service<CLinkageManager>().getTaskDetails(instrument, scope.accounts);
     for (auto &account : accounts) {
         while (!account.second.empty()) {
             auto entry = account.second.extract(account.second.begin());
@@ -275,7 +279,8 @@ void TradeMarks::drawTasksOf(const std::string &instrument, const LinkageScope &
             if (!isShown(*task, time)) {
                 continue;
             }
-            const std::vector<QPoint> points = stampTask(stamps, mPlacer, instrument, close, time, task);
+            const std::vector<QPoint> points =
+                stampTask(stamps, mPlacer, instrument, close, time, task, mView.service<CLinkageManager>());
             for (std::size_t i = 1; i < points.size(); ++i) {
                 mBook.tasks.enter(points[i], task);
             }

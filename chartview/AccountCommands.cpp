@@ -68,9 +68,10 @@ void AccountCommands::tellChange() {
 }
 
 void AccountCommands::toggleFormula(const QAction *entry) {
-    const bool on =
-        changeSettings([](UserConfigRecord &settings) { settings.mShowVwap = !settings.mShowVwap; }).mShowVwap;
-    if (!entry || !mSubject.isMain() || !FormulaCommands::isAttached(entry->text())) {
+    const bool on = changeSettings(mSubject.uiParam->service<CConfigService>().indexUserConfig(),
+                                   [](UserConfigRecord &settings) { settings.mShowVwap = !settings.mShowVwap; })
+                        .mShowVwap;
+    if (!entry || !mSubject.isMain() || !FormulaCommands::isAttached(entry->text(), *mSubject.uiParam)) {
         return;
     }
     const QPointer<QWidget> alive(&mGraph);

@@ -86,14 +86,14 @@ bool CCrossLineWidget::isOnLastIndex() const {
 
 double CCrossLineWidget::percentBase() const {
     if (mUiParam->mGetTradeDateFunc) {
-        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mUiParam->getStock(),
-                                                                              mUiParam->mGetTradeDateFunc());
+        return mUiParam->service<CStockManager>().getCurrentDateLastClose(mUiParam->getStock(),
+                                                                          mUiParam->mGetTradeDateFunc());
     }
     return getDetailLastClose(mUiParam->getStockDetail());
 }
 
 int CCrossLineWidget::verticalTop() const {
-    const CConfig *config = getConfig();
+    const CConfig *config = mUiParam->service<CConfigService>().config();
     return config && config->crossLineBelowTitle() ? mTopOffset : kTitleHeight;
 }
 

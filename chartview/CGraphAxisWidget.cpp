@@ -128,7 +128,7 @@ AxisLayout CGraphAxisWidget::layout() const {
     layout.lastClose = [this] { return mUiParam->getLastClose(); };
     layout.onlyValue = [this] {
         const int date = mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc() : 0;
-        return CSingletonT<CStockManager>::instance().getCurrentDateLastClose(mUiParam->getStock(), date);
+        return mUiParam->service<CStockManager>().getCurrentDateLastClose(mUiParam->getStock(), date);
     };
     return layout;
 }
@@ -147,7 +147,7 @@ QVector<AxisLabel> CGraphAxisWidget::labels() const {
     input.fontHeight = labelHeight();
     input.lastClose = mUiParam->getLastClose();
     input.tickDecimals = decimals(getDetailPriceTick(mUiParam->getStockDetail()));
-    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
+    const CFormulaDetailPtr detail = mUiParam->service<CFormulaOperateManager>().getFormula(formula);
     if (detail && detail->mPrecisions.contains(0)) {
         input.formulaPrecision = detail->mPrecisions.value(0);
     }

@@ -96,7 +96,7 @@ void CRealtimeGraphWidget::request(corvane::ERunMode mode) {
         !mSubject.uiParam->isShowGroupIndexGraph()) {
         const QString first = data.getFormulas().value(0);
         const CFormulaDetailPtr detail =
-            first.isEmpty() ? nullptr : CSingletonT<CFormulaOperateManager>::instance().getFormula(first);
+            first.isEmpty() ? nullptr : mSubject.uiParam->service<CFormulaOperateManager>().getFormula(first);
         if (!detail || detail->mLanguage == EFormulaLanguage::Native) {
             return;
         }
@@ -130,7 +130,7 @@ void CRealtimeGraphWidget::setStock(const QString &key, bool isPair) {
     }
     mSubject.stock = key;
     setRegionLineHide(); // the region is one of the former instrument
-    CSingletonT<CIndexMainWindowHelper>::instance().instrumentChanged(key);
+    mSubject.uiParam->service<CIndexMainWindowHelper>().instrumentChanged(key);
     const bool wasPaired = std::exchange(mSubject.paired, isPair);
     mOverlays.followPair(wasPaired);
 }

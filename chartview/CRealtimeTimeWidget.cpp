@@ -167,7 +167,7 @@ void CRealtimeTimeWidget::follow(CRealtimeGraphWidget *graph) {
 
 int CRealtimeTimeWidget::referenceDate() const {
     return mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc()
-                                       : CSingletonT<CStockManager>::instance().getLastTradingDay(
+                                       : mUiParam->service<CStockManager>().getLastTradingDay(
                                              getDetailQsMarket(mUiParam->getStockDetail()));
 }
 
@@ -201,8 +201,8 @@ void CRealtimeTimeWidget::drawDays(QPainter &painter) const {
     input.dayCount = mUiParam->mDayCount;
     input.columnOfIndex = [this](int index) { return mUiParam->getXAxisByIndex(index); };
     input.timeOfIndex = [this](int index) { return mUiParam->getTimeTextByIndex(index); };
-    input.dateOfDay = [&market, date](int daysAgo) {
-        const int day = CSingletonT<CStockManager>::instance().getShiftTradeDate(market, date, -daysAgo);
+    input.dateOfDay = [this, &market, date](int daysAgo) {
+        const int day = mUiParam->service<CStockManager>().getShiftTradeDate(market, date, -daysAgo);
         return GZ::exchangeDate(day).toString(QStringLiteral("yy-MM-dd"));
     };
     input.textWidth = [metrics = QFontMetrics(font)](const QString &text) {

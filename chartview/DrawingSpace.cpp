@@ -45,7 +45,7 @@ QPointF DrawingSpace::toLogical(const QPointF &pixel) const {
 
 QPointF DrawingSpace::toPixel(const QPointF &logical) const {
     const CRealtimeUiParam &uiParam = *mSubject.uiParam;
-    const int index = CAppConfig::isClientType(EClientType::Trading)
+    const int index = mSubject.uiParam->service<CConfigService>().isClientType(EClientType::Trading)
                           ? uiParam.getIndexByTime(minuteOfDrawing(logical.x()))
                           : wholePart<int>(logical.x());
     const QRect priceRows(0, 0, mGraph.width(), mSubject.data->mainChartHeight(mGraph.rect()));

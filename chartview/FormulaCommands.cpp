@@ -21,8 +21,8 @@
 
 namespace TC {
 
-bool FormulaCommands::isAttached(const QString &formula) {
-    const CFormulaDetailPtr detail = CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
+bool FormulaCommands::isAttached(const QString &formula, const CRealtimeUiParam &uiParam) {
+    const CFormulaDetailPtr detail = uiParam.service<CFormulaOperateManager>().getFormula(formula);
     return detail && detail->mType == eAttachedFormula;
 }
 
@@ -39,7 +39,7 @@ void FormulaCommands::edit() {
         }
         name = *found;
     }
-    CFormulaEditorManager::createWindow(name, 0, nullptr);
+    CFormulaEditorManager::createWindow(name, 0, nullptr, 0, mSubject.uiParam->services());
 }
 
 void FormulaCommands::modifyParameters() {
@@ -49,7 +49,7 @@ void FormulaCommands::modifyParameters() {
     }
     const QString name = formulas.last();
     const QPointer<QWidget> alive(&mGraph); // its day may go while the question is open
-    if (CSingletonT<CStrategyTradeManager>::instance().isFomrulaRun(name) &&
+    if (mSubject.uiParam->service<CStrategyTradeManager>().isFomrulaRun(name) &&
         GZ::CMessageBox::question(&mGraph, tr("提示"),
                                   tr("该策略正在模型交易中运行,编辑策略不会影响运行情况,是否继续编辑?"),
                                   QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Cancel) {
@@ -81,7 +81,7 @@ void FormulaCommands::closeAll() {
 }
 
 void FormulaCommands::putOn(const QString &formula) {
-    if (mSubject.isMain() && isAttached(formula)) {
+    if (mSubject.isMain() && isAttached(formula, *mSubject.uiParam)) {
         mGraph.deliverEvent(eFormulaAsked, 0, ePutFormulaOn, formula, nullptr);
     }
 }
@@ -93,7 +93,7 @@ void FormulaCommands::takeOff(const QString &formula) {
 }
 
 void FormulaCommands::exportFirst() {
-    CSingletonT<CIndexMainWindowHelper>::instance().exportFormula(mSubject.data->getSubFormulas().value(0));
+    mSubject.uiParam->service<CIndexMainWindowHelper>().exportFormula(mSubject.data->getSubFormulas().value(0));
 }
 
 void FormulaCommands::copyResults() {

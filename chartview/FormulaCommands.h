@@ -12,6 +12,7 @@ class CBaseWidget;
 namespace TC {
 
 class CModifyModelParamDialog;
+class CRealtimeUiParam;
 struct GraphSubject;
 
 /// What the entries of a graph's menus do with its formulas.
@@ -21,7 +22,7 @@ public:
     FormulaCommands(GZ::CBaseWidget &graph, const GraphSubject &subject) : mGraph(graph), mSubject(subject) {}
 
     /// Whether the catalogue has the formula as one that stands over the chart.
-    static bool isAttached(const QString &formula);
+    static bool isAttached(const QString &formula, const CRealtimeUiParam &uiParam);
 
     /// Opens the editor of the pane's formula.
     void edit();

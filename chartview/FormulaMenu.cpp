@@ -2,6 +2,7 @@
 
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/ServiceContext.h"
 
 #include <QMenu>
 #include <QStringList>
@@ -17,33 +18,35 @@ bool isScript(const Detail &node) {
     return node.modelType() == Detail::eScript || node.modelType() == Detail::eGroupScript;
 }
 
-bool mayNotShowModels() {
-    const CUserConfig *user = getUserConfig();
+bool mayNotShowModels(CConfigService &config) {
+    const CUserConfig *user = config.userConfig();
     return user && !user->hasPermissionShowModel();
 }
 
 /// What the menu of replacements leaves out at its root, beside what it leaves out everywhere.
-bool isLeftOutOfRoot(const Detail &node) {
-    const CUserConfig *user = getUserConfig();
+bool isLeftOutOfRoot(const Detail &node, CConfigService &config) {
+    const CUserConfig *user = config.userConfig();
     return (node.modelType() == Detail::eUserMade && user && !user->hasFormulaEditorAuth()) ||
-           (isScript(node) && CAppConfig::isClientType(EClientType::Trading));
+           (isScript(node) && config.isClientType(EClientType::Trading));
 }
 
-bool isHidden(const Detail &node, const QString &market) {
+bool isHidden(const Detail &node, const QString &market, CConfigService &config) {
     static const QStringList kModels{QStringLiteral("常用模板"), QStringLiteral("择时策略示范"),
                                      QStringLiteral("PYTHON模型指标")};
     static const QStringList kHiddenWithModels{QStringLiteral("财务指标"), QStringLiteral("因子函数")};
     const QString &name = node.catalogName();
     const bool isModel = isScript(node) || kModels.contains(name);
-    return (isModel && mayNotShowModels()) ||
-           ((isModel || kHiddenWithModels.contains(name)) && ConfigCollector::getHideModel()) ||
-           (node.isFolder() && name == QStringLiteral("Level2专用") && !isLevel2User(market));
+    return (isModel && mayNotShowModels(config)) ||
+           ((isModel || kHiddenWithModels.contains(name)) && config.hideModel()) ||
+           (node.isFolder() && name == QStringLiteral("Level2专用") && !config.isLevel2User(market));
 }
 
 } // namespace
 
-FormulaMenu::FormulaMenu(EIndexDisplayType displayType, IsShown isShown, Connect connect)
-    : mDisplayType(displayType), mIsShown(std::move(isShown)), mConnect(std::move(connect)) {}
+FormulaMenu::FormulaMenu(EIndexDisplayType displayType, IsShown isShown, Connect connect,
+                         const ServiceContext &services)
+    : mDisplayType(displayType), mIsShown(std::move(isShown)), mConnect(std::move(connect)),
+      mServices(services) {}
 
 QMenu *FormulaMenu::makeOverlayMenu(QWidget *parent) const {
     const auto nothing = [](const Detail &) { return false; };
@@ -52,13 +55,15 @@ QMenu *FormulaMenu::makeOverlayMenu(QWidget *parent) const {
 
 QMenu *FormulaMenu::makeReplaceMenu(QWidget *parent, const QString &market) const {
     const QString title = mDisplayType == EIndexDisplayType::Sub ? tr("更改副图指标") : tr("更改指标");
-    return makeMenu(parent, title, isLeftOutOfRoot,
-                    [market](const Detail &node) { return isHidden(node, market); });
+    CConfigService &config = mServices.get<CConfigService>();
+    return makeMenu(
+        parent, title, [&config](const Detail &node) { return isLeftOutOfRoot(node, config); },
+        [&config, &market](const Detail &node) { return isHidden(node, market, config); });
 }
 
 QMenu *FormulaMenu::makeMenu(QWidget *parent, const QString &title, const IsLeftOut &isLeftOutOfRoot,
                              const IsLeftOut &isLeftOut) const {
-    const CFormulaCatalogDetailPtr root = CSingletonT<CFormulaOperateManager>::instance().getRootCatalog();
+    const CFormulaCatalogDetailPtr root = mServices.get<CFormulaOperateManager>().getRootCatalog();
     auto *menu = new QMenu(title, parent);
     for (const CFormulaCatalogDetailPtr &child : root->children()) {
         if (isLeftOutOfRoot(*child) || isLeftOut(*child)) {
@@ -95,8 +100,7 @@ QMenu *FormulaMenu::makeFolder(QWidget *parent, const Detail &folder, const IsLe
 }
 
 void FormulaMenu::addFormula(QMenu &menu, const Detail &node) const {
-    const CFormulaDetailPtr formula =
-        CSingletonT<CFormulaOperateManager>::instance().getFormula(node.catalogName());
+    const CFormulaDetailPtr formula = mServices.get<CFormulaOperateManager>().getFormula(node.catalogName());
     const bool ofChart = mDisplayType == EIndexDisplayType::Main;
     if (!formula || !formula->mVisible || (formula->mType == eAttachedFormula) != ofChart) {
         return;

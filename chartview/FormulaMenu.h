@@ -3,6 +3,7 @@
 #include "host/records/CFormulaCatalogDetail.h"
 #include "host/records/CFormulaDetail.h"
 #include "host/records/Enumerations.h"
+#include "host/services/ServiceContext.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -25,7 +26,8 @@ public:
     using Connect = std::function<void(QAction *)>;
 
     /// The pane's display type says which formulas pass, `isShown` which entries are checked.
-    FormulaMenu(EIndexDisplayType displayType, IsShown isShown, Connect connect);
+    FormulaMenu(EIndexDisplayType displayType, IsShown isShown, Connect connect,
+                const ServiceContext &services);
 
     /// The menu of formulas to be put over the chart, with everything that the catalogue has. Null when it is empty.
     QMenu *makeOverlayMenu(QWidget *parent) const;
@@ -44,6 +46,7 @@ private:
     EIndexDisplayType mDisplayType;
     IsShown mIsShown;
     Connect mConnect;
+    const ServiceContext &mServices;
 };
 
 } // namespace TC

@@ -101,11 +101,12 @@ void GraphLayers::paintRegionLines(QPainter &painter, int height) const {
 }
 
 void GraphLayers::paintEnhancement(QPainter &painter, const QWidget &graph) const {
-    if (!mSources.subject.isMain() || !CAppConfig::isClientType(EClientType::Trading)) {
+    if (!mSources.subject.isMain() ||
+        !mSources.subject.uiParam->service<CConfigService>().isClientType(EClientType::Trading)) {
         return;
     }
     const std::string key = mSources.subject.uiParam->getStock().toStdString();
-    CSingletonT<CEnhanceDrawManager>::instance().drawGraph(
+    mSources.subject.uiParam->service<CEnhanceDrawManager>().drawGraph(
         0, key, &painter, graph.rect(),
         [&space = mSources.space](const QPointF &logical) { return space.toPixel(logical); });
 }

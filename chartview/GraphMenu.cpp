@@ -28,8 +28,8 @@ namespace {
 using Graph = CRealtimeGraphWidget;
 using kvservice::StockTypeCenter;
 
-bool isTradingClient() {
-    return CAppConfig::isClientType(EClientType::Trading);
+bool isTradingClient(const CRealtimeUiParam &uiParam) {
+    return uiParam.service<CConfigService>().isClientType(EClientType::Trading);
 }
 
 QAction *checked(QAction *action, bool on) {
@@ -47,11 +47,11 @@ QString regionText(const CRealtimeUiParam &uiParam, int start, int end) {
 }
 
 /// Puts the progress of every run of a group model on the clipboard, one document a line.
-void copyRunProgress(const CRealtimeData &source) {
+void copyRunProgress(const CRealtimeData &source, CFormulaManager &formulas) {
     QStringList texts;
     for (const QString &id : source.reqIds()) {
         bson::BSONObj progress;
-        corvane::getGroupRunProgress2(id.toStdString(), progress);
+        formulas.groupRunProgress(id.toStdString(), progress);
         texts.append(QString::fromStdString(progress.jsonString()));
     }
     QGuiApplication::clipboard()->setText(texts.join(QLatin1Char('\n')));
@@ -100,7 +100,7 @@ void GraphMenu::addMain(QMenu &menu) const {
     }
     addOverlays(menu);
     addShownFormulas(menu);
-    if (!isTradingClient()) {
+    if (!isTradingClient(*mSubject.uiParam)) {
         menu.addSeparator();
         add(menu, tr("所属板块分析"), &Graph::slotContrastSector);
     }
@@ -110,7 +110,7 @@ void GraphMenu::addMain(QMenu &menu) const {
     }
     menu.addSeparator();
     addInstruments(menu);
-    const CUserConfig *user = getUserConfig();
+    const CUserConfig *user = mSubject.uiParam->service<CConfigService>().userConfig();
     if (user && user->hasFormulaEditorAuth()) {
         addEditing(menu);
     }
@@ -123,7 +123,8 @@ void GraphMenu::addOverlays(QMenu &menu) const {
         mSubject.displayType, [this](const QString &name) { return mGraph.findIndex(name); },
         [this](QAction *action) {
             QObject::connect(action, &QAction::triggered, &mGraph, &Graph::slotAddIndex);
-        });
+        },
+        mSubject.uiParam->services());
     if (QMenu *overlays = formulas.makeOverlayMenu(&menu)) {
         menu.addSeparator();
         menu.addMenu(overlays);
@@ -134,7 +135,7 @@ void GraphMenu::addOverlays(QMenu &menu) const {
 void GraphMenu::addShownFormulas(QMenu &menu) const {
     QMenu *shown = nullptr;
     for (const QString &name : mSubject.data->getFormulas()) {
-        const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+        const CFormulaDetailPtr formula = mSubject.uiParam->service<CFormulaOperateManager>().getFormula(name);
         if (mSubject.uiParam->isMainFormula(name) || !formula || formula->mType != eAttachedFormula) {
             continue;
         }
@@ -144,22 +145,24 @@ void GraphMenu::addShownFormulas(QMenu &menu) const {
 }
 
 bool GraphMenu::hasFixedPriceDeal() const {
-    if (mSubject.uiParam->mViewType != EIndexViewType::Template || mSubject.replay || isBrokerQuoteMode()) {
+    if (mSubject.uiParam->mViewType != EIndexViewType::Template || mSubject.replay ||
+        mSubject.uiParam->service<CConfigService>().isBrokerQuoteMode()) {
         return false;
     }
     const CInstrumentDetailPtr detail =
-        CSingletonT<CStockManager>::instance().getInstrumentDetail(mSubject.stock);
-    const CUserConfig *user = getUserConfig();
-    return detail &&
-           (StockTypeCenter::isTypedStock(277, "SH", detail->mCode) ||
-            (user && user->isBoardNewRules() && StockTypeCenter::isTypedStock(10006, "SZ", detail->mCode)));
+        mSubject.uiParam->service<CStockManager>().getInstrumentDetail(mSubject.stock);
+    const CUserConfig *user = mSubject.uiParam->service<CConfigService>().userConfig();
+    auto &types = mSubject.uiParam->service<StockTypeCenter>();
+    return detail && (types.isOfType(277, "SH", detail->mCode) ||
+                      (user && user->isBoardNewRules() && types.isOfType(10006, "SZ", detail->mCode)));
 }
 
 /// Whether the instrument has a convertible bond, or is one, as far as its type tells.
 bool GraphMenu::isConvertible() const {
     const CInstrumentDetailPtr detail = mSubject.uiParam->getStockDetail();
-    const auto isOfType = [&detail](int type) {
-        return StockTypeCenter::isTypedStock(type, getDetailMarket(detail), getDetailCode(detail));
+    auto &types = mSubject.uiParam->service<StockTypeCenter>();
+    const auto isOfType = [&detail, &types](int type) {
+        return types.isOfType(type, getDetailMarket(detail), getDetailCode(detail));
     };
     return isOfType(100001) || isOfType(135) || isOfType(10019);
 }
@@ -186,7 +189,7 @@ void GraphMenu::addEditing(QMenu &menu) const {
 
 void GraphMenu::addSwitches(QMenu &menu) const {
     const CRealtimeUiParam &uiParam = *mSubject.uiParam;
-    const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
+    const UserConfigRecord settings = mSubject.uiParam->service<CConfigService>().indexUserConfig().read();
     checked(add(menu, tr("显示成交量"), &Graph::slotShowVolume), uiParam.mShowVolume);
     checked(add(menu, tr("显示渐变色"), &Graph::slotShowGradient), settings.mShowGradient != 0);
     if (uiParam.mCanOverlaySector) {
@@ -224,11 +227,12 @@ void GraphMenu::addSub(QMenu &menu) const {
         menu.addSeparator();
         menu.addMenu(formulas);
     }
-    const CUserConfig *user = getUserConfig();
+    const CUserConfig *user = mSubject.uiParam->service<CConfigService>().userConfig();
     if (user && user->hasFormulaEditorAuth()) {
         addEditing(menu);
     }
-    if (mSubject.data->hasGroupModelIndex() && se::isIndexEx(getDetailMarket(detail), getDetailCode(detail))) {
+    if (mSubject.data->hasGroupModelIndex() && mSubject.uiParam->service<kvservice::StockTypeCenter>().isIndex(
+                                                   getDetailMarket(detail), getDetailCode(detail))) {
         menu.addSeparator();
         add(menu, tr("刷新"), &Graph::slotRefresh);
     }
@@ -236,7 +240,9 @@ void GraphMenu::addSub(QMenu &menu) const {
     add(menu, tr("关闭指标"), &Graph::slotCloseFormula);
     add(menu, tr("复制"), &Graph::slotCopy);
     QObject::connect(menu.addAction(tr("复制运行进度")), &QAction::triggered, &mGraph,
-                     [source = mSubject.data.get()] { copyRunProgress(*source); });
+                     [source = mSubject.data.get(), uiParam = mSubject.uiParam] {
+                         copyRunProgress(*source, uiParam->service<CFormulaManager>());
+                     });
 }
 
 QMenu *GraphMenu::makeReplaceMenu(QWidget *parent) const {
@@ -244,28 +250,31 @@ QMenu *GraphMenu::makeReplaceMenu(QWidget *parent) const {
         mSubject.displayType, [this](const QString &name) { return mGraph.findIndex(name); },
         [this](QAction *action) {
             QObject::connect(action, &QAction::triggered, &mGraph, &Graph::slotUpdateIndex);
-        });
+        },
+        mSubject.uiParam->services());
     return formulas.makeReplaceMenu(parent, getDetailQsMarket(mSubject.uiParam->getStockDetail()));
 }
 
 void GraphMenu::addExport(QMenu &menu) const {
-    if (!isTradingClient() && !mSubject.data->getFormulas().isEmpty() && !ConfigCollector::getHideModel()) {
+    if (!isTradingClient(*mSubject.uiParam) && !mSubject.data->getFormulas().isEmpty() &&
+        !mSubject.uiParam->service<CConfigService>().hideModel()) {
         add(menu, tr("导出公式"), &Graph::slotExportFormula);
     }
 }
 
 GraphMenuAccounts GraphMenu::addClosing(QMenu &menu) const {
-    if (mSubject.createNewWork && !isTradingClient()) {
+    if (mSubject.createNewWork && !isTradingClient(*mSubject.uiParam)) {
         add(menu, tr("新建工作组"), &Graph::slotCreateNewWork);
     }
     GraphMenuAccounts accounts;
-    if (CSingletonT<CLinkageManager>::instance().isEnabled()) {
+    if (mSubject.uiParam->service<CLinkageManager>().isEnabled()) {
         accounts = addAccounts(*menu.addMenu(tr("显示交易数据")));
     }
-    const UserConfigRecord settings = SingletonManager::getIndexUserConfig().read();
+    const UserConfigRecord settings = mSubject.uiParam->service<CConfigService>().indexUserConfig().read();
     checked(add(menu, mSubject.uiParam->getApplyMainFormula(), &Graph::slotAddVWAPFormula), settings.mShowVwap);
     checked(add(menu, tr("过滤重复股票"), &Graph::slotFilterStock), settings.mFilterStock != 0);
-    if (mSubject.history && !getPairedStock(mSubject.stock).isEmpty()) {
+    if (mSubject.history &&
+        !getPairedStock(mSubject.stock, mSubject.uiParam->service<CSectorManager>()).isEmpty()) {
         menu.addSeparator();
         add(menu, tr("AH股叠加"), &Graph::slotOverlayAHStock);
     }
@@ -287,7 +296,7 @@ GraphMenuAccounts GraphMenu::addAccounts(QMenu &menu) const {
     accounts.allShown = std::all_of(accounts.actions.begin(), accounts.actions.end(),
                                     [](const QAction *action) { return action->isChecked(); });
     checked(all, accounts.allShown);
-    if (!isTradingClient()) {
+    if (!isTradingClient(*mSubject.uiParam)) {
         menu.addSeparator();
         add(menu, tr("显示详细交易数据"), &Graph::slotShowLinkageData);
     }

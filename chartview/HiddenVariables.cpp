@@ -41,12 +41,13 @@ void HiddenVariables::show() {
     const QString time =
         tr("时间:%1").arg(date.toString(QStringLiteral("yyyy/MM/dd ")) + uiParam.getTimeTextByIndex(index));
     const QString hidden =
-        CSingletonT<CFormulaManager>::instance().lookHideVar(data.getReqID(key), uiParam.mCrossIndex);
+        uiParam.service<CFormulaManager>().lookHideVar(data.getReqID(key), uiParam.mCrossIndex);
     if (!mDialog) {
         mDialog = new CViewVariableDialog(&mGraph);
     }
-    mDialog->setText(
-        QStringList{formulaHead(formulas.first()), time, title.text(), hidden}.join(QLatin1Char(' ')));
+    mDialog->setText(QStringList{formulaHead(formulas.first(), uiParam.service<CFormulaOperateManager>()), time,
+                                 title.text(), hidden}
+                         .join(QLatin1Char(' ')));
     mDialog->show();
 }
 

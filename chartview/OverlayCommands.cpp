@@ -87,7 +87,7 @@ void OverlayCommands::takeAll() {
 
 void OverlayCommands::overlayCounterpart() {
     if (hasRoom()) {
-        const QString counterpart = getPairedStock(mSubject.stock);
+        const QString counterpart = getPairedStock(mSubject.stock, mSubject.uiParam->service<CSectorManager>());
         if (!counterpart.isEmpty()) {
             ask(eOverlayWithAxis, counterpart);
         }
@@ -107,9 +107,10 @@ void OverlayCommands::followPair(bool wasPaired) {
 }
 
 void OverlayCommands::toggleSector() {
-    const bool on = changeSettings([](UserConfigRecord &settings) {
-                        settings.mOverlaySector = !settings.mOverlaySector;
-                    }).mOverlaySector;
+    const bool on =
+        changeSettings(mSubject.uiParam->service<CConfigService>().indexUserConfig(),
+                       [](UserConfigRecord &settings) { settings.mOverlaySector = !settings.mOverlaySector; })
+            .mOverlaySector;
     ask(on ? eOverlayWithAxis : eTakeAllOverlays, on ? mSubject.uiParam->mSector : QString());
 }
 
@@ -126,7 +127,7 @@ void OverlayCommands::toggleSectorLevel(int level) {
     }
     uiParam.setAddSwBkzsLevel(level);
     uiParam.updateAddSwBkzsCode();
-    CSectorManager &sectors = CSingletonT<CSectorManager>::instance();
+    CSectorManager &sectors = mSubject.uiParam->service<CSectorManager>();
     const QString stock = uiParam.getStock();
     const QString sector = sectors.getSWSectorByStock(stock, level);
     if (sectors.getBkzsCodeByName(sector).isEmpty()) {
@@ -150,8 +151,9 @@ void OverlayCommands::toggleConvertible() {
     } else {
         uiParam.mAddStockFlags |= eConvertibleOverlay;
         uiParam.updateAddConvertibleCode();
-        changed =
-            !CSingletonT<CSectorManager>::instance().getConvertibleCodeByStock(uiParam.getStock()).isEmpty();
+        changed = !mSubject.uiParam->service<CSectorManager>()
+                       .getConvertibleCodeByStock(uiParam.getStock())
+                       .isEmpty();
     }
     if (changed) {
         ask(eRenewOverlays);

@@ -16,7 +16,7 @@ QList<QString> &ShownAccounts::list() const {
 
 QList<QString> ShownAccounts::offered() const {
     QList<QString> accounts;
-    for (const std::string &id : CSingletonT<CLinkageManager>::instance().getAccountIds(
+    for (const std::string &id : mUiParam.service<CLinkageManager>().getAccountIds(
              isFutures() ? CLinkageManager::kFutureAccounts : CLinkageManager::kStockAccounts)) {
         accounts.append(QString::fromStdString(id));
     }

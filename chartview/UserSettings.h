@@ -5,8 +5,7 @@
 namespace TC {
 
 /// Changes the settings that outlive the program, which are read, changed and written whole. What they have become.
-template <class Change> UserConfigRecord changeSettings(Change change) {
-    UserConfigInterface &settings = SingletonManager::getIndexUserConfig();
+template <class Change> UserConfigRecord changeSettings(UserConfigInterface &settings, Change change) {
     UserConfigRecord record = settings.read();
     change(record);
     settings.write(record);

@@ -23,23 +23,25 @@ void ViewCommands::toggleVolume() {
 }
 
 void ViewCommands::toggleGradient() {
-    changeSettings([](UserConfigRecord &settings) { settings.mShowGradient = settings.mShowGradient ? 0 : 1; });
+    changeSettings(mSubject.uiParam->service<CConfigService>().indexUserConfig(),
+                   [](UserConfigRecord &settings) { settings.mShowGradient = settings.mShowGradient ? 0 : 1; });
     mGraph.deliverEvent(eViewChanged, 0, 0, QString(), nullptr);
 }
 
 void ViewCommands::toggleFilter() {
-    if (!SingletonManager::getIndexUserConfig().read().mShowVwap) {
+    if (!mSubject.uiParam->service<CConfigService>().indexUserConfig().read().mShowVwap) {
         return;
     }
-    const int on = changeSettings([](UserConfigRecord &record) {
-                       record.mFilterStock = record.mFilterStock ? 0 : 1;
-                   }).mFilterStock;
+    const int on =
+        changeSettings(mSubject.uiParam->service<CConfigService>().indexUserConfig(),
+                       [](UserConfigRecord &record) { record.mFilterStock = record.mFilterStock ? 0 : 1; })
+            .mFilterStock;
     mGraph.deliverEvent(eFilterChanged, 0, on, QString(), nullptr);
 }
 
 bool ViewCommands::addSelfStock() {
     const QString key = mSubject.uiParam->getStock();
-    if (CAppConfig::isClientType(EClientType::Trading)) {
+    if (mSubject.uiParam->service<CConfigService>().isClientType(EClientType::Trading)) {
         mGraph.deliverEvent(eSelfStockAsked, 0, 0, key, nullptr);
         return true;
     }
@@ -55,13 +57,13 @@ bool ViewCommands::addSelfStock() {
 }
 
 void ViewCommands::showContrast() {
-    CSingletonT<CIndexMainWindowHelper>::instance().showContrast(mSubject.uiParam->getStock());
+    mSubject.uiParam->service<CIndexMainWindowHelper>().showContrast(mSubject.uiParam->getStock());
 }
 
 void ViewCommands::setReplayRange(const QString &text) {
     const ReplayRange range = ReplayRange::fromText(text);
-    CSingletonT<CReplayManager>::instance().setThousandRange(toMilliseconds(range.start),
-                                                             toMilliseconds(range.end));
+    mSubject.uiParam->service<CReplayManager>().setThousandRange(toMilliseconds(range.start),
+                                                                 toMilliseconds(range.end));
     mGraph.deliverEvent(eReplayRangeAsked, static_cast<int>(range.start), static_cast<int>(range.end),
                         range.key, nullptr);
 }

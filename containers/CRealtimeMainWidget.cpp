@@ -20,6 +20,7 @@
 #include "containers/TradeSettings.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/Events.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -47,7 +48,11 @@ enum EFormulaOperation : int { eShown = 0, eApplied = 1, eConfirmed = 2, eModifi
 } // namespace
 
 CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType)
-    : MainView(parent, viewType), mChart(std::make_unique<MainChart>(*mPanes, mUiParam)),
+    : CRealtimeMainWidget(parent, viewType, ServiceContext::of(parent)) {}
+
+CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType,
+                                         const ServiceContext &services)
+    : MainView(parent, viewType, services), mChart(std::make_unique<MainChart>(*mPanes, mUiParam)),
       mPlacement(std::make_unique<FormulaPlacement>(*mPanes, *mSelected, *mChart, *mBar,
                                                     [this] {
                                                         addIndexWidget();
@@ -78,7 +83,7 @@ CRealtimeMainWidget::~CRealtimeMainWidget() {
 // Instrument
 
 void CRealtimeMainWidget::setStock(const QString &key, bool useUnderlying) {
-    CStockManager &stocks = CSingletonT<CStockManager>::instance();
+    CStockManager &stocks = mUiParam->service<CStockManager>();
     const bool kindChanges = (stocks.isPortfolio(key) && mUiParam->mStockKind != kPortfolioKind) ||
                              (stocks.isExist(key) && mUiParam->mStockKind != 0);
     if (key != mUiParam->getStock()) {
@@ -163,7 +168,7 @@ void CRealtimeMainWidget::addIndexWidget() {
     pane->beReplay(mPanes->isReplay());
     highlightWidget(pane->getId());
     mCrossLines->joinPane();
-    if (CAppConfig::isClientType(EClientType::Trading)) {
+    if (mUiParam->service<CConfigService>().isClientType(EClientType::Trading)) {
         deliverEvent(ePaneAsked, 0, 0, QString(), nullptr);
     }
 }

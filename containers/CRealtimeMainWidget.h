@@ -39,7 +39,10 @@ class TradeSettings;
 class TIMESHARE_EXPORT CRealtimeMainWidget : public MainView {
     Q_OBJECT
 public:
+    /// A view of the services of its parent: the program's own unless that, or a widget above it, was given others.
     CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType);
+    /// A view of the services of a context, which outlives it.
+    CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType, const ServiceContext &services);
     ~CRealtimeMainWidget() override;
 
     using MainView::setParam;

@@ -146,7 +146,7 @@ QStringList CRealtimeWidget::statisticRange(int &start, int &end) const {
 // Instrument and overlays
 
 void CRealtimeWidget::setStock(const QString &stockKey, bool flag) {
-    const bool isInstrument = CSingletonT<CStockManager>::instance().getInstrumentDetail(stockKey) != nullptr;
+    const bool isInstrument = mUiParam->service<CStockManager>().getInstrumentDetail(stockKey) != nullptr;
     if (isInstrument) {
         mDays->main()->setStock(stockKey, flag);
     }

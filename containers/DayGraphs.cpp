@@ -133,11 +133,11 @@ QString DayGraphs::market() const {
 
 int DayGraphs::newestDate() const {
     return mUiParam->mGetTradeDateFunc ? mUiParam->mGetTradeDateFunc()
-                                       : CSingletonT<CStockManager>::instance().getLastTradingDay(market());
+                                       : mUiParam->service<CStockManager>().getLastTradingDay(market());
 }
 
 int DayGraphs::dateBack(int date, int days) const {
-    return CSingletonT<CStockManager>::instance().getShiftTradeDate(market(), date, -days);
+    return mUiParam->service<CStockManager>().getShiftTradeDate(market(), date, -days);
 }
 
 void DayGraphs::forEachDay(int date, const std::function<void(CRealtimeGraphWidget &)> &action) {

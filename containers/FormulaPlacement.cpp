@@ -16,7 +16,7 @@ FormulaPlacement::FormulaPlacement(const PaneRow &panes, const SelectedPane &sel
     : mPanes(panes), mSelected(selected), mChart(chart), mBar(bar), mAddPane(std::move(addPane)) {}
 
 void FormulaPlacement::show(const QString &name) {
-    switch (formulaType(name)) {
+    switch (formulaType(name, mChart.services())) {
     case eReplacingFormula:
         replaceChart(name, corvane::ERunMode::Ordinary);
         break;
@@ -35,7 +35,7 @@ void FormulaPlacement::show(const QString &name) {
 }
 
 void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
-    switch (formulaType(name)) {
+    switch (formulaType(name, mChart.services())) {
     case eReplacingFormula:
         replaceChart(name, mode);
         break;
@@ -53,7 +53,7 @@ void FormulaPlacement::apply(const QString &name, corvane::ERunMode mode) {
 }
 
 void FormulaPlacement::confirm(const QString &name) {
-    switch (formulaType(name)) {
+    switch (formulaType(name, mChart.services())) {
     case eReplacingFormula:
         replaceChart(name, corvane::ERunMode::Ordinary);
         break;
@@ -69,7 +69,7 @@ void FormulaPlacement::confirm(const QString &name) {
 }
 
 void FormulaPlacement::modify(const QString &name) {
-    const int type = formulaType(name);
+    const int type = formulaType(name, mChart.services());
     if (type < eSubPaneFormula || type > eReplacingFormula) {
         return;
     }

@@ -27,7 +27,7 @@ HistoryDownload::HistoryDownload(std::function<void(int, int)> onProgress)
     : mOnProgress(std::move(onProgress)) {}
 
 void HistoryDownload::start(const CRealtimeUiParam &view) {
-    CStockManager &stocks = CSingletonT<CStockManager>::instance();
+    CStockManager &stocks = view.service<CStockManager>();
     const CInstrumentDetailPtr detail = view.getStockDetail();
     int date = view.mGetTradeDateFunc ? view.mGetTradeDateFunc()
                : detail               ? stocks.getLastTradingDay(getDetailQsMarket(detail))
@@ -40,8 +40,7 @@ void HistoryDownload::start(const CRealtimeUiParam &view) {
     param.mEnd = range.second;
     param.mKind = kMinuteHistory;
     param.mCodes.append(getDetailQsCode(detail));
-    CSingletonT<CFormulaManager>::instance().suppleDataFromServer(QStringLiteral("suppledata"), param,
-                                                                  callback());
+    view.service<CFormulaManager>().suppleDataFromServer(QStringLiteral("suppledata"), param, callback());
 }
 
 SuppleProgressCallback HistoryDownload::callback() {

@@ -3,6 +3,7 @@
 #include "containers/CRealtimeWidget.h"
 #include "containers/FormulaTypes.h"
 #include "containers/PaneRow.h"
+#include "host/services/ServiceContext.h"
 #include "host/services/StockTypeCenter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -22,6 +23,10 @@ QString netValueFormula() {
 
 MainChart::MainChart(const PaneRow &panes, boost::shared_ptr<CRealtimeUiParam> uiParam)
     : mPanes(panes), mUiParam(std::move(uiParam)) {}
+
+const ServiceContext &MainChart::services() const {
+    return mUiParam->services();
+}
 
 bool MainChart::has(const QString &formula) const {
     return mPanes.main()->findIndex(formula);
@@ -53,7 +58,7 @@ void MainChart::removeMainFormulas(const QList<QString> &names) {
 
 void MainChart::applyNetValue() {
     const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
-    const bool wanted = detail && kvservice::StockTypeCenter::isTypedStock(
+    const bool wanted = detail && mUiParam->service<kvservice::StockTypeCenter>().isOfType(
                                       kNetValueType, getDetailMarket(detail), getDetailCode(detail));
     if (!wanted) {
         remove(netValueFormula());
@@ -69,7 +74,7 @@ void MainChart::replaceBy(const QString &formula) {
         remove(former);
     }
     for (const QString &former : mPanes.main()->getIndexes()) {
-        if (formulaType(former) == eReplacingFormula) {
+        if (formulaType(former, mUiParam->services()) == eReplacingFormula) {
             mPanes.main()->delIndex(former);
         }
     }
@@ -91,7 +96,8 @@ bool MainChart::restoreOrdinary() {
 
 void MainChart::attach(const QString &formula) {
     for (const QString &former : mPanes.main()->getIndexes()) {
-        if (!mUiParam->isMainFormula(former) && formulaType(former) != eReplacingFormula) {
+        if (!mUiParam->isMainFormula(former) &&
+            formulaType(former, mUiParam->services()) != eReplacingFormula) {
             mPanes.main()->delIndex(former);
         }
     }

@@ -6,6 +6,8 @@
 
 namespace TC {
 
+class ServiceContext;
+
 class CRealtimeUiParam;
 class PaneRow;
 
@@ -16,6 +18,8 @@ public:
     MainChart(const PaneRow &panes, boost::shared_ptr<CRealtimeUiParam> uiParam);
 
     bool has(const QString &formula) const;
+    /// The services of the view.
+    const ServiceContext &services() const;
     void add(const QString &formula);
     void remove(const QString &formula); ///< nothing when it is not there
 

@@ -12,6 +12,7 @@
 #include "host/services/CConfigService.h"
 #include "host/services/DataLog.h"
 #include "host/services/IdGenerator.h"
+#include "host/services/ServiceContext.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/CDragWidgetList.h"
 #include "host/windows/CIndexModelWidget.h"
@@ -59,6 +60,13 @@ void drawVectors(QWidget &widget, QPainter &painter, bool withGround) {
     }
 }
 
+/// The parameters of a view, whose parts find its services through it from now on.
+boost::shared_ptr<CRealtimeUiParam> makeParam(QWidget &view, EIndexViewType viewType,
+                                              const ServiceContext &services) {
+    services.giveTo(&view);
+    return boost::make_shared<CRealtimeUiParam>(viewType, services);
+}
+
 } // namespace
 
 struct MainView::Told {
@@ -67,8 +75,8 @@ struct MainView::Told {
     bool isComplete = true;
 };
 
-MainView::MainView(QWidget *parent, EIndexViewType viewType)
-    : CBaseWidget(parent), mUiParam(boost::make_shared<CRealtimeUiParam>(viewType)),
+MainView::MainView(QWidget *parent, EIndexViewType viewType, const ServiceContext &services)
+    : CBaseWidget(parent), mUiParam(makeParam(*this, viewType, services)),
       mPanes(std::make_unique<PaneRow>(this, mUiParam, viewType)),
       mSelected(std::make_unique<SelectedPane>(this, *mPanes, mUiParam, viewType)),
       mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)),
@@ -91,12 +99,12 @@ MainView::MainView(QWidget *parent, EIndexViewType viewType)
         mCrossLines->setTimeScale(mTimeScale);
         layout->addWidget(mTimeScale);
     }
-    if (viewType == EIndexViewType::Template && isConcise()) {
+    if (viewType == EIndexViewType::Template && isConcise(mUiParam->services())) {
         mBar->create(this);
         layout->addWidget(mBar->widget());
     }
     mPanes->list()->setSplitter(QStringLiteral("ic_clr_realtime_spliter_background"), 0);
-    if (isConcise()) {
+    if (isConcise(mUiParam->services())) {
         mPanes->list()->setSplitter(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
     }
     if (DebugOverlay::isWanted()) {
@@ -362,7 +370,7 @@ void MainView::request(bool sync) {
         repaint();
         return;
     }
-    mUiParam->mRequestId = genRequestID();
+    mUiParam->mRequestId = mUiParam->service<se::IdGenerator>().requestRoundId();
     tellComplete(false);
     getRealTimeWidget()->request(corvane::ERunMode::Ordinary);
     for (CRealtimeWidget *pane : mPanes->subs()) {
@@ -378,8 +386,8 @@ void MainView::unrequest() {
     getRealTimeWidget()->unrequest();
     for (CRealtimeWidget *pane : mPanes->subs()) {
         const CInstrumentDetailPtr detail = pane->getUiParam()->getStockDetail();
-        if (!pane->hasGroupModelIndex() ||
-            (detail && isIndexEx(getDetailMarket(detail), getDetailCode(detail)))) {
+        if (!pane->hasGroupModelIndex() || (detail && mUiParam->service<kvservice::StockTypeCenter>().isIndex(
+                                                          getDetailMarket(detail), getDetailCode(detail)))) {
             pane->unrequest();
         }
     }
@@ -424,7 +432,8 @@ void MainView::moveToEnd() {
 }
 
 void MainView::keyPressEvent(QKeyEvent *event) {
-    if (!CAppConfig::isClientType(EClientType::Trading) || !mCrossLines->takeKey(event->key())) {
+    if (!mUiParam->service<CConfigService>().isClientType(EClientType::Trading) ||
+        !mCrossLines->takeKey(event->key())) {
         QWidget::keyPressEvent(event);
     }
 }

@@ -6,6 +6,7 @@
 #include "host/records/BSONObj.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/Enumerations.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CBaseWidget.h"
 
 #include <QDateTime>
@@ -154,7 +155,7 @@ Q_SIGNALS:
     void completenessChanged(bool complete);
 
 protected:
-    MainView(QWidget *parent, EIndexViewType viewType);
+    MainView(QWidget *parent, EIndexViewType viewType, const ServiceContext &services);
 
     /// Deletes panes and time scale at once, as the view goes.
     void deletePanes();

@@ -69,7 +69,7 @@ bool ModelRun::hasModel() const {
 bool ModelRun::isStrategyRunning() const {
     CStrategyInfo strategy;
     return mDays.main()->hasPythonIndex() &&
-           CSingletonT<CStrategyTradeManager>::instance().getStrategyByName(firstFormula(mDays), strategy) &&
+           mUiParam->services().get<CStrategyTradeManager>().getStrategyByName(firstFormula(mDays), strategy) &&
            strategy.mRunning;
 }
 
@@ -105,7 +105,7 @@ void ModelRun::placeButton() {
     }
     if (mButtonShown) {
         const int x = static_cast<int>(mUiParam->mRightAxisWidth + mUiParam->mDayWidth);
-        mButton->move(x, (isConcise() ? kConciseButtonRow : kButtonRow) + kButtonGap);
+        mButton->move(x, (isConcise(mUiParam->services()) ? kConciseButtonRow : kButtonRow) + kButtonGap);
     }
     mButton->setVisible(mButtonShown);
 }

@@ -20,8 +20,8 @@ constexpr int kPeriodOfMinutes = 0; ///< period of the series
 constexpr int kNoPoint = -1;
 
 /// A record that stands for a portfolio.
-CInstrumentDetailPtr portfolioDetail(const QString &key) {
-    const CInstrumentDetailPtr model = CSingletonT<CStockManager>::instance().getDefaultDetail();
+CInstrumentDetailPtr portfolioDetail(const QString &key, CStockManager &stocks) {
+    const CInstrumentDetailPtr model = stocks.getDefaultDetail();
     auto detail = model ? std::make_shared<CInstrumentDetail>(*model) : std::make_shared<CInstrumentDetail>();
     detail->mMarket = "TZZH";
     detail->mCode = key.toStdString();
@@ -49,12 +49,12 @@ int PaneTitle::height() const {
 }
 
 void PaneTitle::setStock(const QString &key, bool flag) {
-    CStockManager &stocks = CSingletonT<CStockManager>::instance();
+    CStockManager &stocks = mUiParam->service<CStockManager>();
     if (const CInstrumentDetailPtr detail = stocks.getInstrumentDetail(key)) {
         mWidget->setStock(detail, flag);
     } else if (stocks.isPortfolio(key)) {
-        mWidget->setStock(portfolioDetail(key), flag);
-    } else if (const CIndexDetail *index = CSingletonT<CIndexManager>::instance().getIndex(key)) {
+        mWidget->setStock(portfolioDetail(key, stocks), flag);
+    } else if (const CIndexDetail *index = mUiParam->service<CIndexManager>().getIndex(key)) {
         mWidget->setStock(indexDetail2Detail(*index), flag);
     }
 }

@@ -89,7 +89,7 @@ void PaneView::layOutParts() {
     row->addStretchWidget(mDays->list(), 1, CWidgetList::eAnchorBoth, true);
     row->addFixedWidget(mRightAxisWidget, CWidgetList::eAnchorBoth, true);
     root->addFixedWidget(mTitle->widget(), CWidgetList::eAnchorBoth, true);
-    if (isConcise()) {
+    if (isConcise(mUiParam->services())) {
         auto *line =
             new GZ::CFrameSplitterLine(QStringLiteral("ic_clr_concise_mainwindow_split_background"), 1);
         root->addFixedWidget(line, CWidgetList::eAnchorBoth, false);

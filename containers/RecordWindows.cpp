@@ -22,11 +22,11 @@ void open(QWidget *dialog) {
 }
 
 /// Cancels tasks without asking.
-void cancelTasks(const QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks) {
+void cancelTasks(const QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks, CLinkageManager &linkage) {
     for (const auto &task : tasks) {
         if (task && task->mCommand && !task->mItems.empty()) {
-            CSingletonT<CLinkageManager>::instance().cancelTask(
-                task->mTaskId, CTaskTableCancelButton::cancelText(task->mTaskId, task->mCommand->mCommandId));
+            linkage.cancelTask(task->mTaskId,
+                               CTaskTableCancelButton::cancelText(task->mTaskId, task->mCommand->mCommandId));
         }
     }
 }
@@ -91,12 +91,12 @@ void RecordWindows::showTasks(const CRealtimeData &data, int x, int y) {
     std::stable_sort(tasks.begin(), tasks.end(),
                      [](const auto &task, const auto &other) { return kvservice::isOlder(*task, *other); });
     mTasks->setTaskData(tasks, mUiParam->getStockDetail());
-    const CUserConfig *config = getUserConfig();
+    const CUserConfig *config = mUiParam->service<CConfigService>().userConfig();
     if (config && !config->quickCancel()) {
         mTasks->setUiParam(mUiParam);
         open(mTasks);
     } else {
-        cancelTasks(tasks);
+        cancelTasks(tasks, mUiParam->service<CLinkageManager>());
     }
     hideAllBut(mTasks);
 }

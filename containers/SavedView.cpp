@@ -20,7 +20,7 @@ SavedView::SavedView(CRealtimeMainWidget &view, TemplateBar &bar, TradeSettings 
 QString SavedView::text() const {
     ViewDocument document;
     document.mFormulas = mView.getIndexParam();
-    if (isConcise()) {
+    if (isConcise(mView.getUiParam()->services())) {
         document.mBarFormulas = mBar.selectedFormulas();
         document.mBarTemplates = mBar.selectedTemplates();
     }
@@ -34,7 +34,7 @@ QString SavedView::text() const {
     document.mOverlayFlags = uiParam.mAddStockFlags;
     document.mConvertibles = uiParam.mAddConvertibleCodes.values().toVector();
     for (const QString &name : mView.getRealTimeWidget()->getIndexes()) {
-        if (formulaType(name) == eAttachedFormula) {
+        if (formulaType(name, mView.getUiParam()->services()) == eAttachedFormula) {
             document.mAttached.append(name);
         }
     }
@@ -42,7 +42,8 @@ QString SavedView::text() const {
 }
 
 void SavedView::restore(const QString &text) {
-    const std::optional<ViewDocument> document = ViewDocument::fromText(text, isConcise());
+    const std::optional<ViewDocument> document =
+        ViewDocument::fromText(text, isConcise(mView.getUiParam()->services()));
     if (!document) {
         return;
     }
@@ -54,7 +55,7 @@ void SavedView::restore(const QString &text) {
 }
 
 void SavedView::restoreBeforePanes(const ViewDocument &document) {
-    if (isConcise()) {
+    if (isConcise(mView.getUiParam()->services())) {
         mBar.templatesCame();
         if (document.mBarFormulas) {
             mBar.selectFormulas(*document.mBarFormulas);
@@ -65,7 +66,7 @@ void SavedView::restoreBeforePanes(const ViewDocument &document) {
     }
     for (const QString &key : document.mOverlays) {
         if (const CInstrumentDetailPtr detail =
-                CSingletonT<CStockManager>::instance().getInstrumentDetail(key)) {
+                mView.getUiParam()->services().get<CStockManager>().getInstrumentDetail(key)) {
             mView.addSuperposedStock(detail);
         }
     }

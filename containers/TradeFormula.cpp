@@ -13,12 +13,12 @@ namespace TC {
 
 namespace {
 
-bool isVwapShown() {
-    return SingletonManager::getIndexUserConfig().read().mShowVwap;
+bool isVwapShown(const CRealtimeUiParam &uiParam) {
+    return uiParam.service<CConfigService>().indexUserConfig().read().mShowVwap;
 }
 
-void writeShowVwap(bool show) {
-    UserConfigInterface &config = SingletonManager::getIndexUserConfig();
+void writeShowVwap(const CRealtimeUiParam &uiParam, bool show) {
+    UserConfigInterface &config = uiParam.service<CConfigService>().indexUserConfig();
     UserConfigRecord record = config.read();
     record.mShowVwap = show;
     config.write(record);
@@ -33,7 +33,7 @@ TradeFormula::TradeFormula(const PaneRow &panes, MainChart &chart,
 void TradeFormula::apply() {
     const QString formula = mUiParam->getApplyMainFormula();
     const QString account = mUiParam->mFormulaAccount;
-    const bool show = isVwapShown();
+    const bool show = isVwapShown(*mUiParam);
     const bool there = mChart.has(formula);
     if (show && !there && !account.isEmpty()) {
         mChart.add(formula);
@@ -52,11 +52,11 @@ void TradeFormula::setAccount(const QString &account) {
     if (account.isEmpty()) {
         mPanes.main()->delIndex(formula);
         mPanes.main()->updateLinkageData(mUiParam->mFormulaAccount, false);
-        writeShowVwap(false);
+        writeShowVwap(*mUiParam, false);
         return;
     }
-    if (!isVwapShown() || !mChart.has(formula)) {
-        writeShowVwap(true);
+    if (!isVwapShown(*mUiParam) || !mChart.has(formula)) {
+        writeShowVwap(*mUiParam, true);
         mPanes.main()->updateIndex(ePutFormulaOn, formula);
     }
     mPanes.main()->updateLinkageData(account, true);

@@ -4,6 +4,7 @@
 #include "host/services/CFileClient.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CAutoExpandToolBar.h"
 #include "host/toolkit/CGroupBox.h"
 #include "host/toolkit/CPushButton.h"
@@ -31,14 +32,11 @@ constexpr int kCentered = CWidgetList::eAnchorNone;
 const QString kStockSelectAll = QStringLiteral("stockselectall");
 const QString kStrategySelectAll = QStringLiteral("strategyselectall");
 
-CLinkageManager &service() {
-    return CSingletonT<CLinkageManager>::instance();
-}
-
 } // namespace
 
 CRealtimeLinkageSettingDialog::CRealtimeLinkageSettingDialog(QWidget *parent)
-    : CCommonDialog(parent), mTimer(new QTimer(this)),
+    : CCommonDialog(parent), mLinkage(ServiceContext::of(this).get<CLinkageManager>()),
+      mTimer(new QTimer(this)), mKinds(mLinkage),
       mAccountTable(0, {30, 75, 75}, QStringLiteral("account_table")),
       mStrategyChoice(tr("交易策略"), {eStrategySelectAll, eAllStrategies, eRevertStrategies}, 1, {30, 150},
                       QStringLiteral("strategy_table")),
@@ -53,7 +51,7 @@ CRealtimeLinkageSettingDialog::CRealtimeLinkageSettingDialog(QWidget *parent)
     connectService();
     connect(mTimer, &QTimer::timeout, this, &CRealtimeLinkageSettingDialog::slotTimeout);
     mTimer->start(kPoll);
-    connect(&CManualSingletonT<CFileClient>::instance(), &CFileClient::sigReadFinished, this,
+    connect(&ServiceContext::of(this).get<CFileClient>(), &CFileClient::sigReadFinished, this,
             &CRealtimeLinkageSettingDialog::slotImportFinished);
 }
 
@@ -111,7 +109,7 @@ void CRealtimeLinkageSettingDialog::connectService() {
             bond->with([handler](CRealtimeLinkageSettingDialog &dialog) { (dialog.*handler)(); });
         };
     };
-    CLinkageManager &linkage = service();
+    CLinkageManager &linkage = mLinkage;
     mConnections = {
         linkage.sigNewTradingDay.connect([bond = mBond](const std::string &day) {
             bond->with([&day](CRealtimeLinkageSettingDialog &dialog) { dialog.onNewTradingDay(day); });
@@ -159,7 +157,7 @@ void CRealtimeLinkageSettingDialog::slotTimeout() {
 }
 
 bool CRealtimeLinkageSettingDialog::updateAccounts() {
-    mAccounts = service().getAccounts();
+    mAccounts = mLinkage.getAccounts();
     return updateAccountTable();
 }
 
@@ -175,7 +173,7 @@ bool CRealtimeLinkageSettingDialog::updateAccountTable() {
 }
 
 bool CRealtimeLinkageSettingDialog::updateStrategys() {
-    mStrategys = service().getStrategys();
+    mStrategys = mLinkage.getStrategys();
     return updateStrategyTable();
 }
 
@@ -188,8 +186,8 @@ bool CRealtimeLinkageSettingDialog::updateStrategyTable() {
 }
 
 bool CRealtimeLinkageSettingDialog::updateStocks() {
-    CStockManager &catalogue = CSingletonT<CStockManager>::instance();
-    for (const std::string &key : service().getStocks()) {
+    CStockManager &catalogue = ServiceContext::of(this).get<CStockManager>();
+    for (const std::string &key : mLinkage.getStocks()) {
         if (!mStocks.count(key)) {
             if (const CInstrumentDetailPtr detail = catalogue.getInstrumentDetail(GZ::sToQs(key))) {
                 mStocks[key] = detail;
@@ -216,7 +214,7 @@ bool CRealtimeLinkageSettingDialog::handleEvent(int event, int sub, int param, Q
     switch (event) {
     case eButtonClicked:
         if (sub == kCloseButton) {
-            service().stopProfitCalculator();
+            mLinkage.stopProfitCalculator();
             deliver(eLinkageClosed);
             mIsShown = false;
             return CCommonDialog::handleEvent(event, sub, param, text, data);
@@ -253,7 +251,7 @@ void CRealtimeLinkageSettingDialog::handleButton(int id) {
     case eMinimise:
         return minimise();
     case eClearImports:
-        return service().clearImportData();
+        return mLinkage.clearImportData();
     default:
         return;
     }
@@ -334,11 +332,11 @@ void CRealtimeLinkageSettingDialog::selectRevertStrategy() {
 // Import
 
 void CRealtimeLinkageSettingDialog::importOrder() {
-    mImport.start(this, TradeImport::eOrders, &CRealtimeLinkageSettingDialog::handleImportOrder);
+    mImport.start(this, TradeImport::eOrders, &TradeImport::takeOrder);
 }
 
 void CRealtimeLinkageSettingDialog::importDeal() {
-    mImport.start(this, TradeImport::eDeals, &CRealtimeLinkageSettingDialog::handleImportDeal);
+    mImport.start(this, TradeImport::eDeals, &TradeImport::takeDeal);
 }
 
 int CRealtimeLinkageSettingDialog::handleImportOrder(const QString &line, const QString &separator) {
@@ -354,7 +352,7 @@ void CRealtimeLinkageSettingDialog::slotImportFinished(int seq, bool bSuccess, Q
 }
 
 void CRealtimeLinkageSettingDialog::clearImportData() {
-    service().clearImportData();
+    mLinkage.clearImportData();
 }
 
 // Show and minimise
@@ -363,7 +361,7 @@ void CRealtimeLinkageSettingDialog::showEvent(QShowEvent *event) {
     CCommonDialog::showEvent(event);
     mIsShown = true;
     if (mKinds.flags()[eShowProfit]) {
-        service().startProfitCalculator();
+        mLinkage.startProfitCalculator();
     }
     if (mMessageTip) {
         mMessageTip->hide();

@@ -32,6 +32,7 @@ class CWidgetList;
 
 namespace TC {
 
+class CLinkageManager;
 class CMessageTipWidget;
 
 /// The dialog in which the user chooses which of his trades a chart shows: the kinds of marks and curves, and for which
@@ -119,6 +120,7 @@ private:
     void notifyChosen();
     void deliver(int event);
 
+    CLinkageManager &mLinkage;
     QTimer *mTimer;
     bool mIsShown = false;
     KindChoice mKinds;

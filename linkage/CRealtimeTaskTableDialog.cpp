@@ -1,5 +1,7 @@
 #include "linkage/CRealtimeTaskTableDialog.h"
 
+#include "host/services/CLinkageManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CBaseWidget.h"
 #include "linkage/TaskFeed.h"
 #include "linkage/TaskRow.h"
@@ -21,7 +23,8 @@ constexpr int kHeight = 300;
 } // namespace
 
 CRealtimeTaskTableDialog::CRealtimeTaskTableDialog(QWidget *parent)
-    : CCommonDialog(parent), mFeed(std::make_unique<TaskFeed>()) {
+    : CCommonDialog(parent), mServices(ServiceContext::of(this)),
+      mFeed(std::make_unique<TaskFeed>(mServices.get<CLinkageManager>())) {
     qRegisterMetaType<std::vector<kvservice::IDataPtr>>("std::vector<kvservice::IDataPtr>");
     setWindowTitle(tr("任务详情"));
     setMinimumWidth(kNarrowest);
@@ -55,7 +58,9 @@ boost::shared_ptr<CRealtimeUiParam> CRealtimeTaskTableDialog::uiParam() const {
 void CRealtimeTaskTableDialog::setTaskData(const QList<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
                                            const CInstrumentDetailPtr &instrument) {
     mHeld.reset(); // older than these
-    mTable->fill(instrument ? taskRows({tasks.begin(), tasks.end()}, *instrument) : std::vector<TaskRow>());
+    mTable->fill(instrument
+                     ? taskRows({tasks.begin(), tasks.end()}, *instrument, mServices.get<CLinkageManager>())
+                     : std::vector<TaskRow>());
 }
 
 void CRealtimeTaskTableDialog::slotUpdateTask(std::vector<kvservice::IDataPtr> tasks) {
@@ -75,7 +80,8 @@ void CRealtimeTaskTableDialog::slotUpdateTask(std::vector<kvservice::IDataPtr> t
     }
     const auto view = uiParam();
     const CInstrumentDetailPtr instrument = view ? view->getStockDetail() : nullptr;
-    mTable->follow(instrument ? taskRows(shown, *instrument) : std::vector<TaskRow>());
+    mTable->follow(instrument ? taskRows(shown, *instrument, mServices.get<CLinkageManager>())
+                              : std::vector<TaskRow>());
 }
 
 void CRealtimeTaskTableDialog::showHeld() {

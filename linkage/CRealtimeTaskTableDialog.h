@@ -3,6 +3,7 @@
 #include "host/Export.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/CTaskDetail.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CCommonDialog.h"
 
 #include <QList>
@@ -62,6 +63,7 @@ private:
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     mutable std::mutex mUiParamLock; ///< guards the pointer alone
     std::atomic<bool> mShown{false}; ///< what isVisible() says, for any thread
+    const ServiceContext &mServices;
     std::unique_ptr<TaskFeed> mFeed;
     std::unique_ptr<std::vector<kvservice::IDataPtr>> mHeld; ///< came while the user was asked
 };

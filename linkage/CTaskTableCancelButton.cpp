@@ -1,6 +1,7 @@
 #include "linkage/CTaskTableCancelButton.h"
 
 #include "host/services/CLinkageManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CMessageBox.h"
 
 #include <QPointer>
@@ -36,7 +37,7 @@ void CTaskTableCancelButton::slotCancelTask() {
         return;
     }
     if (answer == QMessageBox::Yes) {
-        CSingletonT<CLinkageManager>::instance().cancelTask(mTaskId, cancelText(mTaskId, mCommandId));
+        ServiceContext::of(this).get<CLinkageManager>().cancelTask(mTaskId, cancelText(mTaskId, mCommandId));
     }
     Q_EMIT questionClosed(); // may end the button
 }

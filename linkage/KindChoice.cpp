@@ -37,8 +37,8 @@ CWidgetList *controlRow(const QList<QWidget *> &controls) {
 
 } // namespace
 
-KindChoice::KindChoice()
-    : mAllButton(new GZ::CRadioButton(SettingWords::tr("全部查看"), eSeeAll)),
+KindChoice::KindChoice(CLinkageManager &linkage)
+    : mLinkage(linkage), mAllButton(new GZ::CRadioButton(SettingWords::tr("全部查看"), eSeeAll)),
       mStrategiesButton(new GZ::CRadioButton(SettingWords::tr("按策略查看"), eSeeStrategies)) {
     const QString texts[] = {SettingWords::tr("委托"),   SettingWords::tr("成交"),   SettingWords::tr("任务"),
                              SettingWords::tr("买卖额"), SettingWords::tr("净买额"), SettingWords::tr("盈亏"),
@@ -60,11 +60,10 @@ KindChoice::KindChoice()
 
 void KindChoice::show(std::size_t kind, bool shown) {
     mFlags[kind] = shown;
-    CLinkageManager &service = CSingletonT<CLinkageManager>::instance();
     if (kind == eShowProfit) {
-        shown ? service.startProfitCalculator() : service.stopProfitCalculator();
+        shown ? mLinkage.startProfitCalculator() : mLinkage.stopProfitCalculator();
     } else if (kind == eShowBalance) {
-        shown ? service.startBalanceCalculator() : service.stopBalanceCalculator();
+        shown ? mLinkage.startBalanceCalculator() : mLinkage.stopBalanceCalculator();
     }
 }
 

@@ -15,13 +15,16 @@ class CRadioButton;
 
 namespace TC {
 
+class CLinkageManager;
+
 /// Which kinds of marks and curves of the user's trades are shown, and whether those of chosen strategies alone: a check
 /// box for each kind and two radio buttons. Profits and balances are worked out only while they are wanted.
 class KindChoice {
 public:
     using Flags = std::array<bool, 8>; ///< by ELinkageShow
 
-    KindChoice();
+    /// `linkage` works out profits and balances.
+    explicit KindChoice(CLinkageManager &linkage);
 
     /// The controls, without a parent until they are placed; whoever places them owns them.
     QWidget *widget() const { return mWidget; }
@@ -38,6 +41,7 @@ public:
     void load(const QMap<QString, bool> &kept);
 
 private:
+    CLinkageManager &mLinkage;
     QWidget *mWidget;
     std::array<GZ::CCheckBox *, 7> mBoxes{}; ///< by ELinkageShow
     GZ::CRadioButton *mAllButton;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/services/CConfigService.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CCommonDialog.h"
 #include "host/toolkit/CHpfDataTable.h"
 
@@ -17,7 +18,7 @@ inline GZ::CHpfDataTable *setUpRecordDialog(GZ::CCommonDialog &dialog, const QSt
     dialog.setMinimumSize(400, 200);
     dialog.resize(800, 300);
     auto *table = new GZ::CHpfDataTable(tableType, tableId, &dialog, false);
-    if (const CUserConfig *config = getUserConfig()) {
+    if (const CUserConfig *config = ServiceContext::of(&dialog).get<CConfigService>().userConfig()) {
         const QString layout = config->tableConfig(table->getID());
         if (!layout.isEmpty()) {
             table->loadConfigStr(layout);
@@ -29,8 +30,8 @@ inline GZ::CHpfDataTable *setUpRecordDialog(GZ::CCommonDialog &dialog, const QSt
 
 /// Keeps the layout of a table, which may be null, in the user's configuration.
 inline void saveTableLayout(const GZ::CHpfDataTable *table) {
-    CUserConfig *config = getUserConfig();
-    if (table && config) {
+    CUserConfig *config = table ? ServiceContext::of(table).get<CConfigService>().userConfig() : nullptr;
+    if (config) {
         config->setTableConfig(table->getID(), table->saveConfigStr());
     }
 }

@@ -10,8 +10,8 @@
 
 namespace TC {
 
-TaskFeed::TaskFeed() : mBond(SlotBond<TaskFeed>::make(this)) {
-    mConnection = CSingletonT<CLinkageManager>::instance().sigTaskChanged.connect(
+TaskFeed::TaskFeed(CLinkageManager &linkage) : mBond(SlotBond<TaskFeed>::make(this)) {
+    mConnection = linkage.sigTaskChanged.connect(
         [this, bond = mBond, home = thread()](const std::vector<std::string> &stockKeys) {
             if (QThread::currentThread() == home) {
                 Q_EMIT changed(stockKeys); // here it lives as long as it is connected

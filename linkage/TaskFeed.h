@@ -12,13 +12,15 @@
 
 namespace TC {
 
+class CLinkageManager;
+
 /// Brings the trade service's changes of tasks to the thread on which it was made. What comes from another thread piles up until
 /// this one comes to it, and is told at once, after the input that waits here: changes may come faster than a table
 /// fills.
 class TaskFeed : public QObject {
     Q_OBJECT
 public:
-    TaskFeed();
+    explicit TaskFeed(CLinkageManager &linkage);
     ~TaskFeed() override;
 
 Q_SIGNALS:

@@ -33,22 +33,22 @@ QString clockText(int time) {
     return text;
 }
 
-QString orderText(const kvservice::CTaskItem &item, const QString &unit) {
+QString orderText(const kvservice::CTaskItem &item, const QString &unit, CLinkageManager &linkage) {
     const bool byAmount = item.mOperation == kvservice::EOperationType::BuyByAmount;
-    return GZ::sToQs(kvservice::operationValueToString(static_cast<int>(item.mOperation))) +
-           QString::number(item.mQuantity) +
+    return linkage.getOperationText(static_cast<int>(item.mOperation)) + QString::number(item.mQuantity) +
            (byAmount ? QCoreApplication::translate("TC::CRealtimeTaskTableDialog", "元") : unit);
 }
 
 /// What all rows of a task have alike.
-TaskRow rowOf(const kvservice::CTaskDetail &task, const CInstrumentDetail &instrument) {
+TaskRow rowOf(const kvservice::CTaskDetail &task, const CInstrumentDetail &instrument,
+              CLinkageManager &linkage) {
     TaskRow row;
     row.taskId = task.mTaskId;
     row.commandId = task.mCommand->mCommandId;
     row.instrument = GZ::sToQs(instrument.mName);
     row.start = clockText(task.mStartTime);
     row.end = clockText(task.mEndTime != kUnsetTime ? task.mEndTime : task.mCancelTime);
-    row.status = getTaskStatusQString(task.mStatus);
+    row.status = linkage.getTaskStatusText(task.mStatus);
     row.cancellable = task.mStatus == kvservice::eTaskWaiting || task.mStatus == kvservice::eTaskRunning;
     row.cancelEnabled = task.mCommand->mCancelDisabled != 1;
     return row;
@@ -82,25 +82,24 @@ QString TaskRow::description() const {
 }
 
 std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
-                              const CInstrumentDetail &instrument) {
+                              const CInstrumentDetail &instrument, CLinkageManager &linkage) {
     std::vector<TaskRow> rows;
     const std::string key = vmStockKey(instrument.mMarket, instrument.mCode);
-    const QString unit = GZ::sToQs(kvservice::getStockUnit(instrument.mMarket, instrument.mCode));
-    CLinkageManager &service = CSingletonT<CLinkageManager>::instance();
+    const QString unit = linkage.getUnitText(instrument.mMarket, instrument.mCode);
     for (const auto &task : tasks) {
         if (!task || !task->mCommand || task->mItems.empty()) {
             continue;
         }
-        TaskRow row = rowOf(*task, instrument);
+        TaskRow row = rowOf(*task, instrument, linkage);
         for (const auto &item : task->mItems) {
             if (!item || vmStockKey(item->mMarket, item->mCode) != key) {
                 continue;
             }
             row.account = item->mAccount ? GZ::sToQs(item->mAccount->mAccountId) : QString();
             row.total = static_cast<int>(item->mQuantity); // the low 32 bits
-            row.finished = static_cast<int>(service.getTaskItemFinishNumber(task, key));
-            row.priceType = getPriceTypeQString(item->mPriceType);
-            row.order = orderText(*item, unit);
+            row.finished = static_cast<int>(linkage.getTaskItemFinishNumber(task, key));
+            row.priceType = linkage.getPriceTypeText(item->mPriceType);
+            row.order = orderText(*item, unit, linkage);
             row.buys = kvservice::DataHelper::isBuy(item->mOperation);
             rows.push_back(row);
             ++row.item;

@@ -9,6 +9,8 @@
 
 namespace TC {
 
+class CLinkageManager;
+
 /// What the table of tasks shows of one item of a task.
 struct TaskRow {
     int taskId = 0;
@@ -37,7 +39,7 @@ struct TaskRow {
 /// The rows of tasks, one for each of their items in the instrument. A task that is null or has no command or item has
 /// none. User-interface thread.
 std::vector<TaskRow> taskRows(const std::vector<boost::shared_ptr<kvservice::CTaskDetail>> &tasks,
-                              const CInstrumentDetail &instrument);
+                              const CInstrumentDetail &instrument, CLinkageManager &linkage);
 
 /// Rows in the order in which they are shown already; those that are not come after them, in their own order.
 std::vector<TaskRow> inPlaceOf(const std::vector<TaskRow> &shown, std::vector<TaskRow> rows);

@@ -19,8 +19,8 @@ bool readScope(const CRealtimeUiParam &view, const CInstrumentDetailPtr &instrum
     }
     if (view.mLinkageFlags & eAccountView) {
         const bool futures = isFuturesMarket(getDetailQsMarket(instrument));
-        return CSingletonT<CLinkageManager>::instance().getAccounts(
-            futures ? view.mFutureAccounts : view.mStockAccounts, scope.accounts);
+        return view.service<CLinkageManager>().getAccounts(futures ? view.mFutureAccounts : view.mStockAccounts,
+                                                           scope.accounts);
     }
     return true;
 }
@@ -39,7 +39,7 @@ std::vector<kvservice::IDataPtr> followedTasks(const CRealtimeUiParam &view,
         return {};
     }
     std::vector<boost::shared_ptr<kvservice::CTaskDetail>> kept;
-    CLinkageManager &service = CSingletonT<CLinkageManager>::instance();
+    CLinkageManager &service = view.service<CLinkageManager>();
     for (const auto &account : service.getTaskDetails(getDetailKey(instrument), scope.accounts)) {
         for (const auto &task : account.second) {
             if (isFollowed(task.second, scope)) {

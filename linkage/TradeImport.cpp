@@ -3,6 +3,7 @@
 #include "host/services/CFileClient.h"
 #include "host/services/CHostClock.h"
 #include "host/services/CLinkageManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CMessageTip.h"
 #include "host/toolkit/CSmallNoNormalButton.h"
 #include "linkage/ImportLine.h"
@@ -37,11 +38,11 @@ QString askFile(QWidget *parent, const QString &caption) {
 using Import = void (CLinkageManager::*)(const std::string &, const std::string &, const std::string &, double,
                                          int, long long, int);
 
-int takeLine(const QString &line, const QString &separator, Import import) {
-    if (const std::optional<ImportLine> read = ImportLine::read(line, separator, hostNow())) {
-        (CSingletonT<CLinkageManager>::instance().*import)(read->mAccount, read->mInstrument, read->mKey,
-                                                           read->mPrice, read->mVolume, read->mTime,
-                                                           read->mDirection);
+int takeLine(const QString &line, const QString &separator, Import import, const ServiceContext &services) {
+    if (const std::optional<ImportLine> read =
+            ImportLine::read(line, separator, services.get<CHostClock>().currentDateTime())) {
+        (services.get<CLinkageManager>().*import)(read->mAccount, read->mInstrument, read->mKey, read->mPrice,
+                                                  read->mVolume, read->mTime, read->mDirection);
     }
     return kLineTaken;
 }
@@ -64,9 +65,10 @@ void TradeImport::start(QWidget *parent, EKind kind, LineHandler handler) {
     const bool isCsv =
         QFileInfo(path).completeSuffix() == QLatin1String("csv"); // and neither "CSV" nor "a.csv"
     const QString separator = isCsv ? QStringLiteral(",") : QStringLiteral("\t");
-    CManualSingletonT<CFileClient>::instance().readFileByLine(
+    const ServiceContext &services = ServiceContext::of(parent);
+    services.get<CFileClient>().readFileByLine(
         mSeq, isCsv ? EFileType::CommaSeparated : EFileType::Spreadsheet, path,
-        boost::bind(handler, boost::placeholders::_1, separator));
+        [handler, separator, &services](const QString &line) { return handler(line, separator, services); });
 }
 
 void TradeImport::finish(int seq, bool success) {
@@ -89,12 +91,12 @@ void TradeImport::setEnabled(bool enabled) {
     mDealsButton->setEnabled(enabled);
 }
 
-int TradeImport::takeOrder(const QString &line, const QString &separator) {
-    return takeLine(line, separator, &CLinkageManager::importOrder);
+int TradeImport::takeOrder(const QString &line, const QString &separator, const ServiceContext &services) {
+    return takeLine(line, separator, &CLinkageManager::importOrder, services);
 }
 
-int TradeImport::takeDeal(const QString &line, const QString &separator) {
-    return takeLine(line, separator, &CLinkageManager::importDeal);
+int TradeImport::takeDeal(const QString &line, const QString &separator, const ServiceContext &services) {
+    return takeLine(line, separator, &CLinkageManager::importDeal, services);
 }
 
 } // namespace TC

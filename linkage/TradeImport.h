@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/services/ServiceContext.h"
+
 #include <QString>
 
 class QWidget;
@@ -17,7 +19,7 @@ public:
     /// What is read; the numbers are those of the tables that show it.
     enum EKind : int { eNothing = -1, eOrders = 542, eDeals = 544 };
     /// Takes a line with fields between separators, on a thread of the reader. Its answer tells the reader nothing.
-    using LineHandler = int (*)(const QString &line, const QString &separator);
+    using LineHandler = int (*)(const QString &line, const QString &separator, const ServiceContext &services);
 
     TradeImport();
 
@@ -25,14 +27,16 @@ public:
     GZ::CSmallNoNormalButton *ordersButton() const { return mOrdersButton; }
     GZ::CSmallNoNormalButton *dealsButton() const { return mDealsButton; }
 
-    /// Asks for a file by a dialog over `parent`, and has it read. The parent, and this with it, may go meanwhile.
+    /// Asks for a file by a dialog over `parent`, whose services are taken, and has it read. The parent, and this with it, may go meanwhile.
     void start(QWidget *parent, EKind kind, LineHandler handler);
     /// A read of the file reader has ended, this one or another's.
     void finish(int seq, bool success);
 
-    /// The handlers of lines. They need nothing but the trade service and always answer 2.
-    static int takeOrder(const QString &line, const QString &separator);
-    static int takeDeal(const QString &line, const QString &separator);
+    /// The handlers of lines. They need nothing but the trade service and the clock, and always answer 2.
+    static int takeOrder(const QString &line, const QString &separator,
+                         const ServiceContext &services = ServiceContext::processWide());
+    static int takeDeal(const QString &line, const QString &separator,
+                        const ServiceContext &services = ServiceContext::processWide());
 
 private:
     void setEnabled(bool enabled);

@@ -2,6 +2,7 @@
 
 #include "host/services/CConfigService.h"
 #include "host/services/CLinkageManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CCheckBox.h"
 #include "host/toolkit/CComboBox.h"
 #include "host/toolkit/CMediumNormalButton.h"
@@ -53,7 +54,7 @@ QTimeEdit *newTimeEdit(QWidget *parent) {
 } // namespace
 
 CRealtimeStatisticDialog::CRealtimeStatisticDialog(QWidget *parent, bool isReplay)
-    : CCommonDialog(parent), mIsReplay(isReplay) {
+    : CCommonDialog(parent), mIsReplay(isReplay), mRequests(nullptr, ServiceContext::of(this)) {
     setFixedSize(StatisticLayout::kDialog);
     createUi();
     connect(&mRequests, &TransactionRequests::sigAnswered, this, &CRealtimeStatisticDialog::takeTransactions);
@@ -240,7 +241,8 @@ void CRealtimeStatisticDialog::startAtOrder() {
 /// Adds the orders of the day of the stretch. Those of other days stay.
 void CRealtimeStatisticDialog::loadOrders() {
     CLinkageManager::Keys accounts;
-    if (const CUserConfig *config = getUserConfig()) {
+    const ServiceContext &services = ServiceContext::of(this);
+    if (const CUserConfig *config = services.get<CConfigService>().userConfig()) {
         for (const auto &account : config->accounts()) {
             if (account) {
                 accounts.insert(account->key());
@@ -249,7 +251,7 @@ void CRealtimeStatisticDialog::loadOrders() {
     }
     const auto midnight = static_cast<int>(secondOf(mDate, QTime(0, 0)));
     const auto orders =
-        CSingletonT<CLinkageManager>::instance().getOrderDetails(midnight, mStock.toStdString(), accounts);
+        services.get<CLinkageManager>().getOrderDetails(midnight, mStock.toStdString(), accounts);
     int number = 0;
     for (const auto &[account, records] : orders) {
         for (const auto &[key, order] : records) {

@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaManager.h"
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 
 #include <QPointer>
 #include <QThread>
@@ -31,7 +32,8 @@ struct TransactionRequests::Inbox {
     std::deque<Answer> answers; ///< from other threads
 };
 
-TransactionRequests::TransactionRequests(QObject *parent) : QObject(parent), mInbox(std::make_shared<Inbox>()) {
+TransactionRequests::TransactionRequests(QObject *parent, const ServiceContext &services)
+    : QObject(parent), mServices(services), mInbox(std::make_shared<Inbox>()) {
     mInbox->owner = this;
     mInbox->thread = thread();
 }
@@ -42,7 +44,7 @@ TransactionRequests::~TransactionRequests() {
 }
 
 void TransactionRequests::request(const QString &stock, qint64 start, qint64 end) {
-    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(stock);
+    const CInstrumentDetailPtr detail = mServices.get<CStockManager>().getInstrumentDetail(stock);
     quoter::TSMetaInfo meta;
     meta.mMarket = getDetailMarket(detail);
     meta.mCode = getDetailCode(detail);
@@ -55,7 +57,7 @@ void TransactionRequests::request(const QString &stock, qint64 start, qint64 end
                                                                      const QString &) {
         take(inbox, {number, stock, records});
     };
-    CSingletonT<CFormulaManager>::instance().requestHistoryQuote(meta, region, callback);
+    mServices.get<CFormulaManager>().requestHistoryQuote(meta, region, callback);
 }
 
 /// On the thread of a service, or on the owner's.

@@ -2,6 +2,7 @@
 
 #include "host/Export.h"
 #include "host/records/Quotes.h"
+#include "host/services/ServiceContext.h"
 
 #include <QObject>
 #include <QString>
@@ -19,7 +20,8 @@ class TIMESHARE_EXPORT TransactionRequests : public QObject {
 public:
     using Records = std::vector<std::shared_ptr<quoter::QuoterBase>>;
 
-    explicit TransactionRequests(QObject *parent = nullptr);
+    explicit TransactionRequests(QObject *parent = nullptr,
+                                 const ServiceContext &services = ServiceContext::processWide());
     ~TransactionRequests() override;
 
     /// Asks for the transactions of an instrument, by its key, from `start` to `end`, in seconds since the epoch.
@@ -36,6 +38,7 @@ private:
     Q_INVOKABLE void emptyInbox();
     void tell(const Answer &answer);
 
+    const ServiceContext &mServices;
     std::shared_ptr<Inbox> mInbox; ///< shared with the callbacks
     quint64 mAsked = 0; ///< number of the newest request
     quint64 mTold = 0; ///< of the newest that was answered

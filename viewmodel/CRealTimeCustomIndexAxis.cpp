@@ -11,14 +11,14 @@ namespace {
 constexpr double kDefaultBaseValue = 100.0;
 constexpr qint32 kDefaultOption2 = 100;
 
-qint64 nowInMilliseconds() {
-    return qint64(hostNow().toTime_t()) * 1000;
+qint64 inMilliseconds(const QDateTime &moment) {
+    return moment.toSecsSinceEpoch() * 1000;
 }
 
-QList<QPair<QString, QString>> knownMembers(const QList<QString> &keys) {
+QList<QPair<QString, QString>> knownMembers(const QList<QString> &keys, CStockManager &stocks) {
     QList<QPair<QString, QString>> members;
     for (const QString &key : keys) {
-        const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key);
+        const CInstrumentDetailPtr detail = stocks.getInstrumentDetail(key);
         if (detail) {
             members.append(qMakePair(getDetailQsMarket(detail), getDetailQsCode(detail)));
         }
@@ -50,14 +50,16 @@ bool CRealTimeCustomIndexAxis::showContextMenu() const {
 
 bool CRealTimeCustomIndexAxis::fillRequestParam(CFormulaParam &param, const QString &key,
                                                 boost::shared_ptr<CFormulaDetail>) {
-    const CIndexDetail *index = CSingletonT<CIndexManager>::instance().getIndex(key);
+    const CIndexDetail *index = mServices->get<CIndexManager>().getIndex(key);
     if (!index) {
         return false;
     }
     param.mIndexName = key;
     param.mIndexKey = key;
     param.mIndexOption1 = index->mOption1;
-    param.mIndexStartTime = isZero(double(index->mStartTime)) ? nowInMilliseconds() : index->mStartTime;
+    param.mIndexStartTime = isZero(double(index->mStartTime))
+                                ? inMilliseconds(mServices->get<CHostClock>().currentDateTime())
+                                : index->mStartTime;
     param.mIndexBaseValue = isZero(index->mBaseValue) ? kDefaultBaseValue : index->mBaseValue;
     param.mIndexOption2 = isZero(index->mOption2) ? kDefaultOption2 : index->mOption2;
     param.mCode = key;
@@ -66,7 +68,7 @@ bool CRealTimeCustomIndexAxis::fillRequestParam(CFormulaParam &param, const QStr
     if (index->mMembers.isEmpty()) {
         return false;
     }
-    param.mMembers += knownMembers(index->mMembers);
+    param.mMembers += knownMembers(index->mMembers, mServices->get<CStockManager>());
     return true;
 }
 

@@ -26,7 +26,7 @@ bool CRealTimeNomalAxis::showContextMenu() const {
 
 bool CRealTimeNomalAxis::fillRequestParam(CFormulaParam &param, const QString &key,
                                           boost::shared_ptr<CFormulaDetail>) {
-    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(key);
+    const CInstrumentDetailPtr detail = mServices->get<CStockManager>().getInstrumentDetail(key);
     if (!detail) {
         return false;
     }

@@ -3,6 +3,7 @@
 #include "host/Export.h"
 #include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaParam.h"
+#include "host/services/ServiceContext.h"
 
 #include <QList>
 #include <QString>
@@ -15,6 +16,9 @@ namespace TC {
 class TIMESHARE_EXPORT CRealtimeBaseFormulaAxis {
 public:
     virtual ~CRealtimeBaseFormulaAxis() = default;
+
+    /// What is asked for instruments and indexes; until it is set, the program's own.
+    void setServices(const ServiceContext &services) { mServices = &services; }
 
     /// Membership in the main chart, letter case included.
     virtual bool isMainFormula(const QString &name) const;
@@ -35,6 +39,7 @@ public:
                                   boost::shared_ptr<CFormulaDetail> formula) = 0;
 
 protected:
+    const ServiceContext *mServices = &ServiceContext::processWide();
     QList<QString> mMainFormulas;
 };
 

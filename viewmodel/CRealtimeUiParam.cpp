@@ -7,6 +7,7 @@
 #include "host/services/CIndexManager.h"
 #include "host/services/CStockManager.h"
 #include "host/services/CTradeOpenCloseTimeManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
@@ -43,13 +44,18 @@ QList<CIndexDetail *> copiesOf(const QList<CIndexDetail *> &indexes) {
 
 } // namespace
 
-CRealtimeUiParam::CRealtimeUiParam(EIndexViewType viewType)
+CRealtimeUiParam::CRealtimeUiParam(EIndexViewType viewType, const ServiceContext &services)
     : mViewType(viewType), mAddStockColors(overlayColorsOfTheme()), mNormalAxis(new CRealTimeNomalAxis),
-      mIndexAxis(new CRealTimeCustomIndexAxis), mPortfolioAxis(new CRealTimePortfolioAxis) {
+      mIndexAxis(new CRealTimeCustomIndexAxis), mPortfolioAxis(new CRealTimePortfolioAxis),
+      mServices(&services) {
     mCurrentAxis = mNormalAxis;
+    mNormalAxis->setServices(services);
+    mIndexAxis->setServices(services);
+    mPortfolioAxis->setServices(services);
 }
 
-CRealtimeUiParam::CRealtimeUiParam(const CRealtimeUiParam &other) : mViewType(other.mViewType) {
+CRealtimeUiParam::CRealtimeUiParam(const CRealtimeUiParam &other)
+    : mViewType(other.mViewType), mServices(other.mServices) {
     *this = other; // and then copies of what is owned
     mAddIndexes = copiesOf(other.mAddIndexes);
     mNormalAxis = new CRealTimeNomalAxis(*other.mNormalAxis);
@@ -74,8 +80,8 @@ CRealtimeUiParam::~CRealtimeUiParam() {
 void CRealtimeUiParam::setStock(const QString &key, bool useUnderlying) {
     const int oldKind = mStockKind;
     bool changed = false;
-    CStockManager &stocks = CSingletonT<CStockManager>::instance();
-    if (CSingletonT<CIndexManager>::instance().getIndex(key)) {
+    CStockManager &stocks = service<CStockManager>();
+    if (service<CIndexManager>().getIndex(key)) {
         mStockKind = eUserIndex;
         mIndexKey = key;
         mStockDetail.reset();
@@ -108,7 +114,7 @@ void CRealtimeUiParam::setStock(const QString &key, bool useUnderlying) {
 
 void CRealtimeUiParam::resetInstrumentAxis(bool useUnderlying) {
     mSessions.clear();
-    if (CSingletonT<CTradeOpenCloseTimeManager>::instance().getTradeTime(
+    if (service<CTradeOpenCloseTimeManager>().getTradeTime(
             getDetailQsMarket(mStockDetail), getDetailQsCode(mStockDetail), mSessions, mPointCount)) {
         return;
     }
@@ -168,7 +174,9 @@ int CRealtimeUiParam::getMainPanelID() const {
 }
 
 bool CRealtimeUiParam::isShowGroupIndexGraph() const {
-    return isIndexEx(getDetailMarket(mStockDetail), getDetailCode(mStockDetail)) || mStockKind == eUserIndex;
+    return service<kvservice::StockTypeCenter>().isIndex(getDetailMarket(mStockDetail),
+                                                         getDetailCode(mStockDetail)) ||
+           mStockKind == eUserIndex;
 }
 
 void CRealtimeUiParam::setFormulaAccount(const QString &account) {
@@ -212,7 +220,7 @@ void CRealtimeUiParam::setSector(const QString &sector, const QString &name) {
     const QString newSector = sector; // may be a reference to a member that is emptied now
     delAllStock();
     mSector = newSector;
-    if (SingletonManager::getIndexUserConfig().read().mOverlaySector && !mSector.isEmpty()) {
+    if (service<CConfigService>().indexUserConfig().read().mOverlaySector && !mSector.isEmpty()) {
         addStock(mSector, name, true);
     }
 }
@@ -292,7 +300,7 @@ bool CRealtimeUiParam::fillRequestParam(CFormulaParam &param, const QString &key
 
 double CRealtimeUiParam::getLastClose() const {
     if (mStockKind == eInstrument) {
-        return mGetTradeDateFunc ? CSingletonT<CStockManager>::instance().getCurrentDateLastClose(
+        return mGetTradeDateFunc ? service<CStockManager>().getCurrentDateLastClose(
                                        getDetailQsKey(mStockDetail), mGetTradeDateFunc())
                                  : getDetailLastClose(mStockDetail);
     }
@@ -300,20 +308,19 @@ double CRealtimeUiParam::getLastClose() const {
         return 0.0;
     }
     const std::string key = mIndexKey.toStdString();
-    double value = getUserdefineIndex(key);
+    CIndexManager &indexes = service<CIndexManager>();
+    double value = indexes.storedValue(key);
     if (isZero(value)) {
-        value = FormulaDispatch::getUserIndexLastClose(key);
+        value = indexes.dispatchedLastClose(key);
     }
-    return isZero(value) ? FormulaDispatch::getinitIndex(key) : value;
+    return isZero(value) ? indexes.initialValue(key) : value;
 }
 
 double CRealtimeUiParam::getLastClose(const QString &key) const {
-    if (const CIndexDetail *index = CSingletonT<CIndexManager>::instance().getIndex(key)) {
+    if (const CIndexDetail *index = service<CIndexManager>().getIndex(key)) {
         return index->mBaseValue;
     }
-    return mGetTradeDateFunc
-               ? CSingletonT<CStockManager>::instance().getCurrentDateLastClose(key, mGetTradeDateFunc())
-               : 0.0;
+    return mGetTradeDateFunc ? service<CStockManager>().getCurrentDateLastClose(key, mGetTradeDateFunc()) : 0.0;
 }
 
 void CRealtimeUiParam::setTradingDay(const TradingDay &day) {
@@ -322,7 +329,7 @@ void CRealtimeUiParam::setTradingDay(const TradingDay &day) {
 }
 
 void CRealtimeUiParam::resetAxis(const std::string &market, const std::string &code) {
-    setTradingDay(tradingDay(tradingDayOf(market, code, mStockDetail, mShowFixedPriceDeal)));
+    setTradingDay(tradingDay(tradingDayOf(market, code, mStockDetail, mShowFixedPriceDeal, *mServices)));
 }
 
 void CRealtimeUiParam::showFixedPriceDeal(bool show) {
@@ -340,11 +347,11 @@ int CRealtimeUiParam::getIndexByTime(const QTime &time) const {
 }
 
 int CRealtimeUiParam::getIndexByTime(int minute) const {
-    return indexOfMinute(mSessions, minute, hasNightSession(mStockDetail));
+    return indexOfMinute(mSessions, minute, hasNightSession(mStockDetail, *mServices));
 }
 
 QDateTime CRealtimeUiParam::getDateTimeByIndex(int index) const {
-    const QDateTime now = hostNow();
+    const QDateTime now = service<CHostClock>().currentDateTime();
     if (index < 0) {
         return QDateTime(now.date(), QTime(0, 0));
     }

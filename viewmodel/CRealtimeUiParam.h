@@ -7,6 +7,7 @@
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/CPanelInfo.h"
 #include "host/records/Enumerations.h"
+#include "host/services/ServiceContext.h"
 #include "viewmodel/AxisScale.h"
 #include "viewmodel/SharedCount.h"
 
@@ -50,10 +51,16 @@ enum EAddStockFlag : int {
 /// trading minute, 0 to mPointCount - 1; breaks between sessions take no room.
 class TIMESHARE_EXPORT CRealtimeUiParam {
 public:
-    explicit CRealtimeUiParam(EIndexViewType viewType);
+    /// `services` is what the view asks for its data; it outlives the parameters.
+    explicit CRealtimeUiParam(EIndexViewType viewType,
+                              const ServiceContext &services = ServiceContext::processWide());
     /// Copies all members; the copy has axis strategies of its own, with the same state and the same one current.
     CRealtimeUiParam(const CRealtimeUiParam &other);
     ~CRealtimeUiParam();
+
+    const ServiceContext &services() const { return *mServices; }
+    /// A service of the view.
+    template <class T> T &service() const { return mServices->get<T>(); }
 
     // Instrument and kind
 
@@ -194,6 +201,8 @@ public:
     bool mShowFixedPriceDeal = false;
 
 private:
+    const ServiceContext *mServices; ///< never changes
+
     /// Member by member, owning pointers as well: for the copy constructor alone, which then puts copies in their
     /// place.
     CRealtimeUiParam &operator=(const CRealtimeUiParam &) = default;

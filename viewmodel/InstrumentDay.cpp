@@ -2,6 +2,7 @@
 
 #include "host/services/CConfigService.h"
 #include "host/services/CTradeOpenCloseTimeManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/services/StockTypeCenter.h"
 
 #include <QStringList>
@@ -12,46 +13,46 @@ namespace {
 using kvservice::StockTypeCenter;
 
 /// Whether the instrument is of the growth board, whose after-hours session the user's board rules govern.
-bool isBoardStock(const CInstrumentDetailPtr &detail) {
+bool isBoardStock(const CInstrumentDetailPtr &detail, const ServiceContext &services) {
     if (!detail) {
         return false;
     }
-    const CUserConfig *config = getUserConfig();
-    return (config && config->isBoardNewRules() &&
-            StockTypeCenter::isTypedStock(277, detail->mMarket, detail->mCode)) ||
-           StockTypeCenter::isTypedStock(10006, "SZ", detail->mCode);
+    const CUserConfig *config = services.get<CConfigService>().userConfig();
+    StockTypeCenter &types = services.get<StockTypeCenter>();
+    return (config && config->isBoardNewRules() && types.isOfType(277, detail->mMarket, detail->mCode)) ||
+           types.isOfType(10006, "SZ", detail->mCode);
 }
 
 ETradingDay dayOfStockMarket(const CInstrumentDetailPtr &shown, const std::string &market,
-                             const std::string &code, bool afterHours) {
-    if (afterHours && isBoardStock(shown)) {
+                             const std::string &code, bool afterHours, const ServiceContext &services) {
+    if (afterHours && isBoardStock(shown, services)) {
         return ETradingDay::AfterHours;
     }
-    const bool isLong =
-        StockTypeCenter::isTypedStock(126, market, code) || StockTypeCenter::isTypedStock(100017, market, code);
+    StockTypeCenter &types = services.get<StockTypeCenter>();
+    const bool isLong = types.isOfType(126, market, code) || types.isOfType(100017, market, code);
     return isLong ? ETradingDay::LongAfternoon : ETradingDay::Stock;
 }
 
-bool hasNightSession(const QString &market, const QString &code) {
-    return CSingletonT<CTradeOpenCloseTimeManager>::instance().hasNightQuoter(market, code);
+bool hasNightSession(const QString &market, const QString &code, const ServiceContext &services) {
+    return services.get<CTradeOpenCloseTimeManager>().hasNightQuoter(market, code);
 }
 
 } // namespace
 
 ETradingDay tradingDayOf(const std::string &market, const std::string &code, const CInstrumentDetailPtr &shown,
-                         bool afterHours) {
+                         bool afterHours, const ServiceContext &services) {
     // The night session comes first: a commodity future that has one does not get the day of its market.
-    if (hasNightSession(QString::fromStdString(market), QString::fromStdString(code))) {
+    if (hasNightSession(QString::fromStdString(market), QString::fromStdString(code), services)) {
         return ETradingDay::Night;
     }
     if (market == "SH" || market == "SZ") {
-        return dayOfStockMarket(shown, market, code, afterHours);
+        return dayOfStockMarket(shown, market, code, afterHours, services);
     }
     return tradingDayOfMarket(market, code, shown ? shown->mProductId : std::string());
 }
 
-bool hasNightSession(const CInstrumentDetailPtr &detail) {
-    return hasNightSession(getDetailQsMarket(detail), getDetailQsCode(detail));
+bool hasNightSession(const CInstrumentDetailPtr &detail, const ServiceContext &services) {
+    return hasNightSession(getDetailQsMarket(detail), getDetailQsCode(detail), services);
 }
 
 bool hasUnderlyingDay(const CInstrumentDetailPtr &detail) {

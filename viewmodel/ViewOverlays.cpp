@@ -13,8 +13,8 @@ namespace {
 
 using Details = QList<CInstrumentDetailPtr>;
 
-CInstrumentDetailPtr detailOf(const QString &key) {
-    return CSingletonT<CStockManager>::instance().getInstrumentDetail(key);
+CInstrumentDetailPtr detailOf(const CRealtimeUiParam &view, const QString &key) {
+    return view.service<CStockManager>().getInstrumentDetail(key);
 }
 
 bool isSectorIndex(const CInstrumentDetailPtr &detail) {
@@ -42,16 +42,14 @@ template <class Rule> void removeOverlays(Details &details, QMap<QString, int> &
 
 /// What converts to or from the main instrument when the catalogue of sectors does not tell: a bond converts to
 /// its underlying, which is looked for in the bond's own market, and a share may have a bond.
-QString convertibleKeyByType(const CInstrumentDetailPtr &detail) {
-    using kvservice::StockTypeCenter;
+QString convertibleKeyByType(const CInstrumentDetailPtr &detail, kvservice::StockTypeCenter &types) {
     const std::string market = getDetailMarket(detail);
     const std::string code = getDetailCode(detail);
-    const bool isBond =
-        StockTypeCenter::isTypedStock(10019, market, code) || StockTypeCenter::isTypedStock(135, market, code);
+    const bool isBond = types.isOfType(10019, market, code) || types.isOfType(135, market, code);
     if (isBond && detail && detail->mUnderlying && !detail->mUnderlying->mCode.empty()) {
         return QString::fromStdString(vmStockKey(market, detail->mUnderlying->mCode));
     }
-    const std::string bond = getStockConvertibleBond(market, code);
+    const std::string bond = types.convertibleBond(market, code);
     return bond.empty() ? QString() : QString::fromStdString(vmStockKey(market, bond));
 }
 
@@ -79,10 +77,10 @@ void ViewOverlays::append(const CInstrumentDetailPtr &detail) {
 }
 
 void ViewOverlays::add(const QString &key, bool hasAxis) {
-    CInstrumentDetailPtr detail = detailOf(key);
+    CInstrumentDetailPtr detail = detailOf(mParam, key);
     if (!detail) {
-        const QString sectorIndex = CSingletonT<CSectorManager>::instance().getBkzsCodeByName(key);
-        detail = detailOf(sectorIndex);
+        const QString sectorIndex = mParam.service<CSectorManager>().getBkzsCodeByName(key);
+        detail = detailOf(mParam, sectorIndex);
         if (detail) {
             mParam.mAddBkzsCode = sectorIndex;
         }
@@ -104,7 +102,7 @@ void ViewOverlays::add(const QString &key, bool hasAxis) {
 }
 
 void ViewOverlays::addIndex(const QString &key) {
-    const CIndexDetail *index = CSingletonT<CIndexManager>::instance().getIndex(key);
+    const CIndexDetail *index = mParam.service<CIndexManager>().getIndex(key);
     if (!index) {
         return;
     }
@@ -129,7 +127,7 @@ void ViewOverlays::followSector() {
     if (mParam.mAddSwBkzsLevel == -1) {
         return;
     }
-    CSectorManager &sectors = CSingletonT<CSectorManager>::instance();
+    CSectorManager &sectors = mParam.service<CSectorManager>();
     const QString sectorName = sectors.getSWSectorByStock(mParam.getStock(), mParam.mAddSwBkzsLevel);
     const QString code = sectors.getBkzsCodeByName(sectorName);
     if (code.isEmpty()) {
@@ -140,7 +138,7 @@ void ViewOverlays::followSector() {
     if (code == mParam.mAddBkzsCode) {
         return;
     }
-    showSectorIndex(detailOf(code));
+    showSectorIndex(detailOf(mParam, code));
     mParam.mAddBkzsCode = code;
 }
 
@@ -176,15 +174,16 @@ void ViewOverlays::followConvertible() {
         return;
     }
     removeConvertible();
-    QSet<QString> codes = CSingletonT<CSectorManager>::instance().getConvertibleCodeByStock(mParam.getStock());
+    QSet<QString> codes = mParam.service<CSectorManager>().getConvertibleCodeByStock(mParam.getStock());
     if (codes.isEmpty()) {
-        const QString key = convertibleKeyByType(mParam.mStockDetail);
+        const QString key =
+            convertibleKeyByType(mParam.mStockDetail, mParam.service<kvservice::StockTypeCenter>());
         if (!key.isEmpty()) {
             codes.insert(key);
         }
     }
     for (const QString &key : qAsConst(codes)) {
-        const CInstrumentDetailPtr detail = detailOf(key);
+        const CInstrumentDetailPtr detail = detailOf(mParam, key);
         if (detail && mParam.canAddStock()) {
             append(detail);
             mParam.mAddConvertibleCodes.insert(key);

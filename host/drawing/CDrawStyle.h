@@ -4,6 +4,7 @@
 #include "host/records/CFormulaKey.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/RPCFormulaResult.h"
+#include "host/services/ServiceContext.h"
 
 #include <QList>
 #include <QPair>
@@ -129,7 +130,8 @@ public:
     /// value. Decimals are those of the formula's record, else of a volume or of the price step.
     static void getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
                              int index, const CInstrumentDetailPtr &instrument,
-                             const QList<CInstrumentDetailPtr> &addStocks);
+                             const QList<CInstrumentDetailPtr> &addStocks,
+                             const ServiceContext &services = ServiceContext::processWide());
 };
 
 } // namespace TC

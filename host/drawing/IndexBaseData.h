@@ -3,8 +3,10 @@
 #include "host/Export.h"
 #include "host/drawing/CDrawStyle.h"
 #include "host/drawing/IndexBaseDataReq.h"
+#include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaKey.h"
 #include "host/records/RPCFormulaResult.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CEventDeliverer.h"
 
 #include <QList>
@@ -26,10 +28,13 @@ class TIMESHARE_EXPORT IndexBaseData : public QObject, public GZ::CEventDelivere
 public:
     using MaxMinMap = QMap<CFormulaKey, QPair<double, double>>; ///< first the maximum, second the minimum
 
-    /// `next` hears of new data.
-    explicit IndexBaseData(GZ::CEventDeliverer *next, EIndexDisplayType displayType = EIndexDisplayType::Main);
+    /// `next` hears of new data; `services` is what its formulas are known to.
+    explicit IndexBaseData(GZ::CEventDeliverer *next, EIndexDisplayType displayType = EIndexDisplayType::Main,
+                           const ServiceContext &services = ServiceContext::processWide());
     ~IndexBaseData() override;
 
+    /// The services of the view that the data belong to.
+    const ServiceContext &services() const { return mServices; }
     /// The series held. The reference is for the thread that changes them, or for a holder of the lock.
     const QMap<CFormulaKey, se::RPCFormulaResultCache> &getData() const { return mData; }
     /// Shows the series to `reader` while nothing can change them. Any thread.
@@ -81,6 +86,12 @@ protected:
     IndexBaseDataReq mReq;
     CDrawStyle *mDrawStyle = nullptr;
     QList<QString> mFormulas;
+
+private:
+    /// The record of a formula, or null.
+    CFormulaDetailPtr recordOf(const QString &formula) const;
+
+    const ServiceContext &mServices;
 };
 
 } // namespace TC

@@ -49,9 +49,12 @@ public:
 };
 
 /// Name of a formula with its parameters behind it, "MACD(12,26,9)"; the name alone when there is no record.
-inline QString formulaHead(const QString &name) {
-    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+inline QString formulaHead(const QString &name, CFormulaOperateManager &catalogue) {
+    const CFormulaDetailPtr formula = catalogue.getFormula(name);
     return formula ? formula->mName + formulaParamText(*formula) : name;
+}
+inline QString formulaHead(const QString &name) {
+    return formulaHead(name, CSingletonT<CFormulaOperateManager>::instance());
 }
 
 /// Folder of the script models, without a trailing separator.

@@ -25,10 +25,12 @@ public:
 };
 
 /// The counterpart of a share listed in two markets, whichever of the two it is; empty when there is none.
-inline QString getPairedStock(const QString &key) {
-    CSectorManager &sectors = CSingletonT<CSectorManager>::instance();
+inline QString getPairedStock(const QString &key, CSectorManager &sectors) {
     const QString inHongKong = sectors.getHStockByAStock(key);
     return inHongKong.isEmpty() ? sectors.getAStockByHStock(key) : inHongKong;
+}
+inline QString getPairedStock(const QString &key) {
+    return getPairedStock(key, CSingletonT<CSectorManager>::instance());
 }
 
 } // namespace TC

@@ -7,6 +7,8 @@
 
 namespace TC {
 
+class ServiceContext;
+
 /// Access to the one object of a host service. The host installs it before it creates a view and keeps it
 /// alive until the last view has gone; installing is not owning.
 template <class T> class CSingletonT {
@@ -27,6 +29,8 @@ public:
     }
 
 private:
+    friend class ServiceContext;
+
     /// Looked up once in each binary.
     static std::atomic<void *> &place() {
         static std::atomic<void *> &place = ServicePlaces::of(typeid(T));

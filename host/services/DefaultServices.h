@@ -8,9 +8,13 @@
 
 namespace TC {
 
+class ServiceContext;
+
 /// Names of the services that the library may ask for and that nobody has installed, such as "TC::CStockManager", in
 /// alphabetical order. User-interface thread.
 TIMESHARE_EXPORT std::vector<std::string> missingServices();
+/// The same for a view of a context: what neither the context nor the program has.
+TIMESHARE_EXPORT std::vector<std::string> missingServices(const ServiceContext &services);
 
 /// Services for a host that has nothing to say in them. There is one for each service but the clock, the instruments and
 /// the series (CHostClock, CStockManager, CFormulaManager), which are the host's own. They stand for a program without

@@ -29,7 +29,7 @@ public:
     /// Who hears of the next pick. The callback is forgotten, and the window closed, when its owner goes.
     void setPickCallback(QObject *owner, PickCallback callback);
     void setTitle(const QString &title);
-    /// Shows the window over another one, with nothing typed, or with a first text.
+    /// Shows the window over another one, with nothing typed, or with a first text; what that one's services know is found.
     void openFor(QWidget *above, const QString &text = {});
 
     void onUiResourceChanged() override;

@@ -23,14 +23,16 @@ protected:
 };
 
 TEST_F(Listener, HearsAtOnceOnTheThreadOfTheUserInterface) {
-    LinkageListener listener([this](const Keys &keys) { mHeard.push_back(keys); });
+    LinkageListener listener(CSingletonT<CLinkageManager>::instance(),
+                             [this](const Keys &keys) { mHeard.push_back(keys); });
     change({"SH600000"});
     EXPECT_EQ(mHeard, std::vector<Keys>{{"SH600000"}});
     EXPECT_TRUE(listener.takeUntold().empty());
 }
 
 TEST_F(Listener, KeepsWhatChangesElsewhereOnceAnInstrument) {
-    LinkageListener listener([this](const Keys &keys) { mHeard.push_back(keys); });
+    LinkageListener listener(CSingletonT<CLinkageManager>::instance(),
+                             [this](const Keys &keys) { mHeard.push_back(keys); });
     changeElsewhere({"SH600000", "SZ000001"});
     changeElsewhere({"SZ000001", "SZ000002"});
     EXPECT_TRUE(mHeard.empty());
@@ -39,7 +41,8 @@ TEST_F(Listener, KeepsWhatChangesElsewhereOnceAnInstrument) {
 }
 
 TEST_F(Listener, HearsNothingOnceItIsCut) {
-    LinkageListener listener([this](const Keys &keys) { mHeard.push_back(keys); });
+    LinkageListener listener(CSingletonT<CLinkageManager>::instance(),
+                             [this](const Keys &keys) { mHeard.push_back(keys); });
     listener.cut();
     change({"SH600000"});
     EXPECT_TRUE(mHeard.empty());
@@ -47,8 +50,9 @@ TEST_F(Listener, HearsNothingOnceItIsCut) {
 }
 
 TEST_F(Listener, MayGoWhileItHears) {
-    auto listener = std::make_unique<LinkageListener>([](const Keys &) {});
-    LinkageListener other([&](const Keys &keys) {
+    auto listener =
+        std::make_unique<LinkageListener>(CSingletonT<CLinkageManager>::instance(), [](const Keys &) {});
+    LinkageListener other(CSingletonT<CLinkageManager>::instance(), [&](const Keys &keys) {
         listener.reset();
         mHeard.push_back(keys);
     });
@@ -56,7 +60,8 @@ TEST_F(Listener, MayGoWhileItHears) {
     change({"SZ000001"});
     EXPECT_EQ(mHeard.size(), 2u);
     std::unique_ptr<LinkageListener> itself;
-    itself = std::make_unique<LinkageListener>([&](const Keys &) { itself.reset(); });
+    itself = std::make_unique<LinkageListener>(CSingletonT<CLinkageManager>::instance(),
+                                               [&](const Keys &) { itself.reset(); });
     change({"SZ000002"});
     EXPECT_EQ(itself, nullptr);
 }

@@ -17,12 +17,13 @@ protected:
     /// What the menu of overlays of a chart has; nothing when there is none.
     QString overlays() {
         const FormulaMenu menu(
-            EIndexDisplayType::Main, [](const QString &) { return false; }, [](QAction *) {});
+            EIndexDisplayType::Main, [](const QString &) { return false; }, [](QAction *) {},
+            ServiceContext::processWide());
         return outlineOf(menu.makeOverlayMenu(mKeeper.get()));
     }
     QString replacements(EIndexDisplayType type = EIndexDisplayType::Sub) {
         const FormulaMenu menu(
-            type, [](const QString &) { return false; }, [](QAction *) {});
+            type, [](const QString &) { return false; }, [](QAction *) {}, ServiceContext::processWide());
         return outlineOf(menu.makeReplaceMenu(mKeeper.get(), QStringLiteral("SH")));
     }
     void hideModels(bool hidden) { mHost.mConfig.mHideModel = hidden; }

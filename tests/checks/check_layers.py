@@ -1,6 +1,6 @@
 """Includes go downward, without exception: host < viewmodel < chartdata < chartview, linkage, statistics < containers
-< terminal, the toolkit stands on host alone, and the terminal's folders have an order of their own. With --self-test,
-plants violations in a tree of its own and sees to it that they are found.
+< terminal, the toolkit stands on host alone, and the terminal's folders have an order of their own. The library asks the services of a
+view, never those of the program past it. With --self-test, plants violations in a tree of its own and sees to it that they are found.
 """
 
 import re
@@ -16,6 +16,9 @@ TERMINAL = {"threads": 0, "supervisor": 0, "files": 1, "config": 1, "market": 1,
 TOOLKIT = "toolkit"
 # Whoever takes the library may include all of it; nothing of the product includes these.
 OUTER = {"tests", "bench"}
+# Look-ups of the program's own services, which the library leaves to host/ and to the services themselves.
+PROGRAM_WIDE = re.compile(r"\bC(?:Manual)?SingletonT<|\b(?:hostNow|genRequestID|getConfig|getUserConfig|isBrokerQuoteMode)\(\)|"
+                          r"\bCAppConfig::|\bSingletonManager::|\bConfigCollector::|\bStockTypeCenter::isTypedStock\(")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]', re.MULTILINE)
 
 
@@ -52,13 +55,25 @@ def complaints_of(root, source, text):
             yield f'{source}:{line}: "{header}" does not begin at the root of the tree'
 
 
+def asks_program(source, text):
+    """Complaints about look-ups past the services of a view."""
+    folder = source.split("/")[0]
+    if folder in ("host", "terminal") or source.startswith("toolkit/services/"):
+        return
+    for match in PROGRAM_WIDE.finditer(text):
+        line = text.count("\n", 0, match.start()) + 1
+        yield f"{source}:{line}: asks the program's services, not those of the view ({match.group()})"
+
+
 def check(root):
     complaints, looked_at = [], 0
     for path in tree.sources(root):
         source = path.relative_to(root).as_posix()
         if is_product(source):
             looked_at += 1
-            complaints += complaints_of(root, source, path.read_text(encoding="utf-8"))
+            text = path.read_text(encoding="utf-8")
+            complaints += complaints_of(root, source, text)
+            complaints += asks_program(source, text)
     return complaints, looked_at
 
 
@@ -100,6 +115,10 @@ PLANTED = [
     ("terminal/threads/Worker.h", '#include "terminal/market/Store.h"\n', [1]),
     ("terminal/trade/Beside.h", '#include "terminal/market/Store.h"\n#include "terminal/formula/Service.h"\n', [2]),
     ("terminal/replay/Replay.h", '#include "terminal/threads/Worker.h"\n#include "terminal/formula/Service.h"\n', []),
+    ("chartdata/Ask.cpp", 'int a = CSingletonT<Stocks>::instance().count();\nauto b = hostNow();\n', [1, 2]),
+    ("toolkit/Ask.cpp", 'auto type = CAppConfig::isClientType(1);\nauto user = getUserConfig();\n', [1, 2]),
+    ("toolkit/services/Default.cpp", 'int a = CSingletonT<Stocks>::instance().count();\n', []),
+    ("terminal/app/Ask.cpp", 'auto b = hostNow();\n', []),
     ("terminal/unknown/Place.cpp", '#include "terminal/market/Store.h"\n', [1]),
 ]
 

@@ -1,54 +1,64 @@
 #include "tests/fakehost/FakeHost.h"
 
+#include "host/services/ServiceContext.h"
+
+#include <type_traits>
+
 namespace fakehost {
 
-FakeHost::FakeHost() {
-    TC::CSingletonT<TC::CHostClock>::install(&mClock);
-    TC::CSingletonT<TC::CStockManager>::install(&mStocks);
-    TC::CSingletonT<TC::CTradeOpenCloseTimeManager>::install(&mTimes);
-    TC::CSingletonT<TC::CSectorManager>::install(&mSectors);
-    TC::CSingletonT<TC::CIndexManager>::install(&mIndexes);
-    TC::CSingletonT<kvservice::StockTypeCenter>::install(&mTypes);
-    TC::CSingletonT<se::IdGenerator>::install(&mIds);
-    TC::CSingletonT<TC::CConfigService>::install(&mConfig);
-    TC::CSingletonT<TC::CFormulaManager>::install(&mFormulas);
-    TC::CSingletonT<TC::CFormulaOperateManager>::install(&mCatalogue);
-    TC::CSingletonT<TC::CMultiRequestDataManager>::install(&mCache);
-    TC::CSingletonT<TC::CReplayManager>::install(&mReplay);
-    TC::CSingletonT<TC::CStrategyTradeManager>::install(&mStrategies);
-    TC::CSingletonT<TC::CLinkageManager>::install(&mLinkage);
-    TC::CManualSingletonT<TC::CFileClient>::install(&mFiles);
-    TC::CSingletonT<TC::CEnhanceDrawManager>::install(&mEnhance);
-    TC::CSingletonT<TC::CSmartKeyManager>::install(&mSmartKeys);
-    TC::CSingletonT<TC::CIndexTemplateManager>::install(&mTemplates);
-    TC::CSingletonT<TC::CSelfStockManager>::install(&mSelfStocks);
-    TC::CSingletonT<TC::CIndexMainWindowHelper>::install(&mMainWindow);
+namespace {
+
+/// Installs a service for the whole program, or takes it away.
+struct ForProgram {
+    template <class Service> void operator()(Service *service) const {
+        TC::CSingletonT<Service>::install(isThere ? service : nullptr);
+    }
+    bool isThere;
+};
+
+} // namespace
+
+template <class Use> void FakeServices::forEach(Use use) {
+    use(static_cast<TC::CHostClock *>(&mClock));
+    use(static_cast<TC::CStockManager *>(&mStocks));
+    use(static_cast<TC::CTradeOpenCloseTimeManager *>(&mTimes));
+    use(static_cast<TC::CSectorManager *>(&mSectors));
+    use(static_cast<TC::CIndexManager *>(&mIndexes));
+    use(static_cast<kvservice::StockTypeCenter *>(&mTypes));
+    use(static_cast<se::IdGenerator *>(&mIds));
+    use(static_cast<TC::CConfigService *>(&mConfig));
+    use(static_cast<TC::CFormulaManager *>(&mFormulas));
+    use(static_cast<TC::CFormulaOperateManager *>(&mCatalogue));
+    use(static_cast<TC::CMultiRequestDataManager *>(&mCache));
+    use(static_cast<TC::CReplayManager *>(&mReplay));
+    use(static_cast<TC::CStrategyTradeManager *>(&mStrategies));
+    use(static_cast<TC::CLinkageManager *>(&mLinkage));
+    use(static_cast<TC::CFileClient *>(&mFiles));
+    use(static_cast<TC::CEnhanceDrawManager *>(&mEnhance));
+    use(static_cast<TC::CSmartKeyManager *>(&mSmartKeys));
+    use(static_cast<TC::CIndexTemplateManager *>(&mTemplates));
+    use(static_cast<TC::CSelfStockManager *>(&mSelfStocks));
+    use(static_cast<TC::CIndexMainWindowHelper *>(&mMainWindow));
 }
 
-FakeHost::~FakeHost() {
+FakeServices::~FakeServices() {
     // Callbacks keep their objects alive, which call on the services when they go.
     mFormulas.mLive.clear();
     mReplay.mLive.clear();
-    TC::CSingletonT<TC::CHostClock>::install(nullptr);
-    TC::CSingletonT<TC::CStockManager>::install(nullptr);
-    TC::CSingletonT<TC::CTradeOpenCloseTimeManager>::install(nullptr);
-    TC::CSingletonT<TC::CSectorManager>::install(nullptr);
-    TC::CSingletonT<TC::CIndexManager>::install(nullptr);
-    TC::CSingletonT<kvservice::StockTypeCenter>::install(nullptr);
-    TC::CSingletonT<se::IdGenerator>::install(nullptr);
-    TC::CSingletonT<TC::CConfigService>::install(nullptr);
-    TC::CSingletonT<TC::CFormulaManager>::install(nullptr);
-    TC::CSingletonT<TC::CFormulaOperateManager>::install(nullptr);
-    TC::CSingletonT<TC::CMultiRequestDataManager>::install(nullptr);
-    TC::CSingletonT<TC::CReplayManager>::install(nullptr);
-    TC::CSingletonT<TC::CStrategyTradeManager>::install(nullptr);
-    TC::CSingletonT<TC::CLinkageManager>::install(nullptr);
-    TC::CManualSingletonT<TC::CFileClient>::install(nullptr);
-    TC::CSingletonT<TC::CEnhanceDrawManager>::install(nullptr);
-    TC::CSingletonT<TC::CSmartKeyManager>::install(nullptr);
-    TC::CSingletonT<TC::CIndexTemplateManager>::install(nullptr);
-    TC::CSingletonT<TC::CSelfStockManager>::install(nullptr);
-    TC::CSingletonT<TC::CIndexMainWindowHelper>::install(nullptr);
+}
+
+void FakeServices::installInto(TC::ServiceContext &context) {
+    forEach([&context](auto *service) { context.install<std::remove_pointer_t<decltype(service)>>(service); });
+}
+
+FakeHost::FakeHost() {
+    forEach(ForProgram{true});
+}
+
+FakeHost::~FakeHost() {
+    mFormulas.mLive.clear();
+    mReplay.mLive.clear();
+    forEach(ForProgram{false});
 }
 
 } // namespace fakehost

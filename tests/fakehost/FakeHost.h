@@ -10,15 +10,22 @@
 #include "tests/fakehost/FakeStockManager.h"
 #include "tests/fakehost/FakeWindowServices.h"
 
+namespace TC {
+class ServiceContext;
+} // namespace TC
+
 namespace fakehost {
 
-/// A whole host of recording doubles, installed while it lives. Make it the first member of a fixture.
-class FakeHost {
+/// Recording doubles of all services.
+class FakeServices {
 public:
-    FakeHost();
-    ~FakeHost();
-    FakeHost(const FakeHost &) = delete;
-    FakeHost &operator=(const FakeHost &) = delete;
+    FakeServices() = default;
+    ~FakeServices();
+    FakeServices(const FakeServices &) = delete;
+    FakeServices &operator=(const FakeServices &) = delete;
+
+    /// For the views of a context, which go first.
+    void installInto(TC::ServiceContext &context);
 
     CallLog mLog; ///< calls of all services, in order
     FakeClock mClock;
@@ -41,6 +48,16 @@ public:
     FakeIndexTemplateManager mTemplates;
     FakeSelfStockManager mSelfStocks;
     FakeIndexMainWindowHelper mMainWindow{mLog};
+
+protected:
+    template <class Use> void forEach(Use use);
+};
+
+/// A whole host of recording doubles, installed for the program while it lives. Make it the first member of a fixture.
+class FakeHost : public FakeServices {
+public:
+    FakeHost();
+    ~FakeHost();
 };
 
 } // namespace fakehost

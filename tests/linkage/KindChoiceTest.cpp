@@ -20,7 +20,7 @@ protected:
         mHost.mLog.clear();
         return found;
     }
-    KindChoice mKinds;
+    KindChoice mKinds{mHost.mLinkage};
 };
 
 TEST_F(KindChoiceTest, NothingIsShownAtFirst) {

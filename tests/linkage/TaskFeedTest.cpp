@@ -32,7 +32,7 @@ protected:
     }
 
     fakehost::FakeHost mHost;
-    std::unique_ptr<TC::TaskFeed> mFeed = std::make_unique<TC::TaskFeed>();
+    std::unique_ptr<TC::TaskFeed> mFeed = std::make_unique<TC::TaskFeed>(mHost.mLinkage);
     std::vector<StockKeys> mTold;
     const std::thread::id mHome = std::this_thread::get_id();
     bool mToldHere = true;

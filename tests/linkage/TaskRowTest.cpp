@@ -15,8 +15,8 @@ namespace {
 class TaskRowTest : public tests::ChartFixture {
 protected:
     TaskRowTest() { mDetail->mName = "浦发银行"; }
-    std::vector<TaskRow> rows(const boost::shared_ptr<kvservice::CTaskDetail> &task) const {
-        return taskRows({task}, *mDetail);
+    std::vector<TaskRow> rows(const boost::shared_ptr<kvservice::CTaskDetail> &task) {
+        return taskRows({task}, *mDetail, mHost.mLinkage);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "viewmodel/InstrumentDay.h"
 
+#include "host/services/ServiceContext.h"
 #include "tests/fakehost/FakeHost.h"
 
 #include <gtest/gtest.h>
@@ -16,25 +17,32 @@ protected:
 TEST_F(InstrumentDayTest, TheNightSessionComesBeforeTheDayOfTheMarket) {
     mHost.mTimes.mNight << "SHFEau2406"
                         << "SH600000";
-    EXPECT_EQ(tradingDayOf("SHFE", "au2406", nullptr, false), ETradingDay::Night);
-    EXPECT_EQ(tradingDayOf("SHFE", "wr2406", nullptr, false), ETradingDay::CommodityFutures);
-    EXPECT_EQ(tradingDayOf("SH", "600000", nullptr, false), ETradingDay::Night);
+    EXPECT_EQ(tradingDayOf("SHFE", "au2406", nullptr, false, ServiceContext::processWide()),
+              ETradingDay::Night);
+    EXPECT_EQ(tradingDayOf("SHFE", "wr2406", nullptr, false, ServiceContext::processWide()),
+              ETradingDay::CommodityFutures);
+    EXPECT_EQ(tradingDayOf("SH", "600000", nullptr, false, ServiceContext::processWide()), ETradingDay::Night);
 }
 
 TEST_F(InstrumentDayTest, ABoardStockHasTheAfterHoursSessionOnlyWhereItIsShown) {
     mHost.mTypes.mTypes = {{10006, "SZ", "300001"}};
     const CInstrumentDetailPtr board = mHost.mStocks.add("SZ", "300001");
-    EXPECT_EQ(tradingDayOf("SZ", "300001", board, true), ETradingDay::AfterHours);
-    EXPECT_EQ(tradingDayOf("SZ", "300001", board, false), ETradingDay::Stock);
-    EXPECT_EQ(tradingDayOf("SZ", "300001", nullptr, true), ETradingDay::Stock) << "no instrument is shown";
-    EXPECT_EQ(tradingDayOf("SZSE", "300001", board, true), ETradingDay::Stock) << "another word";
+    EXPECT_EQ(tradingDayOf("SZ", "300001", board, true, ServiceContext::processWide()),
+              ETradingDay::AfterHours);
+    EXPECT_EQ(tradingDayOf("SZ", "300001", board, false, ServiceContext::processWide()), ETradingDay::Stock);
+    EXPECT_EQ(tradingDayOf("SZ", "300001", nullptr, true, ServiceContext::processWide()), ETradingDay::Stock)
+        << "no instrument is shown";
+    EXPECT_EQ(tradingDayOf("SZSE", "300001", board, true, ServiceContext::processWide()), ETradingDay::Stock)
+        << "another word";
 }
 
 TEST_F(InstrumentDayTest, TheProductIsThatOfTheInstrumentShown) {
     const CInstrumentDetailPtr shown = mHost.mStocks.add("CFFEX", "T2406");
     shown->mProductId = "T";
-    EXPECT_EQ(tradingDayOf("CFFEX", "T2406", shown, false), ETradingDay::TreasuryFutures);
-    EXPECT_EQ(tradingDayOf("CFFEX", "T2406", nullptr, false), ETradingDay::Stock);
+    EXPECT_EQ(tradingDayOf("CFFEX", "T2406", shown, false, ServiceContext::processWide()),
+              ETradingDay::TreasuryFutures);
+    EXPECT_EQ(tradingDayOf("CFFEX", "T2406", nullptr, false, ServiceContext::processWide()),
+              ETradingDay::Stock);
 }
 
 TEST_F(InstrumentDayTest, OnlyAStockWithANamedUnderlyingHasItsDay) {

@@ -1,6 +1,8 @@
 #include "host/drawing/CDrawStyle.h"
 
 #include "host/records/ValueComparison.h"
+#include "host/services/CFormulaOperateManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/Text.h"
 #include "toolkit/drawing/Bars.h"
 #include "toolkit/drawing/Candle.h"
@@ -329,8 +331,9 @@ void CDrawStyle::drawIcon(QPainter *painter, const QRect &rect, const Series &se
 
 void CDrawStyle::getTitleText(CArrowColorSimpleText &title, const CFormulaKey &key, const Series &series,
                               int index, const CInstrumentDetailPtr &instrument,
-                              const QList<CInstrumentDetailPtr> &addStocks) {
-    appendSeries(title, key, series, index, instrument, addStocks);
+                              const QList<CInstrumentDetailPtr> &addStocks, const ServiceContext &services) {
+    appendSeries(title, key, series, index, instrument, addStocks,
+                 services.get<CFormulaOperateManager>().getFormula(key.mFormula));
 }
 
 } // namespace TC

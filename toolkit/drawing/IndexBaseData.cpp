@@ -2,6 +2,7 @@
 
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStrategyTradeManager.h"
+#include "host/services/ServiceContext.h"
 #include "toolkit/drawing/SeriesText.h"
 
 #include <algorithm>
@@ -13,14 +14,15 @@ using Hold = boost::unique_lock<boost::recursive_mutex>;
 
 constexpr int kReplacesMainChart = 2; ///< CFormulaDetail::mType
 
-CFormulaDetailPtr recordOf(const QString &formula) {
-    return CSingletonT<CFormulaOperateManager>::instance().getFormula(formula);
-}
-
 } // namespace
 
-IndexBaseData::IndexBaseData(GZ::CEventDeliverer *next, EIndexDisplayType displayType)
-    : GZ::CEventDeliverer(next), mDisplayType(displayType), mDrawStyle(new CDrawStyle) {}
+IndexBaseData::IndexBaseData(GZ::CEventDeliverer *next, EIndexDisplayType displayType,
+                             const ServiceContext &services)
+    : GZ::CEventDeliverer(next), mDisplayType(displayType), mDrawStyle(new CDrawStyle), mServices(services) {}
+
+CFormulaDetailPtr IndexBaseData::recordOf(const QString &formula) const {
+    return mServices.get<CFormulaOperateManager>().getFormula(formula);
+}
 
 IndexBaseData::~IndexBaseData() {
     retire();
@@ -72,7 +74,7 @@ bool IndexBaseData::hasData() const {
 
 bool IndexBaseData::hasGroupModelIndex() const {
     Hold hold(mLock);
-    return std::any_of(mFormulas.cbegin(), mFormulas.cend(), [](const QString &formula) {
+    return std::any_of(mFormulas.cbegin(), mFormulas.cend(), [this](const QString &formula) {
         const CFormulaDetailPtr record = recordOf(formula);
         return record && record->mStrParamNames.contains(QStringLiteral("group"));
     });
@@ -80,7 +82,7 @@ bool IndexBaseData::hasGroupModelIndex() const {
 
 bool IndexBaseData::hasPythonIndex() const {
     Hold hold(mLock);
-    return std::any_of(mFormulas.cbegin(), mFormulas.cend(), [](const QString &formula) {
+    return std::any_of(mFormulas.cbegin(), mFormulas.cend(), [this](const QString &formula) {
         const CFormulaDetailPtr record = recordOf(formula);
         return record && record->mLanguage == EFormulaLanguage::Python;
     });
@@ -98,7 +100,7 @@ bool IndexBaseData::isNeedYAxis(const se::RPCFormulaResultCache &series, int lin
 
 void IndexBaseData::updateStrategyBacktestData(const QVector<QString> &requestIds) {
     if (!requestIds.isEmpty()) {
-        CSingletonT<CStrategyTradeManager>::instance().updateBacktestData(requestIds);
+        mServices.get<CStrategyTradeManager>().updateBacktestData(requestIds);
     }
 }
 

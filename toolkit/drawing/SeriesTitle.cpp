@@ -1,6 +1,5 @@
 #include "toolkit/drawing/SeriesTitle.h"
 
-#include "host/services/CFormulaOperateManager.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "toolkit/drawing/DrawLook.h"
@@ -58,9 +57,8 @@ CArrowColorSimpleText::EArrow moveOf(const SeriesLine &line, int index) {
 
 void appendSeries(CArrowColorSimpleText &title, const CFormulaKey &key, const se::RPCFormulaResultCache &series,
                   int index, const CInstrumentDetailPtr &instrument,
-                  const QList<CInstrumentDetailPtr> &addStocks) {
+                  const QList<CInstrumentDetailPtr> &addStocks, const CFormulaDetailPtr &formula) {
     const DrawLook &look = DrawLook::current();
-    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(key.mFormula);
     const CInstrumentDetailPtr overlay = overlayOf(key, instrument, addStocks);
     QString overlayName = getDetailQsName(overlay);
     const int lines = std::min(series.meta.mLineCount, static_cast<int>(series.result.mValues.size()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/drawing/CArrowColorSimpleText.h"
+#include "host/records/CFormulaDetail.h"
 #include "host/records/CFormulaKey.h"
 #include "host/records/CInstrumentDetail.h"
 #include "host/records/RPCFormulaResult.h"
@@ -9,9 +10,9 @@
 
 namespace TC {
 
-/// Appends a series to a title, as CDrawStyle::getTitleText() tells.
+/// Appends a series to a title, as CDrawStyle::getTitleText() tells. `formula` is the record of its formula, or null.
 void appendSeries(CArrowColorSimpleText &title, const CFormulaKey &key, const se::RPCFormulaResultCache &series,
                   int index, const CInstrumentDetailPtr &instrument,
-                  const QList<CInstrumentDetailPtr> &addStocks);
+                  const QList<CInstrumentDetailPtr> &addStocks, const CFormulaDetailPtr &formula);
 
 } // namespace TC

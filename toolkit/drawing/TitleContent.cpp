@@ -41,7 +41,8 @@ void TitleContent::addInstrument(CArrowColorSimpleText &title, const IndexBaseDa
     if (getDetailQsCode(mStock) != getDetailQsName(mStock)) {
         title.append(getDetailQsCode(mStock), color);
     }
-    if (source.getTradeDate() != 0 && !showsToday(source.getTradeDate())) {
+    if (source.getTradeDate() != 0 &&
+        !showsToday(source.getTradeDate(), source.services().get<CStockManager>())) {
         title.append(GZ::exchangeDate(source.getTradeDate()).toString(QStringLiteral("yyyy-MM-dd")),
                      GZ::themeColor("ic_clr_index_title_text"));
     }
@@ -57,11 +58,13 @@ void TitleContent::addFormulas(CArrowColorSimpleText &title, const IndexBaseData
     source.readData([&](const QMap<CFormulaKey, se::RPCFormulaResultCache> &data) {
         for (const QString &formula : formulas) {
             if (!main || !source.isMainGraph(formula)) {
-                title.append(formulaHead(formula), GZ::themeColor("ic_clr_index_title_name"));
+                title.append(formulaHead(formula, source.services().get<CFormulaOperateManager>()),
+                             GZ::themeColor("ic_clr_index_title_name"));
             }
             for (auto entry = data.begin(); entry != data.end(); ++entry) {
                 if (entry.key().mFormula == formula && !overlay(entry.key())) {
-                    CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks);
+                    CDrawStyle::getTitleText(title, entry.key(), *entry, mIndex, mStock, mAddStocks,
+                                             source.services());
                     if (main && formula == QLatin1String("REALTIME")) {
                         addChange(title, *entry, close);
                     }
@@ -69,7 +72,7 @@ void TitleContent::addFormulas(CArrowColorSimpleText &title, const IndexBaseData
             }
         }
         for (auto entry = data.begin(); entry != data.end(); ++entry) {
-            addOverlay(title, entry.key(), *entry, source.getTradeDate());
+            addOverlay(title, entry.key(), *entry, source);
         }
     });
 }
@@ -84,15 +87,15 @@ CInstrumentDetailPtr TitleContent::overlay(const CFormulaKey &key) const {
 }
 
 void TitleContent::addOverlay(CArrowColorSimpleText &title, const CFormulaKey &key,
-                              const se::RPCFormulaResultCache &series, int date) const {
+                              const se::RPCFormulaResultCache &series, const IndexBaseData &source) const {
     const CInstrumentDetailPtr stock = overlay(key);
     if (!stock) {
         return;
     }
-    CDrawStyle::getTitleText(title, key, series, mIndex, mStock, mAddStocks);
+    CDrawStyle::getTitleText(title, key, series, mIndex, mStock, mAddStocks, source.services());
     const SeriesLine price(series, 0);
     const int at = mIndex < 0 ? price.lastPoint() : mIndex;
-    const double close = closeBefore(stock, date);
+    const double close = closeBefore(stock, source.getTradeDate(), source.services().get<CStockManager>());
     if (key.mFormula == QLatin1String("REALTIME") && price.has(at) && !isUnset(close) &&
         close > kValueTolerance) {
         const double change = (price.value(at) - close) / close;
@@ -132,28 +135,27 @@ void TitleContent::addChange(CArrowColorSimpleText &title, const se::RPCFormulaR
     title.append(tr("涨幅:%1").arg(signedText(sign / lastClose, 2, utils::eFormatPercent)), color);
 }
 
-bool TitleContent::showsToday(int date) const {
+bool TitleContent::showsToday(int date, CStockManager &stocks) const {
     const bool past = mGetTradeDateFunc || mView.isPast();
     if (date == 0) {
         return !past;
     }
-    return CSingletonT<CStockManager>::instance().getLastTradingDay(getDetailQsMarket(mStock)) == date;
+    return stocks.getLastTradingDay(getDetailQsMarket(mStock)) == date;
 }
 
 double TitleContent::lastClose(const IndexBaseData &source) const {
     if (!mStock || !mView.isInstrument()) {
         return kUnsetValue;
     }
-    return closeBefore(mStock, source.getTradeDate());
+    return closeBefore(mStock, source.getTradeDate(), source.services().get<CStockManager>());
 }
 
 /// The close before the day that is shown, a time in seconds, or before the view's when that is 0.
-double TitleContent::closeBefore(const CInstrumentDetailPtr &stock, int date) const {
-    if (showsToday(date)) {
+double TitleContent::closeBefore(const CInstrumentDetailPtr &stock, int date, CStockManager &stocks) const {
+    if (showsToday(date, stocks)) {
         return getDetailLastClose(stock);
     }
-    return date == 0 ? kUnsetValue
-                     : CSingletonT<CStockManager>::instance().getCurrentDateLastClose(stock, date);
+    return date == 0 ? kUnsetValue : stocks.getCurrentDateLastClose(stock, date);
 }
 
 } // namespace TC

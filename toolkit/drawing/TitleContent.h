@@ -13,6 +13,8 @@
 
 namespace TC {
 
+class CStockManager;
+
 /// What a title strip tells: the instrument, each formula with the values of its lines at an axis index, the overlays with their
 /// change, and what the curves of the user's trading stand at.
 /// User-interface thread only; the data may change on another thread meanwhile.
@@ -37,12 +39,12 @@ private:
     void addChange(CArrowColorSimpleText &title, const se::RPCFormulaResultCache &series,
                    double lastClose) const;
     void addOverlay(CArrowColorSimpleText &title, const CFormulaKey &key,
-                    const se::RPCFormulaResultCache &series, int date) const;
+                    const se::RPCFormulaResultCache &series, const IndexBaseData &source) const;
     void addCurves(CArrowColorSimpleText &title) const;
     CInstrumentDetailPtr overlay(const CFormulaKey &key) const;
-    bool showsToday(int date) const;
+    bool showsToday(int date, CStockManager &stocks) const;
     double lastClose(const IndexBaseData &source) const;
-    double closeBefore(const CInstrumentDetailPtr &stock, int date) const;
+    double closeBefore(const CInstrumentDetailPtr &stock, int date, CStockManager &stocks) const;
 
     const EIndexDisplayType mDisplayType;
 };

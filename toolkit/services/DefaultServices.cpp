@@ -4,6 +4,7 @@
 #include "host/services/CHostClock.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "toolkit/services/DefaultCatalogues.h"
 #include "toolkit/services/DefaultDesk.h"
 #include "toolkit/services/DefaultTrading.h"
@@ -34,14 +35,14 @@ private:
     Service mService;
 };
 
-template <class... Services> std::vector<std::string> namesOfMissing() {
+template <class... Services> std::vector<std::string> namesOfMissing(const ServiceContext &services) {
     std::vector<std::string> names;
     const auto look = [&](bool isInstalled, const std::type_info &type) {
         if (!isInstalled) {
             names.push_back(ServicePlaces::nameOf(type));
         }
     };
-    (look(CSingletonT<Services>::isInstalled(), typeid(Services)), ...);
+    (look(services.has<Services>(), typeid(Services)), ...);
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -49,11 +50,16 @@ template <class... Services> std::vector<std::string> namesOfMissing() {
 } // namespace
 
 std::vector<std::string> missingServices() {
+    return missingServices(ServiceContext::processWide());
+}
+
+std::vector<std::string> missingServices(const ServiceContext &services) {
     return namesOfMissing<CHostClock, CStockManager, CFormulaManager, CTradeOpenCloseTimeManager,
                           CSectorManager, CIndexManager, kvservice::StockTypeCenter, se::IdGenerator,
                           CMultiRequestDataManager, CFormulaOperateManager, CLinkageManager, CReplayManager,
                           CStrategyTradeManager, CFileClient, CConfigService, CEnhanceDrawManager,
-                          CIndexMainWindowHelper, CIndexTemplateManager, CSelfStockManager, CSmartKeyManager>();
+                          CIndexMainWindowHelper, CIndexTemplateManager, CSelfStockManager, CSmartKeyManager>(
+        services);
 }
 
 struct DefaultServices::Services {

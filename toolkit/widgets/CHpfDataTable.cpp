@@ -1,5 +1,7 @@
 #include "host/toolkit/CHpfDataTable.h"
 
+#include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/Text.h"
 #include "toolkit/widgets/RecordColumns.h"
 #include "toolkit/widgets/TableCell.h"
@@ -26,9 +28,10 @@ void CHpfDataTable::updateData(const boost::shared_ptr<kvservice::IData> &record
         row = addRow();
         item(row, 0)->setData(eRecordKey, key);
     }
+    auto &stocks = TC::ServiceContext::of(this).get<TC::CStockManager>();
     int number = 0;
     for (const RecordColumn &column : recordColumns(mType)) {
-        const RecordCell cell = column.cell(*record);
+        const RecordCell cell = column.cell(*record, stocks);
         setText(row, number, cell.text, column.alignment, cell.sortValue);
         if (!cell.colorKey.isEmpty()) {
             setTextColor(row, number, cell.colorKey);

@@ -27,8 +27,10 @@ QString tr(const char *text) {
     return QCoreApplication::translate("GZ::CHpfDataTable", text);
 }
 
-TC::CInstrumentDetailPtr instrumentOf(const std::string &key) {
-    return TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail(sToQs(key));
+using Stocks = TC::CStockManager;
+
+TC::CInstrumentDetailPtr instrumentOf(const std::string &key, Stocks &stocks) {
+    return stocks.getInstrumentDetail(sToQs(key));
 }
 
 RecordCell numberCell(double number, int decimals) {
@@ -82,25 +84,25 @@ template <class Record> const Record &as(const IData &record) {
     return static_cast<const Record &>(record);
 }
 
-template <class Record> RecordCell timeCell(const IData &record) {
+template <class Record> RecordCell timeCell(const IData &record, Stocks &) {
     return {clockText(as<Record>(record).mTime), {}, {}};
 }
 
-template <class Record> RecordCell accountCell(const IData &record) {
+template <class Record> RecordCell accountCell(const IData &record, Stocks &) {
     return {sToQs(as<Record>(record).mAccount), {}, {}};
 }
 
-template <class Record> RecordCell codeCell(const IData &record) {
+template <class Record> RecordCell codeCell(const IData &record, Stocks &stocks) {
     const std::string &key = as<Record>(record).mStockKey;
-    const TC::CInstrumentDetailPtr instrument = instrumentOf(key);
+    const TC::CInstrumentDetailPtr instrument = instrumentOf(key, stocks);
     return {instrument ? TC::getDetailQsCode(instrument) : sToQs(key), {}, {}};
 }
 
-template <class Record> RecordCell nameCell(const IData &record) {
-    return {TC::getDetailQsName(instrumentOf(as<Record>(record).mStockKey)), {}, {}};
+template <class Record> RecordCell nameCell(const IData &record, Stocks &stocks) {
+    return {TC::getDetailQsName(instrumentOf(as<Record>(record).mStockKey, stocks)), {}, {}};
 }
 
-template <class Record> RecordCell sideCell(const IData &record) {
+template <class Record> RecordCell sideCell(const IData &record, Stocks &) {
     const Record &trade = as<Record>(record);
     const bool buys = kvservice::isBuyByDirection(trade.mDirection, trade.mOffsetFlag);
     return {(buys ? tr("买入") : tr("卖出")) + offsetText(trade.mOffsetFlag),
@@ -108,46 +110,46 @@ template <class Record> RecordCell sideCell(const IData &record) {
             buys ? QStringLiteral("ic_clr_index_default_rise") : QStringLiteral("ic_clr_index_default_fall")};
 }
 
-template <class Record> RecordCell priceCell(const IData &record) {
-    const TC::CInstrumentDetailPtr instrument = instrumentOf(as<Record>(record).mStockKey);
+template <class Record> RecordCell priceCell(const IData &record, Stocks &stocks) {
+    const TC::CInstrumentDetailPtr instrument = instrumentOf(as<Record>(record).mStockKey, stocks);
     const double tick = instrument ? TC::getDetailPriceTick(instrument) : TC::kUnsetValue;
     return numberCell(as<Record>(record).mPrice, TC::decimals(tick));
 }
 
-template <class Record> RecordCell volumeCell(const IData &record) {
+template <class Record> RecordCell volumeCell(const IData &record, Stocks &) {
     return numberCell(as<Record>(record).mVolume, 0);
 }
 
-template <class Record> RecordCell contractCell(const IData &record) {
+template <class Record> RecordCell contractCell(const IData &record, Stocks &) {
     return {sToQs(as<Record>(record).mContractNo), {}, {}};
 }
 
-template <class Record> RecordCell strategyCell(const IData &record) {
+template <class Record> RecordCell strategyCell(const IData &record, Stocks &) {
     const Record &trade = as<Record>(record);
     return {trade.mCommand ? sToQs(trade.mCommand->mStrategyName) : QString(), {}, {}};
 }
 
 // Cells of one kind.
 
-RecordCell tradedCell(const IData &record) {
+RecordCell tradedCell(const IData &record, Stocks &) {
     return numberCell(as<COrderDetail>(record).mTradedVolume, 0);
 }
 
-RecordCell statusCell(const IData &record) {
+RecordCell statusCell(const IData &record, Stocks &) {
     return {statusText(as<COrderDetail>(record)), {}, {}};
 }
 
-RecordCell dateCell(const IData &record) {
+RecordCell dateCell(const IData &record, Stocks &) {
     const QString text = sToQs(as<COrderDetail>(record).mDate);
     const QDate date = QDate::fromString(text, QStringLiteral("yyyyMMdd"));
     return {date.isValid() ? date.toString(Qt::ISODate) : text, {}, {}};
 }
 
-RecordCell amountCell(const IData &record) {
+RecordCell amountCell(const IData &record, Stocks &) {
     return numberCell(as<CDealDetail>(record).mAmount, kAmountDecimals);
 }
 
-RecordCell keyCell(const IData &record) {
+RecordCell keyCell(const IData &record, Stocks &) {
     return {sToQs(record.getKey()), {}, {}};
 }
 

@@ -6,6 +6,10 @@
 #include <QVariant>
 #include <QVector>
 
+namespace TC {
+class CStockManager;
+} // namespace TC
+
 namespace GZ {
 
 /// What one column shows of a record.
@@ -19,7 +23,8 @@ struct RecordCell {
 struct RecordColumn {
     QString heading;
     int alignment; ///< of Qt::Alignment
-    RecordCell (*cell)(const kvservice::IData &record); ///< of a record of the table's kind
+    RecordCell (*cell)(const kvservice::IData &record,
+                       TC::CStockManager &stocks); ///< of a record of the table's kind
 };
 
 /// The columns of a table type of CHpfDataTable.

@@ -2,6 +2,7 @@
 
 #include "host/services/CSelfStockManager.h"
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QComboBox>
@@ -16,20 +17,20 @@ namespace {
 
 constexpr int kMostNamed = 5; ///< instruments that the dialog names
 
-CSelfStockManager &lists() {
-    return CSingletonT<CSelfStockManager>::instance();
+CSelfStockManager &listsOf(const QWidget *dialog) {
+    return ServiceContext::of(dialog).get<CSelfStockManager>();
 }
 
 /// Key and name of an instrument, the key alone of what is none.
-QString captionOf(const QString &key) {
-    const QString name = getDetailQsName(CSingletonT<CStockManager>::instance().getInstrumentDetail(key));
+QString captionOf(const QString &key, CStockManager &stocks) {
+    const QString name = getDetailQsName(stocks.getInstrumentDetail(key));
     return name.isEmpty() ? key : key + QLatin1Char(' ') + name;
 }
 
-QString captionOf(const QVector<QString> &keys) {
+QString captionOf(const QVector<QString> &keys, CStockManager &stocks) {
     QStringList captions;
     for (const QString &key : keys.mid(0, kMostNamed)) {
-        captions.append(captionOf(key));
+        captions.append(captionOf(key, stocks));
     }
     if (keys.size() > kMostNamed) {
         captions.append(CAddSelfStockDialog::tr("等%1个品种").arg(keys.size()));
@@ -43,14 +44,14 @@ CAddSelfStockDialog::CAddSelfStockDialog(const QVector<QString> &keys, QWidget *
     : QDialog(parent), mKeys(keys), mGroups(new QComboBox(this)), mMessage(new QLabel(this)) {
     setObjectName(QStringLiteral("add_self_stock_dialog"));
     setWindowTitle(tr("加入自选股"));
-    auto *instruments = new QLabel(captionOf(keys), this);
+    auto *instruments = new QLabel(captionOf(keys, ServiceContext::of(this).get<CStockManager>()), this);
     instruments->setTextFormat(Qt::PlainText);
     instruments->setWordWrap(true);
     mGroups->setObjectName(QStringLiteral("groups"));
     mGroups->setEditable(true);
     mGroups->setInsertPolicy(QComboBox::NoInsert);
     mGroups->setToolTip(tr("选择一个列表，或键入新列表的名称"));
-    for (const QString &group : lists().groups()) {
+    for (const QString &group : listsOf(this).groups()) {
         mGroups->addItem(group);
     }
     mMessage->setObjectName(QStringLiteral("message"));
@@ -74,19 +75,22 @@ CAddSelfStockDialog::CAddSelfStockDialog(const QVector<QString> &keys, QWidget *
 }
 
 void CAddSelfStockDialog::tellKnown() {
-    const QVector<QString> known = lists().stocks(mGroups->currentText().trimmed());
+    const QVector<QString> known = listsOf(this).stocks(mGroups->currentText().trimmed());
     QVector<QString> there;
     for (const QString &key : mKeys) {
         if (known.contains(key)) {
             there.append(key);
         }
     }
-    mMessage->setText(there.isEmpty() ? QString() : tr("列表中已有 %1").arg(captionOf(there)));
+    mMessage->setText(
+        there.isEmpty()
+            ? QString()
+            : tr("列表中已有 %1").arg(captionOf(there, ServiceContext::of(this).get<CStockManager>())));
 }
 
 void CAddSelfStockDialog::accept() {
     const QString group = mGroups->currentText().trimmed();
-    const QString refusal = group.isEmpty() ? tr("请键入列表的名称") : lists().addStocks(group, mKeys);
+    const QString refusal = group.isEmpty() ? tr("请键入列表的名称") : listsOf(this).addStocks(group, mKeys);
     if (refusal.isEmpty()) {
         QDialog::accept();
     } else {

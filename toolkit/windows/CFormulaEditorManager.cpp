@@ -1,6 +1,7 @@
 #include "host/windows/CFormulaEditorManager.h"
 
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CMessageBox.h"
 #include "toolkit/windows/CodeEdit.h"
 #include "toolkit/windows/FormulaEditorWindow.h"
@@ -20,18 +21,19 @@ QList<WindowPtr> &windows() {
 }
 
 /// The open window of a formula, or null. Windows of new formulas are all different.
-GZ::FormulaEditorWindow *windowOf(const QString &name) {
+GZ::FormulaEditorWindow *windowOf(const QString &name, const CFormulaOperateManager &formulas) {
     windows().removeAll(WindowPtr());
     for (const WindowPtr &window : qAsConst(windows())) {
-        if (!name.isEmpty() && window->name().compare(name, Qt::CaseInsensitive) == 0) {
+        if (!name.isEmpty() && &window->formulas() == &formulas &&
+            window->name().compare(name, Qt::CaseInsensitive) == 0) {
             return window;
         }
     }
     return nullptr;
 }
 
-bool isScript(const QString &name) {
-    const CFormulaDetailPtr formula = CSingletonT<CFormulaOperateManager>::instance().getFormula(name);
+bool isScript(const QString &name, CFormulaOperateManager &formulas) {
+    const CFormulaDetailPtr formula = formulas.getFormula(name);
     return !name.isEmpty() && formula && formula->mLanguage == EFormulaLanguage::Python;
 }
 
@@ -41,16 +43,18 @@ QString tr(const char *text) {
 
 } // namespace
 
-QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent, int line) {
-    if (isScript(name)) {
+QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *parent, int line,
+                                             const ServiceContext &services) {
+    auto &formulas = services.get<CFormulaOperateManager>();
+    if (isScript(name, formulas)) {
         GZ::CMessageBox::warning(
             parent, tr("提示"),
-            tr("%1 是脚本模型，请编辑文件夹 %2 中的 %3.py").arg(name, getPythonDir(), name.toUpper()));
+            tr("%1 是脚本模型，请编辑文件夹 %2 中的 %3.py").arg(name, formulas.pythonDir(), name.toUpper()));
         return nullptr;
     }
-    GZ::FormulaEditorWindow *window = windowOf(name);
+    GZ::FormulaEditorWindow *window = windowOf(name, formulas);
     if (!window) {
-        window = new GZ::FormulaEditorWindow(name, parent);
+        window = new GZ::FormulaEditorWindow(name, parent, formulas);
         windows().append(window);
     }
     if (line > 0) {

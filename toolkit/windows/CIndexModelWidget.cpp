@@ -1,6 +1,7 @@
 #include "host/windows/CIndexModelWidget.h"
 
 #include "host/services/CIndexTemplateManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/CMessageBox.h"
 #include "host/toolkit/CStyleSheetCenter.h"
 #include "host/toolkit/Events.h"
@@ -24,8 +25,8 @@ constexpr int kHeight = 24; ///< pixels of the bar
 constexpr int kEntryMargin = 4;
 constexpr int kPadding = 8; ///< pixels on each side of a button's text
 constexpr int kMoreWidth = 24;
-CIndexTemplateManager &manager() {
-    return CSingletonT<CIndexTemplateManager>::instance();
+CIndexTemplateManager &managerOf(const QWidget *bar) {
+    return ServiceContext::of(bar).get<CIndexTemplateManager>();
 }
 
 QString cssColor(const char *key) {
@@ -68,11 +69,11 @@ void CIndexModelWidget::rebuild() {
         entry.mButton->deleteLater(); // it may be the one that is being clicked
     }
     mEntries.clear();
-    mTemplates = manager().templates();
+    mTemplates = managerOf(this).templates();
     for (const CIndexTemplate &named : mTemplates) {
         mEntries.append({named.mName, true, false, nullptr});
     }
-    for (const QString &formula : manager().indexes()) {
+    for (const QString &formula : managerOf(this).indexes()) {
         mEntries.append({formula, false, false, nullptr});
     }
     for (Entry &entry : mEntries) {
@@ -191,7 +192,7 @@ void CIndexModelWidget::showSaveModelDialog(const QVector<QString> &formulas) {
                       QMessageBox::Yes)) {
         return;
     }
-    manager().saveTemplate({name, formulas});
+    managerOf(this).saveTemplate({name, formulas});
     updateIndexTemplate();
 }
 

@@ -1,6 +1,7 @@
 #include "host/windows/CModifyModelParamDialog.h"
 
 #include "host/services/CFormulaOperateManager.h"
+#include "host/services/ServiceContext.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QDialogButtonBox>
@@ -22,8 +23,8 @@ CModifyModelParamDialog::ChangedFunction &changedFunction() {
     return function;
 }
 
-CFormulaOperateManager &catalogue() {
-    return CSingletonT<CFormulaOperateManager>::instance();
+CFormulaOperateManager &catalogueOf(const QWidget *dialog) {
+    return ServiceContext::of(dialog).get<CFormulaOperateManager>();
 }
 
 QString plainNumber(double value) {
@@ -93,7 +94,7 @@ CModifyModelParamDialog::CModifyModelParamDialog(const QString &name, QWidget *p
 
 void CModifyModelParamDialog::init(const QString &name) {
     mName = name;
-    mParameters = catalogue().parameters(name);
+    mParameters = catalogueOf(this).parameters(name);
     setWindowTitle(tr("修改指标参数 - %1").arg(name));
     fillTable();
     say(mParameters.isEmpty() ? tr("该指标没有参数") : QString());
@@ -154,7 +155,7 @@ void CModifyModelParamDialog::accept() {
     if (!readTable(parameters)) {
         return;
     }
-    const QString refusal = catalogue().setParameters(mName, parameters);
+    const QString refusal = catalogueOf(this).setParameters(mName, parameters);
     if (!refusal.isEmpty()) {
         say(refusal);
         return;

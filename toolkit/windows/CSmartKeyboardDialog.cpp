@@ -1,6 +1,7 @@
 #include "host/windows/CSmartKeyboardDialog.h"
 
 #include "host/services/CSmartKeyManager.h"
+#include "host/services/ServiceContext.h"
 #include "toolkit/windows/DialogLook.h"
 
 #include <QCoreApplication>
@@ -98,6 +99,7 @@ void CSmartKeyboardDialog::setTitle(const QString &title) {
 }
 
 void CSmartKeyboardDialog::openFor(QWidget *above, const QString &text) {
+    ServiceContext::of(above).giveTo(this);
     if (above) {
         const QRect frame(above->window()->mapToGlobal(QPoint()), above->window()->size());
         move(frame.right() - width() - 20, frame.bottom() - height() - 40);
@@ -114,7 +116,7 @@ void CSmartKeyboardDialog::search(const QString &text) {
     mList->clear();
     mItems.clear();
     if (!text.trimmed().isEmpty()) {
-        mItems = CSingletonT<CSmartKeyManager>::instance().search(text.trimmed(), kMostMatches);
+        mItems = ServiceContext::of(this).get<CSmartKeyManager>().search(text.trimmed(), kMostMatches);
     }
     for (const CSmartKeyItem &item : mItems) {
         mList->addItem(rowText(item));

@@ -1,6 +1,7 @@
 #include "host/windows/CWatchPlateWidget.h"
 
 #include "host/services/CStockManager.h"
+#include "host/services/ServiceContext.h"
 #include "host/toolkit/PriceDecimals.h"
 #include "toolkit/windows/TransactionList.h"
 
@@ -15,7 +16,8 @@ CWatchPlateWidget::CWatchPlateWidget(QWidget *parent) : CBaseWidget(parent), mLi
 
 void CWatchPlateWidget::setStock(const QString &stock) {
     mStock = stock;
-    const CInstrumentDetailPtr detail = CSingletonT<CStockManager>::instance().getInstrumentDetail(stock);
+    const CInstrumentDetailPtr detail =
+        ServiceContext::of(this).get<CStockManager>().getInstrumentDetail(stock);
     mList->setPrices(decimals(getDetailPriceTick(detail)), getDetailLastClose(detail));
     mList->setRows({});
 }

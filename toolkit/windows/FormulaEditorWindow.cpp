@@ -18,10 +18,6 @@
 namespace GZ {
 namespace {
 
-TC::CFormulaOperateManager &formulas() {
-    return TC::CSingletonT<TC::CFormulaOperateManager>::instance();
-}
-
 TC::CFormulaEditorManager::ApplyFunction &applyFunction() {
     static TC::CFormulaEditorManager::ApplyFunction function;
     return function;
@@ -37,8 +33,9 @@ QMessageBox::StandardButton askUser(QWidget *parent, const QString &text,
 
 } // namespace
 
-FormulaEditorWindow::FormulaEditorWindow(const QString &name, QWidget *parent)
-    : QWidget(parent, Qt::Window), mName(name), mEdit(new CodeEdit(this)) {
+FormulaEditorWindow::FormulaEditorWindow(const QString &name, QWidget *parent,
+                                         TC::CFormulaOperateManager &formulas)
+    : QWidget(parent, Qt::Window), mFormulas(formulas), mName(name), mEdit(new CodeEdit(this)) {
     setObjectName(QStringLiteral("formula_editor"));
     setAttribute(Qt::WA_DeleteOnClose);
     build();
@@ -86,9 +83,9 @@ void FormulaEditorWindow::build() {
 }
 
 void FormulaEditorWindow::load() {
-    const TC::CFormulaSource source = formulas().source(mName);
+    const TC::CFormulaSource source = mFormulas.source(mName);
     mLanguage = source.mLanguage;
-    mEdit->setPlainText(mName.isEmpty() || source.mText.isEmpty() ? formulas().newFormulaText(mName)
+    mEdit->setPlainText(mName.isEmpty() || source.mText.isEmpty() ? mFormulas.newFormulaText(mName)
                                                                   : source.mText);
     mEdit->markLine(0);
     mEdit->document()->setModified(false);
@@ -96,7 +93,7 @@ void FormulaEditorWindow::load() {
 }
 
 void FormulaEditorWindow::showState() {
-    const TC::CFormulaSource source = formulas().source(mName);
+    const TC::CFormulaSource source = mFormulas.source(mName);
     mRestore->setEnabled(source.mIsUserMade && source.mHasBuiltin);
     setWindowModified(isChanged());
     setWindowTitle(tr("%1[*] - 指标编辑器").arg(mName.isEmpty() ? tr("新指标") : mName));
@@ -119,7 +116,7 @@ bool FormulaEditorWindow::isGood(const TC::CFormulaFault &fault) {
 }
 
 bool FormulaEditorWindow::check() {
-    const bool good = isGood(formulas().checkFormula(mEdit->toPlainText()));
+    const bool good = isGood(mFormulas.checkFormula(mEdit->toPlainText()));
     if (good) {
         say(tr("检查通过"));
     }
@@ -127,7 +124,7 @@ bool FormulaEditorWindow::check() {
 }
 
 bool FormulaEditorWindow::save() {
-    if (!isGood(formulas().saveFormula(mName, mEdit->toPlainText()))) {
+    if (!isGood(mFormulas.saveFormula(mName, mEdit->toPlainText()))) {
         return false;
     }
     mEdit->document()->setModified(false);
@@ -152,7 +149,7 @@ void FormulaEditorWindow::restore() {
     if (askUser(this, question, QMessageBox::Ok | QMessageBox::Cancel) != QMessageBox::Ok) {
         return;
     }
-    const QString refusal = formulas().restoreFormula(mName);
+    const QString refusal = mFormulas.restoreFormula(mName);
     if (!refusal.isEmpty()) {
         say(refusal, true);
         return;

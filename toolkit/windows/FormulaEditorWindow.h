@@ -10,6 +10,10 @@ class QComboBox;
 class QLabel;
 class QPushButton;
 
+namespace TC {
+class CFormulaOperateManager;
+} // namespace TC
+
 namespace GZ {
 
 class CodeEdit;
@@ -20,8 +24,10 @@ class FormulaEditorWindow : public QWidget, public CUiResourceChangeHandler {
     Q_OBJECT
 public:
     /// With an empty name a new formula, which takes its name from its text when it is kept.
-    explicit FormulaEditorWindow(const QString &name, QWidget *parent = nullptr);
+    /// It is one of the catalogue.
+    FormulaEditorWindow(const QString &name, QWidget *parent, TC::CFormulaOperateManager &formulas);
 
+    const TC::CFormulaOperateManager &formulas() const { return mFormulas; }
     /// Name of the formula; empty for a new one that has not been kept.
     const QString &name() const { return mName; }
     CodeEdit *edit() const { return mEdit; }
@@ -53,6 +59,7 @@ private:
     void showState();
     void say(const QString &text, bool isError = false);
 
+    TC::CFormulaOperateManager &mFormulas;
     QString mName;
     TC::EFormulaLanguage mLanguage = TC::EFormulaLanguage::Native;
     CodeEdit *mEdit;
