@@ -1,6 +1,7 @@
 """Includes go downward, without exception: host < viewmodel < chartdata < chartview, linkage, statistics < containers
-< terminal, the toolkit stands on host alone, and the terminal's folders have an order of their own. The library asks the services of a
-view, never those of the program past it. With --self-test, plants violations in a tree of its own and sees to it that they are found.
+< terminal, the toolkit stands on host alone, and the terminal's folders have an order of their own. The library
+asks the services of a view, never those of the program past it. With --self-test, plants violations in a tree of its own
+and sees to it that they are found.
 """
 
 import re
@@ -17,7 +18,7 @@ TOOLKIT = "toolkit"
 # Whoever takes the library may include all of it; nothing of the product includes these.
 OUTER = {"tests", "bench"}
 # Look-ups of the program's own services, which the library leaves to host/ and to the services themselves.
-PROGRAM_WIDE = re.compile(r"\bC(?:Manual)?SingletonT<|\b(?:hostNow|genRequestID|getConfig|getUserConfig|isBrokerQuoteMode)\(\)|"
+PROGRAM_WIDE = re.compile(r"\bC(?:Manual)?SingletonT<|(?<![.>\w])(?:hostNow|genRequestID|getConfig|getUserConfig|isBrokerQuoteMode)\(\)|"
                           r"\bCAppConfig::|\bSingletonManager::|\bConfigCollector::|\bStockTypeCenter::isTypedStock\(")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]', re.MULTILINE)
 
@@ -115,7 +116,8 @@ PLANTED = [
     ("terminal/threads/Worker.h", '#include "terminal/market/Store.h"\n', [1]),
     ("terminal/trade/Beside.h", '#include "terminal/market/Store.h"\n#include "terminal/formula/Service.h"\n', [2]),
     ("terminal/replay/Replay.h", '#include "terminal/threads/Worker.h"\n#include "terminal/formula/Service.h"\n', []),
-    ("chartdata/Ask.cpp", 'int a = CSingletonT<Stocks>::instance().count();\nauto b = hostNow();\n', [1, 2]),
+    ("chartdata/Ask.cpp", 'int a = CSingletonT<Stocks>::instance().count();\nauto b = hostNow();\nif (config.getConfig()) {\n',
+     [1, 2]),
     ("toolkit/Ask.cpp", 'auto type = CAppConfig::isClientType(1);\nauto user = getUserConfig();\n', [1, 2]),
     ("toolkit/services/Default.cpp", 'int a = CSingletonT<Stocks>::instance().count();\n', []),
     ("terminal/app/Ask.cpp", 'auto b = hostNow();\n', []),
