@@ -4,6 +4,7 @@
 #include "terminal/market/SqlColumns.h"
 #include "terminal/market/StoreRows.h"
 #include "terminal/market/StoreSchema.h"
+#include "terminal/market/StoreSeal.h"
 #include "terminal/market/StoreTurn.h"
 
 #include <QDir>
@@ -52,13 +53,17 @@ QString CMarketStore::describeBusy() const {
 }
 
 QString CMarketStore::describeDamage() const {
+    mIsWhole = false;
     return QStringLiteral("%1: the store is damaged; move the file away and start again to get a new one")
         .arg(mPath);
 }
 
-/// A whole look at the file's structure. Values that are wrong in a file that is whole are found where they are read, and
+/// A whole look at the file's structure, unless nobody has touched it since the program left it whole. Values that are wrong in a file that is whole are found where they are read, and
 /// a page that was not read for want of memory is no damage.
 QString CMarketStore::lookOver(QSqlQuery &query) const {
+    if (StoreSeal(mPath).takeOff()) {
+        return {};
+    }
     static const QRegularExpression value(QStringLiteral("^(ok$|\\S+ value in |CHECK constraint failed)"));
     static const QRegularExpression unread(QStringLiteral("error code=(\\d+)"));
     query.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
@@ -77,6 +82,13 @@ QString CMarketStore::lookOver(QSqlQuery &query) const {
                          .arg(mPath, code);
     }
     return query.lastError().isValid() ? describe(query.lastError()) : QString();
+}
+
+CMarketStore::~CMarketStore() {
+    mConnections.reset();
+    if (mIsWhole) {
+        StoreSeal(mPath).putOn();
+    }
 }
 
 QString CMarketStore::open(const QString &path) {
@@ -126,6 +138,7 @@ QString CMarketStore::prepare(QSqlDatabase database) {
     }
     query.finish();
     query.exec(QStringLiteral("PRAGMA ignore_check_constraints = OFF"));
+    mIsWhole = true;
     return {};
 }
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -38,6 +39,8 @@ struct DaySummary {
 class CMarketStore {
 public:
     CMarketStore() = default;
+    /// Closes the store; other threads have to be done with it.
+    ~CMarketStore();
     CMarketStore(const CMarketStore &) = delete;
     CMarketStore &operator=(const CMarketStore &) = delete;
 
@@ -89,6 +92,8 @@ private:
     std::optional<DaySummary> oneSummary(const char *condition, qint64 instrument, int day);
 
     QString mPath;
+    mutable std::atomic<bool> mIsWhole{
+        false}; ///< it was looked over, and nothing was met since that is damaged
     std::unique_ptr<SqlConnections> mConnections;
     StoreFaults mFaults;
     std::recursive_timed_mutex mWriting; ///< held by the one that writes

@@ -24,25 +24,59 @@ QString nameOfRow(const QSqlQuery &row, const QString &key) {
     return QLatin1Char('(') + parts.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
 
+/// The column behind those of a question, which tells whether the row is sound.
+int soundColumn(const StoreQuestion &question) {
+    return question.columns.count(QLatin1Char(',')) + 1;
+}
+
 } // namespace
+
+QSqlError StoreRows::start(QSqlQuery &query, const QString &select, const QVariantList &values) const {
+    query.setForwardOnly(true);
+    const bool isPrepared = query.prepare(select);
+    for (const QVariant &value : values) {
+        query.addBindValue(value);
+    }
+    if (isPrepared && query.exec()) {
+        return {};
+    }
+    const QSqlError error = query.lastError();
+    // A connection that never was open tells none.
+    return error.isValid()
+               ? error
+               : QSqlError(QString(), QStringLiteral("the store is not open"), QSqlError::ConnectionError);
+}
+
+QSqlError StoreRows::readDistinct(const StoreQuestion &question,
+                                  const std::function<void(const QSqlQuery &row)> &take) {
+    QSqlQuery query(mDatabase);
+    const QSqlError error =
+        start(query,
+              QStringLiteral("SELECT DISTINCT %1, (%2) IS TRUE FROM %3 %4")
+                  .arg(question.columns, storeRule(question.table).condition, question.table, question.rest),
+              question.values);
+    if (error.isValid()) {
+        return error;
+    }
+    while (query.next()) {
+        if (query.value(soundColumn(question)).toBool()) {
+            take(query);
+        }
+    }
+    return query.lastError();
+}
 
 QSqlError StoreRows::read(const StoreQuestion &question, const Take &take) {
     const StoreRule &rule = storeRule(question.table);
-    const int sound = question.columns.count(QLatin1Char(',')) + 1;
+    const int sound = soundColumn(question);
     QSqlQuery query(mDatabase);
-    query.setForwardOnly(true);
-    const bool isPrepared =
-        query.prepare(QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
-                          .arg(question.columns, rule.condition, rule.key, question.table, question.rest));
-    for (const QVariant &value : question.values) {
-        query.addBindValue(value);
-    }
-    if (!isPrepared || !query.exec()) {
-        const QSqlError error = query.lastError();
-        // A connection that never was open tells none.
-        return error.isValid()
-                   ? error
-                   : QSqlError(QString(), QStringLiteral("the store is not open"), QSqlError::ConnectionError);
+    const QSqlError error =
+        start(query,
+              QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
+                  .arg(question.columns, rule.condition, rule.key, question.table, question.rest),
+              question.values);
+    if (error.isValid()) {
+        return error;
     }
     while (query.next()) {
         if (!query.value(sound).toBool()) {

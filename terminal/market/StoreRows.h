@@ -28,10 +28,17 @@ public:
 
     StoreRows(const QSqlDatabase &database, StoreFaults &faults) : mDatabase(database), mFaults(faults) {}
 
+    /// Hands over each different combination of the columns once, of the sound rows. The others are told where they are
+    /// read whole.
+    QSqlError readDistinct(const StoreQuestion &question,
+                           const std::function<void(const QSqlQuery &row)> &take);
     /// Hands over the rows of a table in their order. The answer is invalid when all went well.
     QSqlError read(const StoreQuestion &question, const Take &take);
 
 private:
+    /// Runs `select` with the values of a question; the answer is invalid when that went well.
+    QSqlError start(QSqlQuery &query, const QString &select, const QVariantList &values) const;
+
     QSqlDatabase mDatabase;
     StoreFaults &mFaults;
 };

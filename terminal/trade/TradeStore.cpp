@@ -201,6 +201,13 @@ template <class Value> void collect(CMarketStore &store, const StoreQuestion &qu
     });
 }
 
+/// Those of a table with many rows and few different values, whose wrong rows are told when a day is read.
+void collectFew(CMarketStore &store, const StoreQuestion &question, std::set<std::string> &all) {
+    StoreRows(store.connection(), store.faults()).readDistinct(question, [&all](const QSqlQuery &row) {
+        all.insert(row.value(0).toString().toStdString());
+    });
+}
+
 QSqlError readItems(CMarketStore &store, int day, std::vector<TradeTask> &tasks) {
     const auto take = [&tasks](const QSqlQuery &row) {
         int id = 0;
@@ -323,9 +330,9 @@ std::set<std::string> TradeStore::strategies() {
 
 std::set<std::string> TradeStore::instruments() {
     std::set<std::string> keys;
-    collect(mStore, {QStringLiteral("trade_orders"), QStringLiteral("instrument"), {}}, keys);
-    collect(mStore, {QStringLiteral("trade_deals"), QStringLiteral("instrument"), {}}, keys);
-    collect(mStore, {QStringLiteral("trade_task_items"), QStringLiteral("market || code"), {}}, keys);
+    collectFew(mStore, {QStringLiteral("trade_orders"), QStringLiteral("instrument"), {}}, keys);
+    collectFew(mStore, {QStringLiteral("trade_deals"), QStringLiteral("instrument"), {}}, keys);
+    collectFew(mStore, {QStringLiteral("trade_task_items"), QStringLiteral("market || code"), {}}, keys);
     return keys;
 }
 

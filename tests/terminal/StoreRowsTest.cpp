@@ -1,3 +1,4 @@
+#include "host/services/CLinkageManager.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketServices.h"
 #include "terminal/market/MarketWriter.h"
@@ -80,6 +81,27 @@ void readAll(CMarketStore &store) {
             }
         }
     }
+}
+
+TEST_F(StoreRowsTest, DifferentValuesAreHandedOverOnceAndOnlyOfSoundRows) {
+    openStore();
+    TradeStore store(mStore);
+    TradeBatch batch;
+    batch.accounts.push_back({"1", "A", TC::CLinkageManager::kStockAccounts, TradeSource::Own});
+    ASSERT_EQ(store.write(batch).toStdString(), "");
+    const QString order =
+        QStringLiteral("INSERT INTO trade_orders (account, key, source, day, instrument, time, direction, "
+                       "offset_flag, price, volume, traded, status, command) VALUES "
+                       "('1', '%1', 0, 57600, '%2', 57600000, %3, 0, 10, 100, 0, 0, 0)");
+    spoil({order.arg("a", "SH600000").arg(48), order.arg("b", "SH600000").arg(7),
+           order.arg("c", "SZ000001").arg(49), order.arg("d", "SH600000").arg(49),
+           order.arg("e", "SZ000002").arg(7)});
+    EXPECT_EQ(store.instruments(), (std::set<std::string>{"SH600000", "SZ000001"}));
+    EXPECT_EQ(mStore.faults().count(), 0) << "told when the day is read";
+    const tests::ExpectMessages warned(kToldRow);
+    QString trouble;
+    store.read(57600, trouble);
+    EXPECT_EQ(mStore.faults().count(), 2);
 }
 
 } // namespace
