@@ -66,7 +66,7 @@ QImage dottedColumn(int height, double ratio, const QColor &color) {
 }
 
 /// The same as a dashed line.
-void drawDottedColumn(QPainter &painter, int x, int height, const QColor &color) {
+void drawDashedColumn(QPainter &painter, int x, int height, const QColor &color) {
     QPen pen(color, 1.0, Qt::CustomDashLine, Qt::FlatCap);
     pen.setDashPattern({1.0, 1.0});
     painter.setPen(pen);
@@ -150,7 +150,10 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
             continue;
         }
         if (GZ::drawsVectors(painter)) {
-            drawDottedColumn(painter, x, height, look.grid);
+            drawDashedColumn(painter, x, height, look.grid);
+            continue;
+        }
+        if (pixels.fillDots(x, height, look.grid)) {
             continue;
         }
         if (column.isNull()) {
@@ -159,7 +162,9 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
         painter.drawImage(x, 0, column);
     }
     for (const int y : scene.rows) {
-        fill({0, y, width, 1}, look.grid);
+        if (y >= seen.top() && y <= seen.bottom()) {
+            fill({0, y, width, 1}, look.grid);
+        }
     }
 }
 

@@ -65,7 +65,9 @@ void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const
 
 void blitPane(QPainter &painter, const QRect &rect, const QImage &image, const QSize &pane) {
     if (rect.size() == pane) {
-        painter.drawImage(rect.topLeft(), image);
+        if (!DirectPixels(painter).copy(image, rect.topLeft())) {
+            painter.drawImage(rect.topLeft(), image);
+        }
     } else {
         painter.drawImage(rect, image);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/drawing/DirectPixels.h"
+
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
@@ -32,7 +34,7 @@ QVector<QRect> partsOf(const QRegion &region);
 /// where others have. The painter has no clip afterwards.
 template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
     for (const QRect &part : partsOf(region)) {
-        painter.setClipRect(part);
+        const PixelPart clip(painter, part);
         paint(part);
     }
     painter.setClipping(false);
@@ -42,7 +44,7 @@ template <class Paint> void paintByParts(QPainter &painter, const QRegion &regio
 /// `paint` is told the piece.
 template <class Paint> void paintByPieces(QPainter &painter, const QRegion &region, Paint paint) {
     for (const QRect &piece : region) {
-        painter.setClipRect(piece);
+        const PixelPart clip(painter, piece);
         paint(piece);
     }
     painter.setClipping(false);

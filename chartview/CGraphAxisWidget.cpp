@@ -24,11 +24,18 @@ namespace TC {
 
 namespace {
 
+const char *const kBackground = "ic_clr_realtime_axis_bg";
 const QString kAxisFont = QStringLiteral("fnt_graph_axis_text");
 const QString kHolographicImage = QStringLiteral("tc_img_btn_holographic_view");
 
 int labelHeight() {
     return GZ::GlyphText::ofTheme(kAxisFont).height();
+}
+
+/// The rows of a text that is centred in a rectangle, by as many above as beneath.
+QRect textRows(const QRect &rect, int height) {
+    const int spare = std::max(rect.height() - height, 0) / 2;
+    return rect.adjusted(0, spare, 0, -spare);
 }
 
 /// Whether a text is made of the font's own letters: others may make its line higher.
@@ -166,7 +173,7 @@ void CGraphAxisWidget::paintEvent(QPaintEvent *event) {
         refreshPicture(evenRatio(painter));
     }
     if (!isKept || mPicture.isNull()) { // too large to keep, or scaled unevenly
-        painter.fillRect(event->rect(), GZ::themeColor("ic_clr_realtime_axis_bg"));
+        painter.fillRect(event->rect(), GZ::themeColor(kBackground));
         drawLabels(painter, labels());
     } else {
         paintByParts(painter, event->region(), [&](const QRect &) { painter.drawPixmap(0, 0, mPicture); });
@@ -189,7 +196,7 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
     mPictureGeneration = generation;
     mPictureLabels = wanted;
     if (!mPicture.isNull()) {
-        mPicture.fill(GZ::themeColor("ic_clr_realtime_axis_bg"));
+        mPicture.fill(GZ::themeColor(kBackground));
         QPainter painter(&mPicture);
         drawLabels(painter, wanted);
     }
@@ -197,17 +204,23 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
 
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
     GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(kAxisFont);
+    const QColor ground = GZ::themeColor(kBackground);
+    int free = 0; // first row beneath the labels so far
     for (const AxisLabel &label : labels) {
         const QString text =
             GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值"));
         painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
-        if (isPlain(text) && glyphs.width(text) <= label.rect.width()) {
+        QRect rows = label.rect;
+        if (isPlain(text) && glyphs.width(text) <= rows.width()) {
             const Qt::Alignment side = Qt::Alignment(label.alignment) & Qt::AlignHorizontal_Mask;
-            glyphs.draw(painter, label.rect, side, text);
+            rows = textRows(rows, glyphs.height());
+            rows.top() >= free ? glyphs.drawOn(painter, ground, rows, side, text)
+                               : glyphs.draw(painter, rows, side, text);
         } else {
-            painter.setFont(fittedFont(glyphs.font(), {text}, label.rect.width()));
-            painter.drawText(label.rect, label.alignment, text);
+            painter.setFont(fittedFont(glyphs.font(), {text}, rows.width()));
+            painter.drawText(rows, label.alignment, text);
         }
+        free = std::max(free, rows.bottom() + 1);
     }
 }
 

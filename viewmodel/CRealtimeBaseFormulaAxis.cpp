@@ -12,7 +12,7 @@ bool CRealtimeBaseFormulaAxis::isBasicFormula(const QString &name) const {
 
 bool CRealtimeBaseFormulaAxis::isVolFormula(const QString &name) const {
     const QString volume = getVolFormula();
-    return name.size() == volume.size() && name.compare(volume, Qt::CaseInsensitive) == 0;
+    return name == volume || (name.size() == volume.size() && name.compare(volume, Qt::CaseInsensitive) == 0);
 }
 
 QList<QString> CRealtimeBaseFormulaAxis::getMainFormula() const {

@@ -19,7 +19,7 @@ public:
         if (points.isHidden() || !mScale.isUsable() || !mCanvas.isUsable()) {
             mSpan = IndexSpan();
         }
-        mCanvas.fillByHand();
+        mCanvas.drawByHand();
     }
 
     ChartCanvas &canvas() { return mCanvas; }

@@ -95,6 +95,9 @@ void ChartCanvas::stroke(const QPointF *points, int count, int width, QRgb color
 /// One-pixel lines are many times faster than thick ones, so a thick stroke is drawn as several: one for each pixel
 /// of a square brush, which makes rising and falling parts equally thick.
 void ChartCanvas::strokes(const Strokes &lines, int width, QRgb color) {
+    if (mPixels.strokes(lines.constData(), lines.size(), width, color)) {
+        return;
+    }
     mPainter->setPen(QPen(QColor::fromRgba(color), 0));
     for (int down = 0; down < width; ++down) {
         for (int right = 0; right < width; ++right) {

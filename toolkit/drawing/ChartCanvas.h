@@ -20,8 +20,10 @@ public:
     ChartCanvas(const ChartCanvas &) = delete;
     ChartCanvas &operator=(const ChartCanvas &) = delete;
 
-    /// From now on fills by hand where the painter allows it, whose clip then stays as it is.
-    void fillByHand() { mPixels = mPainter ? DirectPixels(*mPainter) : DirectPixels(); }
+    /// From now on fills and strokes by hand where the painter allows it, whose clip then stays as it is. Strokes leave
+    /// neither the rectangle nor its clip to be set.
+    void drawByHand() { mPixels = mPainter ? DirectPixels(*mPainter) : DirectPixels(); }
+    bool isByHand() const { return !mPixels.isNull(); }
 
     bool isUsable() const { return mPainter != nullptr; }
     QPainter *painter() const { return mPainter; }

@@ -7,12 +7,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace TC {
 namespace {
 
+thread_local const PixelPart *tInnermostPart = nullptr;
+
 bool isWhole(double number) {
-    return number == std::floor(number);
+    return number == std::floor(number) && std::abs(number) < 1e6;
 }
 
 bool isWhole(const QTransform &transform) {
@@ -21,9 +25,19 @@ bool isWhole(const QTransform &transform) {
            isWhole(transform.dy());
 }
 
-bool isPlain(const QPainter &painter) {
-    return painter.compositionMode() == QPainter::CompositionMode_SourceOver && painter.opacity() == 1.0 &&
-           painter.paintEngine()->systemClip().isEmpty() && isWhole(painter.deviceTransform());
+/// Whether device pixels are exact numbers in the coordinates of a painter: at other scales its lines lie as those are
+/// rounded.
+bool isExact(int scale) {
+    return (scale & (scale - 1)) == 0;
+}
+
+/// The image that a painter draws in: its own, or that of the window it is painting.
+QImage *imageOf(const QPainter &painter) {
+    const int kind = painter.device()->devType();
+    QPaintDevice *drawn = painter.paintEngine()->paintDevice();
+    const bool known = (kind == QInternal::Image || kind == QInternal::Widget) && drawn &&
+                       drawn->devType() == QInternal::Image;
+    return known ? static_cast<QImage *>(drawn) : nullptr;
 }
 
 /// The device pixels of a clip that is one rectangle; null for any other.
@@ -32,28 +46,77 @@ QRect clipOf(const QPainter &painter, const QRect &image) {
         return image;
     }
     const QRegion clip = painter.clipRegion();
-    return clip.rectCount() == 1 ? painter.deviceTransform().mapRect(clip.boundingRect()) & image : QRect();
+    return clip.rectCount() == 1 ? painter.deviceTransform().mapRect(clip.boundingRect()) : QRect();
+}
+
+/// What a window leaves of a rectangle to the one who paints; null where that is no rectangle.
+QRect leftOf(const QRect &rect, const QRegion &window) {
+    if (window.isEmpty()) {
+        return rect;
+    }
+    for (const QRect &free : window) {
+        if (free.contains(rect)) {
+            return rect;
+        }
+    }
+    const QRegion left = window & rect;
+    return left.rectCount() == 1 ? left.boundingRect() : QRect();
 }
 
 } // namespace
 
 DirectPixels::DirectPixels(const QPainter &painter) {
-    if (painter.device()->devType() != QInternal::Image || !isPlain(painter)) {
-        return;
-    }
-    auto *image = static_cast<QImage *>(painter.device());
-    const bool known =
-        image->format() == QImage::Format_RGB32 || image->format() == QImage::Format_ARGB32_Premultiplied;
-    mClip = clipOf(painter, image->rect());
-    if (known && !mClip.isEmpty()) {
-        mBits = reinterpret_cast<QRgb *>(image->bits());
-        mToDevice = painter.deviceTransform();
-        mStride = image->bytesPerLine() / static_cast<int>(sizeof(QRgb));
+    if (const PixelPart *part = PixelPart::of(painter)) {
+        *this = part->pixels();
+    } else if (open(painter)) {
+        holdTo(clipOf(painter, mImage), painter);
     }
 }
 
+DirectPixels::DirectPixels(const QPainter &painter, const QRect &part) {
+    if (open(painter)) {
+        holdTo(toDevice(part), painter);
+    }
+}
+
+/// Finds the pixels, without the clip. False where there are none.
+bool DirectPixels::open(const QPainter &painter) {
+    QImage *image = imageOf(painter);
+    if (!image || !image->isDetached() || painter.compositionMode() != QPainter::CompositionMode_SourceOver ||
+        painter.opacity() != 1.0) {
+        return false;
+    }
+    const QTransform &transform = painter.deviceTransform();
+    const bool known =
+        image->format() == QImage::Format_RGB32 || image->format() == QImage::Format_ARGB32_Premultiplied;
+    if (!known || !isWhole(transform)) {
+        return false;
+    }
+    mBits = reinterpret_cast<QRgb *>(image->bits());
+    mStride = image->bytesPerLine() / static_cast<int>(sizeof(QRgb));
+    mScaleX = static_cast<int>(transform.m11());
+    mScaleY = static_cast<int>(transform.m22());
+    mShiftX = static_cast<int>(transform.dx());
+    mShiftY = static_cast<int>(transform.dy());
+    mImage = image->rect();
+    return true;
+}
+
+/// Sets the clip; without a pixel in it there is nothing to draw by hand.
+void DirectPixels::holdTo(const QRect &device, const QPainter &painter) {
+    mClip = leftOf(device & mImage, painter.paintEngine()->systemClip());
+    if (mClip.isEmpty()) {
+        mBits = nullptr;
+    }
+}
+
+QRect DirectPixels::toDevice(const QRect &rect) const {
+    return {rect.left() * mScaleX + mShiftX, rect.top() * mScaleY + mShiftY, rect.width() * mScaleX,
+            rect.height() * mScaleY};
+}
+
 void DirectPixels::fill(QPainter &painter, const QRect &rect, const QColor &color) const {
-    const QRect device = mBits ? mToDevice.mapRect(rect) : QRect();
+    const QRect device = toDevice(rect);
     if (!fill(device.left(), device.top(), device.right() + 1, device.bottom() + 1, color.rgba())) {
         painter.fillRect(rect, color);
     }
@@ -74,6 +137,118 @@ void DirectPixels::fillInside(int left, int top, int right, int bottom, QRgb col
     for (int y = top; y < bottom && width > 0; ++y, row += mStride) {
         std::fill_n(row, width, color);
     }
+}
+
+bool DirectPixels::fillDots(int column, int height, const QColor &color) const {
+    const QRgb ink = color.rgba();
+    if (!mBits || qAlpha(ink) != kOpaque) {
+        return false;
+    }
+    const QRect device = toDevice({column, 0, 1, height});
+    const int left = std::max(device.left(), mClip.left());
+    const int width = std::min(device.right(), mClip.right()) + 1 - left;
+    const int bottom = std::min(device.bottom(), mClip.bottom());
+    const int period = 2 * mScaleY;
+    const int skipped = std::max(mClip.top() - device.top(), 0) / period;
+    for (int dot = device.top() + skipped * period; dot <= bottom && width > 0; dot += period) {
+        const int end = std::min(dot + mScaleY, bottom + 1);
+        for (int y = std::max(dot, mClip.top()); y < end; ++y) {
+            std::fill_n(mBits + std::ptrdiff_t(y) * mStride + left, width, ink);
+        }
+    }
+    return true;
+}
+
+bool DirectPixels::strokes(const QLineF *lines, int count, int width, QRgb color) const {
+    if (!mBits || qAlpha(color) != kOpaque || !isExact(mScaleX) || !isExact(mScaleY)) {
+        return false;
+    }
+    const QRectF inside(0, 0, mImage.width() - width, mImage.height() - width);
+    const auto isInside = [&inside](const QPointF &point) {
+        return point.x() >= 0.0 && point.x() <= inside.right() && point.y() >= 0.0 &&
+               point.y() <= inside.bottom();
+    };
+    if (!std::all_of(lines, lines + count,
+                     [&](const QLineF &line) { return isInside(line.p1()) && isInside(line.p2()); })) {
+        return false;
+    }
+    for (const QLineF *line = lines; line != lines + count; ++line) {
+        const QPoint from = line->p1().toPoint();
+        const QPoint to = line->p2().toPoint();
+        for (int brush = 0; brush < width * width; ++brush) {
+            const int right = brush % width;
+            const int down = brush / width;
+            drawLine(from.x() + right, from.y() + down, to.x() + right, to.y() + down, color);
+        }
+    }
+    return true;
+}
+
+/// One pixel in every step of the longer direction. Places between two pixels are reckoned and rounded as the painter
+/// does it, in steps of 1 / 65536.
+void DirectPixels::drawLine(int fromX, int fromY, int toX, int toY, QRgb color) const {
+    const bool isSteep = std::abs(toX - fromX) < std::abs(toY - fromY);
+    int begin = isSteep ? fromY : fromX;
+    int end = isSteep ? toY : toX;
+    int cross = isSteep ? fromX : fromY;
+    int crossEnd = isSteep ? toX : toY;
+    if (begin > end) {
+        std::swap(begin, end);
+        std::swap(cross, crossEnd);
+    }
+    constexpr int kOne = 1 << 16;
+    const int step = end > begin ? static_cast<int>(qint64(crossEnd - cross) * kOne / (end - begin)) : 0;
+    int place = cross * kOne - (step >> 1) + (step > 0 ? step : step >> 1);
+    const int first = std::max(begin, isSteep ? mClip.top() : mClip.left());
+    const int last = std::min(end, isSteep ? mClip.bottom() : mClip.right());
+    const int lowest = isSteep ? mClip.left() : mClip.top();
+    const int highest = isSteep ? mClip.right() : mClip.bottom();
+    place += step * (first - begin);
+    const std::ptrdiff_t along = isSteep ? mStride : 1;
+    const std::ptrdiff_t across = isSteep ? 1 : mStride;
+    QRgb *pixel = mBits + first * along;
+    for (int at = first; at <= last; ++at, place += step, pixel += along) {
+        const int row = place >> 16;
+        if (row >= lowest && row <= highest) {
+            pixel[row * across] = color;
+        }
+    }
+}
+
+bool DirectPixels::copy(const QImage &picture, const QPoint &topLeft) const {
+    if (!mBits || picture.format() != QImage::Format_RGB32 || mScaleX != mScaleY ||
+        picture.devicePixelRatio() != mScaleX) {
+        return false;
+    }
+    const QPoint corner(topLeft.x() * mScaleX + mShiftX, topLeft.y() * mScaleY + mShiftY);
+    const QRect to = QRect(corner, picture.size()) & mClip;
+    const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(to.width());
+    QRgb *row = mBits + std::ptrdiff_t(to.top()) * mStride + to.left();
+    const int stride = picture.bytesPerLine() / static_cast<int>(sizeof(QRgb));
+    const QRgb *from = reinterpret_cast<const QRgb *>(picture.constBits()) +
+                       std::ptrdiff_t(to.top() - corner.y()) * stride + (to.left() - corner.x());
+    for (int y = to.top(); y <= to.bottom(); ++y, row += mStride, from += stride) {
+        std::memcpy(row, from, bytes);
+    }
+    return true;
+}
+
+PixelPart::PixelPart(QPainter &painter, const QRect &part) : mPainter(painter), mOuter(tInnermostPart) {
+    painter.setClipRect(part);
+    mPixels = DirectPixels(painter, part);
+    tInnermostPart = this;
+}
+
+PixelPart::~PixelPart() {
+    tInnermostPart = mOuter;
+}
+
+const PixelPart *PixelPart::of(const QPainter &painter) {
+    const PixelPart *part = tInnermostPart;
+    while (part && &part->mPainter != &painter) {
+        part = part->mOuter;
+    }
+    return part;
 }
 
 } // namespace TC

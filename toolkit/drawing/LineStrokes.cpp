@@ -76,12 +76,14 @@ void Run::finish(const LineDrawing &drawing, int first, const LineLook &look) {
     mColors.clear();
 }
 
-bool needsClip(const LineDrawing &drawing, const IndexSpan &span) {
-    bool needed = span.last - span.first >= kFewPoints;
-    for (int i = span.first; i <= span.last && !needed; ++i) {
-        needed = drawing.points.has(i) && !drawing.holds(i);
+bool prepareStrokes(const LineDrawing &drawing, const IndexSpan &span) {
+    for (int i = span.first; i <= span.last; ++i) {
+        if (drawing.points.has(i) && !drawing.holds(i)) {
+            return true;
+        }
     }
-    return needed;
+    drawing.canvas.drawByHand();
+    return !drawing.canvas.isByHand() && span.last - span.first >= kFewPoints;
 }
 
 void drawFullHeight(ChartCanvas &canvas, int column, const DashPattern &pattern, QRgb color) {

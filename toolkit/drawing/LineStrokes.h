@@ -47,14 +47,14 @@ private:
     QVarLengthArray<QRgb, 256> mColors;
 };
 
-/// Whether a drawing of these points needs a clip: it leaves the rectangle, or is that long that it is quicker with
-/// one.
-bool needsClip(const LineDrawing &drawing, const IndexSpan &span);
+/// Has lines drawn by hand that stay inside the rectangle. Whether the others need a clip: they leave it, or there are that
+/// many points that it is quicker with one.
+bool prepareStrokes(const LineDrawing &drawing, const IndexSpan &span);
 
 /// Draws the points of a span, run by run.
 template <class ColorOf>
 void drawRuns(const LineDrawing &drawing, const IndexSpan &span, const LineLook &look, ColorOf colorOf) {
-    const ClipScope clip(drawing.canvas.painter(), drawing.canvas.rect(), needsClip(drawing, span));
+    const ClipScope clip(drawing.canvas.painter(), drawing.canvas.rect(), prepareStrokes(drawing, span));
     Run run;
     int first = span.first;
     for (int i = span.first; i <= span.last; ++i) {
