@@ -1,5 +1,6 @@
 # The reference terminal.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
+find_package(SQLite3 REQUIRED)
 find_package(PkgConfig REQUIRED)
 # The C++ build of Lua: its errors unwind the stack.
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.4-c++)
@@ -21,7 +22,7 @@ timeshare_library(timeshare_terminal_parts STATIC ${terminal_sources} ${formula_
                   ${translation_resource})
 set_target_properties(timeshare_terminal_parts PROPERTIES AUTORCC ON)
 target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host Qt5::Sql
-                                               PRIVATE log4cxx mongo::bson_shared PkgConfig::lua)
+                                               PRIVATE log4cxx mongo::bson_shared PkgConfig::lua SQLite::SQLite3)
 if(nats_FOUND)
   target_compile_definitions(timeshare_terminal_parts PRIVATE TIMESHARE_WITH_NATS)
   target_link_libraries(timeshare_terminal_parts PRIVATE PkgConfig::nats)

@@ -10,6 +10,9 @@
 namespace terminal {
 namespace {
 
+constexpr int kBarColumns = 10;
+constexpr int kTickColumns = 7;
+
 /// A null text is bound as NULL, which no column of texts takes.
 QString text(const QString &value) {
     return value.isNull() ? QStringLiteral("") : value;
@@ -34,8 +37,8 @@ DaySummary summarize(int day, BarSource source, const MinuteBars &bars) {
 }
 
 MarketWriter::MarketWriter(CMarketStore &store)
-    : mStore(store), mTurn(store), mDatabase(store.connection()), mInsertDay(mDatabase), mDeleteBars(mDatabase),
-      mInsertBar(mDatabase), mInsertTick(mDatabase) {
+    : mStore(store), mTurn(store), mDatabase(store.connection()), mInsertDay(mDatabase),
+      mDeleteBars(mDatabase) {
     QSqlQuery begin(mDatabase);
     begin.prepare(QStringLiteral("BEGIN IMMEDIATE"));
     mOpen = run(begin);
@@ -49,8 +52,8 @@ MarketWriter::MarketWriter(CMarketStore &store)
         "open = excluded.open, high = excluded.high, low = excluded.low, close = excluded.close, "
         "volume = excluded.volume, amount = excluded.amount"));
     mDeleteBars.prepare(QStringLiteral("DELETE FROM minute_bars WHERE instrument = ? AND day = ?"));
-    mInsertTick.prepare(QStringLiteral("INSERT INTO ticks VALUES (?, ?, ?, ?, ?, ?, ?)"));
-    mInsertBar.prepare(QStringLiteral("INSERT INTO minute_bars VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    mTicks = std::make_unique<RowInserter>(mDatabase, QStringLiteral("ticks"), kTickColumns);
+    mBars = std::make_unique<RowInserter>(mDatabase, QStringLiteral("minute_bars"), kBarColumns);
 }
 
 MarketWriter::~MarketWriter() {
@@ -68,6 +71,13 @@ bool MarketWriter::run(QSqlQuery &query) {
     return mError.isEmpty();
 }
 
+bool MarketWriter::check(RowInserter &rows) {
+    if (mError.isEmpty() && !rows.isGood()) {
+        mError = mStore.describe(rows.error());
+    }
+    return mError.isEmpty();
+}
+
 QSqlQuery &MarketWriter::prepared(const QString &statement) {
     const auto found = mPrepared.find(statement);
     if (found != mPrepared.end()) {
@@ -79,9 +89,10 @@ QSqlQuery &MarketWriter::prepared(const QString &statement) {
 }
 
 void MarketWriter::finishQueries() {
-    for (QSqlQuery *query : {&mInsertDay, &mDeleteBars, &mInsertBar, &mInsertTick}) {
-        query->finish();
-    }
+    mInsertDay.finish();
+    mDeleteBars.finish();
+    mBars.reset();
+    mTicks.reset();
     mPrepared.clear();
 }
 
@@ -176,33 +187,22 @@ bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const Mi
     if (!run(mDeleteBars) || !run(mInsertDay)) {
         return false;
     }
-    mInsertBar.bindValue(0, instrument);
-    mInsertBar.bindValue(1, day);
     for (const MinuteBar &bar : bars) {
-        mInsertBar.bindValue(2, bar.time);
-        mInsertBar.bindValue(3, bar.open);
-        mInsertBar.bindValue(4, bar.high);
-        mInsertBar.bindValue(5, bar.low);
-        mInsertBar.bindValue(6, bar.price);
-        mInsertBar.bindValue(7, bar.average);
-        mInsertBar.bindValue(8, bar.volume);
-        mInsertBar.bindValue(9, bar.amount);
-        if (!run(mInsertBar)) {
-            return false;
-        }
+        mBars->add(instrument).add(qint64(day)).add(bar.time);
+        mBars->add(bar.open).add(bar.high).add(bar.low).add(bar.price).add(bar.average);
+        mBars->add(bar.volume).add(bar.amount);
     }
-    return true;
+    mBars->flush();
+    return check(*mBars);
 }
 
 bool MarketWriter::putTick(qint64 instrument, int day, int ordinal, const Tick &tick) {
-    mInsertTick.bindValue(0, instrument);
-    mInsertTick.bindValue(1, day);
-    mInsertTick.bindValue(2, ordinal);
-    mInsertTick.bindValue(3, tick.time);
-    mInsertTick.bindValue(4, tick.price);
-    mInsertTick.bindValue(5, tick.volume);
-    mInsertTick.bindValue(6, tick.amount);
-    return run(mInsertTick);
+    if (!isGood()) {
+        return false;
+    }
+    mTicks->add(instrument).add(qint64(day)).add(qint64(ordinal));
+    mTicks->add(tick.time).add(tick.price).add(tick.volume).add(tick.amount);
+    return check(*mTicks);
 }
 
 bool MarketWriter::putNote(const QString &name, const QString &value) {
@@ -276,6 +276,10 @@ bool MarketWriter::addPortfolio(const Portfolio &portfolio) {
 }
 
 bool MarketWriter::commit() {
+    if (isGood() && mTicks) {
+        mTicks->flush();
+        check(*mTicks);
+    }
     finishQueries();
     QSqlQuery commit(mDatabase);
     commit.prepare(QStringLiteral("COMMIT"));

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/RowInserter.h"
 #include "terminal/market/StoreTurn.h"
 
 #include <QSqlQuery>
 #include <QVariant>
 
 #include <map>
+#include <memory>
 
 namespace terminal {
 
@@ -32,7 +34,8 @@ public:
     bool hasDay(qint64 instrument, int day);
     /// Replaces a day of an instrument by these bars, in ascending time. Its ticks stay.
     bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars);
-    /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0.
+    /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0. It is written with others, by
+    /// commit() at the latest.
     bool putTick(qint64 instrument, int day, int ordinal, const Tick &tick);
     bool putNote(const QString &name, const QString &value);
     /// Keeps with a day, which has been put, the close before it as its source tells it.
@@ -58,6 +61,7 @@ private:
     bool run(QSqlQuery &query);
     bool runText(const QString &statement, const QVariantList &values = {});
 
+    bool check(RowInserter &rows);
     QSqlQuery &prepared(const QString &statement);
     void finishQueries();
 
@@ -67,8 +71,8 @@ private:
     std::map<QString, QSqlQuery> mPrepared; ///< by their statements
     QSqlQuery mInsertDay;
     QSqlQuery mDeleteBars;
-    QSqlQuery mInsertBar;
-    QSqlQuery mInsertTick;
+    std::unique_ptr<RowInserter> mBars; ///< as long as the transaction is open
+    std::unique_ptr<RowInserter> mTicks;
     bool mOpen = false;
     QString mError;
 };

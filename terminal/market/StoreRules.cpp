@@ -13,8 +13,9 @@ namespace {
 /// Days and times reach from 1970 to 2038: days are 32-bit numbers of seconds.
 const QString kDayRule = QStringLiteral("typeof(day) = 'integer' AND day BETWEEN -28800 AND 2147400000");
 
+/// A number within bounds. Texts and blobs, which no conversion makes numbers behind the plus, are larger than all numbers.
 QString between(const char *column, double least, double most) {
-    return QStringLiteral("typeof(%1) IN ('integer', 'real') AND %1 BETWEEN %2 AND %3")
+    return QStringLiteral("+%1 BETWEEN %2 AND %3")
         .arg(QLatin1String(column), QString::number(least, 'g', 17), QString::number(most, 'g', 17));
 }
 
