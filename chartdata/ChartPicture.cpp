@@ -23,6 +23,7 @@ void clearPart(QPainter &painter, const QRect &part, const QColor &background) {
     if (background.alpha() == kOpaqueBackground) {
         return DirectPixels(painter).fill(painter, part, background);
     }
+    PixelPart::clip(painter);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.fillRect(part, background);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
@@ -164,11 +165,12 @@ bool ChartPicture::grow(ChartScene scene) {
             return false; // a text may reach anywhere
         }
         const SceneLines lines = reachingInto(scene.lines, added.columns.left() - 1);
-        paintByPieces(painter, added.pixels(mRect), [&](const QRect &part) {
+        const auto drawPart = [&](const QRect &part) {
             clearPart(painter, part, scene.look.background);
             drawGrid(painter, scene, part);
             drawLines(painter, lines, scene.look, part);
-        });
+        };
+        paintByPieces(painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
         mGrown.add(added);
     }
     mPriceBandDigest = 0;
@@ -200,12 +202,13 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
         return;
     }
     const QPen pen = painter.pen();
-    paintByParts(painter, *part, [&](const QRect &piece) {
+    const auto paintPart = [&](const QRect &piece) {
         blitPane(painter, rect, mImage, mRect.size());
         if (isSeen(piece)) {
             drawLines(painter, tail, mLook.look(), piece & rect);
         }
-    });
+    };
+    paintByParts(painter, *part, paintPart, PixelPart::EClip::WhenAsked);
     painter.setPen(pen);
     if (rect == mRect) {
         mTailOnScreen.add(seen);

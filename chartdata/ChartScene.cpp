@@ -159,6 +159,7 @@ void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {
         if (column.isNull()) {
             column = dottedColumn(height, scene.ratio, look.grid);
         }
+        PixelPart::clip(painter);
         painter.drawImage(x, 0, column);
     }
     for (const int y : scene.rows) {

@@ -64,13 +64,12 @@ void blitPane(QPainter &painter, const QRect &rect, const QPixmap &pixmap, const
 }
 
 void blitPane(QPainter &painter, const QRect &rect, const QImage &image, const QSize &pane) {
-    if (rect.size() == pane) {
-        if (!DirectPixels(painter).copy(image, rect.topLeft())) {
-            painter.drawImage(rect.topLeft(), image);
-        }
-    } else {
-        painter.drawImage(rect, image);
+    const bool isWhole = rect.size() == pane;
+    if (isWhole && DirectPixels(painter).copy(image, rect.topLeft())) {
+        return;
     }
+    PixelPart::clip(painter);
+    isWhole ? painter.drawImage(rect.topLeft(), image) : painter.drawImage(rect, image);
 }
 
 double evenRatio(const QPainter &painter) {

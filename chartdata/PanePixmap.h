@@ -31,10 +31,12 @@ QVector<QRect> partsOf(const QRegion &region);
 
 /// Paints opaque parts of a region one by one, each under a clip of its own. Under a clip of several rectangles
 /// pictures and lines are drawn span by span, which takes many times as long. `paint` is told the part, and may paint
-/// where others have. The painter has no clip afterwards.
-template <class Paint> void paintByParts(QPainter &painter, const QRegion &region, Paint paint) {
+/// where others have. Clips `WhenAsked` are for those who ask (PixelPart::clip). The painter has no clip afterwards.
+template <class Paint>
+void paintByParts(QPainter &painter, const QRegion &region, Paint paint,
+                  PixelPart::EClip clip = PixelPart::EClip::AtOnce) {
     for (const QRect &part : partsOf(region)) {
-        const PixelPart clip(painter, part);
+        const PixelPart held(painter, part, clip);
         paint(part);
     }
     painter.setClipping(false);
@@ -42,9 +44,11 @@ template <class Paint> void paintByParts(QPainter &painter, const QRegion &regio
 
 /// The same where every pixel is to be painted once: what is translucent, or drawn over something that is.
 /// `paint` is told the piece.
-template <class Paint> void paintByPieces(QPainter &painter, const QRegion &region, Paint paint) {
+template <class Paint>
+void paintByPieces(QPainter &painter, const QRegion &region, Paint paint,
+                   PixelPart::EClip clip = PixelPart::EClip::AtOnce) {
     for (const QRect &piece : region) {
-        const PixelPart clip(painter, piece);
+        const PixelPart held(painter, piece, clip);
         paint(piece);
     }
     painter.setClipping(false);

@@ -127,6 +127,8 @@ SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
 void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawStyle::Range &shared,
                            const QSize &pane) const {
     const se::RPCFormulaResultCache &series = *to.series;
+    const bool isVolume = key.mFormula.contains(QLatin1String("REALTIMEVOL"));
+    const bool isChart = mDisplayType == EIndexDisplayType::Main && key.mFormula == QLatin1String("REALTIME");
     to.lines.reserve(static_cast<std::size_t>(std::max(lineCount(series), 0)));
     for (int i = 0; i < lineCount(series); ++i) {
         SceneLine line;
@@ -141,10 +143,9 @@ void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawS
             continue;
         }
         line.style = styleOf(series.meta, i);
-        line.gradient = line.style == eLineStyle && i == 0 && mDisplayType == EIndexDisplayType::Main &&
-                        key.mFormula == QLatin1String("REALTIME") &&
+        line.gradient = line.style == eLineStyle && i == 0 && isChart &&
                         mView.service<CConfigService>().indexUserConfig().read().mShowGradient;
-        line.volume = key.mFormula.contains(QLatin1String("REALTIMEVOL"));
+        line.volume = isVolume;
         line.digits = line.style == eKLineStyle ? candleDigits(mView, key.mStock) : 0;
         to.lines.push_back(line);
     }

@@ -166,7 +166,8 @@ bool CRealtimeUiParam::isValid() const {
 }
 
 bool CRealtimeUiParam::isMainStock(const QString &key) const {
-    return key.compare(getStock(), Qt::CaseInsensitive) == 0;
+    const QString stock = getStock();
+    return key == stock || key.compare(stock, Qt::CaseInsensitive) == 0;
 }
 
 int CRealtimeUiParam::getMainPanelID() const {

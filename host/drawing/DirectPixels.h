@@ -76,21 +76,33 @@ private:
 
 /// Holds a painter to a part of what it draws, in place of the clip that it had, and works its pixels out once for all who
 /// draw there. While it lives nothing changes the transformation, the mode or the opacity of the painter, nor its clip but
-/// to put it back. Its clip stays as it is afterwards.
+/// to put it back. Its clip means nothing afterwards.
 class TIMESHARE_EXPORT PixelPart {
 public:
-    PixelPart(QPainter &painter, const QRect &part);
+    /// When the painter itself is held to the part: it takes longer to be told than to draw a few lines by hand.
+    enum class EClip {
+        AtOnce,
+        WhenAsked, ///< by clip(), if anybody asks
+    };
+
+    PixelPart(QPainter &painter, const QRect &part, EClip clip = EClip::AtOnce);
     ~PixelPart();
     PixelPart(const PixelPart &) = delete;
     PixelPart &operator=(const PixelPart &) = delete;
 
     /// The innermost part of this thread that is one of that painter; null without one.
     static const PixelPart *of(const QPainter &painter);
+    /// To be called before the painter draws something itself: holds it to its innermost part, if there is one.
+    static void clip(QPainter &painter);
     const DirectPixels &pixels() const { return mPixels; }
 
 private:
-    const QPainter &mPainter;
+    void clipPainter() const;
+
+    QPainter &mPainter;
+    const QRect mPart;
     DirectPixels mPixels;
+    mutable bool mIsClipped = false; ///< the painter
     const PixelPart *mOuter;
 };
 

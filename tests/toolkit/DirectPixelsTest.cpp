@@ -254,6 +254,73 @@ TEST(PixelPart, HoldsThePainterAndItsPixelsToThePart) {
     }
 }
 
+TEST(PixelPart, HoldsThePainterWhenSomebodyAsks) {
+    QImage image = canvasOf(1.0);
+    QPainter painter(&image);
+    {
+        const TC::PixelPart part(painter, QRect(10, 5, 4, 3), TC::PixelPart::EClip::WhenAsked);
+        EXPECT_FALSE(painter.hasClipping());
+        TC::DirectPixels(painter).fill(painter, QRect(0, 0, 97, 61), QColor(kRed)); // by hand
+        EXPECT_FALSE(painter.hasClipping());
+        TC::DirectPixels(painter).fill(painter, QRect(0, 0, 97, 61), QColor(0, 0, 255, 100)); // by the painter
+        EXPECT_EQ(painter.clipBoundingRect(), QRectF(10, 5, 4, 3));
+    }
+    TC::PixelPart::clip(painter); // of no part any more
+    {
+        const TC::PixelPart next(painter, QRect(40, 30, 5, 5), TC::PixelPart::EClip::WhenAsked);
+        TC::PixelPart::clip(painter);
+        EXPECT_EQ(painter.clipBoundingRect(), QRectF(40, 30, 5, 5));
+    }
+    painter.end();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            ASSERT_EQ(image.pixel(x, y) != kBackground, QRect(10, 5, 4, 3).contains(x, y)) << x << ", " << y;
+        }
+    }
+    QImage other = canvasOf(1.0, QImage::Format_RGB16); // of which nothing is drawn by hand
+    QPainter plain(&other);
+    const TC::PixelPart part(plain, QRect(1, 2, 3, 4), TC::PixelPart::EClip::WhenAsked);
+    EXPECT_EQ(plain.clipBoundingRect(), QRectF(1, 2, 3, 4));
+}
+
+/// What a drawing draws beyond its part, whichever way each line is drawn.
+TEST(PixelPart, NoStyleDrawsBeyondThePart) {
+    const std::vector<std::vector<double>> lines(
+        4, std::vector<double>{10, 90, 20, 140, kGap, 40, -30, 60, 70, 5});
+    for (const double ratio : {1.0, 1.5, 2.0, 3.0}) {
+        for (int style = 0; style < 40; ++style) {
+            const Series series = seriesOf(style, lines);
+            QImage image = canvasOf(ratio);
+            QPainter painter(&image);
+            const QRect part(30, 12, 25, 30);
+            {
+                const TC::PixelPart held(painter, part, TC::PixelPart::EClip::WhenAsked);
+                const QRect rect(5, 5, 85, 50);
+                Draw::drawSimpleLine(&painter, rect, series, kRange, 0, 0, 9, 9, Qt::SolidLine, 1, true, false,
+                                     1.0f, style % 2 == 0, true);
+                Draw::drawSegmentLine(&painter, rect, series, kRange, 0, 0, 9, 9, 1, false);
+                Draw::drawVertLine(&painter, rect, series, kRange, 1, 0, 9, 9, Qt::DotLine, 1);
+                Draw::drawCircleDot(&painter, rect, series, kRange, 1, 0, 9, 9, 1, true, true);
+                Draw::drawNumber(&painter, rect, series, kRange, 1, 0, 9, 9, 1, false);
+                Draw::drawKLine(&painter, rect, series, kRange, 0, 0, 9, 9, 1, 60, false, 1.0f, 2);
+                Draw::drawStackVolstick(&painter, rect, series, kRange, 2, 0, 9, 9, 1, true, true);
+            }
+            painter.end();
+            const QRect inside(int(part.x() * ratio), int(part.y() * ratio),
+                               int(std::ceil(part.width() * ratio)), int(std::ceil(part.height() * ratio)));
+            int seen = 0;
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    const bool drawn = image.pixel(x, y) != kBackground;
+                    seen += drawn ? 1 : 0;
+                    ASSERT_TRUE(!drawn || inside.contains(x, y)) << x << ", " << y << ", style " << style;
+                }
+            }
+            EXPECT_GT(seen, 0) << "style " << style << ", ratio " << ratio;
+        }
+    }
+}
+
 /// Paints what it is told to.
 class PaintedWidget : public QWidget {
 public:

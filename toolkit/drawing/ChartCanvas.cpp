@@ -56,6 +56,7 @@ void ChartCanvas::fillDevice(int left, int top, int right, int bottom, QRgb colo
     if (right <= left || bottom <= top || mPixels.fill(left, top, right, bottom, color)) {
         return;
     }
+    PixelPart::clip(*mPainter);
     const QPointF topLeft = mGrid.coordinate(QPointF(left, top));
     const QPointF bottomRight = mGrid.coordinate(QPointF(right, bottom));
     mPainter->fillRect(QRectF(topLeft, bottomRight), QColor::fromRgba(color));
@@ -98,6 +99,7 @@ void ChartCanvas::strokes(const Strokes &lines, int width, QRgb color) {
     if (mPixels.strokes(lines.constData(), lines.size(), width, color)) {
         return;
     }
+    PixelPart::clip(*mPainter);
     mPainter->setPen(QPen(QColor::fromRgba(color), 0));
     for (int down = 0; down < width; ++down) {
         for (int right = 0; right < width; ++right) {
@@ -118,6 +120,7 @@ void ChartCanvas::drawMoved(const Strokes &lines, int right, int down) {
 
 ClipScope::ClipScope(QPainter *painter, const QRect &rect, bool needed) : mPainter(needed ? painter : nullptr) {
     if (mPainter) {
+        PixelPart::clip(*mPainter);
         mPainter->save();
         mPainter->setClipRect(rect, mPainter->hasClipping() ? Qt::IntersectClip : Qt::ReplaceClip);
     }

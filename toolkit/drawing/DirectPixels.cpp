@@ -118,6 +118,7 @@ QRect DirectPixels::toDevice(const QRect &rect) const {
 void DirectPixels::fill(QPainter &painter, const QRect &rect, const QColor &color) const {
     const QRect device = toDevice(rect);
     if (!fill(device.left(), device.top(), device.right() + 1, device.bottom() + 1, color.rgba())) {
+        PixelPart::clip(painter);
         painter.fillRect(rect, color);
     }
 }
@@ -233,14 +234,29 @@ bool DirectPixels::copy(const QImage &picture, const QPoint &topLeft) const {
     return true;
 }
 
-PixelPart::PixelPart(QPainter &painter, const QRect &part) : mPainter(painter), mOuter(tInnermostPart) {
-    painter.setClipRect(part);
-    mPixels = DirectPixels(painter, part);
+PixelPart::PixelPart(QPainter &painter, const QRect &part, EClip clip)
+    : mPainter(painter), mPart(part), mPixels(painter, part), mOuter(tInnermostPart) {
+    if (clip == EClip::AtOnce || mPixels.isNull()) {
+        clipPainter();
+    }
     tInnermostPart = this;
 }
 
 PixelPart::~PixelPart() {
     tInnermostPart = mOuter;
+}
+
+void PixelPart::clip(QPainter &painter) {
+    if (const PixelPart *part = of(painter)) {
+        part->clipPainter();
+    }
+}
+
+void PixelPart::clipPainter() const {
+    if (!mIsClipped) {
+        mPainter.setClipRect(mPart);
+        mIsClipped = true;
+    }
 }
 
 const PixelPart *PixelPart::of(const QPainter &painter) {

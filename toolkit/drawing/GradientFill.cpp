@@ -67,6 +67,7 @@ void drawStrip(const ChartCanvas &canvas, const QRect &device, const QRgb *pixel
                        stride * static_cast<int>(sizeof(QRgb)), QImage::Format_ARGB32_Premultiplied);
     const QPointF topLeft = canvas.grid().coordinate(QPointF(device.topLeft()));
     const QPointF bottomRight = canvas.grid().coordinate(QPointF(device.bottomRight() + QPoint(1, 1)));
+    PixelPart::clip(*canvas.painter());
     canvas.painter()->drawImage(QRectF(topLeft, bottomRight), image);
 }
 
