@@ -202,13 +202,24 @@ void CGraphAxisWidget::refreshPicture(double ratio) {
     }
 }
 
+QString CGraphAxisWidget::textOf(const AxisLabel &label) {
+    return GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值"));
+}
+
+QStringList CGraphAxisWidget::labelTexts() const {
+    QStringList texts;
+    for (const AxisLabel &label : labels()) {
+        texts.append(textOf(label));
+    }
+    return texts;
+}
+
 void CGraphAxisWidget::drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const {
     GZ::GlyphText &glyphs = GZ::GlyphText::ofTheme(kAxisFont);
     const QColor ground = GZ::themeColor(kBackground);
     int free = 0; // first row beneath the labels so far
     for (const AxisLabel &label : labels) {
-        const QString text =
-            GZ::formatDoubleNumber(label.number, label.decimals, label.flags, false, tr("非法值"));
+        const QString text = textOf(label);
         painter.setPen(QPen(GZ::themeColor(label.color), 1.0, Qt::SolidLine));
         QRect rows = label.rect;
         if (isPlain(text) && glyphs.width(text) <= rows.width()) {
@@ -241,7 +252,13 @@ void CGraphAxisWidget::drawHolographicButton(QPainter &painter) const {
 
 void CGraphAxisWidget::mousePressEvent(QMouseEvent *event) {
     CBaseWidget::mousePressEvent(event);
-    if (mHolographicShown && holographicRect().contains(event->pos())) {
+    if (holographicRect().contains(event->pos())) {
+        pressHolographicButton();
+    }
+}
+
+void CGraphAxisWidget::pressHolographicButton() {
+    if (mHolographicShown) {
         deliverEvent(eHolographicPressed, 0, 0, QString(), nullptr);
     }
 }

@@ -9,6 +9,7 @@
 #include "viewmodel/AxisScale.h"
 
 #include <QPixmap>
+#include <QStringList>
 #include <QVector>
 #include <boost/shared_ptr.hpp>
 
@@ -42,6 +43,12 @@ public:
     IndexBaseData::MaxMinMap getMaxMinMap() const;
     QVector<AxisTick> getTicks() const;
     QVector<int> getTimeLines() const;
+    /// What stands on the strip, top down.
+    QStringList labelTexts() const;
+    ESide side() const { return static_cast<ESide>(mSide); }
+    bool isHolographicButtonShown() const { return mHolographicShown; }
+    /// As a press on the button; nothing where it is not shown.
+    void pressHolographicButton();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -60,6 +67,7 @@ private:
     /// Draws background and labels into the picture, where they differ from what is in it.
     void refreshPicture(double ratio);
     void drawLabels(QPainter &painter, const QVector<AxisLabel> &labels) const;
+    static QString textOf(const AxisLabel &label);
     void drawHolographicButton(QPainter &painter) const;
     QRect holographicRect() const;
 

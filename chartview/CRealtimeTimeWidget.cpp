@@ -119,8 +119,16 @@ const QString &CRealtimeTimeWidget::timeUnderCursor() {
     return *found;
 }
 
+bool CRealtimeTimeWidget::hasFlag() const {
+    return mCursorIndex >= 0 && mUiParam->mCrossShown;
+}
+
+QString CRealtimeTimeWidget::flagText() const {
+    return hasFlag() ? mUiParam->getTimeTextByIndex(mCursorIndex) : QString();
+}
+
 CRealtimeTimeWidget::Flag CRealtimeTimeWidget::makeFlag() {
-    if (mCursorIndex < 0 || !mUiParam->mCrossShown) {
+    if (!hasFlag()) {
         return {};
     }
     Flag flag;

@@ -35,6 +35,8 @@ public:
     void refreshFlag();
     /// Draws the scale anew, after the instrument, the days or their width have changed.
     void updateScale();
+    /// The time in the flag; empty when there is none.
+    QString flagText() const;
 
     void onUiResourceChanged() override;
 
@@ -68,6 +70,7 @@ private:
         int daysBefore = 0;
     };
 
+    bool hasFlag() const;
     Flag makeFlag();
     Pointed pointedGraph() const;
     static Pointed pointedIn(const QList<CRealtimeGraphWidget *> &row);

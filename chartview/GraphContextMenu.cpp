@@ -57,7 +57,8 @@ void GraphContextMenu::open(QContextMenuEvent &event) {
     } else {
         addEntries(*menu, entries);
     }
-    menu->exec(QCursor::pos()); // the graph may be gone afterwards
+    const bool isByKey = event.reason() == QContextMenuEvent::Keyboard;
+    menu->exec(isByKey ? event.globalPos() : QCursor::pos()); // the graph may be gone afterwards
 }
 
 void GraphContextMenu::addEntries(QMenu &menu, const GraphMenu &entries) {

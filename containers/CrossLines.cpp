@@ -221,6 +221,7 @@ void CrossLines::step(bool left) {
     showByKey(mPanes.main()->getGraphWidgetMouseX());
     refreshTimeFlag();
     mMoved();
+    mMovedByKey();
 }
 
 void CrossLines::toHome() {
@@ -243,6 +244,7 @@ void CrossLines::showAt(int index) {
     showByKey(mUiParam->mCrossX);
     refreshTimeFlag();
     mMoved();
+    mMovedByKey();
 }
 
 /// The vertical line at a column; the horizontal one in the main pane, where it stays without a value.

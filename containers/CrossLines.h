@@ -37,6 +37,8 @@ public:
     Place place() const;
     /// `moved` is called whenever the place may be another.
     void setMoved(std::function<void()> moved) { mMoved = std::move(moved); }
+    /// `moved` is called when the keyboard has moved it, or a call in its place.
+    void setMovedByKey(std::function<void()> moved) { mMovedByKey = std::move(moved); }
 
     /// Null in a view without a time scale.
     void setTimeScale(CRealtimeTimeWidget *timeScale);
@@ -92,6 +94,7 @@ private:
     boost::shared_ptr<CRealtimeUiParam> mUiParam;
     QPointer<CRealtimeTimeWidget> mTimeScale;
     std::function<void()> mMoved = [] {};
+    std::function<void()> mMovedByKey = [] {};
     int mTitleDay = -1; ///< days back of the graph that the titles follow, -1 none was entered
 };
 

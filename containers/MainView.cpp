@@ -9,6 +9,9 @@
 #include "containers/Repaint.h"
 #include "containers/SelectedPane.h"
 #include "containers/TemplateBar.h"
+#include "containers/VectorDrawing.h"
+#include "containers/ViewKeys.h"
+#include "containers/accessibility/ChartAccessibility.h"
 #include "host/services/CConfigService.h"
 #include "host/services/DataLog.h"
 #include "host/services/IdGenerator.h"
@@ -18,10 +21,10 @@
 #include "host/windows/CIndexModelWidget.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
+#include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMetaMethod>
-#include <QPainter>
-#include <QPicture>
 #include <QResizeEvent>
 #include <QVBoxLayout>
 #include <boost/make_shared.hpp>
@@ -34,37 +37,16 @@ namespace {
 
 constexpr int kTimeScaleHeight = 20; ///< pixels
 
-/// Draws a widget and those on it, from the lowest to the highest, at the origin of a painter. Each is recorded by
-/// itself: that is how widgets know that they are not on a screen, whatever the painter's device is, and a recording with
-/// an offset would misplace clips.
-void drawVectors(QWidget &widget, QPainter &painter, bool withGround) {
-    QPicture picture;
-    QPainter recorder(&picture);
-    const QRegion mask = widget.mask(); // whose corner would be taken for that of the widget
-    if (!mask.isEmpty()) {
-        painter.setClipRegion(mask, Qt::IntersectClip);
-    }
-    widget.render(&recorder, mask.boundingRect().topLeft(), QRegion(),
-                  withGround ? QWidget::RenderFlags(QWidget::DrawWindowBackground) : QWidget::RenderFlags());
-    recorder.end();
-    painter.drawPicture(0, 0, picture);
-    for (QObject *child : widget.children()) {
-        auto *part = qobject_cast<QWidget *>(child);
-        if (part && !part->isWindow() && !part->isHidden()) {
-            painter.save();
-            painter.setClipRect(part->geometry(), Qt::IntersectClip);
-            painter.translate(part->pos());
-            drawVectors(*part, painter, false);
-            painter.restore();
-        }
-    }
-}
-
 /// The parameters of a view, whose parts find its services through it from now on.
 boost::shared_ptr<CRealtimeUiParam> makeParam(QWidget &view, EIndexViewType viewType,
                                               const ServiceContext &services) {
     services.giveTo(&view);
     return boost::make_shared<CRealtimeUiParam>(viewType, services);
+}
+
+bool isByKeyboard(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason;
 }
 
 } // namespace
@@ -80,8 +62,11 @@ MainView::MainView(QWidget *parent, EIndexViewType viewType, const ServiceContex
       mPanes(std::make_unique<PaneRow>(this, mUiParam, viewType)),
       mSelected(std::make_unique<SelectedPane>(this, *mPanes, mUiParam, viewType)),
       mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)),
+      mKeys(std::make_unique<ViewKeys>(*this, *mPanes, *mSelected, *mCrossLines, mUiParam)),
       mTold(std::make_unique<Told>()) {
     mCrossLines->setMoved([this] { tellCrossLine(); });
+    mCrossLines->setMovedByKey([this] { announceCrossLine(*this); });
+    installChartAccessibility();
     connect(mPanes.get(), &PaneRow::paneAdded, this, &MainView::paneAdded);
     connect(mPanes.get(), &PaneRow::paneRemoved, this, &MainView::paneRemoved);
     connect(mPanes.get(), &PaneRow::dataChanged, this, [this] {
@@ -176,14 +161,7 @@ void MainView::showEvent(QShowEvent *event) {
 }
 
 void MainView::renderTo(QPainter *painter, const QRect &rect) {
-    if (!painter || !painter->isActive() || rect.isEmpty() || size().isEmpty()) {
-        return;
-    }
-    painter->save();
-    painter->translate(rect.topLeft());
-    painter->scale(double(rect.width()) / width(), double(rect.height()) / height());
-    drawVectors(*this, *painter, true);
-    painter->restore();
+    renderVectors(*this, painter, rect);
 }
 
 void MainView::refreshTimeScale() {
@@ -208,6 +186,10 @@ QVector<QList<CRealtimeGraphWidget *>> MainView::dayRows() const {
         rows.append(pane->getGraphWidgets());
     }
     return rows;
+}
+
+CRealtimeWidget *MainView::selectedFormulaPane() const {
+    return mSelected->sub();
 }
 
 int MainView::getNewIndexStretchFactor() const {
@@ -435,6 +417,30 @@ void MainView::keyPressEvent(QKeyEvent *event) {
     if (!mUiParam->service<CConfigService>().isClientType(EClientType::Trading) ||
         !mCrossLines->takeKey(event->key())) {
         QWidget::keyPressEvent(event);
+    }
+}
+
+void MainView::contextMenuEvent(QContextMenuEvent *event) {
+    if (event->reason() != QContextMenuEvent::Keyboard || !isWhole()) {
+        CBaseWidget::contextMenuEvent(event);
+        return;
+    }
+    event->accept();
+    mKeys->openMenu(*event); // the view may have gone then
+}
+
+/// A view that the keyboard has come to shows that it has.
+void MainView::focusInEvent(QFocusEvent *event) {
+    CBaseWidget::focusInEvent(event);
+    if (isWhole() && isByKeyboard(event->reason())) {
+        mSelected->showFocus(true);
+    }
+}
+
+void MainView::focusOutEvent(QFocusEvent *event) {
+    CBaseWidget::focusOutEvent(event);
+    if (isWhole() && event->reason() != Qt::PopupFocusReason) {
+        mSelected->showFocus(false);
     }
 }
 

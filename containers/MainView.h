@@ -27,6 +27,7 @@ class CrossLines;
 class PaneRow;
 class SelectedPane;
 class TemplateBar;
+class ViewKeys;
 
 /// The panes of a view beneath one another, with the time scale, the frame over the selected pane, the cross line over
 /// them all and the bar of formula templates; and whatever is told to the panes alike. User-interface thread only.
@@ -72,6 +73,8 @@ public:
     QVector<CRealtimeWidget *> getSubIndexWidgets() const;
     QVector<QList<CRealtimeGraphWidget *>> dayRows() const override;
     boost::shared_ptr<CRealtimeUiParam> getUiParam() const { return mUiParam; }
+    /// The formula pane that is selected; null when it is none.
+    CRealtimeWidget *selectedFormulaPane() const;
     int getNewIndexStretchFactor() const;
     /// Stretch factor of each pane, main pane first; while a pane is maximised those of before.
     std::vector<int> getStretchFactorList() const;
@@ -165,6 +168,10 @@ protected:
     void tellInstrument(const QString &asked);
 
     void keyPressEvent(QKeyEvent *event) override;
+    /// That of a key opens the menu of the selected pane.
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -183,6 +190,7 @@ private:
     void tellComplete(bool complete);
 
     CRealtimeTimeWidget *mTimeScale = nullptr; ///< null in a view without time scale
+    std::unique_ptr<ViewKeys> mKeys;
     std::unique_ptr<Told> mTold; ///< what was told by signals last
 };
 

@@ -12,6 +12,8 @@ namespace TC {
 namespace {
 
 constexpr int kMainPaneId = 0;
+constexpr int kSelectionLine = 1; ///< pixels of the frame
+constexpr int kFocusLine = 3;
 
 } // namespace
 
@@ -45,7 +47,7 @@ void SelectedPane::select(int id) {
     }
     mId = id;
     if (mPanes.subs().isEmpty()) {
-        mFrame->hide();
+        placeOverNone();
         return;
     }
     if (!isMain()) {
@@ -64,6 +66,30 @@ void SelectedPane::selectAt(int position) {
 void SelectedPane::place() {
     if (const CRealtimeWidget *pane = isMain() ? mPanes.main() : sub()) {
         placeOver(pane);
+    } else if (mFocusShown) {
+        placeOverNone();
+    }
+}
+
+void SelectedPane::placeOverNone() {
+    if (mFocusShown && mPanes.main()) {
+        placeOver(mPanes.main());
+    } else {
+        mFrame->hide();
+    }
+}
+
+void SelectedPane::showFocus(bool shown) {
+    if (mFocusShown == shown || !mPanes.main()) {
+        return;
+    }
+    mFocusShown = shown;
+    mFrame->hide(); // what lay beneath the frame of before is drawn again
+    mFrame->setLineWidth(shown ? kFocusLine : kSelectionLine);
+    if (mPanes.subs().isEmpty() || mId < 0) {
+        placeOverNone();
+    } else {
+        place();
     }
 }
 

@@ -38,9 +38,13 @@ public:
     void selectAt(int position);
     /// Puts the frame over the selected pane, which has another place.
     void place();
+    /// While the keyboard's focus is to be seen, the frame is thicker, and over the main pane where nothing is selected.
+    void showFocus(bool shown);
 
 private:
     void placeOver(const CRealtimeWidget *pane);
+    /// No frame, or that of the focus.
+    void placeOverNone();
 
     QWidget *mView;
     const PaneRow &mPanes;
@@ -48,6 +52,7 @@ private:
     bool mSelects;
     GZ::CHighlightWidget *mFrame;
     int mId = -1;
+    bool mFocusShown = false;
 };
 
 } // namespace TC

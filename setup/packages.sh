@@ -11,8 +11,9 @@ run_packages=(
 )
 test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev
   xvfb xauth xdotool imagemagick jwm
+  at-spi2-core dbus python3-pyatspi
   nats-server libnats-dev
 )
 

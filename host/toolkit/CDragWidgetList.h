@@ -24,6 +24,8 @@ public:
     /// Whether the splitters follow the mouse; they are seen in any case.
     void setDragEnable(bool enable);
     bool isDragEnable() const { return mDragEnable; }
+    /// Moves the splitter before the item of an index, as a drag does; nothing where there is none, or it is not to move.
+    void moveSplitter(int index, int pixels);
 
 protected:
     int gapBefore(int index) const override;

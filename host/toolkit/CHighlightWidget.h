@@ -14,6 +14,8 @@ public:
     void setLRMargin(int left, int right);
     /// Keeps it this many pixels off the upper edge, where a title stands that it must not cut.
     void setTopMargin(int top);
+    /// Pixels of the frame's line; 1 at first, and at the least.
+    void setLineWidth(int width);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -26,6 +28,7 @@ private:
     int mLeft = 0;
     int mRight = 0;
     int mTop = 0;
+    int mLine = 1;
 };
 
 } // namespace GZ

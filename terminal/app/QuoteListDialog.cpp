@@ -1,5 +1,6 @@
 #include "terminal/app/QuoteListDialog.h"
 
+#include "terminal/app/MarkedChange.h"
 #include "terminal/app/TerminalServices.h"
 #include "toolkit/windows/WindowLook.h"
 
@@ -32,11 +33,15 @@ public:
     }
 };
 
+QString changeTextOf(const InstrumentQuote &quote) {
+    return markedChange(quote.change(), QStringLiteral("%1%").arg(quote.change() * 100.0, 0, 'f', 2));
+}
+
 void showQuote(QTreeWidgetItem &row, const InstrumentQuote &quote) {
     const GZ::CUiResource &theme = GZ::CUiResource::instance();
     const bool known = quote.isKnown();
     row.setText(eQuotePrice, known ? QString::number(quote.price, 'f', quote.decimals) : QStringLiteral("—"));
-    row.setText(eQuoteChange, known ? QStringLiteral("%1%").arg(quote.change() * 100.0, 0, 'f', 2) : QString());
+    row.setText(eQuoteChange, known ? changeTextOf(quote) : QString());
     row.setData(eQuotePrice, kSortRole, known ? quote.price : 0.0);
     row.setData(eQuoteChange, kSortRole, known ? quote.change() : -1.0);
     const char *color = !known || quote.change() == 0.0 ? "clr_text_default"

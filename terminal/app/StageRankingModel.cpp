@@ -3,6 +3,7 @@
 #include "host/records/Enumerations.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "terminal/app/MarkedChange.h"
 
 #include <QColor>
 #include <QHash>
@@ -20,11 +21,14 @@ QString numberText(const StageRow &row, int criterion) {
         return GZ::formatDoubleNumber(value, decimals, flags, false, QStringLiteral("--"));
     };
     switch (criterion) {
+    case eStageChange:
+        return markedChange(value, text(row.decimals, utils::eFormatPlain));
+    case eStageChangeRatio:
+        return markedChange(value, text(2, utils::eFormatPercent));
     case eStageVolume:
         return text(value < 1e4 ? 0 : 2, utils::eFormatScaled);
     case eStageAmount:
         return value > 0.0 ? text(2, utils::eFormatScaled) : QStringLiteral("--");
-    case eStageChangeRatio:
     case eStageAmplitude:
         return text(2, utils::eFormatPercent);
     default:

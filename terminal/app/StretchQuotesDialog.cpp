@@ -4,6 +4,7 @@
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "terminal/app/MarkedChange.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/TradedSpan.h"
@@ -121,7 +122,8 @@ void StretchQuotesDialog::showRows() {
             setCell(row, eMinuteLow, priceText(bar.low, decimals));
             setCell(row, eMinuteLast, priceText(bar.price, decimals));
             const double change = before > 0.0 ? bar.price - before : 0.0;
-            setCell(row, eMinuteChange, before > 0.0 ? QString::number(change, 'f', decimals) : kUnknown,
+            setCell(row, eMinuteChange,
+                    before > 0.0 ? markedChange(change, QString::number(change, 'f', decimals)) : kUnknown,
                     change > 0.0   ? "ic_clr_index_default_rise"
                     : change < 0.0 ? "ic_clr_index_default_fall"
                                    : nullptr);

@@ -242,14 +242,16 @@ TEST(StageRankingModel, LargestNumberIsFirstAndAHeadingRanksAnew) {
 
 TEST(StageRankingModel, NumbersAreWrittenAsTheyAreRead) {
     StageRankingModel model;
-    model.setRows({rankingRow("a", 0.123, 25000)});
-    const auto text = [&](int criterion) {
-        return model.data(model.index(0, StageRankingModel::eFirstNumber + criterion), Qt::DisplayRole)
+    model.setRows({rankingRow("a", 0.123, 25000), rankingRow("b", -0.5, 100), rankingRow("c", 0.0, 100)});
+    const auto text = [&](int criterion, int row = 0) {
+        return model.data(model.index(row, StageRankingModel::eFirstNumber + criterion), Qt::DisplayRole)
             .toString();
     };
     EXPECT_EQ(text(eStageVolume), QStringLiteral("2.50万"));
-    EXPECT_EQ(text(eStageChange), QStringLiteral("0.12"));
-    EXPECT_EQ(text(eStageChangeRatio), QStringLiteral("1.23%"));
+    EXPECT_EQ(text(eStageChange), QStringLiteral("▲ +0.12"));
+    EXPECT_EQ(text(eStageChangeRatio), QStringLiteral("▲ +1.23%"));
+    EXPECT_EQ(text(eStageChange, 1), QStringLiteral("▼ -0.50"));
+    EXPECT_EQ(text(eStageChange, 2), QStringLiteral("0.00")) << "neither rise nor fall";
 }
 
 TEST(BackgroundJob, WorkRunsElsewhereAndItsEndIsToldHere) {

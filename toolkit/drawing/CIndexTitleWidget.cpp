@@ -65,6 +65,8 @@ void CIndexTitleWidget::createButtons(EIndexDisplayType displayType) {
             auto *button = new GZ::CPushButton(QLatin1String(tool.image), tool.id, this);
             button->setAutoRaise(true);
             button->setToolTip(tr(tool.tip));
+            button->setAccessibleName(tr(tool.tip));
+            button->setFocusPolicy(Qt::TabFocus); // a click leaves the keys with the view
             button->setCursor(Qt::ArrowCursor);
             mButtons.append(button);
         }

@@ -81,6 +81,13 @@ void CDragWidgetList::startDrag(int index) {
     mDragAfter = lengthOf(widgetAt(index));
 }
 
+void CDragWidgetList::moveSplitter(int index, int pixels) {
+    if (mDragEnable && index >= 0 && index < count() && hasSplitter(index)) {
+        startDrag(index);
+        drag(index, pixels);
+    }
+}
+
 void CDragWidgetList::drag(int index, int pixels) {
     const int beforeIndex = index < count() ? shownBefore(index) : -1;
     if (beforeIndex < 0) {

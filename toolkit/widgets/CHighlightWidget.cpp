@@ -8,11 +8,6 @@
 #include <algorithm>
 
 namespace GZ {
-namespace {
-
-constexpr int kLine = 1; ///< pixels of the frame's line
-
-} // namespace
 
 CHighlightWidget::CHighlightWidget(QWidget *parent) : CBaseWidget(parent) {
     setObjectName(QStringLiteral("highlight_widget"));
@@ -33,6 +28,12 @@ void CHighlightWidget::setTopMargin(int top) {
     update();
 }
 
+void CHighlightWidget::setLineWidth(int width) {
+    mLine = std::max(width, 1);
+    updateMask();
+    update();
+}
+
 QRect CHighlightWidget::frameRect() const {
     return rect().adjusted(mLeft, mTop, -mRight, 0);
 }
@@ -40,7 +41,7 @@ QRect CHighlightWidget::frameRect() const {
 void CHighlightWidget::updateMask() {
     // Only the line itself belongs to the widget, so that what moves inside the frame never repaints it.
     const QRect outer = frameRect();
-    const QRect inner = outer.adjusted(kLine, kLine, -kLine, -kLine);
+    const QRect inner = outer.adjusted(mLine, mLine, -mLine, -mLine);
     setMask(outer.isEmpty() ? QRegion(-1, -1, 1, 1)
                             : QRegion(outer).subtracted(inner.isEmpty() ? QRect() : inner));
 }

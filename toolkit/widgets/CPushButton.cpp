@@ -1,5 +1,6 @@
 #include "host/toolkit/CPushButton.h"
 
+#include "host/toolkit/ThemeColor.h"
 #include "toolkit/drawing/StretchedImage.h"
 
 #include <QPaintEvent>
@@ -55,6 +56,10 @@ void CPushButton::paintEvent(QPaintEvent *) {
         painter.fillRect(rect(), shadeOf(pressed, underMouse()));
     } else if (!mAutoRaise && !mStretched) {
         painter.fillRect(rect(), shadeOf(false, true));
+    }
+    if (hasFocus() && !mStretched) {
+        painter.setPen(themeColor("ic_clr_highlight_widget_frame"));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
     if (!text().isEmpty()) {
         painter.setFont(font());
