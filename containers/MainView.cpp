@@ -44,11 +44,6 @@ boost::shared_ptr<CRealtimeUiParam> makeParam(QWidget &view, EIndexViewType view
     return boost::make_shared<CRealtimeUiParam>(viewType, services);
 }
 
-bool isByKeyboard(Qt::FocusReason reason) {
-    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-           reason == Qt::ShortcutFocusReason;
-}
-
 } // namespace
 
 struct MainView::Told {
@@ -429,11 +424,10 @@ void MainView::contextMenuEvent(QContextMenuEvent *event) {
     mKeys->openMenu(*event); // the view may have gone then
 }
 
-/// A view that the keyboard has come to shows that it has.
 void MainView::focusInEvent(QFocusEvent *event) {
     CBaseWidget::focusInEvent(event);
-    if (isWhole() && isByKeyboard(event->reason())) {
-        mSelected->showFocus(true);
+    if (isWhole()) {
+        mSelected->takeFocus(event->reason());
     }
 }
 

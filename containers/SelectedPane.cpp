@@ -93,6 +93,12 @@ void SelectedPane::showFocus(bool shown) {
     }
 }
 
+void SelectedPane::takeFocus(Qt::FocusReason reason) {
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason) {
+        showFocus(true);
+    }
+}
+
 void SelectedPane::placeOver(const CRealtimeWidget *pane) {
     mFrame->setGeometry(QRect(pane->mapTo(mView, QPoint(0, 0)), pane->size()));
     mFrame->setLRMargin(mUiParam->mLeftAxisWidth, mUiParam->mRightAxisWidth);

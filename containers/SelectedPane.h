@@ -2,6 +2,7 @@
 
 #include "host/records/Enumerations.h"
 
+#include <Qt>
 #include <boost/shared_ptr.hpp>
 
 class QWidget;
@@ -40,6 +41,8 @@ public:
     void place();
     /// While the keyboard's focus is to be seen, the frame is thicker, and over the main pane where nothing is selected.
     void showFocus(bool shown);
+    /// The view has the focus: one that the keyboard has brought is seen.
+    void takeFocus(Qt::FocusReason reason);
 
 private:
     void placeOver(const CRealtimeWidget *pane);

@@ -53,7 +53,7 @@ QList<PaneReading::Line> PaneReading::lines(int index) const {
     data->readData([&](const SeriesByKey &series) {
         for (auto one = series.begin(); one != series.end(); ++one) {
             CArrowColorSimpleText title{QString()};
-            CDrawStyle::getTitleText(title, one.key(), *one, index, instrument, overlays);
+            CDrawStyle::getTitleText(title, one.key(), *one, index, instrument, overlays, data->services());
             QString overlay;
             for (const auto &run : title.getTextColor()) {
                 const int colon = run.first.indexOf(QLatin1Char(':'));

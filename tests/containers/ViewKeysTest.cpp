@@ -177,7 +177,7 @@ TEST_F(ViewKeys, TheStretchOfARegionIsThatOfItsMinutes) {
     QList<QVariantList> told;
     QObject::connect(mMain.get(), &TC::MainView::regionChanged,
                      [&](const QDateTime &start, const QDateTime &end) {
-                         told.append({start.toSecsSinceEpoch() - kDay, end.toSecsSinceEpoch() - kDay});
+                         told.append({start.toString("hh:mm"), end.toString("hh:mm")});
                      });
     QTimer choose;
     QObject::connect(&choose, &QTimer::timeout, [&] {
@@ -195,7 +195,7 @@ TEST_F(ViewKeys, TheStretchOfARegionIsThatOfItsMinutes) {
     QCoreApplication::sendEvent(mMain.get(), &event);
     settle();
     ASSERT_EQ(told.size(), 1);
-    EXPECT_EQ(told[0], (QVariantList{qint64(580 * 60), qint64(610 * 60 + 600)})) << "09:40 to 10:20";
+    EXPECT_EQ(told[0], (QVariantList{"09:40", "10:20"}));
 }
 
 TEST_F(ViewKeys, EscapeGivesARegionUpAndNothingElse) {
