@@ -10,7 +10,7 @@ run_packages=(
   fonts-noto-cjk fonts-dejavu-core tzdata python3
 )
 test_packages=(
-  clang clang-format clang-tidy libclang-rt-14-dev
+  clang clang-format clang-tidy libclang-rt-14-dev doxygen
   libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev
   xvfb xauth xdotool imagemagick jwm
   at-spi2-core dbus python3-pyatspi

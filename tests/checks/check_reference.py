@@ -8,6 +8,7 @@ warning, and none is allowed.
 """
 
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -15,6 +16,7 @@ from pathlib import Path
 
 import tree
 
+SKIPPED = 77
 LISTED = re.compile(r"^  (\S+\.h)\)?$", re.MULTILINE)
 SETTINGS = """
 PROJECT_NAME = timeshare
@@ -85,6 +87,9 @@ def self_test(doxygen):
 
 def main():
     doxygen, *more = sys.argv[1:]
+    if not shutil.which(doxygen):
+        print(f"skipped: this machine has no {doxygen}")
+        return SKIPPED
     if more == ["--self-test"]:
         return self_test(doxygen)
     return tree.finish("reference", *check(doxygen, tree.ROOT, more[0] if more else None))
