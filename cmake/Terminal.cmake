@@ -7,13 +7,18 @@ pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.4-c++)
 pkg_check_modules(freexl REQUIRED IMPORTED_TARGET freexl)
 # A live market comes over NATS where its library is; without it the terminal has the market of its own alone.
 pkg_check_modules(nats QUIET IMPORTED_TARGET libnats)
+# History comes from PostgreSQL where its library is; without it a terminal has what is in its store.
+pkg_check_modules(pq QUIET IMPORTED_TARGET libpq)
 
 # Its services and windows: timeshare_terminal with the archives of the libraries, which is what tests link. The terminal
 # itself takes timeshare_terminal_parts with the shared libraries, as any host does.
 timeshare_sources(terminal_sources terminal)
-list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|feeder|supervisor)/main\\.cpp$|terminal/files/reader/")
+list(FILTER terminal_sources EXCLUDE REGEX "terminal/(app|feeder|loader|supervisor)/main\\.cpp$|terminal/files/reader/")
 if(NOT nats_FOUND)
   list(FILTER terminal_sources EXCLUDE REGEX "/Nats[A-Za-z]*\\.(cpp|h)$|terminal/feeder/FeedProgram\\.cpp$")
+endif()
+if(NOT pq_FOUND)
+  list(FILTER terminal_sources EXCLUDE REGEX "/Pg[A-Za-z]*\\.(cpp|h)$")
 endif()
 timeshare_resource(formula_resource /timeshare/formulas formulas *.lua)
 timeshare_resource(script_resource /timeshare/scripts scripts *.py)
@@ -26,6 +31,10 @@ target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host Qt5::Sql
 if(nats_FOUND)
   target_compile_definitions(timeshare_terminal_parts PRIVATE TIMESHARE_WITH_NATS)
   target_link_libraries(timeshare_terminal_parts PRIVATE PkgConfig::nats)
+endif()
+if(pq_FOUND)
+  target_compile_definitions(timeshare_terminal_parts PRIVATE TIMESHARE_WITH_POSTGRES)
+  target_link_libraries(timeshare_terminal_parts PRIVATE PkgConfig::pq)
 endif()
 add_library(timeshare_terminal INTERFACE)
 target_link_libraries(timeshare_terminal INTERFACE timeshare_terminal_parts timeshare)
@@ -57,4 +66,10 @@ target_link_libraries(timeshare-terminal PRIVATE timeshare_terminal_parts timesh
 if(nats_FOUND)
   add_executable(timeshare-feed terminal/feeder/main.cpp)
   target_link_libraries(timeshare-feed PRIVATE timeshare_terminal_parts timeshare_shared)
+endif()
+
+# Loads files of market data into a server of history.
+if(pq_FOUND)
+  add_executable(timeshare-load terminal/loader/main.cpp)
+  target_link_libraries(timeshare-load PRIVATE timeshare_terminal_parts timeshare_shared)
 endif()

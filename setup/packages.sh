@@ -15,6 +15,7 @@ test_packages=(
   xvfb xauth xdotool imagemagick jwm
   at-spi2-core dbus python3-pyatspi
   nats-server libnats-dev
+  postgresql-15 libpq-dev openssl
 )
 
 case "${1:-run}" in

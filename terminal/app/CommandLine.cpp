@@ -2,6 +2,7 @@
 
 #include "terminal/app/WindowSize.h"
 #include "terminal/feed/FeedAddress.h"
+#include "terminal/history/HistoryAddress.h"
 #include "terminal/market/SimulatedClock.h"
 
 #include <QCoreApplication>
@@ -157,6 +158,11 @@ QString takeFeed(CommandLineOptions &options, const QString &value) {
     return addressFault(value);
 }
 
+QString takeHistory(CommandLineOptions &options, const QString &value) {
+    options.history = value;
+    return historyAddressFault(value);
+}
+
 QString takeHelp(CommandLineOptions &options, const QString &) {
     options.help = true;
     return {};
@@ -197,6 +203,9 @@ const QVector<Option> &table() {
         {"--feed", "URL",
          QT_TRANSLATE_NOOP("CommandLine", "实时行情服务器，如 nats://market:4222；缺省为内置的模拟交易所"),
          takeFeed},
+        {"--history", "URL",
+         QT_TRANSLATE_NOOP("CommandLine", "历史行情服务器，如 postgres://reader@market:5432/history"),
+         takeHistory},
         {"--help", nullptr, QT_TRANSLATE_NOOP("CommandLine", "显示本说明"), takeHelp},
     };
     return options;
@@ -248,7 +257,8 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
         }
         const QString wrong = option->take(options, value);
         if (!wrong.isEmpty()) {
-            const bool isSecret = option->take == takeFeed; // it may hold what nobody is to see
+            const bool isSecret =
+                option->take == takeFeed || option->take == takeHistory; // it may hold what nobody is to see
             return oneLine(isSecret ? QStringLiteral("%1: %2").arg(name, wrong)
                                     : QStringLiteral("%1 %2: %3").arg(name, value, wrong));
         }

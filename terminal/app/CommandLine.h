@@ -31,6 +31,7 @@ struct CommandLineOptions {
     QString columns; ///< which column of the imported files is what
     QString store; ///< folder or file of the market store
     QString feed; ///< server of a live market
+    QString history; ///< server of past days
 };
 
 /// The options, or one line that says what is wrong, why, and what to do.

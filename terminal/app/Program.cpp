@@ -38,6 +38,8 @@ namespace {
 
 constexpr int kBadInput = 2; ///< exit status
 constexpr int kNearestDays = 3; ///< told beside a day without bars
+constexpr std::chrono::milliseconds kStartWait{1500}; ///< for days of a server, before there is a window
+constexpr std::chrono::milliseconds kSnapshotWait{20000};
 const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
 
 /// What the offscreen platform says of itself is of no use to anybody; all else goes to the standard error stream.
@@ -208,12 +210,13 @@ int showWindow(TerminalServices &services, const CommandLineOptions &options, co
 
 TerminalSettings settingsOf(const CommandLineOptions &options) {
     TerminalSettings settings;
-    settings.store = options.store.isEmpty() ? defaultStorePath() : options.store;
+    settings.store = options.store;
     settings.config = defaultConfigPath();
     settings.formulas = defaultFormulaFolder();
     settings.scripts = defaultScriptFolder();
     settings.speed = options.speed.value_or(1.0);
     settings.feed = options.feed;
+    settings.history = options.history;
     return settings;
 }
 
@@ -230,6 +233,7 @@ std::unique_ptr<TerminalServices> openServices(const CommandLineOptions &options
 
 /// The instrument to start with: that of the command line, of its imports, of the time before, or the first of all.
 QString chooseInstrument(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
+    services.awaitHistory({}, {}, kStartWait); // instruments that only a server has
     if (!options.instrument.isEmpty()) {
         start = {services.search().exact(options.instrument), QDate()};
         return start.key.isEmpty() ? unknownInstrument(services, options.instrument) : QString();
@@ -245,6 +249,7 @@ QString chooseInstrument(TerminalServices &services, const CommandLineOptions &o
 
 /// The day to start with: that of the command line, of the import, the running one, or the newest stored one.
 QString chooseDay(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
+    services.awaitHistory(start.key, options.date, options.snapshot.isEmpty() ? kStartWait : kSnapshotWait);
     const QVector<QDate> days = services.daysOf(start.key);
     if (options.date.isValid()) {
         start.day = options.date;

@@ -129,6 +129,7 @@ TerminalServices::TerminalServices(const TerminalSettings &settings)
 
 TerminalServices::~TerminalServices() {
     mFiles.stop(); // what it reads goes to the trade service
+    mPastDays.stop();
     if (mTrade) {
         mTrade->stop();
     }
@@ -137,14 +138,29 @@ TerminalServices::~TerminalServices() {
     }
 }
 
-/// The store and the running market, up to its time.
-QString TerminalServices::openMarket(const TerminalSettings &settings, const Progress &progress) {
-    const QString folder = QFileInfo(settings.store).absolutePath();
+/// With a server of history the store holds its days, and no made-up ones beside them.
+QString TerminalServices::openStore(const TerminalSettings &settings, const QString &history) {
+    const QString own = history.isEmpty() ? defaultStorePath() : defaultHistoryStorePath();
+    const QString path = settings.store.isEmpty() ? own : settings.store;
+    const QString folder = QFileInfo(path).absolutePath();
     if (!QDir().mkpath(folder)) {
         return QStringLiteral("%1: the folder of the store cannot be made: give another place with --store")
             .arg(folder);
     }
-    const QString failed = mStore.open(settings.store);
+    const QString failed = mStore.open(path);
+    if (!failed.isEmpty() || history.isEmpty()) {
+        return failed;
+    }
+    return mPastDays.follow(history, [this](const QString &reason) {
+        mMessages.sink()({QObject::tr("历史服务器"), 0, reason});
+    });
+}
+
+/// The store and the running market, up to its time.
+QString TerminalServices::openMarket(const TerminalSettings &settings, const Progress &progress) {
+    const QString history =
+        settings.history.isEmpty() ? mConfig.value(QStringLiteral("history")) : settings.history;
+    const QString failed = openStore(settings, history);
     if (!failed.isEmpty()) {
         return failed;
     }
@@ -154,6 +170,9 @@ QString TerminalServices::openMarket(const TerminalSettings &settings, const Pro
     mClockInstallation = std::make_unique<Installation<TC::CHostClock>>(*mClock);
     mClock->pause(); // until all is in place
     mRunning = std::make_unique<RunningMarket>(mStore, *mClock);
+    if (hasServedDays(mStore)) {
+        mRunning->exchange().close(); // nothing is made up beside days of a server
+    }
     const QString server = settings.feed.isEmpty() ? mConfig.value(QStringLiteral("feed")) : settings.feed;
     const QString wrong = server.isEmpty() ? QString() : mRunning->follow(server);
     if (!wrong.isEmpty()) {
@@ -183,7 +202,8 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
         kFormulaWorkers);
     mFormulas->setLanes([this](const TC::CFormulaParam &param) { return mCatalogue.laneOf(param); });
     mFormulas->setScriptModels(ScriptModelSettings(), mMessages.sink());
-    mFormulas->setHistorySource(&mHistory);
+    mFormulas->setHistorySource(&mPastDays.source());
+    mPastDays.start();
     mFormulas->setHistoryCache(&mCache);
     mFormulas->setTransactions([this, tape = std::make_shared<TransactionTape>(mStore, exchange())](
                                    const QString &key, qint64 from, qint64 to, qint64 limit) {
@@ -268,6 +288,7 @@ ChartSources TerminalServices::chartSources() {
                 const int shown = dayOf(day.isValid() ? day : runningDayOf(key));
                 mMarket->times().setAxisDay(key, shown);
                 mCache.expect(key, shown);
+                mPastDays.want(key, shown);
             }};
 }
 
@@ -335,13 +356,31 @@ QVector<QDate> TerminalServices::daysOf(const QString &key) {
         for (const int day : mStore.days(instrument->id)) {
             dates.append(dateOf(day));
         }
+        for (const int day : mPastDays.knownDays(instrument->key())) {
+            if (!dates.contains(dateOf(day))) {
+                dates.append(dateOf(day));
+            }
+        }
         const QDate running = runningDayOf(key);
-        if ((instrument->simulated || mRunning->isFollowing()) && !dates.contains(running)) {
+        if ((mRunning->isFollowing() || (instrument->simulated && !hasServedDays(mStore))) &&
+            !dates.contains(running)) {
             dates.append(running);
         }
     }
     std::sort(dates.begin(), dates.end(), [](const QDate &a, const QDate &b) { return a > b; });
     return dates;
+}
+
+void TerminalServices::awaitHistory(const QString &key, const QDate &day, std::chrono::milliseconds atMost) {
+    mPastDays.await(atMost); // instruments
+    mPastDays.want(key, dayOf(day.isValid() ? day : runningDayOf(key)));
+    mPastDays.await(atMost);
+}
+
+QString TerminalServices::trouble() const {
+    QStringList troubles{mRunning->trouble(), mPastDays.trouble()};
+    troubles.removeAll(QString());
+    return troubles.join(QStringLiteral("；"));
 }
 
 QDate TerminalServices::runningDayOf(const QString &key) const {
@@ -358,6 +397,10 @@ qint64 marketStart(const Catalogue &catalogue, qint64 now) {
 
 QString defaultStorePath() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/market.db");
+}
+
+QString defaultHistoryStorePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/history.db");
 }
 
 QString defaultFormulaFolder() {

@@ -2,6 +2,7 @@
 
 #include "terminal/app/ChartSources.h"
 #include "terminal/app/InstrumentSearch.h"
+#include "terminal/app/PastDays.h"
 #include "terminal/app/QuoteList.h"
 #include "terminal/app/RunningMarket.h"
 #include "terminal/app/SmartKeyService.h"
@@ -19,7 +20,6 @@
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/MarketServices.h"
 #include "terminal/market/SimulatedClock.h"
-#include "terminal/market/SimulatedHistory.h"
 #include "terminal/market/StoreSelfStocks.h"
 #include "terminal/replay/ReplayService.h"
 #include "terminal/trade/EnhanceDrawService.h"
@@ -48,13 +48,14 @@ private:
 
 /// Where a terminal keeps its files and how it starts.
 struct TerminalSettings {
-    QString store; ///< file of the market store
+    QString store; ///< file of the market store; empty for the default one
     QString config; ///< file of the configuration; empty for none
     QString formulas; ///< folder of the user's own formulas; empty for none
     QString scripts; ///< folder of the script models; empty for none
     double speed = 1.0; ///< market seconds a second
     QString
         feed; ///< server of a live market; empty for the one of the configuration, or the terminal's own market
+    QString history; ///< server of past days; empty for the one of the configuration, or none
     std::optional<qint64>
         start; ///< market time to start at, milliseconds since the epoch; else by the real time
 };
@@ -77,6 +78,12 @@ public:
     /// The prices of instruments, user-defined indexes and portfolios.
     MarketFeed &feed() { return *mFeed; }
     FormulaService &formulas() { return *mFormulas; }
+    /// Where days before the running one come from.
+    PastDays &pastDays() { return mPastDays; }
+    /// Waits, at most so long, for what a server has of a day of an instrument; a null day is the running one.
+    void awaitHistory(const QString &key, const QDate &day, std::chrono::milliseconds atMost);
+    /// What is missing of what servers have, and since when; empty when nothing is.
+    QString trouble() const;
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
     TradeService &trade() { return *mTrade; }
@@ -120,6 +127,7 @@ private:
     /// The instrument whose trading days are those of a key: itself, or the first member of an index or portfolio.
     static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
     QString openMarket(const TerminalSettings &settings, const Progress &progress);
+    QString openStore(const TerminalSettings &settings, const QString &history);
     QString start(const TerminalSettings &settings, const Progress &progress);
     int requestedDay(const TC::CFormulaParam &param);
 
@@ -143,7 +151,7 @@ private:
     FormulaMessages mMessages;
     FormulaCatalogue mCatalogue;
     HistoryCache mCache;
-    SimulatedHistory mHistory{mStore};
+    PastDays mPastDays{mStore};
     std::unique_ptr<TradeService> mTrade;
     FileClient mFiles;
     SmartKeyService mSmartKeys;
@@ -161,6 +169,8 @@ qint64 marketStart(const Catalogue &catalogue, qint64 now);
 
 /// The store file when none is named, in the user's data folder.
 QString defaultStorePath();
+/// The one with the days of a server.
+QString defaultHistoryStorePath();
 /// The configuration file, in the user's configuration folder.
 QString defaultConfigPath();
 /// The folder of the user's own formulas, in the user's data folder.

@@ -10,6 +10,7 @@
 #include "terminal/app/ImportDialog.h"
 #include "terminal/app/InputFields.h"
 #include "terminal/app/MessagePanel.h"
+#include "terminal/app/PastDaysWatch.h"
 #include "terminal/app/QuoteLists.h"
 #include "terminal/app/ReplayControl.h"
 #include "terminal/app/SmartKeyboard.h"
@@ -153,6 +154,9 @@ void TerminalWindow::connectChart() {
         mView->setFocus();
     });
     connect(mLists, &QuoteLists::chosen, this, [this](const QString &key) { showInstrument(key); });
+    const auto *pastDays = new PastDaysWatch(mServices, {mView}, this);
+    connect(pastDays, &PastDaysWatch::instrumentsCame, this, &TerminalWindow::refreshSearch);
+    connect(pastDays, &PastDaysWatch::daysChanged, this, &TerminalWindow::refreshDays);
     connect(mLists, &QuoteLists::refused, this, [this](const QString &reason) { say(reason, true); });
 }
 
@@ -193,7 +197,6 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
         mMemory->start();
     }
     mServices.config().setValue(kInstrumentField, key);
-    mControls->setInstrument(mServices.titleOf(key, mView->day()));
     refreshDays();
     mStatus->clearError();
     tellMessages();
@@ -216,6 +219,7 @@ QComboBox *TerminalWindow::days() const {
 }
 
 void TerminalWindow::refreshDays() {
+    mControls->setInstrument(mServices.titleOf(mView->instrument(), mView->day()));
     mControls->setDays(mServices.daysOf(mView->instrument()), mRunningDay, mView->day());
 }
 
@@ -422,7 +426,7 @@ void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
     mStatus->setMarketTime(mServices.clock().currentDateTime());
-    mStatus->setTrouble(mServices.running().trouble());
+    mStatus->setTrouble(mServices.trouble());
     const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
     if (running != mRunningDay && !key.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "terminal/app/WallWindow.h"
 
 #include "terminal/app/ChartView.h"
+#include "terminal/app/PastDaysWatch.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/WindowColors.h"
 #include "terminal/app/WindowSize.h"
@@ -38,6 +39,7 @@ WallWindow::WallWindow(TerminalServices &services, int count, QWidget *parent)
     onUiResourceChanged();
     connect(&mSecond, &QTimer::timeout, this, &WallWindow::followDay);
     mSecond.start(kLook);
+    new PastDaysWatch(mServices, mViews, this);
 }
 
 QStringList WallWindow::instrumentsFrom(const QString &first) const {

@@ -1,5 +1,7 @@
 #include "terminal/feed/FeedAddress.h"
 
+#include "terminal/servers/SecretLines.h"
+
 #include <QFile>
 #include <QUrl>
 
@@ -7,42 +9,20 @@ namespace terminal {
 namespace {
 
 constexpr int kDefaultPort = 4222;
-constexpr qint64 kLargestCredentials = 64 * 1024; ///< bytes
 
 /// Takes the secrets of a file; answers what is wrong with it.
 QString readSecrets(const QString &path, FeedAddress &address) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return QStringLiteral("%1: the file of credentials cannot be read: %2").arg(path, file.errorString());
+    QByteArray content;
+    const QString unread = readSecretFile(path, content);
+    if (!unread.isEmpty()) {
+        return unread;
     }
-    const QByteArray content = file.read(kLargestCredentials);
     if (content.contains("-----BEGIN NATS USER JWT-----")) {
         address.credentialsFile = QFile::encodeName(path);
         return {};
     }
-    int number = 0;
-    for (const QByteArray &text : content.split('\n')) {
-        ++number;
-        const QByteArray line = text.trimmed();
-        if (line.isEmpty() || line.startsWith('#')) {
-            continue;
-        }
-        const int equals = line.indexOf('=');
-        const QByteArray name = line.left(equals).trimmed();
-        const QByteArray value = equals < 0 ? QByteArray() : line.mid(equals + 1).trimmed();
-        if (equals >= 0 && name == "user") {
-            address.user = value;
-        } else if (equals >= 0 && name == "password") {
-            address.password = value;
-        } else if (equals >= 0 && name == "token") {
-            address.token = value;
-        } else {
-            return QStringLiteral("%1:%2: no line of credentials: give user=, password= or token=")
-                .arg(path)
-                .arg(number);
-        }
-    }
-    return {};
+    return takeSecretLines(
+        path, content, {{"user", &address.user}, {"password", &address.password}, {"token", &address.token}});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/feed/LineState.h"
+#include "terminal/servers/LineState.h"
 
 #include <QString>
 

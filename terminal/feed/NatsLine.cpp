@@ -1,7 +1,7 @@
 #include "terminal/feed/NatsLine.h"
 
-#include "terminal/feed/RetryWait.h"
 #include "terminal/feed/WireSubject.h"
+#include "terminal/servers/RetryWait.h"
 
 #include <nats/nats.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "terminal/feed/FeedAddress.h"
-#include "terminal/feed/LineState.h"
+#include "terminal/servers/LineState.h"
 
 #include <memory>
 

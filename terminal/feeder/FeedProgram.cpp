@@ -1,6 +1,5 @@
 #include "terminal/feeder/FeedProgram.h"
 
-#include "terminal/feed/RetryWait.h"
 #include "terminal/feeder/ExchangeSource.h"
 #include "terminal/feeder/FeedLog.h"
 #include "terminal/feeder/FeedOptions.h"
@@ -10,6 +9,7 @@
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/SimulatedTicks.h"
+#include "terminal/servers/RetryWait.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -211,6 +211,22 @@ QVector<int> CMarketStore::days(qint64 instrument) {
     return days;
 }
 
+QMap<int, int> CMarketStore::importedCounts(qint64 instrument) {
+    QMap<int, int> counts;
+    StoreRows(connection(), mFaults)
+        .read({QStringLiteral("days"),
+               QStringLiteral(
+                   "day, (SELECT COUNT(*) FROM minute_bars WHERE minute_bars.instrument = days.instrument AND "
+                   "minute_bars.day = days.day)"),
+               QStringLiteral("WHERE instrument = ? AND source = ?"),
+               {instrument, static_cast<int>(BarSource::Imported)}},
+              [&counts](const QSqlQuery &row) {
+                  counts[row.value(0).toInt()] = row.value(1).toInt();
+                  return true;
+              });
+    return counts;
+}
+
 /// The first sound day of an order.
 std::optional<DaySummary> CMarketStore::oneSummary(const char *condition, qint64 instrument, int day) {
     std::optional<DaySummary> first;

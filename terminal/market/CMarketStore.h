@@ -61,6 +61,8 @@ public:
     Ticks ticks(qint64 instrument, int day);
     /// Days of an instrument that have bars, ascending.
     QVector<int> days(qint64 instrument);
+    /// The days that no simulation has made, with the number of their bars.
+    QMap<int, int> importedCounts(qint64 instrument);
     std::optional<DaySummary> summary(qint64 instrument, int day);
     /// The last stored day before a day.
     std::optional<DaySummary> summaryBefore(qint64 instrument, int day);

@@ -18,24 +18,25 @@ TableHeadings headingsOfFile(const QString &path) {
 
 template <class Importer>
 ImportOutcome importWith(CMarketStore &store, const ImportOptions &options, const QString &path,
-                         const Progress &progress) {
+                         const Progress &progress, const ImportTargetMaker &target) {
     Importer importer(store, options);
     importer.setProgress(progress);
+    importer.setTarget(target);
     return importer.importFile(path);
 }
 
 } // namespace
 
 ImportOutcome importMarketFile(CMarketStore &store, ImportOptions options, const QString &path,
-                               const Progress &progress) {
+                               const Progress &progress, const ImportTargetMaker &target) {
     TableHeadings headings = headingsOfFile(path);
     if (options.columns.isEmpty()) {
         options.columns = rememberedColumns(store, headings);
     }
     applyColumns(options.columns, headings); // what is wrong with it is told by the import
     return kindOfTable(headings) == ImportKind::Bars
-               ? importWith<MinuteBarImporter>(store, options, path, progress)
-               : importWith<TickImporter>(store, options, path, progress);
+               ? importWith<MinuteBarImporter>(store, options, path, progress, target)
+               : importWith<TickImporter>(store, options, path, progress, target);
 }
 
 } // namespace terminal

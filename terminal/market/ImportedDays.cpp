@@ -1,20 +1,11 @@
 #include "terminal/market/ImportedDays.h"
 
+#include "terminal/market/DayMerge.h"
 #include "terminal/market/MarketDate.h"
 
 #include <algorithm>
 
 namespace terminal {
-namespace {
-
-/// All that an import can change of a bar but for its average, which depends on the day's other bars.
-bool sameTrade(const MinuteBar &a, const MinuteBar &b) {
-    return a.open == b.open && a.high == b.high && a.low == b.low && a.price == b.price &&
-           a.volume == b.volume && a.amount == b.amount;
-}
-
-} // namespace
-
 bool isShareMarket(const QString &market) {
     return market == QLatin1String("SH") || market == QLatin1String("SZ") || market == QLatin1String("BJ");
 }
@@ -34,8 +25,8 @@ BarFault ImportedDays::put(const Instrument &instrument, const BarDays &days, co
     BarFault clash = mergeStored(instrument, dayOf(day), lineOf, bars);
     if (clash.isNone()) {
         fillAverages(bars);
-        mWriter.putDay(instrument.id, dayOf(day), BarSource::Imported, bars);
-        mWriter.putDaySessions(instrument.id, dayOf(day),
+        mTarget.putDay(instrument.id, dayOf(day), BarSource::Imported, bars);
+        mTarget.putDaySessions(instrument.id, dayOf(day),
                                keptSessions(instrument, days.sessions.value(day), day, bars));
     }
     return clash;
@@ -58,13 +49,13 @@ DaySessions ImportedDays::keptSessions(const Instrument &instrument, const DaySe
 
 void ImportedDays::finish(const Instrument &instrument, const BarDays &days, ImportedBars &imported) {
     for (const QDate &day : days.unknownDays) {
-        mWriter.putTradingDay(instrument.market, day, true);
+        mTarget.putTradingDay(instrument.market, day, true);
     }
     for (const QDate &day : days.restDays) {
-        mWriter.putTradingDay(instrument.market, day, false);
+        mTarget.putTradingDay(instrument.market, day, false);
     }
     for (auto told = days.previousCloses.begin(); told != days.previousCloses.end(); ++told) {
-        mWriter.putPreviousClose(instrument.id, dayOf(told.key()), *told);
+        mTarget.putPreviousClose(instrument.id, dayOf(told.key()), *told);
     }
     imported.key = instrument.key();
     imported.repeatedLines = days.repeatedLines;
@@ -75,33 +66,12 @@ void ImportedDays::finish(const Instrument &instrument, const BarDays &days, Imp
 /// Adds the bars of the day that an earlier import left in the store.
 BarFault ImportedDays::mergeStored(const Instrument &instrument, int day, const LineOf &lineOf,
                                    MinuteBars &bars) {
-    if (!mWriter.hasDay(instrument.id, day)) {
-        return {}; // most are new, and the whole question takes longer than to store them
+    const std::optional<qint64> other = mergeBars(mTarget.importedBars(instrument.id, day), bars);
+    if (other) {
+        return {lineOf(*other), QStringLiteral("%1 of %2 is in the store with other values")
+                                    .arg(marketDateTime(*other).toString(QStringLiteral("yyyy-MM-dd HH:mm")),
+                                         instrument.key())};
     }
-    const std::optional<DaySummary> summary = mStore.summary(instrument.id, day);
-    if (!summary || summary->source != BarSource::Imported) {
-        return {};
-    }
-    MinuteBars merged;
-    const MinuteBars stored = mStore.bars(instrument.id, day);
-    auto old = stored.begin();
-    for (const MinuteBar &bar : bars) {
-        for (; old != stored.end() && old->time < bar.time; ++old) {
-            merged.push_back(*old);
-        }
-        if (old != stored.end() && old->time == bar.time) {
-            if (!sameTrade(*old, bar)) {
-                return {lineOf(bar.time),
-                        QStringLiteral("%1 of %2 is in the store with other values")
-                            .arg(marketDateTime(bar.time).toString(QStringLiteral("yyyy-MM-dd HH:mm")),
-                                 instrument.key())};
-            }
-            ++old;
-        }
-        merged.push_back(bar);
-    }
-    merged.insert(merged.end(), old, stored.end());
-    bars = std::move(merged);
     return {};
 }
 

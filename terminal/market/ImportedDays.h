@@ -2,7 +2,7 @@
 
 #include "terminal/market/BarDays.h"
 #include "terminal/market/ImportOptions.h"
-#include "terminal/market/MarketWriter.h"
+#include "terminal/market/ImportTarget.h"
 
 #include <functional>
 
@@ -17,7 +17,7 @@ bool isShareMarket(const QString &market);
 /// of their prices weighed by volume, which are near each other when the volume is in shares.
 double volumeUnit(const ImportOptions &options, const QString &market, double money, double weighed);
 
-/// Takes the days of an import into a store, through one writer. Simulated days give way; minutes that were imported
+/// Takes the days of an import to their target. Simulated days give way; minutes that were imported
 /// before have to be the same.
 class ImportedDays {
 public:
@@ -25,8 +25,8 @@ public:
     using LineOf = std::function<int(qint64 time)>;
 
     /// `sessionsFromFile` keeps with each day the sessions that its bars show.
-    ImportedDays(CMarketStore &store, MarketWriter &writer, bool sessionsFromFile)
-        : mStore(store), mWriter(writer), mSessionsFromFile(sessionsFromFile) {}
+    ImportedDays(ImportTarget &target, bool sessionsFromFile)
+        : mTarget(target), mSessionsFromFile(sessionsFromFile) {}
 
     /// Adds the bars of a day of an instrument, of which `days` knows the sessions.
     BarFault put(const Instrument &instrument, const BarDays &days, const QDate &day, const LineOf &lineOf);
@@ -40,8 +40,7 @@ private:
     DaySessions keptSessions(const Instrument &instrument, const DaySessions &ofDay, const QDate &day,
                              const MinuteBars &bars) const;
 
-    CMarketStore &mStore;
-    MarketWriter &mWriter;
+    ImportTarget &mTarget;
     const bool mSessionsFromFile;
 };
 

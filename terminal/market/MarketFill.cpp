@@ -8,6 +8,7 @@ namespace terminal {
 namespace {
 
 const QString kFilledNote = QStringLiteral("simulated market");
+const QString kServedNote = QStringLiteral("days from a server");
 
 bool putLinks(MarketWriter &writer) {
     const Catalogue &links = simulatedLinks();
@@ -88,8 +89,30 @@ bool fillDays(CMarketStore &store, MarketWriter &writer, const SimulatedInstrume
 
 } // namespace
 
+bool hasServedDays(CMarketStore &store) {
+    return !store.note(kServedNote).isEmpty();
+}
+
+QString keepServedDays(CMarketStore &store) {
+    if (hasServedDays(store)) {
+        return {};
+    }
+    if (!store.note(kFilledNote).isEmpty()) {
+        return QStringLiteral(
+                   "%1: has days of the made-up market, which do not go with those of a server: give another "
+                   "file with --store")
+            .arg(store.path());
+    }
+    MarketWriter writer(store);
+    if (writer.putNote(kServedNote, QStringLiteral("1"))) {
+        writer.commit();
+    }
+    return writer.error();
+}
+
 QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {
     const bool isNew = store.note(kFilledNote).isEmpty();
+    const bool isServed = hasServedDays(store);
     const QSet<QString> nightMarkets = simulatedNightMarkets();
     const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
     MarketWriter writer(store);
@@ -106,6 +129,9 @@ QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {
         const MarketCalendar calendar = catalogue->calendar(market);
         refreshInstrument(writer, catalogue->find(simulated.instrument.key()), simulated.instrument);
         const qint64 row = writer.rowOf(simulated.instrument.key());
+        if (isServed) {
+            continue;
+        }
         fillDays(store, writer, simulated, row, calendar, calendar.dayAt(now, nightMarkets.contains(market)));
     }
     if (writer.commit() && progress) {

@@ -19,4 +19,10 @@ constexpr int kFilledDays = 30;
 /// nothing; answers an empty text or what went wrong ("stopped" when `progress` said so).
 QString fillStore(CMarketStore &store, qint64 now, const Progress &progress = {});
 
+/// Makes a store one of served days: it is filled with the instruments alone and never with made-up days. Answers an empty
+/// text or why not: it has made-up days already, or what went wrong.
+QString keepServedDays(CMarketStore &store);
+/// Whether it is one.
+bool hasServedDays(CMarketStore &store);
+
 } // namespace terminal

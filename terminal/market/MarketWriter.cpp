@@ -171,6 +171,18 @@ bool MarketWriter::hasDay(qint64 instrument, int day) {
     return found;
 }
 
+MinuteBars MarketWriter::importedBars(qint64 instrument, int day) {
+    if (!hasDay(instrument, day)) {
+        return {}; // most are new, and the whole question takes longer than to store them
+    }
+    const std::optional<DaySummary> summary = mStore.summary(instrument, day);
+    return summary && summary->source == BarSource::Imported ? mStore.bars(instrument, day) : MinuteBars();
+}
+
+Ticks MarketWriter::importedTicks(qint64 instrument, int day) {
+    return mStore.ticks(instrument, day);
+}
+
 bool MarketWriter::putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars) {
     mDeleteBars.bindValue(0, instrument);
     mDeleteBars.bindValue(1, day);

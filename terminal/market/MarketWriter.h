@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/ImportTarget.h"
 #include "terminal/market/RowInserter.h"
 #include "terminal/market/StoreTurn.h"
 
@@ -14,35 +15,27 @@ namespace terminal {
 
 /// One transaction on the store: all of what is written through it, or nothing. It waits for the program's other
 /// writers to end. It is rolled back when it goes without commit(). To be used on the thread that made it. After an error every further call answers false.
-class MarketWriter {
+class MarketWriter : public ImportTarget {
 public:
     explicit MarketWriter(CMarketStore &store);
-    ~MarketWriter();
+    ~MarketWriter() override;
     MarketWriter(const MarketWriter &) = delete;
     MarketWriter &operator=(const MarketWriter &) = delete;
 
-    /// Whether all went well so far, and otherwise one line that says what did not.
-    bool isGood() const { return mError.isEmpty(); }
-    QString error() const { return mError; }
-
-    /// Adds an instrument with its types and sessions, or replaces the one of the same key; answers its row, 0 on an
-    /// error.
-    qint64 putInstrument(const Instrument &instrument);
-    /// Declares a date of a market open or closed.
-    bool putTradingDay(const QString &market, const QDate &date, bool open);
+    bool isGood() const override { return mError.isEmpty(); }
+    QString error() const override { return mError; }
+    qint64 putInstrument(const Instrument &instrument) override;
+    bool putTradingDay(const QString &market, const QDate &date, bool open) override;
     /// Whether the store has a day of an instrument, sound or not.
     bool hasDay(qint64 instrument, int day);
-    /// Replaces a day of an instrument by these bars, in ascending time. Its ticks stay.
-    bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars);
-    /// Adds a tick to a day that has been put; `ordinal` counts the ticks of the day from 0. It is written with others, by
-    /// commit() at the latest.
-    bool putTick(qint64 instrument, int day, int ordinal, const Tick &tick);
+    bool putDay(qint64 instrument, int day, BarSource source, const MinuteBars &bars) override;
+    /// It is written with others, by commit() at the latest.
+    bool putTick(qint64 instrument, int day, int ordinal, const Tick &tick) override;
     bool putNote(const QString &name, const QString &value);
-    /// Keeps with a day, which has been put, the close before it as its source tells it.
-    bool putPreviousClose(qint64 instrument, int day, double price);
-    /// Keeps with a day, which has been put, its sessions as its source shows them; empty ones are those of the
-    /// instrument.
-    bool putDaySessions(qint64 instrument, int day, const DaySessions &sessions);
+    bool putPreviousClose(qint64 instrument, int day, double price) override;
+    bool putDaySessions(qint64 instrument, int day, const DaySessions &sessions) override;
+    MinuteBars importedBars(qint64 instrument, int day) override;
+    Ticks importedTicks(qint64 instrument, int day) override;
 
     // The members of these are named by key and have to be in the store. What is there already stays as it is.
     bool addSector(const Sector &sector);
@@ -55,7 +48,7 @@ public:
     qint64 rowOf(const QString &key);
 
     /// Ends the transaction and has the store read its catalogue again.
-    bool commit();
+    bool commit() override;
 
 private:
     bool run(QSqlQuery &query);

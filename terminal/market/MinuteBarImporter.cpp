@@ -70,7 +70,7 @@ BarReading MinuteBarImporter::readingOf(const Instrument &instrument, const Rows
     return reading;
 }
 
-BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &name, size_t number,
+BarFault MinuteBarImporter::store(ImportTarget &target, const InstrumentName &name, size_t number,
                                   ImportedBars &imported) {
     Rows &rows = mRows[number];
     const int line = rows.front().line;
@@ -85,11 +85,11 @@ BarFault MinuteBarImporter::store(MarketWriter &writer, const InstrumentName &na
     }
     if (!known) {
         instrument.name = mOptions.name.isEmpty() ? instrument.name : mOptions.name;
-        instrument.id = writer.putInstrument(instrument);
+        instrument.id = target.putInstrument(instrument);
     }
-    ImportedDays days(mStore, writer, mOptions.sessionsFromFile);
+    ImportedDays days(target, mOptions.sessionsFromFile);
     int done = 0;
-    for (auto day = sorted.days.begin(); day != sorted.days.end() && writer.isGood(); ++day) {
+    for (auto day = sorted.days.begin(); day != sorted.days.end() && target.isGood(); ++day) {
         fault = days.put(instrument, sorted, day.key(), [&rows](qint64 time) { return lineOf(rows, time); });
         if (!fault.isNone()) {
             return fault;

@@ -18,7 +18,7 @@ private:
     QString begin(const TableHeadings &headings) override;
     BarFault takeRow(int line, std::string_view text) override;
     BarFault finishRows() override;
-    BarFault store(MarketWriter &writer, const InstrumentName &name, size_t number,
+    BarFault store(ImportTarget &target, const InstrumentName &name, size_t number,
                    ImportedBars &imported) override;
     BarReading readingOf(const Instrument &instrument, const Rows &rows) const;
 

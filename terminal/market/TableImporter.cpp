@@ -1,6 +1,7 @@
 #include "terminal/market/TableImporter.h"
 
 #include "terminal/market/ColumnChoice.h"
+#include "terminal/market/MarketWriter.h"
 
 namespace terminal {
 
@@ -12,10 +13,11 @@ ImportOutcome TableImporter::importFile(const QString &path) {
     ImportOutcome outcome;
     BarFault fault = readFile(path, outcome);
     if (fault.isNone()) {
-        MarketWriter writer(mStore);
-        fault = storeAll(writer, outcome);
-        if (fault.isNone() && !writer.commit()) {
-            outcome.error = writer.error();
+        const std::unique_ptr<ImportTarget> target =
+            mMakeTarget ? mMakeTarget() : std::make_unique<MarketWriter>(mStore);
+        fault = storeAll(*target, outcome);
+        if (fault.isNone() && !target->commit()) {
+            outcome.error = target->error();
         }
     }
     if (!fault.isNone()) {
@@ -64,11 +66,11 @@ BarFault TableImporter::readFile(const QString &path, ImportOutcome &outcome) {
     return fault.isNone() ? finishRows() : fault;
 }
 
-BarFault TableImporter::storeAll(MarketWriter &writer, ImportOutcome &outcome) {
+BarFault TableImporter::storeAll(ImportTarget &target, ImportOutcome &outcome) {
     const std::vector<InstrumentName> &names = mInstruments->names();
-    for (size_t i = 0; i < names.size() && writer.isGood(); ++i) {
+    for (size_t i = 0; i < names.size() && target.isGood(); ++i) {
         ImportedBars imported;
-        BarFault fault = store(writer, names[i], i, imported);
+        BarFault fault = store(target, names[i], i, imported);
         if (!fault.isNone()) {
             return fault;
         }

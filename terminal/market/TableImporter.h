@@ -26,6 +26,8 @@ public:
 
     /// Hears of the progress in thousandths; answering false stops the import.
     void setProgress(const Progress &progress) { mProgress = progress; }
+    /// Puts the files elsewhere than into the store, which then tells what is known of instruments and calendars.
+    void setTarget(const ImportTargetMaker &maker) { mMakeTarget = maker; }
 
     ImportOutcome importFile(const QString &path);
 
@@ -41,7 +43,7 @@ protected:
     /// Completes the rows when all have been taken, see finish().
     virtual BarFault finishRows() = 0;
     /// Stores the rows of the instrument of a number.
-    virtual BarFault store(MarketWriter &writer, const InstrumentName &name, size_t number,
+    virtual BarFault store(ImportTarget &target, const InstrumentName &name, size_t number,
                            ImportedBars &imported) = 0;
 
     /// Reads a row, and tells the number of its instrument in the order in which they were met.
@@ -81,11 +83,12 @@ protected:
 
 private:
     BarFault readFile(const QString &path, ImportOutcome &outcome);
-    BarFault storeAll(MarketWriter &writer, ImportOutcome &outcome);
+    BarFault storeAll(ImportTarget &target, ImportOutcome &outcome);
     bool goesOn(double part) const;
 
     const double mReadingPart;
     Progress mProgress;
+    ImportTargetMaker mMakeTarget; ///< none for the store
     std::optional<RowInstruments> mInstruments; ///< of the file
 };
 

@@ -91,7 +91,7 @@ Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &g
     return instrument;
 }
 
-BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, size_t number,
+BarFault TickImporter::store(ImportTarget &target, const InstrumentName &name, size_t number,
                              ImportedBars &imported) {
     Group &group = mGroups[number];
     const int line = group.rows.front().line;
@@ -115,16 +115,16 @@ BarFault TickImporter::store(MarketWriter &writer, const InstrumentName &name, s
     BarDays days;
     fault = sortIntoDays(minutes, reading, days);
     if (fault.isNone() && instrument.id == 0) {
-        instrument.id = writer.putInstrument(instrument);
+        instrument.id = target.putInstrument(instrument);
     }
-    return fault.isNone() ? storeDays(writer, instrument, days, ticks, imported) : fault;
+    return fault.isNone() ? storeDays(target, instrument, days, ticks, imported) : fault;
 }
 
-BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrument, const BarDays &days,
+BarFault TickImporter::storeDays(ImportTarget &target, const Instrument &instrument, const BarDays &days,
                                  const std::vector<PlacedTick> &ticks, ImportedBars &imported) {
-    ImportedDays bars(mStore, writer, mOptions.sessionsFromFile);
+    ImportedDays bars(target, mOptions.sessionsFromFile);
     const QMap<QDate, std::vector<PlacedTick>> byDay = ticksOfDays(ticks, days);
-    for (auto day = days.days.begin(); day != days.days.end() && writer.isGood(); ++day) {
+    for (auto day = days.days.begin(); day != days.days.end() && target.isGood(); ++day) {
         const std::vector<PlacedTick> &ticksOfDay = byDay[day.key()];
         const auto lineOf = [&ticksOfDay](qint64 time) {
             const auto found =
@@ -135,7 +135,7 @@ BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrum
         };
         BarFault fault = bars.put(instrument, days, day.key(), lineOf);
         if (fault.isNone()) {
-            fault = putTicks(writer, instrument, day.key(), ticksOfDay);
+            fault = putTicks(target, instrument, day.key(), ticksOfDay);
         }
         if (!fault.isNone()) {
             return fault;
@@ -147,9 +147,9 @@ BarFault TickImporter::storeDays(MarketWriter &writer, const Instrument &instrum
     return {};
 }
 
-BarFault TickImporter::putTicks(MarketWriter &writer, const Instrument &instrument, const QDate &day,
+BarFault TickImporter::putTicks(ImportTarget &target, const Instrument &instrument, const QDate &day,
                                 const std::vector<PlacedTick> &ticks) {
-    const Ticks stored = mStore.ticks(instrument.id, dayOf(day));
+    const Ticks stored = target.importedTicks(instrument.id, dayOf(day));
     if (!stored.empty()) {
         const auto same = [](const PlacedTick &placed, const Tick &tick) { return placed.tick == tick; };
         const auto other = std::mismatch(ticks.begin(), ticks.end(), stored.begin(), stored.end(), same);
@@ -162,7 +162,7 @@ BarFault TickImporter::putTicks(MarketWriter &writer, const Instrument &instrume
     }
     int ordinal = 0;
     for (const PlacedTick &placed : ticks) {
-        if (!writer.putTick(instrument.id, dayOf(day), ordinal, placed.tick)) {
+        if (!target.putTick(instrument.id, dayOf(day), ordinal, placed.tick)) {
             break;
         }
         if (++ordinal % kTicksBetweenReports == 0 && !storingGoesOn(mStored + ordinal, mTotal)) {

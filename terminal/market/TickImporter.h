@@ -23,11 +23,11 @@ private:
     QString begin(const TableHeadings &headings) override;
     BarFault takeRow(int line, std::string_view text) override;
     BarFault finishRows() override;
-    BarFault store(MarketWriter &writer, const InstrumentName &name, size_t number,
+    BarFault store(ImportTarget &target, const InstrumentName &name, size_t number,
                    ImportedBars &imported) override;
-    BarFault storeDays(MarketWriter &writer, const Instrument &instrument, const BarDays &days,
+    BarFault storeDays(ImportTarget &target, const Instrument &instrument, const BarDays &days,
                        const std::vector<PlacedTick> &ticks, ImportedBars &imported);
-    BarFault putTicks(MarketWriter &writer, const Instrument &instrument, const QDate &day,
+    BarFault putTicks(ImportTarget &target, const Instrument &instrument, const QDate &day,
                       const std::vector<PlacedTick> &ticks);
     Instrument instrumentOf(const InstrumentName &name, const Group &group) const;
 

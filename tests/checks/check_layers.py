@@ -12,8 +12,8 @@ import tree
 RANKS = {"host": 0, "viewmodel": 1, "chartdata": 2, "chartview": 3, "linkage": 3, "statistics": 3,
          "containers": 4, "terminal": 5}
 # Folders of the terminal: each includes its own and those of lower ranks.
-TERMINAL = {"threads": 0, "supervisor": 0, "files": 1, "config": 1, "market": 1, "feed": 2, "formula": 2, "trade": 2, "replay": 3,
-            "feeder": 3, "app": 4}
+TERMINAL = {"threads": 0, "supervisor": 0, "files": 1, "config": 1, "market": 1, "servers": 1, "feed": 2, "history": 2, "formula": 2, "trade": 2, "replay": 3,
+            "feeder": 3, "loader": 3, "app": 4}
 TOOLKIT = "toolkit"
 # Whoever takes the library may include all of it; nothing of the product includes these.
 OUTER = {"tests", "bench"}

@@ -1,7 +1,7 @@
 #include "terminal/feed/FeedAddress.h"
 #include "terminal/feed/FeedReport.h"
 #include "terminal/feed/FollowedClock.h"
-#include "terminal/feed/RetryWait.h"
+#include "terminal/servers/RetryWait.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -3,6 +3,7 @@
 #include "terminal/market/FileImporter.h"
 #include "terminal/market/ImportPreview.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/market/MarketWriter.h"
 #include "terminal/market/PreviousClose.h"
 #include "tests/terminal/StoreFixture.h"
 

@@ -1,0 +1,263 @@
+#include "terminal/history/PgConnection.h"
+
+#include <QtEndian>
+
+#include <cstring>
+#include <poll.h>
+#include <utility>
+#include <vector>
+
+namespace terminal {
+namespace {
+
+constexpr int kSocketLook = 100; ///< milliseconds between looks whether to go on
+
+void passOver(void *, const PGresult *) {}
+
+QString libpqLine(const char *text) {
+    return QString::fromUtf8(text ? text : "").simplified();
+}
+
+/// What a state of the SQL standard says of the server.
+HistoryTrouble troubleOf(const QByteArray &state) {
+    if (state.startsWith("28") || state == "42501") {
+        return HistoryTrouble::Refused;
+    }
+    if (state == "42P01" || state == "3F000" || state == "42703") {
+        return HistoryTrouble::Unprepared;
+    }
+    if (state == "57014" || state == "55P03") {
+        return HistoryTrouble::Slow;
+    }
+    return state.isEmpty() || state.startsWith("57P") || state.startsWith("08") ? HistoryTrouble::Gone
+                                                                                : HistoryTrouble::Failed;
+}
+
+/// A failed connection tells the state at the front of a line, as in "FATAL:  28P01: password authentication failed".
+HistoryTrouble connectTrouble(const QString &message) {
+    for (const QString &word : message.split(QLatin1Char(' '))) {
+        if (word.size() == 6 && word.endsWith(QLatin1Char(':')) && word[0].isDigit()) {
+            return troubleOf(word.left(5).toLatin1());
+        }
+    }
+    return HistoryTrouble::Gone;
+}
+
+} // namespace
+
+template <class Number> Number PgRows::take(int row, int column) const {
+    if (isNull(row, column) || PQgetlength(mResult.get(), row, column) != static_cast<int>(sizeof(Number))) {
+        return 0;
+    }
+    return qFromBigEndian<Number>(PQgetvalue(mResult.get(), row, column));
+}
+
+int PgRows::whole(int row, int column) const {
+    return take<qint32>(row, column);
+}
+
+qint64 PgRows::wide(int row, int column) const {
+    return take<qint64>(row, column);
+}
+
+double PgRows::number(int row, int column) const {
+    const auto bits = take<quint64>(row, column);
+    double value = 0.0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+QByteArray PgRows::text(int row, int column) const {
+    return QByteArray(PQgetvalue(mResult.get(), row, column), PQgetlength(mResult.get(), row, column));
+}
+
+PgConnection::PgConnection(const HistoryAddress &address, QByteArray options,
+                           std::chrono::milliseconds patience)
+    : mAddress(address), mOptions(std::move(options)), mPatience(patience) {}
+
+/// Whether the socket is ready for what is wanted before a time.
+bool PgConnection::waitFor(short events, Time end) const {
+    pollfd socket{PQsocket(mConnection.get()), events, 0};
+    while (!mIsInterrupted && std::chrono::steady_clock::now() < end) {
+        if (::poll(&socket, 1, kSocketLook) > 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+HistoryFailure PgConnection::slow() {
+    close();
+    return {HistoryTrouble::Slow, QStringLiteral("no answer in time")};
+}
+
+HistoryFailure PgConnection::lost() {
+    HistoryFailure failure{HistoryTrouble::Gone, libpqLine(PQerrorMessage(mConnection.get()))};
+    close();
+    return failure;
+}
+
+HistoryFailure PgConnection::connect(bool &isNew) {
+    isNew = !mConnection || PQstatus(mConnection.get()) != CONNECTION_OK;
+    if (!isNew) {
+        return {};
+    }
+    std::vector<const char *> names;
+    std::vector<const char *> values;
+    const auto add = [&names, &values](const QByteArray &name, const QByteArray &value) {
+        names.push_back(name.constData());
+        values.push_back(value.constData());
+    };
+    const QByteArray own[]{"client_encoding", "UTF8",    "fallback_application_name",
+                           "timeshare",       "options", "password"};
+    for (const auto &setting : mAddress.settings) {
+        add(setting.first, setting.second);
+    }
+    add(own[0], own[1]);
+    add(own[2], own[3]);
+    add(own[4], mOptions);
+    if (!mAddress.password.isEmpty()) {
+        add(own[5], mAddress.password);
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+    mConnection.reset(PQconnectStartParams(names.data(), values.data(), 0));
+    if (!mConnection) {
+        return {HistoryTrouble::Gone, QStringLiteral("no memory for a connection")};
+    }
+    PQsetErrorVerbosity(mConnection.get(), PQERRORS_VERBOSE); // which tells the state
+    PQsetNoticeReceiver(mConnection.get(), &passOver, nullptr);
+    HistoryFailure failure = poll();
+    if (failure.isNone()) {
+        PQsetErrorVerbosity(mConnection.get(), PQERRORS_TERSE);
+        PQsetnonblocking(mConnection.get(), 1);
+    }
+    return failure;
+}
+
+/// Goes on with a connection that was begun, to its end.
+HistoryFailure PgConnection::poll() {
+    const Time end = deadline();
+    PostgresPollingStatusType state =
+        PQstatus(mConnection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
+    while (state == PGRES_POLLING_READING || state == PGRES_POLLING_WRITING) {
+        if (!waitFor(state == PGRES_POLLING_READING ? POLLIN : POLLOUT, end)) {
+            return slow();
+        }
+        state = PQconnectPoll(mConnection.get());
+    }
+    if (state == PGRES_POLLING_OK) {
+        return {};
+    }
+    HistoryFailure failure = lost();
+    failure.trouble = connectTrouble(failure.reason);
+    return failure;
+}
+
+HistoryFailure PgConnection::flush(Time end) {
+    for (int left = PQflush(mConnection.get()); left != 0; left = PQflush(mConnection.get())) {
+        if (left < 0) {
+            return lost();
+        }
+        if (!waitFor(POLLIN | POLLOUT, end)) {
+            return slow();
+        }
+        if (!PQconsumeInput(mConnection.get())) { // the server may wait for that
+            return lost();
+        }
+    }
+    return {};
+}
+
+/// Takes the answer to what was sent; rows where they are wanted.
+HistoryFailure PgConnection::finish(PgRows *rows) {
+    const Time end = deadline();
+    HistoryFailure failure = flush(end);
+    if (!failure.isNone()) {
+        return failure;
+    }
+    for (;;) {
+        while (PQisBusy(mConnection.get())) {
+            if (!waitFor(POLLIN, end)) {
+                return slow();
+            }
+            if (!PQconsumeInput(mConnection.get())) {
+                return lost();
+            }
+        }
+        PGresult *result = PQgetResult(mConnection.get());
+        if (!result) {
+            break;
+        }
+        PgRows taken(result);
+        const ExecStatusType status = PQresultStatus(result);
+        if (status == PGRES_COPY_IN) {
+            return {};
+        }
+        if (status != PGRES_TUPLES_OK && status != PGRES_COMMAND_OK) {
+            failure.trouble = troubleOf(PQresultErrorField(result, PG_DIAG_SQLSTATE));
+            failure.reason = libpqLine(PQresultErrorMessage(result));
+        } else if (rows) {
+            *rows = std::move(taken);
+        }
+    }
+    if (failure.isNone() && PQstatus(mConnection.get()) != CONNECTION_OK) {
+        return lost();
+    }
+    if (failure.trouble == HistoryTrouble::Gone) {
+        close();
+    }
+    return failure;
+}
+
+HistoryFailure PgConnection::ask(const char *statement, const Values &values, PgRows &rows) {
+    if (!mConnection) {
+        return {HistoryTrouble::Gone, QStringLiteral("not connected")};
+    }
+    std::vector<const char *> texts;
+    for (const QByteArray &value : values) {
+        texts.push_back(value.isNull() ? nullptr : value.constData());
+    }
+    constexpr int kBinary = 1;
+    if (!PQsendQueryParams(mConnection.get(), statement, static_cast<int>(texts.size()), nullptr, texts.data(),
+                           nullptr, nullptr, kBinary)) {
+        return lost();
+    }
+    return finish(&rows);
+}
+
+HistoryFailure PgConnection::run(const char *statement, const Values &values) {
+    PgRows rows;
+    return ask(statement, values, rows);
+}
+
+HistoryFailure PgConnection::copy(const char *statement, const NextBytes &next) {
+    HistoryFailure failure = run(statement);
+    while (failure.isNone()) {
+        const QByteArray bytes = next();
+        if (bytes.isEmpty()) {
+            break;
+        }
+        int sent = 0;
+        while ((sent = PQputCopyData(mConnection.get(), bytes.constData(), bytes.size())) == 0) {
+            failure = flush(deadline());
+            if (!failure.isNone()) {
+                return failure;
+            }
+        }
+        failure = sent < 0 ? lost() : flush(deadline());
+    }
+    if (!failure.isNone()) {
+        return failure;
+    }
+    int ended = 0;
+    while ((ended = PQputCopyEnd(mConnection.get(), nullptr)) == 0) {
+        failure = flush(deadline());
+        if (!failure.isNone()) {
+            return failure;
+        }
+    }
+    return ended < 0 ? lost() : finish(nullptr);
+}
+
+} // namespace terminal
