@@ -19,9 +19,9 @@ namespace {
 
 constexpr qint64 kLargestConfig = 64LL * 1000 * 1000; ///< bytes
 
-QString words(const char *text) {
-    return QCoreApplication::translate("ConfigService", text);
-}
+class ConfigWords {
+    Q_DECLARE_TR_FUNCTIONS(ConfigService)
+};
 
 QString tableField(int tableId) {
     return QStringLiteral("table%1").arg(tableId);
@@ -104,7 +104,7 @@ void ConfigService::setNumbers(const QString &section, const QString &entry,
 QStringList ConfigService::messages() const {
     std::lock_guard<std::mutex> hold(mLock);
     for (const QString &reason : mWriter.takeTroubles()) {
-        tell(words("配置文件 %1 无法写入（%2）").arg(mPath, reason));
+        tell(ConfigWords::tr("配置文件 %1 无法写入（%2）").arg(mPath, reason));
     }
     return mMessages;
 }
@@ -171,7 +171,7 @@ void ConfigService::load() {
     const QByteArray content = file.whole(kLargestConfig);
     if (file.fault() == GZ::RegularFile::eUnreadable) {
         mUnread = true;
-        tell(words("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.reason()));
+        tell(ConfigWords::tr("配置文件 %1 无法读取（%2），使用缺省配置").arg(mPath, file.reason()));
         return;
     }
     if (!file.isGood()) {
@@ -184,7 +184,8 @@ void ConfigService::load() {
         mFields = document.object();
         return;
     }
-    keepDamaged(error.error == QJsonParseError::NoError ? words("内容不是对象") : error.errorString());
+    keepDamaged(error.error == QJsonParseError::NoError ? ConfigWords::tr("内容不是对象")
+                                                        : error.errorString());
 }
 
 void ConfigService::keepDamaged(const QString &reason) {
@@ -194,9 +195,9 @@ void ConfigService::keepDamaged(const QString &reason) {
     }
     if (QFile::rename(mPath, aside)) {
         mMessages.append(
-            words("配置文件 %1 已损坏（%2），已另存为 %3，使用缺省配置").arg(mPath, reason, aside));
+            ConfigWords::tr("配置文件 %1 已损坏（%2），已另存为 %3，使用缺省配置").arg(mPath, reason, aside));
     } else {
-        mMessages.append(words("配置文件 %1 已损坏（%2），使用缺省配置").arg(mPath, reason));
+        mMessages.append(ConfigWords::tr("配置文件 %1 已损坏（%2），使用缺省配置").arg(mPath, reason));
     }
 }
 
