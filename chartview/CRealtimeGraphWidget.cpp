@@ -268,7 +268,7 @@ bool CRealtimeGraphWidget::event(QEvent *event) {
     return true;
 }
 
-void CRealtimeGraphWidget::enterEvent(QEvent * /*event*/) {
+void CRealtimeGraphWidget::enterEvent(GZ::EnterEvent * /*event*/) {
     mInput.enter();
 }
 

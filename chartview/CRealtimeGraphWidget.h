@@ -19,6 +19,7 @@
 #include "host/records/Enumerations.h"
 #include "host/services/CFormulaManager.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "host/toolkit/QtCompat.h"
 
 #include <QList>
 #include <QString>
@@ -191,7 +192,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     bool event(QEvent *event) override;
-    void enterEvent(QEvent *event) override;
+    void enterEvent(GZ::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 

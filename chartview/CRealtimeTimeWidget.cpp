@@ -68,7 +68,7 @@ void CRealtimeTimeWidget::resizeEvent(QResizeEvent *event) {
     drawScale(devicePixelRatioF());
 }
 
-void CRealtimeTimeWidget::enterEvent(QEvent * /*event*/) {
+void CRealtimeTimeWidget::enterEvent(GZ::EnterEvent * /*event*/) {
     deliverEvent(eCrossLineMoved, -1, -1, QString(), nullptr);
 }
 
@@ -159,7 +159,7 @@ CRealtimeTimeWidget::Pointed CRealtimeTimeWidget::pointedGraph() const {
 CRealtimeTimeWidget::Pointed CRealtimeTimeWidget::pointedIn(const QList<CRealtimeGraphWidget *> &row) {
     for (int i = 0; i < row.size(); ++i) {
         if (row[i]->isCrossActive()) {
-            return {row[i], row.size() - i - 1}; // the newest day comes first
+            return {row[i], static_cast<int>(row.size()) - i - 1}; // the newest day comes first
         }
     }
     return {};

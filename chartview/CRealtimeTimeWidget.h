@@ -2,6 +2,7 @@
 
 #include "host/Export.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "host/toolkit/QtCompat.h"
 #include "host/toolkit/ThemeCache.h"
 
 #include <QColor>
@@ -43,7 +44,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void enterEvent(QEvent *event) override;
+    void enterEvent(GZ::EnterEvent *event) override;
 
 private:
     /// What is taken from the theme.

@@ -6,6 +6,7 @@
 #include "chartview/GraphPointer.h"
 #include "chartview/GraphSubject.h"
 #include "host/toolkit/CStyleSheetCenter.h"
+#include "host/toolkit/QtCompat.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QContextMenuEvent>
@@ -89,8 +90,9 @@ bool GraphContextMenu::addRegion(QMenu &menu, const GraphMenu &entries) {
 void GraphContextMenu::openAfterRelease(const QMouseEvent &release) {
     if (mPostponed && release.button() == Qt::RightButton) {
         mPostponed = false;
-        QCoreApplication::postEvent(&mGraph, new QContextMenuEvent(QContextMenuEvent::Mouse, release.pos(),
-                                                                   release.globalPos(), release.modifiers()));
+        QCoreApplication::postEvent(&mGraph,
+                                    new QContextMenuEvent(QContextMenuEvent::Mouse, release.pos(),
+                                                          GZ::globalPosition(release), release.modifiers()));
     }
 }
 

@@ -13,6 +13,7 @@
 #include "host/services/CStockManager.h"
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/CParameterAction.h"
+#include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QClipboard>
@@ -42,8 +43,8 @@ QAction *checked(QAction *action, bool on) {
 QString regionText(const CRealtimeUiParam &uiParam, int start, int end) {
     return QStringLiteral("%1,%2,%3")
         .arg(end)
-        .arg(uiParam.getDateTimeByIndex(start).toTime_t())
-        .arg(uiParam.getDateTimeByIndex(end).toTime_t());
+        .arg(GZ::secondsOf(uiParam.getDateTimeByIndex(start)))
+        .arg(GZ::secondsOf(uiParam.getDateTimeByIndex(end)));
 }
 
 /// Puts the progress of every run of a group model on the clipboard, one document a line.

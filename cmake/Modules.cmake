@@ -74,11 +74,11 @@ endfunction()
 # timeshare_translation_resource(OUT NAME): a resource file with a translation of Qt's own texts, under
 # :/timeshare/translations, so that dialogs speak the program's language wherever it runs.
 function(timeshare_translation_resource out name)
-  get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+  get_target_property(qmake ${qt}::qmake IMPORTED_LOCATION)
   execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE folder
     OUTPUT_STRIP_TRAILING_WHITESPACE)
   if(NOT EXISTS ${folder}/${name})
-    message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations5-l10n (setup/packages.sh)")
+    message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations${TIMESHARE_QT}-l10n (setup/packages.sh)")
   endif()
   set(resource ${PROJECT_BINARY_DIR}/translations.qrc)
   file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT

@@ -1,5 +1,5 @@
 # The reference terminal.
-find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
+find_package(${qt} ${qt_release} REQUIRED COMPONENTS Sql)
 find_package(SQLite3 REQUIRED)
 find_package(PkgConfig REQUIRED)
 # The C++ build of Lua: its errors unwind the stack.
@@ -26,7 +26,7 @@ timeshare_translation_resource(translation_resource qtbase_zh_CN.qm)
 timeshare_library(timeshare_terminal_parts STATIC ${terminal_sources} ${formula_resource} ${script_resource}
                   ${translation_resource})
 set_target_properties(timeshare_terminal_parts PROPERTIES AUTORCC ON)
-target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host Qt5::Sql
+target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host ${qt}::Sql
                                                PRIVATE log4cxx mongo::bson_shared PkgConfig::lua SQLite::SQLite3)
 if(nats_FOUND)
   target_compile_definitions(timeshare_terminal_parts PRIVATE TIMESHARE_WITH_NATS)

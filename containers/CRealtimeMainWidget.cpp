@@ -220,6 +220,14 @@ void CRealtimeMainWidget::adjustIndexWidgetSize(int count) {
     }
 }
 
+void CRealtimeMainWidget::scaleView(EDayChange change) {
+    if (change == eBackToOneDay) {
+        backToOneDay();
+    } else {
+        scaleView(change == eOneDayFewer);
+    }
+}
+
 void CRealtimeMainWidget::scaleView(bool fewer) {
     const int days = mUiParam->mDayCount;
     for (CRealtimeWidget *pane : mPanes->all()) {

@@ -5,6 +5,7 @@
 #include "host/records/Enumerations.h"
 #include "host/records/RPCUiPortfolioDetail.h"
 #include "host/services/CFormulaManager.h"
+#include "host/toolkit/Events.h"
 
 #include <QList>
 #include <QMap>
@@ -27,6 +28,9 @@ class RegionStatistics;
 class SavedView;
 class TradeFormula;
 class TradeSettings;
+
+/// Whose trading sessions a view has.
+enum class EAxisOf { Instrument, Underlying };
 
 /// One intraday chart view: what a host creates. The main pane, any number of formula panes beneath it, the time
 /// scale, the frame over the selected pane, and in the concise style the bar of formula templates.
@@ -53,6 +57,9 @@ public:
     /// nothing. `useUnderlying` takes the trading sessions of the underlying. A key that nobody knows leaves the view
     /// without an instrument, in silence.
     void setStock(const QString &key, bool useUnderlying);
+    void setStock(const QString &key, EAxisOf axis = EAxisOf::Instrument) {
+        setStock(key, axis == EAxisOf::Underlying);
+    }
     /// The same; false for a key that nobody knows.
     bool trySetStock(const QString &key, bool useUnderlying = false);
     void clearStock();
@@ -79,6 +86,7 @@ public:
     void adjustIndexWidgetSize(int count);
     /// One day fewer, or one more.
     void scaleView(bool fewer);
+    void scaleView(EDayChange change);
 
     // The saved view
 

@@ -9,6 +9,7 @@
 #include "containers/Repaint.h"
 #include "host/drawing/CIndexTitleWidget.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/EventPayloads.h"
 #include "host/toolkit/Events.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -350,8 +351,8 @@ bool CRealtimeWidget::handleEvent(int event, int sub, int param, QString text, v
         placeCrossLine();
         return false;
     case eRegionBoundMoved:
-        if (sub == eReplayTime && data) {
-            keepReplayTime(*static_cast<const RegionBoundTime *>(data));
+        if (const auto moved = MovedBound::of(event, sub, data); moved && moved->bound == eReplayTime) {
+            keepReplayTime(moved->time);
             return true;
         }
         return false;

@@ -29,6 +29,7 @@
 #include <QVBoxLayout>
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
 #include <utility>
 
 namespace TC {
@@ -70,7 +71,7 @@ MainView::MainView(QWidget *parent, EIndexViewType viewType, const ServiceContex
     });
     connect(mPanes.get(), &PaneRow::crossLineMoved, this, [this] { mCrossLines->followNewest(); });
     auto *layout = new QVBoxLayout(this);
-    layout->setMargin(0);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(mPanes->list(), 1);
     if (viewType != EIndexViewType::NoTimeScale) {
@@ -99,6 +100,26 @@ MainView::~MainView() {
 void MainView::deletePanes() {
     mPanes->deleteAll();
     delete std::exchange(mTimeScale, nullptr);
+}
+
+QSize MainView::stackedSize(QSize (QWidget::*hint)() const) const {
+    QSize size(0, mTimeScale ? mTimeScale->height() : 0);
+    if (const QWidget *bar = mBar->widget()) {
+        size.rheight() += bar->height();
+    }
+    for (const CRealtimeWidget *pane : mPanes->all()) {
+        const QSize wanted = (pane->*hint)();
+        size = {std::max(size.width(), wanted.width()), size.height() + wanted.height()};
+    }
+    return size;
+}
+
+QSize MainView::sizeHint() const {
+    return stackedSize(&QWidget::sizeHint);
+}
+
+QSize MainView::minimumSizeHint() const {
+    return stackedSize(&QWidget::minimumSizeHint);
 }
 
 bool MainView::isWhole() const {
@@ -438,7 +459,7 @@ void MainView::focusOutEvent(QFocusEvent *event) {
     }
 }
 
-void MainView::enterEvent(QEvent * /*event*/) {
+void MainView::enterEvent(GZ::EnterEvent * /*event*/) {
     mUiParam->mMouseIn = true;
 }
 

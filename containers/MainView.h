@@ -8,6 +8,7 @@
 #include "host/records/Enumerations.h"
 #include "host/services/ServiceContext.h"
 #include "host/toolkit/CBaseWidget.h"
+#include "host/toolkit/QtCompat.h"
 
 #include <QDateTime>
 #include <QList>
@@ -29,12 +30,22 @@ class SelectedPane;
 class TemplateBar;
 class ViewKeys;
 
+/// How a request is made: its results come later, or are waited for.
+enum class ERequest { Start, Wait };
+
+/// One position of the cross line.
+enum class ECursorStep { Left, Right };
+
 /// The panes of a view beneath one another, with the time scale, the frame over the selected pane, the cross line over
 /// them all and the bar of formula templates; and whatever is told to the panes alike. User-interface thread only.
 class TIMESHARE_EXPORT MainView : public GZ::CBaseWidget, public IDayRows {
     Q_OBJECT
 public:
     ~MainView() override;
+
+    /// What its panes like to have beneath one another, with the time scale and the template bar.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     // Instrument and overlays
 
@@ -60,6 +71,7 @@ public:
     /// Requests all panes, main pane first. `sync` blocks until the results are in, which only a view of a past day
     /// does, and repaints.
     void request(bool sync);
+    void request(ERequest how) { request(how == ERequest::Wait); }
     /// Withdraws; a group model on an instrument that is no index goes on.
     void unrequest();
     void beReplay(bool replay);
@@ -129,6 +141,7 @@ public:
     void showCrossline(bool shown);
     /// One position to the left or right; the first call shows the cross line, at the newest or the first point.
     void moveCursor(bool left);
+    void moveCursor(ECursorStep step) { moveCursor(step == ECursorStep::Left); }
     void moveToHome();
     void moveToEnd();
 
@@ -172,7 +185,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
-    void enterEvent(QEvent *event) override;
+    void enterEvent(GZ::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -186,6 +199,8 @@ protected:
 private:
     struct Told;
 
+    /// The panes beneath one another, each as large as `hint` tells, with what stands below them.
+    QSize stackedSize(QSize (QWidget::*hint)() const) const;
     void tellCrossLine();
     void tellComplete(bool complete);
 

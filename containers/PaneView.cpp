@@ -26,6 +26,8 @@ namespace TC {
 namespace {
 
 constexpr int kMaxDays = 6;
+constexpr QSize kLikedSize(720, 360); ///< of the price chart
+constexpr int kLeastWidth = 150; ///< pixels
 
 } // namespace
 
@@ -59,6 +61,16 @@ PaneView::~PaneView() {
 /// While it goes, what its parts tell concerns nobody.
 bool PaneView::handleEvent(int event, int first, int second, QString text, void *data) {
     return !mTitle || CBaseWidget::handleEvent(event, first, second, text, data);
+}
+
+QSize PaneView::sizeHint() const {
+    return mDisplayType == EIndexDisplayType::Main ? kLikedSize
+                                                   : QSize(kLikedSize.width(), kLikedSize.height() / 2);
+}
+
+QSize PaneView::minimumSizeHint() const {
+    const int titles = mDisplayType == EIndexDisplayType::Main ? 2 : 1;
+    return {kLeastWidth, titles * mTitle->height()};
 }
 
 void PaneView::createStrips() {

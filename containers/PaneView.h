@@ -31,6 +31,11 @@ class TIMESHARE_EXPORT PaneView : public GZ::CBaseWidget {
 public:
     ~PaneView() override;
 
+    /// What a pane likes to have, in pixels: twice the height of a formula pane for the price chart.
+    QSize sizeHint() const override;
+    /// The title, and beneath that of the price chart as much again.
+    QSize minimumSizeHint() const override;
+
     // Parts
 
     boost::shared_ptr<CRealtimeUiParam> getUiParam() const;

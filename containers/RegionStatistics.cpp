@@ -3,6 +3,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/PaneRow.h"
+#include "host/toolkit/Text.h"
 #include "statistics/CRealtimeStatisticDialog.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -20,7 +21,7 @@ QString field(const QString &text, EField which) {
 }
 
 QString stretchText(int end, const QDateTime &from, const QDateTime &to) {
-    return QStringLiteral("%1,%2,%3").arg(end).arg(from.toTime_t()).arg(to.toTime_t());
+    return QStringLiteral("%1,%2,%3").arg(end).arg(GZ::secondsOf(from)).arg(GZ::secondsOf(to));
 }
 
 } // namespace

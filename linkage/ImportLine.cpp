@@ -1,5 +1,7 @@
 #include "linkage/ImportLine.h"
 
+#include "host/toolkit/Text.h"
+
 #include <QStringList>
 
 namespace TC {
@@ -32,11 +34,11 @@ long long importTime(const QString &field, const QDateTime &now) {
     const QTime time =
         QTime::fromString((QLatin1Char('0') + field).right(kClockLength), QStringLiteral("hh:mm:ss"));
     if (!time.isValid()) {
-        return QDateTime().toTime_t(); // an invalid time set into a valid date would be its midnight
+        return GZ::secondsOf(QDateTime()); // an invalid time set into a valid date would be its midnight
     }
     QDateTime moment = now;
     moment.setTime(time);
-    return moment.toTime_t();
+    return GZ::secondsOf(moment);
 }
 
 std::optional<ImportLine> ImportLine::read(const QString &line, const QString &separator,

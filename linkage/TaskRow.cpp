@@ -22,7 +22,7 @@ QString clockText(int time) {
     if (time == kUnsetTime) {
         return {};
     }
-    const QTime clock = QDateTime::fromTime_t(static_cast<uint>(time)).time();
+    const QTime clock = QDateTime::fromSecsSinceEpoch(static_cast<uint>(time)).time();
     QString text = QStringLiteral("00:00:00");
     int at = 0;
     for (const int part : {clock.hour(), clock.minute(), clock.second()}) {

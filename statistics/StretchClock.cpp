@@ -5,7 +5,7 @@
 namespace TC {
 
 qint64 secondOf(const QDate &date, const QTime &time) {
-    return QDateTime(date, time).toTime_t();
+    return GZ::secondsOf(QDateTime(date, time));
 }
 
 QDate dateOf(qint64 second) {

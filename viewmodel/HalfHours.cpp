@@ -1,5 +1,7 @@
 #include "viewmodel/HalfHours.h"
 
+#include <algorithm>
+
 namespace TC {
 namespace {
 
@@ -13,7 +15,7 @@ QVector<HalfHour> halfHours(const Sessions &sessions) {
     int index = 0;
     for (int i = 0; i < sessions.size(); ++i) {
         const qint64 first = i == 0 ? sessions[i].first : sessions[i].first - 1LL;
-        int rest = static_cast<int>(qBound<qint64>(0, sessions[i].second - first, kMinutesOfDay));
+        int rest = static_cast<int>(std::clamp<qint64>(sessions[i].second - first, 0, kMinutesOfDay));
         for (; rest > kHalfHour; rest -= kHalfHour) {
             index += kHalfHour;
             stops.append({index, kHalfHour, EHalfHour::Inside});

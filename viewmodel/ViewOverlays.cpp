@@ -154,8 +154,10 @@ void ViewOverlays::showSectorIndex(const CInstrumentDetailPtr &detail) {
             return;
         }
         overlays->replace(at, detail);
-        const int noAxisCount = overlays == &mParam.mAddStocks ? 0 : mParam.mAddNoAxisStocks.size();
-        setColor(getDetailQsKey(detail), std::min(at, mParam.mAddStocks.size() - 1 + noAxisCount));
+        const int noAxisCount =
+            overlays == &mParam.mAddStocks ? 0 : static_cast<int>(mParam.mAddNoAxisStocks.size());
+        setColor(getDetailQsKey(detail),
+                 std::min(at, static_cast<int>(mParam.mAddStocks.size()) - 1 + noAxisCount));
         return;
     }
     if (detail && mParam.canAddStock()) {

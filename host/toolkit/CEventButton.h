@@ -3,6 +3,7 @@
 #include "host/Export.h"
 #include "host/toolkit/CEventWidgetT.h"
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/QtCompat.h"
 
 #include <QPushButton>
 #include <QString>
@@ -22,7 +23,7 @@ public:
     void onUiResourceChanged() override;
 
 protected:
-    void enterEvent(QEvent *event) override;
+    void enterEvent(EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
 
 private:

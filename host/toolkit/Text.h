@@ -37,6 +37,13 @@ inline QDateTime secondToQDateTime(qint64 seconds) {
     return QDateTime::fromSecsSinceEpoch(seconds);
 }
 
+/// Seconds since the epoch as texts of the bus and of files have them, in 32 bits; 4294967295 for a time that is invalid
+/// or does not fit.
+inline uint secondsOf(const QDateTime &moment) {
+    const qint64 seconds = moment.isValid() ? moment.toSecsSinceEpoch() : -1;
+    return seconds >= 0 && seconds <= 0xFFFFFFFF ? static_cast<uint>(seconds) : ~0U;
+}
+
 /// Calendar day of the exchange (UTC+8), whatever the zone of the machine.
 inline QDate exchangeDate(qint64 seconds) {
     constexpr int kExchangeOffset = 8 * 3600;

@@ -132,7 +132,7 @@ void SeriesWalk::point(const CFormulaKey &key) {
 }
 
 void SeriesWalk::happen() {
-    const CFormulaKey key = (mMetas.begin() + below(mMetas.size())).key();
+    const CFormulaKey key = std::next(mMetas.begin(), below(static_cast<int>(mMetas.size()))).key();
     if (below(8) == 0 || (!mData->mData.contains(key) && below(2))) {
         history(key);
     } else {

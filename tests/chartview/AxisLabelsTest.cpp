@@ -23,7 +23,7 @@ protected:
     void setTicks(const QVector<double> &ticks) {
         mIn.ticks.clear();
         for (double value : ticks) {
-            mIn.ticks.append({value, mIn.ticks.size() * 20});
+            mIn.ticks.append({value, static_cast<int>(mIn.ticks.size()) * 20});
         }
     }
     void setSide(bool right) { mIn.right = right; }

@@ -338,9 +338,10 @@ TEST_F(GraphPaint, DrawingsOfTheUserLieOverTheRegionLinesAndUnderTheTip) {
     makeShownMainGraph(482, 300);
     mGraph->setCurrGraphColor("#00ffff");
     mGraph->setGraphType(EVmGraphType::HorizontalLine);
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(300, 15), Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(300, 15), QPointF(300, 15), Qt::LeftButton,
+                      Qt::LeftButton, {});
     ASSERT_TRUE(mGraph->onMousePress(&press, mGraph.get()));
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(300, 15), Qt::LeftButton, {}, {});
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(300, 15), QPointF(300, 15), Qt::LeftButton, {}, {});
     mGraph->recalcValueByAxis();
     mGraph->onMouseRelease(&release);
     QImage drawn = paintedGraph();

@@ -327,9 +327,11 @@ TEST_F(GraphConversions, TakeAnyNumber) {
 
 TEST_F(GraphConversions, DrawingsFollowTheScale) {
     mGraph->setGraphType(EVmGraphType::HorizontalLine);
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(240, 100), Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(240, 100), QPointF(240, 100), Qt::LeftButton,
+                      Qt::LeftButton, {});
     ASSERT_TRUE(mGraph->onMousePress(&press, mGraph.get()));
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(240, 100), Qt::LeftButton, {}, {});
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(240, 100), QPointF(240, 100), Qt::LeftButton, {},
+                        {});
     mGraph->recalcValueByAxis();
     mGraph->onMouseRelease(&release);
     const auto rowOfDrawing = [this] {

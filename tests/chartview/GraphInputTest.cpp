@@ -400,7 +400,8 @@ TEST_F(GraphInput, GraphMayGoWhileTheHostHearsOfASelection) {
             mGraph.reset();
         }
     };
-    QMouseEvent event(QEvent::MouseButtonRelease, QPointF(200, 50), Qt::LeftButton, Qt::NoButton, {});
+    QMouseEvent event(QEvent::MouseButtonRelease, QPointF(200, 50), QPointF(200, 50), Qt::LeftButton,
+                      Qt::NoButton, {});
     QCoreApplication::sendEvent(mGraph.get(), &event);
     EXPECT_EQ(mGraph, nullptr);
     EXPECT_EQ(mKeeper->of(190).size(), 1U);
@@ -482,7 +483,7 @@ TEST_F(GraphInput, WhatTheGraphTakesGoesNoFurther) {
     showMain();
     for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease,
                                     QEvent::MouseButtonDblClick}) {
-        QMouseEvent event(type, QPointF(100, 50), Qt::LeftButton, Qt::LeftButton, {});
+        QMouseEvent event(type, QPointF(100, 50), QPointF(100, 50), Qt::LeftButton, Qt::LeftButton, {});
         QCoreApplication::sendEvent(mGraph.get(), &event);
         EXPECT_TRUE(event.isAccepted()) << type;
     }

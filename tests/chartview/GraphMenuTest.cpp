@@ -472,7 +472,7 @@ protected:
         release({to, 60}, Qt::RightButton);
     }
     static quint64 seconds(int hour, int minute) {
-        return QDateTime(QDate(2024, 3, 15), QTime(hour, minute)).toTime_t();
+        return QDateTime(QDate(2024, 3, 15), QTime(hour, minute)).toSecsSinceEpoch();
     }
 };
 

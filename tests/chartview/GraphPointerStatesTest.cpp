@@ -329,7 +329,8 @@ protected:
 TEST_F(GraphThatGoes, WhenADrawingIsFinished) {
     beginDrawing();
     goAt(3183);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(200, 90), Qt::LeftButton, Qt::NoButton, {});
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(200, 90), QPointF(200, 90), Qt::LeftButton,
+                        Qt::NoButton, {});
     sendLast(release);
 }
 
@@ -344,14 +345,15 @@ TEST_F(GraphThatGoes, WhenTheCrossLineMoves) {
     showMain();
     member(tests::Peek_mShowTip()) = true;
     goAt(3031);
-    QMouseEvent move(QEvent::MouseMove, QPointF(100, 60), Qt::NoButton, Qt::NoButton, {});
+    QMouseEvent move(QEvent::MouseMove, QPointF(100, 60), QPointF(100, 60), Qt::NoButton, Qt::NoButton, {});
     sendLast(move);
 }
 
 TEST_F(GraphThatGoes, WhenADoubleClickMovesTheCrossLine) {
     showMain();
     goAt(3031);
-    QMouseEvent doubleClick(QEvent::MouseButtonDblClick, QPointF(100, 60), Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent doubleClick(QEvent::MouseButtonDblClick, QPointF(100, 60), QPointF(100, 60), Qt::LeftButton,
+                            Qt::LeftButton, {});
     sendLast(doubleClick);
     EXPECT_TRUE(mKeeper->of(3199).empty());
 }
@@ -359,7 +361,8 @@ TEST_F(GraphThatGoes, WhenADoubleClickMovesTheCrossLine) {
 TEST_F(GraphThatGoes, WhenItIsPressed) {
     showMain();
     goAt(3032);
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(100, 60), Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(100, 60), QPointF(100, 60), Qt::LeftButton,
+                      Qt::LeftButton, {});
     sendLast(press);
 }
 

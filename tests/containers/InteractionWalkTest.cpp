@@ -77,7 +77,7 @@ void InteractionWalk::pointer() {
             QEvent leave(QEvent::Leave);
             QCoreApplication::sendEvent(mOn, &leave);
         }
-        QEvent enter(QEvent::Enter);
+        QEnterEvent enter(QPointF(), QPointF(), QPointF());
         QCoreApplication::sendEvent(on, &enter);
         mOn = on;
     }

@@ -128,7 +128,7 @@ protected:
     void moveTo(TC::CRealtimeGraphWidget *to, const QPoint &at) {
         if (mUnderMouse != to) {
             leaveGraph();
-            QEvent enter(QEvent::Enter);
+            QEnterEvent enter(QPointF(), QPointF(), QPointF());
             QCoreApplication::sendEvent(to, &enter);
             mUnderMouse = to;
         }

@@ -101,7 +101,7 @@ protected:
     }
     /// The mouse over a graph, at a point of it.
     static void moveOver(TC::CRealtimeGraphWidget &graph, const QPoint &at) {
-        QMouseEvent move(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(&graph, &move);
     }
     static void leave(TC::CRealtimeGraphWidget &graph) {

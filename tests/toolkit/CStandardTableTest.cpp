@@ -60,7 +60,8 @@ protected:
         const QHeaderView *header = mTable->horizontalHeader();
         const QPoint at(header->sectionViewportPosition(number) + header->sectionSize(number) - 1, 10);
         QTest::mousePress(header->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-        QMouseEvent move(QEvent::MouseMove, at + QPoint(by, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, at + QPoint(by, 0), at + QPoint(by, 0), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(header->viewport(), &move);
         QTest::mouseRelease(header->viewport(), Qt::LeftButton, Qt::NoModifier, at + QPoint(by, 0));
     }

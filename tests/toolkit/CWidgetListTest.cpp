@@ -282,7 +282,7 @@ public:
 
 TEST(WidgetActivation, IsToldWhenTheMouseEntersAWidgetOfAListThatTells) {
     const auto enter = [](QWidget *widget) {
-        QEvent event(QEvent::Enter);
+        QEnterEvent event(QPointF(), QPointF(), QPointF());
         QCoreApplication::sendEvent(widget, &event);
     };
     ActivationKeeper keeper;

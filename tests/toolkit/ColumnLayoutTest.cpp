@@ -28,7 +28,7 @@ protected:
     }
     QHeaderView *header() { return mTable.horizontalHeader(); }
     void mouse(QEvent::Type type) {
-        QMouseEvent event(type, QPointF(1, 1), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent event(type, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(header()->viewport(), &event);
     }
     /// Sets a width with the mouse held on the headings, as a drag of the user's does.

@@ -41,7 +41,7 @@ protected:
     }
 
     static QMouseEvent mouse(QEvent::Type type, int x, int y, Qt::MouseButton button = Qt::LeftButton) {
-        return QMouseEvent(type, QPointF(x, y), button, button, Qt::NoModifier);
+        return QMouseEvent(type, QPointF(x, y), QPointF(x, y), button, button, Qt::NoModifier);
     }
     bool press(int x, int y, Qt::MouseButton button = Qt::LeftButton) {
         QMouseEvent event = mouse(QEvent::MouseButtonPress, x, y, button);

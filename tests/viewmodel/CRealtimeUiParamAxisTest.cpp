@@ -289,7 +289,7 @@ TEST_F(CRealtimeUiParamAxis, TimeOfAnIndexLiesOnTheCurrentDate) {
 TEST_F(CRealtimeUiParamAxis, TimeOfAnIndexLiesOnThePastDayOfTheView) {
     show("SH", "600000");
     const QDateTime midnight(QDate(2024, 3, 8), QTime(0, 0));
-    mParam.mGetTradeDateFunc = [midnight] { return int(midnight.toTime_t()); };
+    mParam.mGetTradeDateFunc = [midnight] { return int(midnight.toSecsSinceEpoch()); };
     EXPECT_EQ(mParam.getDateTimeByIndex(120), QDateTime(QDate(2024, 3, 8), QTime(11, 30)));
     EXPECT_EQ(mParam.getDateTimeByIndex(121), QDateTime(QDate(2024, 3, 8), QTime(13, 1)));
 }

@@ -89,7 +89,7 @@ TEST(TradingSessionsReference, EveryMinuteOfADayHasThePositionOfTheReference) {
 }
 
 TEST(TradingSessionsReference, EveryPositionHasThePixelOfTheReferenceAtAllWidths) {
-    ASSERT_EQ(reference().value("widths"), Numbers{kWidths.size()});
+    ASSERT_EQ(reference().value("widths"), Numbers{static_cast<int>(kWidths.size())});
     for (const auto &[name, kind] : kDays) {
         const int count = tradingDay(kind).pointCount;
         for (int i = 0; i < kWidths.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "toolkit/theme/ThemeTable.h"
 
+#include "host/toolkit/QtCompat.h"
 #include "toolkit/theme/ThemePicture.h"
 #include "toolkit/theme/ThemeWords.h"
 
@@ -27,7 +28,7 @@ QFont ThemeFont::font() const {
     QFont font(mFamilies.value(0));
     font.setFamilies(mFamilies);
     font.setPixelSize(mPixelSize);
-    font.setWeight(mWeight);
+    GZ::setFontWeight(font, mWeight);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }
@@ -72,7 +73,7 @@ bool ThemeTable::readFonts(const QJsonObject &fonts, QString *error) {
             font.mFamilies.append(family.toString());
         }
         font.mPixelSize = description.value(QStringLiteral("pixelSize")).toInt();
-        font.mWeight = description.value(QStringLiteral("weight")).toInt(QFont::Normal);
+        font.mWeight = description.value(QStringLiteral("weight")).toInt(ThemeFont::kOrdinaryWeight);
         const bool sized = font.mPixelSize >= 1 && font.mPixelSize <= 200;
         const bool weighted = font.mWeight >= 1 && font.mWeight <= 99;
         if (font.mFamilies.isEmpty() || font.mFamilies.contains(QString()) || !sized || !weighted) {

@@ -15,7 +15,8 @@ namespace GZ {
 struct ThemeFont {
     QStringList mFamilies; ///< the first that the machine has
     int mPixelSize = 12;
-    int mWeight = QFont::Normal;
+    static constexpr int kOrdinaryWeight = 50;
+    int mWeight = kOrdinaryWeight; ///< 1 to 99, 75 is bold
 
     QFont font() const;
 };

@@ -21,7 +21,7 @@ void CEventButton::onUiResourceChanged() {
     update();
 }
 
-void CEventButton::enterEvent(QEvent *event) {
+void CEventButton::enterEvent(EnterEvent *event) {
     CEventWidgetT<QPushButton>::enterEvent(event);
     update();
 }

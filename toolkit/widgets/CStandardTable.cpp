@@ -165,7 +165,7 @@ int CStandardTable::addRows(int count) {
     for (int row = first; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
             QTableWidgetItem *item = column == 0 ? new RowHead : new QTableWidgetItem;
-            item->setTextAlignment(eCentered);
+            item->setTextAlignment(Qt::AlignCenter);
             setItem(row, column, item);
         }
     }
@@ -185,7 +185,7 @@ void CStandardTable::setText(int row, int column, const QString &text, int align
                              const QVariant &sortValue) {
     if (QTableWidgetItem *cell = item(row, column)) {
         cell->setText(text);
-        cell->setTextAlignment(alignment & kPlacement);
+        cell->setTextAlignment(Qt::Alignment(alignment & kPlacement));
         cell->setData(eSortValue, sortValue);
     }
 }

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/WidgetSplitter.h"
 
+#include "host/toolkit/QtCompat.h"
 #include "host/toolkit/ThemeColor.h"
 
 #include <QMouseEvent>
@@ -48,7 +49,8 @@ void WidgetSplitter::paintEvent(QPaintEvent *) {
 }
 
 int WidgetSplitter::position(const QMouseEvent *event) const {
-    return mList->orientation() == Qt::Horizontal ? event->globalX() : event->globalY();
+    return mList->orientation() == Qt::Horizontal ? GZ::globalPosition(*event).x()
+                                                  : GZ::globalPosition(*event).y();
 }
 
 void WidgetSplitter::mousePressEvent(QMouseEvent *event) {

@@ -2,6 +2,7 @@
 
 #include "host/toolkit/CPushButton.h"
 #include "host/toolkit/Events.h"
+#include "host/toolkit/QtCompat.h"
 #include "host/toolkit/ThemeColor.h"
 #include "toolkit/windows/DialogFrame.h"
 #include "toolkit/windows/DialogLook.h"
@@ -72,7 +73,7 @@ void CCommonDialog::onUiResourceChanged() {
 
 bool CCommonDialog::event(QEvent *event) {
     if (event->type() == QEvent::HoverMove) {
-        showEdgeCursor(static_cast<QHoverEvent *>(event)->pos());
+        showEdgeCursor(hoverPosition(*static_cast<QHoverEvent *>(event)));
     }
     return CEventWidgetT<QDialog>::event(event);
 }
@@ -122,12 +123,12 @@ void CCommonDialog::mousePressEvent(QMouseEvent *event) {
     }
     mResizing = edgesAt(event->pos());
     mMoving = !mResizing && event->pos().y() < kTitleHeight;
-    mPressedAt = event->globalPos();
+    mPressedAt = GZ::globalPosition(*event);
     mPressedGeometry = geometry();
 }
 
 void CCommonDialog::mouseMoveEvent(QMouseEvent *event) {
-    const QPoint moved = event->globalPos() - mPressedAt;
+    const QPoint moved = GZ::globalPosition(*event) - mPressedAt;
     if (mMoving) {
         move(mPressedGeometry.topLeft() + moved);
     } else if (mResizing) {

@@ -1,5 +1,6 @@
 #include "host/windows/CMessageTipWidget.h"
 
+#include "host/toolkit/QtCompat.h"
 #include "host/toolkit/ThemeColor.h"
 
 #include <QMouseEvent>
@@ -44,12 +45,12 @@ void CMessageTipWidget::paintEvent(QPaintEvent *) {
 
 void CMessageTipWidget::mousePressEvent(QMouseEvent *event) {
     mDragging = event->button() == Qt::LeftButton;
-    mGrip = event->globalPos() - pos();
+    mGrip = GZ::globalPosition(*event) - pos();
 }
 
 void CMessageTipWidget::mouseMoveEvent(QMouseEvent *event) {
     if (mDragging && event->buttons().testFlag(Qt::LeftButton)) {
-        move(event->globalPos() - mGrip);
+        move(GZ::globalPosition(*event) - mGrip);
     }
 }
 

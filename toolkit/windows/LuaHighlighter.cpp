@@ -66,7 +66,7 @@ void LuaHighlighter::highlightBlock(const QString &text) {
     while (at < text.size()) {
         const QChar c = text[at];
         const int level = longBracketLevel(text, at);
-        if (text.midRef(at, 2) == QLatin1String("--")) {
+        if (QStringView(text).mid(at, 2) == QLatin1String("--")) {
             at = colorComment(text, at);
         } else if (level >= 0) {
             at = colorLongBracket(text, at, at + level + 2, level, false);
