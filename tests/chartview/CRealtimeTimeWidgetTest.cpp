@@ -81,7 +81,7 @@ protected:
         QCoreApplication::processEvents();
     }
     void enter() {
-        QEnterEvent event(QPointF(), QPointF(), QPointF());
+        QEnterEvent event{QPointF(), QPointF(), QPointF()};
         QCoreApplication::sendEvent(mScale.get(), &event);
     }
     /// Columns whose lowest pixel is that of a tick.

@@ -59,7 +59,7 @@ protected:
         send(QEvent::MouseButtonDblClick, at, button, button);
     }
     void enter() {
-        QEnterEvent event(QPointF(), QPointF(), QPointF());
+        QEnterEvent event{QPointF(), QPointF(), QPointF()};
         QCoreApplication::sendEvent(mGraph.get(), &event);
     }
     void leave() {

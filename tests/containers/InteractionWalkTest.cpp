@@ -77,7 +77,7 @@ void InteractionWalk::pointer() {
             QEvent leave(QEvent::Leave);
             QCoreApplication::sendEvent(mOn, &leave);
         }
-        QEnterEvent enter(QPointF(), QPointF(), QPointF());
+        QEnterEvent enter{QPointF(), QPointF(), QPointF()};
         QCoreApplication::sendEvent(on, &enter);
         mOn = on;
     }

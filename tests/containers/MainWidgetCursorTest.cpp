@@ -179,7 +179,7 @@ TEST_F(MainWidgetCursor, LeavingTheViewTakesTheLinesAwayAndLeavesTheSwitchOn) {
     EXPECT_EQ(mUi->mCrossIndex, -1);
     EXPECT_FALSE(shows(line(pane())));
     EXPECT_FALSE(shows(timeScale()));
-    QEnterEvent enter(QPointF(), QPointF(), QPointF());
+    QEnterEvent enter{QPointF(), QPointF(), QPointF()};
     QCoreApplication::sendEvent(mMain.get(), &enter);
     EXPECT_TRUE(mUi->mMouseIn);
 }
@@ -190,7 +190,7 @@ TEST_F(MainWidgetCursor, MouseOnTheTimeScaleTakesTheLinesAway) {
     mUi->mCrossShown = true;
     moveTo(graph(pane()), {301, 100});
     leaveGraph();
-    QEnterEvent enter(QPointF(), QPointF(), QPointF());
+    QEnterEvent enter{QPointF(), QPointF(), QPointF()};
     QCoreApplication::sendEvent(timeScale(), &enter);
     settle();
     EXPECT_EQ(mUi->mCrossIndex, -1);
@@ -457,7 +457,7 @@ TEST_F(MainWidgetCursor, AnyWalkLeavesThePixelsOfAWholeRepaint) {
             break;
         case 4: {
             leaveGraph();
-            QEnterEvent enter(QPointF(), QPointF(), QPointF());
+            QEnterEvent enter{QPointF(), QPointF(), QPointF()};
             QCoreApplication::sendEvent(timeScale(), &enter);
             break;
         }

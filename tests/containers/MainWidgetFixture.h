@@ -128,7 +128,7 @@ protected:
     void moveTo(TC::CRealtimeGraphWidget *to, const QPoint &at) {
         if (mUnderMouse != to) {
             leaveGraph();
-            QEnterEvent enter(QPointF(), QPointF(), QPointF());
+            QEnterEvent enter{QPointF(), QPointF(), QPointF()};
             QCoreApplication::sendEvent(to, &enter);
             mUnderMouse = to;
         }

@@ -282,7 +282,7 @@ public:
 
 TEST(WidgetActivation, IsToldWhenTheMouseEntersAWidgetOfAListThatTells) {
     const auto enter = [](QWidget *widget) {
-        QEnterEvent event(QPointF(), QPointF(), QPointF());
+        QEnterEvent event{QPointF(), QPointF(), QPointF()};
         QCoreApplication::sendEvent(widget, &event);
     };
     ActivationKeeper keeper;
