@@ -47,9 +47,6 @@ enum EFormulaOperation : int { eShown = 0, eApplied = 1, eConfirmed = 2, eModifi
 
 } // namespace
 
-CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType)
-    : CRealtimeMainWidget(parent, viewType, ServiceContext::of(parent)) {}
-
 CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType,
                                          const ServiceContext &services)
     : MainView(parent, viewType, services), mChart(std::make_unique<MainChart>(*mPanes, mUiParam)),
@@ -217,14 +214,6 @@ void CRealtimeMainWidget::adjustIndexWidgetSize(int count) {
             mBar->givenUp(formula);
         }
         mPanes->remove(pane);
-    }
-}
-
-void CRealtimeMainWidget::scaleView(EDayChange change) {
-    if (change == eBackToOneDay) {
-        backToOneDay();
-    } else {
-        scaleView(change == eOneDayFewer);
     }
 }
 

@@ -44,7 +44,8 @@ class TIMESHARE_EXPORT CRealtimeMainWidget : public MainView {
     Q_OBJECT
 public:
     /// A view of the services of its parent: the program's own unless that, or a widget above it, was given others.
-    CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType);
+    CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType)
+        : CRealtimeMainWidget(parent, viewType, ServiceContext::of(parent)) {}
     /// A view of the services of a context, which outlives it.
     CRealtimeMainWidget(QWidget *parent, EIndexViewType viewType, const ServiceContext &services);
     ~CRealtimeMainWidget() override;
@@ -86,7 +87,9 @@ public:
     void adjustIndexWidgetSize(int count);
     /// One day fewer, or one more.
     void scaleView(bool fewer);
-    void scaleView(EDayChange change);
+    void scaleView(EDayChange change) {
+        change == eBackToOneDay ? backToOneDay() : scaleView(change == eOneDayFewer);
+    }
 
     // The saved view
 
