@@ -11,6 +11,8 @@
 #include "containers/TemplateBar.h"
 #include "containers/VectorDrawing.h"
 #include "containers/ViewKeys.h"
+#include "containers/ViewServices.h"
+#include "containers/ViewSize.h"
 #include "containers/accessibility/ChartAccessibility.h"
 #include "host/services/CConfigService.h"
 #include "host/services/DataLog.h"
@@ -27,25 +29,12 @@
 #include <QMetaMethod>
 #include <QResizeEvent>
 #include <QVBoxLayout>
-#include <boost/make_shared.hpp>
 
-#include <algorithm>
 #include <utility>
 
 namespace TC {
 
-namespace {
-
 constexpr int kTimeScaleHeight = 20; ///< pixels
-
-/// The parameters of a view, whose parts find its services through it from now on.
-boost::shared_ptr<CRealtimeUiParam> makeParam(QWidget &view, EIndexViewType viewType,
-                                              const ServiceContext &services) {
-    services.giveTo(&view);
-    return boost::make_shared<CRealtimeUiParam>(viewType, services);
-}
-
-} // namespace
 
 struct MainView::Told {
     QString instrument;
@@ -54,7 +43,7 @@ struct MainView::Told {
 };
 
 MainView::MainView(QWidget *parent, EIndexViewType viewType, const ServiceContext &services)
-    : CBaseWidget(parent), mUiParam(makeParam(*this, viewType, services)),
+    : CBaseWidget(parent), mUiParam(makeViewParam(*this, viewType, services)),
       mPanes(std::make_unique<PaneRow>(this, mUiParam, viewType)),
       mSelected(std::make_unique<SelectedPane>(this, *mPanes, mUiParam, viewType)),
       mBar(std::make_unique<TemplateBar>()), mCrossLines(std::make_unique<CrossLines>(*mPanes, mUiParam)),
@@ -102,24 +91,12 @@ void MainView::deletePanes() {
     delete std::exchange(mTimeScale, nullptr);
 }
 
-QSize MainView::stackedSize(QSize (QWidget::*hint)() const) const {
-    QSize size(0, mTimeScale ? mTimeScale->height() : 0);
-    if (const QWidget *bar = mBar->widget()) {
-        size.rheight() += bar->height();
-    }
-    for (const CRealtimeWidget *pane : mPanes->all()) {
-        const QSize wanted = (pane->*hint)();
-        size = {std::max(size.width(), wanted.width()), size.height() + wanted.height()};
-    }
-    return size;
-}
-
 QSize MainView::sizeHint() const {
-    return stackedSize(&QWidget::sizeHint);
+    return stackedSize(*mPanes, mTimeScale, mBar->widget(), &QWidget::sizeHint);
 }
 
 QSize MainView::minimumSizeHint() const {
-    return stackedSize(&QWidget::minimumSizeHint);
+    return stackedSize(*mPanes, mTimeScale, mBar->widget(), &QWidget::minimumSizeHint);
 }
 
 bool MainView::isWhole() const {

@@ -199,8 +199,6 @@ protected:
 private:
     struct Told;
 
-    /// The panes beneath one another, each as large as `hint` tells, with what stands below them.
-    QSize stackedSize(QSize (QWidget::*hint)() const) const;
     void tellCrossLine();
     void tellComplete(bool complete);
 
