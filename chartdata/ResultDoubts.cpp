@@ -1,6 +1,7 @@
 #include "chartdata/ResultDoubts.h"
 
 #include "chartdata/PointMerge.h"
+#include "host/records/ExchangeZone.h"
 
 #include <QTime>
 
@@ -14,14 +15,14 @@ namespace {
 constexpr int kMinutesOfDay = 24 * 60;
 constexpr qint64 kMinuteLength = 60 * 1000; ///< milliseconds
 constexpr qint64 kDayLength = kMinutesOfDay * kMinuteLength;
-constexpr qint64 kExchangeOffset = 8 * 3600 * 1000LL; ///< milliseconds, UTC+8
+constexpr qint64 kExchangeMilliseconds = GZ::kExchangeOffset * 1000LL;
 constexpr int kNoPosition = -1;
 
 using Doubts = std::vector<ResultDoubt>;
 
 /// Time of the exchange's day, milliseconds; any time will do.
 qint64 timeOfDay(qint64 time) {
-    return ((time % kDayLength + kExchangeOffset) % kDayLength + kDayLength) % kDayLength;
+    return ((time % kDayLength + kExchangeMilliseconds) % kDayLength + kDayLength) % kDayLength;
 }
 
 QString clockText(qint64 time) {

@@ -7,6 +7,7 @@
 #include "containers/CRealtimeWidget.h"
 #include "containers/PaneArithmetic.h"
 #include "containers/PaneRow.h"
+#include "host/records/ExchangeZone.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <algorithm>
@@ -15,8 +16,6 @@
 namespace TC {
 
 namespace {
-
-constexpr int kExchangeOffset = 8 * 3600; ///< seconds, UTC+8
 
 bool hasMouse(const CRealtimeWidget *pane) {
     const QList<CRealtimeGraphWidget *> graphs = pane->getGraphWidgets();
@@ -67,7 +66,7 @@ CrossLines::Place CrossLines::place() const {
     const CRealtimeGraphWidget *graph = days.value(mTitleDay, days.first());
     const qint64 daysBack = qint64(days.first()->getData()->getTradeDate()) - graph->getData()->getTradeDate();
     const QDateTime clock = mUiParam->getDateTimeByIndex(index); // what the clocks of the exchange show
-    const QDateTime time(clock.date(), clock.time(), Qt::OffsetFromUTC, kExchangeOffset);
+    const QDateTime time(clock.date(), clock.time(), Qt::OffsetFromUTC, GZ::kExchangeOffset);
     return {time.addSecs(-daysBack), graph->getData()->valueAtIndex(index)};
 }
 

@@ -4,6 +4,7 @@
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeWidget.h"
 #include "containers/MainView.h"
+#include "host/records/ExchangeZone.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -18,10 +19,9 @@ namespace {
 constexpr int kFrameLife = 1000; ///< milliseconds that a repaint stays framed
 constexpr int kRefreshDelay = 100; ///< milliseconds
 constexpr int kMaxFrames = 200;
-constexpr int kExchangeSeconds = 8 * 3600; ///< UTC+8
 
 QString timeText(qint64 milliseconds) {
-    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::OffsetFromUTC, kExchangeSeconds)
+    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::OffsetFromUTC, GZ::kExchangeOffset)
         .toString(QStringLiteral("MM-dd hh:mm"));
 }
 

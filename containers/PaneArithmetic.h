@@ -4,6 +4,7 @@
 /// Arithmetic of a pane.
 
 #include "host/drawing/IndexBaseData.h"
+#include "host/records/ExchangeZone.h"
 
 #include <QtGlobal>
 
@@ -13,15 +14,14 @@ namespace TC {
 
 constexpr int kNowhere = -1; ///< column, row or index of what is not shown
 constexpr qint64 kSecondsOfDay = 86400;
-constexpr qint64 kExchangeZone = 28800; ///< seconds that the exchange is ahead of UTC
 
 /// The date to request of a time in seconds since the epoch. A midnight of the exchange stands as it is; any other
 /// time gives the one 8 hours before the midnight at UTC that lies at or nearer to 1970 than it.
 inline int requestDate(int time) {
-    if (time % kSecondsOfDay == kSecondsOfDay - kExchangeZone) {
+    if (time % kSecondsOfDay == kSecondsOfDay - GZ::kExchangeOffset) {
         return time;
     }
-    return static_cast<int>(time / kSecondsOfDay * kSecondsOfDay - kExchangeZone);
+    return static_cast<int>(time / kSecondsOfDay * kSecondsOfDay - GZ::kExchangeOffset);
 }
 
 /// Widens the ranges of a pane by those of one of its graphs.

@@ -5,6 +5,7 @@
 
 #include "host/Export.h"
 #include "host/records/Enumerations.h"
+#include "host/records/ExchangeZone.h"
 
 #include <QDateTime>
 #include <QString>
@@ -46,7 +47,6 @@ inline uint secondsOf(const QDateTime &moment) {
 
 /// Calendar day of the exchange (UTC+8), whatever the zone of the machine.
 inline QDate exchangeDate(qint64 seconds) {
-    constexpr int kExchangeOffset = 8 * 3600;
     return QDateTime::fromSecsSinceEpoch(seconds, Qt::OffsetFromUTC, kExchangeOffset).date();
 }
 

@@ -1,9 +1,10 @@
 #include "terminal/market/MarketDate.h"
 
+#include "host/records/ExchangeZone.h"
+
 namespace terminal {
 namespace {
 
-constexpr int kZoneSeconds = 8 * 3600;
 constexpr int kDaySeconds = 86400;
 constexpr qint64 kDayMs = kDaySeconds * 1000LL;
 constexpr qint64 kEpochJulianDay =
@@ -17,7 +18,7 @@ qint64 floorDivide(qint64 number, qint64 by) {
 
 int dayOf(const QDate &date) {
     return date.isValid()
-               ? static_cast<int>((date.toJulianDay() - kEpochJulianDay) * kDaySeconds - kZoneSeconds)
+               ? static_cast<int>((date.toJulianDay() - kEpochJulianDay) * kDaySeconds - GZ::kExchangeOffset)
                : 0;
 }
 
@@ -30,16 +31,16 @@ qint64 timeOf(const QDate &date, int minute) {
 }
 
 QDate dateAt(qint64 time) {
-    return QDate::fromJulianDay(kEpochJulianDay + floorDivide(time + kZoneSeconds * 1000LL, kDayMs));
+    return QDate::fromJulianDay(kEpochJulianDay + floorDivide(time + GZ::kExchangeOffset * 1000LL, kDayMs));
 }
 
 int minuteAt(qint64 time) {
-    const qint64 local = time + kZoneSeconds * 1000LL;
+    const qint64 local = time + GZ::kExchangeOffset * 1000LL;
     return static_cast<int>((local - floorDivide(local, kDayMs) * kDayMs) / 60000);
 }
 
 QDateTime marketDateTime(qint64 time) {
-    return QDateTime::fromMSecsSinceEpoch(time, Qt::OffsetFromUTC, kZoneSeconds);
+    return QDateTime::fromMSecsSinceEpoch(time, Qt::OffsetFromUTC, GZ::kExchangeOffset);
 }
 
 } // namespace terminal

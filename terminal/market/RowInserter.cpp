@@ -23,7 +23,7 @@ sqlite3 *handleOf(const QSqlDatabase &database) {
 
 RowInserter::RowInserter(const QSqlDatabase &database, const QString &table, int columns)
     : mDatabase(database), mColumns(columns), mOne(prepare(table, 1)), mMany(prepare(table, kTogether)) {
-    mWaiting.reserve(static_cast<std::size_t>(columns * kTogether));
+    mWaiting.reserve(std::size_t(columns) * kTogether);
 }
 
 RowInserter::~RowInserter() {
@@ -71,7 +71,7 @@ RowInserter &RowInserter::add(double value) {
 
 RowInserter &RowInserter::add(const Value &value) {
     mWaiting.push_back(value);
-    if (mWaiting.size() == static_cast<std::size_t>(mColumns * kTogether)) {
+    if (mWaiting.size() == std::size_t(mColumns) * kTogether) {
         run(mMany, mWaiting.begin(), mWaiting.end());
         mWaiting.clear();
     }
