@@ -1,5 +1,8 @@
 #include "terminal/market/SqlConnections.h"
 
+#include "terminal/market/PreparedQueries.h"
+
+#include <QLibrary>
 #include <QSqlQuery>
 
 #include <atomic>
@@ -11,6 +14,15 @@
 
 namespace terminal {
 namespace {
+
+/// SQLite counts its memory under one lock, which every allocation of every thread takes: the user-interface thread would wait
+/// for a worker that has lost its processor meanwhile. Nobody asks for the count. Heard only before the first connection.
+bool stopCountingMemory() {
+    using Configure = int (*)(int option, ...);
+    constexpr int kMemoryStatus = 9; // SQLITE_CONFIG_MEMSTATUS
+    const auto configure = reinterpret_cast<Configure>(QLibrary::resolve("sqlite3", 0, "sqlite3_config"));
+    return configure && configure(kMemoryStatus, 0) == 0;
+}
 
 void open(QSqlDatabase &database) {
     if (!database.open()) {
@@ -49,7 +61,9 @@ struct SqlConnections::State {
 
 /// Closes the connections of a thread when it ends.
 struct SqlConnections::ThreadEnd {
+    ThreadEnd() { PreparedQueries::ofThisThread(); } // made before, they are there until the end
     ~ThreadEnd() {
+        PreparedQueries::ofThisThread().forget();
         for (const std::weak_ptr<State> &state : states) {
             if (const std::shared_ptr<State> alive = state.lock()) {
                 alive->close(std::this_thread::get_id());
@@ -59,9 +73,12 @@ struct SqlConnections::ThreadEnd {
     std::vector<std::weak_ptr<State>> states;
 };
 
-SqlConnections::SqlConnections(const QString &path) : mState(std::make_shared<State>(path)) {}
+SqlConnections::SqlConnections(const QString &path) : mState(std::make_shared<State>(path)) {
+    [[maybe_unused]] static const bool isHeard = stopCountingMemory();
+}
 
 SqlConnections::~SqlConnections() {
+    PreparedQueries::ofThisThread().forget();
     std::lock_guard<std::mutex> hold(mState->lock);
     for (const auto &entry : mState->names) {
         QSqlDatabase::removeDatabase(entry.second);
@@ -88,10 +105,11 @@ QSqlDatabase SqlConnections::forThisThread() {
     if (!QSqlDatabase::contains(name)) {
         QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
         database.setDatabaseName(mState->path);
-        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
+        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(kForeignPatience));
     }
     QSqlDatabase database = QSqlDatabase::database(name, false);
     if (!isSound) {
+        PreparedQueries::ofThisThread().forget();
         database.close();
     }
     if (!database.isOpen()) {

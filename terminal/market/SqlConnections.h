@@ -7,6 +7,9 @@
 
 namespace terminal {
 
+/// Milliseconds that a connection waits for another process that writes.
+constexpr int kForeignPatience = 3000;
+
 /// What a connection may keep of its file in memory, in kilobytes. Each thread has one, and fills it in hours of use: that of
 /// one that only reads is small, since the system keeps the file's pages too.
 constexpr int kReadersPages = 2000;

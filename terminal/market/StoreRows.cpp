@@ -1,9 +1,12 @@
 #include "terminal/market/StoreRows.h"
 
+#include "terminal/market/PreparedQueries.h"
 #include "terminal/market/StoreRules.h"
 
 #include <QSqlRecord>
 #include <QStringList>
+
+#include <utility>
 
 namespace terminal {
 namespace {
@@ -31,62 +34,54 @@ int soundColumn(const StoreQuestion &question) {
 
 } // namespace
 
-QSqlError StoreRows::start(QSqlQuery &query, const QString &select, const QVariantList &values) const {
-    query.setForwardOnly(true);
-    const bool isPrepared = query.prepare(select);
+QSqlError StoreRows::ask(const QString &statement, const QVariantList &values,
+                         const std::function<void(const QSqlQuery &row)> &take) const {
+    PreparedQueries &queries = PreparedQueries::ofThisThread();
+    QSqlQuery query = queries.take(mDatabase, statement);
     for (const QVariant &value : values) {
         query.addBindValue(value);
     }
-    if (isPrepared && query.exec()) {
-        return {};
+    if (query.lastError().isValid() || !query.exec()) {
+        const QSqlError error = query.lastError();
+        // A connection that never was open tells none.
+        return error.isValid()
+                   ? error
+                   : QSqlError(QString(), QStringLiteral("the store is not open"), QSqlError::ConnectionError);
+    }
+    while (query.next()) {
+        take(query);
     }
     const QSqlError error = query.lastError();
-    // A connection that never was open tells none.
-    return error.isValid()
-               ? error
-               : QSqlError(QString(), QStringLiteral("the store is not open"), QSqlError::ConnectionError);
+    if (!error.isValid()) {
+        queries.giveBack(mDatabase, statement, std::move(query));
+    }
+    return error;
 }
 
 QSqlError StoreRows::readDistinct(const StoreQuestion &question,
                                   const std::function<void(const QSqlQuery &row)> &take) {
-    QSqlQuery query(mDatabase);
-    const QSqlError error =
-        start(query,
-              QStringLiteral("SELECT DISTINCT %1, (%2) IS TRUE FROM %3 %4")
-                  .arg(question.columns, storeRule(question.table).condition, question.table, question.rest),
-              question.values);
-    if (error.isValid()) {
-        return error;
-    }
-    while (query.next()) {
-        if (query.value(soundColumn(question)).toBool()) {
-            take(query);
-        }
-    }
-    return query.lastError();
+    return ask(QStringLiteral("SELECT DISTINCT %1, (%2) IS TRUE FROM %3 %4")
+                   .arg(question.columns, storeRule(question.table).condition, question.table, question.rest),
+               question.values, [sound = soundColumn(question), &take](const QSqlQuery &row) {
+                   if (row.value(sound).toBool()) {
+                       take(row);
+                   }
+               });
 }
 
 QSqlError StoreRows::read(const StoreQuestion &question, const Take &take) {
     const StoreRule &rule = storeRule(question.table);
-    const int sound = soundColumn(question);
-    QSqlQuery query(mDatabase);
-    const QSqlError error =
-        start(query,
-              QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
-                  .arg(question.columns, rule.condition, rule.key, question.table, question.rest),
-              question.values);
-    if (error.isValid()) {
-        return error;
-    }
-    while (query.next()) {
-        if (!query.value(sound).toBool()) {
-            mFaults.tell(question.table, nameOfRow(query, rule.key), QStringLiteral("a value out of range"));
-        } else if (!take(query)) {
-            mFaults.tell(question.table, nameOfRow(query, rule.key),
+    const auto takeSound = [&, sound = soundColumn(question)](const QSqlQuery &row) {
+        if (!row.value(sound).toBool()) {
+            mFaults.tell(question.table, nameOfRow(row, rule.key), QStringLiteral("a value out of range"));
+        } else if (!take(row)) {
+            mFaults.tell(question.table, nameOfRow(row, rule.key),
                          QStringLiteral("refers to what is not there"));
         }
-    }
-    return query.lastError();
+    };
+    return ask(QStringLiteral("SELECT %1, (%2) IS TRUE, %3 FROM %4 %5")
+                   .arg(question.columns, rule.condition, rule.key, question.table, question.rest),
+               question.values, takeSound);
 }
 
 } // namespace terminal

@@ -36,8 +36,9 @@ public:
     QSqlError read(const StoreQuestion &question, const Take &take);
 
 private:
-    /// Runs `select` with the values of a question; the answer is invalid when that went well.
-    QSqlError start(QSqlQuery &query, const QString &select, const QVariantList &values) const;
+    /// Hands over the rows of a statement. The answer is invalid when all went well.
+    QSqlError ask(const QString &statement, const QVariantList &values,
+                  const std::function<void(const QSqlQuery &row)> &take) const;
 
     QSqlDatabase mDatabase;
     StoreFaults &mFaults;

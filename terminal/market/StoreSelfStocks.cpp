@@ -1,5 +1,6 @@
 #include "terminal/market/StoreSelfStocks.h"
 
+#include "terminal/market/SqlConnections.h"
 #include "terminal/market/StoreTurn.h"
 
 #include <QCoreApplication>
@@ -10,10 +11,26 @@
 namespace terminal {
 namespace {
 
-constexpr std::chrono::milliseconds kPatience(300); ///< of the user, who waits
+constexpr int kPatience = 40; ///< milliseconds, in which the screen stands still
 
 struct SelfStockWords {
     Q_DECLARE_TR_FUNCTIONS(StoreSelfStocks)
+};
+
+/// While it lives a connection waits no longer for another process than so many milliseconds.
+class ShortPatience {
+public:
+    ShortPatience(const QSqlDatabase &database, int milliseconds) : mDatabase(database) { set(milliseconds); }
+    ~ShortPatience() { set(kForeignPatience); }
+    ShortPatience(const ShortPatience &) = delete;
+    ShortPatience &operator=(const ShortPatience &) = delete;
+
+private:
+    void set(int milliseconds) {
+        QSqlQuery(mDatabase).exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
+    }
+
+    QSqlDatabase mDatabase;
 };
 
 bool run(QSqlQuery &query, const QString &statement, const QVariantList &values) {
@@ -64,11 +81,12 @@ QString StoreSelfStocks::removeStocks(const QString &group, const QVector<QStrin
 
 QString StoreSelfStocks::changeEach(const QString &group, const QVector<QString> &keys,
                                     const QString &statement) {
-    const StoreTurn turn(mStore, kPatience);
+    const StoreTurn turn(mStore, std::chrono::milliseconds(kPatience));
     if (!turn.isMine()) {
         return SelfStockWords::tr("列表“%1”没有改变：%2").arg(group, mStore.describeBusy());
     }
     QSqlDatabase database = mStore.connection();
+    const ShortPatience patience(database, kPatience);
     QSqlQuery query(database);
     bool good = query.exec(QStringLiteral("BEGIN IMMEDIATE"));
     const bool open = good;

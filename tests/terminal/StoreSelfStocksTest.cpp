@@ -1,8 +1,10 @@
 // The user's own lists of instruments in the store.
 
 #include "terminal/market/StoreSelfStocks.h"
+#include "terminal/market/SqlConnections.h"
 #include "tests/terminal/StoreFixture.h"
 
+#include <QElapsedTimer>
 #include <QSqlQuery>
 
 using terminal::StoreSelfStocks;
@@ -72,6 +74,31 @@ TEST_F(StoreSelfStocksTest, AListThatCannotBeWrittenStaysAsItWas) {
     ASSERT_TRUE(QSqlQuery(mStore.connection()).exec(QStringLiteral("PRAGMA query_only = 0")));
     EXPECT_EQ(mLists.addStocks("a", {"SH2"}), QString());
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(StoreSelfStocksTest, AnotherProcessThatWritesHoldsTheUserUpNoLongerThanForAFrame) {
+    ASSERT_EQ(mLists.addStocks("a", {"SH1"}), QString());
+    QString refusal;
+    qint64 taken = 0;
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+        other.setDatabaseName(storePath());
+        ASSERT_TRUE(other.open());
+        QSqlQuery writing(other);
+        ASSERT_TRUE(writing.exec(QStringLiteral("BEGIN IMMEDIATE")));
+        QElapsedTimer time;
+        time.start();
+        refusal = mLists.addStocks("a", {"SH2"});
+        taken = time.elapsed();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    EXPECT_TRUE(refusal.contains(QStringLiteral("another process holds the store"))) << refusal.toStdString();
+    EXPECT_LT(taken, terminal::kForeignPatience); // it would be more otherwise
+    EXPECT_EQ(mLists.stocks("a"), Keys{"SH1"});
+    EXPECT_EQ(mLists.addStocks("a", {"SH2"}), QString());
+    QSqlQuery patience(mStore.connection());
+    ASSERT_TRUE(patience.exec(QStringLiteral("PRAGMA busy_timeout")) && patience.next());
+    EXPECT_EQ(patience.value(0).toInt(), terminal::kForeignPatience) << "who writes in the background waits";
 }
 
 } // namespace
