@@ -14,6 +14,8 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <utility>
+
 namespace terminal {
 namespace {
 
@@ -152,13 +154,14 @@ std::shared_ptr<const Catalogue> CMarketStore::catalogue() const {
 }
 
 QString CMarketStore::reload() {
-    auto fresh = std::make_shared<Catalogue>();
+    const auto fresh = std::make_shared<Catalogue>();
     CatalogueReader reader(connection(), mFaults, *fresh);
     if (!reader.read()) {
         return describe(reader.error());
     }
+    std::shared_ptr<const Catalogue> former = fresh; // goes without the lock
     std::lock_guard<std::mutex> hold(mLock);
-    mCatalogue = fresh;
+    std::swap(mCatalogue, former);
     return {};
 }
 

@@ -44,7 +44,7 @@ TC::CInstrumentDetailPtr StoreStockManager::getInstrumentDetail(const QString &k
     const int day = getLastTradingDay(instrument->market);
     {
         std::lock_guard<std::mutex> hold(mLock);
-        if (mKnown != catalogue) {
+        if (mKnown.lock() != catalogue) {
             mDetails.clear();
             mKnown = catalogue;
         }

@@ -34,7 +34,8 @@ private:
 
     CMarketStore &mStore;
     std::mutex mLock; ///< guards the following
-    std::shared_ptr<const Catalogue> mKnown; ///< what the records were made from
+    std::weak_ptr<const Catalogue>
+        mKnown; ///< what the records were made from; whoever reads a new one frees it
     QHash<QString, QPair<int, TC::CInstrumentDetailPtr>> mDetails; ///< trading day and record, by key
 };
 
