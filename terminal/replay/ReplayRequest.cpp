@@ -12,10 +12,20 @@ ReplayRequest::ReplayRequest(const RequestTools &tools, const TC::CFormulaParam 
                              HistoryCache *cache)
     : mTools(tools), mParam(param), mDay(day), mId(QString::fromStdString(param.mRequestId)),
       mIsModel(isScriptModel(param)), mOnHistory(std::move(onHistory)), mOnRealtime(std::move(onRealtime)),
-      mCache(cache), mComputer(tools.computerOf(param, day)), mBars(tools.barsOf(param, day)),
-      mPositions(tools.positionsOf(param, day)) {}
+      mCache(cache) {}
+
+/// Not when it is asked for: who adds ten panes gets an answer first, and then one after the other.
+void ReplayRequest::readDay() {
+    mComputer = mTools.computerOf(mParam, mDay);
+    mBars = mTools.barsOf(mParam, mDay);
+    mPositions = mTools.positionsOf(mParam, mDay);
+    mIsRead = true;
+}
 
 void ReplayRequest::begin(qint64 time) {
+    if (!mIsRead) {
+        readDay();
+    }
     const auto first = std::partition_point(mBars.begin(), mBars.end(),
                                             [time](const MinuteBar &bar) { return bar.time <= time; });
     mIsBegun = true;

@@ -46,6 +46,7 @@ public:
     void sendModel(ScriptModelOutcome outcome);
 
 private:
+    void readDay();
     void sendSeries(FormulaSeries series);
     void sendChange(SeriesChange change);
 
@@ -57,9 +58,10 @@ private:
     const TC::FormulaHistoryCallback mOnHistory;
     const TC::FormulaRealtimeCallback mOnRealtime;
     HistoryCache *const mCache;
-    const SeriesComputer mComputer;
-    const MinuteBars mBars; ///< the whole day
-    const std::vector<qint64> mPositions;
+    SeriesComputer mComputer; ///< as what follows, since the first beginning
+    MinuteBars mBars; ///< the whole day
+    std::vector<qint64> mPositions;
+    bool mIsRead = false; ///< the day
     PlacedDay mPlaced; ///< what has been played
     size_t mPlayed = 0;
     bool mIsBegun = false;
