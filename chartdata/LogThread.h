@@ -21,7 +21,8 @@ public:
     using Line = std::function<void()>;
 
     static constexpr int kMostWaiting = 1000; ///< lines; further ones are lost
-    static constexpr int kLongestWait = 100; ///< milliseconds that a stalled log holds one caller up, once
+    static constexpr int kLongestWait =
+        2; ///< milliseconds that a log which is not done holds one caller up, once
 
     /// Calls `line`, which writes one line and may throw, on the thread. Returns when it is written, or at once while the
     /// log stalls. Never throws.

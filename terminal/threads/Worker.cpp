@@ -79,7 +79,8 @@ bool Worker::takeFirst(Job &job) {
 
 void Worker::run(int niceness) {
     if (niceness > 0) {
-        ::setpriority(PRIO_PROCESS, 0, niceness); // of this thread alone
+        // Of this thread alone, and more than the program's own: one that is told to go before others does so as a whole.
+        ::setpriority(PRIO_PROCESS, 0, ::getpriority(PRIO_PROCESS, 0) + niceness);
     }
     Job job;
     while (takeFirst(job)) {

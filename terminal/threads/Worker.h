@@ -14,7 +14,7 @@ namespace terminal {
 /// A thread that runs jobs in the order of posting.
 class Worker : public WorkPlace {
 public:
-    /// `niceness` of the thread, 0 to 19: the higher, the more it leaves the processor to others.
+    /// `niceness` of the thread beyond that of its maker: the higher, the more it leaves the processor to others.
     explicit Worker(int niceness = 0);
     ~Worker() override;
     Worker(const Worker &) = delete;
