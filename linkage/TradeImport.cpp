@@ -4,6 +4,7 @@
 #include "host/services/CHostClock.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/ServiceContext.h"
+#include "host/toolkit/CFileQuestion.h"
 #include "host/toolkit/CMessageTip.h"
 #include "host/toolkit/CSmallNoNormalButton.h"
 #include "linkage/ImportLine.h"
@@ -22,17 +23,13 @@ constexpr int kImportButtonWidth = 90;
 constexpr int kTipSeconds = 3;
 constexpr int kTipWidth = 300;
 
-/// Asks for a file, as QFileDialog::getOpenFileName() does; empty when there is none. The parent may go while it asks,
-/// and takes the dialog along.
+/// Empty when there is none.
 QString askFile(QWidget *parent, const QString &caption) {
-    const QPointer<QFileDialog> dialog = new QFileDialog(
-        parent, caption, QStringLiteral("."), QStringLiteral("Excel Files(*.csv);;Excel Files(*.xls)"));
+    GZ::CFileQuestion dialog(parent, caption, QStringLiteral("."));
+    dialog->setNameFilter(QStringLiteral("Excel Files(*.csv);;Excel Files(*.xls)"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setPalette(parent->palette());
-    const bool chosen = dialog->exec() == QDialog::Accepted && dialog;
-    const QString path = chosen ? dialog->selectedFiles().value(0) : QString();
-    delete dialog.data();
-    return path;
+    return dialog.ask().value(0);
 }
 
 using Import = void (CLinkageManager::*)(const std::string &, const std::string &, const std::string &, double,

@@ -1,6 +1,7 @@
 #include "terminal/app/FormulaExport.h"
 
 #include "host/services/CFormulaOperateManager.h"
+#include "host/toolkit/CFileQuestion.h"
 #include "toolkit/files/RegularFile.h"
 #include "toolkit/windows/WindowLook.h"
 
@@ -51,15 +52,16 @@ ExportOutcome askFormulaExport(const QString &formula, QWidget *parent) {
         TC::CSingletonT<TC::CFormulaOperateManager>::instance().getFormula(formula);
     const bool isScript = detail && detail->mLanguage == TC::EFormulaLanguage::Python;
     const QString ending = isScript ? QStringLiteral(".py") : QStringLiteral(".lua");
-    QFileDialog dialog(parent, Words::tr("导出公式"), QDir::homePath(), Words::tr("公式 (*%1)").arg(ending));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ending.mid(1));
-    dialog.selectFile((detail ? detail->mName : formula) + ending);
-    setLabels(dialog);
-    dialog.setPalette(GZ::windowPalette());
-    return dialog.exec() == QDialog::Accepted ? exportFormula(formula, dialog.selectedFiles().value(0))
-                                              : ExportOutcome();
+    GZ::CFileQuestion dialog(parent, Words::tr("导出公式"), QDir::homePath());
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setNameFilter(Words::tr("公式 (*%1)").arg(ending));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(ending.mid(1));
+    dialog->selectFile((detail ? detail->mName : formula) + ending);
+    setLabels(*dialog);
+    dialog->setPalette(GZ::windowPalette());
+    const QString path = dialog.ask().value(0);
+    return path.isEmpty() ? ExportOutcome() : exportFormula(formula, path);
 }
 
 ExportOutcome exportFormula(const QString &formula, const QString &path) {

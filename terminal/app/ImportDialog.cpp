@@ -1,5 +1,6 @@
 #include "terminal/app/ImportDialog.h"
 
+#include "host/toolkit/CFileQuestion.h"
 #include "terminal/app/ColumnDialog.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/market/ColumnChoice.h"
@@ -177,9 +178,11 @@ void ImportDialog::buildProgress(QGridLayout *grid, int row) {
 }
 
 void ImportDialog::chooseFiles() {
-    const QStringList paths = QFileDialog::getOpenFileNames(this, tr("选择行情文件"), QString(),
-                                                            tr("行情文件 (*.csv *.txt);;所有文件 (*)"), nullptr,
-                                                            QFileDialog::DontUseNativeDialog);
+    GZ::CFileQuestion dialog(this, tr("选择行情文件"), QString());
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setNameFilter(tr("行情文件 (*.csv *.txt);;所有文件 (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    const QStringList paths = dialog.ask();
     for (const QString &path : paths) {
         addFile(path);
     }
