@@ -27,6 +27,8 @@ public:
     /// The bars up to now, and `take` is called with what changes. `owner` keeps this stream alive during a call; it is
     /// not kept alive by the stream.
     MinuteBars open(const std::shared_ptr<const void> &owner, Take take);
+    /// Once it is open: whether anything may change. Those of a day that does not run are all there.
+    bool isLive() const { return mIsAfterHours || mSubscription != 0; }
     /// Not from a call of `take`.
     void close();
 

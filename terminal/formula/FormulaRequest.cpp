@@ -75,7 +75,7 @@ void FormulaRequest::open() {
     MinuteBars bars = isStream() ? mBars.open(shared_from_this(), take) : mBars.bars();
     mPlaced = PlacedDay(std::move(bars), mTools.positionsOf(mParam, mDay));
     openUnderlying();
-    const bool goesOn = isStream();
+    const bool goesOn = isStream() && (mBars.isLive() || (mUnderlying && mUnderlying->isLive()));
     sendSeries(true);
     if (!goesOn) {
         finish();

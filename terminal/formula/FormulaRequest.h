@@ -18,8 +18,8 @@ namespace terminal {
 ///
 /// Everything but the model's run and the delivery is touched on the request's place of work alone. At most one run of
 /// it waits, and computes the newest state. Long runs go to the lane of slow work, and are told in the name of the first
-/// line when they go on (RunShare). Withdrawn, it sends nothing more and lets go of the feed. One of history only lets go
-/// of everything but its hidden lines once its series is sent: whoever asked may forget to withdraw it. Any thread.
+/// line when they go on (RunShare). Withdrawn, it sends nothing more and lets go of the feed. One of history only, or
+/// of a day that does not run, lets go of everything but its hidden lines once its series is sent: whoever asked may forget to withdraw it. Any thread.
 class FormulaRequest : public std::enable_shared_from_this<FormulaRequest> {
 public:
     /// `home` is where it is worked on; `isPrice` when that is the lane of prices while its runs are short. The tools

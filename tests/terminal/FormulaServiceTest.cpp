@@ -103,15 +103,20 @@ TEST_F(FormulaServiceTest, DemandOneIsHistoryOnly) {
     EXPECT_EQ(mReceived[0].result->mTimes.size(), 2u);
 }
 
-TEST_F(FormulaServiceTest, ARequestOfHistoryOnlyLetsItsCallbacksGoWhenItsSeriesHasCome) {
-    const auto held = std::make_shared<int>(0);
-    QVector<TC::CFormulaParam> params{param("1", "REALTIME", 1, kYesterday)};
-    bool hasCome = false;
-    mService->requestFormulas(params,
-                              [&hasCome, held](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &,
-                                               const QString &, int, const QString &, bool) { hasCome = true; },
-                              {});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return hasCome && held.use_count() == 1; }, 10000)) << held.use_count();
+TEST_F(FormulaServiceTest, ARequestThatGoesOnNoLongerLetsItsCallbacksGoWhenItsSeriesHasCome) {
+    constexpr int kWithStream = 3; // of a day that does not run
+    for (const int demand : {1, kWithStream}) {
+        const auto held = std::make_shared<int>(0);
+        QVector<TC::CFormulaParam> params{param(QString::number(demand), "REALTIME", demand, kYesterday)};
+        bool hasCome = false;
+        mService->requestFormulas(params,
+                                  [&hasCome, held](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &,
+                                                   const QString &, int, const QString &,
+                                                   bool) { hasCome = true; },
+                                  {});
+        EXPECT_TRUE(QTest::qWaitFor([&] { return hasCome && held.use_count() == 1; }, 10000))
+            << demand << ": " << held.use_count();
+    }
 }
 
 TEST_F(FormulaServiceTest, RequestsOfHistoryThatNobodyWithdrawsDoNotAddUp) {
