@@ -12,10 +12,18 @@
 namespace terminal {
 namespace {
 
+/// Makes the folder of a file. One that is there is only looked at: to make it again waits for all who write into the folder above.
+void makeFolderOf(const QString &path) {
+    const QString folder = QFileInfo(path).path();
+    if (!QFileInfo(folder).isDir()) {
+        QDir().mkpath(folder);
+    }
+}
+
 /// Puts a text in place of a file without waiting for the disk: it is there for whoever reads, and after a kill. What
 /// fails leaves the file as it was.
 void putUnsafely(const QString &path, const QByteArray &text) {
-    QDir().mkpath(QFileInfo(path).path());
+    makeFolderOf(path);
     QFile file(path + QStringLiteral("~"));
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
     file.close();
@@ -101,7 +109,7 @@ void NewestWriter::writeNewest() {
 }
 
 QString NewestWriter::save(const QString &path, const QByteArray &text) {
-    QDir().mkpath(QFileInfo(path).path());
+    makeFolderOf(path);
     QSaveFile file(path);
     // Without the flush an error of what is still in memory is lost, and an empty file takes the place of the old one.
     const bool isWritten =
