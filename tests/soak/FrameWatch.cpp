@@ -51,8 +51,9 @@ void FrameWatch::post() {
         if (!mStopping) {
             mUnderWay = true;
             mBefore = shareSoFar();
+            auto *const event = new QEvent(kWatchEvent); // which may wait for memory that another thread has
             mPosted = Clock::now();
-            QCoreApplication::postEvent(this, new QEvent(kWatchEvent));
+            QCoreApplication::postEvent(this, event);
         }
     }
 }
