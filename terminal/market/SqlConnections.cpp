@@ -2,7 +2,6 @@
 
 #include "terminal/market/PreparedQueries.h"
 
-#include <QLibrary>
 #include <QSqlQuery>
 
 #include <atomic>
@@ -12,16 +11,15 @@
 #include <thread>
 #include <vector>
 
+#include <sqlite3.h>
+
 namespace terminal {
 namespace {
 
 /// SQLite counts its memory under one lock, which every allocation of every thread takes: the user-interface thread would wait
 /// for a worker that has lost its processor meanwhile. Nobody asks for the count. Heard only before the first connection.
 bool stopCountingMemory() {
-    using Configure = int (*)(int option, ...);
-    constexpr int kMemoryStatus = 9; // SQLITE_CONFIG_MEMSTATUS
-    const auto configure = reinterpret_cast<Configure>(QLibrary::resolve("sqlite3", 0, "sqlite3_config"));
-    return configure && configure(kMemoryStatus, 0) == 0;
+    return sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
 }
 
 void open(QSqlDatabase &database) {
