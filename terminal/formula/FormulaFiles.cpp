@@ -11,7 +11,7 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kLargestFile = 1 << 20; ///< bytes
+constexpr qint64 kLargestFormula = 1 << 20; ///< bytes
 constexpr int kDeepest = 8; ///< folders in one another; links may go round
 
 QString shownName(const QString &folder) {
@@ -40,7 +40,7 @@ void readFolder(const QDir &folder, const QStringList &names, QVector<FormulaFil
     const QStringList patterns{QStringLiteral("*.lua")};
     for (const QFileInfo &info : folder.entryInfoList(patterns, QDir::Files, QDir::Name)) {
         GZ::RegularFile file(info.filePath());
-        const QByteArray text = file.whole(kLargestFile);
+        const QByteArray text = file.whole(kLargestFormula);
         if (file.fault() == GZ::RegularFile::eTooLarge) {
             tell(sink, info, QCoreApplication::translate("FormulaCatalogue", "文件太大"));
         } else if (!file.isGood()) {

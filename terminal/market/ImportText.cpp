@@ -8,7 +8,7 @@ namespace terminal {
 namespace {
 
 constexpr int kRowsBetweenReports = 20000;
-constexpr qint64 kLargestFile = 1900LL * 1000 * 1000; ///< bytes
+constexpr qint64 kLargestImport = 1900LL * 1000 * 1000; ///< bytes
 
 std::string_view withoutEnd(std::string_view line) {
     const size_t end = line.find_last_not_of(" \t\r");
@@ -41,9 +41,9 @@ QString ImportText::located(const QString &path, const BarFault &fault) {
 
 BarFault ImportText::open(const QString &path) {
     GZ::RegularFile file(path);
-    mContent = file.whole(kLargestFile);
+    mContent = file.whole(kLargestImport);
     if (file.fault() == GZ::RegularFile::eTooLarge) {
-        return {0, QStringLiteral("larger than %1 MB: split it by days").arg(kLargestFile / 1000000)};
+        return {0, QStringLiteral("larger than %1 MB: split it by days").arg(kLargestImport / 1000000)};
     }
     if (!file.isGood()) {
         return {0, QStringLiteral("cannot be read: %1").arg(file.reason())};

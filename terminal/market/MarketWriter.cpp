@@ -125,6 +125,7 @@ qint64 MarketWriter::rowOf(const QString &key) {
 }
 
 qint64 MarketWriter::putInstrument(const Instrument &instrument) {
+    mChangesCatalogue = true;
     const QVariant lastClose = instrument.lastClose == TC::kUnsetValue ? QVariant() : instrument.lastClose;
     if (!runText(
             QStringLiteral(
@@ -157,6 +158,7 @@ qint64 MarketWriter::putInstrument(const Instrument &instrument) {
 }
 
 bool MarketWriter::putTradingDay(const QString &market, const QDate &date, bool open) {
+    mChangesCatalogue = true;
     return runText(QStringLiteral("INSERT INTO trading_days VALUES (?, ?, ?) "
                                   "ON CONFLICT (market, date) DO UPDATE SET open = excluded.open"),
                    {market, date.toString(Qt::ISODate), open});
@@ -239,6 +241,7 @@ bool MarketWriter::putDaySessions(qint64 instrument, int day, const DaySessions 
 }
 
 bool MarketWriter::addSector(const Sector &sector) {
+    mChangesCatalogue = true;
     const QVariant index = sector.indexKey.isEmpty() ? QVariant() : QVariant(rowOf(sector.indexKey));
     runText(QStringLiteral("INSERT OR IGNORE INTO sectors (level, name, index_instrument) VALUES (?, ?, ?)"),
             {sector.level, sector.name, index});
@@ -252,16 +255,19 @@ bool MarketWriter::addSector(const Sector &sector) {
 }
 
 bool MarketWriter::addConvertible(const QString &bond, const QString &share) {
+    mChangesCatalogue = true;
     return runText(QStringLiteral("INSERT OR IGNORE INTO convertible_links VALUES (?, ?)"),
                    {rowOf(bond), rowOf(share)});
 }
 
 bool MarketWriter::addListedPair(const QString &aShare, const QString &hShare) {
+    mChangesCatalogue = true;
     return runText(QStringLiteral("INSERT OR IGNORE INTO listed_pairs VALUES (?, ?)"),
                    {rowOf(aShare), rowOf(hShare)});
 }
 
 bool MarketWriter::addIndex(const UserIndex &index) {
+    mChangesCatalogue = true;
     const TC::CIndexDetail &detail = index.detail;
     runText(
         QStringLiteral(
@@ -278,6 +284,7 @@ bool MarketWriter::addIndex(const UserIndex &index) {
 }
 
 bool MarketWriter::addPortfolio(const Portfolio &portfolio) {
+    mChangesCatalogue = true;
     runText(QStringLiteral("INSERT OR IGNORE INTO portfolios VALUES (?, ?)"),
             {portfolio.number, text(portfolio.name)});
     for (const PortfolioPosition &position : portfolio.positions) {
@@ -299,7 +306,7 @@ bool MarketWriter::commit() {
         return false;
     }
     mOpen = false;
-    mError = mStore.reload();
+    mError = mChangesCatalogue ? mStore.reload() : QString();
     return isGood();
 }
 

@@ -47,7 +47,7 @@ public:
     /// Row of the instrument of a key; 0, and an error, when there is none.
     qint64 rowOf(const QString &key);
 
-    /// Ends the transaction and has the store read its catalogue again.
+    /// Ends the transaction, and has the store read its catalogue again if anything of it was written.
     bool commit() override;
 
 private:
@@ -67,6 +67,7 @@ private:
     std::unique_ptr<RowInserter> mBars; ///< as long as the transaction is open
     std::unique_ptr<RowInserter> mTicks;
     bool mOpen = false;
+    bool mChangesCatalogue = false;
     QString mError;
 };
 

@@ -2,8 +2,6 @@
 
 #include <QSqlError>
 
-#include <utility>
-
 namespace terminal {
 
 PreparedQueries &PreparedQueries::ofThisThread() {
@@ -35,7 +33,7 @@ QSqlQuery PreparedQueries::take(const QSqlDatabase &database, const QString &sta
 void PreparedQueries::giveBack(const QSqlDatabase &database, const QString &statement, QSqlQuery query) {
     query.finish();
     if (database.isOpen() && mConnection == database.connectionName() && mQueries.size() < kMostKept) {
-        mQueries.insert(statement, std::move(query));
+        mQueries.insert(statement, query);
     }
 }
 

@@ -6,8 +6,6 @@
 #include <QSqlRecord>
 #include <QStringList>
 
-#include <utility>
-
 namespace terminal {
 namespace {
 
@@ -53,7 +51,7 @@ QSqlError StoreRows::ask(const QString &statement, const QVariantList &values,
     }
     const QSqlError error = query.lastError();
     if (!error.isValid()) {
-        queries.giveBack(mDatabase, statement, std::move(query));
+        queries.giveBack(mDatabase, statement, query);
     }
     return error;
 }

@@ -8,7 +8,7 @@
 namespace terminal {
 namespace {
 
-constexpr qint64 kLargestFile = 64 * 1024; ///< bytes
+constexpr qint64 kLargestSecret = 64 * 1024; ///< bytes
 
 /// "user=, password= or token="
 QString namesOf(const QVector<std::pair<QByteArray, QByteArray *>> &values) {
@@ -27,7 +27,7 @@ QString readSecretFile(const QString &path, QByteArray &content) {
     if (!file.open(QIODevice::ReadOnly)) {
         return QStringLiteral("%1: the file of credentials cannot be read: %2").arg(path, file.errorString());
     }
-    content = file.read(kLargestFile);
+    content = file.read(kLargestSecret);
     return {};
 }
 

@@ -253,6 +253,33 @@ TEST_F(CMarketStoreTest, AStoreOfANewerVersionIsLeftAlone) {
     EXPECT_EQ(other.ask("PRAGMA user_version"), QStringLiteral("999"));
 }
 
+TEST_F(CMarketStoreTest, TheCatalogueIsReadAgainWhenSomethingOfItWasWritten) {
+    openStore();
+    qint64 row = 0;
+    const std::shared_ptr<const Catalogue> empty = mStore.catalogue();
+    {
+        MarketWriter writer(mStore);
+        row = writer.putInstrument(gold());
+        ASSERT_TRUE(writer.commit());
+    }
+    const std::shared_ptr<const Catalogue> one = mStore.catalogue();
+    EXPECT_NE(one, empty);
+    EXPECT_NE(one->find(gold().key()), nullptr);
+    {
+        MarketWriter writer(mStore);
+        writer.putDay(row, 1000, BarSource::Imported, {storedBar(60000, 10.0, 3.0)});
+        ASSERT_TRUE(writer.commit());
+    }
+    EXPECT_EQ(mStore.catalogue(), one) << "bars are none of it";
+    {
+        MarketWriter writer(mStore);
+        writer.putTradingDay(gold().market, QDate(2026, 11, 21), true);
+        ASSERT_TRUE(writer.commit());
+    }
+    EXPECT_NE(mStore.catalogue(), one);
+    EXPECT_TRUE(mStore.catalogue()->calendar(gold().market).isTradingDay(QDate(2026, 11, 21)));
+}
+
 TEST_F(CMarketStoreTest, TheDatabaseOfAnotherProgramIsLeftAlone) {
     {
         OtherConnection other(storePath());
