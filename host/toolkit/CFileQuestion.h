@@ -26,8 +26,8 @@ public:
     CFileQuestion &operator=(const CFileQuestion &) = delete;
 
     /// To be set up before it asks.
-    QFileDialog *operator->() const { return mDialog.data(); }
-    QFileDialog &operator*() const { return *mDialog; }
+    QFileDialog *operator->() const;
+    QFileDialog &operator*() const;
     /// The chosen paths; none when the user does not want to. The parent may go while it asks, and takes the dialog along.
     QStringList ask();
 

@@ -15,6 +15,14 @@ CFileQuestion::~CFileQuestion() {
     }
 }
 
+QFileDialog *CFileQuestion::operator->() const {
+    return mDialog.data();
+}
+
+QFileDialog &CFileQuestion::operator*() const {
+    return *mDialog;
+}
+
 QStringList CFileQuestion::ask() {
     const bool isChosen = mDialog->exec() == QDialog::Accepted && mDialog;
     return isChosen ? mDialog->selectedFiles() : QStringList();
