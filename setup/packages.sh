@@ -13,7 +13,6 @@ test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev doxygen
   libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev
   xvfb xauth xdotool imagemagick jwm
-  at-spi2-core dbus python3-pyatspi
   nats-server libnats-dev
   postgresql-15 libpq-dev openssl
 )
