@@ -47,8 +47,12 @@ SnapshotSheet::SnapshotSheet(ChartSources sources, const QString &note)
 }
 
 QString checkPicturePath(const QString &path) {
-    if (QFileInfo(path).isDir()) {
+    const QFileInfo there(path);
+    if (there.isDir()) {
         return notWritable(path, QStringLiteral("it is a folder"));
+    }
+    if (there.exists() && !there.isFile()) { // else the picture would be put in its place
+        return notWritable(path, QStringLiteral("it is a pipe or a device, no file"));
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {

@@ -63,8 +63,9 @@ QString readAddress(const QString &url, FeedAddress &address) {
     address.password = qgetenv("TIMESHARE_FEED_PASSWORD");
     address.token = qgetenv("TIMESHARE_FEED_TOKEN");
     address.caFile = qgetenv("TIMESHARE_FEED_CA");
+    const QString wrong = certificateFault(QFile::decodeName(address.caFile));
     const QString file = QFile::decodeName(qgetenv("TIMESHARE_FEED_CREDENTIALS"));
-    return file.isEmpty() ? QString() : readSecrets(file, address);
+    return !wrong.isEmpty() || file.isEmpty() ? wrong : readSecrets(file, address);
 }
 
 } // namespace terminal

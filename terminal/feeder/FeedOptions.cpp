@@ -2,6 +2,7 @@
 
 #include "terminal/feed/FeedAddress.h"
 #include "terminal/market/SimulatedClock.h"
+#include "terminal/servers/OptionWords.h"
 
 namespace terminal {
 namespace {
@@ -47,26 +48,16 @@ std::variant<FeedOptions, QString> parseFeedOptions(const QStringList &arguments
                                     QStringLiteral("--log"),    QStringLiteral("--recorded"),
                                     QStringLiteral("--start"),  QStringLiteral("--pace")};
     FeedOptions options;
-    for (int i = 0; i < arguments.size(); ++i) {
-        const int equals = arguments[i].indexOf(QLatin1Char('='));
-        const QString name = arguments[i].left(equals);
-        if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
-            options.help = true;
-            return options;
-        }
-        if (!kNames.contains(name)) {
-            return QStringLiteral("%1: unknown option: see --help").arg(name);
-        }
-        if (equals < 0 && i + 1 == arguments.size()) {
-            return QStringLiteral("%1: the value is missing: see --help").arg(name);
-        }
-        const QString value = equals < 0 ? arguments[++i] : arguments[i].mid(equals + 1);
-        const QString wrong = takeOption(name, value, options);
-        if (!wrong.isEmpty()) {
-            return QStringLiteral("%1: %2").arg(name, wrong);
-        }
+    OptionWords words;
+    QString wrong = words.take(arguments, kNames, [&options](const QString &name, const QString &value) {
+        return takeOption(name, value, options);
+    });
+    options.help = words.wantsHelp;
+    if (wrong.isEmpty() && !words.others.isEmpty() && !options.help) {
+        wrong = QStringLiteral("%1: unknown option: see --help")
+                    .arg(words.others.first().section(QLatin1Char('='), 0, 0));
     }
-    return options;
+    return wrong.isEmpty() ? std::variant<FeedOptions, QString>(options) : wrong;
 }
 
 QString feedHelp() {

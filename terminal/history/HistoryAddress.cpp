@@ -16,6 +16,10 @@ const QSet<QString> kAddressOptions{QStringLiteral("sslmode"),        QStringLit
                                     QStringLiteral("sslcrl"),         QStringLiteral("channel_binding"),
                                     QStringLiteral("connect_timeout")};
 
+/// Those of them that are paths, which the library opens.
+const QSet<QString> kAddressFiles{QStringLiteral("sslrootcert"), QStringLiteral("sslcert"),
+                                  QStringLiteral("sslkey"), QStringLiteral("sslcrl")};
+
 bool holdsPassword(const QString &url, const QUrl &parsed) {
     const QString authority =
         url.section(QStringLiteral("://"), 1).section(QLatin1Char('/'), 0, 0).section(QLatin1Char('?'), 0, 0);
@@ -86,8 +90,9 @@ QString readHistoryAddress(const QString &url, HistoryAddress &address) {
     }
     for (const auto &item : QUrlQuery(parsed).queryItems(QUrl::FullyDecoded)) {
         address.settings.append({item.first.toLatin1(), item.second.toUtf8()});
+        wrong = wrong.isEmpty() && kAddressFiles.contains(item.first) ? certificateFault(item.second) : wrong;
     }
-    return {};
+    return wrong;
 }
 
 } // namespace terminal

@@ -194,6 +194,10 @@ HistoryFailure PgConnection::finish(PgRows *rows) {
         if (status == PGRES_COPY_IN) {
             return {};
         }
+        if (status == PGRES_COPY_OUT || status == PGRES_COPY_BOTH) { // would be answered again and again
+            close();
+            return {HistoryTrouble::Failed, QStringLiteral("the server copies what was not asked for")};
+        }
         if (status != PGRES_TUPLES_OK && status != PGRES_COMMAND_OK) {
             failure.trouble = troubleOf(PQresultErrorField(result, PG_DIAG_SQLSTATE));
             failure.reason = libpqLine(PQresultErrorMessage(result));

@@ -1,6 +1,7 @@
 #include "terminal/loader/LoadOptions.h"
 
 #include "terminal/history/HistoryAddress.h"
+#include "terminal/servers/OptionWords.h"
 
 namespace terminal {
 namespace {
@@ -47,34 +48,17 @@ std::variant<LoadOptions, QString> parseLoadOptions(const QStringList &arguments
                                     QStringLiteral("--label"),   QStringLiteral("--volume-unit"),
                                     QStringLiteral("--sessions")};
     LoadOptions options;
-    for (int i = 0; i < arguments.size(); ++i) {
-        if (!arguments[i].startsWith(QLatin1String("--"))) {
-            options.files.append(arguments[i]);
-            continue;
-        }
-        const int equals = arguments[i].indexOf(QLatin1Char('='));
-        const QString name = arguments[i].left(equals);
-        if (name == QLatin1String("--help")) {
-            options.help = true;
-            return options;
-        }
-        if (!kNames.contains(name)) {
-            return QStringLiteral("%1: unknown option: see --help").arg(name);
-        }
-        if (equals < 0 && i + 1 == arguments.size()) {
-            return QStringLiteral("%1: the value is missing: see --help").arg(name);
-        }
-        const QString value = equals < 0 ? arguments[++i] : arguments[i].mid(equals + 1);
-        const QString wrong = takeLoadOption(name, value, options);
-        if (!wrong.isEmpty()) {
-            return QStringLiteral("%1: %2").arg(name, wrong);
-        }
-    }
-    if (options.history.isEmpty()) {
-        return QStringLiteral(
+    OptionWords words;
+    QString wrong = words.take(arguments, kNames, [&options](const QString &name, const QString &value) {
+        return takeLoadOption(name, value, options);
+    });
+    options.help = words.wantsHelp;
+    options.files = words.others;
+    if (wrong.isEmpty() && options.history.isEmpty() && !options.help) {
+        wrong = QStringLiteral(
             "--history: the server is missing: give it as in postgres://loader@market:5432/history");
     }
-    return options;
+    return wrong.isEmpty() ? std::variant<LoadOptions, QString>(options) : wrong;
 }
 
 QString loadHelp() {

@@ -1,6 +1,7 @@
 #include "terminal/servers/SecretLines.h"
 
-#include <QFile>
+#include "toolkit/files/RegularFile.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -23,12 +24,21 @@ QString namesOf(const QVector<std::pair<QByteArray, QByteArray *>> &values) {
 } // namespace
 
 QString readSecretFile(const QString &path, QByteArray &content) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return QStringLiteral("%1: the file of credentials cannot be read: %2").arg(path, file.errorString());
+    GZ::RegularFile file(path);
+    content = file.whole(kLargestSecret);
+    return file.isGood()
+               ? QString()
+               : QStringLiteral("%1: the file of credentials cannot be read: %2").arg(path, file.reason());
+}
+
+QString certificateFault(const QString &path) {
+    if (path.isEmpty()) {
+        return {};
     }
-    content = file.read(kLargestSecret);
-    return {};
+    const GZ::RegularFile file(path);
+    return file.fault() == GZ::RegularFile::eNotRegular
+               ? QStringLiteral("%1: the file of certificates cannot be read: %2").arg(path, file.reason())
+               : QString();
 }
 
 QString takeSecretLines(const QString &path, const QByteArray &content,

@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using namespace terminal;
 
 namespace {
@@ -87,6 +89,25 @@ TEST_F(FeedAddressTest, AWrongFileIsToldByItsLineWithoutIt) {
     EXPECT_FALSE(fault.contains("hush"));
     qputenv("TIMESHARE_FEED_CREDENTIALS", "/nowhere/secret");
     EXPECT_THAT(readAddress("nats://market", mAddress).toStdString(), ::testing::HasSubstr("/nowhere/secret"));
+}
+
+TEST_F(FeedAddressTest, APipeAFolderAndALargeFileAreNoFilesOfSecrets) {
+    const QByteArray pipe = QFile::encodeName(mFolder.filePath("pipe"));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    for (const QByteArray &path : {pipe, QFile::encodeName(mFolder.path())}) {
+        qputenv("TIMESHARE_FEED_CREDENTIALS", path);
+        EXPECT_THAT(readAddress("nats://market", mAddress).toStdString(),
+                    ::testing::StartsWith(path.toStdString() + ": the file of credentials cannot be read: "));
+        qputenv("TIMESHARE_FEED_CREDENTIALS", "");
+        qputenv("TIMESHARE_FEED_CA", path);
+        EXPECT_THAT(readAddress("nats://market", mAddress).toStdString(),
+                    ::testing::StartsWith(path.toStdString() + ": the file of certificates cannot be read: "));
+        qputenv("TIMESHARE_FEED_CA", "");
+    }
+    qputenv("TIMESHARE_FEED_CREDENTIALS", QFile::encodeName(write("user=me\n" + QByteArray(65536, '#'))));
+    EXPECT_THAT(readAddress("nats://market", mAddress).toStdString(), ::testing::HasSubstr("secret: "));
+    write("user=me\n" + QByteArray(65536 - 8, '#'));
+    EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(), "");
 }
 
 TEST(RetryWaitTest, WaitsGrowToTheLongest) {

@@ -223,6 +223,8 @@ TEST(FeedOptionsTest, OptionsAreRead) {
 TEST(FeedOptionsTest, WhatIsWrongIsToldWithoutASecret) {
     const std::vector<std::pair<QStringList, std::string>> wrong{
         {{"--pace", "0"}, "--pace: no number"},
+        {{"password=hush"}, "password: unknown option"},
+        {{"--password=hush"}, "--password: unknown option"},
         {{"--pace"}, "--pace: the value is missing"},
         {{"--recorded", "2025-02-30"}, "--recorded: no date"},
         {{"--start", "25:00"}, "--start: no time"},
@@ -239,4 +241,5 @@ TEST(FeedOptionsTest, WhatIsWrongIsToldWithoutASecret) {
     }
     const auto help = parseFeedOptions({"--help"});
     EXPECT_TRUE(std::get<FeedOptions>(help).help);
+    EXPECT_TRUE(std::get<FeedOptions>(parseFeedOptions({"-h", "word"})).help);
 }

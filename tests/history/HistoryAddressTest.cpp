@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using namespace terminal;
 
 namespace {
@@ -103,6 +105,23 @@ TEST_F(HistoryAddressTest, AWrongFileIsToldWithoutItsContent) {
                     .startsWith("/nowhere/credentials: the file of credentials cannot be read"));
 }
 
+TEST_F(HistoryAddressTest, APipeIsNoFileOfSecretsOrCertificates) {
+    QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const char *name : {"sslrootcert", "sslcert", "sslkey", "sslcrl"}) {
+        const QString url = QStringLiteral("postgres://market/history?%1=%2").arg(QLatin1String(name), pipe);
+        EXPECT_TRUE(
+            readHistoryAddress(url, mAddress).startsWith(pipe + ": the file of certificates cannot be read"))
+            << name;
+    }
+    EXPECT_EQ(readHistoryAddress("postgres://market/history?sslrootcert=/nowhere/ca", mAddress), QString())
+        << "told by the library";
+    qputenv("TIMESHARE_HISTORY_CREDENTIALS", QFile::encodeName(pipe));
+    EXPECT_TRUE(readHistoryAddress("postgres://market/history", mAddress)
+                    .startsWith(pipe + ": the file of credentials cannot be read"));
+}
+
 TEST(LoadOptionsTest, OptionsAndFiles) {
     const auto parsed = parseLoadOptions({"--history", "postgres://market/history", "a.csv", "--market=SH",
                                           "--code", "600519", "--volume-unit", "lots", "--label=start",
@@ -117,6 +136,19 @@ TEST(LoadOptionsTest, OptionsAndFiles) {
     EXPECT_EQ(options.import.labelAtStart, std::optional<bool>(true));
     EXPECT_TRUE(options.import.sessionsFromFile);
     EXPECT_EQ(options.import.columns, QString("close=2"));
+}
+
+TEST(LoadOptionsTest, AFileMayHoldAnEqualsSignAndHelpNeedsNoServer) {
+    const auto parsed = parseLoadOptions({"a=b.csv", "--history=postgres://market/history?sslmode=require"});
+    ASSERT_TRUE(std::holds_alternative<LoadOptions>(parsed));
+    EXPECT_EQ(std::get<LoadOptions>(parsed).files, QStringList{"a=b.csv"});
+    EXPECT_EQ(std::get<LoadOptions>(parsed).history, QString("postgres://market/history?sslmode=require"));
+    for (const char *word : {"--help", "-h"}) {
+        const auto help = parseLoadOptions({word, "--none"});
+        ASSERT_TRUE(std::holds_alternative<LoadOptions>(help));
+        EXPECT_TRUE(std::get<LoadOptions>(help).help);
+    }
+    EXPECT_TRUE(std::holds_alternative<QString>(parseLoadOptions({"a.csv"})));
 }
 
 TEST(LoadOptionsTest, AWrongOptionIsToldWithoutAnyAddress) {

@@ -108,6 +108,20 @@ protected:
 
 } // namespace
 
+TEST_F(PgHistoryTest, AServerThatCopiesWhatWasNotAskedForIsLeft) {
+    PgConnection connection(address("loader"), "", std::chrono::seconds(30));
+    bool isNew = false;
+    ASSERT_EQ(connection.connect(isNew).reason, QString());
+    PgRows rows;
+    EXPECT_EQ(connection.ask("COPY (SELECT generate_series(1, 1000000)) TO STDOUT", {}, rows).trouble,
+              HistoryTrouble::Failed);
+    EXPECT_EQ(connection.ask("SELECT 1", {}, rows).trouble, HistoryTrouble::Gone) << "closed";
+    ASSERT_EQ(connection.connect(isNew).reason, QString());
+    EXPECT_TRUE(isNew);
+    ASSERT_EQ(connection.ask("SELECT 1", {}, rows).reason, QString());
+    EXPECT_EQ(rows.whole(0, 0), 1);
+}
+
 TEST_F(PgHistoryTest, WhatIsLoadedIsReadAsItWas) {
     LoadOutcome outcome;
     ASSERT_EQ(load({"600000", "600001"}, {kDate, QDate(2025, 12, 1)}, 240, &outcome).reason, QString());

@@ -4,8 +4,13 @@
 #include "terminal/app/Snapshot.h"
 #include "tests/integration/TerminalFixture.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QLabel>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -45,4 +50,17 @@ TEST_F(SnapshotSheetTest, ANoteIsWrittenAboveTheChart) {
     }
     EXPECT_GT(written, 100);
     EXPECT_LT(written, strip.width() * strip.height() / 4);
+}
+
+TEST(SnapshotPathTest, APipeAndAFolderAreLeftAsTheyAre) {
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_TRUE(
+        terminal::checkPicturePath(pipe).startsWith(pipe + ": the picture cannot be written (it is a pipe"));
+    EXPECT_TRUE(QFileInfo(pipe).exists() && !QFileInfo(pipe).isFile());
+    EXPECT_TRUE(terminal::checkPicturePath(folder.path()).contains("it is a folder"));
+    const QString picture = folder.filePath("a.png");
+    EXPECT_EQ(terminal::checkPicturePath(picture), QString());
+    EXPECT_FALSE(QFile::exists(picture)) << "only looked at";
 }
