@@ -33,6 +33,10 @@ public:
     /// What it keeps for questions about it, once nothing more will come of it: its hidden lines, and how its model ran.
     /// Nothing before; 0 when there is nothing to be asked.
     std::optional<size_t> keptBytes() const;
+    /// Whether no result has come since this was asked before, or since its beginning; false for one that is finished.
+    bool wasQuiet() const { return !mIsFinished && mDelivery->wasQuiet(); }
+    /// Says once more what it said last.
+    void repeat() { mDelivery->repeat(); }
     const ResultDelivery &delivery() const { return *mDelivery; }
     /// See ModelRun; nothing when the request names no script model.
     std::optional<bson::BSONObj> modelProgress() const;

@@ -46,6 +46,9 @@ void FormulaService::requestFormulas(QVector<TC::CFormulaParam> &params, TC::For
             before->withdraw();
         }
         request->start();
+        for (const RequestBook::RequestPtr &quiet : mRequests.look()) {
+            quiet->repeat();
+        }
     }
 }
 

@@ -2,21 +2,32 @@
 
 #include <QSet>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
 namespace terminal {
 
 RequestBook::RequestPtr RequestBook::enter(const QString &id, RequestPtr request) {
-    QVector<RequestPtr> dropped; // released without the lock
     std::lock_guard<std::mutex> hold(mLock);
     mOrder.append(id);
-    RequestPtr before = std::exchange(mRequests[id], std::move(request));
-    if (++mUnlooked == kLook) {
-        mUnlooked = 0;
-        dropped = dropFinished();
+    ++mUnlooked;
+    return std::exchange(mRequests[id], std::move(request));
+}
+
+QVector<RequestBook::RequestPtr> RequestBook::look() {
+    QVector<RequestPtr> dropped; // released without the lock
+    QVector<RequestPtr> quiet;
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mUnlooked < kLook) {
+        return quiet;
     }
-    return before;
+    mUnlooked = 0;
+    dropped = dropFinished();
+    std::copy_if(mRequests.cbegin(), mRequests.cend(), std::back_inserter(quiet),
+                 [](const RequestPtr &request) { return request->wasQuiet(); });
+    return quiet;
 }
 
 /// Of the finished requests go those that keep nothing, and the oldest of the others beyond the room.

@@ -11,8 +11,11 @@
 namespace terminal {
 
 /// The requests that live, by their ids: one of an id, the one that came last. Those that are finished are kept for their
-/// hidden lines, the oldest of them no longer than there is room, and not at all when they have none: a view that asks for
-/// a past day once more never withdraws what it asked for before. Any thread.
+/// hidden lines, the oldest of them no longer than there is room, and not at all when they have none.
+///
+/// A pane that asks once more does not withdraw what it asked for before: it does that when a result comes under the id
+/// that it no longer knows. For a stream of a quiet market none comes, and it would hold its pane for good; look() finds
+/// these. Any thread.
 class RequestBook {
 public:
     using RequestPtr = std::shared_ptr<FormulaRequest>;
@@ -23,6 +26,9 @@ public:
 
     /// Enters a request; answers the one whose id it takes over, or null.
     RequestPtr enter(const QString &id, RequestPtr request);
+    /// Once in so many requests: lets go of finished ones, and answers the streams that have brought nothing since it did
+    /// so before, which are to say again what they said last. Between, nothing.
+    QVector<RequestPtr> look();
     /// Takes those of these ids out; unknown ids are passed over.
     QVector<RequestPtr> take(const QVector<QString> &ids);
     QVector<RequestPtr> takeAll();

@@ -12,17 +12,38 @@ ResultDelivery::ResultDelivery(DeliveryQueue &queue, Subject subject,
                                std::shared_ptr<const ResultCallbacks> callbacks)
     : mQueue(queue), mSubject(std::move(subject)), mCallbacks(std::move(callbacks)) {}
 
-void ResultDelivery::post(std::function<void(const ResultCallbacks &)> call) {
-    mQueue.post([self = shared_from_this(), call = std::move(call)] {
-        std::shared_ptr<const ResultCallbacks> callbacks;
+void ResultDelivery::post(Call call) {
+    mQueue.post([self = shared_from_this(), call = std::move(call)]() mutable {
+        self->mIsQuiet = false;
+        self->deliver(call, false);
+        std::lock_guard<std::mutex> hold(self->mLock);
+        self->mLast = self->mCallbacks ? std::move(call) : nullptr;
+    });
+}
+
+void ResultDelivery::repeat() {
+    mQueue.post([self = shared_from_this()] {
+        Call last;
         {
             std::lock_guard<std::mutex> hold(self->mLock);
-            callbacks = self->mCallbacks;
+            last = self->mLast;
         }
-        if (callbacks && !self->mIsWithdrawn) {
-            call(*callbacks);
+        if (last) {
+            self->deliver(last, true);
         }
     });
+}
+
+void ResultDelivery::deliver(const Call &call, bool isAgain) {
+    const std::shared_ptr<const ResultCallbacks> callbacks = this->callbacks();
+    if (callbacks && !mIsWithdrawn) {
+        call(*callbacks, isAgain);
+    }
+}
+
+std::shared_ptr<const ResultCallbacks> ResultDelivery::callbacks() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mCallbacks;
 }
 
 template <class... Result> void ResultDelivery::takeHidden(const Result &...result) {
@@ -33,18 +54,19 @@ template <class... Result> void ResultDelivery::takeHidden(const Result &...resu
 void ResultDelivery::postSeries(FormulaSeries series, bool keepRange) {
     const auto meta = std::make_shared<se::RPCFormulaMetaResult>(std::move(series.meta));
     const auto result = std::make_shared<se::RPCFormulaResult>(std::move(series.result));
-    post([this, meta, result, keepRange](const ResultCallbacks &callbacks) {
+    post([this, meta, result, keepRange](const ResultCallbacks &callbacks, bool isAgain) {
         takeHidden(*meta, *result);
         if (callbacks.onHistory) {
             const HistoryCache::Delivery delivery(mSubject.cache, mSubject.day);
-            callbacks.onHistory(meta, result, mSubject.requestId, kWholeSeries, mSubject.formula, keepRange);
+            callbacks.onHistory(meta, result, mSubject.requestId, kWholeSeries, mSubject.formula,
+                                keepRange || isAgain);
         }
     });
 }
 
 void ResultDelivery::postPoint(se::RPCFormulaInstantResult made) {
     const auto point = std::make_shared<se::RPCFormulaInstantResult>(std::move(made));
-    post([this, point](const ResultCallbacks &callbacks) {
+    post([this, point](const ResultCallbacks &callbacks, bool) {
         takeHidden(*point);
         if (callbacks.onRealtime) {
             callbacks.onRealtime(0, mSubject.requestId, point);
@@ -57,6 +79,7 @@ void ResultDelivery::finish() {
         std::shared_ptr<const ResultCallbacks> callbacks; // released without the lock
         std::lock_guard<std::mutex> hold(self->mLock);
         std::swap(callbacks, self->mCallbacks);
+        self->mLast = nullptr;
     });
 }
 
@@ -66,6 +89,7 @@ void ResultDelivery::withdraw() {
     {
         std::lock_guard<std::mutex> hold(mLock);
         callbacks = std::exchange(mCallbacks, nullptr);
+        mLast = nullptr;
     }
     if (QThread::currentThread() != mQueue.thread()) {
         // The last owner of a chart's data must not be a thread that cannot destroy it.

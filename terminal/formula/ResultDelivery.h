@@ -42,6 +42,10 @@ public:
     void postSeries(FormulaSeries series, bool keepRange);
     /// The last point, changed or new.
     void postPoint(se::RPCFormulaInstantResult point);
+    /// What was posted last, once more; nothing when there was nothing.
+    void repeat();
+    /// Whether nothing has come since this was asked before. False the first time.
+    bool wasQuiet() { return mIsQuiet.exchange(true); }
     /// Nothing is posted any more: the callbacks are released when all that was posted has come.
     void finish();
     void withdraw();
@@ -52,14 +56,20 @@ public:
     std::optional<size_t> hiddenBytes() const;
 
 private:
-    void post(std::function<void(const ResultCallbacks &)> call);
+    /// Calls with one result; `isAgain` when it was delivered before.
+    using Call = std::function<void(const ResultCallbacks &, bool isAgain)>;
+    void post(Call call);
+    void deliver(const Call &call, bool isAgain);
+    std::shared_ptr<const ResultCallbacks> callbacks() const;
     template <class... Result> void takeHidden(const Result &...result);
 
     DeliveryQueue &mQueue;
     const Subject mSubject;
     std::atomic<bool> mIsWithdrawn{false};
+    std::atomic<bool> mIsQuiet{false};
     mutable std::mutex mLock; ///< guards what follows
     std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn or finished
+    Call mLast; ///< delivered last; empty once withdrawn or finished
     HiddenVariables mHidden;
 };
 

@@ -143,6 +143,72 @@ TEST_F(FormulaServiceTest, RequestsOfHistoryThatNobodyWithdrawsDoNotAddUp) {
     mService->unrequestFormula(QStringLiteral("0")); // which is gone
 }
 
+TEST_F(FormulaServiceTest, AStreamThatWasQuietSaysItsLastResultAgainWhenManyRequestsHaveCome) {
+    request({param("series"), param("point")});
+    ASSERT_TRUE(waitForResults(2));
+    const auto requestMany = [this](const char *prefix) {
+        const int before = mReceived.size();
+        QVector<TC::CFormulaParam> params;
+        for (int i = 0; i < RequestBook::kLook; ++i) {
+            params.append(param(prefix + QString::number(i), "REALTIME", 1, kYesterday));
+        }
+        request(params);
+        return waitForResults(before + RequestBook::kLook);
+    };
+    const auto received = [this](const char *id) {
+        return std::count_if(mReceived.begin(), mReceived.end(),
+                             [id](const Received &one) { return one.id == id; });
+    };
+    ASSERT_TRUE(requestMany("a"));
+    EXPECT_EQ(received("series"), 1) << "it is not quiet yet: its series has come since it began";
+    mService->unrequestFormula("point");
+    request({param("point")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received("point") == 2; }, 10000));
+    ASSERT_TRUE(requestMany("b"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received("series") == 2; }, 10000));
+    EXPECT_EQ(received("point"), 2);
+    const auto last = [this] {
+        return *std::find_if(mReceived.rbegin(), mReceived.rend(),
+                             [](const Received &one) { return one.id == "series"; });
+    };
+    ASSERT_EQ(last().kind, Received::History);
+    EXPECT_TRUE(last().keepRange);
+    EXPECT_EQ(last().result->mValues[0], (std::vector<double>{10.0, 10.2}));
+
+    mFeed.change("SH600000", bar(kOpen + 2 * kMinute, 10.4, 10.2, 20));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received("series") == 3 && received("point") == 3; }, 10000));
+    ASSERT_TRUE(requestMany("c"));
+    ASSERT_TRUE(requestMany("d"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received("series") == 4 && received("point") == 4; }, 10000));
+    ASSERT_EQ(last().kind, Received::Point) << "what it said last was a point";
+    EXPECT_EQ(last().point->mValues[0], 10.4);
+}
+
+TEST_F(FormulaServiceTest, StreamsOfAQuietMarketThatTheirPaneHasForgottenDoNotAddUp) {
+    QString known;
+    int withdrawn = 0;
+    for (int i = 0; i < 10 * RequestBook::kLook; ++i) {
+        known = QString::number(i);
+        QVector<TC::CFormulaParam> params{param(known)};
+        bool hasCome = false;
+        mService->requestFormulas(params,
+                                  [&](const TC::FormulaMetaPtr &, const TC::FormulaResultPtr &,
+                                      const QString &id, int, const QString &, bool) {
+                                      hasCome = hasCome || id == known;
+                                      if (id != known) {
+                                          ++withdrawn;
+                                          mService->unrequestFormula(id);
+                                      }
+                                  },
+                                  {});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return hasCome; }, 10000));
+    }
+    EXPECT_GT(withdrawn, 6 * RequestBook::kLook);
+    EXPECT_LE(mService->liveRequests(), 3 * RequestBook::kLook);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mFeed.listeners() == mService->liveRequests(); }, 10000))
+        << "those that are gone do not listen";
+}
+
 TEST_F(FormulaServiceTest, HiddenLinesOfFinishedRequestsAreKeptAsLongAsThereIsRoom) {
     constexpr int kBars = 10000;
     constexpr int kRequests = 2 * RequestBook::kLook;
