@@ -9,6 +9,11 @@
 #include <utility>
 
 namespace terminal {
+namespace {
+
+constexpr int kToldInstruments = 10; ///< of one file, one by one
+
+} // namespace
 
 ImportJob::ImportJob(CMarketStore &store, QString path, ImportOptions options)
     : mStore(store), mPath(std::move(path)), mOptions(std::move(options)) {}
@@ -39,7 +44,12 @@ void ImportJob::run() {
 
 QString importedText(const ImportOutcome &outcome) {
     QStringList parts;
+    qint64 moreBars = 0; // of those that are not told one by one
     for (const ImportedBars &imported : outcome.instruments) {
+        if (parts.size() == kToldInstruments) {
+            moreBars += imported.bars;
+            continue;
+        }
         QString part = QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%4 根分钟线")
                            .arg(imported.key, dateOf(imported.firstDay).toString(QStringLiteral("yyyy-MM-dd")),
                                 dateOf(imported.lastDay).toString(QStringLiteral("yyyy-MM-dd")))
@@ -48,6 +58,10 @@ QString importedText(const ImportOutcome &outcome) {
             part += QCoreApplication::translate("ImportJob", "，%1 笔成交").arg(imported.ticks);
         }
         parts.append(part);
+    }
+    if (const auto more = static_cast<int>(outcome.instruments.size()) - parts.size(); more > 0) {
+        parts.append(
+            QCoreApplication::translate("ImportJob", "另有 %1 个证券，%2 根分钟线").arg(more).arg(moreBars));
     }
     return parts.join(QStringLiteral("；"));
 }

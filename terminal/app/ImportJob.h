@@ -41,7 +41,8 @@ private:
     std::unique_ptr<QThread> mThread;
 };
 
-/// What was imported, in words: "SZ000001 2018-01-02 至 2018-01-15，2400 根分钟线".
+/// What was imported, in words: "SZ000001 2018-01-02 至 2018-01-15，2400 根分钟线" of each of the first instruments, and
+/// how many more there are.
 QString importedText(const ImportOutcome &outcome);
 /// What was left out, in a line each: how many rows, and the first of them with their numbers and the reasons; none when
 /// all was taken, or the error tells the only one.

@@ -30,9 +30,9 @@ public:
         QSqlQuery query(mDatabase);
         EXPECT_TRUE(query.exec(QString::fromLatin1(statement))) << query.lastError().text().toStdString();
     }
-    QString ask(const char *statement) {
+    QString ask(const char *statement, int column = 0) {
         QSqlQuery query(mDatabase);
-        return query.exec(QString::fromLatin1(statement)) && query.next() ? query.value(0).toString()
+        return query.exec(QString::fromLatin1(statement)) && query.next() ? query.value(column).toString()
                                                                           : QString();
     }
 
@@ -278,6 +278,16 @@ TEST_F(CMarketStoreTest, TheCatalogueIsReadAgainWhenSomethingOfItWasWritten) {
     }
     EXPECT_NE(mStore.catalogue(), one);
     EXPECT_TRUE(mStore.catalogue()->calendar(gold().market).isTradingDay(QDate(2026, 11, 21)));
+}
+
+TEST_F(CMarketStoreTest, AnInstrumentIsFoundByItsKeyWithoutLookingAtAllOthers) {
+    constexpr int kPlanDetail = 3; // column
+    openStore();
+    const QString plan =
+        OtherConnection(storePath())
+            .ask("EXPLAIN QUERY PLAN SELECT id FROM instruments WHERE market || code = 'SHFEAU2612'",
+                 kPlanDetail);
+    EXPECT_TRUE(plan.startsWith("SEARCH instruments USING")) << plan.toStdString();
 }
 
 TEST_F(CMarketStoreTest, TheDatabaseOfAnotherProgramIsLeftAlone) {
