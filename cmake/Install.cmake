@@ -32,14 +32,33 @@ if(TIMESHARE_TERMINAL)
   # The terminal looks for its two helpers beside itself, and follows links to where it really lies.
   set(program_folder ${CMAKE_INSTALL_LIBEXECDIR}/timeshare)
   file(RELATIVE_PATH to_libraries /prefix/${program_folder} /prefix/${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(timeshare-terminal PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
-  install(TARGETS timeshare-terminal timeshare-supervisor timeshare-reader DESTINATION ${program_folder} COMPONENT terminal)
-  file(RELATIVE_PATH to_program /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${program_folder}/timeshare-terminal)
+  set(programs timeshare-terminal)
+  foreach(server timeshare-feed timeshare-load)
+    if(TARGET ${server})
+      list(APPEND programs ${server})
+    endif()
+  endforeach()
+  set_target_properties(${programs} PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
+  install(TARGETS ${programs} timeshare-supervisor timeshare-reader DESTINATION ${program_folder} COMPONENT terminal)
   file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/package)
-  file(CREATE_LINK ${to_program} ${PROJECT_BINARY_DIR}/package/timeshare-terminal SYMBOLIC)
-  install(FILES ${PROJECT_BINARY_DIR}/package/timeshare-terminal DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT terminal)
-  install(FILES docs/guide.md docs/formulas.md docs/catalogue.md docs/scripts.md
+  foreach(program ${programs})
+    file(RELATIVE_PATH to_program /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${program_folder}/${program})
+    file(CREATE_LINK ${to_program} ${PROJECT_BINARY_DIR}/package/${program} SYMBOLIC)
+    install(FILES ${PROJECT_BINARY_DIR}/package/${program} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT terminal)
+  endforeach()
+  install(FILES docs/guide.md docs/formulas.md docs/catalogue.md docs/scripts.md docs/operating.md docs/wire.md
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/timeshare-terminal COMPONENT terminal)
+
+  # What runs the servers: one script for one machine, and units of systemd, which are started by nobody but their operator.
+  if(TARGET timeshare-feed AND TARGET timeshare-load)
+    install(PROGRAMS setup/servers DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME timeshare-servers COMPONENT terminal)
+    install(PROGRAMS setup/load-inbox DESTINATION ${program_folder} COMPONENT terminal)
+    install(FILES setup/systemd/timeshare-nats.service setup/systemd/timeshare-feed.service
+      setup/systemd/timeshare-load.service setup/systemd/timeshare-load.timer
+      DESTINATION lib/systemd/system COMPONENT terminal)
+    install(FILES setup/systemd/nats.conf.example DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/timeshare-terminal
+      COMPONENT terminal)
+  endif()
 endif()
 
 include(cmake/Packages.cmake)

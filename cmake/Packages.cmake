@@ -38,6 +38,7 @@ set(CPACK_DEBIAN_TERMINAL_PACKAGE_NAME timeshare-terminal)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_DEPENDS
   "${library_package} ${same_release}, libqt5sql5-sqlite, fonts-noto-cjk, fonts-dejavu-core, tzdata, python3")
+set(CPACK_DEBIAN_TERMINAL_PACKAGE_SUGGESTS "nats-server, postgresql")
 set(CPACK_COMPONENT_TERMINAL_DESCRIPTION "Small trading terminal around the time-share chart
  Runs on a simulated market that it makes by itself, or on imported bars.")
 

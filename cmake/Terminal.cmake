@@ -73,3 +73,9 @@ if(pq_FOUND)
   add_executable(timeshare-load terminal/loader/main.cpp)
   target_link_libraries(timeshare-load PRIVATE timeshare_terminal_parts timeshare_shared)
 endif()
+
+# A terminal without windows, which the tests and measurements of whole sets of servers run many of.
+if(nats_FOUND AND pq_FOUND AND (TIMESHARE_TESTS OR TIMESHARE_BENCH))
+  add_executable(timeshare_desk bench/desk.cpp)
+  target_link_libraries(timeshare_desk PRIVATE timeshare_terminal)
+endif()

@@ -7,8 +7,9 @@
 
 namespace terminal {
 
-PastDaysWatch::PastDaysWatch(TerminalServices &services, QVector<ChartView *> views, QObject *parent)
-    : QObject(parent), mServices(services), mViews(std::move(views)) {
+PastDaysWatch::PastDaysWatch(TerminalServices &services, QVector<ChartView *> views,
+                             FollowsLatest followsLatest, QObject *parent)
+    : QObject(parent), mServices(services), mViews(std::move(views)), mFollowsLatest(std::move(followsLatest)) {
     mServices.pastDays().setListener([this](const QString &key, bool hasDays) { onDays(key, hasDays); });
 }
 
@@ -22,14 +23,22 @@ void PastDaysWatch::onDays(const QString &key, bool hasDays) {
         return;
     }
     for (ChartView *view : mViews) {
-        if (!partsOf(*mServices.store().catalogue(), view->instrument()).contains(key)) {
-            continue;
+        if (partsOf(*mServices.store().catalogue(), view->instrument()).contains(key)) {
+            showDays(*view, hasDays);
+            Q_EMIT daysChanged();
         }
-        if (hasDays && !view->isReplay()) {
-            mServices.historyCache().clear();
-            view->reload();
-        }
-        Q_EMIT daysChanged();
+    }
+}
+
+void PastDaysWatch::showDays(ChartView &view, bool hasDays) {
+    if (view.isReplay()) {
+        return;
+    }
+    const QDate shown = view.isPastDay() ? view.day() : QDate();
+    const QDate day = mFollowsLatest(view) ? mServices.latestDayOf(view.instrument()) : shown;
+    if (day != shown || hasDays) {
+        mServices.historyCache().clear();
+        view.show(QString(view.instrument()), day);
     }
 }
 

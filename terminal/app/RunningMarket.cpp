@@ -76,7 +76,7 @@ QString RunningMarket::trouble() const {
 }
 
 bool RunningMarket::setPaused(bool paused) {
-    if (mLive) {
+    if (!hasOwnMarket()) {
         return false;
     }
     if (paused) {

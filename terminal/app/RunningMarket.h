@@ -24,6 +24,10 @@ public:
     /// time, and does without when none comes. Answers an empty text or what is wrong with the address.
     QString follow(const QString &url);
     bool isFollowing() const { return mLive != nullptr; }
+    /// Whether there is a running day at all: beside the past days of a server none is made up.
+    bool hasMarket() const { return isFollowing() || hasOwnMarket(); }
+    /// Whether it is the terminal's own exchange, which can be stopped.
+    bool hasOwnMarket() const { return !isFollowing() && !mExchange.isClosed(); }
 
     void start();
     /// No listener is called afterwards.

@@ -164,16 +164,18 @@ QString TerminalServices::openMarket(const TerminalSettings &settings, const Pro
     if (!failed.isEmpty()) {
         return failed;
     }
-    const qint64 start = settings.start ? *settings.start
-                                        : marketStart(*mStore.catalogue(), QDateTime::currentMSecsSinceEpoch());
+    const QString server = settings.feed.isEmpty() ? mConfig.value(QStringLiteral("feed")) : settings.feed;
+    const bool isServed = hasServedDays(mStore);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const bool isMarketNow = isServed && server.isEmpty(); // with past days alone it is as late as it is
+    const qint64 start = settings.start.value_or(isMarketNow ? now : marketStart(*mStore.catalogue(), now));
     mClock = std::make_unique<SimulatedClock>(start, settings.speed);
     mClockInstallation = std::make_unique<Installation<TC::CHostClock>>(*mClock);
     mClock->pause(); // until all is in place
     mRunning = std::make_unique<RunningMarket>(mStore, *mClock);
-    if (hasServedDays(mStore)) {
+    if (isServed) {
         mRunning->exchange().close(); // nothing is made up beside days of a server
     }
-    const QString server = settings.feed.isEmpty() ? mConfig.value(QStringLiteral("feed")) : settings.feed;
     const QString wrong = server.isEmpty() ? QString() : mRunning->follow(server);
     if (!wrong.isEmpty()) {
         return QStringLiteral("feed: %1").arg(wrong);
@@ -362,13 +364,18 @@ QVector<QDate> TerminalServices::daysOf(const QString &key) {
             }
         }
         const QDate running = runningDayOf(key);
-        if ((mRunning->isFollowing() || (instrument->simulated && !hasServedDays(mStore))) &&
+        if (mRunning->hasMarket() && (mRunning->isFollowing() || instrument->simulated) &&
             !dates.contains(running)) {
             dates.append(running);
         }
     }
     std::sort(dates.begin(), dates.end(), [](const QDate &a, const QDate &b) { return a > b; });
     return dates;
+}
+
+QDate TerminalServices::latestDayOf(const QString &key) {
+    const QVector<QDate> known = daysOf(key);
+    return known.contains(runningDayOf(key)) ? QDate() : known.value(0);
 }
 
 void TerminalServices::awaitHistory(const QString &key, const QDate &day, std::chrono::milliseconds atMost) {
@@ -381,6 +388,15 @@ QString TerminalServices::trouble() const {
     QStringList troubles{mRunning->trouble(), mPastDays.trouble()};
     troubles.removeAll(QString());
     return troubles.join(QStringLiteral("；"));
+}
+
+QString TerminalServices::standingNotice() const {
+    QStringList texts{trouble()};
+    if (!mRunning->hasMarket()) {
+        texts.append(QObject::tr("没有实时行情（没有给出 --feed），显示的是历史行情"));
+    }
+    texts.removeAll(QString());
+    return texts.join(QStringLiteral("；"));
 }
 
 QDate TerminalServices::runningDayOf(const QString &key) const {

@@ -84,6 +84,8 @@ public:
     void awaitHistory(const QString &key, const QDate &day, std::chrono::milliseconds atMost);
     /// What is missing of what servers have, and since when; empty when nothing is.
     QString trouble() const;
+    /// What a status line tells as long as it holds: that, and that there is no running market where there is none.
+    QString standingNotice() const;
     HistoryCache &historyCache() { return mCache; }
     FormulaMessages &messages() { return mMessages; }
     TradeService &trade() { return *mTrade; }
@@ -119,6 +121,9 @@ public:
     QVector<QuoteList> sectorsOf(const QString &key) const;
     /// Trading days of an instrument that can be shown, the newest first: those stored and the running one.
     QVector<QDate> daysOf(const QString &key);
+    /// The day of an instrument that is shown where none is chosen: null for the running one, which is live, and where there is no
+    /// running market the newest that is known.
+    QDate latestDayOf(const QString &key);
     /// The running trading day of an instrument; null for an unknown one.
     QDate runningDayOf(const QString &key) const;
 

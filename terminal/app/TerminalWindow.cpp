@@ -42,7 +42,7 @@ const QString kDefaultPanes = QStringLiteral("1");
 TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     : QWidget(parent), mServices(services), mView(new ChartView(services.chartSources(), this)),
       mFormulas(new FormulaPanel(this)), mMessages(new MessagePanel(services.messages(), this)),
-      mControls(new ControlRow(this, !services.running().isFollowing())), mStatus(new StatusLine(this)),
+      mControls(new ControlRow(this, services.running().hasOwnMarket())), mStatus(new StatusLine(this)),
       mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
       mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)),
       mMemory(std::make_unique<ViewMemory>(services.config(), *mView, services.clock(), *this)) {
@@ -154,7 +154,8 @@ void TerminalWindow::connectChart() {
         mView->setFocus();
     });
     connect(mLists, &QuoteLists::chosen, this, [this](const QString &key) { showInstrument(key); });
-    const auto *pastDays = new PastDaysWatch(mServices, {mView}, this);
+    const auto *pastDays = new PastDaysWatch(
+        mServices, {mView}, [this](const ChartView &) { return !mIsDayChosen; }, this);
     connect(pastDays, &PastDaysWatch::instrumentsCame, this, &TerminalWindow::refreshSearch);
     connect(pastDays, &PastDaysWatch::daysChanged, this, &TerminalWindow::refreshDays);
     connect(mLists, &QuoteLists::refused, this, [this](const QString &reason) { say(reason, true); });
@@ -174,23 +175,22 @@ void TerminalWindow::tellMessages() {
 }
 
 bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
-    const QVector<QDate> known = mServices.daysOf(key);
     const QDate running = mServices.runningDayOf(key);
+    const QDate latest = mServices.latestDayOf(key);
     if (mServices.nameOf(key).isEmpty()) {
         say(tr("没有找到“%1”，相近的有：%2")
                 .arg(key, mSearch.nearest(key, InstrumentSearch::kNearest).join(tr("，"))),
             true);
         return false;
     }
-    if (day.isValid() && !known.contains(day)) {
+    if (day.isValid() && !mServices.daysOf(key).contains(day)) {
         say(tr("%1 在 %2 没有行情").arg(key, day.toString(Qt::ISODate)), true);
         return false;
     }
-    // The running day is shown live; where the exchange does not run the instrument, its newest stored one.
-    const bool live = known.contains(running) && (!day.isValid() || day == running);
+    mIsDayChosen = day.isValid() && day != (latest.isValid() ? latest : running);
     mReplay->end();
     mServices.historyCache().clear();
-    mView->show(key, live ? QDate() : day.isValid() ? day : known.value(0));
+    mView->show(key, mIsDayChosen ? day : latest);
     mRunningDay = running;
     if (!mMemory->isStarted()) {
         mMemory->restoreChart();
@@ -426,7 +426,7 @@ void TerminalWindow::onSecond() {
     tellMessages();
     refreshControls();
     mStatus->setMarketTime(mServices.clock().currentDateTime());
-    mStatus->setTrouble(mServices.trouble());
+    mStatus->setTrouble(mServices.standingNotice());
     const QString key = mView->instrument();
     const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
     if (running != mRunningDay && !key.isEmpty()) {

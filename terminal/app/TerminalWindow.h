@@ -126,6 +126,7 @@ private:
     QPointer<ImportDialog> mImportDialog;
     QTimer mSecond; ///< shows the market's time, and notices a new trading day
     QDate mRunningDay;
+    bool mIsDayChosen = false; ///< another than the latest
     int mMessagesTold = 0;
 };
 

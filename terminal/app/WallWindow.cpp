@@ -2,11 +2,13 @@
 
 #include "terminal/app/ChartView.h"
 #include "terminal/app/PastDaysWatch.h"
+#include "terminal/app/StatusLine.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/WindowColors.h"
 #include "terminal/app/WindowSize.h"
 
 #include <QGridLayout>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -21,14 +23,18 @@ constexpr int kLook = 1000; ///< milliseconds
 } // namespace
 
 WallWindow::WallWindow(TerminalServices &services, int count, QWidget *parent)
-    : QWidget(parent), mServices(services) {
+    : QWidget(parent), mServices(services), mStatus(new StatusLine(this)) {
     setObjectName(QStringLiteral("wall_window"));
     setWindowTitle(tr("分时行情墙"));
     setAutoFillBackground(true);
     count = std::clamp(count, 1, kMostWallViews);
     const int columns = static_cast<int>(std::ceil(std::sqrt(count)));
-    auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    auto *grid = new QGridLayout;
+    rows->addLayout(grid, 1);
+    rows->addWidget(mStatus);
     grid->setSpacing(kGap);
     for (int i = 0; i < count; ++i) {
         auto *view = new ChartView(services.chartSources(), this);
@@ -37,9 +43,11 @@ WallWindow::WallWindow(TerminalServices &services, int count, QWidget *parent)
         mViews.append(view);
     }
     onUiResourceChanged();
-    connect(&mSecond, &QTimer::timeout, this, &WallWindow::followDay);
+    onSecond();
+    connect(&mSecond, &QTimer::timeout, this, &WallWindow::onSecond);
     mSecond.start(kLook);
-    new PastDaysWatch(mServices, mViews, this);
+    new PastDaysWatch(
+        mServices, mViews, [](const ChartView &) { return true; }, this);
 }
 
 QStringList WallWindow::instrumentsFrom(const QString &first) const {
@@ -60,24 +68,24 @@ void WallWindow::showFrom(const QString &first) {
     const QStringList keys = instrumentsFrom(first);
     mServices.historyCache().clear();
     for (int i = 0; i < mViews.size(); ++i) {
-        showLive(*mViews[i], keys[i % keys.size()]);
+        showLatest(*mViews[i], keys[i % keys.size()]);
     }
 }
 
-/// The running day is shown live; where the exchange does not run the instrument, its newest stored one.
-void WallWindow::showLive(ChartView &view, const QString &key) {
-    const QDate running = mServices.runningDayOf(key);
-    const QVector<QDate> known = mServices.daysOf(key);
-    view.show(key, known.contains(running) ? QDate() : known.value(0));
-    mRunningDays[&view] = running;
+void WallWindow::showLatest(ChartView &view, const QString &key) {
+    view.show(key, mServices.latestDayOf(key));
+    mRunningDays[&view] = mServices.runningDayOf(key);
 }
 
-void WallWindow::followDay() {
+void WallWindow::onSecond() {
+    const QString notice = mServices.standingNotice();
+    mStatus->setVisible(!notice.isEmpty());
+    mStatus->setTrouble(notice);
     for (ChartView *view : mViews) {
         const QString key = view->instrument();
         if (!key.isEmpty() && mServices.runningDayOf(key) != mRunningDays.value(view)) {
             mServices.historyCache().clear();
-            showLive(*view, key);
+            showLatest(*view, key);
         }
     }
 }

@@ -12,9 +12,11 @@
 namespace terminal {
 
 class ChartView;
+class StatusLine;
 class TerminalServices;
 
-/// A wall of whole views on the running day, row by row, each of another instrument with two formula panes.
+/// A wall of whole views on the running day, row by row, each of another instrument with two formula panes. Where there is no
+/// running market each shows its newest day. A line beneath them tells what is missing, while something is.
 class WallWindow : public QWidget, public GZ::CUiResourceChangeHandler {
     Q_OBJECT
 public:
@@ -30,13 +32,14 @@ public:
 
 private:
     QStringList instrumentsFrom(const QString &first) const;
-    void showLive(ChartView &view, const QString &key);
-    void followDay();
+    void showLatest(ChartView &view, const QString &key);
+    void onSecond();
 
     TerminalServices &mServices;
     QVector<ChartView *> mViews;
     QHash<const ChartView *, QDate> mRunningDays;
-    QTimer mSecond; ///< notices a new trading day
+    StatusLine *mStatus;
+    QTimer mSecond; ///< notices a new trading day and what is missing
 };
 
 } // namespace terminal

@@ -21,11 +21,30 @@ QString readSecrets(const QString &path, FeedAddress &address) {
         address.credentialsFile = QFile::encodeName(path);
         return {};
     }
-    return takeSecretLines(
-        path, content, {{"user", &address.user}, {"password", &address.password}, {"token", &address.token}});
+    return takeSecretLines(path, content,
+                           {{"user", &address.user},
+                            {"password", &address.password},
+                            {"token", &address.token},
+                            {"nkey", &address.nkey},
+                            {"seed", &address.seed}});
+}
+
+/// What is wrong with secrets that go together; empty when nothing is.
+QString pairFault(const FeedAddress &address) {
+    if (address.nkey.isEmpty() != address.seed.isEmpty()) {
+        return QStringLiteral("the credentials lack one of nkey= and seed=: give both");
+    }
+    if (address.certificateFile.isEmpty() != address.keyFile.isEmpty()) {
+        return QStringLiteral("one of TIMESHARE_FEED_CERTIFICATE and TIMESHARE_FEED_KEY is missing: give both");
+    }
+    return {};
 }
 
 } // namespace
+
+QByteArray FeedAddress::host() const {
+    return QUrl(QString::fromUtf8(url)).host().toUtf8();
+}
 
 QString addressFault(const QString &url) {
     const QUrl parsed(url, QUrl::StrictMode);
@@ -62,10 +81,18 @@ QString readAddress(const QString &url, FeedAddress &address) {
     address.user = qgetenv("TIMESHARE_FEED_USER");
     address.password = qgetenv("TIMESHARE_FEED_PASSWORD");
     address.token = qgetenv("TIMESHARE_FEED_TOKEN");
-    address.caFile = qgetenv("TIMESHARE_FEED_CA");
-    const QString wrong = certificateFault(QFile::decodeName(address.caFile));
+    QString wrong;
+    const auto certificate = [&wrong](const char *name) {
+        const QByteArray path = qgetenv(name);
+        wrong = wrong.isEmpty() ? certificateFault(QFile::decodeName(path)) : wrong;
+        return path;
+    };
+    address.caFile = certificate("TIMESHARE_FEED_CA");
+    address.certificateFile = certificate("TIMESHARE_FEED_CERTIFICATE");
+    address.keyFile = certificate("TIMESHARE_FEED_KEY");
     const QString file = QFile::decodeName(qgetenv("TIMESHARE_FEED_CREDENTIALS"));
-    return !wrong.isEmpty() || file.isEmpty() ? wrong : readSecrets(file, address);
+    wrong = wrong.isEmpty() && !file.isEmpty() ? readSecrets(file, address) : wrong;
+    return wrong.isEmpty() ? pairFault(address) : wrong;
 }
 
 } // namespace terminal

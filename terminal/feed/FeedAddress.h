@@ -8,17 +8,22 @@ namespace terminal {
 /// Where a feed's server is, and what it wants to see. The secrets come from the environment or from a file that the
 /// environment names, never with the address: that is seen by others.
 ///
-/// TIMESHARE_FEED_USER and _PASSWORD, or _TOKEN; TIMESHARE_FEED_CREDENTIALS names a file with lines such as user=...,
-/// password=..., token=..., or one that the server's own tools have made. TIMESHARE_FEED_CA names a file of the certificates
-/// that are trusted.
+/// TIMESHARE_FEED_USER and _PASSWORD, or _TOKEN; TIMESHARE_FEED_CREDENTIALS names a file with lines user=... and password=...,
+/// token=..., or nkey=U... and seed=SU..., or one that the server's own tools have made. TIMESHARE_FEED_CA names a file of the
+/// certificates that are trusted, TIMESHARE_FEED_CERTIFICATE and _KEY those by which this side is known.
 struct FeedAddress {
     QByteArray url; ///< nats://HOST:PORT or tls://HOST:PORT
     QByteArray user;
     QByteArray password;
     QByteArray token;
+    QByteArray nkey; ///< public key
+    QByteArray seed; ///< of its private one
     QByteArray credentialsFile; ///< of the server's tools
     QByteArray caFile;
+    QByteArray certificateFile;
+    QByteArray keyFile;
 
+    QByteArray host() const; ///< without the brackets of a numeric one
     bool isEncrypted() const { return url.startsWith("tls://"); }
 };
 

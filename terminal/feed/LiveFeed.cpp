@@ -1,6 +1,7 @@
 #include "terminal/feed/LiveFeed.h"
 
 #include "terminal/feed/WireSubject.h"
+#include "terminal/threads/SteadyTime.h"
 
 #include <QDateTime>
 
@@ -317,7 +318,9 @@ void LiveFeed::onClock(const QByteArray &bytes) {
 
 void LiveFeed::postHandOutLocked() {
     if (!mIsStopped && !std::exchange(mIsHandOutPosted, true)) {
-        mListeners->post([this] { handOut(); });
+        const auto sinceLast =
+            static_cast<int>(std::min<qint64>(steadyMilliseconds() - mHandedOut, mTimes.pause));
+        mListeners->postAfter(mTimes.pause - sinceLast, [this] { handOut(); });
     }
 }
 
@@ -327,6 +330,7 @@ void LiveFeed::handOut() {
     {
         std::lock_guard<std::mutex> hold(mLock);
         mIsHandOutPosted = false;
+        mHandedOut = steadyMilliseconds();
         for (const auto &[id, subscriber] : mSubscribers) {
             const auto found = mFollowed.find(subscriber->key);
             if (found == mFollowed.end() || !found->second->hasNews) {

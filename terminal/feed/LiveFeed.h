@@ -17,7 +17,8 @@ namespace terminal {
 ///
 /// It listens to what somebody has subscribed to or has asked for lately, and to nothing else. No operation waits for the
 /// server: a day is answered as far as it has come, and what comes later, the morning from the stream included, reaches
-/// the listeners. What the server sends is merged at once and handed out together: no more than the minutes of a day wait.
+/// the listeners. What the server sends is merged at once and handed out together, at once after a pause and in a burst with
+/// pauses in between that leave the listeners time: no more than the minutes of a day wait.
 class LiveFeed : public MarketFeed {
 public:
     /// What the feed has to know of its market. Any thread.
@@ -32,6 +33,7 @@ public:
         int silence = 3000; ///< without a beat
         int interest = 30000; ///< in an instrument that was asked for and that nobody has subscribed to
         int retry = 1000; ///< between readings of the stream that fail
+        int pause = 12; ///< between turns of handing out
     };
 
     /// The line and the feed of past days outlive it.
@@ -86,6 +88,7 @@ private:
     FeedReport mReport; ///< but for what is behind
     qint64 mLastBeat = 0; ///< by the terminal's clock
     bool mIsHandOutPosted = false;
+    qint64 mHandedOut = 0; ///< last time, in steady milliseconds
     bool mIsStopped = false;
 
     std::unique_ptr<Worker> mListeners; ///< calls them

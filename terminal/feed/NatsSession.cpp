@@ -9,6 +9,19 @@ constexpr int kConnectWait = 2000; ///< milliseconds
 constexpr int kPingInterval = 1000; ///< milliseconds; a server that is still there answers within
 constexpr int kPingsUnanswered = 3;
 
+/// Signs what the server asks, by the seed of an address.
+natsStatus sign(char **, unsigned char **signature, int *length, const char *question, void *address) {
+    return nats_Sign(static_cast<const FeedAddress *>(address)->seed.constData(), question, signature, length);
+}
+
+/// Why the last call of this thread has failed, in one line.
+QString reasonOf(natsStatus status) {
+    const QString detail = QString::fromUtf8(nats_GetLastError(nullptr)).simplified();
+    const QString text = QString::fromUtf8(natsStatus_GetText(status));
+    return detail.isEmpty() || detail == text ? text : QStringLiteral("%1: %2").arg(text, detail);
+}
+
+/// The address stays where it is until the connection is made.
 natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *name) {
     natsStatus status = natsOptions_SetURL(options, address.url.constData());
     const auto then = [&status](auto &&set, auto &&...values) {
@@ -26,14 +39,23 @@ natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *n
     if (!address.token.isEmpty()) {
         then(natsOptions_SetToken, options, address.token.constData());
     }
+    if (!address.nkey.isEmpty()) {
+        then(natsOptions_SetNKey, options, address.nkey.constData(), &sign,
+             const_cast<FeedAddress *>(&address));
+    }
     if (!address.credentialsFile.isEmpty()) {
         then(natsOptions_SetUserCredentialsFromFiles, options, address.credentialsFile.constData(), nullptr);
     }
     if (address.isEncrypted()) {
         then(natsOptions_SetSecure, options, true);
+        then(natsOptions_SetExpectedHostname, options, address.host().constData()); // else any name would do
     }
     if (!address.caFile.isEmpty()) {
         then(natsOptions_LoadCATrustedCertificates, options, address.caFile.constData());
+    }
+    if (!address.certificateFile.isEmpty()) {
+        then(natsOptions_LoadCertificatesChain, options, address.certificateFile.constData(),
+             address.keyFile.constData());
     }
     return status;
 }
@@ -50,8 +72,7 @@ std::unique_ptr<NatsSession> NatsSession::open(const FeedAddress &address, const
     natsOptions_Destroy(options);
     if (status != NATS_OK) {
         const bool isRefused = status == NATS_CONNECTION_AUTH_FAILED || status == NATS_NOT_PERMITTED;
-        failure = {isRefused ? LineState::Refused : LineState::Connecting,
-                   QString::fromUtf8(natsStatus_GetText(status))};
+        failure = {isRefused ? LineState::Refused : LineState::Connecting, reasonOf(status)};
         return nullptr;
     }
     return std::unique_ptr<NatsSession>(new NatsSession(connection));

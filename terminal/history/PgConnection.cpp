@@ -3,7 +3,10 @@
 #include <QtEndian>
 
 #include <cstring>
+#include <linux/tcp.h>
+#include <netinet/in.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <utility>
 #include <vector>
 
@@ -154,6 +157,25 @@ HistoryFailure PgConnection::poll() {
     return failure;
 }
 
+/// Since the beginning of the connection; 0 for one that is none of TCP.
+qint64 PgConnection::receivedBytes() const {
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    return getsockopt(PQsocket(mConnection.get()), IPPROTO_TCP, TCP_INFO, &info, &size) == 0
+               ? static_cast<qint64>(info.tcpi_bytes_received)
+               : 0;
+}
+
+/// Takes what the server has sent, as long as that is no more than an answer may have. The library would keep all of it.
+HistoryFailure PgConnection::take() {
+    if (receivedBytes() - mReceivedBefore > kMostBytes) {
+        close();
+        return {HistoryTrouble::Failed,
+                QStringLiteral("an answer of more than %1 MB").arg(kMostBytes / 1024 / 1024)};
+    }
+    return PQconsumeInput(mConnection.get()) ? HistoryFailure() : lost();
+}
+
 HistoryFailure PgConnection::flush(Time end) {
     for (int left = PQflush(mConnection.get()); left != 0; left = PQflush(mConnection.get())) {
         if (left < 0) {
@@ -162,8 +184,9 @@ HistoryFailure PgConnection::flush(Time end) {
         if (!waitFor(POLLIN | POLLOUT, end)) {
             return slow();
         }
-        if (!PQconsumeInput(mConnection.get())) { // the server may wait for that
-            return lost();
+        HistoryFailure failure = take(); // the server may wait for that
+        if (!failure.isNone()) {
+            return failure;
         }
     }
     return {};
@@ -178,11 +201,9 @@ HistoryFailure PgConnection::finish(PgRows *rows) {
     }
     for (;;) {
         while (PQisBusy(mConnection.get())) {
-            if (!waitFor(POLLIN, end)) {
-                return slow();
-            }
-            if (!PQconsumeInput(mConnection.get())) {
-                return lost();
+            HistoryFailure ended = waitFor(POLLIN, end) ? take() : slow();
+            if (!ended.isNone()) {
+                return ended;
             }
         }
         PGresult *result = PQgetResult(mConnection.get());
@@ -222,6 +243,7 @@ HistoryFailure PgConnection::ask(const char *statement, const Values &values, Pg
     for (const QByteArray &value : values) {
         texts.push_back(value.isNull() ? nullptr : value.constData());
     }
+    mReceivedBefore = receivedBytes();
     constexpr int kBinary = 1;
     if (!PQsendQueryParams(mConnection.get(), statement, static_cast<int>(texts.size()), nullptr, texts.data(),
                            nullptr, nullptr, kBinary)) {

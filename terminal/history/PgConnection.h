@@ -38,6 +38,8 @@ public:
     using Values = QVector<QByteArray>;
     /// Hands over the next bytes to send; empty at the end.
     using NextBytes = std::function<QByteArray()>;
+    /// Of one answer; a server that sends more is left. The instruments of a market of 100 000 take a third of it.
+    static constexpr qint64 kMostBytes = 64 * 1024 * 1024;
 
     /// `options` are settings of the session, as in "-c lock_timeout=5s".
     PgConnection(const HistoryAddress &address, QByteArray options, std::chrono::milliseconds patience);
@@ -59,6 +61,8 @@ private:
     Time deadline() const { return std::chrono::steady_clock::now() + mPatience; }
     bool waitFor(short events, Time end) const;
     HistoryFailure poll();
+    HistoryFailure take();
+    qint64 receivedBytes() const;
     HistoryFailure flush(Time end);
     HistoryFailure finish(PgRows *rows);
     HistoryFailure lost();
@@ -68,6 +72,7 @@ private:
     const QByteArray mOptions;
     const std::chrono::milliseconds mPatience;
     std::atomic<bool> mIsInterrupted{false};
+    qint64 mReceivedBefore = 0; ///< bytes, in front of the answer under way
     std::unique_ptr<PGconn, void (*)(PGconn *)> mConnection{nullptr, &PQfinish};
 };
 

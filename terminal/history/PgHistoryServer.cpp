@@ -6,6 +6,8 @@
 namespace terminal {
 namespace {
 
+constexpr int kMostBars = 1440; ///< of a day; one with more is no day, and not all of it is taken to tell
+
 /// A terminal reads, and a statement that it no longer waits for ends by itself.
 QByteArray readersOptions(std::chrono::milliseconds patience) {
     return "-c default_transaction_read_only=on -c statement_timeout=" +
@@ -58,13 +60,13 @@ HistoryFailure PgHistoryServer::days(const QString &key, QVector<ListedDay> &day
 HistoryFailure PgHistoryServer::read(const QString &key, const QVector<int> &days, QVector<ServedDay> &served) {
     PgRows rows;
     HistoryFailure failure =
-        ask("SELECT b.day - date '1970-01-01', d.bars, d.previous_close, "
-            "array_to_string(d.sessions, ','), b.time, b.open, b.high, b.low, b.price, b.average, "
-            "b.volume, b.amount FROM timeshare.days d JOIN timeshare.minute_bars b "
-            "ON b.instrument = d.instrument AND b.day = d.day "
+        ask("SELECT d.day - date '1970-01-01', d.bars, d.previous_close, array_to_string(d.sessions, ','), b.* "
+            "FROM timeshare.days d CROSS JOIN LATERAL "
+            "(SELECT time, open, high, low, price, average, volume, amount FROM timeshare.minute_bars b "
+            "WHERE b.instrument = d.instrument AND b.day = d.day ORDER BY time LIMIT $3::integer) b "
             "WHERE d.instrument = (SELECT id FROM timeshare.instruments WHERE key = $1) "
-            "AND d.day = ANY ($2::date[]) AND b.day = ANY ($2::date[]) ORDER BY b.day, b.time",
-            {key.toUtf8(), pgDates(days)}, rows);
+            "AND d.day = ANY ($2::date[]) ORDER BY d.day, b.time",
+            {key.toUtf8(), pgDates(days), QByteArray::number(kMostBars + 1)}, rows);
     for (int row = 0; row < rows.count(); ++row) {
         const int day = dayOfPgDate(rows.whole(row, 0));
         if (served.isEmpty() || served.last().day != day) {

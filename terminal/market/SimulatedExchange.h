@@ -27,6 +27,7 @@ public:
     /// Another market runs the day: from now on this one makes up nothing, and answers what is stored. Before any other
     /// call.
     void close() { mIsClosed = true; }
+    bool isClosed() const { return mIsClosed; }
     /// Runs on a thread of its own until stop(): looks at the clock some times a second.
     void start();
     /// Ends that thread. No listener is called afterwards.

@@ -19,7 +19,8 @@ class FeedAddressTest : public ::testing::Test {
 protected:
     ~FeedAddressTest() override {
         for (const char *name : {"TIMESHARE_FEED_USER", "TIMESHARE_FEED_PASSWORD", "TIMESHARE_FEED_TOKEN",
-                                 "TIMESHARE_FEED_CREDENTIALS", "TIMESHARE_FEED_CA"}) {
+                                 "TIMESHARE_FEED_CREDENTIALS", "TIMESHARE_FEED_CA",
+                                 "TIMESHARE_FEED_CERTIFICATE", "TIMESHARE_FEED_KEY"}) {
             qunsetenv(name);
         }
     }
@@ -170,4 +171,24 @@ TEST(FollowedClockTest, TheClockStopsWithTheMarketAndGoesOnWithIt) {
     followed.onBeat({1, 2, 0, 1000700, 0.0});
     EXPECT_TRUE(clock.isPaused());
     EXPECT_EQ(clock.now(), 1000700);
+}
+
+TEST_F(FeedAddressTest, AKeyAndItsSeedGoTogether) {
+    qputenv("TIMESHARE_FEED_CREDENTIALS", QFile::encodeName(write("nkey=UA\nseed=SUB\n")));
+    EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(), "");
+    EXPECT_EQ(mAddress.nkey, "UA");
+    EXPECT_EQ(mAddress.seed, "SUB");
+    write("seed=SUB\n");
+    EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(),
+              "the credentials lack one of nkey= and seed=: give both");
+}
+
+TEST_F(FeedAddressTest, ACertificateAndItsKeyGoTogether) {
+    qputenv("TIMESHARE_FEED_CERTIFICATE", "/own.pem");
+    EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(),
+              "one of TIMESHARE_FEED_CERTIFICATE and TIMESHARE_FEED_KEY is missing: give both");
+    qputenv("TIMESHARE_FEED_KEY", "/own.key");
+    EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(), "");
+    EXPECT_EQ(mAddress.certificateFile, "/own.pem");
+    EXPECT_EQ(mAddress.keyFile, "/own.key");
 }

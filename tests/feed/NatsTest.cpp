@@ -2,9 +2,7 @@
 
 #ifdef TIMESHARE_WITH_NATS
 
-#include "terminal/feeder/NatsSink.h"
-#include "tests/feed/LiveFeedFixture.h"
-#include "tests/feed/NatsServer.h"
+#include "tests/feed/NatsFixture.h"
 
 #include <QJsonDocument>
 #include <arpa/inet.h>
@@ -15,34 +13,8 @@ using tests::eventually;
 
 namespace {
 
-class NatsTest : public tests::LiveFeedFixture {
+class NatsTest : public tests::NatsFixture {
 protected:
-    ~NatsTest() override {
-        mFeed.reset();
-        mLine.reset();
-        for (const char *name : {"TIMESHARE_FEED_USER", "TIMESHARE_FEED_PASSWORD"}) {
-            qunsetenv(name);
-        }
-    }
-    void openLine(const LiveFeed::Times &times = {}) {
-        FeedAddress address;
-        ASSERT_EQ(readAddress(mServer.url(), address).toStdString(), "");
-        mLine = makeNatsLine(address);
-        openFeed(*mLine, times);
-    }
-    void openSink() {
-        FeedAddress address;
-        ASSERT_EQ(readAddress(mServer.url(), address).toStdString(), "");
-        LineFailure failure;
-        ASSERT_TRUE(eventually([&] { return (mSink = NatsSink::open(address, failure)) != nullptr; }))
-            << failure.reason.toStdString();
-    }
-    bool publish(const QString &key, const WireBar &record) {
-        const QByteArray bytes = encodeWire(record);
-        const bool isSent = record.kind == WireKind::Minute ? mSink->keep(minuteSubject(key), bytes)
-                                                            : mSink->send(changeSubject(key), bytes);
-        return isSent && mSink->confirm();
-    }
     /// What the server's monitor says of the terminal's connection, with its subscriptions.
     QByteArray connections() {
         const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -76,10 +48,6 @@ protected:
         }
         return subjects;
     }
-
-    tests::NatsServer mServer;
-    std::unique_ptr<NatsSink> mSink;
-    std::unique_ptr<FeedLine> mLine;
 };
 
 } // namespace
@@ -87,7 +55,7 @@ protected:
 TEST_F(NatsTest, AMorningComesFromTheStreamAndTheRestLive) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
-    openSink();
+    openSink(mServer.url());
     Bars whole;
     for (int minute = 571; minute < 691; ++minute) {
         ASSERT_TRUE(
@@ -95,7 +63,7 @@ TEST_F(NatsTest, AMorningComesFromTheStreamAndTheRestLive) {
         whole.push_back(barOf(minute, minute * 0.01));
     }
     ASSERT_TRUE(mSink->confirm());
-    openLine();
+    openLine(mServer.url());
     listen("SH600000");
     ASSERT_TRUE(eventually([&] { return isWhole() && heard("SH600000") == whole; }));
     whole.push_back(barOf(691, 7.0));
@@ -107,8 +75,8 @@ TEST_F(NatsTest, AMorningComesFromTheStreamAndTheRestLive) {
 TEST_F(NatsTest, TheServerSendsWhatIsShownAndNothingElse) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
-    openSink();
-    openLine();
+    openSink(mServer.url());
+    openLine(mServer.url());
     listen("SH600000");
     listen("SZ000001");
     ASSERT_TRUE(eventually([&] { return isWhole(); }));
@@ -120,8 +88,8 @@ TEST_F(NatsTest, TheServerSendsWhatIsShownAndNothingElse) {
 TEST_F(NatsTest, AServerThatIsKilledComesBackAndNothingIsLost) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
-    openSink();
-    openLine();
+    openSink(mServer.url());
+    openLine(mServer.url());
     listen("SH600000");
     ASSERT_TRUE(eventually([&] { return isWhole(); }));
     ASSERT_TRUE(publish("SH600000", changeOf(1, 571, 10.1)));
@@ -132,7 +100,7 @@ TEST_F(NatsTest, AServerThatIsKilledComesBackAndNothingIsLost) {
     EXPECT_THAT(text(), ::testing::HasSubstr("行情服务器连接不上（自 "));
     EXPECT_EQ(heard("SH600000"), Bars{barOf(571, 10.1)});
     ASSERT_TRUE(mServer.start());
-    openSink();
+    openSink(mServer.url());
     // Before the terminal is back.
     ASSERT_TRUE(publish("SH600000", changeOf(2, 572, 10.2)));
     ASSERT_TRUE(publish("SH600000", keptOf(2, 572, 10.2)));
@@ -146,8 +114,8 @@ TEST_F(NatsTest, AServerThatIsKilledComesBackAndNothingIsLost) {
 TEST_F(NatsTest, AGapIsFilledFromTheStream) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
-    openSink();
-    openLine();
+    openSink(mServer.url());
+    openLine(mServer.url());
     listen("SH600000");
     ASSERT_TRUE(eventually([&] { return isWhole(); }));
     ASSERT_TRUE(publish("SH600000", changeOf(1, 571, 10.1)));
@@ -162,8 +130,8 @@ TEST_F(NatsTest, AGapIsFilledFromTheStream) {
 TEST_F(NatsTest, DoubledAndLateMessagesChangeNothing) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
-    openSink();
-    openLine();
+    openSink(mServer.url());
+    openLine(mServer.url());
     listen("SH600000");
     ASSERT_TRUE(eventually([&] { return isWhole(); }));
     for (const WireBar &record :
@@ -182,8 +150,8 @@ TEST_F(NatsTest, AServerThatStandsStillIsToldAsASilentMarket) {
     ASSERT_TRUE(mServer.start());
     LiveFeed::Times times;
     times.silence = 100;
-    openSink();
-    openLine(times);
+    openSink(mServer.url());
+    openLine(mServer.url(), times);
     ASSERT_TRUE(eventually([&] { return mFeed->report().line == LineState::Connected; }));
     quint64 beat = 0;
     ASSERT_TRUE(eventually([&] {
@@ -199,37 +167,14 @@ TEST_F(NatsTest, AServerThatStandsStillIsToldAsASilentMarket) {
     }));
 }
 
-TEST_F(NatsTest, AWrongPasswordIsToldAndNowhereWritten) {
-    TIMESHARE_NEEDS_NATS();
-    const QStringList guarded{"--user", "desk", "--pass", "right-one"};
-    ASSERT_TRUE(mServer.start(guarded));
-    qputenv("TIMESHARE_FEED_USER", "desk");
-    qputenv("TIMESHARE_FEED_PASSWORD", "hush-hush");
-    ::testing::internal::CaptureStderr();
-    openLine();
-    EXPECT_TRUE(eventually([&] { return mFeed->report().line == LineState::Refused; }));
-    EXPECT_THAT(text(), ::testing::HasSubstr("行情服务器不接受登录凭据（自 "));
-    LineFailure failure;
-    FeedAddress address;
-    ASSERT_EQ(readAddress(mServer.url(), address).toStdString(), "");
-    EXPECT_EQ(NatsSink::open(address, failure), nullptr);
-    EXPECT_EQ(failure.state, LineState::Refused);
-    EXPECT_FALSE(failure.reason.contains("hush"));
-    mFeed->stop();
-    EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::Not(::testing::HasSubstr("hush")));
-    EXPECT_FALSE(mServer.log().contains("hush"));
-    qputenv("TIMESHARE_FEED_PASSWORD", "right-one");
-    openSink();
-}
-
 TEST_F(NatsTest, AServerThatComesLaterIsFound) {
     TIMESHARE_NEEDS_NATS();
     ASSERT_TRUE(mServer.start());
     mServer.kill(); // its port is known now
-    openLine();
+    openLine(mServer.url());
     listen("SH600000");
     ASSERT_TRUE(mServer.start());
-    openSink();
+    openSink(mServer.url());
     ASSERT_TRUE(publish("SH600000", keptOf(1, 571, 10.1)));
     EXPECT_TRUE(eventually([&] { return isWhole() && heard("SH600000").size() == 1; }));
 }

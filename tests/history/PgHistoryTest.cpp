@@ -7,11 +7,7 @@
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/history/PgSchema.h"
 #include "terminal/history/ServerHistory.h"
-#include "terminal/loader/LoadBatch.h"
-#include "terminal/loader/PgLoader.h"
-#include "terminal/market/MarketDate.h"
-#include "tests/history/PgServer.h"
-#include "tests/history/ScriptedServer.h"
+#include "tests/history/PgHistoryFixture.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -26,85 +22,13 @@ using tests::minutesOf;
 
 namespace {
 
-const QDate kDate(2025, 11, 21);
+using tests::kDate;
 const char *const kSecrets[] = {"owner-secret", "reader-secret", "loader-secret", "wrong-secret"};
 
-/// One server for all tests, with a database of its own for each.
-class PgHistoryTest : public ::testing::Test {
-protected:
-    static tests::PgServer *&server() {
-        static tests::PgServer *theServer = nullptr;
-        return theServer;
-    }
-    static void SetUpTestSuite() {
-        if (!tests::PgServer::isInstalled()) {
-            return;
-        }
-        server() = new tests::PgServer;
-        ASSERT_TRUE(server()->start()) << server()->log().constData();
-        tests::PgServer::Admin admin = server()->admin("postgres");
-        ASSERT_TRUE(admin.run("CREATE ROLE timeshare_reader NOLOGIN").isNone());
-        ASSERT_TRUE(
-            admin.run("CREATE ROLE reader LOGIN PASSWORD 'reader-secret' IN ROLE timeshare_reader").isNone());
-        ASSERT_TRUE(admin.run("CREATE ROLE loader LOGIN PASSWORD 'loader-secret'").isNone());
-    }
-    static void TearDownTestSuite() {
-        delete server();
-        server() = nullptr;
-    }
-    void SetUp() override {
-        TIMESHARE_NEEDS_POSTGRES();
-        tests::PgServer::Admin admin = server()->admin("postgres");
-        ASSERT_TRUE(admin.run("DROP DATABASE IF EXISTS history WITH (FORCE)").isNone());
-        ASSERT_TRUE(admin.run("CREATE DATABASE history OWNER loader").isNone());
-    }
+/// Of this program, which an answer without end does not fill; with room for what a sanitizer takes.
+constexpr int kMostMegabytes = 900;
 
-    static HistoryAddress address(const char *user, const char *password = nullptr, const char *rest = "") {
-        HistoryAddress read;
-        EXPECT_EQ(readHistoryAddress(server()->url(user, rest), read), QString());
-        read.password = password ? QByteArray(password) : QByteArray(user) + "-secret";
-        return read;
-    }
-    static std::unique_ptr<HistoryServer> reader(const char *password = nullptr,
-                                                 std::chrono::milliseconds patience = kHistoryPatience) {
-        return makePgHistoryServer(address("reader", password), patience);
-    }
-    static Instrument share(const char *code) {
-        Instrument instrument;
-        instrument.market = "SH";
-        instrument.code = code;
-        instrument.name = "浦发";
-        instrument.types = {277, 5};
-        instrument.sessions = DaySessions({{571, 690}, {781, 900}});
-        return instrument;
-    }
-    /// Loads days of instruments; what went wrong.
-    static HistoryFailure load(const QStringList &codes, const QVector<QDate> &dates, int minutes = 240,
-                               LoadOutcome *outcome = nullptr) {
-        QTemporaryDir folder;
-        CMarketStore store;
-        EXPECT_EQ(store.open(folder.filePath("catalogue.db")), QString());
-        LoadBatch batch;
-        const std::unique_ptr<ImportTarget> target = batch.target(store);
-        for (const QString &code : codes) {
-            const qint64 row = target->putInstrument(share(code.toLatin1()));
-            for (const QDate &date : dates) {
-                target->putDay(row, dayOf(date), BarSource::Imported, minutesOf(dayOf(date), minutes, 10.0));
-            }
-            target->putPreviousClose(row, dayOf(dates[0]), 9.5);
-        }
-        target->commit();
-        PgLoader loader(address("loader"));
-        LoadOutcome own;
-        const HistoryFailure failure = loader.prepare();
-        return failure.isNone() ? loader.put(batch, outcome ? *outcome : own) : failure;
-    }
-    static QByteArray count(const char *table) {
-        return server()->admin().ask(QByteArray("SELECT count(*)::text FROM timeshare.") + table);
-    }
-
-    QTemporaryDir mFolder;
-};
+using PgHistoryTest = tests::PgHistoryFixture;
 
 } // namespace
 
@@ -120,6 +44,54 @@ TEST_F(PgHistoryTest, AServerThatCopiesWhatWasNotAskedForIsLeft) {
     EXPECT_TRUE(isNew);
     ASSERT_EQ(connection.ask("SELECT 1", {}, rows).reason, QString());
     EXPECT_EQ(rows.whole(0, 0), 1);
+}
+
+TEST_F(PgHistoryTest, AnAnswerWithoutEndIsLeft) {
+    PgConnection connection(address("loader"), "", std::chrono::seconds(120));
+    bool isNew = false;
+    ASSERT_EQ(connection.connect(isNew).reason, QString());
+    PgRows rows;
+    // Half of what an answer may have, twice: each for itself.
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_EQ(connection.ask("SELECT repeat('x', 1000) FROM generate_series(1, 32000)", {}, rows).reason,
+                  QString());
+        EXPECT_EQ(rows.count(), 32000);
+    }
+    for (const char *statement : {"SELECT repeat('x', 1000), generate_series(1, 10000000)", // 10 GB
+                                  "SELECT repeat('x', 100000000)"}) { // in one value
+        ASSERT_EQ(connection.connect(isNew).reason, QString());
+        const HistoryFailure failure = connection.ask(statement, {}, rows);
+        EXPECT_EQ(failure.trouble, HistoryTrouble::Failed);
+        EXPECT_EQ(failure.reason, QString("an answer of more than 64 MB"));
+    }
+    QFile status("/proc/self/status");
+    ASSERT_TRUE(status.open(QIODevice::ReadOnly));
+    const QByteArray all = status.readAll();
+    const int peak = all.indexOf("VmHWM:");
+    EXPECT_LT(all.mid(peak + 6, all.indexOf("kB", peak) - peak - 6).trimmed().toInt() / 1024, kMostMegabytes);
+    ASSERT_EQ(connection.connect(isNew).reason, QString());
+    EXPECT_EQ(connection.ask("SELECT 1", {}, rows).reason, QString());
+}
+
+TEST_F(PgHistoryTest, ADayWithMoreBarsThanMinutesIsNone) {
+    ASSERT_EQ(load({"600000"}, {kDate, QDate(2025, 11, 24)}).reason, QString());
+    tests::PgServer::Admin admin = server()->admin();
+    ASSERT_EQ(
+        admin
+            .run("INSERT INTO timeshare.minute_bars SELECT instrument, day, time + n::bigint * 86400000, open, "
+                 "high, low, price, "
+                 "average, volume, amount FROM timeshare.minute_bars, generate_series(1, 40) n WHERE day "
+                 "= '2025-11-21'")
+            .reason,
+        QString());
+    ASSERT_EQ(admin.run("UPDATE timeshare.days SET bars = 9840 WHERE day = '2025-11-21'").reason, QString());
+    QVector<ServedDay> served;
+    ASSERT_EQ(reader()->read("SH600000", {dayOf(kDate), dayOf(QDate(2025, 11, 24))}, served).reason, QString());
+    ASSERT_EQ(served.size(), 2);
+    EXPECT_EQ(served[0].bars.size(), 1441U) << "no more is sent";
+    EXPECT_NE(faultOf(served[0]), QString());
+    EXPECT_EQ(served[1].bars, minutesOf(dayOf(QDate(2025, 11, 24)), 240, 10.0)) << "the other is whole";
+    EXPECT_EQ(faultOf(served[1]), QString());
 }
 
 TEST_F(PgHistoryTest, WhatIsLoadedIsReadAsItWas) {
@@ -394,41 +366,6 @@ TEST_F(PgHistoryTest, ATerminalShowsDaysOfTheServer) {
     services = TerminalServices::open(settings, error);
     ASSERT_NE(services, nullptr) << qPrintable(error);
     EXPECT_EQ(services->daysOf("SH688999"), (QVector<QDate>{kDate, QDate(2025, 11, 20)}));
-    qunsetenv("TIMESHARE_HISTORY_PASSWORD");
-}
-
-TEST_F(PgHistoryTest, AChartIsFilledWhenItsDayComes) {
-    ASSERT_EQ(load({"600000"}, {QDate(2025, 11, 20), kDate}).reason, QString());
-    qputenv("TIMESHARE_HISTORY_PASSWORD", "reader-secret");
-    TerminalSettings settings;
-    settings.store = mFolder.filePath("history.db");
-    settings.config = mFolder.filePath("config.json");
-    settings.start = timeOf(QDate(2025, 11, 24), 600);
-    settings.history = server()->url("reader");
-    QString error;
-    const auto services = TerminalServices::open(settings, error);
-    ASSERT_NE(services, nullptr) << qPrintable(error);
-    TerminalWindow window(*services);
-    window.resize(900, 600);
-    window.show();
-    const auto turns = [](const std::function<bool()> &holds) {
-        return eventually([&holds] {
-            QCoreApplication::processEvents();
-            return holds();
-        });
-    };
-    const auto *view = window.findChild<ChartView *>();
-    ASSERT_NE(view, nullptr);
-    server()->freeze(); // the window is there and shows nothing yet
-    window.showInstrument("SH600000", QDate());
-    EXPECT_EQ(view->pointCount(), 0);
-    server()->thaw();
-    ASSERT_TRUE(turns([&] { return window.days()->count() == 2; })) << "the days that the server has";
-    ASSERT_TRUE(window.showInstrument("SH600000", kDate));
-    constexpr int kPositions = 241; // 240 minutes, and 09:30 in front of them
-    EXPECT_TRUE(turns([&] { return view->isComplete() && view->pointCount() == kPositions; }))
-        << view->pointCount();
-    EXPECT_EQ(view->day(), kDate);
     qunsetenv("TIMESHARE_HISTORY_PASSWORD");
 }
 

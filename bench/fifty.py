@@ -1,0 +1,219 @@
+#!/usr/bin/env python3
+"""Many terminals without windows on one feed and one PostgreSQL, with kills of all three in between.
+
+    python3 bench/fifty.py build/bench [--terminals 50] [--seconds 600] [--instruments 20] [--days 20]
+
+Every terminal starts with an empty store, follows the instruments and fetches their past days. While they do PostgreSQL is
+killed; when they have them, the feed and NATS are, each with a third of the time in between. Then the feed is ended, and what
+every terminal was told has to come to the sums in the feed's own log, and its store has to hold every bar of the server: the
+script ends with 1 when one does not. Without a kill in it is the time over which processor time is taken.
+"""
+
+import argparse
+import datetime
+import json
+import os
+import random
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+SERVERS = Path(__file__).resolve().parents[1] / "setup/servers"
+PATIENCE = 900.0  # seconds that anything may take on a busy machine
+LAST_WAIT = 60.0  # for what was sent last
+
+
+class Terminal:
+    def __init__(self, build, folder, urls, instruments, environment):
+        folder.mkdir()
+        self.process = subprocess.Popen([f"{build}/bin/timeshare_desk", folder, *urls, str(instruments)], text=True,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        env={**os.environ, **environment, "HOME": str(folder)})
+
+    def ask(self, word):
+        """The lines of its answer, as lists of words."""
+        self.process.stdin.write(word + "\n")
+        self.process.stdin.flush()
+        lines = []
+        for line in self.process.stdout:
+            if line == "done\n":
+                return lines
+            lines.append(line.split())
+        sys.exit(f"a terminal has ended with {self.process.wait()}")
+
+    def state(self):
+        return self.ask("state")[0]
+
+    def end(self):
+        self.process.stdin.close()
+        return self.process.wait()
+
+
+class Desk:
+    """The servers, as setup/servers runs them."""
+
+    def __init__(self, build, folder, feed_options):
+        self.build, self.folder, self.feed_options = build, folder, feed_options
+        words = self.start().replace("\\\n", "").split()
+        self.environment = dict(word.split("=", 1) for word in words[:2])
+        self.urls = words[4], words[6]
+
+    def run(self, *words):
+        done = subprocess.run([SERVERS, *words], stdout=subprocess.PIPE, text=True, check=False)
+        if done.returncode != 0:
+            sys.exit(f"servers {words[0]} ended with {done.returncode}")
+        return done.stdout
+
+    def start(self):
+        return self.run("start", self.folder, "--programs", f"{self.build}/bin", "--", *self.feed_options)
+
+    def end(self, name, how):
+        """Ends one of the servers by a signal, and waits until it has."""
+        pid = json.loads((self.folder / "running.json").read_text())[name]["pid"]
+        os.kill(pid, how)
+        wait_for(f"the end of {name}", lambda: not is_alive(pid))
+
+    def kill(self, name):
+        self.end(name, signal.SIGKILL)
+        time.sleep(2)  # which the others are without it
+        self.start()
+
+    def sums(self):
+        """The last sums of each instrument in the feed's log."""
+        sums = {}
+        for line in (self.folder / "feed/sums").read_text().splitlines():
+            words = line.split()
+            if len(words) == 8 and words[0] == "sum":
+                sums[words[3]] = [words[2]] + words[4:]
+        return sums
+
+
+def is_alive(pid):
+    try:
+        return Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
+    except OSError:
+        return False
+
+
+def wait_for(what, holds):
+    end = time.monotonic() + PATIENCE
+    while not holds():
+        if time.monotonic() > end:
+            sys.exit(f"{what}: not within {PATIENCE:.0f} s")
+        time.sleep(0.1)
+
+
+def write_days(path, keys, days):
+    """Minute bars of the last weekdays before today; answers how many an instrument has."""
+    chance = random.Random(14)
+    date = datetime.datetime.now(datetime.timezone(datetime.timedelta(hours=8))).date()
+    dates = []
+    while len(dates) < days:
+        date -= datetime.timedelta(days=1)
+        if date.weekday() < 5:
+            dates.append(date)
+    with open(path, "w", encoding="utf-8") as file:
+        file.write("datetime,code,open,high,low,close,volume,amount\n")
+        for key in keys:
+            for day in reversed(dates):
+                for number in range(240):
+                    minute = 571 + number if number < 120 else 781 + number - 120
+                    price = chance.randrange(1000, 1100)
+                    volume = 100 * chance.randrange(1, 500)
+                    file.write(f"{day} {minute // 60:02}:{minute % 60:02}:00,{key},{price / 100},{(price + 2) / 100},"
+                               f"{(price - 2) / 100},{price / 100},{volume},{price * volume / 100}\n")
+    return 240 * days
+
+
+def close_to(told, logged):
+    """Sums are of the same numbers in the same order: equal to the last digit."""
+    return len(told) == len(logged) and all(float(a) == float(b) for a, b in zip(told, logged))
+
+
+def differences(terminals, desk):
+    logged = desk.sums()
+    found = []
+    for number, terminal in enumerate(terminals):
+        for _, day, key, *sums in terminal.ask("sums"):
+            if not close_to([day, *sums], logged.get(key, [])):
+                found.append(f"terminal {number}, {key}: told {[day, *sums]}, logged {logged.get(key)}")
+    return found
+
+
+def has_all(terminal, bars):
+    return all(int(words[3]) == bars for words in terminal.ask("past"))
+
+
+def spread(values):
+    values = sorted(values)
+    return f"median {values[len(values) // 2]:.2f}, most {values[-1]:.2f}"
+
+
+def measure(terminals, seconds):
+    """Processor time of the terminals over some seconds, in percent of a core."""
+    before = [float(terminal.state()[2]) for terminal in terminals]
+    begun = time.monotonic()
+    time.sleep(seconds)
+    taken = time.monotonic() - begun
+    return [100 * (float(terminal.state()[2]) - cpu) / taken for terminal, cpu in zip(terminals, before)]
+
+
+def session(options, folder):
+    desk = Desk(options.build, folder / "servers", ["--start", "13:00", "--pace", str(options.pace)])
+    try:
+        first = Terminal(options.build, folder / "first", desk.urls, options.instruments, desk.environment)
+        keys = [words[2] for words in first.ask("sums")]
+        first.end()
+        bars = write_days(folder / "days.csv", keys, options.days)
+        desk.run("load", desk.folder, "--programs", f"{options.build}/bin", str(folder / "days.csv"))
+        begun = time.monotonic()
+        terminals = [Terminal(options.build, folder / f"terminal-{number}", desk.urls, len(keys), desk.environment)
+                     for number in range(options.terminals)]
+        wait_for("the first days", lambda: any(int(words[3]) > 0 for terminal in terminals for words in terminal.ask("past")))
+        desk.kill("postgres")
+        for terminal in terminals:
+            wait_for("the history", lambda each=terminal: has_all(each, bars))
+        print(f"{len(terminals)} terminals have {len(keys)} instruments with {options.days} days each after "
+              f"{time.monotonic() - begun:.1f} s, PostgreSQL killed once meanwhile", flush=True)
+        wait_for("the running day", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
+        percent = measure(terminals, options.seconds / 3)
+        desk.kill("feed")
+        time.sleep(options.seconds / 3)
+        desk.kill("nats")
+        time.sleep(options.seconds / 3)
+        wait_for("the market after the kills", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
+        desk.end("feed", signal.SIGTERM)
+        end = time.monotonic() + LAST_WAIT
+        while (wrong := differences(terminals, desk)) and time.monotonic() < end:
+            time.sleep(0.5)
+        wrong += [f"terminal {number}: days were lost" for number, terminal in enumerate(terminals) if not has_all(terminal, bars)]
+        memory = [float(terminal.state()[3]) for terminal in terminals]
+        minutes = sum(int(sums[1]) for key, sums in desk.sums().items() if key in keys)
+        ended = [terminal.end() for terminal in terminals]
+        print(f"processor time of a terminal: {spread(percent)} % of a core over {options.seconds / 3:.0f} s; "
+              f"memory: {spread(memory)} MB")
+        print(f"{len(keys)} instruments with {minutes} minutes of the running day, feed and NATS killed once: "
+              f"{len(wrong)} sums are off, {sum(status != 0 for status in ended)} terminals ended badly")
+        print("\n".join(wrong[:20]), end="\n" if wrong else "")
+        return not wrong and not any(ended) and minutes > 0
+    finally:
+        desk.run("stop", desk.folder)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("build", metavar="BUILD", type=lambda path: str(Path(path).resolve()))
+    for name, normal in (("terminals", 50), ("seconds", 600), ("instruments", 20), ("days", 20)):
+        parser.add_argument(f"--{name}", type=int, default=normal)
+    parser.add_argument("--pace", type=float, default=1.0)
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory() as folder:
+        os.chmod(folder, 0o755)  # the user postgres goes through it
+        sys.exit(0 if session(options, Path(folder)) else 1)
+
+
+if __name__ == "__main__":
+    main()
