@@ -4,6 +4,7 @@
 #include "terminal/market/SimulatedDay.h"
 
 #include <chrono>
+#include <utility>
 
 namespace terminal {
 namespace {
@@ -29,6 +30,10 @@ LiveFeed::Market RunningMarket::marketOfFeed() {
         mBeat.notify_all();
     };
     market.onSilence = [this] { mFollowed.onSilence(); };
+    market.isBehind = [this] {
+        std::lock_guard<std::mutex> hold(mLock);
+        return mIsBehind && mIsBehind();
+    };
     return market;
 }
 
@@ -48,6 +53,11 @@ QString RunningMarket::follow(const QString &url) {
     std::unique_lock<std::mutex> hold(mLock);
     mBeat.wait_for(hold, kFirstBeat, [this] { return mHasBeat; });
     return {};
+}
+
+void RunningMarket::setBehindCheck(std::function<bool()> isBehind) {
+    std::lock_guard<std::mutex> hold(mLock);
+    mIsBehind = std::move(isBehind);
 }
 
 void RunningMarket::start() {

@@ -5,6 +5,7 @@
 #include "terminal/market/SimulatedExchange.h"
 
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -29,6 +30,9 @@ public:
     /// Whether it is the terminal's own exchange, which can be stopped.
     bool hasOwnMarket() const { return !isFollowing() && !mExchange.isClosed(); }
 
+    /// Tells whether what listeners were told is still under way; before start(), and asked on any thread until stop().
+    void setBehindCheck(std::function<bool()> isBehind);
+
     void start();
     /// No listener is called afterwards.
     void stop();
@@ -51,6 +55,7 @@ private:
     std::mutex mLock; ///< guards what follows
     std::condition_variable mBeat;
     bool mHasBeat = false;
+    std::function<bool()> mIsBehind;
     std::unique_ptr<FeedLine> mLine;
     std::unique_ptr<LiveFeed> mLive; ///< null with the terminal's own market
 };

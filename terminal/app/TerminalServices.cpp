@@ -217,6 +217,7 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mTrade->importNotes().setLineSource([this] { return mFiles.line(); });
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
+    mRunning->setBehindCheck([this] { return mFormulas->pendingResults() > 0; });
     mTrade->advance(); // the trades of the day so far are there from the start
     mRunning->start();
     mTrade->start();

@@ -324,8 +324,22 @@ void LiveFeed::postHandOutLocked() {
     }
 }
 
+/// Whether the listeners have not done with what they were told last, for a while; then it is looked again.
+bool LiveFeed::isHeldBack() {
+    const bool isBehind = mMarket.isBehind && mMarket.isBehind();
+    std::lock_guard<std::mutex> hold(mLock);
+    if (!isBehind || mIsStopped || steadyMilliseconds() - mHandedOut > mTimes.patience) {
+        return false;
+    }
+    mListeners->postAfter(mTimes.pause, [this] { handOut(); });
+    return true;
+}
+
 /// Tells every listener what is new to it, each minute as it is by now.
 void LiveFeed::handOut() {
+    if (isHeldBack()) {
+        return;
+    }
     std::vector<std::pair<std::shared_ptr<Subscriber>, MinuteBars>> due;
     {
         std::lock_guard<std::mutex> hold(mLock);

@@ -18,7 +18,7 @@ namespace terminal {
 /// It listens to what somebody has subscribed to or has asked for lately, and to nothing else. No operation waits for the
 /// server: a day is answered as far as it has come, and what comes later, the morning from the stream included, reaches
 /// the listeners. What the server sends is merged at once and handed out together, at once after a pause and in a burst with
-/// pauses in between that leave the listeners time: no more than the minutes of a day wait.
+/// pauses in between, for as long as the listeners have not done with the last: no more than the minutes of a day wait.
 class LiveFeed : public MarketFeed {
 public:
     /// What the feed has to know of its market. Any thread.
@@ -27,6 +27,8 @@ public:
         std::function<bool(const QString &key, int day, qint64 time)> isAfterHours;
         std::function<void(const WireClock &beat)> onBeat; ///< the time of the market
         std::function<void()> onSilence; ///< nothing is heard of the market any more
+        std::function<bool()>
+            isBehind; ///< whether what the listeners were told is still under way; null for never
     };
     /// How long things take, in milliseconds.
     struct Times {
@@ -34,6 +36,7 @@ public:
         int interest = 30000; ///< in an instrument that was asked for and that nobody has subscribed to
         int retry = 1000; ///< between readings of the stream that fail
         int pause = 12; ///< between turns of handing out
+        int patience = 500; ///< with listeners that are behind
     };
 
     /// The line and the feed of past days outlive it.
@@ -73,6 +76,7 @@ private:
     void noteFaultLocked(WireFault fault);
     void noteBehindLocked(const Entry &entry);
     void postHandOutLocked();
+    bool isHeldBack();
     void handOut();
     void lookAround();
 

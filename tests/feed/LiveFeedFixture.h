@@ -50,6 +50,10 @@ protected:
         };
         market.onBeat = [this](const terminal::WireClock &beat) { mMarketTime = beat.market; };
         market.onSilence = [this] { ++mSilences; };
+        market.isBehind = [this] {
+            ++mLooks;
+            return mIsBehind.load();
+        };
         mFeed = std::make_unique<terminal::LiveFeed>(line, mPast, market, times);
         mFeed->start();
     }
@@ -83,6 +87,8 @@ protected:
     ScriptedFeed mPast;
     std::atomic<qint64> mMarketTime{0};
     std::atomic<int> mSilences{0};
+    std::atomic<bool> mIsBehind{false}; ///< what listeners were told is still under way
+    std::atomic<int> mLooks{0}; ///< at that
     std::mutex mLock; ///< guards what follows
     std::map<QString, std::map<qint64, terminal::MinuteBar>> mHeard;
     Bars mEverHeard;

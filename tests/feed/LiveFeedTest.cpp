@@ -212,6 +212,40 @@ TEST_F(LiveFeedTest, ABurstIsMergedAndNotQueued) {
     EXPECT_EQ(taken, (Bars{barOf(571, 10.0), barOf(572, 110.0)}));
 }
 
+TEST_F(LiveFeedTest, WhileListenersAreBehindAllElseIsMerged) {
+    LiveFeed::Times times;
+    times.patience = 1000000;
+    openConnected(times);
+    listen("SH600000");
+    ASSERT_TRUE(eventually([&] { return isListenedTo("SH600000"); }));
+    sendChange("SH600000", changeOf(1, 571, 10.0));
+    ASSERT_TRUE(eventually([&] { return heard("SH600000").size() == 1; }));
+    mIsBehind = true;
+    for (int i = 2; i <= 100; ++i) {
+        sendChange("SH600000", changeOf(i, 572, 10.0 + i * 0.01, i - 2));
+    }
+    mLooks = 0;
+    ASSERT_TRUE(eventually([&] { return mLooks >= 3; })) << "looked at again and again";
+    EXPECT_EQ(heard("SH600000").size(), 1u);
+    mIsBehind = false;
+    ASSERT_TRUE(eventually([&] { return heard("SH600000").size() == 2; }));
+    std::lock_guard<std::mutex> hold(mLock);
+    EXPECT_EQ(mEverHeard, (Bars{barOf(571, 10.0), barOf(572, 11.0)}));
+}
+
+TEST_F(LiveFeedTest, ListenersThatAreBehindForLongAreToldAnyway) {
+    LiveFeed::Times times;
+    times.patience = 30;
+    openConnected(times);
+    listen("SH600000");
+    ASSERT_TRUE(eventually([&] { return isListenedTo("SH600000"); }));
+    mIsBehind = true;
+    for (int minute = 571; minute < 574; ++minute) {
+        sendChange("SH600000", changeOf(minute - 570, minute, 10.0));
+        EXPECT_TRUE(eventually([&] { return heard("SH600000").size() == static_cast<size_t>(minute - 570); }));
+    }
+}
+
 TEST_F(LiveFeedTest, AGapIsToldAndFilledInOrder) {
     openConnected();
     listen("SH600000");
