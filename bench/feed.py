@@ -19,7 +19,8 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         os.chmod(folder, 0o755)  # the user postgres goes through it
         place = Path(folder) / "servers"
-        said = subprocess.run([SERVERS, "start", place, "--no-feed", "--programs", build / "bin"], check=True, text=True, stdout=subprocess.PIPE)
+        said = subprocess.run([SERVERS, "start", place, "--no-feed", "--programs", build / "bin"], check=True, text=True,
+                              stdout=subprocess.PIPE)
         try:
             words = said.stdout.replace("\\\n", "").split()
             secrets = {"TIMESHARE_FEED_CREDENTIALS": words[0].split("=", 1)[1], "PUBLISHER_CREDENTIALS": str(place / "secrets/nats-feed")}

@@ -78,7 +78,7 @@ class Desk:
 
     def kill(self, name):
         self.end(name, signal.SIGKILL)
-        time.sleep(2)  # which the others are without it
+        time.sleep(1)  # which the others are without it
         self.start()
 
     def sums(self):
