@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Many terminals without windows on one feed and one PostgreSQL, with kills of all three in between.
 
-    python3 bench/fifty.py build/bench [--terminals 50] [--seconds 600] [--instruments 20] [--days 20]
+    python3 bench/fifty.py build/bench [--terminals 50] [--seconds 600] [--instruments 20] [--days 20] [--seed N]
 
 Every terminal starts with an empty store, follows the instruments and fetches their past days. While they do PostgreSQL is
-killed; when they have them, the feed and NATS are, each with a third of the time in between. Then the feed is ended, and what
-every terminal was told has to come to the sums in the feed's own log, and its store has to hold every bar of the server: the
-script ends with 1 when one does not. Without a kill in it is the time over which processor time is taken.
+killed. For a third of the time nothing is, and processor time is taken; over the rest the feed, NATS and PostgreSQL are killed in
+an order and at times that are drawn, each once at least. With --quiet none is, and what the servers take is told. Then the feed is
+ended, and what every terminal was told has to come to the sums in the feed's own log, and its store has to hold every bar of the
+server: the script ends with 1 when one does not.
 """
 
 import argparse
@@ -80,6 +81,21 @@ class Desk:
         self.end(name, signal.SIGKILL)
         time.sleep(1)  # which the others are without it
         self.start()
+
+    def processor_time(self, name):
+        """Seconds that one of the servers has taken, with the children that it has and had."""
+        pid = json.loads((self.folder / "running.json").read_text())[name]["pid"]
+        ticks = 0
+        for place in Path("/proc").glob("[0-9]*/stat"):
+            try:
+                words = place.read_text().rpartition(")")[2].split()
+            except OSError:
+                continue
+            if place.parent.name == str(pid):
+                ticks += sum(map(int, words[11:15]))
+            elif words[1] == str(pid):
+                ticks += sum(map(int, words[11:13]))
+        return ticks / os.sysconf("SC_CLK_TCK")
 
     def sums(self):
         """The last sums of each instrument in the feed's log."""
@@ -161,6 +177,19 @@ def measure(terminals, seconds):
     return [100 * (float(terminal.state()[2]) - cpu) / taken for terminal, cpu in zip(terminals, before)]
 
 
+def kill_at_random(desk, seconds, seed):
+    """Kills each of the three at least once, five times in all, at times that are drawn."""
+    chance = random.Random(seed)
+    names = ["feed", "nats", "postgres"] + chance.choices(["feed", "nats", "postgres"], k=2)
+    chance.shuffle(names)
+    begun = time.monotonic()
+    for at, name in zip(sorted(chance.uniform(0, 0.9 * seconds) for _ in names), names):
+        time.sleep(max(0.0, begun + at - time.monotonic()))
+        print(f"killed after {time.monotonic() - begun:.1f} s: {name}", flush=True)
+        desk.kill(name)
+    time.sleep(max(0.0, begun + seconds - time.monotonic()))
+
+
 def session(options, folder):
     desk = Desk(options.build, folder / "servers", ["--start", "13:00", "--pace", str(options.pace)])
     try:
@@ -173,17 +202,21 @@ def session(options, folder):
         terminals = [Terminal(options.build, folder / f"terminal-{number}", desk.urls, len(keys), desk.environment)
                      for number in range(options.terminals)]
         wait_for("the first days", lambda: any(int(words[3]) > 0 for terminal in terminals for words in terminal.ask("past")))
-        desk.kill("postgres")
+        if not options.quiet:
+            desk.kill("postgres")
         for terminal in terminals:
             wait_for("the history", lambda each=terminal: has_all(each, bars))
+        told = f"took {desk.processor_time('postgres'):.1f} s with the loading" if options.quiet else "was killed meanwhile"
         print(f"{len(terminals)} terminals have {len(keys)} instruments with {options.days} days each after "
-              f"{time.monotonic() - begun:.1f} s, PostgreSQL killed once meanwhile", flush=True)
+              f"{time.monotonic() - begun:.1f} s, PostgreSQL {told}", flush=True)
         wait_for("the running day", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
+        before = {name: desk.processor_time(name) for name in ("nats", "feed")}
         percent = measure(terminals, options.seconds / 3)
-        desk.kill("feed")
-        time.sleep(options.seconds / 3)
-        desk.kill("nats")
-        time.sleep(options.seconds / 3)
+        if options.quiet:
+            print("processor time: " + ", ".join(f"{name} {300 * (desk.processor_time(name) - took) / options.seconds:.2f} % of a core"
+                                                 for name, took in before.items()), flush=True)
+        else:
+            kill_at_random(desk, 2 * options.seconds / 3, options.seed)
         wait_for("the market after the kills", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
         desk.end("feed", signal.SIGTERM)
         end = time.monotonic() + LAST_WAIT
@@ -195,7 +228,7 @@ def session(options, folder):
         ended = [terminal.end() for terminal in terminals]
         print(f"processor time of a terminal: {spread(percent)} % of a core over {options.seconds / 3:.0f} s; "
               f"memory: {spread(memory)} MB")
-        print(f"{len(keys)} instruments with {minutes} minutes of the running day, feed and NATS killed once: "
+        print(f"{len(keys)} instruments with {minutes} minutes of the running day over the kills of seed {options.seed}: "
               f"{len(wrong)} sums are off, {sum(status != 0 for status in ended)} terminals ended badly")
         print("\n".join(wrong[:20]), end="\n" if wrong else "")
         return not wrong and not any(ended) and minutes > 0
@@ -208,7 +241,9 @@ def main():
     parser.add_argument("build", metavar="BUILD", type=lambda path: str(Path(path).resolve()))
     for name, normal in (("terminals", 50), ("seconds", 600), ("instruments", 20), ("days", 20)):
         parser.add_argument(f"--{name}", type=int, default=normal)
+    parser.add_argument("--quiet", action="store_true", help="without kills")
     parser.add_argument("--pace", type=float, default=1.0)
+    parser.add_argument("--seed", type=int, default=random.randrange(1000000), help="of the kills")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         os.chmod(folder, 0o755)  # the user postgres goes through it

@@ -40,13 +40,7 @@ QString pairFault(const FeedAddress &address) {
     return {};
 }
 
-} // namespace
-
-QByteArray FeedAddress::host() const {
-    return QUrl(QString::fromUtf8(url)).host().toUtf8();
-}
-
-QString addressFault(const QString &url) {
+QString serverFault(const QString &url) {
     const QUrl parsed(url, QUrl::StrictMode);
     if (!parsed.isValid() || parsed.host().isEmpty() ||
         (parsed.scheme() != QLatin1String("nats") && parsed.scheme() != QLatin1String("tls"))) {
@@ -65,19 +59,45 @@ QString addressFault(const QString &url) {
     return {};
 }
 
+/// As the library takes it.
+QByteArray serverUrl(const QString &url) {
+    const QUrl parsed(url, QUrl::StrictMode);
+    const bool isNumeric = parsed.host().contains(QLatin1Char(':'));
+    return QStringLiteral("%1://%2:%3")
+        .arg(parsed.scheme(), isNumeric ? QStringLiteral("[%1]").arg(parsed.host()) : parsed.host())
+        .arg(parsed.port(kDefaultPort))
+        .toUtf8();
+}
+
+} // namespace
+
+QString FeedAddress::text() const {
+    return QString::fromUtf8(urls.toList().join(','));
+}
+
+QString addressFault(const QString &url) {
+    const QStringList servers = url.split(QLatin1Char(','));
+    for (const QString &server : servers) {
+        const QString fault = serverFault(server);
+        if (!fault.isEmpty()) {
+            return fault;
+        }
+        if (server.section(QLatin1Char(':'), 0, 0) != servers.first().section(QLatin1Char(':'), 0, 0)) {
+            return QStringLiteral("one server is nats:// and another tls://: give all of one kind");
+        }
+    }
+    return {};
+}
+
 QString readAddress(const QString &url, FeedAddress &address) {
     const QString fault = addressFault(url);
     if (!fault.isEmpty()) {
         return fault;
     }
-    const QUrl parsed(url, QUrl::StrictMode);
     address = {};
-    address.url = QStringLiteral("%1://%2:%3")
-                      .arg(parsed.scheme(), parsed.host().contains(QLatin1Char(':'))
-                                                ? QStringLiteral("[%1]").arg(parsed.host())
-                                                : parsed.host())
-                      .arg(parsed.port(kDefaultPort))
-                      .toUtf8();
+    for (const QString &server : url.split(QLatin1Char(','))) {
+        address.urls.append(serverUrl(server));
+    }
     address.user = qgetenv("TIMESHARE_FEED_USER");
     address.password = qgetenv("TIMESHARE_FEED_PASSWORD");
     address.token = qgetenv("TIMESHARE_FEED_TOKEN");

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 namespace terminal {
 
@@ -12,7 +13,7 @@ namespace terminal {
 /// token=..., or nkey=U... and seed=SU..., or one that the server's own tools have made. TIMESHARE_FEED_CA names a file of the
 /// certificates that are trusted, TIMESHARE_FEED_CERTIFICATE and _KEY those by which this side is known.
 struct FeedAddress {
-    QByteArray url; ///< nats://HOST:PORT or tls://HOST:PORT
+    QVector<QByteArray> urls; ///< nats://HOST:PORT or tls://HOST:PORT, of each server of a cluster
     QByteArray user;
     QByteArray password;
     QByteArray token;
@@ -23,11 +24,11 @@ struct FeedAddress {
     QByteArray certificateFile;
     QByteArray keyFile;
 
-    QByteArray host() const; ///< without the brackets of a numeric one
-    bool isEncrypted() const { return url.startsWith("tls://"); }
+    QString text() const; ///< the servers, with commas between
 };
 
-/// What is wrong with an address as a user has written it; empty when nothing is. The answer does not repeat it.
+/// What is wrong with an address as a user has written it, of one server or of several with commas between; empty when nothing is.
+/// The answer does not repeat it.
 QString addressFault(const QString &url);
 /// Reads the secrets for a sound address. Answers an empty text, or what is wrong with them, without any of them.
 QString readAddress(const QString &url, FeedAddress &address);

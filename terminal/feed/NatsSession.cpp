@@ -1,5 +1,7 @@
 #include "terminal/feed/NatsSession.h"
 
+#include <QUrl>
+
 #include <nats/nats.h>
 
 namespace terminal {
@@ -21,9 +23,9 @@ QString reasonOf(natsStatus status) {
     return detail.isEmpty() || detail == text ? text : QStringLiteral("%1: %2").arg(text, detail);
 }
 
-/// The address stays where it is until the connection is made.
-natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *name) {
-    natsStatus status = natsOptions_SetURL(options, address.url.constData());
+/// One of the address's servers. The address stays where it is until the connection is made.
+natsStatus setUp(natsOptions *options, const FeedAddress &address, const QByteArray &url, const char *name) {
+    natsStatus status = natsOptions_SetURL(options, url.constData());
     const auto then = [&status](auto &&set, auto &&...values) {
         status = status == NATS_OK ? set(values...) : status;
     };
@@ -46,9 +48,10 @@ natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *n
     if (!address.credentialsFile.isEmpty()) {
         then(natsOptions_SetUserCredentialsFromFiles, options, address.credentialsFile.constData(), nullptr);
     }
-    if (address.isEncrypted()) {
+    if (url.startsWith("tls://")) {
+        const QByteArray host = QUrl(QString::fromUtf8(url)).host().toUtf8();
         then(natsOptions_SetSecure, options, true);
-        then(natsOptions_SetExpectedHostname, options, address.host().constData()); // else any name would do
+        then(natsOptions_SetExpectedHostname, options, host.constData()); // else any name would do
     }
     if (!address.caFile.isEmpty()) {
         then(natsOptions_LoadCATrustedCertificates, options, address.caFile.constData());
@@ -64,18 +67,20 @@ natsStatus setUp(natsOptions *options, const FeedAddress &address, const char *n
 
 std::unique_ptr<NatsSession> NatsSession::open(const FeedAddress &address, const char *name,
                                                LineFailure &failure) {
-    natsOptions *options = nullptr;
-    natsConnection *connection = nullptr;
-    natsStatus status = natsOptions_Create(&options);
-    status = status == NATS_OK ? setUp(options, address, name) : status;
-    status = status == NATS_OK ? natsConnection_Connect(&connection, options) : status;
-    natsOptions_Destroy(options);
-    if (status != NATS_OK) {
+    for (const QByteArray &url : address.urls) {
+        natsOptions *options = nullptr;
+        natsConnection *connection = nullptr;
+        natsStatus status = natsOptions_Create(&options);
+        status = status == NATS_OK ? setUp(options, address, url, name) : status;
+        status = status == NATS_OK ? natsConnection_Connect(&connection, options) : status;
+        natsOptions_Destroy(options);
+        if (status == NATS_OK) {
+            return std::unique_ptr<NatsSession>(new NatsSession(connection));
+        }
         const bool isRefused = status == NATS_CONNECTION_AUTH_FAILED || status == NATS_NOT_PERMITTED;
         failure = {isRefused ? LineState::Refused : LineState::Connecting, reasonOf(status)};
-        return nullptr;
     }
-    return std::unique_ptr<NatsSession>(new NatsSession(connection));
+    return nullptr;
 }
 
 NatsSession::~NatsSession() {

@@ -13,7 +13,8 @@ namespace terminal {
 /// One connection to a NATS server, from connect to its first failure: it does not come back by itself. Any thread.
 class NatsSession {
 public:
-    /// Waits for the server for two seconds at most. Null when there is none, for the reason that is told.
+    /// Goes to the first of the servers that is there, and waits for each for two seconds at most. Null when there is none, for the
+    /// last one's reason.
     static std::unique_ptr<NatsSession> open(const FeedAddress &address, const char *name,
                                              LineFailure &failure);
     ~NatsSession();

@@ -17,6 +17,7 @@ struct FeedOptions {
     QString log; ///< empty for none
     QDate recorded; ///< stored day to play; null for the simulated exchange
     QTime start; ///< clock time at which the market starts; null for the opening auction
+    int copies = 1; ///< of the stream, in a cluster of servers
     double pace = 1.0; ///< market seconds a second
 };
 

@@ -66,6 +66,7 @@ private:
     void writeSums();
 
     FeedAddress mAddress;
+    int mCopies = 1;
     CMarketStore mStore;
     FeedLog mLog;
     bool mHasLog = false;
@@ -78,6 +79,7 @@ private:
 };
 
 QString Feed::open(const FeedOptions &options) {
+    mCopies = options.copies;
     QString wrong = readAddress(options.server, mAddress);
     if (wrong.isEmpty() && !options.log.isEmpty()) {
         wrong = mLog.open(options.log);
@@ -135,16 +137,14 @@ bool Feed::connect(EndSignals &end) {
     QString told;
     while (!end.waitFor(0)) {
         LineFailure failure;
-        mSink = NatsSink::open(mAddress, failure);
+        mSink = NatsSink::open(mAddress, failure, mCopies);
         if (mSink) {
-            tellFeed(QStringLiteral("publishing to %1, run %2")
-                         .arg(QString::fromUtf8(mAddress.url))
-                         .arg(mPublisher->run()));
+            tellFeed(QStringLiteral("publishing to %1, run %2").arg(mAddress.text()).arg(mPublisher->run()));
             return true;
         }
         if (failure.reason != told) {
             told = failure.reason;
-            tellFeed(QStringLiteral("%1: %2: trying again").arg(QString::fromUtf8(mAddress.url), told));
+            tellFeed(QStringLiteral("%1: %2: trying again").arg(mAddress.text(), told));
         }
         if (end.waitFor(wait.next())) {
             break;

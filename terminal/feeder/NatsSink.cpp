@@ -46,13 +46,13 @@ struct NatsSink::Receipts {
     }
 };
 
-std::unique_ptr<NatsSink> NatsSink::open(const FeedAddress &address, LineFailure &failure) {
+std::unique_ptr<NatsSink> NatsSink::open(const FeedAddress &address, LineFailure &failure, int copies) {
     std::unique_ptr<NatsSession> session = NatsSession::open(address, "timeshare-feed", failure);
     if (!session) {
         return nullptr;
     }
     std::unique_ptr<NatsSink> sink(new NatsSink(std::move(session)));
-    const QString wrong = sink->openStream();
+    const QString wrong = sink->openStream(copies);
     if (!wrong.isEmpty()) {
         failure = {LineState::Connecting, wrong};
         return nullptr;
@@ -60,7 +60,7 @@ std::unique_ptr<NatsSink> NatsSink::open(const FeedAddress &address, LineFailure
     return sink;
 }
 
-QString NatsSink::openStream() {
+QString NatsSink::openStream(int copies) {
     mReceipts = Receipts::make();
     jsOptions options;
     jsOptions_Init(&options);
@@ -77,6 +77,7 @@ QString NatsSink::openStream() {
     config.Name = name.constData();
     config.Subjects = &subject;
     config.SubjectsLen = 1;
+    config.Replicas = copies;
     config.MaxAge = kKeptDays * 86400 * kNanosecond;
     config.MaxMsgsPerSubject = kKeptPerInstrument;
     jsErrCode code = jsErrCode(0);

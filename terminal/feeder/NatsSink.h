@@ -12,7 +12,8 @@ namespace terminal {
 class NatsSink : public FeedSink {
 public:
     /// Null when the server is not there or has no streams, for the reason that is told.
-    static std::unique_ptr<NatsSink> open(const FeedAddress &address, LineFailure &failure);
+    /// The stream has so many copies when it is made.
+    static std::unique_ptr<NatsSink> open(const FeedAddress &address, LineFailure &failure, int copies = 1);
     ~NatsSink() override;
 
     bool send(const QByteArray &subject, const QByteArray &bytes) override;
@@ -23,7 +24,7 @@ private:
     struct Receipts;
 
     explicit NatsSink(std::unique_ptr<NatsSession> session) : mSession(std::move(session)) {}
-    QString openStream();
+    QString openStream(int copies);
 
     std::unique_ptr<NatsSession> mSession;
     __jsCtx *mStreams = nullptr;

@@ -39,10 +39,19 @@ protected:
 
 TEST_F(FeedAddressTest, HostAndPortAreTaken) {
     EXPECT_EQ(readAddress("nats://market", mAddress).toStdString(), "");
-    EXPECT_EQ(mAddress.url.toStdString(), "nats://market:4222");
+    EXPECT_EQ(mAddress.text().toStdString(), "nats://market:4222");
     EXPECT_EQ(readAddress("tls://[::1]:5000/", mAddress).toStdString(), "");
-    EXPECT_EQ(mAddress.url.toStdString(), "tls://[::1]:5000");
-    EXPECT_TRUE(mAddress.isEncrypted());
+    EXPECT_EQ(mAddress.text().toStdString(), "tls://[::1]:5000");
+}
+
+TEST_F(FeedAddressTest, TheServersOfAClusterStandBesideEachOther) {
+    EXPECT_EQ(readAddress("nats://one,nats://two:5000,nats://three/", mAddress).toStdString(), "");
+    EXPECT_EQ(mAddress.urls, (QVector<QByteArray>{"nats://one:4222", "nats://two:5000", "nats://three:4222"}));
+    for (const char *url : {"nats://one,", ",nats://one", "nats://one,two", "nats://one,nats://a:b@two"}) {
+        EXPECT_NE(addressFault(url).toStdString(), "") << url;
+    }
+    EXPECT_EQ(addressFault("tls://one,nats://two").toStdString(),
+              "one server is nats:// and another tls://: give all of one kind");
 }
 
 TEST_F(FeedAddressTest, AnythingElseIsRefused) {

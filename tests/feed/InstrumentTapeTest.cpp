@@ -220,6 +220,14 @@ TEST(FeedOptionsTest, OptionsAreRead) {
     EXPECT_EQ(options->log, "l");
 }
 
+TEST(FeedOptionsTest, TheCopiesOfTheStreamAreANumber) {
+    EXPECT_EQ(std::get<FeedOptions>(parseFeedOptions({"--copies", "3"})).copies, 3);
+    EXPECT_EQ(std::get<FeedOptions>(parseFeedOptions({})).copies, 1);
+    for (const char *copies : {"0", "6", "three", ""}) {
+        EXPECT_TRUE(std::holds_alternative<QString>(parseFeedOptions({"--copies", copies}))) << copies;
+    }
+}
+
 TEST(FeedOptionsTest, WhatIsWrongIsToldWithoutASecret) {
     const std::vector<std::pair<QStringList, std::string>> wrong{
         {{"--pace", "0"}, "--pace: no number"},

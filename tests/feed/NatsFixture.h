@@ -28,11 +28,12 @@ protected:
         mLine = terminal::makeNatsLine(addressOf(url));
         openFeed(*mLine, times);
     }
-    void openSink(const QString &url) {
+    void openSink(const QString &url, int copies = 1) {
         const terminal::FeedAddress address = addressOf(url);
         terminal::LineFailure failure;
-        ASSERT_TRUE(eventually([&] { return (mSink = terminal::NatsSink::open(address, failure)) != nullptr; }))
-            << failure.reason.toStdString();
+        ASSERT_TRUE(eventually([&] {
+            return (mSink = terminal::NatsSink::open(address, failure, copies)) != nullptr;
+        })) << failure.reason.toStdString();
     }
     bool publish(const QString &key, const terminal::WireBar &record) {
         const QByteArray bytes = encodeWire(record);
