@@ -228,7 +228,7 @@ def session(options, folder):
         ended = [terminal.end() for terminal in terminals]
         print(f"processor time of a terminal: {spread(percent)} % of a core over {options.seconds / 3:.0f} s; "
               f"memory: {spread(memory)} MB")
-        print(f"{len(keys)} instruments with {minutes} minutes of the running day over the kills of seed {options.seed}: "
+        print(f"{len(keys)} instruments with {minutes} minutes of the running day, {'no kills' if options.quiet else f'kills of seed {options.seed}'}: "
               f"{len(wrong)} sums are off, {sum(status != 0 for status in ended)} terminals ended badly")
         print("\n".join(wrong[:20]), end="\n" if wrong else "")
         return not wrong and not any(ended) and minutes > 0

@@ -26,7 +26,7 @@ using tests::kDate;
 const char *const kSecrets[] = {"owner-secret", "reader-secret", "loader-secret", "wrong-secret"};
 
 /// Of this program, which an answer without end does not fill; with room for what a sanitizer takes.
-constexpr int kMostMegabytes = 900;
+constexpr int kMostMegabytes = 1500;
 
 using PgHistoryTest = tests::PgHistoryFixture;
 
