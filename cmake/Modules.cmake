@@ -17,6 +17,7 @@ function(timeshare_units target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "/qrc_[a-z_]*\\.cpp$") # what Qt's tools make
   list(SORT sources)
   foreach(source ${sources})
     get_filename_component(folder ${source} DIRECTORY)
@@ -99,4 +100,39 @@ function(timeshare_resource out prefix folder pattern)
   file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT
     "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"@prefix@\">\n@entries@  </qresource>\n</RCC>\n")
   set(${out} ${resource} PARENT_SCOPE)
+endfunction()
+
+# timeshare_catalogue(OUT NAME LANGUAGE...): the source with the translations of NAME's texts, compiled from
+# translations/NAME_LANGUAGE.ts into the resource :/timeshare/translations/NAME_LANGUAGE.qm. Qt's tools are those that stand
+# beside the qmake of the Qt that is built with.
+function(timeshare_catalogue out name)
+  get_target_property(qmake ${qt}::qmake LOCATION)
+  execute_process(COMMAND ${qmake} -query QT_HOST_BINS OUTPUT_VARIABLE tools OUTPUT_STRIP_TRAILING_WHITESPACE)
+  find_program(TIMESHARE_LRELEASE lrelease HINTS ${tools} NO_DEFAULT_PATH)
+  if(NOT TIMESHARE_LRELEASE)
+    message(FATAL_ERROR "no lrelease in ${tools}: install qttools5-dev-tools, for Qt 6 qt6-l10n-tools (setup/packages.sh)")
+  endif()
+  set(folder ${PROJECT_BINARY_DIR}/translations)
+  file(MAKE_DIRECTORY ${folder})
+  set(commands)
+  set(read)
+  set(made)
+  set(entries "")
+  foreach(language ${ARGN})
+    set(texts ${PROJECT_SOURCE_DIR}/translations/${name}_${language}.ts)
+    set(catalogue ${name}_${language}.qm)
+    list(APPEND commands COMMAND ${TIMESHARE_LRELEASE} -silent ${texts} -qm ${folder}/${catalogue})
+    list(APPEND read ${texts})
+    list(APPEND made ${folder}/${catalogue})
+    string(APPEND entries "    <file>${catalogue}</file>\n")
+  endforeach()
+  set(resource ${folder}/${name}_texts.qrc)
+  file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT
+    "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n  <qresource prefix=\"/timeshare/translations\">\n@entries@  </qresource>\n</RCC>\n")
+  set(source ${folder}/qrc_${name}_texts.cpp)
+  add_custom_command(OUTPUT ${source} ${commands}
+    COMMAND ${qt}::rcc --name ${name}_texts --output ${source} ${resource}
+    DEPENDS ${read} ${resource} BYPRODUCTS ${made} COMMENT "Translations of ${name}" VERBATIM)
+  set_source_files_properties(${source} PROPERTIES SKIP_AUTOGEN ON SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
+  set(${out} ${source} PARENT_SCOPE)
 endfunction()

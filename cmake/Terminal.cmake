@@ -23,8 +23,9 @@ endif()
 timeshare_resource(formula_resource /timeshare/formulas formulas *.lua)
 timeshare_resource(script_resource /timeshare/scripts scripts *.py)
 timeshare_translation_resource(translation_resource qtbase_zh_CN.qm)
+timeshare_catalogue(terminal_texts terminal en)
 timeshare_library(timeshare_terminal_parts STATIC ${terminal_sources} ${formula_resource} ${script_resource}
-                  ${translation_resource})
+                  ${translation_resource} ${terminal_texts})
 set_target_properties(timeshare_terminal_parts PROPERTIES AUTORCC ON)
 target_link_libraries(timeshare_terminal_parts PUBLIC timeshare_host ${qt}::Sql
                                                PRIVATE log4cxx mongo::bson_shared PkgConfig::lua SQLite::SQLite3)

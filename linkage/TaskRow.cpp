@@ -16,6 +16,10 @@
 namespace TC {
 namespace {
 
+struct TaskWords {
+    Q_DECLARE_TR_FUNCTIONS(TC::CRealtimeTaskTableDialog)
+};
+
 /// "hh:mm:ss"; empty when the time is not set. Digit by digit: a format that is parsed for each row would cost most of a
 /// refill.
 QString clockText(int time) {
@@ -35,8 +39,9 @@ QString clockText(int time) {
 
 QString orderText(const kvservice::CTaskItem &item, const QString &unit, CLinkageManager &linkage) {
     const bool byAmount = item.mOperation == kvservice::EOperationType::BuyByAmount;
-    return linkage.getOperationText(static_cast<int>(item.mOperation)) + QString::number(item.mQuantity) +
-           (byAmount ? QCoreApplication::translate("TC::CRealtimeTaskTableDialog", "元") : unit);
+    return TaskWords::tr("%1%2%3", "operation, quantity, unit")
+        .arg(linkage.getOperationText(static_cast<int>(item.mOperation)), QString::number(item.mQuantity),
+             byAmount ? TaskWords::tr("元") : unit);
 }
 
 /// What all rows of a task have alike.
@@ -66,17 +71,18 @@ bool TaskRow::operator==(const TaskRow &other) const {
     return valuesOf(*this) == valuesOf(other);
 }
 
+QString TaskRow::details() const {
+    return TaskWords::tr("以%1%2", "price type, order").arg(priceType, order);
+}
+
 QString TaskRow::description() const {
-    const auto tr = [](const char *text) {
-        return QCoreApplication::translate("TC::CRealtimeTaskTableDialog", text);
-    };
-    QStringList first = {tr("任务 %1").arg(taskId), account, instrument};
+    QStringList first = {TaskWords::tr("任务 %1").arg(taskId), account, instrument};
     if (!start.isEmpty()) {
-        first.append(tr("%1 开始").arg(start));
+        first.append(TaskWords::tr("%1 开始").arg(start));
     }
-    QStringList second = {tr("以") + priceType + order, status};
+    QStringList second = {details(), status};
     if (total != 0) {
-        second.append(tr("已完成 %1/%2").arg(finished).arg(total));
+        second.append(TaskWords::tr("已完成 %1/%2").arg(finished).arg(total));
     }
     return first.join(QStringLiteral("  ")) + QChar('\n') + second.join(QStringLiteral("  "));
 }

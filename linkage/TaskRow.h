@@ -32,6 +32,8 @@ struct TaskRow {
     bool operator==(const TaskRow &other) const;
     bool operator!=(const TaskRow &other) const { return !(*this == other); }
 
+    /// The price type and the order, as one reads them.
+    QString details() const;
     /// What tells the task from every other, in two lines.
     QString description() const;
 };

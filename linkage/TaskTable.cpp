@@ -155,7 +155,7 @@ void TaskTable::showTexts(int row) {
     setText(row, eStart, shown.start);
     setText(row, eEnd, shown.end);
     setText(row, eProgress, progressText(shown));
-    setText(row, eDetails, TaskTableWords::tr("以") + shown.priceType + shown.order);
+    setText(row, eDetails, shown.details());
     setText(row, eStatus, shown.status);
 }
 

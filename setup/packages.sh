@@ -5,7 +5,7 @@ set -euo pipefail
 
 run_packages=(
   g++ cmake ninja-build ccache pkg-config
-  qtbase5-dev libqt5sql5-sqlite libsqlite3-dev qttranslations5-l10n
+  qtbase5-dev libqt5sql5-sqlite libsqlite3-dev qttranslations5-l10n qttools5-dev-tools
   libboost-dev libboost-thread-dev liblog4cxx-dev libbson-dev liblua5.4-dev libfreexl-dev
   fonts-noto-cjk fonts-dejavu-core tzdata python3
 )

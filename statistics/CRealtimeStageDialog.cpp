@@ -6,6 +6,7 @@
 #include "host/toolkit/CSimpleTextWidget.h"
 #include "host/toolkit/CWidgetList.h"
 #include "host/toolkit/Events.h"
+#include "host/toolkit/Wording.h"
 #include "statistics/StageRequest.h"
 #include "statistics/StretchClock.h"
 
@@ -59,7 +60,7 @@ QWidget *CRealtimeStageDialog::newTimes() {
     mStartEdit = new QTimeEdit;
     mEndEdit = new QTimeEdit;
     for (QTimeEdit *edit : {mStartEdit, mEndEdit}) {
-        edit->setDisplayFormat(QStringLiteral("hh:mm"));
+        edit->setDisplayFormat(GZ::kMinuteFormat);
     }
     list->addStretchWidget(mStartEdit, 1, CWidgetList::eAnchorBoth, false);
     list->addFixedWidget(new GZ::CSimpleTextWidget(QStringLiteral("-")), CWidgetList::eAnchorBoth, false);

@@ -10,6 +10,7 @@
 #include "host/toolkit/Events.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "host/windows/CWatchPlateWidget.h"
 #include "statistics/CRealtimeStageDialog.h"
 #include "statistics/OrderMoment.h"
@@ -45,7 +46,7 @@ int textWidth(const QString &text) {
 
 QTimeEdit *newTimeEdit(QWidget *parent) {
     auto *edit = new QTimeEdit(parent);
-    edit->setDisplayFormat(QStringLiteral("hh:mm"));
+    edit->setDisplayFormat(GZ::kMinuteFormat);
     edit->setFixedSize(StatisticLayout::kTimeEdit);
     edit->setKeyboardTracking(false); // a time that is half typed is no bound
     return edit;
@@ -282,7 +283,7 @@ void CRealtimeStatisticDialog::takeTransactions(const QString &stock,
 // Layout and painting
 
 QString CRealtimeStatisticDialog::countText() const {
-    return tr("共 %1 个周期").arg(mCycleCount);
+    return tr("共 %n 个周期", nullptr, mCycleCount);
 }
 
 void CRealtimeStatisticDialog::placeControls() {

@@ -11,6 +11,7 @@
 #include "host/services/StockTypeCenter.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "viewmodel/CRealTimeCustomIndexAxis.h"
 #include "viewmodel/CRealTimeNomalAxis.h"
 #include "viewmodel/CRealTimePortfolioAxis.h"
@@ -372,7 +373,7 @@ QDateTime CRealtimeUiParam::getDateTimeByIndex(int index) const {
 
 QString CRealtimeUiParam::getTimeTextByIndex(int index) const {
     const bool midnight = index >= 0 && minuteOfIndex({mSessions, mPointCount}, index) == kMidnight;
-    return midnight ? QStringLiteral("24:00") : getDateTimeByIndex(index).toString(QStringLiteral("hh:mm"));
+    return midnight ? QStringLiteral("24:00") : getDateTimeByIndex(index).toString(GZ::kMinuteFormat);
 }
 
 int CRealtimeUiParam::getXAxisByIndex(int index) const {

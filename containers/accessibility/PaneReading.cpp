@@ -7,6 +7,7 @@
 #include "host/drawing/CArrowColorSimpleText.h"
 #include "host/drawing/CDrawStyle.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/Wording.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <algorithm>
@@ -123,7 +124,7 @@ QString PaneReading::name() const {
         }
     }
     if (data->getTradeDate() != 0) {
-        words << GZ::exchangeDate(data->getTradeDate()).toString(QStringLiteral("yyyy-MM-dd"));
+        words << GZ::exchangeDate(data->getTradeDate()).toString(GZ::kDateFormat);
     }
     words.removeAll(QString());
     return words.join(QLatin1Char(' '));

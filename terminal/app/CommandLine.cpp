@@ -20,9 +20,9 @@ constexpr int kSmallestSide = 160; ///< pixels, of a picture
 constexpr int kLargestSide = 10000; ///< pixels
 constexpr double kLargestRatio = 4.0;
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("CommandLine", text);
-}
+struct CommandWords {
+    Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
 
 /// One option: how it is written, what its value is, what it does, and how the value is taken in. The taker answers
 /// an empty text, or what is wrong with the value.
@@ -115,7 +115,14 @@ QString takeWord(const QString &value, const char *first, const char *second, bo
 QString takeTheme(CommandLineOptions &options, const QString &value) {
     bool dark = false;
     const QString wrong = takeWord(value, "dark", "light", dark);
-    options.theme = value;
+    options.appearance.theme = value;
+    return wrong;
+}
+
+QString takeLanguage(CommandLineOptions &options, const QString &value) {
+    bool chinese = false;
+    const QString wrong = takeWord(value, "zh", "en", chinese);
+    options.appearance.language = value;
     return wrong;
 }
 
@@ -180,6 +187,8 @@ const QVector<Option> &table() {
         {"--wall", "N", QT_TRANSLATE_NOOP("CommandLine", "一个窗口中同时显示 N 个证券当日的走势，1 至 36"),
          takeWall},
         {"--theme", "dark|light", QT_TRANSLATE_NOOP("CommandLine", "配色，缺省为上次所选"), takeTheme},
+        {"--language", "zh|en", QT_TRANSLATE_NOOP("CommandLine", "语言，缺省为上次所给，或按系统的语言"),
+         takeLanguage},
         {"--import", "FILE", QT_TRANSLATE_NOOP("CommandLine", "导入分钟线、逐笔成交或快照文件；可以多次给出"),
          takeImport},
         {"--market", "WORD", QT_TRANSLATE_NOOP("CommandLine", "导入文件的市场，如 SH"),
@@ -281,12 +290,12 @@ ParsedCommandLine parseCommandLine(const QStringList &arguments) {
 }
 
 QString commandLineHelp() {
-    QString text = tr("用法: timeshare-terminal [选项]") + QLatin1Char('\n');
+    QString text = CommandWords::tr("用法: timeshare-terminal [选项]") + QLatin1Char('\n');
     for (const Option &option : table()) {
         const QString written =
             option.value ? QStringLiteral("%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value))
                          : QString::fromLatin1(option.name);
-        text += QStringLiteral("  %1 %2\n").arg(written, -28).arg(tr(option.what));
+        text += QStringLiteral("  %1 %2\n").arg(written, -28).arg(CommandWords::tr(option.what));
     }
     return text;
 }

@@ -10,6 +10,12 @@
 
 namespace terminal {
 
+/// What the windows look like and speak.
+struct AppearanceOptions {
+    QString theme; ///< "dark" or "light"; empty is the one chosen last
+    QString language; ///< "zh" or "en"; empty is the one kept, or the machine's
+};
+
 /// What the program was asked for. A value that was not given is empty or stands at its default.
 struct CommandLineOptions {
     bool help = false;
@@ -20,7 +26,7 @@ struct CommandLineOptions {
     bool isSizeGiven = false;
     double ratio = 1.0; ///< device pixels per pixel
     int wall = 0; ///< views of a wall instead of the one window; 0 for none
-    QString theme; ///< "dark" or "light"; empty is the one chosen last
+    AppearanceOptions appearance;
     QStringList imports; ///< files of market data, in order
     std::optional<double> speed; ///< market seconds a second
     QString market; ///< of the imported files

@@ -1,6 +1,7 @@
 #include "terminal/app/ControlRow.h"
 
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "terminal/app/ControlFold.h"
 
 #include <QComboBox>
@@ -16,7 +17,7 @@ constexpr int kInstrumentWidth = 180;
 constexpr int kSmallestWidth = 240; ///< the instrument's button and that of the menu
 
 QString shownDate(const QDate &date) {
-    return date.toString(QStringLiteral("yyyy-MM-dd"));
+    return date.toString(GZ::kDateFormat);
 }
 
 } // namespace
@@ -32,7 +33,7 @@ ControlRow::ControlRow(QWidget *parent, bool hasPace) : QWidget(parent) {
     mPanes = addBox("panes");
     mPanes->setAccessibleName(tr("副图"));
     for (int panes = 0; panes <= kMostPanes; ++panes) {
-        mPanes->addItem(panes == 0 ? tr("无副图") : tr("%1 个副图").arg(panes), panes);
+        mPanes->addItem(panes == 0 ? tr("无副图") : tr("%n 个副图", nullptr, panes), panes);
     }
     mTrades = addButton(tr("交易"), "trades", true);
     mTradeDetails = addButton(tr("交易详情"), "trade_details");
@@ -114,7 +115,7 @@ QDate ControlRow::dayAfterShown(int days) const {
 
 void ControlRow::setPanes(int count) {
     for (int missing = mPanes->count(); missing <= count; ++missing) {
-        mPanes->addItem(tr("%1 个副图").arg(missing), missing);
+        mPanes->addItem(tr("%n 个副图", nullptr, missing), missing);
     }
     mPanes->setCurrentIndex(mPanes->findData(count));
 }

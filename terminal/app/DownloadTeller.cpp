@@ -77,9 +77,9 @@ void DownloadTeller::onStep(const QString &key, int done, int total) {
 
 void DownloadTeller::tellEnd(const QString &key, bool failed) {
     if (failed) {
-        Q_EMIT told(tr("%1 的下载没有完成，已下载 %2 个交易日").arg(key).arg(mDays), true);
+        Q_EMIT told(tr("%1 的下载没有完成，已下载 %n 个交易日", nullptr, mDays).arg(key), true);
     } else if (mDays > 0) {
-        Q_EMIT told(tr("%1 下载完成，新增 %2 个交易日").arg(key).arg(mDays), false);
+        Q_EMIT told(tr("%1 下载完成，新增 %n 个交易日", nullptr, mDays).arg(key), false);
     } else {
         Q_EMIT told(tr("%1 没有可下载的数据").arg(key), false);
     }

@@ -1,6 +1,7 @@
 #include "terminal/app/ImportDialog.h"
 
 #include "host/toolkit/CFileQuestion.h"
+#include "host/toolkit/Wording.h"
 #include "terminal/app/ColumnDialog.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/market/ColumnChoice.h"
@@ -17,7 +18,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -33,7 +33,7 @@ constexpr int kFilesHeight = 80; ///< pixels
 
 /// A count with its thousands set apart.
 QString shownCount(double count) {
-    return QLocale(QLocale::Chinese).toString(static_cast<qlonglong>(count));
+    return GZ::countText(static_cast<qint64>(count));
 }
 
 double rateOf(double rows, const QElapsedTimer &since) {
@@ -243,8 +243,8 @@ void ImportDialog::showPreview(const Entry &entry) {
         mTable->setColumnCount(0);
         return;
     }
-    const QString first = preview.firstDate.toString(Qt::ISODate);
-    const QString last = preview.lastDate.toString(Qt::ISODate);
+    const QString first = preview.firstDate.toString(GZ::kDateFormat);
+    const QString last = preview.lastDate.toString(GZ::kDateFormat);
     mInfo->setText(tr("%1，%2，约 %3 行")
                        .arg(kindText(preview.kind), first == last ? first : tr("%1 至 %2").arg(first, last),
                             shownCount(preview.rowsAbout)));

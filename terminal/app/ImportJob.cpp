@@ -1,5 +1,6 @@
 #include "terminal/app/ImportJob.h"
 
+#include "host/toolkit/Wording.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/threads/ThreadStart.h"
 
@@ -50,20 +51,20 @@ QString importedText(const ImportOutcome &outcome) {
             moreBars += imported.bars;
             continue;
         }
-        QString part = QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%4 根分钟线")
-                           .arg(imported.key, dateOf(imported.firstDay).toString(QStringLiteral("yyyy-MM-dd")),
-                                dateOf(imported.lastDay).toString(QStringLiteral("yyyy-MM-dd")))
-                           .arg(imported.bars);
+        QString part =
+            QCoreApplication::translate("ImportJob", "已导入 %1 %2 至 %3，%n 根分钟线", nullptr, imported.bars)
+                .arg(imported.key, dateOf(imported.firstDay).toString(GZ::kDateFormat),
+                     dateOf(imported.lastDay).toString(GZ::kDateFormat));
         if (imported.ticks > 0) {
-            part += QCoreApplication::translate("ImportJob", "，%1 笔成交").arg(imported.ticks);
+            part += QCoreApplication::translate("ImportJob", "，%n 笔成交", nullptr, imported.ticks);
         }
         parts.append(part);
     }
-    if (const auto more = static_cast<int>(outcome.instruments.size()) - parts.size(); more > 0) {
-        parts.append(
-            QCoreApplication::translate("ImportJob", "另有 %1 个证券，%2 根分钟线").arg(more).arg(moreBars));
+    if (const int more = static_cast<int>(outcome.instruments.size() - parts.size()); more > 0) {
+        parts.append(QCoreApplication::translate("ImportJob", "另有 %n 个证券，%1 根分钟线", nullptr, more)
+                         .arg(moreBars));
     }
-    return parts.join(QStringLiteral("；"));
+    return GZ::phrasesText(parts);
 }
 
 QStringList leftOutTexts(const ImportOutcome &outcome) {
@@ -72,9 +73,10 @@ QStringList leftOutTexts(const ImportOutcome &outcome) {
     if (rows.count == 0 || (!outcome.isGood() && rows.count == 1)) { // the error tells the one
         return lines;
     }
-    lines.append(outcome.isGood()
-                     ? QCoreApplication::translate("ImportJob", "略去 %1 行：").arg(rows.count)
-                     : QCoreApplication::translate("ImportJob", "不能读的行，至少 %1 行：").arg(rows.count));
+    lines.append(
+        outcome.isGood()
+            ? QCoreApplication::translate("ImportJob", "略去 %n 行：", nullptr, rows.count)
+            : QCoreApplication::translate("ImportJob", "不能读的行，至少 %n 行：", nullptr, rows.count));
     for (const BarFault &row : rows.first) {
         lines.append(QCoreApplication::translate("ImportJob", "第 %1 行：%2").arg(row.line).arg(row.reason));
     }

@@ -1,5 +1,7 @@
 #include "terminal/app/MessagePanel.h"
 
+#include "host/toolkit/Wording.h"
+
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -16,7 +18,7 @@ enum Column : int { eTime, eFormula, eLine, eText, eCount };
 
 QTreeWidgetItem *makeRow(const FormulaMessage &message) {
     auto *row = new QTreeWidgetItem;
-    row->setText(eTime, message.time.toString(QStringLiteral("MM-dd hh:mm:ss")));
+    row->setText(eTime, message.time.toString(GZ::kShortDateFormat + QLatin1Char(' ') + GZ::kSecondFormat));
     row->setText(eFormula, message.error.formula);
     row->setText(eLine, message.error.line > 0 ? QString::number(message.error.line) : QString());
     row->setText(eText, message.error.text);
@@ -83,7 +85,7 @@ void MessagePanel::refresh() {
     for (const FormulaMessage &message : mMessages.messages()) {
         mRows->addTopLevelItem(makeRow(message));
     }
-    mTitle->setText(tr("消息 %1 条").arg(mMessages.messages().size()));
+    mTitle->setText(tr("消息 %n 条", nullptr, mMessages.messages().size()));
 }
 
 } // namespace terminal

@@ -15,6 +15,7 @@
 #include "terminal/app/ThemeStyle.h"
 #include "terminal/app/Translations.h"
 #include "terminal/app/WallWindow.h"
+#include "terminal/config/ConfigService.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
 
@@ -41,6 +42,8 @@ constexpr int kNearestDays = 3; ///< told beside a day without bars
 constexpr std::chrono::milliseconds kStartWait{1500}; ///< for days of a server, before there is a window
 constexpr std::chrono::milliseconds kSnapshotWait{20000};
 const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
+const QString kProgram = QStringLiteral("timeshare-terminal");
+const QString kLanguageField = QStringLiteral("language");
 
 /// What the offscreen platform says of itself is of no use to anybody; all else goes to the standard error stream.
 void onMessage(QtMsgType, const QMessageLogContext &, const QString &message) {
@@ -54,11 +57,23 @@ int refuse(const QString &line) {
     return kBadInput;
 }
 
+/// The language of messages, as the environment has it.
+QByteArray languageOfEnvironment() {
+    for (const char *name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const QByteArray value = qgetenv(name);
+        if (!value.isEmpty()) {
+            return value;
+        }
+    }
+    return {};
+}
+
 void setUpProcess() {
     qputenv("TZ", "Asia/Shanghai");
     tzset();
     std::setlocale(LC_ALL, "");
     if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        qputenv("LANGUAGE", languageOfEnvironment()); // stays, whatever the locale
         qputenv("LC_ALL", "C.UTF-8"); // file names and the log are UTF-8
         std::setlocale(LC_ALL, "");
     }
@@ -85,6 +100,13 @@ void setUpLook() {
     QFont font(QStringLiteral("Noto Sans CJK SC"));
     font.setPixelSize(13);
     QApplication::setFont(font);
+}
+
+/// The language of the command line, the one kept, or the machine's.
+Language chosenLanguage(const CommandLineOptions &options) {
+    const QString word = options.appearance.language.isEmpty() ? keptValue(defaultConfigPath(), kLanguageField)
+                                                               : options.appearance.language;
+    return languageOf(word, machineLocale());
 }
 
 /// What the terminal starts with.
@@ -192,6 +214,9 @@ int showTerminal(TerminalServices &services, const CommandLineOptions &options, 
 
 int showWindow(TerminalServices &services, const CommandLineOptions &options, const StartView &start,
                const QString &noLog) {
+    if (!options.appearance.language.isEmpty()) {
+        services.config().setValue(kLanguageField, options.appearance.language);
+    }
     const LogWatch watch(&TC::lostLogLines, services.messages().sink());
     if (!noLog.isEmpty()) {
         services.messages().sink()({QObject::tr("日志"), 0, noLog});
@@ -264,9 +289,9 @@ QString chooseDay(TerminalServices &services, const CommandLineOptions &options,
 
 QString chooseTheme(TerminalServices &services, const CommandLineOptions &options) {
     QString error;
-    const QString theme = options.theme.isEmpty()
+    const QString theme = options.appearance.theme.isEmpty()
                               ? services.config().value(QStringLiteral("theme"), QStringLiteral("dark"))
-                              : options.theme;
+                              : options.appearance.theme;
     return GZ::CUiResource::instance().setTheme(theme, &error) ? QString() : error;
 }
 
@@ -308,6 +333,9 @@ int runUnguarded(int argc, char **argv) {
     }
     const CommandLineOptions &options = std::get<CommandLineOptions>(parsed);
     if (options.help) {
+        QCoreApplication texts(argc, argv);
+        QCoreApplication::setApplicationName(kProgram);
+        installLanguage(chosenLanguage(options));
         std::fputs(commandLineHelp().toUtf8().constData(), stdout);
         return 0;
     }
@@ -318,10 +346,10 @@ int runUnguarded(int argc, char **argv) {
         qputenv("XDG_RUNTIME_DIR", runtimeFolder.path().toLocal8Bit());
     }
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("timeshare-terminal"));
+    QApplication::setApplicationName(kProgram);
     setUpLook();
-    if (!installTranslation()) {
-        qWarning("the translation of Qt's own dialogs could not be read");
+    if (!installLanguage(chosenLanguage(options))) {
+        qWarning("the texts of the language could not be read");
     }
     const QString noLog = openLogFile(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                                       QStringLiteral("/terminal.log"));

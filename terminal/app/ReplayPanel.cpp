@@ -1,5 +1,6 @@
 #include "terminal/app/ReplayPanel.h"
 
+#include "host/toolkit/Wording.h"
 #include "terminal/replay/ReplayService.h"
 #include "toolkit/windows/WindowLook.h"
 
@@ -17,7 +18,8 @@ constexpr int kReplayRefresh = 200; ///< milliseconds
 constexpr int kSecond = 1000;
 
 QString clock(qint64 seconds) {
-    return QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("MM-dd hh:mm"));
+    return QDateTime::fromSecsSinceEpoch(seconds).toString(GZ::kShortDateFormat + QLatin1Char(' ') +
+                                                           GZ::kMinuteFormat);
 }
 
 } // namespace
@@ -32,7 +34,7 @@ ReplayPanel::ReplayPanel(ReplayService &replay, QWidget *parent)
     mPause->setCheckable(true);
     mPause->setAutoDefault(false);
     for (const int minutes : {1, 2, 5, 10, 50}) {
-        mPace->addItem(tr("每秒 %1 分钟").arg(minutes), kSecond / minutes);
+        mPace->addItem(tr("每秒 %n 分钟", nullptr, minutes), kSecond / minutes);
     }
     auto *again = new QPushButton(tr("重新开始"), this);
     again->setObjectName(QStringLiteral("replay_again"));

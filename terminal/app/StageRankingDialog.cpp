@@ -1,5 +1,6 @@
 #include "terminal/app/StageRankingDialog.h"
 
+#include "host/toolkit/Wording.h"
 #include "terminal/app/StageRankingModel.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
@@ -21,7 +22,7 @@ namespace terminal {
 namespace {
 
 QString clockText(qint64 second) {
-    return marketDateTime(second * 1000).toString(QStringLiteral("hh:mm"));
+    return marketDateTime(second * 1000).toString(GZ::kMinuteFormat);
 }
 
 } // namespace
@@ -63,8 +64,8 @@ StageRankingDialog::~StageRankingDialog() = default;
 void StageRankingDialog::rank(const StageQuestion &question) {
     mQuestion = question;
     setWindowTitle(tr("阶段排序 %1 %2 - %3 %4")
-                       .arg(dateAt(question.start * 1000).toString(QStringLiteral("yyyy-MM-dd")),
-                            clockText(question.start), clockText(question.end), question.words));
+                       .arg(dateAt(question.start * 1000).toString(GZ::kDateFormat), clockText(question.start),
+                            clockText(question.end), question.words));
     mModel->setRows({});
     if (question.start > question.end) {
         mMessage->setText(tr("起始时间晚于终止时间，请重新选择时段"));
@@ -103,9 +104,9 @@ void StageRankingDialog::showRows() {
     mTable->selectRow(0);
     mTable->setFocus();
     mMessage->setText(mJob.isUndone()    ? noThreadText()
-                      : mJob.isStopped() ? tr("已停止，%1 个品种").arg(count)
+                      : mJob.isStopped() ? tr("已停止，%n 个品种", nullptr, count)
                       : count == 0       ? tr("该时段没有成交的品种")
-                                         : tr("%1 个品种，双击或回车显示").arg(count));
+                                         : tr("%n 个品种，双击或回车显示", nullptr, count));
 }
 
 void StageRankingDialog::setRanking(bool ranking) {

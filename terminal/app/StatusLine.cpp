@@ -1,6 +1,7 @@
 #include "terminal/app/StatusLine.h"
 
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/Wording.h"
 
 #include <QDateTime>
 #include <QHBoxLayout>
@@ -58,7 +59,8 @@ void StatusLine::clearError() {
 }
 
 void StatusLine::setMarketTime(const QDateTime &time) {
-    mClock->setText(tr("市场时间 %1").arg(time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+    mClock->setText(
+        tr("市场时间 %1").arg(time.toString(GZ::kDateFormat + QLatin1Char(' ') + GZ::kSecondFormat)));
 }
 
 void StatusLine::setTrouble(const QString &text) {

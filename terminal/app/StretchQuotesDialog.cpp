@@ -4,6 +4,7 @@
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "terminal/app/MarkedChange.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/market/MarketDate.h"
@@ -92,11 +93,13 @@ void StretchQuotesDialog::list(const QString &key, qint64 start, qint64 end) {
     const TradedSpan span =
         tradedSpan(*mServices.store().catalogue(), key, start * 1000, end * 1000, mServices.clock().now());
     mStart = span.start;
-    const auto text = [](qint64 second, const char *format) {
-        return marketDateTime(second * 1000).toString(QLatin1String(format));
+    const auto text = [](qint64 second, const QString &format) {
+        return marketDateTime(second * 1000).toString(format);
     };
     setWindowTitle(tr("时段行情 %1 %2 %3 - %4")
-                       .arg(key, mServices.nameOf(key), text(start, "yyyy-MM-dd hh:mm"), text(end, "hh:mm")));
+                       .arg(key, mServices.nameOf(key),
+                            text(start, GZ::kDateFormat + QLatin1Char(' ') + GZ::kMinuteFormat),
+                            text(end, GZ::kMinuteFormat)));
     mTable->setRowCount(0);
     mMessage->setText(tr("正在读取"));
     mJob.start([this, key, span](BackgroundJob &) {
@@ -116,7 +119,7 @@ void StretchQuotesDialog::showRows() {
         if (bar.time >= mStart) {
             const int row = mTable->rowCount();
             mTable->insertRow(row);
-            setCell(row, eMinuteTime, marketDateTime(bar.time).toString(QStringLiteral("hh:mm")));
+            setCell(row, eMinuteTime, marketDateTime(bar.time).toString(GZ::kMinuteFormat));
             setCell(row, eMinuteOpen, priceText(bar.open, decimals));
             setCell(row, eMinuteHigh, priceText(bar.high, decimals));
             setCell(row, eMinuteLow, priceText(bar.low, decimals));
@@ -134,7 +137,7 @@ void StretchQuotesDialog::showRows() {
     }
     mBars.clear();
     mMessage->setText(mJob.isUndone()          ? noThreadText()
-                      : mTable->rowCount() > 0 ? tr("%1 分钟").arg(mTable->rowCount())
+                      : mTable->rowCount() > 0 ? tr("%n 分钟", nullptr, mTable->rowCount())
                                                : tr("该时段没有行情"));
 }
 

@@ -1,6 +1,7 @@
 #include "terminal/app/TerminalServices.h"
 
 #include "host/toolkit/PriceDecimals.h"
+#include "host/toolkit/Wording.h"
 #include "terminal/formula/HostFormulaInputs.h"
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
@@ -278,11 +279,11 @@ QString TerminalServices::tellStoreFaults() {
     for (const QString &fault : faults) {
         list({QObject::tr("行情库"), 0, fault});
     }
-    return QObject::tr("行情库中有 %1 行数据不合理，已略去").arg(mStore.faults().count());
+    return QObject::tr("行情库中有 %n 行数据不合理，已略去", nullptr, mStore.faults().count());
 }
 
 QString TerminalServices::tellTradeImport() {
-    return mTrade->importNotes().tell(mFiles.line()).join(QStringLiteral("；"));
+    return GZ::phrasesText(mTrade->importNotes().tell(mFiles.line()));
 }
 
 ChartSources TerminalServices::chartSources() {
@@ -388,7 +389,7 @@ void TerminalServices::awaitHistory(const QString &key, const QDate &day, std::c
 QString TerminalServices::trouble() const {
     QStringList troubles{mRunning->trouble(), mPastDays.trouble()};
     troubles.removeAll(QString());
-    return troubles.join(QStringLiteral("；"));
+    return GZ::phrasesText(troubles);
 }
 
 QString TerminalServices::standingNotice() const {
@@ -397,7 +398,7 @@ QString TerminalServices::standingNotice() const {
         texts.append(QObject::tr("没有实时行情（没有给出 --feed），显示的是历史行情"));
     }
     texts.removeAll(QString());
-    return texts.join(QStringLiteral("；"));
+    return GZ::phrasesText(texts);
 }
 
 QDate TerminalServices::runningDayOf(const QString &key) const {

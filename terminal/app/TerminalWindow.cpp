@@ -1,6 +1,7 @@
 #include "terminal/app/TerminalWindow.h"
 
 #include "containers/CRealtimeMainWidget.h"
+#include "host/toolkit/Wording.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/app/ControlRow.h"
 #include "terminal/app/DownloadTeller.h"
@@ -178,13 +179,12 @@ bool TerminalWindow::showInstrument(const QString &key, const QDate &day) {
     const QDate running = mServices.runningDayOf(key);
     const QDate latest = mServices.latestDayOf(key);
     if (mServices.nameOf(key).isEmpty()) {
-        say(tr("没有找到“%1”，相近的有：%2")
-                .arg(key, mSearch.nearest(key, InstrumentSearch::kNearest).join(tr("，"))),
-            true);
+        const QStringList nearest = mSearch.nearest(key, InstrumentSearch::kNearest);
+        say(tr("没有找到“%1”，相近的有：%2").arg(key, GZ::listText(nearest)), true);
         return false;
     }
     if (day.isValid() && !mServices.daysOf(key).contains(day)) {
-        say(tr("%1 在 %2 没有行情").arg(key, day.toString(Qt::ISODate)), true);
+        say(tr("%1 在 %2 没有行情").arg(key, day.toString(GZ::kDateFormat)), true);
         return false;
     }
     mIsDayChosen = day.isValid() && day != (latest.isValid() ? latest : running);

@@ -12,6 +12,7 @@
 #include <boost/make_shared.hpp>
 
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace terminal {
@@ -36,6 +37,13 @@ void merge(QJsonObject &object, const QJsonObject &fields) {
             object.insert(field.key(), field.value());
         }
     }
+}
+
+/// What waited for the disk when a program was killed; it is newer than the file.
+std::optional<QJsonObject> waitingFields(const QString &path) {
+    GZ::RegularFile waiting(NewestWriter::waitingPath(path));
+    const QJsonDocument document = QJsonDocument::fromJson(waiting.whole(kLargestConfig));
+    return waiting.isGood() && document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
 
 } // namespace
@@ -156,12 +164,8 @@ int ConfigService::number(const char *name, int fallback) const {
 }
 
 void ConfigService::load() {
-    // What waited for the disk when a program was killed is newer than the file.
-    GZ::RegularFile waiting(NewestWriter::waitingPath(mPath));
-    const QByteArray newer = waiting.whole(kLargestConfig);
-    if (const QJsonDocument document = QJsonDocument::fromJson(newer);
-        waiting.isGood() && document.isObject()) {
-        mFields = document.object();
+    if (const std::optional<QJsonObject> newer = waitingFields(mPath)) {
+        mFields = *newer;
         return;
     }
     GZ::RegularFile file(mPath);
@@ -235,6 +239,14 @@ void ConfigService::tell(const QString &message) const {
     if (!mMessages.contains(message)) {
         mMessages.append(message);
     }
+}
+
+QString keptValue(const QString &path, const QString &name) {
+    if (const std::optional<QJsonObject> newer = waitingFields(path)) {
+        return newer->value(name).toString();
+    }
+    GZ::RegularFile file(path);
+    return QJsonDocument::fromJson(file.whole(kLargestConfig)).object().value(name).toString();
 }
 
 } // namespace terminal

@@ -108,4 +108,8 @@ private:
     mutable NewestWriter mWriter;
 };
 
+/// A value of a configuration file that nobody has open yet, as ConfigService::value() will tell it; empty when the file is not
+/// sound or has none.
+QString keptValue(const QString &path, const QString &name);
+
 } // namespace terminal

@@ -1,5 +1,6 @@
 #include "terminal/feed/FeedReport.h"
 
+#include "host/toolkit/Wording.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,7 @@ struct ReportWords {
 };
 
 QString clockOf(qint64 time) {
-    return marketDateTime(time).toString(QStringLiteral("hh:mm:ss"));
+    return marketDateTime(time).toString(GZ::kSecondFormat);
 }
 
 } // namespace
@@ -30,15 +31,14 @@ QString feedText(const FeedReport &report) {
         texts.append(ReportWords::tr("行情源没有消息（自 %1），行情停在此时").arg(clockOf(report.silentSince)));
     }
     if (report.behind > 0) {
-        texts.append(ReportWords::tr("%1 个证券的分时数据不全（自 %2），正在补齐")
-                         .arg(report.behind)
+        texts.append(ReportWords::tr("%n 个证券的分时数据不全（自 %1），正在补齐", nullptr, report.behind)
                          .arg(clockOf(report.behindSince)));
     }
     if (report.newerSince != 0) {
         texts.append(ReportWords::tr("行情源的数据版本高于本程序（自 %1），这些数据没有显示，请升级本程序")
                          .arg(clockOf(report.newerSince)));
     }
-    return texts.join(QStringLiteral("；"));
+    return GZ::phrasesText(texts);
 }
 
 } // namespace terminal

@@ -1,5 +1,6 @@
 #include "terminal/history/HistoryReport.h"
 
+#include "host/toolkit/Wording.h"
 #include "terminal/market/MarketDate.h"
 
 #include <QCoreApplication>
@@ -41,16 +42,17 @@ QString historyText(const HistoryReport &report) {
     QStringList texts;
     const QString trouble = troubleText(report.failure.trouble);
     if (!trouble.isEmpty()) {
-        const QString since = marketDateTime(report.since).toString(QStringLiteral("hh:mm:ss"));
-        texts.append(report.waiting > 0 ? HistoryWords::tr("%1（自 %2），%3 个证券的历史分时不全，正在重试")
+        const QString since = marketDateTime(report.since).toString(GZ::kSecondFormat);
+        texts.append(report.waiting > 0 ? HistoryWords::tr("%1（自 %2），%n 个证券的历史分时不全，正在重试",
+                                                           nullptr, report.waiting)
                                               .arg(trouble, since)
-                                              .arg(report.waiting)
                                         : HistoryWords::tr("%1（自 %2），正在重试").arg(trouble, since));
     }
     if (report.badDays > 0) {
-        texts.append(HistoryWords::tr("历史服务器上 %1 个交易日的数据不合理，没有取用").arg(report.badDays));
+        texts.append(
+            HistoryWords::tr("历史服务器上 %n 个交易日的数据不合理，没有取用", nullptr, report.badDays));
     }
-    return texts.join(QStringLiteral("；"));
+    return GZ::phrasesText(texts);
 }
 
 } // namespace terminal

@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QImage>
+#include <QMap>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
@@ -25,13 +26,17 @@ const QString &home() {
     return path;
 }
 
-Outcome runProgram(const QStringList &arguments) {
+/// `locale` is what the environment says of it; none is that of the tests.
+Outcome runProgram(const QStringList &arguments, const QMap<QString, QString> &locale = {}) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name :
          {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "QT_FONT_DPI"}) {
         environment.remove(name);
     }
     environment.insert("HOME", home());
+    for (auto value = locale.begin(); value != locale.end(); ++value) {
+        environment.insert(value.key(), *value);
+    }
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(TIMESHARE_BINARY_DIR "/bin/timeshare-terminal", arguments);
@@ -136,6 +141,22 @@ TEST_F(ProgramTest, HelpGoesToTheStandardOutput) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(outcome.output.contains("--snapshot"));
     EXPECT_TRUE(outcome.errors.isEmpty());
+}
+
+TEST_F(ProgramTest, TheLanguageIsTheMachinesOrTheOneGiven) {
+    const QString chinese = QStringLiteral("用法");
+    const auto helpWith = [](const QStringList &arguments, const QMap<QString, QString> &locale) {
+        return runProgram(QStringList("--help") + arguments, locale).output.section(':', 0, 0);
+    };
+    EXPECT_EQ(helpWith({}, {}), chinese);
+    EXPECT_EQ(helpWith({"--language", "en"}, {}), "Usage");
+    // Locales of which this machine may have no files.
+    EXPECT_EQ(helpWith({}, {{"LC_ALL", "en_US.UTF-8"}}), "Usage");
+    EXPECT_EQ(helpWith({}, {{"LC_ALL", ""}, {"LANG", "de_DE.UTF-8"}}), "Usage");
+    EXPECT_EQ(helpWith({}, {{"LC_ALL", ""}, {"LANG", "zh_CN.UTF-8"}}), chinese);
+    EXPECT_EQ(helpWith({}, {{"LC_ALL", ""}, {"LANG", "zh_CN.GB18030"}}), chinese);
+    EXPECT_EQ(helpWith({}, {{"LANGUAGE", "en_GB:en"}, {"LC_ALL", ""}, {"LANG", "zh_CN.UTF-8"}}), "Usage");
+    EXPECT_EQ(helpWith({"--language", "zh"}, {{"LC_ALL", "en_US.UTF-8"}}), chinese);
 }
 
 TEST_F(ProgramTest, BadInputGetsOneLineAndStatusTwo) {

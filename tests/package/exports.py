@@ -17,7 +17,7 @@ PREFIX = re.compile(r"^(vtable for|VTT for|typeinfo name for|typeinfo for|guard 
                     r"(non-)?virtual thunk to|construction vtable for) ")
 CLASS = re.compile(r"\b(?:class|struct) TIMESHARE_EXPORT (\w+)")
 FUNCTION = re.compile(r"^TIMESHARE_EXPORT [^;{(]*?(\w+)\(", re.MULTILINE)
-NAMESPACES = {"TC", "GZ", "se", "bson", "kvservice", "quoter", "utils"}
+NAMESPACES = {"TC", "timeshare", "GZ", "se", "bson", "kvservice", "quoter", "utils"}
 
 
 def public_headers():

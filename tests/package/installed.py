@@ -96,7 +96,7 @@ class Installed:
             for line in run("nm", "-D", "--defined-only", library).splitlines():
                 shown.add(line.split()[-1].split("@")[0])
         wanted = {line.split()[-1] for line in run("nm", "-u", compiled).splitlines()}
-        ours = re.compile(r"_ZN?K?(TVN|TIN|TSN|TTN)?(2TC|2GZ|2se|4bson|9kvservice|6quoter|5utils)")
+        ours = re.compile(r"_ZN?K?(TVN|TIN|TSN|TTN)?(2TC|2GZ|2se|4bson|9kvservice|6quoter|5utils|9timeshare)")
         hidden = sorted(name for name in wanted - shown if ours.match(name))
         if hidden:
             sys.exit("called by inline functions of public headers, and hidden:\n"

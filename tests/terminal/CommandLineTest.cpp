@@ -27,11 +27,19 @@ TEST(CommandLine, NothingGivenLeavesTheDefaults) {
     EXPECT_TRUE(options.date.isNull());
     EXPECT_EQ(options.size, QSize(1200, 700));
     EXPECT_EQ(options.ratio, 1.0);
-    EXPECT_TRUE(options.theme.isEmpty()) << "the one chosen last";
+    EXPECT_TRUE(options.appearance.theme.isEmpty()) << "the one chosen last";
     EXPECT_TRUE(options.imports.isEmpty());
     EXPECT_FALSE(options.speed.has_value());
     EXPECT_FALSE(options.volumeInLots.has_value());
     EXPECT_FALSE(options.labelAtStart.has_value());
+}
+
+TEST(CommandLine, TheLanguageIsOneOfTwoWords) {
+    EXPECT_TRUE(accepted({}).appearance.language.isEmpty()) << "the one kept, or the machine's";
+    EXPECT_EQ(accepted({"--language", "en"}).appearance.language, "en");
+    EXPECT_EQ(accepted({"--language=zh"}).appearance.language, "zh");
+    EXPECT_EQ(refused({"--language", "fr"}), "--language fr: unknown word: give zh or en");
+    EXPECT_TRUE(commandLineHelp().contains("--language zh|en"));
 }
 
 TEST(CommandLine, AFeedIsAnAddressWithoutSecrets) {
@@ -60,7 +68,7 @@ TEST(CommandLine, TakesEveryOption) {
     EXPECT_EQ(options.snapshot, "a b.png");
     EXPECT_EQ(options.size, QSize(800, 600));
     EXPECT_EQ(options.ratio, 2.0);
-    EXPECT_EQ(options.theme, "light");
+    EXPECT_EQ(options.appearance.theme, "light");
     EXPECT_EQ(options.imports, QStringList({"x.csv", "y.csv"}));
     EXPECT_EQ(options.speed, 60.0);
     EXPECT_EQ(options.market, "SH");

@@ -1,6 +1,7 @@
 #include "toolkit/drawing/SeriesText.h"
 
 #include "host/drawing/IndexBaseData.h"
+#include "host/toolkit/Wording.h"
 
 #include <QDateTime>
 
@@ -26,7 +27,7 @@ std::string cellText(std::string text) {
 
 std::string timeText(qint64 milliseconds) {
     return QDateTime::fromMSecsSinceEpoch(milliseconds)
-        .toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))
+        .toString(GZ::kDateFormat + QLatin1Char(' ') + GZ::kSecondFormat)
         .toStdString();
 }
 
@@ -58,7 +59,8 @@ std::string headText(const se::RPCFormulaResult &result, const se::RPCFormulaMet
         const auto at = static_cast<std::size_t>(line);
         const bool named = at < meta.mLineNames.size() && !meta.mLineNames[at].empty();
         text += '\t';
-        text += named ? cellText(meta.mLineNames[at]) : IndexBaseData::tr("线%1").arg(line + 1).toStdString();
+        text += named ? cellText(GZ::lineText(GZ::sToQs(meta.mLineNames[at])).toStdString())
+                      : IndexBaseData::tr("线%1").arg(line + 1).toStdString();
     }
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
+#include "host/toolkit/Wording.h"
 #include "toolkit/drawing/DrawLook.h"
 #include "toolkit/drawing/SeriesLine.h"
 
@@ -39,8 +40,9 @@ QString valueText(double value, int digits) {
 }
 
 QString lineName(const se::RPCFormulaMetaResult &meta, int line) {
-    return std::size_t(line) < meta.mLineNames.size() ? GZ::sToQs(meta.mLineNames[std::size_t(line)])
-                                                      : QString();
+    return std::size_t(line) < meta.mLineNames.size()
+               ? GZ::lineText(GZ::sToQs(meta.mLineNames[std::size_t(line)]))
+               : QString();
 }
 
 CArrowColorSimpleText::EArrow moveOf(const SeriesLine &line, int index) {

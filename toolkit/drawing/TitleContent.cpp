@@ -7,6 +7,7 @@
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "toolkit/drawing/DrawLook.h"
 #include "toolkit/drawing/SeriesLine.h"
 
@@ -43,7 +44,7 @@ void TitleContent::addInstrument(CArrowColorSimpleText &title, const IndexBaseDa
     }
     if (source.getTradeDate() != 0 &&
         !showsToday(source.getTradeDate(), source.services().get<CStockManager>())) {
-        title.append(GZ::exchangeDate(source.getTradeDate()).toString(QStringLiteral("yyyy-MM-dd")),
+        title.append(GZ::exchangeDate(source.getTradeDate()).toString(GZ::kDateFormat),
                      GZ::themeColor("ic_clr_index_title_text"));
     }
 }

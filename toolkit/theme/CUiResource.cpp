@@ -1,5 +1,6 @@
 #include "host/toolkit/CUiResource.h"
 
+#include "host/toolkit/Wording.h"
 #include "toolkit/files/RegularFile.h"
 #include "toolkit/theme/ThemeTable.h"
 #include "toolkit/theme/ThemeWords.h"
@@ -130,7 +131,7 @@ bool CUiResource::Private::load(const QString &nameOrPath, QString *error) {
     const bool builtIn = builtInThemes().contains(nameOrPath);
     if (!builtIn && !QFile::exists(nameOrPath)) {
         *error = ThemeWords::tr("没有名为“%1”的主题，也没有这个文件。内置主题：%2")
-                     .arg(nameOrPath, builtInThemes().join(QStringLiteral("、")));
+                     .arg(nameOrPath, GZ::namesText(builtInThemes()));
         return false;
     }
     // What a theme leaves out is that of the default one.

@@ -3,6 +3,7 @@
 #include "host/services/CStockManager.h"
 #include "host/services/ServiceContext.h"
 #include "host/toolkit/Text.h"
+#include "toolkit/widgets/ColumnLayout.h"
 #include "toolkit/widgets/RecordColumns.h"
 #include "toolkit/widgets/TableCell.h"
 
@@ -12,9 +13,13 @@ CHpfDataTable::CHpfDataTable(int type, int id, QWidget *parent, bool fixedOrder)
     : COddEvenRowTable(id, eWholeMenu, parent), mType(type) {
     QStringList headings;
     for (const RecordColumn &column : recordColumns(type)) {
-        headings.append(column.heading);
+        headings.append(column.heading());
     }
     setHeaders(headings);
+    int number = 0;
+    for (const RecordColumn &column : recordColumns(type)) {
+        horizontalHeaderItem(number++)->setData(ColumnLayout::kNameRole, QString::fromUtf8(column.name));
+    }
     setFlag(eSort, !fixedOrder);
 }
 

@@ -268,7 +268,7 @@ void CStandardTable::showSorting() {
 QString CStandardTable::saveConfigStr() const {
     QJsonObject layout = mColumns->save();
     if (mOrder->column() >= 0) {
-        layout.insert(kSort, mColumns->heading(mOrder->column()));
+        layout.insert(kSort, mColumns->name(mOrder->column()));
         layout.insert(kDescending, mOrder->order() == Qt::DescendingOrder);
     }
     return layout.isEmpty() ? QString()

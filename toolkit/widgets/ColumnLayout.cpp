@@ -35,9 +35,15 @@ QString ColumnLayout::heading(int column) const {
     return item ? item->text() : QString();
 }
 
+QString ColumnLayout::name(int column) const {
+    const QTableWidgetItem *item = mTable.horizontalHeaderItem(column);
+    const QString kept = item ? item->data(kNameRole).toString() : QString();
+    return kept.isEmpty() ? heading(column) : kept;
+}
+
 int ColumnLayout::columnOf(const QString &text) const {
     for (int column = 0; column < mTable.columnCount(); ++column) {
-        if (heading(column) == text) {
+        if (name(column) == text) {
             return column;
         }
     }
@@ -98,16 +104,16 @@ QJsonObject ColumnLayout::save() const {
     QJsonArray hidden;
     bool moved = false;
     for (int place = 0; place < mTable.columnCount(); ++place) {
-        order.append(heading(header->logicalIndex(place)));
+        order.append(name(header->logicalIndex(place)));
         moved = moved || header->logicalIndex(place) != place;
         if (mTable.isColumnHidden(place)) {
-            hidden.append(heading(place));
+            hidden.append(name(place));
         }
     }
     QJsonObject widths;
     for (const int column : mSized) {
         if (!mTable.isColumnHidden(column)) {
-            widths.insert(heading(column), mTable.columnWidth(column));
+            widths.insert(name(column), mTable.columnWidth(column));
         }
     }
     QJsonObject layout;

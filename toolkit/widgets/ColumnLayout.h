@@ -11,15 +11,21 @@ class QTableWidget;
 namespace GZ {
 
 /// How the columns of a table lie: their order, their widths, and which are hidden. It knows what of that the user has
-/// chosen, tells it as a text's values, and can take it back. Columns are told apart by their headings there.
+/// chosen, tells it as a text's values, and can take it back. Columns are told apart by their names there, so that a layout
+/// stays when the headings are in another language.
 class ColumnLayout : public QObject {
     Q_OBJECT
 public:
+    static constexpr int kNameRole =
+        Qt::UserRole + 1; ///< of a heading's item: the column's name in every language
+
     /// The table, which it watches for the mouse, must have its headings.
     explicit ColumnLayout(QTableWidget &table);
 
     QString heading(int column) const;
-    int columnOf(const QString &heading) const; ///< -1 when there is none
+    /// What is kept under kNameRole with the heading; the heading itself where nothing is.
+    QString name(int column) const;
+    int columnOf(const QString &name) const; ///< -1 when there is none
     /// Columns that are to be seen, as they lie.
     QList<int> shown() const;
 

@@ -23,9 +23,9 @@ constexpr int kText = Qt::AlignCenter;
 constexpr int kNumber = Qt::AlignRight | Qt::AlignVCenter;
 constexpr int kAmountDecimals = 2;
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("GZ::CHpfDataTable", text);
-}
+struct RecordWords {
+    Q_DECLARE_TR_FUNCTIONS(GZ::CHpfDataTable)
+};
 
 using Stocks = TC::CStockManager;
 
@@ -49,13 +49,13 @@ QString clockText(const std::string &time) {
 QString offsetText(int offset) {
     switch (offset) {
     case 48:
-        return tr("开仓");
+        return RecordWords::tr("开仓");
     case 49:
-        return tr("平仓");
+        return RecordWords::tr("平仓");
     case 51:
-        return tr("平今");
+        return RecordWords::tr("平今");
     case 52:
-        return tr("平昨");
+        return RecordWords::tr("平昨");
     default:
         return {};
     }
@@ -64,17 +64,17 @@ QString offsetText(int offset) {
 QString statusText(const COrderDetail &order) {
     switch (order.mStatus) {
     case kvservice::eOrderReported:
-        return tr("已报");
+        return RecordWords::tr("已报");
     case kvservice::eOrderPartlyFilled:
-        return tr("部成");
+        return RecordWords::tr("部成");
     case kvservice::eOrderFilled:
-        return tr("已成");
+        return RecordWords::tr("已成");
     case kvservice::eOrderCancelled:
-        return order.mTradedVolume > 0 ? tr("部成已撤") : tr("已撤");
+        return order.mTradedVolume > 0 ? RecordWords::tr("部成已撤") : RecordWords::tr("已撤");
     case kvservice::eOrderRejected:
-        return tr("废单");
+        return RecordWords::tr("废单");
     default:
-        return tr("状态 %1").arg(order.mStatus);
+        return RecordWords::tr("状态 %1").arg(order.mStatus);
     }
 }
 
@@ -105,7 +105,7 @@ template <class Record> RecordCell nameCell(const IData &record, Stocks &stocks)
 template <class Record> RecordCell sideCell(const IData &record, Stocks &) {
     const Record &trade = as<Record>(record);
     const bool buys = kvservice::isBuyByDirection(trade.mDirection, trade.mOffsetFlag);
-    return {(buys ? tr("买入") : tr("卖出")) + offsetText(trade.mOffsetFlag),
+    return {(buys ? RecordWords::tr("买入") : RecordWords::tr("卖出")) + offsetText(trade.mOffsetFlag),
             {},
             buys ? QStringLiteral("ic_clr_index_default_rise") : QStringLiteral("ic_clr_index_default_fall")};
 }
@@ -155,29 +155,34 @@ RecordCell keyCell(const IData &record, Stocks &) {
 
 QVector<RecordColumn> orderColumns() {
     return {
-        {tr("委托时间"), kText, timeCell<COrderDetail>},
-        {tr("资金账号"), kText, accountCell<COrderDetail>},
-        {tr("证券代码"), kText, codeCell<COrderDetail>},
-        {tr("证券名称"), kText, nameCell<COrderDetail>},
-        {tr("买卖方向"), kText, sideCell<COrderDetail>},
-        {tr("委托价格"), kNumber, priceCell<COrderDetail>},
-        {tr("委托数量"), kNumber, volumeCell<COrderDetail>},
-        {tr("成交数量"), kNumber, tradedCell},
-        {tr("委托状态"), kText, statusCell},
-        {tr("交易策略"), kText, strategyCell<COrderDetail>},
-        {tr("合同编号"), kText, contractCell<COrderDetail>},
-        {tr("委托日期"), kText, dateCell},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "委托时间"), kText, timeCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "资金账号"), kText, accountCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "证券代码"), kText, codeCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "证券名称"), kText, nameCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "买卖方向"), kText, sideCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "委托价格"), kNumber, priceCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "委托数量"), kNumber, volumeCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交数量"), kNumber, tradedCell},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "委托状态"), kText, statusCell},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "交易策略"), kText, strategyCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "合同编号"), kText, contractCell<COrderDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "委托日期"), kText, dateCell},
     };
 }
 
 QVector<RecordColumn> dealColumns() {
     return {
-        {tr("成交时间"), kText, timeCell<CDealDetail>},     {tr("资金账号"), kText, accountCell<CDealDetail>},
-        {tr("证券代码"), kText, codeCell<CDealDetail>},     {tr("证券名称"), kText, nameCell<CDealDetail>},
-        {tr("买卖方向"), kText, sideCell<CDealDetail>},     {tr("成交价格"), kNumber, priceCell<CDealDetail>},
-        {tr("成交数量"), kNumber, volumeCell<CDealDetail>}, {tr("成交金额"), kNumber, amountCell},
-        {tr("交易策略"), kText, strategyCell<CDealDetail>}, {tr("成交编号"), kText, keyCell},
-        {tr("合同编号"), kText, contractCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交时间"), kText, timeCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "资金账号"), kText, accountCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "证券代码"), kText, codeCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "证券名称"), kText, nameCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "买卖方向"), kText, sideCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交价格"), kNumber, priceCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交数量"), kNumber, volumeCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交金额"), kNumber, amountCell},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "交易策略"), kText, strategyCell<CDealDetail>},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "成交编号"), kText, keyCell},
+        {QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "合同编号"), kText, contractCell<CDealDetail>},
     };
 }
 
@@ -190,8 +195,12 @@ QVector<RecordColumn> recordColumns(int type) {
     case CHpfDataTable::eDeals:
         return dealColumns();
     default:
-        return {{tr("编号"), kText, keyCell}};
+        return {{QT_TRANSLATE_NOOP("GZ::CHpfDataTable", "编号"), kText, keyCell}};
     }
+}
+
+QString RecordColumn::heading() const {
+    return RecordWords::tr(name);
 }
 
 bool isRecordOf(int type, const IData &record) {

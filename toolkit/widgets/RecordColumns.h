@@ -21,7 +21,10 @@ struct RecordCell {
 
 /// A column of a table of records.
 struct RecordColumn {
-    QString heading;
+    const char *name; ///< the heading as it is written here, by which layouts are kept in every language
+
+    QString heading() const;
+
     int alignment; ///< of Qt::Alignment
     RecordCell (*cell)(const kvservice::IData &record,
                        TC::CStockManager &stocks); ///< of a record of the table's kind

@@ -11,27 +11,36 @@
 namespace GZ {
 namespace {
 
+constexpr long double kLeastCounted = 1e4L; ///< smaller numbers are written out in every language
+
 /// A unit that a large number is counted in.
 struct Unit {
-    long double mSize;
-    const char *mName;
+    long double size;
+    QString name;
 };
 
-/// The largest first.
-constexpr Unit kUnits[] = {
-    {1e12L, QT_TRANSLATE_NOOP("GZ::Text", "万亿")},
-    {1e8L, QT_TRANSLATE_NOOP("GZ::Text", "亿")},
-    {1e4L, QT_TRANSLATE_NOOP("GZ::Text", "万")},
-};
+bool isCounted(long double number) {
+    return std::fabs(number) >= kLeastCounted - TC::kValueTolerance;
+}
 
-/// The unit that a number is counted in; null for the number itself.
-const Unit *unitOf(long double number) {
-    for (const Unit &unit : kUnits) {
-        if (std::fabs(number) >= unit.mSize - TC::kValueTolerance) {
-            return &unit;
+/// The unit that a counted number is counted in.
+Unit unitOf(long double number) {
+    //: Units of large numbers, each behind its power of ten, the largest first.
+    const QString units = QCoreApplication::translate("GZ::Text", "12万亿 8亿 4万");
+    Unit unit{1.0L, {}};
+    for (int at = 0; at < units.size(); ++at) {
+        int power = 0;
+        for (; at < units.size() && units[at].isDigit(); ++at) {
+            power = power * 10 + units[at].digitValue();
         }
+        const int end = units.indexOf(QLatin1Char(' '), at);
+        unit = {std::pow(10.0L, power), units.mid(at, end < 0 ? -1 : end - at)};
+        if (end < 0 || std::fabs(number) >= unit.size - TC::kValueTolerance) {
+            break;
+        }
+        at = end;
     }
-    return nullptr;
+    return unit;
 }
 
 /// Digits with a point, whatever the locale; negative zero without its sign.
@@ -69,9 +78,10 @@ QString formatDoubleNumber(long double number, int decimals, int flags, bool gro
     }
     QString unit;
     if (flags & utils::eFormatScaled) {
-        if (const Unit *large = unitOf(number)) {
-            number /= large->mSize;
-            unit = QCoreApplication::translate("GZ::Text", large->mName);
+        if (isCounted(number)) {
+            const Unit large = unitOf(number);
+            number /= large.size;
+            unit = large.name;
         }
     }
     std::string text = fixedText(number, std::clamp(decimals, 0, 10));
@@ -83,7 +93,7 @@ QString formatDoubleNumber(long double number, int decimals, int flags, bool gro
 }
 
 int getGraphShowTick(double value, int precision) {
-    return unitOf(value) ? std::max(precision, 2) : precision;
+    return isCounted(value) ? std::max(precision, 2) : precision;
 }
 
 } // namespace GZ

@@ -3,6 +3,7 @@
 #include "host/services/CSelfStockManager.h"
 #include "host/services/CStockManager.h"
 #include "host/services/ServiceContext.h"
+#include "host/toolkit/Wording.h"
 #include "toolkit/windows/WindowLook.h"
 
 #include <QComboBox>
@@ -33,9 +34,9 @@ QString captionOf(const QVector<QString> &keys, CStockManager &stocks) {
         captions.append(captionOf(key, stocks));
     }
     if (keys.size() > kMostNamed) {
-        captions.append(CAddSelfStockDialog::tr("等%1个品种").arg(keys.size()));
+        captions.append(CAddSelfStockDialog::tr("等%n个品种", "behind some of their names", keys.size()));
     }
-    return captions.join(QStringLiteral("，"));
+    return GZ::listText(captions);
 }
 
 } // namespace

@@ -37,9 +37,9 @@ bool isScript(const QString &name, CFormulaOperateManager &formulas) {
     return !name.isEmpty() && formula && formula->mLanguage == EFormulaLanguage::Python;
 }
 
-QString tr(const char *text) {
-    return QCoreApplication::translate("TC::CFormulaEditorManager", text);
-}
+struct EditorWords {
+    Q_DECLARE_TR_FUNCTIONS(TC::CFormulaEditorManager)
+};
 
 } // namespace
 
@@ -47,9 +47,9 @@ QWidget *CFormulaEditorManager::createWindow(const QString &name, int, QWidget *
                                              const ServiceContext &services) {
     auto &formulas = services.get<CFormulaOperateManager>();
     if (isScript(name, formulas)) {
-        GZ::CMessageBox::warning(
-            parent, tr("提示"),
-            tr("%1 是脚本模型，请编辑文件夹 %2 中的 %3.py").arg(name, formulas.pythonDir(), name.toUpper()));
+        GZ::CMessageBox::warning(parent, EditorWords::tr("提示"),
+                                 EditorWords::tr("%1 是脚本模型，请编辑文件夹 %2 中的 %3.py")
+                                     .arg(name, formulas.pythonDir(), name.toUpper()));
         return nullptr;
     }
     GZ::FormulaEditorWindow *window = windowOf(name, formulas);

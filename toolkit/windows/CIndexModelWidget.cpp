@@ -6,6 +6,7 @@
 #include "host/toolkit/CStyleSheetCenter.h"
 #include "host/toolkit/Events.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "toolkit/windows/DialogLook.h"
 
 #include <QInputDialog>
@@ -173,7 +174,7 @@ void CIndexModelWidget::showSaveModelDialog(const QVector<QString> &formulas) {
     GZ::applyDialogLook(*dialog);
     dialog->setWindowTitle(tr("保存模板"));
     dialog->setLabelText(
-        tr("模板名称（%1）：").arg(QStringList(formulas.begin(), formulas.end()).join(QStringLiteral("、"))));
+        tr("模板名称（%1）：").arg(GZ::namesText(QStringList(formulas.begin(), formulas.end()))));
     dialog->setOkButtonText(tr("确定"));
     dialog->setCancelButtonText(tr("取消"));
     const bool accepted = dialog->exec() == QDialog::Accepted;

@@ -124,7 +124,7 @@ void CSmartKeyboardDialog::search(const QString &text) {
     mList->setCurrentRow(mItems.isEmpty() ? -1 : 0);
     mHint->setText(text.trimmed().isEmpty() ? tr("键入后用↑↓选择，回车确定")
                    : mItems.isEmpty()       ? tr("没有匹配的品种")
-                                            : tr("共%1项，↑↓选择，回车确定").arg(mItems.size()));
+                                      : tr("共%n项，↑↓选择，回车确定", nullptr, mItems.size()));
 }
 
 bool CSmartKeyboardDialog::chooseByKey(int key) {

@@ -25,7 +25,7 @@ TC::CFormulaEditorManager::ApplyFunction &applyFunction() {
 
 QMessageBox::StandardButton askUser(QWidget *parent, const QString &text,
                                     QMessageBox::StandardButtons buttons) {
-    QMessageBox box(QMessageBox::Question, QCoreApplication::translate("FormulaEditorWindow", "提示"), text,
+    QMessageBox box(QMessageBox::Question, QCoreApplication::translate("GZ::FormulaEditorWindow", "提示"), text,
                     buttons, parent);
     box.setPalette(windowPalette());
     return static_cast<QMessageBox::StandardButton>(box.exec());

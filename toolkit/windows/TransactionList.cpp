@@ -4,6 +4,7 @@
 #include "host/toolkit/CUiResource.h"
 #include "host/toolkit/Text.h"
 #include "host/toolkit/ThemeColor.h"
+#include "host/toolkit/Wording.h"
 #include "toolkit/windows/DialogLook.h"
 
 #include <QPainter>
@@ -75,7 +76,7 @@ void TransactionList::setRows(std::vector<Record> rows) {
 
 QStringList TransactionList::textsOf(const quoter::QuoterBase &record) const {
     const auto *transaction = dynamic_cast<const quoter::QuoterTransaction *>(&record);
-    return {QDateTime::fromMSecsSinceEpoch(record.mTime).toString(QStringLiteral("hh:mm:ss")),
+    return {QDateTime::fromMSecsSinceEpoch(record.mTime).toString(GZ::kSecondFormat),
             GZ::formatDoubleNumber(record.mPrice, mDecimals, 0, false, QStringLiteral("--")),
             quantityText(transaction ? transaction->mVolume : 0.0),
             quantityText(transaction ? transaction->mAmount : 0.0)};

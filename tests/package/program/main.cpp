@@ -4,12 +4,14 @@
 #include "Host.h"
 
 #include <timeshare/containers/CRealtimeMainWidget.h>
+#include <timeshare/host/Translation.h>
 #include <timeshare/host/Version.h>
 #include <timeshare/host/services/CFileClient.h>
 #include <timeshare/host/services/DefaultServices.h>
 #include <timeshare/viewmodel/CRealtimeUiParam.h>
 
 #include <QApplication>
+#include <QLocale>
 
 #include <algorithm>
 #include <cstdio>
@@ -126,6 +128,17 @@ void tryServices() {
     expect(TC::missingServices().size() == 17, "the defaults go, the program's services stay");
 }
 
+/// English is inside the library, without a file beside it.
+void tryLanguages() {
+    const auto yes = [] { return QCoreApplication::translate("GZ::CMessageBox", "\xe6\x98\xaf"); };
+    const QString chinese = yes();
+    expect(timeshare::installTranslation(QLocale(QLocale::English)), "English is there");
+    expect(yes() == QLatin1String("Yes"), "texts are English");
+    expect(!timeshare::installTranslation(QLocale(QLocale::German)), "another language is refused");
+    expect(timeshare::installTranslation(QLocale(QLocale::Chinese)) && yes() == chinese,
+           "texts are Chinese again");
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -143,6 +156,7 @@ int main(int argc, char **argv) {
     expect(release == TC::libraryVersion(), "headers and library are of one release");
     expect(catchesFaultOfDocument(), "an exception of the library is known by its type");
     tryServices();
+    tryLanguages();
     std::printf("%d faults\n", faults);
     return faults == 0 ? 0 : 1;
 }
