@@ -49,7 +49,9 @@ bool CrossLineInput::operator==(const CrossLineInput &other) const {
 
 QRectF CrossLinePlan::inkOf(const QLine &line, double ratio) {
     const double before = std::floor(ratio / 2.0) / ratio;
-    return QRectF(QRect(line.p1(), line.p2()).normalized()).translated(-before, -before);
+    const auto [left, right] = std::minmax({line.x1(), line.x2()});
+    const auto [top, bottom] = std::minmax({line.y1(), line.y2()});
+    return QRectF(left, top, right - left + 1, bottom - top + 1).translated(-before, -before);
 }
 
 QRegion CrossLinePlan::changeFrom(const CrossLinePlan &before) const {

@@ -112,12 +112,14 @@ QPointF GlyphLine::originIn(const QRect &rect, Qt::Alignment alignment) const {
     }
     const qreal spare = rect.width() - advance;
     const qreal left = alignment & Qt::AlignRight ? spare : alignment & Qt::AlignHCenter ? spare / 2 : 0;
+    const qreal height =
+        std::ceil(ascent + descent); // of which Qt 6 keeps the fractions, and rounds as it aligns
     return {std::trunc((rect.x() + left) * kPlaceSteps) / kPlaceSteps,
-            rect.y() + (rect.height() - (ascent + descent)) / 2 + ascent};
+            rect.y() + (rect.height() - height) / 2 + ascent};
 }
 
 bool GlyphLayout::isFull() const {
-    return mGlyphs.size() > kMostGlyphs || mSteps.size() > kMostSteps;
+    return int(mGlyphs.size()) > kMostGlyphs || mSteps.size() > kMostSteps;
 }
 
 void GlyphLayout::clear() {
@@ -157,16 +159,16 @@ bool GlyphLayout::split(const QString &text, Letters &letters) {
 }
 
 const Glyph &GlyphLayout::glyphOf(const Letter &letter) {
-    const auto known = mGlyphs.constFind(letter.key());
-    if (known != mGlyphs.constEnd()) {
-        return *known;
+    const auto known = mGlyphs.find(letter.key());
+    if (known != mGlyphs.end()) {
+        return known->second;
     }
     const Shaped shaped = shape(mFont, letter.script, QString(letter.character));
     Glyph glyph;
     if (shaped.glyphs.size() == 1) {
         glyph = {indexOfFont(shaped.fonts[0]), shaped.glyphs[0], shaped.advance, shaped.ascent, shaped.descent};
     }
-    return *mGlyphs.insert(letter.key(), glyph);
+    return mGlyphs.emplace(letter.key(), glyph).first->second;
 }
 
 /// Pixels from the left of a letter to that of the next, kerning included; negative for a pair that is not its two

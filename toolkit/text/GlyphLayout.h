@@ -7,6 +7,8 @@
 #include <QVarLengthArray>
 #include <QVector>
 
+#include <unordered_map>
+
 class QPainter;
 class QRect;
 
@@ -64,7 +66,7 @@ private:
 
     QFont mFont;
     QVector<QRawFont> mRawFonts; ///< the font, and those that stand in for it
-    QHash<quint64, Glyph> mGlyphs; ///< a glyph stays where it is
+    std::unordered_map<quint64, Glyph> mGlyphs; ///< a glyph stays where it is, as in no QHash of Qt 6
     QHash<quint64, qreal> mSteps; ///< by both letters
 };
 

@@ -59,8 +59,8 @@ void copyColumns(const GlyphPictures::Strip &from, int left, GlyphPictures::Stri
 } // namespace
 
 const GlyphPictures::Strip &GlyphPictures::inkOf(const GlyphLayout &layout, const Piece &piece) {
-    const auto known = mInks.constFind(piece);
-    return known != mInks.constEnd() ? *known : *mInks.insert(piece, drawInk(layout, piece));
+    const auto known = mInks.find(piece);
+    return known != mInks.end() ? known->second : mInks.emplace(piece, drawInk(layout, piece)).first->second;
 }
 
 GlyphPictures::Strip GlyphPictures::drawInk(const GlyphLayout &layout, const Piece &piece) const {

@@ -2,9 +2,11 @@
 
 #include "toolkit/text/GlyphLayout.h"
 
-#include <QHash>
 #include <QImage>
 #include <QRgb>
+
+#include <functional>
+#include <unordered_map>
 
 namespace GZ {
 
@@ -44,9 +46,11 @@ private:
         bool operator==(const Piece &other) const {
             return glyph == other.glyph && next == other.next && phase == other.phase && step == other.step;
         }
-        friend uint qHash(const Piece &piece, uint seed = 0) {
-            return qHash(piece.glyph, seed) ^ qHash(piece.next, seed + 1) ^ uint(piece.phase) ^
-                   uint(piece.step) << 2;
+    };
+    struct PieceHash {
+        size_t operator()(const Piece &piece) const {
+            const std::hash<const Glyph *> hash;
+            return hash(piece.glyph) * 31 ^ hash(piece.next) ^ size_t(piece.phase) ^ size_t(piece.step) << 2;
         }
     };
     /// A character at its place in a line.
@@ -66,7 +70,7 @@ private:
     bool join(const GlyphLayout &layout, const Placed &letter, const Placed &next, int edge, Strip &strip);
 
     Look mLook;
-    QHash<Piece, Strip> mInks;
+    std::unordered_map<Piece, Strip, PieceHash> mInks; ///< a strip stays where it is, as in no QHash of Qt 6
 };
 
 } // namespace GZ
