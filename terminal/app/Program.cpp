@@ -188,6 +188,10 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     if (!waitForChart(view)) {
         return QStringLiteral("%1: no data arrived in time: try again").arg(start.key);
     }
+    const QString trouble = services.trouble(); // a window has a line for it
+    if (!trouble.isEmpty()) {
+        std::fprintf(stderr, "timeshare-terminal: %s\n", trouble.toUtf8().constData());
+    }
     return writePicture(sheet, options.snapshot);
 }
 

@@ -92,6 +92,21 @@ def look_at_terminal(programs, folder, words):
         assert picture.read_bytes().startswith(b"\x89PNG"), picture
 
 
+def look_at_wrong_passwords(programs, folder, words):
+    """A picture that lacks what servers refuse is told of in one line, and the password in none, nor in the log."""
+    wrong = folder / "wrong"
+    wrong.write_text("user=terminal\npassword=hush-hush\n")
+    environment = {**os.environ, "TIMESHARE_FEED_CREDENTIALS": str(wrong), "TIMESHARE_HISTORY_CREDENTIALS": str(wrong),
+                   "HOME": str(folder / "stranger"), "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": str(folder)}
+    told = run(programs / "timeshare-terminal", *words[3:], "--store", folder / "stranger.db", "--language", "zh", "--instrument",
+               "SH600000", "--snapshot", folder / "stranger.png", env=environment)
+    lines = [line for line in told.splitlines() if line.startswith("timeshare-terminal: ")]
+    assert len(lines) == 1 and "行情服务器不接受登录凭据" in lines[0] and "历史服务器不接受" in lines[0], told
+    logs = list((folder / "stranger").rglob("terminal.log"))
+    assert logs, "there is no log"
+    assert not any("hush" in text for text in (told, *(log.read_text(errors="replace") for log in logs)))
+
+
 def look_at_secrets(folder, said):
     state = json.loads((folder / "servers.json").read_text())
     for password in state["passwords"].values():
@@ -146,6 +161,7 @@ def session(programs, folder):
                         + "".join(f"{DAY} 09:3{minute}:00,600000.XSHG,10.1,10.3,10.0,10.2,1000,10200\n" for minute in (1, 2, 3)))
         assert "1 days with 3 bars loaded" in run(SERVERS, "load", desk, "--programs", programs, file)
         look_at_terminal(programs, folder, words)
+        look_at_wrong_passwords(programs, folder, words)
         ports = look_at_secrets(desk, said)
         assert run(SERVERS, "status", desk).count("runs as process") == 3
         os.kill(pids["feed"], signal.SIGKILL)
