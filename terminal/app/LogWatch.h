@@ -1,9 +1,9 @@
 #pragma once
 
+#include "terminal/app/Heartbeat.h"
 #include "terminal/formula/FormulaError.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <functional>
 
@@ -15,8 +15,6 @@ class LogWatch : public QObject {
 public:
     using Count = std::function<qint64()>;
 
-    static constexpr int kLook = 1000; ///< milliseconds between looks
-
     /// `lost` counts the lines that were lost since the start of the program; `sink` hears of them.
     LogWatch(Count lost, FormulaErrorSink sink);
     void look();
@@ -25,7 +23,7 @@ private:
     const Count mLost;
     const FormulaErrorSink mSink;
     bool mIsTold = false;
-    QTimer mTimer;
+    Heartbeat mHeartbeat;
 };
 
 } // namespace terminal

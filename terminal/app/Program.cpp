@@ -4,6 +4,7 @@
 #include "host/toolkit/CUiResource.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/app/CommandLine.h"
+#include "terminal/app/Heartbeat.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
 #include "terminal/app/LogWatch.h"
@@ -25,7 +26,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextStream>
-#include <QTimer>
 
 #include <algorithm>
 #include <clocale>
@@ -226,14 +226,13 @@ int showWindow(TerminalServices &services, const CommandLineOptions &options, co
         services.messages().sink()({QObject::tr("日志"), 0, noLog});
     }
     const FormulaErrorSink told = services.messages().sink();
-    QTimer memory;
-    QObject::connect(&memory, &QTimer::timeout, &memory, [&memory, &told] {
-        if (isMemoryShort()) {
-            memory.stop();
+    const Heartbeat memory;
+    QObject::connect(&memory, &Heartbeat::beat, &memory, [&told, isTold = false]() mutable {
+        if (!isTold && isMemoryShort()) {
+            isTold = true;
             told({QObject::tr("内存"), 0, QObject::tr("系统内存不足，请关闭其他程序，并尽快重新启动本程序")});
         }
     });
-    memory.start(LogWatch::kLook);
     return options.wall > 0 ? showWall(services, options, start) : showTerminal(services, options, start);
 }
 

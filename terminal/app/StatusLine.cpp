@@ -58,9 +58,9 @@ void StatusLine::clearError() {
     }
 }
 
-void StatusLine::setMarketTime(const QDateTime &time) {
-    mClock->setText(
-        tr("市场时间 %1").arg(time.toString(GZ::kDateFormat + QLatin1Char(' ') + GZ::kSecondFormat)));
+void StatusLine::setMarketTime(const QDateTime &time, bool isTrading) {
+    const QString clock = isTrading ? QString(GZ::kSecondFormat) : QString(GZ::kMinuteFormat);
+    mClock->setText(tr("市场时间 %1").arg(time.toString(GZ::kDateFormat + QLatin1Char(' ') + clock)));
 }
 
 void StatusLine::setTrouble(const QString &text) {

@@ -18,7 +18,8 @@ public:
     void sayLasting(const QString &error);
     /// Takes an error away that does not last.
     void clearError();
-    void setMarketTime(const QDateTime &time);
+    /// Without seconds while nothing is traded.
+    void setMarketTime(const QDateTime &time, bool isTrading);
     /// What is wrong with the market that comes from a server; stays beside all else until it is empty.
     void setTrouble(const QString &text);
     QString text() const;

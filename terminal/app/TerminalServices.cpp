@@ -22,6 +22,7 @@
 namespace terminal {
 namespace {
 
+constexpr qint64 kAroundTrading = 10 * 60 * 1000LL; ///< milliseconds before and after a minute of trading
 constexpr int kFinestLevel = 3; ///< of sectors
 constexpr qint64 kHour = 3600 * 1000LL;
 constexpr int kFormulaWorkers = 2; ///< for formulas that are quick
@@ -30,7 +31,7 @@ constexpr qint64 kShareDay =
 
 /// Times of the positions of the trading day of an instrument, a user-defined index or a portfolio. A night session that was not held keeps its positions, as it
 /// does on the axis of a chart.
-std::vector<qint64> dayPositions(CMarketStore &store, const StoreTradeTimes &times, const QString &key,
+std::vector<qint64> dayPositions(const CMarketStore &store, const StoreTradeTimes &times, const QString &key,
                                  int day) {
     const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
     const Instrument *instrument = catalogue->find(key);
@@ -406,6 +407,21 @@ QDate TerminalServices::runningDayOf(const QString &key) const {
     const Instrument *instrument = dayInstrumentOf(*catalogue, key);
     const int day = instrument ? mRunning->exchange().runningDay(instrument->key()) : 0;
     return day == 0 ? QDate() : dateOf(day);
+}
+
+int TerminalServices::longestRest() const {
+    return mRunning->hasOwnMarket() ? Heartbeat::kRest : Heartbeat::kInterval;
+}
+
+bool TerminalServices::isTrading(const QString &key) const {
+    const QDate day = runningDayOf(key);
+    if (!day.isValid()) {
+        return false;
+    }
+    const std::vector<qint64> minutes = dayPositions(mStore, mMarket->times(), key, dayOf(day));
+    const qint64 now = mClock->now();
+    const auto near = std::lower_bound(minutes.begin(), minutes.end(), now - kAroundTrading);
+    return near != minutes.end() && *near <= now + kAroundTrading;
 }
 
 qint64 marketStart(const Catalogue &catalogue, qint64 now) {

@@ -124,6 +124,11 @@ public:
     /// The day of an instrument that is shown where none is chosen: null for the running one, which is live, and where there is no
     /// running market the newest that is known.
     QDate latestDayOf(const QString &key);
+    /// Milliseconds after which a window has a look though nothing has happened in it: what servers do, or leave, is to be
+    /// told within a second.
+    int longestRest() const;
+    /// Whether an instrument is traded now, or a few minutes before or after; false for an unknown one.
+    bool isTrading(const QString &key) const;
     /// The running trading day of an instrument; null for an unknown one.
     QDate runningDayOf(const QString &key) const;
 

@@ -14,6 +14,7 @@
 #include "terminal/app/PastDaysWatch.h"
 #include "terminal/app/QuoteLists.h"
 #include "terminal/app/ReplayControl.h"
+#include "terminal/app/ShownTime.h"
 #include "terminal/app/SmartKeyboard.h"
 #include "terminal/app/StatusLine.h"
 #include "terminal/app/StretchWindows.h"
@@ -46,7 +47,8 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
       mControls(new ControlRow(this, services.running().hasOwnMarket())), mStatus(new StatusLine(this)),
       mLists(new QuoteLists(services, *mView, this)), mDownloads(new DownloadTeller(services, *mView, this)),
       mReplay(new ReplayControl(services.replay(), *mView, this)), mKeyboard(new SmartKeyboard(this)),
-      mMemory(std::make_unique<ViewMemory>(services.config(), *mView, services.clock(), *this)) {
+      mMemory(std::make_unique<ViewMemory>(services.config(), *mView, services.clock(), *this)),
+      mTime(new ShownTime(services, *mView, *mStatus, this)) {
     setObjectName(QStringLiteral("terminal_window"));
     setWindowTitle(tr("分时行情"));
     layOut();
@@ -66,8 +68,7 @@ TerminalWindow::TerminalWindow(TerminalServices &services, QWidget *parent)
     } else {
         setFormulaPanes(mServices.config().value(kPanesField, kDefaultPanes).toInt());
     }
-    connect(&mSecond, &QTimer::timeout, this, &TerminalWindow::onSecond);
-    mSecond.start(1000);
+    connect(&mHeartbeat, &Heartbeat::beat, this, &TerminalWindow::onBeat);
     tellMessages();
 }
 
@@ -422,14 +423,13 @@ void TerminalWindow::closeEvent(QCloseEvent *event) {
     QTimer::singleShot(0, qApp, &QApplication::closeAllWindows);
 }
 
-void TerminalWindow::onSecond() {
+void TerminalWindow::onBeat() {
     tellMessages();
     refreshControls();
-    mStatus->setMarketTime(mServices.clock().currentDateTime());
+    mTime->show();
     mStatus->setTrouble(mServices.standingNotice());
-    const QString key = mView->instrument();
-    const QDate running = key.isEmpty() ? QDate() : mServices.runningDayOf(key);
-    if (running != mRunningDay && !key.isEmpty()) {
+    const QDate running = mServices.runningDayOf(mView->instrument());
+    if (running != mRunningDay && !mView->instrument().isEmpty()) {
         mRunningDay = running;
         if (!mView->isPastDay()) {
             mServices.historyCache().clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/toolkit/CUiResource.h"
+#include "terminal/app/Heartbeat.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/TerminalServices.h"
 
@@ -8,7 +9,6 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -26,6 +26,7 @@ class MessagePanel;
 class QuoteLists;
 class ReplayControl;
 class SmartKeyboard;
+class ShownTime;
 class StatusLine;
 class ViewMemory;
 
@@ -107,7 +108,7 @@ private:
     void toggleTheme();
     bool handleCommandKey(int key);
     bool handleCursorKey(int key);
-    void onSecond();
+    void onBeat();
     void tellMessages();
     void say(const QString &text, bool isError = false);
 
@@ -124,7 +125,9 @@ private:
     SmartKeyboard *mKeyboard;
     std::unique_ptr<ViewMemory> mMemory;
     QPointer<ImportDialog> mImportDialog;
-    QTimer mSecond; ///< shows the market's time, and notices a new trading day
+    ShownTime *mTime;
+    Heartbeat mHeartbeat{Heartbeat::kInterval,
+                         mServices.longestRest()}; ///< notices messages and a new trading day
     QDate mRunningDay;
     bool mIsDayChosen = false; ///< another than the latest
     int mMessagesTold = 0;

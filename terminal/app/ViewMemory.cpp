@@ -34,13 +34,17 @@ QString replacingFormula(const ChartView &view) {
 } // namespace
 
 ViewMemory::ViewMemory(ConfigService &config, ChartView &view, const SimulatedClock &clock, QWidget &window)
-    : mConfig(config), mView(view), mClock(clock), mWindow(window), mKept(readSavedView(config)) {
-    mLook.setInterval(kLookMilliseconds);
-    connect(&mLook, &QTimer::timeout, this, &ViewMemory::keep);
+    : mConfig(config), mView(view), mClock(clock), mWindow(window), mKept(readSavedView(config)),
+      mLook(kLookMilliseconds) {
+    connect(&mLook, &Heartbeat::beat, this, [this] {
+        if (mIsStarted) {
+            keep();
+        }
+    });
 }
 
 ViewMemory::~ViewMemory() {
-    if (mLook.isActive()) {
+    if (mIsStarted) {
         keep();
     }
 }
@@ -87,7 +91,7 @@ void ViewMemory::restoreChart() {
 }
 
 void ViewMemory::start() {
-    mLook.start();
+    mIsStarted = true;
 }
 
 void ViewMemory::keep() {

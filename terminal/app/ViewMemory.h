@@ -1,9 +1,9 @@
 #pragma once
 
+#include "terminal/app/Heartbeat.h"
 #include "terminal/config/SavedView.h"
 
 #include <QObject>
-#include <QTimer>
 
 class QWidget;
 
@@ -32,7 +32,7 @@ public:
 
     /// Begins to notice changes.
     void start();
-    bool isStarted() const { return mLook.isActive(); }
+    bool isStarted() const { return mIsStarted; }
     /// Writes what has changed.
     void keep();
 
@@ -45,7 +45,8 @@ private:
     const SimulatedClock &mClock;
     QWidget &mWindow;
     std::optional<SavedView> mKept;
-    QTimer mLook;
+    bool mIsStarted = false;
+    Heartbeat mLook;
 };
 
 } // namespace terminal

@@ -18,12 +18,12 @@ namespace {
 
 constexpr int kFormulaPanes = 2; ///< of each view
 constexpr int kGap = 2; ///< pixels between the views
-constexpr int kLook = 1000; ///< milliseconds
 
 } // namespace
 
 WallWindow::WallWindow(TerminalServices &services, int count, QWidget *parent)
-    : QWidget(parent), mServices(services), mStatus(new StatusLine(this)) {
+    : QWidget(parent), mServices(services), mStatus(new StatusLine(this)),
+      mHeartbeat(Heartbeat::kInterval, services.longestRest()) {
     setObjectName(QStringLiteral("wall_window"));
     setWindowTitle(tr("分时行情墙"));
     setAutoFillBackground(true);
@@ -43,9 +43,8 @@ WallWindow::WallWindow(TerminalServices &services, int count, QWidget *parent)
         mViews.append(view);
     }
     onUiResourceChanged();
-    onSecond();
-    connect(&mSecond, &QTimer::timeout, this, &WallWindow::onSecond);
-    mSecond.start(kLook);
+    onBeat();
+    connect(&mHeartbeat, &Heartbeat::beat, this, &WallWindow::onBeat);
     new PastDaysWatch(
         mServices, mViews, [](const ChartView &) { return true; }, this);
 }
@@ -77,7 +76,7 @@ void WallWindow::showLatest(ChartView &view, const QString &key) {
     mRunningDays[&view] = mServices.runningDayOf(key);
 }
 
-void WallWindow::onSecond() {
+void WallWindow::onBeat() {
     const QString notice = mServices.standingNotice();
     mStatus->setVisible(!notice.isEmpty());
     mStatus->setTrouble(notice);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "host/toolkit/CUiResource.h"
+#include "terminal/app/Heartbeat.h"
 
 #include <QDate>
 #include <QHash>
 #include <QStringList>
-#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -33,13 +33,13 @@ public:
 private:
     QStringList instrumentsFrom(const QString &first) const;
     void showLatest(ChartView &view, const QString &key);
-    void onSecond();
+    void onBeat();
 
     TerminalServices &mServices;
     QVector<ChartView *> mViews;
     QHash<const ChartView *, QDate> mRunningDays;
     StatusLine *mStatus;
-    QTimer mSecond; ///< notices a new trading day and what is missing
+    Heartbeat mHeartbeat; ///< notices a new trading day and what is missing
 };
 
 } // namespace terminal

@@ -160,8 +160,11 @@ QString CMarketStore::reload() {
         return describe(reader.error());
     }
     std::shared_ptr<const Catalogue> former = fresh; // goes without the lock
-    std::lock_guard<std::mutex> hold(mLock);
-    std::swap(mCatalogue, former);
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        std::swap(mCatalogue, former);
+    }
+    mCatalogueChanges.call();
     return {};
 }
 

@@ -5,6 +5,7 @@
 #include "terminal/market/SqlConnections.h"
 #include "terminal/market/StoreFaults.h"
 #include "terminal/market/Tick.h"
+#include "terminal/threads/Listeners.h"
 
 #include <QString>
 #include <QVector>
@@ -52,6 +53,8 @@ public:
 
     /// What the store knows but for the bars, as of the last reading.
     std::shared_ptr<const Catalogue> catalogue() const;
+    /// Called when there is another one.
+    Listeners &catalogueChanges() { return mCatalogueChanges; }
     /// Reads the catalogue again, after a change. Answers an empty text or what went wrong.
     QString reload();
 
@@ -98,6 +101,7 @@ private:
         false}; ///< it was looked over, and nothing was met since that is damaged
     std::unique_ptr<SqlConnections> mConnections;
     StoreFaults mFaults;
+    Listeners mCatalogueChanges;
     std::recursive_timed_mutex mWriting; ///< held by the one that writes
     mutable std::mutex mLock; ///< guards the pointer below
     std::shared_ptr<const Catalogue> mCatalogue = std::make_shared<Catalogue>();

@@ -152,4 +152,10 @@ QDate MarketCalendar::dayAt(qint64 time, bool night) const {
     return day;
 }
 
+qint64 MarketCalendar::nextChangeAfter(qint64 time) {
+    const QDate date = dateAt(time);
+    const qint64 evening = timeOf(date, kNightAuction);
+    return time < evening ? evening : timeOf(date.addDays(1), 0);
+}
+
 } // namespace terminal

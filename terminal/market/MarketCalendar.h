@@ -40,6 +40,8 @@ public:
     /// The trading day at a time, in milliseconds since the epoch: on a trading day itself from midnight on, otherwise
     /// the last one before. With `night` the next trading day starts with the call auction of its night session.
     QDate dayAt(qint64 time, bool night) const;
+    /// The first time after one at which any calendar may answer another day: a midnight, or the auction of an evening.
+    static qint64 nextChangeAfter(qint64 time);
 
 private:
     Place mPlace = Place::Mainland;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace terminal {
 namespace {
@@ -22,8 +23,8 @@ double boundedPace(double pace) {
 } // namespace
 
 SimulatedClock::SimulatedClock(qint64 start, double pace, RealTime real)
-    : mReal(real ? std::move(real) : RealTime(steadyMilliseconds)), mMarketBase(start), mRealBase(mReal()),
-      mPace(boundedPace(pace)) {}
+    : mIsMachineTime(!real), mReal(real ? std::move(real) : RealTime(steadyMilliseconds)), mMarketBase(start),
+      mRealBase(mReal()), mPace(boundedPace(pace)) {}
 
 qint64 SimulatedClock::nowLocked() const {
     return mPaused ? mMarketBase
@@ -40,10 +41,16 @@ QDateTime SimulatedClock::currentDateTime() const {
 }
 
 void SimulatedClock::setPace(double pace) {
-    std::lock_guard<std::mutex> hold(mLock);
-    mMarketBase = nowLocked();
-    mRealBase = mReal();
-    mPace = boundedPace(pace);
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (mPace == boundedPace(pace)) {
+            return;
+        }
+        mMarketBase = nowLocked();
+        mRealBase = mReal();
+        mPace = boundedPace(pace);
+    }
+    mChanges.call();
 }
 
 double SimulatedClock::pace() const {
@@ -52,17 +59,27 @@ double SimulatedClock::pace() const {
 }
 
 void SimulatedClock::pause() {
-    std::lock_guard<std::mutex> hold(mLock);
-    mMarketBase = nowLocked();
-    mPaused = true;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (mPaused) {
+            return;
+        }
+        mMarketBase = nowLocked();
+        mPaused = true;
+    }
+    mChanges.call();
 }
 
 void SimulatedClock::resume() {
-    std::lock_guard<std::mutex> hold(mLock);
-    if (mPaused) {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (!mPaused) {
+            return;
+        }
         mRealBase = mReal();
         mPaused = false;
     }
+    mChanges.call();
 }
 
 bool SimulatedClock::isPaused() const {
@@ -71,9 +88,27 @@ bool SimulatedClock::isPaused() const {
 }
 
 void SimulatedClock::setTime(qint64 time) {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        if (mPaused && mMarketBase == time) {
+            return;
+        }
+        mMarketBase = time;
+        mRealBase = mReal();
+    }
+    mChanges.call();
+}
+
+std::optional<qint64> SimulatedClock::realTimeUntil(qint64 time) const {
     std::lock_guard<std::mutex> hold(mLock);
-    mMarketBase = time;
-    mRealBase = mReal();
+    const qint64 left = time - nowLocked();
+    if (left <= 0) {
+        return 0;
+    }
+    if (mPaused) {
+        return std::nullopt;
+    }
+    return static_cast<qint64>(std::ceil(static_cast<double>(left) / mPace));
 }
 
 } // namespace terminal

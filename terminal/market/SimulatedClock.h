@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/services/CHostClock.h"
+#include "terminal/threads/Listeners.h"
 
 #include <functional>
 #include <mutex>
+#include <optional>
 
 namespace terminal {
 
@@ -34,10 +36,20 @@ public:
     /// Jumps to a market time.
     void setTime(qint64 time);
 
+    /// Milliseconds of real time until the clock shows a market time, if nobody sets it: 0 when that has passed, nothing
+    /// while the clock stands still.
+    std::optional<qint64> realTimeUntil(qint64 time) const;
+    /// Whether real time is that of the machine's steady clock.
+    bool isMachineTime() const { return mIsMachineTime; }
+    /// Called when time goes on otherwise than before: it was set, paused or resumed, or has another pace.
+    Listeners &changes() const { return mChanges; }
+
 private:
     qint64 nowLocked() const;
 
+    const bool mIsMachineTime;
     const RealTime mReal;
+    mutable Listeners mChanges;
     mutable std::mutex mLock;
     qint64 mMarketBase;
     qint64 mRealBase;

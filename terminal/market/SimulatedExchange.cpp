@@ -9,14 +9,12 @@
 #include <QtDebug>
 
 #include <algorithm>
-#include <chrono>
 #include <iterator>
 #include <vector>
 
 namespace terminal {
 namespace {
 
-constexpr auto kLookInterval = std::chrono::milliseconds(100);
 constexpr int kAuction = 565; ///< 09:25, when the opening auction is matched
 
 quint64 tickSeed(const QString &key) {
@@ -52,9 +50,10 @@ struct SimulatedExchange::Subscriber {
 };
 
 SimulatedExchange::SimulatedExchange(CMarketStore &store, const SimulatedClock &clock)
-    : mStore(store), mClock(clock) {}
+    : mStore(store), mClock(clock), mListening(store.catalogueChanges().add([this] { mAlarm.nudge(); })) {}
 
 SimulatedExchange::~SimulatedExchange() {
+    mStore.catalogueChanges().remove(mListening);
     stop();
 }
 
@@ -70,28 +69,23 @@ void SimulatedExchange::stop() {
     if (!mThread.joinable()) {
         return;
     }
-    {
-        std::lock_guard<std::mutex> hold(mStopLock);
-        mStopping = true;
-    }
-    mStopSignal.notify_all();
+    mStopping = true;
+    mAlarm.ring();
     mThread.join();
 }
 
 void SimulatedExchange::run() {
-    std::unique_lock<std::mutex> hold(mStopLock);
     while (!mStopping) {
-        hold.unlock();
-        advance();
-        hold.lock();
-        mStopSignal.wait_for(hold, kLookInterval, [this] { return mStopping; });
+        const qint64 due = advance();
+        mAlarm.waitUntil(due);
     }
 }
 
-void SimulatedExchange::advance() {
+qint64 SimulatedExchange::advance() {
     std::lock_guard<std::mutex> one(mAdvancing);
-    keepFinishedDays();
+    const bool areDaysKept = keepFinishedDays();
     const qint64 now = mClock.now();
+    qint64 due = areDaysKept ? MarketCalendar::nextChangeAfter(now) : now;
     std::vector<std::shared_ptr<Subscriber>> subscribers;
     {
         std::lock_guard<std::mutex> hold(mLock);
@@ -100,15 +94,16 @@ void SimulatedExchange::advance() {
         }
     }
     for (const std::shared_ptr<Subscriber> &subscriber : subscribers) {
-        deliver(*subscriber, now);
+        due = deliver(*subscriber, now, due);
     }
+    return due;
 }
 
 /// When a market has gone on to its next day, the one before becomes a day of the store; as soon as nobody else writes:
-/// the market does not wait for an import.
-void SimulatedExchange::keepFinishedDays() {
+/// the market does not wait for an import. Answers whether nothing is left to be kept later.
+bool SimulatedExchange::keepFinishedDays() {
     if (mStore.isBeingWritten()) {
-        return;
+        return false;
     }
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const qint64 now = mClock.now();
@@ -125,12 +120,14 @@ void SimulatedExchange::keepFinishedDays() {
             qWarning("%s", qPrintable(trouble));
         }
     }
+    return true;
 }
 
-void SimulatedExchange::deliver(Subscriber &subscriber, qint64 now) {
+/// Answers when the subscriber is told next, or `due` when that is sooner.
+qint64 SimulatedExchange::deliver(Subscriber &subscriber, qint64 now, qint64 due) {
     std::lock_guard<std::recursive_mutex> hold(subscriber.calling);
     if (subscriber.running) {
-        return;
+        return due;
     }
     subscriber.running = true;
     for (const SimulatedTick &tick :
@@ -145,6 +142,7 @@ void SimulatedExchange::deliver(Subscriber &subscriber, qint64 now) {
     if (!subscriber.active) {
         subscriber.listener = nullptr;
     }
+    return std::min(due, nextTickAfter(*subscriber.bars, now, tickSeed(subscriber.key)).value_or(due));
 }
 
 int SimulatedExchange::runningDay(const QString &key) const {
@@ -258,9 +256,12 @@ MarketFeed::Subscription SimulatedExchange::subscribe(const QString &key, int da
     subscriber->bars = runningBars(*instrument, day, Part::Ordinary);
     subscriber->told = now;
     subscriber->listener = std::move(listener);
-    std::lock_guard<std::mutex> hold(mLock);
-    subscription.id = ++mLastId;
-    mSubscribers[subscription.id] = subscriber;
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        subscription.id = ++mLastId;
+        mSubscribers[subscription.id] = subscriber;
+    }
+    mAlarm.nudge();
     return subscription;
 }
 

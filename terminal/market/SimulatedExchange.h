@@ -1,13 +1,14 @@
 #pragma once
 
 #include "terminal/market/CMarketStore.h"
+#include "terminal/market/MarketAlarm.h"
 #include "terminal/market/MarketFeed.h"
 #include "terminal/market/SimulatedClock.h"
 #include "terminal/market/Tick.h"
 
 #include <QHash>
 
-#include <condition_variable>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -28,12 +29,13 @@ public:
     /// call.
     void close() { mIsClosed = true; }
     bool isClosed() const { return mIsClosed; }
-    /// Runs on a thread of its own until stop(): looks at the clock some times a second.
+    /// Runs on a thread of its own until stop(), which sleeps until the next price or day.
     void start();
     /// Ends that thread. No listener is called afterwards.
     void stop();
     /// Hands out what has happened up to the clock's time, on the calling thread. For a caller without the thread.
-    void advance();
+    /// Answers the market time at which there is more to do, which has come already where it has to be tried again.
+    qint64 advance();
 
     /// The trading day of an instrument's market by the clock; 0 for an unknown instrument.
     int runningDay(const QString &key) const;
@@ -53,12 +55,12 @@ private:
     enum class Part { Ordinary, AfterHours };
 
     void run();
-    void keepFinishedDays();
+    bool keepFinishedDays();
     bool isRunning(const Instrument &instrument, int day, int runningDay);
     MinuteBars barsOf(const QString &key, int day, Part part, qint64 now);
     WholeDay runningBars(const Instrument &instrument, int day, Part part);
     MinuteBars simulatedDay(const Instrument &instrument, int day);
-    void deliver(Subscriber &subscriber, qint64 now);
+    qint64 deliver(Subscriber &subscriber, qint64 now, qint64 due);
 
     CMarketStore &mStore;
     const SimulatedClock &mClock;
@@ -73,9 +75,9 @@ private:
     QHash<QString, int> mDays; ///< running day by market, as of the last advance()
 
     std::thread mThread;
-    std::mutex mStopLock;
-    std::condition_variable mStopSignal;
-    bool mStopping = false;
+    std::atomic<bool> mStopping{false};
+    MarketAlarm mAlarm{mClock};
+    int mListening; ///< to the store
 };
 
 /// A good start for a simulated market when it is `now` (milliseconds since the epoch): the opening auction of the

@@ -101,11 +101,19 @@ MinuteBars barsAt(const MinuteBars &day, qint64 time, quint64 seed) {
     return bars;
 }
 
+namespace {
+
+/// The first bar of which a publication may come after a time.
+MinuteBars::const_iterator firstToCome(const MinuteBars &day, qint64 time) {
+    return std::lower_bound(day.begin(), day.end(), time - kLongestLag,
+                            [](const MinuteBar &bar, qint64 at) { return bar.time < at; });
+}
+
+} // namespace
+
 std::vector<SimulatedTick> ticksBetween(const MinuteBars &day, qint64 from, qint64 to, quint64 seed) {
     std::vector<SimulatedTick> due;
-    const auto first = std::lower_bound(day.begin(), day.end(), from - kLongestLag,
-                                        [](const MinuteBar &bar, qint64 time) { return bar.time < time; });
-    for (auto bar = first; bar != day.end() && bar->time - kAuctionLead <= to; ++bar) {
+    for (auto bar = firstToCome(day, from); bar != day.end() && bar->time - kAuctionLead <= to; ++bar) {
         for (const SimulatedTick &tick : ticksOfBar(day, static_cast<size_t>(bar - day.begin()), seed)) {
             if (tick.at > from && tick.at <= to) {
                 due.push_back(tick);
@@ -115,6 +123,19 @@ std::vector<SimulatedTick> ticksBetween(const MinuteBars &day, qint64 from, qint
     std::stable_sort(due.begin(), due.end(),
                      [](const SimulatedTick &a, const SimulatedTick &b) { return a.at < b.at; });
     return due;
+}
+
+std::optional<qint64> nextTickAfter(const MinuteBars &day, qint64 time, quint64 seed) {
+    std::optional<qint64> next;
+    for (auto bar = firstToCome(day, time); bar != day.end() && (!next || bar->time - kAuctionLead < *next);
+         ++bar) {
+        for (const SimulatedTick &tick : ticksOfBar(day, static_cast<size_t>(bar - day.begin()), seed)) {
+            if (tick.at > time && (!next || tick.at < *next)) {
+                next = tick.at;
+            }
+        }
+    }
+    return next;
 }
 
 Ticks tradesUntil(const MinuteBars &day, qint64 time, quint64 seed) {

@@ -3,6 +3,7 @@
 #include "terminal/market/MinuteBar.h"
 #include "terminal/market/Tick.h"
 
+#include <optional>
 #include <vector>
 
 namespace terminal {
@@ -26,6 +27,9 @@ MinuteBars barsAt(const MinuteBars &day, qint64 time, quint64 seed);
 
 /// Publications after `from` up to and with `to`, of the whole day, in the order in which they come.
 std::vector<SimulatedTick> ticksBetween(const MinuteBars &day, qint64 from, qint64 to, quint64 seed);
+
+/// When the next publication of the day after a time comes; nothing when there is none any more.
+std::optional<qint64> nextTickAfter(const MinuteBars &day, qint64 time, quint64 seed);
 
 /// The trades that such publications up to a time tell, in the order of time: what a publication adds to the volume of
 /// its bar was traded then, at the latest when its minute ended, for the price that it shows.

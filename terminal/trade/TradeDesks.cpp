@@ -32,14 +32,30 @@ TradeDesks::TradeDesks(CMarketStore &market, MarketFeed &feed, TradeLedger &ledg
     }
 }
 
-void TradeDesks::advance(qint64 now, std::vector<TradeCancel> asked) {
+qint64 TradeDesks::advance(qint64 now, std::vector<TradeCancel> asked) {
     for (TradeCancel &one : asked) {
         cancel(one, now);
     }
     for (Desk &desk : mDesks) {
         trade(desk, now);
     }
-    mLedger.write();
+    if (!mLedger.write()) {
+        return now;
+    }
+    qint64 due = MarketCalendar::nextChangeAfter(now);
+    for (const Desk &desk : mDesks) {
+        due = std::min(due, desk.dueAfter(now));
+    }
+    return due;
+}
+
+/// The next minute to be traded or task to be cancelled, or the end of the day.
+qint64 TradeDesks::Desk::dueAfter(qint64 now) const {
+    qint64 due = MarketCalendar::nextChangeAfter(now);
+    if (trader && trader->nextMinute() != 0) {
+        due = std::min(due, trader->nextMinute() + kSettled);
+    }
+    return cancels.empty() ? due : std::min(due, cancels.front().time);
 }
 
 /// Running trading day of an account: the latest of its instruments'.

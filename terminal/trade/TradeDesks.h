@@ -28,7 +28,8 @@ public:
                std::function<bool()> figuresWanted);
 
     /// Trades up to a market time, milliseconds since the epoch, and cancels tasks at the times that the user asked for.
-    void advance(qint64 now, std::vector<TradeCancel> asked);
+    /// Answers the market time at which there is more to do, `now` when something has to be written again.
+    qint64 advance(qint64 now, std::vector<TradeCancel> asked);
     /// Records the newest past day that is not complete yet, up to a market time; false when there is none.
     bool recordPastDay(qint64 now);
 
@@ -39,6 +40,8 @@ private:
         std::unique_ptr<DemoTrader> trader;
         std::deque<TradeCancel> cancels; ///< of the day, still to come
         qint64 traded = 0; ///< end of the last minute traded
+
+        qint64 dueAfter(qint64 now) const;
     };
 
     int runningDayOf(const DemoAccount &account, qint64 now) const;

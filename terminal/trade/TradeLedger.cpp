@@ -260,13 +260,13 @@ void TradeLedger::tellRefused() {
     }
 }
 
-void TradeLedger::write() {
+bool TradeLedger::write() {
     tellRefused();
     TradeBatch batch;
     {
         std::lock_guard<std::mutex> hold(mLock);
         if (mPending.isEmpty()) {
-            return;
+            return true;
         }
         std::swap(batch, mPending);
         mBooks.beginWriting();
@@ -288,6 +288,7 @@ void TradeLedger::write() {
         mStocks = stocks;
         mNotices.stocks = true;
     }
+    return mPending.isEmpty();
 }
 
 } // namespace terminal

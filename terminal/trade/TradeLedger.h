@@ -76,8 +76,8 @@ public:
     /// What has to be signalled since the last call.
     TradeNotices takeNotices();
 
-    /// Writes what is pending; what cannot be written now is kept for the next time.
-    void write();
+    /// Writes what is pending; what cannot be written now is kept for the next time. Answers whether nothing is.
+    bool write();
 
 private:
     /// The book of a day, in memory or from the store; an empty one when the day has no records, and null when they

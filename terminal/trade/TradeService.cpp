@@ -6,21 +6,16 @@
 
 #include <boost/make_shared.hpp>
 
-#include <chrono>
 #include <utility>
 
 namespace terminal {
-namespace {
-
-constexpr auto kLookInterval = std::chrono::milliseconds(100);
-
-} // namespace
-
 TradeService::TradeService(CMarketStore &store, MarketFeed &feed, const SimulatedClock &clock)
     : mMarket(store), mClock(clock), mLedger(store), mCurves(store, feed, clock, mLedger),
-      mDesks(store, feed, mLedger, [this] { return mCurves.isAnyWanted(); }) {}
+      mDesks(store, feed, mLedger, [this] { return mCurves.isAnyWanted(); }),
+      mListening(store.catalogueChanges().add([this] { mAlarm.nudge(); })) {}
 
 TradeService::~TradeService() {
+    mMarket.catalogueChanges().remove(mListening);
     stop();
 }
 
@@ -46,40 +41,26 @@ void TradeService::stop() {
     std::unique_ptr<Worker> reader; // ends without the lock
     {
         std::lock_guard<std::mutex> hold(mLock);
-        mStopping = true;
         reader = std::move(mReader);
     }
-    mSignal.notify_all();
+    mStopping = true;
+    mAlarm.ring();
     mThread.join();
 }
 
-void TradeService::wake() {
-    {
-        std::lock_guard<std::mutex> hold(mLock);
-        mAwake = true;
-    }
-    mSignal.notify_all();
-}
-
 void TradeService::run() {
-    for (bool stopping = false; !stopping;) {
-        {
-            std::lock_guard<std::mutex> hold(mLock);
-            mAwake = false;
+    for (bool stopping = false; !stopping; stopping = mStopping) {
+        const qint64 due = advance();
+        if (!recordPastDay()) {
+            mAlarm.waitUntil(due);
         }
-        advance();
-        const bool more = recordPastDay();
-        std::unique_lock<std::mutex> hold(mLock);
-        if (!more) {
-            mSignal.wait_for(hold, kLookInterval, [this] { return mStopping || mAwake; });
-        }
-        stopping = mStopping;
     }
     std::lock_guard<std::mutex> trading(mTrading);
     mLedger.write();
 }
 
-void TradeService::advance() {
+qint64 TradeService::advance() {
+    qint64 due = 0;
     {
         std::lock_guard<std::mutex> trading(mTrading);
         std::vector<TradeCancel> asked;
@@ -87,9 +68,10 @@ void TradeService::advance() {
             std::lock_guard<std::mutex> hold(mLock);
             asked.swap(mCancels);
         }
-        mDesks.advance(mClock.now(), std::move(asked));
+        due = mDesks.advance(mClock.now(), std::move(asked));
     }
     signalChanges();
+    return due;
 }
 
 void TradeService::readAhead(int day) {
@@ -199,7 +181,7 @@ double TradeService::getDealAmplitude(const Keys &instruments, const Keys &accou
 void TradeService::tellChoice(bool isAnother) {
     if (isAnother) {
         mLedger.noteFigures();
-        wake();
+        mAlarm.ring();
     }
 }
 
@@ -266,6 +248,7 @@ TC::CLinkageManager::Keys TradeService::getStocks() {
 template <class Record> void TradeService::import(const ImportedTrade &imported) {
     if (const char *trouble = troubleOf(imported)) {
         mLedger.refuse(trouble);
+        mAlarm.nudge();
         mImportNotes.refuse(trouble);
         return;
     }
@@ -276,7 +259,7 @@ template <class Record> void TradeService::import(const ImportedTrade &imported)
     const int day = tradingDayAt(*catalogue, imported.instrument, imported.time * 1000);
     mLedger.import(recordOf<Record>(imported, day, imported.key.empty() ? ++mImportNumber : 0),
                    {imported.account, imported.account, type, TradeSource::Imported});
-    wake();
+    mAlarm.ring();
 }
 
 void TradeService::importOrder(const std::string &account, const std::string &instrument,
@@ -292,7 +275,7 @@ void TradeService::importDeal(const std::string &account, const std::string &ins
 
 void TradeService::clearImportData() {
     mLedger.forgetImports();
-    wake();
+    mAlarm.ring();
 }
 
 void TradeService::cancelTask(int taskId, const QString &text) {
@@ -300,7 +283,7 @@ void TradeService::cancelTask(int taskId, const QString &text) {
         std::lock_guard<std::mutex> hold(mLock);
         mCancels.push_back({taskId, 0, mClock.now(), text.toStdString()});
     }
-    wake();
+    mAlarm.ring();
 }
 
 // Texts

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/services/CLinkageManager.h"
+#include "terminal/market/MarketAlarm.h"
 #include "terminal/market/MarketFeed.h"
 #include "terminal/market/SimulatedClock.h"
 #include "terminal/threads/Worker.h"
@@ -11,7 +12,6 @@
 #include "terminal/trade/TradeLedger.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -40,8 +40,8 @@ public:
     /// Ends that thread, when everything is written. No signal comes afterwards.
     void stop();
     /// Trades what the clock's time has brought, writes it and signals, on the calling thread. For a caller without
-    /// the thread.
-    void advance();
+    /// the thread. Answers the market time at which there is more to do.
+    qint64 advance();
     /// A chart is about to ask for the records of a day: it is read by a thread of its own meanwhile. Before start() and
     /// after stop() nothing is done.
     void readAhead(int day);
@@ -103,7 +103,6 @@ public:
 private:
     void run();
     void signalChanges();
-    void wake();
     template <class Record> void import(const ImportedTrade &imported);
     void tellChoice(bool isAnother);
 
@@ -118,13 +117,13 @@ private:
 
     std::mutex mLock; ///< guards what follows
     std::vector<TradeCancel> mCancels; ///< asked for, not done yet
-    bool mStopping = false;
-    bool mAwake = false; ///< there is something to do at once
 
     std::unique_ptr<Worker>
         mReader; ///< of days that are about to be asked for; null while the thread is not there
     std::thread mThread;
-    std::condition_variable mSignal;
+    std::atomic<bool> mStopping{false};
+    MarketAlarm mAlarm{mClock};
+    int mListening; ///< to the store
 };
 
 } // namespace terminal
