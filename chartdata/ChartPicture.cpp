@@ -46,6 +46,7 @@ bool ChartPicture::setRatio(double ratio) {
 
 void ChartPicture::make(bool blank) {
     const QColor background = mLook->background;
+    mImage = QImage(); // its memory may serve the new one
     mImage = paneImage(mRect.size(), mRatio, background.alpha() == kOpaqueBackground);
     mPriceBandDigest = 0;
     mIsWhole = false;

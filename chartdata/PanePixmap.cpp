@@ -1,5 +1,7 @@
 #include "chartdata/PanePixmap.h"
 
+#include "chartdata/SparePixels.h"
+
 #include <QTransform>
 
 #include <algorithm>
@@ -13,6 +15,12 @@ constexpr double kLargestSide = 16384.0; // device pixels
 constexpr double kLargestArea = 67108864.0; // device pixels
 
 constexpr int kFewRects = 32; ///< of a region that is worth a closer look
+
+/// Of all pictures; it outlives every one of them.
+SparePixels &spares() {
+    static auto &all = *new SparePixels;
+    return all;
+}
 
 /// Whether a region has all pixels of some rows in the columns of a rectangle.
 bool isFilled(const QRegion &region, const QRect &columns, int top, int bottom) {
@@ -50,7 +58,16 @@ QImage paneImage(const QSize &size, double ratio, bool isOpaque) {
     if (pixels.isEmpty()) {
         return QImage();
     }
-    QImage image(pixels, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    const QImage::Format format = isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    const int rowBytes = pixels.width() * static_cast<int>(sizeof(QRgb));
+    void *memory =
+        spares().take(static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(pixels.height()));
+    if (!memory) {
+        return QImage();
+    }
+    QImage image(
+        static_cast<uchar *>(memory), pixels.width(), pixels.height(), rowBytes, format,
+        [](void *given) { spares().giveBack(given); }, memory);
     image.setDevicePixelRatio(ratio);
     return image;
 }
