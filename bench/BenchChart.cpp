@@ -1,11 +1,14 @@
 #include "bench/BenchChart.h"
 
+#include "bench/BenchPane.h"
+#include "bench/BenchResults.h"
 #include "chartdata/CRealtimeData.h"
 #include "chartview/CCrossLineWidget.h"
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "chartview/CRealtimeTimeWidget.h"
 #include "viewmodel/CRealtimeUiParam.h"
+#include "viewmodel/TradingSessions.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -24,16 +27,9 @@ const char *const kCode = "600000";
 TC::FormulaResultPtr seriesOf(const std::vector<Minute> &minutes, int count,
                               const std::vector<double Minute::*> &lines,
                               const std::function<qint64(int)> &timeOf) {
-    auto result = std::make_shared<se::RPCFormulaResult>();
-    result->mValues.resize(lines.size());
-    for (int i = 0; i < count; ++i) {
-        result->mTimes.emplace_back(timeOf(i), 0);
-        result->mValid.push_back(1);
-        for (std::size_t line = 0; line < lines.size(); ++line) {
-            result->mValues[line].push_back(minutes[static_cast<std::size_t>(i)].*lines[line]);
-        }
-    }
-    return result;
+    return resultOf(count, static_cast<int>(lines.size()), timeOf, [&](int line, int index) {
+        return minutes[static_cast<std::size_t>(index)].*lines[static_cast<std::size_t>(line)];
+    });
 }
 
 TC::FormulaInstantPtr pointOf(const Minute &minute, const std::vector<double Minute::*> &lines, qint64 time) {
@@ -46,17 +42,6 @@ TC::FormulaInstantPtr pointOf(const Minute &minute, const std::vector<double Min
     point->mTexts.resize(lines.size());
     point->mExtra2.assign(lines.size(), 0.0);
     return point;
-}
-
-TC::FormulaMetaPtr metaOf(const std::vector<std::string> &names, int style, const std::vector<qint32> &colors) {
-    auto meta = std::make_shared<se::RPCFormulaMetaResult>();
-    meta->mLineCount = static_cast<qint32>(names.size());
-    meta->mLineNames = names;
-    meta->mLineStyles.assign(names.size(), style);
-    meta->mLineColors = colors;
-    meta->mLineFlags.assign(names.size(), 0);
-    meta->mLineAxis.assign(names.size(), se::eLineShared);
-    return meta;
 }
 
 const std::vector<double Minute::*> kPriceLines = {&Minute::price, &Minute::average};
@@ -93,11 +78,13 @@ BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
         item->date = mHost.mStocks.mLastTradingDay - day * 86400;
         item->data.reset(new TC::CRealtimeData(mParam, TC::EIndexDisplayType::Main, this));
         for (int index = 0; index < points; ++index) {
-            const QTime time = mParam->getDateTimeByIndex(index).time();
-            item->times.push_back((item->date + qint64(time.msecsSinceStartOfDay()) / 1000) * 1000);
+            const int minute = TC::minuteOfIndex({mParam->mSessions, mParam->mPointCount}, index);
+            item->times.push_back((item->date + qint64(minute) * 60) * 1000);
         }
         item->data->addFormula(QStringLiteral("REALTIME"));
-        item->data->addFormula(QStringLiteral("REALTIMEVOL"));
+        if (mLook.hasVolume) {
+            item->data->addFormula(QStringLiteral("REALTIMEVOL"));
+        }
         item->graph = new TC::CRealtimeGraphWidget(day, item->data, mParam, TC::EIndexDisplayType::Main,
                                                    TC::EIndexViewType::Ordinary, this, day == 0);
         mDays.push_back(std::move(item));
@@ -117,6 +104,7 @@ BenchChart::BenchChart(int points, int days, LineLook look) : mLook(look) {
 }
 
 BenchChart::~BenchChart() {
+    mPanes.clear(); // while the host is there
     for (const auto &day : mDays) {
         delete day->graph;
         day->graph = nullptr;
@@ -128,8 +116,9 @@ BenchChart::~BenchChart() {
     mDays.clear();
 }
 
-void BenchChart::setBottomMargin(int pixels) {
+void BenchChart::setBottomMargin(int pixels, int timeHeight) {
     mBottom = pixels;
+    mTimeHeight = timeHeight;
     layOut();
 }
 
@@ -145,7 +134,9 @@ void BenchChart::restart() {
         day->data->setTradeDate(day->date);
         day->data->request(corvane::ERunMode::Ordinary);
         day->price = mHost.mFormulas.mLive.find(QStringLiteral("REALTIME.lua"), QLatin1String(kCode));
-        day->volume = mHost.mFormulas.mLive.find(QStringLiteral("REALTIMEVOL.lua"), QLatin1String(kCode));
+        if (mLook.hasVolume) {
+            day->volume = mHost.mFormulas.mLive.find(QStringLiteral("REALTIMEVOL.lua"), QLatin1String(kCode));
+        }
     }
 }
 
@@ -164,6 +155,9 @@ void BenchChart::deliverHistory(const std::vector<Minute> &minutes, int count, i
     const auto at = [&](int index) { return target.times[static_cast<std::size_t>(index)]; };
     target.price.onHistory(metaOf({"价格", "均价"}, 0, {mLook.price, mLook.average}),
                            seriesOf(minutes, count, kPriceLines, at), target.price.id(), 1, QString(), true);
+    if (!mLook.hasVolume) {
+        return;
+    }
     target.volume.onHistory(metaOf({"成交量"}, mLook.volumeStyle, {mLook.volume}),
                             seriesOf(minutes, count, kVolumeLines, at), target.volume.id(), 1, QString(), true);
 }
@@ -191,11 +185,24 @@ void BenchChart::deliverOverlayHistory(const QString &code, const std::vector<Mi
 void BenchChart::showCrossLine() {
     mParam->mCrossShown = true;
     mCrossLine = new TC::CCrossLineWidget(mParam, mDays[0]->data, this);
+    showTimeScale();
+    mCrossLine->show();
+}
+
+void BenchChart::showTimeScale() {
     mTimeScale = new TC::CRealtimeTimeWidget(mParam, nullptr);
     mTimeScale->setParent(this);
     layOut();
-    mCrossLine->show();
     mTimeScale->show();
+}
+
+BenchPane &BenchChart::addPane(const QString &name, const std::vector<qint32> &colors) {
+    mPanes.push_back(std::make_unique<BenchPane>(mHost, mParam, name, mDays[0]->date, colors, this));
+    return *mPanes.back();
+}
+
+const std::vector<qint64> &BenchChart::times() const {
+    return mDays[0]->times;
 }
 
 void BenchChart::moveMouse(const QPoint &at) {
@@ -291,7 +298,9 @@ void BenchChart::layOut() {
     if (mCrossLine) {
         mCrossLine->setFixedExtent(width(), all.height());
         mCrossLine->setGraphRect(QRect(0, 0, int(mParam->mDayWidth), all.height()), 0);
-        mTimeScale->setGeometry(0, all.height(), width(), mBottom);
+    }
+    if (mTimeScale) {
+        mTimeScale->setGeometry(0, height() - mTimeHeight, width(), mTimeHeight);
         mTimeScale->updateScale();
     }
     const int days = static_cast<int>(mDays.size());

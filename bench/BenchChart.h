@@ -21,6 +21,8 @@ class CRealtimeUiParam;
 
 namespace bench {
 
+class BenchPane;
+
 /// Price, running average and volume of one minute.
 struct Minute {
     double price = 0.0;
@@ -34,6 +36,7 @@ struct LineLook {
     int average = se::kDefaultColor;
     int volume = se::kDefaultColor;
     int volumeStyle = 2;
+    bool hasVolume = true; ///< otherwise there is the price alone
 };
 
 /// One view of one or more day graphs side by side between two axis strips, on a host of doubles: the product's
@@ -44,8 +47,8 @@ public:
     explicit BenchChart(int points = 241, int days = 1, LineLook look = {});
     ~BenchChart() override;
 
-    /// Room that the chart leaves free below, in pixels.
-    void setBottomMargin(int pixels);
+    /// Room that the chart leaves free below, in pixels, and how much of that is the time scale's.
+    void setBottomMargin(int pixels, int timeHeight);
     void setPreviousClose(double close);
     /// Withdraws, clears and requests again: the state of a fresh view of another day.
     void restart();
@@ -58,7 +61,13 @@ public:
     /// Overlays an instrument, requests everything anew and hands over the overlay's history.
     void addOverlay(const QString &code, const std::vector<Minute> &minutes, int count);
     void deliverOverlayHistory(const QString &code, const std::vector<Minute> &minutes, int count);
-    /// Lays a cross line over the chart and the time scale beneath it, and switches it on.
+    /// A formula pane that stands in the bottom margin, to be placed there; it goes with the chart.
+    BenchPane &addPane(const QString &name, const std::vector<qint32> &colors);
+    /// Of every minute of the newest day, milliseconds since the epoch.
+    const std::vector<qint64> &times() const;
+    /// Shows the time scale at the bottom.
+    void showTimeScale();
+    /// Lays a cross line over the chart and the time scale, which is shown with it, and switches it on.
     void showCrossLine();
     /// Moves the mouse over the newest day, in pixels of its graph.
     void moveMouse(const QPoint &at);
@@ -88,13 +97,15 @@ private:
 
     fakehost::FakeHost mHost;
     int mBottom = 0;
+    int mTimeHeight = 0;
     LineLook mLook;
     boost::shared_ptr<TC::CRealtimeUiParam> mParam;
     std::vector<std::unique_ptr<Day>> mDays; ///< newest first
+    std::vector<std::unique_ptr<BenchPane>> mPanes;
     TC::CGraphAxisWidget *mLeft = nullptr;
     TC::CGraphAxisWidget *mRight = nullptr;
-    TC::CCrossLineWidget *mCrossLine = nullptr; ///< null without one, as the time scale
-    TC::CRealtimeTimeWidget *mTimeScale = nullptr;
+    TC::CCrossLineWidget *mCrossLine = nullptr; ///< null without one
+    TC::CRealtimeTimeWidget *mTimeScale = nullptr; ///< null without one
 };
 
 } // namespace bench

@@ -39,6 +39,12 @@ function run()
   local mid, width = MA(CLOSE, 20), 2 * STD(CLOSE, 20)
   return mid, mid + width, mid - width
 end)";
+const char kRsi[] = R"(
+formula { name = "RSI", lines = {{"RSI"}} }
+function run()
+  local change = CLOSE - REF(CLOSE, 1)
+  return SMA(MAX(change, 0), 6, 1) / SMA(ABS(change), 6, 1) * 100
+end)";
 /// A loop over single values, which is run whole with every tick.
 const char kLoop[] = R"(
 formula { name = "LOOP", lines = {{"A"}} }
@@ -48,8 +54,8 @@ function run()
   return out
 end)";
 
-const char *const kTexts[] = {kMacd, kKdj, kBoll, kLoop};
-const char *const kNames[] = {"MACD", "KDJ", "BOLL", "LOOP"};
+const char *const kTexts[] = {kMacd, kKdj, kBoll, kLoop, kRsi};
+const char *const kNames[] = {"MACD", "KDJ", "BOLL", "LOOP", "RSI"};
 
 LuaFormulaFile fileOf(int which) {
     return {QLatin1String(kNames[which]), kTexts[which], {}};
@@ -67,9 +73,9 @@ MinuteBar barOf(int minute, double shift = 0.0) {
             1000.0};
 }
 
-MinuteBars dayOf(double shift = 0.0) {
+MinuteBars dayOf(double shift = 0.0, int minutes = kMinutes) {
     MinuteBars bars;
-    for (int i = 0; i < kMinutes; ++i) {
+    for (int i = 0; i < minutes; ++i) {
         bars.push_back(barOf(i, shift));
     }
     return bars;
@@ -111,6 +117,38 @@ void tick(benchmark::State &state) {
     state.SetLabel(kNames[state.range(0)]);
 }
 BENCHMARK(tick)->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);
+
+/// What numpy_formulas.py computes as well: whole series of a length.
+void longSeries(benchmark::State &state) {
+    const auto program = makeLuaFormula(fileOf(static_cast<int>(state.range(0))));
+    const int minutes = static_cast<int>(state.range(1));
+    const MinuteBars bars[] = {dayOf(0.0, minutes), dayOf(0.5, minutes)};
+    int turn = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(program->evaluate(bars[++turn % 2]));
+    }
+    state.SetLabel(kNames[state.range(0)]);
+}
+BENCHMARK(longSeries)->ArgsProduct({{0, 1, 2, 4}, {1440, 1000000}})->Unit(benchmark::kMicrosecond);
+
+/// One more point of such a series; the room for it was made with the point before.
+void onePoint(benchmark::State &state) {
+    const auto program = makeLuaFormula(fileOf(static_cast<int>(state.range(0))));
+    MinuteBars bars = dayOf(0.0, static_cast<int>(state.range(1)));
+    bars.reserve(bars.size() + 40000);
+    program->evaluate(bars);
+    bars.push_back(barOf(static_cast<int>(bars.size())));
+    program->evaluateLast(bars);
+    for (auto _ : state) {
+        bars.push_back(barOf(static_cast<int>(bars.size())));
+        benchmark::DoNotOptimize(program->evaluateLast(bars));
+    }
+    state.SetLabel(kNames[state.range(0)]);
+}
+BENCHMARK(onePoint)
+    ->ArgsProduct({{0, 1, 2, 4}, {1440, 1000000}})
+    ->Unit(benchmark::kMicrosecond)
+    ->Iterations(1000);
 
 /// Functions of the last points over a long day: the time is to depend on the points, not on the window.
 void longWindow(benchmark::State &state) {

@@ -6,6 +6,7 @@
 #include "chart.hpp"
 
 #include "bench/BenchChart.h"
+#include "bench/BenchPane.h"
 
 #include "chartview/CGraphAxisWidget.h"
 #include "chartview/CRealtimeGraphWidget.h"
@@ -14,9 +15,6 @@
 #include "host/toolkit/CUiResource.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
-#include <QPaintEvent>
-#include <QPainter>
-
 #include <cmath>
 
 namespace peers {
@@ -24,30 +22,6 @@ namespace {
 
 /// Columns as wide as a minute: the workload asks for bars, where the product draws sticks of one pixel.
 constexpr int kColumnStyle = TC::eWideVolStickStyle;
-
-/// The time labels beneath the chart.
-class TimeRow : public QWidget {
-public:
-    TimeRow(const TC::CRealtimeUiParam &param, QWidget *parent) : QWidget(parent), mParam(param) {
-        setAttribute(Qt::WA_OpaquePaintEvent);
-    }
-
-protected:
-    void paintEvent(QPaintEvent *event) override {
-        QPainter painter(this);
-        painter.fillRect(event->rect(), colour::background);
-        painter.setFont(labelFont());
-        painter.setPen(colour::text);
-        for (const TimeLabel &label : kTimeLabels) {
-            const int x = mParam.mLeftAxisWidth + mParam.getXAxisByIndex(label.index);
-            painter.drawText(QRect(x - 60, 2, 120, 20), Qt::AlignHCenter | Qt::AlignTop,
-                             QString::fromLatin1(label.text));
-        }
-    }
-
-private:
-    const TC::CRealtimeUiParam &mParam;
-};
 
 /// The colours of the workload instead of a theme of ours.
 void useWorkloadTheme() {
@@ -67,16 +41,20 @@ class TimeshareChart : public Chart {
 public:
     explicit TimeshareChart(Use use) {
         useWorkloadTheme();
+        const bool hasPanes = use == Use::FourPanes;
         mChart = std::make_unique<bench::BenchChart>(
             kMinutes, use == Use::SixDays ? kDays : 1,
             bench::LineLook{TC::lineColor(colour::price), TC::lineColor(colour::average),
-                            TC::lineColor(colour::volume), kColumnStyle});
-        mChart->setBottomMargin(kBottom);
+                            TC::lineColor(colour::volume), kColumnStyle, !hasPanes});
+        mChart->setBottomMargin(hasPanes ? kHeight - kFour[0].height : kBottom, kBottom);
+        if (hasPanes) {
+            mChart->resize(kWidth, kHeight); // the panes take the width of a day from it
+            addPanes();
+        }
         if (use == Use::Cross) {
             mChart->showCrossLine();
         } else {
-            mTimes = new TimeRow(mChart->param(), mChart.get());
-            mTimes->setGeometry(0, kHeight - kBottom, kWidth, kBottom);
+            mChart->showTimeScale();
         }
         mChart->drawHidden();
     }
@@ -99,7 +77,17 @@ public:
             mChart->deliverHistory(toMinutes(six[static_cast<std::size_t>(kDays - 1 - day)]), kMinutes, day);
         }
     }
-    void setFourPanes(const FourPanes &) override {}
+    void setFourPanes(const FourPanes &four) override {
+        setDay(four.day, kMinutes);
+        for (std::size_t pane = 0; pane < mPanes.size(); ++pane) {
+            mPanes[pane]->clear();
+            std::vector<const std::vector<double> *> lines;
+            for (const std::vector<double> &line : four.sub[pane]) {
+                lines.push_back(&line);
+            }
+            mPanes[pane]->deliverHistory(lines, mChart->times());
+        }
+    }
     void tick(const Point &point) override { mChart->deliverPoint(mCount - 1, toMinute(point)); }
     void append(const Point &point) override { mChart->deliverPoint(mCount++, toMinute(point)); }
     void crosshair(double index, double price) override {
@@ -108,9 +96,28 @@ public:
         mChart->moveMouse(QPoint(mChart->param().getXAxisByIndex(static_cast<int>(std::lround(index))),
                                  static_cast<int>(std::lround(share * graph.height() * 2.0 / 3.0))));
     }
-    void redrawAll() override { mChart->redrawAll(); }
+    void redrawAll() override {
+        mChart->redrawAll();
+        for (bench::BenchPane *pane : mPanes) {
+            pane->redrawAll();
+        }
+    }
 
 private:
+    void addPanes() {
+        std::vector<qint32> colors;
+        for (const QColor &color : colour::sub) {
+            colors.push_back(TC::lineColor(color));
+        }
+        for (int i = 0; i < kSubPanes; ++i) {
+            const Pane place = kFour[static_cast<std::size_t>(i + 1)];
+            const int bottom = i + 1 == kSubPanes ? kBottom : 0;
+            bench::BenchPane &pane = mChart->addPane(QStringLiteral("SUB%1").arg(i), colors);
+            pane.setGeometry(0, place.top, kWidth, place.height - bottom);
+            pane.drawHidden();
+            mPanes.push_back(&pane);
+        }
+    }
     static bench::Minute toMinute(const Point &point) { return {point.price, point.average, point.volume}; }
     static std::vector<bench::Minute> toMinutes(const Day &day) {
         std::vector<bench::Minute> minutes;
@@ -122,7 +129,7 @@ private:
     }
 
     std::unique_ptr<bench::BenchChart> mChart;
-    TimeRow *mTimes = nullptr;
+    std::vector<bench::BenchPane *> mPanes;
     std::vector<bench::Minute> mDay;
     int mCount = 0;
     double mTop = 0.0; ///< of the price band
@@ -131,10 +138,9 @@ private:
 
 } // namespace
 
-/// Takes part in the cases of one pane.
+/// Has one path: the ordinary one.
 std::unique_ptr<Chart> makeTimeshareChart(Use use, Path path) {
-    const bool takesPart = path == Path::Plain && use != Use::FourPanes;
-    return takesPart ? std::make_unique<TimeshareChart>(use) : nullptr;
+    return path == Path::Plain ? std::make_unique<TimeshareChart>(use) : nullptr;
 }
 
 } // namespace peers
