@@ -409,10 +409,6 @@ QDate TerminalServices::runningDayOf(const QString &key) const {
     return day == 0 ? QDate() : dateOf(day);
 }
 
-int TerminalServices::longestRest() const {
-    return mRunning->hasOwnMarket() ? Heartbeat::kRest : Heartbeat::kInterval;
-}
-
 bool TerminalServices::isTrading(const QString &key) const {
     const QDate day = runningDayOf(key);
     if (!day.isValid()) {

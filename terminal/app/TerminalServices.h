@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/app/ChartSources.h"
+#include "terminal/app/Heartbeat.h"
 #include "terminal/app/InstrumentSearch.h"
 #include "terminal/app/PastDays.h"
 #include "terminal/app/QuoteList.h"
@@ -126,7 +127,7 @@ public:
     QDate latestDayOf(const QString &key);
     /// Milliseconds after which a window has a look though nothing has happened in it: what servers do, or leave, is to be
     /// told within a second.
-    int longestRest() const;
+    int longestRest() const { return mRunning->hasOwnMarket() ? Heartbeat::kRest : Heartbeat::kInterval; }
     /// Whether an instrument is traded now, or a few minutes before or after; false for an unknown one.
     bool isTrading(const QString &key) const;
     /// The running trading day of an instrument; null for an unknown one.
