@@ -31,6 +31,7 @@ set(TIMESHARE_PUBLIC_HEADERS
   statistics/CRealtimeStageDialog.h
   statistics/CRealtimeStatisticDialog.h
   # Files and colours of windows, as the library has them.
+  toolkit/files/DecodedText.h
   toolkit/files/RegularFile.h
   toolkit/windows/WindowLook.h
   # Parts of the above, of which nothing is to be used.

@@ -34,16 +34,16 @@ constexpr int kAllTheWay = std::numeric_limits<int>::max() / 2;
 ViewKeys::ViewKeys(MainView &view, const PaneRow &panes, SelectedPane &selected, CrossLines &crossLines,
                    boost::shared_ptr<const CRealtimeUiParam> uiParam)
     : mView(view), mPanes(panes), mSelected(selected), mCrossLines(crossLines), mUiParam(std::move(uiParam)) {
-    add(Qt::CTRL + Qt::Key_Up, [this] { selectPane(-1); });
-    add(Qt::CTRL + Qt::Key_Down, [this] { selectPane(1); });
-    add(Qt::CTRL + Qt::SHIFT + Qt::Key_Up, [this] { moveSplitter(-kSplitterStep); });
-    add(Qt::CTRL + Qt::SHIFT + Qt::Key_Down, [this] { moveSplitter(kSplitterStep); });
-    add(Qt::SHIFT + Qt::Key_Left, [this] { mark(-1); });
-    add(Qt::SHIFT + Qt::Key_Right, [this] { mark(1); });
-    add(Qt::SHIFT + Qt::Key_Home, [this] { mark(-kAllTheWay); });
-    add(Qt::SHIFT + Qt::Key_End, [this] { mark(kAllTheWay); });
-    add(Qt::CTRL + Qt::Key_Return, [this] { activate(); });
-    add(Qt::CTRL + Qt::Key_Enter, [this] { activate(); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { selectPane(-1); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { selectPane(1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { moveSplitter(-kSplitterStep); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { moveSplitter(kSplitterStep); });
+    add(Qt::SHIFT | Qt::Key_Left, [this] { mark(-1); });
+    add(Qt::SHIFT | Qt::Key_Right, [this] { mark(1); });
+    add(Qt::SHIFT | Qt::Key_Home, [this] { mark(-kAllTheWay); });
+    add(Qt::SHIFT | Qt::Key_End, [this] { mark(kAllTheWay); });
+    add(Qt::CTRL | Qt::Key_Return, [this] { activate(); });
+    add(Qt::CTRL | Qt::Key_Enter, [this] { activate(); });
     mGiveUp = add(Qt::Key_Escape, [this] { unmark(); });
     mGiveUp->setEnabled(false);
 }

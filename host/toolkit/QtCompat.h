@@ -3,6 +3,7 @@
 /// \file
 /// What differs between Qt 5.15 and Qt 6, in one place.
 
+#include <QCoreApplication>
 #include <QFont>
 #include <QHoverEvent>
 #include <QMouseEvent>
@@ -31,6 +32,8 @@ inline void setFontWeight(QFont &font, int weight) {
     }
     font.setWeight(static_cast<QFont::Weight>(100 * hundreds));
 }
+/// Pictures as sharp as the screen: there is no other way any more.
+inline void useHighDpiPixmaps() {}
 #else
 using EnterEvent = QEvent;
 inline QPoint globalPosition(const QMouseEvent &event) {
@@ -41,6 +44,9 @@ inline QPoint hoverPosition(const QHoverEvent &event) {
 }
 inline void setFontWeight(QFont &font, int weight) {
     font.setWeight(weight);
+}
+inline void useHighDpiPixmaps() {
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 #endif
 

@@ -251,7 +251,7 @@ void ImportDialog::showPreview(const Entry &entry) {
     const QStringList headings = previewHeadings(preview.kind);
     mTable->setColumnCount(headings.size());
     mTable->setHorizontalHeaderLabels(headings);
-    const int rows = std::min(preview.rows.size(), kShownRows);
+    const int rows = std::min(int(preview.rows.size()), kShownRows);
     mTable->setRowCount(rows);
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < headings.size(); ++column) {

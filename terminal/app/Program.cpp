@@ -2,6 +2,7 @@
 
 #include "chartdata/RequestLog.h"
 #include "host/toolkit/CUiResource.h"
+#include "host/toolkit/QtCompat.h"
 #include "terminal/app/ChartView.h"
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/Heartbeat.h"
@@ -91,7 +92,7 @@ void setUpScreen(const CommandLineOptions &options) {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.ratio));
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     }
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    GZ::useHighDpiPixmaps();
 }
 
 void setUpLook() {

@@ -1,9 +1,8 @@
 #include "terminal/files/FileLines.h"
 
 #include "terminal/files/ForeignFile.h"
+#include "toolkit/files/DecodedText.h"
 #include "toolkit/files/RegularFile.h"
-
-#include <QTextCodec>
 
 namespace terminal {
 namespace {
@@ -25,20 +24,6 @@ bool startsWithMark(const QByteArray &content) {
 
 } // namespace
 
-QString decodedText(const QByteArray &content) {
-    QTextCodec::ConverterState state;
-    QTextCodec *marked = QTextCodec::codecForUtfText(content, nullptr);
-    if (marked) {
-        return marked->toUnicode(content.constData(), content.size(), &state);
-    }
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(content.constData(), content.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0) {
-        return text;
-    }
-    return QTextCodec::codecForName("GB18030")->toUnicode(content);
-}
-
 void splitLines(const QString &text, const TakeLine &take) {
     for (int start = 0; start < text.size();) {
         const int found = text.indexOf(QLatin1Char('\n'), start);
@@ -58,7 +43,7 @@ QString readFileLines(const QString &path, TC::EFileType type, const TakeLine &t
         return trouble;
     }
     if (startsWithMark(content) || !content.contains('\0')) {
-        splitLines(decodedText(content), take);
+        splitLines(GZ::decodedText(content), take);
         return {};
     }
     if (type == TC::EFileType::Spreadsheet) {

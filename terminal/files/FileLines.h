@@ -2,7 +2,6 @@
 
 #include "host/records/Enumerations.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -15,9 +14,6 @@ using TakeLine = std::function<bool(const QString &line)>;
 /// Reads a file line by line. A spreadsheet is one of Excel 97-2003, of which the first sheet is read, or a text; other
 /// files are texts. Answers an empty text, or what is wrong with the file and what to do about it.
 QString readFileLines(const QString &path, TC::EFileType type, const TakeLine &take);
-
-/// A text in UTF-16 with its mark, in UTF-8, or else in GB18030.
-QString decodedText(const QByteArray &content);
 
 /// Hands over the lines of a text, which end in "\n" or "\r\n". What follows the last end is a line when there is any.
 void splitLines(const QString &text, const TakeLine &take);

@@ -67,7 +67,7 @@ public:
     ImportPreview preview() {
         BarFault fault = readEnds();
         if (fault.isNone()) {
-            TableHeadings headings = readHeadings(mHead.left(std::max(mHead.indexOf('\n'), 0)));
+            TableHeadings headings = readHeadings(mHead.left(std::max(int(mHead.indexOf('\n')), 0)));
             mPreview.headings = headings;
             keepFields();
             const QString trouble = applyColumns(mColumns, headings);

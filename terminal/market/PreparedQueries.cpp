@@ -2,6 +2,8 @@
 
 #include <QSqlError>
 
+#include <utility>
+
 namespace terminal {
 
 PreparedQueries &PreparedQueries::ofThisThread() {
@@ -18,11 +20,8 @@ void PreparedQueries::turnTo(const QSqlDatabase &database) {
 
 QSqlQuery PreparedQueries::take(const QSqlDatabase &database, const QString &statement) {
     turnTo(database);
-    const auto found = mQueries.find(statement);
-    if (found != mQueries.end()) {
-        QSqlQuery query = *found;
-        mQueries.erase(found);
-        return query;
+    if (auto kept = mQueries.extract(statement)) {
+        return std::move(kept.mapped());
     }
     QSqlQuery query(database);
     query.setForwardOnly(true);
@@ -32,8 +31,8 @@ QSqlQuery PreparedQueries::take(const QSqlDatabase &database, const QString &sta
 
 void PreparedQueries::giveBack(const QSqlDatabase &database, const QString &statement, QSqlQuery query) {
     query.finish();
-    if (database.isOpen() && mConnection == database.connectionName() && mQueries.size() < kMostKept) {
-        mQueries.insert(statement, query);
+    if (database.isOpen() && mConnection == database.connectionName() && count() < kMostKept) {
+        mQueries.emplace(statement, std::move(query));
     }
 }
 

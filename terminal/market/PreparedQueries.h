@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+
+#include <unordered_map>
 
 namespace terminal {
 
@@ -25,13 +26,13 @@ public:
     void giveBack(const QSqlDatabase &database, const QString &statement, QSqlQuery query);
     /// Before the connection is closed.
     void forget() { mQueries.clear(); }
-    int count() const { return mQueries.size(); }
+    int count() const { return int(mQueries.size()); }
 
 private:
     void turnTo(const QSqlDatabase &database);
 
     QString mConnection;
-    QHash<QString, QSqlQuery> mQueries; ///< by statement
+    std::unordered_map<QString, QSqlQuery> mQueries; ///< by statement
 };
 
 } // namespace terminal

@@ -6,6 +6,8 @@
 #include <QSqlRecord>
 #include <QStringList>
 
+#include <utility>
+
 namespace terminal {
 namespace {
 
@@ -51,7 +53,7 @@ QSqlError StoreRows::ask(const QString &statement, const QVariantList &values,
     }
     const QSqlError error = query.lastError();
     if (!error.isValid()) {
-        queries.giveBack(mDatabase, statement, query);
+        queries.giveBack(mDatabase, statement, std::move(query));
     }
     return error;
 }

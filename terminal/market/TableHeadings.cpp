@@ -1,6 +1,6 @@
 #include "terminal/market/TableHeadings.h"
 
-#include <QTextCodec>
+#include "toolkit/files/DecodedText.h"
 
 namespace terminal {
 namespace {
@@ -9,13 +9,7 @@ QString decode(QByteArray line) {
     if (line.startsWith("\xef\xbb\xbf")) {
         line.remove(0, 3);
     }
-    QTextCodec::ConverterState state;
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(line.constData(), line.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0) {
-        return text;
-    }
-    QTextCodec *chinese = QTextCodec::codecForName("GB18030");
-    return chinese ? chinese->toUnicode(line) : text;
+    return GZ::unmarkedText(line);
 }
 
 } // namespace

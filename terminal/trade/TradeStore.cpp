@@ -22,11 +22,11 @@ QVariant textValue(const std::string &utf8) {
 
 /// A text that refers to another table: nothing when it is empty.
 QVariant reference(const std::string &utf8) {
-    return utf8.empty() ? QVariant(QVariant::String) : textValue(utf8);
+    return utf8.empty() ? QVariant() : textValue(utf8);
 }
 
 QVariant reference(int number) {
-    return number == 0 ? QVariant(QVariant::Int) : QVariant(number);
+    return number == 0 ? QVariant() : QVariant(number);
 }
 
 /// Runs statements until one fails.

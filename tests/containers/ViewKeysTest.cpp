@@ -139,7 +139,7 @@ TEST_F(ViewKeys, TheMenuKeyOpensTheMenuOfTheSelectedPane) {
     ASSERT_NO_FATAL_FAILURE(showFocused(1));
     mMain->highlightWidget(0);
     EXPECT_TRUE(menuByKey().contains("叠加品种"));
-    const QRect chart(graph(pane())->mapToGlobal({0, 0}), graph(pane())->size());
+    const QRect chart(graph(pane())->mapToGlobal(QPoint(0, 0)), graph(pane())->size());
     EXPECT_TRUE(chart.contains(mMenuAt)) << "on the chart, wherever the mouse is";
     mMain->highlightWidget(sub(0)->getId());
     const QStringList texts = menuByKey();

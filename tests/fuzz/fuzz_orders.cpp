@@ -2,6 +2,7 @@
 
 #include "linkage/ImportLine.h"
 #include "terminal/files/FileLines.h"
+#include "toolkit/files/DecodedText.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -12,7 +13,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const QByteArray content(reinterpret_cast<const char *>(data), static_cast<int>(size));
     const QDateTime now(QDate(2024, 3, 15), QTime(14, 0), Qt::OffsetFromUTC, 8 * 3600);
-    terminal::splitLines(terminal::decodedText(content), [&now](const QString &line) {
+    terminal::splitLines(GZ::decodedText(content), [&now](const QString &line) {
         if (line.contains(QLatin1Char('\n'))) {
             std::abort();
         }

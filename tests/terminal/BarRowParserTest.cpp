@@ -1,8 +1,6 @@
 #include "terminal/market/BarRowParser.h"
 #include "terminal/market/BarColumns.h"
 
-#include <QTextCodec>
-
 #include <gtest/gtest.h>
 
 using namespace terminal;
@@ -71,8 +69,9 @@ TEST(BarColumns, RecognisesChineseHeadings) {
 }
 
 TEST(BarColumns, RecognisesChineseHeadingsInTheirOlderEncoding) {
-    const QString header = QStringLiteral("时间,开盘,最高,最低,收盘,成交量,成交额");
-    const BarColumns columns = columnsOf(QTextCodec::codecForName("GB18030")->fromUnicode(header));
+    // The headings 时间,开盘,最高,最低,收盘,成交量,成交额, as iconv -t GB18030 writes them.
+    const BarColumns columns = columnsOf("\xca\xb1\xbc\xe4,\xbf\xaa\xc5\xcc,\xd7\xee\xb8\xdf,\xd7\xee\xb5\xcd,"
+                                         "\xca\xd5\xc5\xcc,\xb3\xc9\xbd\xbb\xc1\xbf,\xb3\xc9\xbd\xbb\xb6\xee");
     EXPECT_EQ(columns.dateTime, 0);
     EXPECT_EQ(columns.amount, 6);
 }

@@ -7,6 +7,7 @@
 #include <QSqlError>
 
 #include <thread>
+#include <utility>
 
 using terminal::PreparedQueries;
 
@@ -30,40 +31,40 @@ protected:
         EXPECT_TRUE(query.next());
         return query;
     }
-    void putBack(const QSqlQuery &query) { mQueries.giveBack(mStore.connection(), kValueOf, query); }
+    void putBack(QSqlQuery query) { mQueries.giveBack(mStore.connection(), kValueOf, std::move(query)); }
 
     PreparedQueries &mQueries = PreparedQueries::ofThisThread();
 };
 
 TEST_F(PreparedQueriesTest, AQuestionIsAskedAgainWithOtherValues) {
     for (int i = 0; i < 3; ++i) {
-        const QSqlQuery first = asked(QStringLiteral("a"));
+        QSqlQuery first = asked(QStringLiteral("a"));
         EXPECT_EQ(mQueries.count(), 0);
         EXPECT_EQ(first.value(0).toString(), QStringLiteral("1"));
-        putBack(first);
+        putBack(std::move(first));
         EXPECT_EQ(mQueries.count(), 1);
-        const QSqlQuery second = asked(QStringLiteral("b"));
+        QSqlQuery second = asked(QStringLiteral("b"));
         EXPECT_EQ(second.value(0).toString(), QStringLiteral("2"));
-        putBack(second);
+        putBack(std::move(second));
     }
     EXPECT_EQ(mQueries.count(), 1);
 }
 
 TEST_F(PreparedQueriesTest, TheSameQuestionInTheMidstOfItsRowsHasRowsOfItsOwn) {
     putBack(asked(QStringLiteral("a")));
-    const QSqlQuery outer = asked(QStringLiteral("a"));
-    const QSqlQuery inner = asked(QStringLiteral("b"));
+    QSqlQuery outer = asked(QStringLiteral("a"));
+    QSqlQuery inner = asked(QStringLiteral("b"));
     EXPECT_EQ(outer.value(0).toString(), QStringLiteral("1"));
     EXPECT_EQ(inner.value(0).toString(), QStringLiteral("2"));
-    putBack(inner);
-    putBack(outer);
+    putBack(std::move(inner));
+    putBack(std::move(outer));
     EXPECT_EQ(mQueries.count(), 1);
 }
 
 TEST_F(PreparedQueriesTest, WhatLiesReadyHoldsNothingOfTheStore) {
     QSqlQuery writing(mStore.connection());
     ASSERT_TRUE(writing.exec(QStringLiteral("UPDATE notes SET value = '3' WHERE name = 'a'")));
-    const QSqlQuery reading = asked(QStringLiteral("a"));
+    QSqlQuery reading = asked(QStringLiteral("a"));
     const auto isCut = [this] { // the log, by another thread's connection
         bool isFree = false;
         std::thread([&] {
@@ -75,7 +76,7 @@ TEST_F(PreparedQueriesTest, WhatLiesReadyHoldsNothingOfTheStore) {
         return isFree;
     };
     EXPECT_FALSE(isCut()) << "the rows are being read";
-    putBack(reading);
+    putBack(std::move(reading));
     EXPECT_EQ(mQueries.count(), 1);
     EXPECT_TRUE(isCut());
 }
@@ -108,7 +109,7 @@ TEST_F(PreparedQueriesTest, NoMoreAreKeptThanTheBound) {
         const QString statement = QStringLiteral("SELECT %1").arg(i);
         QSqlQuery query = mQueries.take(mStore.connection(), statement);
         EXPECT_TRUE(query.exec());
-        mQueries.giveBack(mStore.connection(), statement, query);
+        mQueries.giveBack(mStore.connection(), statement, std::move(query));
     }
     EXPECT_EQ(mQueries.count(), PreparedQueries::kMostKept);
 }
