@@ -61,7 +61,7 @@ function(timeshare_product name)
   if(NOT TIMESHARE_SANITIZER)
     target_link_options(${name}_shared PRIVATE LINKER:--no-undefined) # a sanitizer's functions are in the program
   endif()
-  set_target_properties(${name}_shared PROPERTIES OUTPUT_NAME ${name}
+  set_target_properties(${name}_shared PROPERTIES OUTPUT_NAME ${name}${TIMESHARE_QT_SUFFIX}
     VERSION ${TIMESHARE_PACKAGE_VERSION} SOVERSION ${TIMESHARE_INTERFACE} LINK_DEPENDS ${exports})
 endfunction()
 
@@ -79,7 +79,8 @@ function(timeshare_translation_resource out name)
   execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE folder
     OUTPUT_STRIP_TRAILING_WHITESPACE)
   if(NOT EXISTS ${folder}/${name})
-    message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations${TIMESHARE_QT}-l10n (setup/packages.sh)")
+    message(FATAL_ERROR "${folder}/${name} is missing: install qttranslations5-l10n (setup/packages.sh does), "
+      "for Qt 6 qt6-translations-l10n")
   endif()
   set(resource ${PROJECT_BINARY_DIR}/translations.qrc)
   file(CONFIGURE OUTPUT ${resource} @ONLY CONTENT

@@ -11,7 +11,7 @@ run_packages=(
 )
 test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev doxygen
-  libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev
+  libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev qt6-base-dev
   xvfb xauth xdotool imagemagick jwm
   nats-server libnats-dev
   postgresql-15 libpq-dev openssl

@@ -68,8 +68,7 @@ Kind kindOf(const char *name) {
 
 int noteLibrary(dl_phdr_info *info, size_t, void *) {
     const std::string_view name(info->dlpi_name);
-    const bool isOwn = name.empty() || name.find("/libtimeshare.so") != name.npos ||
-                       name.find("/libtimeshare_toolkit.so") != name.npos;
+    const bool isOwn = name.empty() || name.find("/libtimeshare") != name.npos;
     const bool isSqlite = name.find("/libsqlite3.so") != name.npos;
     for (int i = 0; i < info->dlpi_phnum && (isOwn || isSqlite); ++i) {
         const ElfW(Phdr) &part = info->dlpi_phdr[i];
