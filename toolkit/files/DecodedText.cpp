@@ -61,11 +61,11 @@ private:
     size_t mOutLeft;
 };
 
-/// One character per byte where the C library does not have the encoding.
+/// Where the C library cannot get at the encoding, what is no UTF-8 comes as U+FFFD.
 Decoded decodedFrom(const Encoding &encoding, const QByteArray &content) {
     const iconv_t converter = iconv_open(kOfQString, encoding.name);
     if (converter == iconv_t(-1)) {
-        return {QString::fromLatin1(content), int(content.size())};
+        return {QString::fromUtf8(content), int(content.size())};
     }
     const Decoded decoded = Decoder(converter, content).decode(encoding.unit);
     iconv_close(converter);
