@@ -20,6 +20,7 @@
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/threads/SharedHeaps.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -70,6 +71,7 @@ QByteArray languageOfEnvironment() {
 }
 
 void setUpProcess() {
+    shareHeaps();
     qputenv("TZ", "Asia/Shanghai");
     tzset();
     std::setlocale(LC_ALL, "");

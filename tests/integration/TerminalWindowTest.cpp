@@ -297,8 +297,9 @@ TEST_F(TerminalWindowTest, TheThemeChangesEveryColourAndIsRemembered) {
 }
 
 TEST_F(TerminalWindowTest, AConfigurationThatCannotBeWrittenIsToldInTheStatusLine) {
-    QFile::remove(mFolder.path() + "/config.json");
-    ASSERT_TRUE(QDir().mkpath(mFolder.path() + "/config.json")); // a folder in place of the file
+    const QString path = mFolder.path() + "/config.json";
+    // A folder in place of the file, which may just be on its way to the disk once more.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::remove(path), QDir().mkpath(path); }, 60000));
     ASSERT_TRUE(mWindow->showInstrument("SH600519"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return mWindow->status().contains("config.json"); }, 60000))
         << qPrintable(mWindow->status());
