@@ -34,6 +34,7 @@ constexpr int kAllTheWay = std::numeric_limits<int>::max() / 2;
 ViewKeys::ViewKeys(MainView &view, const PaneRow &panes, SelectedPane &selected, CrossLines &crossLines,
                    boost::shared_ptr<const CRealtimeUiParam> uiParam)
     : mView(view), mPanes(panes), mSelected(selected), mCrossLines(crossLines), mUiParam(std::move(uiParam)) {
+    // NOLINTBEGIN(bugprone-suspicious-enum-usage): keys are written so in both versions of Qt
     add(Qt::CTRL | Qt::Key_Up, [this] { selectPane(-1); });
     add(Qt::CTRL | Qt::Key_Down, [this] { selectPane(1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { moveSplitter(-kSplitterStep); });
@@ -44,6 +45,7 @@ ViewKeys::ViewKeys(MainView &view, const PaneRow &panes, SelectedPane &selected,
     add(Qt::SHIFT | Qt::Key_End, [this] { mark(kAllTheWay); });
     add(Qt::CTRL | Qt::Key_Return, [this] { activate(); });
     add(Qt::CTRL | Qt::Key_Enter, [this] { activate(); });
+    // NOLINTEND(bugprone-suspicious-enum-usage)
     mGiveUp = add(Qt::Key_Escape, [this] { unmark(); });
     mGiveUp->setEnabled(false);
 }

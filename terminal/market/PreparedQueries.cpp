@@ -21,7 +21,7 @@ void PreparedQueries::turnTo(const QSqlDatabase &database) {
 QSqlQuery PreparedQueries::take(const QSqlDatabase &database, const QString &statement) {
     turnTo(database);
     if (auto kept = mQueries.extract(statement)) {
-        return std::move(kept.mapped());
+        return std::move(kept.mapped()); // NOLINT(performance-move-const-arg): a query moves in Qt 6
     }
     QSqlQuery query(database);
     query.setForwardOnly(true);

@@ -53,7 +53,7 @@ QSqlError StoreRows::ask(const QString &statement, const QVariantList &values,
     }
     const QSqlError error = query.lastError();
     if (!error.isValid()) {
-        queries.giveBack(mDatabase, statement, std::move(query));
+        queries.giveBack(mDatabase, statement, std::move(query)); // NOLINT(performance-move-const-arg)
     }
     return error;
 }
