@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash> // that of QString for the standard library too
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
