@@ -115,14 +115,16 @@ bool isSound(const MinuteBar &bar) {
 }
 
 bool isSound(const WireBar &record) {
+    if (record.sequence == 0 || record.sequence > kLastSequence) {
+        return false;
+    }
     const MinuteBar &bar = record.bar;
     const qint64 midnight = record.day * 1000LL;
     const qint64 told = static_cast<qint64>(record.sequence) + record.span;
     const bool isPlaced = record.kind == WireKind::Change
                               ? record.span >= 0 && static_cast<quint64>(record.span) < record.sequence
                               : told >= 0;
-    return record.sequence > 0 && record.sequence <= kLastSequence && isPlaced && record.day > 0 &&
-           isTime(record.published) && bar.time > midnight - kLongestDay &&
+    return isPlaced && record.day > 0 && isTime(record.published) && bar.time > midnight - kLongestDay &&
            bar.time <= midnight + kLongestDay && isSound(bar);
 }
 
