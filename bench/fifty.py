@@ -25,6 +25,7 @@ from pathlib import Path
 SERVERS = Path(__file__).resolve().parents[1] / "setup/servers"
 PATIENCE = 900.0  # seconds that anything may take on a busy machine
 LAST_WAIT = 60.0  # for what was sent last
+PLACE_LAG = 3  # seconds of the feed, between two places in its log at the most
 
 
 class Terminal:
@@ -96,6 +97,11 @@ class Desk:
             elif words[1] == str(pid):
                 ticks += sum(map(int, words[11:13]))
         return ticks / os.sysconf("SC_CLK_TCK")
+
+    def place(self):
+        """The market time of the last place in the feed's log, where a feed that is started again goes on."""
+        lines = (self.folder / "feed/sums").read_text().splitlines()
+        return max((int(line.split()[2]) for line in lines if line.startswith("at ") and len(line.split()) == 5), default=0)
 
     def sums(self):
         """The last sums of each instrument in the feed's log."""
@@ -218,6 +224,9 @@ def session(options, folder):
         else:
             kill_at_random(desk, 2 * options.seconds / 3, options.seed)
         wait_for("the market after the kills", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
+        # A feed that was killed tells some seconds once more. Until it is beyond them terminals know more than it does.
+        further = desk.place() + PLACE_LAG * 1000 * options.pace
+        wait_for("the feed to come to where it was", lambda: desk.place() >= further)
         desk.end("feed", signal.SIGTERM)
         end = time.monotonic() + LAST_WAIT
         while (wrong := differences(terminals, desk)) and time.monotonic() < end:

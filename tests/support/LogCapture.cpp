@@ -55,6 +55,7 @@ struct LogCapture::Private {
 };
 
 LogCapture::LogCapture() : mCapture(std::make_unique<Private>()) {
+    waitForLines(); // those of what was logged before it
     chartLog()->setLevel(Level::getInfo());
     chartLog()->setAdditivity(false);
     chartLog()->addAppender(mCapture->appender);

@@ -84,6 +84,48 @@ TEST_F(ResultDeliveryTest, NothingIsCalledAfterAWithdrawal) {
     EXPECT_TRUE(delivery->isWithdrawn());
 }
 
+TEST_F(ResultDeliveryTest, WhatCameLastIsRepeatedAndKeepsItsRange) {
+    const auto delivery = make();
+    delivery->repeat();
+    ASSERT_TRUE(drained());
+    EXPECT_TRUE(mCalls.isEmpty()) << "there is nothing to repeat";
+    delivery->postSeries(seriesOf(1), false);
+    delivery->repeat(); // the series is still on its way
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls, QStringList({"id MA 1 new", "id MA 1 keep"}));
+    delivery->postPoint(pointOf(2));
+    ASSERT_TRUE(drained());
+    delivery->repeat();
+    delivery->postPoint(pointOf(3));
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls.mid(2), QStringList({"id point 2", "id point 2", "id point 3"}));
+}
+
+TEST_F(ResultDeliveryTest, NothingIsRepeatedAfterAWithdrawalOrTheEnd) {
+    for (const bool isWithdrawn : {true, false}) {
+        mCalls.clear();
+        const auto delivery = make();
+        delivery->postSeries(seriesOf(1), false);
+        ASSERT_TRUE(drained());
+        isWithdrawn ? delivery->withdraw() : delivery->finish();
+        delivery->repeat();
+        ASSERT_TRUE(drained());
+        EXPECT_EQ(mCalls, QStringList("id MA 1 new"));
+    }
+}
+
+TEST_F(ResultDeliveryTest, ItIsQuietWhenNothingNewCameSinceTheQuestionBefore) {
+    const auto delivery = make();
+    EXPECT_FALSE(delivery->wasQuiet()) << "it has just begun";
+    delivery->postPoint(pointOf(1));
+    ASSERT_TRUE(drained());
+    EXPECT_FALSE(delivery->wasQuiet());
+    delivery->repeat();
+    ASSERT_TRUE(drained());
+    EXPECT_TRUE(delivery->wasQuiet()) << "what is repeated is nothing new";
+    EXPECT_TRUE(delivery->wasQuiet());
+}
+
 TEST_F(ResultDeliveryTest, TheCallbacksAreReleasedOnTheUserInterfaceThreadWhoeverWithdraws) {
     QThread *releasedOn = nullptr;
     const auto delivery = make(std::make_shared<Witness>(releasedOn));
