@@ -43,6 +43,7 @@ protected:
                               .arg(id, name)
                               .arg(result->mValues[0][0])
                               .arg(keepRange ? "keep" : "new"));
+            mResult = result;
         };
         callbacks->onRealtime = [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
             mCalls.append(QStringLiteral("%1 point %2").arg(id).arg(point->mValues[0]));
@@ -58,6 +59,7 @@ protected:
 
     DeliveryQueue mQueue;
     QStringList mCalls;
+    std::weak_ptr<se::RPCFormulaResult> mResult; ///< the series that came last
 };
 
 } // namespace
@@ -107,10 +109,12 @@ TEST_F(ResultDeliveryTest, NothingIsRepeatedAfterAWithdrawalOrTheEnd) {
         const auto delivery = make();
         delivery->postSeries(seriesOf(1), false);
         ASSERT_TRUE(drained());
+        EXPECT_FALSE(mResult.expired()) << "it may have to be repeated";
         isWithdrawn ? delivery->withdraw() : delivery->finish();
         delivery->repeat();
         ASSERT_TRUE(drained());
         EXPECT_EQ(mCalls, QStringList("id MA 1 new"));
+        EXPECT_TRUE(mResult.expired()) << "nobody keeps what nobody hears again";
     }
 }
 
