@@ -1,6 +1,7 @@
 #include "toolkit/drawing/SeriesText.h"
 
 #include "host/drawing/IndexBaseData.h"
+#include "host/toolkit/Text.h"
 #include "host/toolkit/Wording.h"
 
 #include <QDateTime>
