@@ -1,7 +1,9 @@
 #include "terminal/history/PgConnection.h"
 
+#include <QStringList>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 #include <linux/tcp.h>
 #include <netinet/in.h>
@@ -14,6 +16,8 @@ namespace terminal {
 namespace {
 
 constexpr int kSocketLook = 100; ///< milliseconds between looks whether to go on
+constexpr std::chrono::milliseconds kConnectPatience{
+    30000}; ///< with all hosts, however long a statement may take
 
 void passOver(void *, const PGresult *) {}
 
@@ -44,6 +48,11 @@ HistoryTrouble connectTrouble(const QString &message) {
         }
     }
     return HistoryTrouble::Gone;
+}
+
+/// Whether a host is not there, or is not what is wanted: another may be.
+bool isAway(const HistoryFailure &failure) {
+    return failure.trouble == HistoryTrouble::Gone || failure.trouble == HistoryTrouble::Slow;
 }
 
 } // namespace
@@ -105,22 +114,47 @@ HistoryFailure PgConnection::connect(bool &isNew) {
     if (!isNew) {
         return {};
     }
+    const bool prefersStandby = mAddress.session == "prefer-standby";
+    const int tries = std::max(1, static_cast<int>(mAddress.hosts.size()) * (prefersStandby ? 2 : 1));
+    const std::chrono::milliseconds wait =
+        mAddress.connectWait.count() > 0 ? std::min<std::chrono::milliseconds>(mAddress.connectWait, mPatience)
+                                         : std::min(mPatience, kConnectPatience) / tries;
+    HistoryFailure failure = tryHosts(prefersStandby ? "standby" : mAddress.session, wait);
+    return prefersStandby && isAway(failure) ? tryHosts("any", wait) : failure;
+}
+
+HistoryFailure PgConnection::tryHosts(const QByteArray &session, std::chrono::milliseconds wait) {
+    HistoryFailure failure{HistoryTrouble::Gone, {}};
+    QStringList reasons;
+    for (const HistoryAddress::Host &host : mAddress.hosts) {
+        failure = tryHost(host, session, std::chrono::steady_clock::now() + wait);
+        if (!isAway(failure)) {
+            return failure;
+        }
+        reasons.append(failure.reason);
+    }
+    failure.reason = reasons.join(QStringLiteral("; "));
+    return failure;
+}
+
+HistoryFailure PgConnection::tryHost(const HistoryAddress::Host &host, const QByteArray &session, Time end) {
+    QVector<std::pair<QByteArray, QByteArray>> settings = mAddress.settings;
+    settings << std::make_pair("host", host.name) << std::make_pair("client_encoding", "UTF8")
+             << std::make_pair("fallback_application_name", "timeshare") << std::make_pair("options", mOptions);
+    if (host.port > 0) {
+        settings << std::make_pair("port", QByteArray::number(host.port));
+    }
+    if (!session.isEmpty()) {
+        settings << std::make_pair("target_session_attrs", session);
+    }
+    if (!mAddress.password.isEmpty()) {
+        settings << std::make_pair("password", mAddress.password);
+    }
     std::vector<const char *> names;
     std::vector<const char *> values;
-    const auto add = [&names, &values](const QByteArray &name, const QByteArray &value) {
-        names.push_back(name.constData());
-        values.push_back(value.constData());
-    };
-    const QByteArray own[]{"client_encoding", "UTF8",    "fallback_application_name",
-                           "timeshare",       "options", "password"};
-    for (const auto &setting : mAddress.settings) {
-        add(setting.first, setting.second);
-    }
-    add(own[0], own[1]);
-    add(own[2], own[3]);
-    add(own[4], mOptions);
-    if (!mAddress.password.isEmpty()) {
-        add(own[5], mAddress.password);
+    for (const auto &setting : settings) {
+        names.push_back(setting.first.constData());
+        values.push_back(setting.second.constData());
     }
     names.push_back(nullptr);
     values.push_back(nullptr);
@@ -130,7 +164,7 @@ HistoryFailure PgConnection::connect(bool &isNew) {
     }
     PQsetErrorVerbosity(mConnection.get(), PQERRORS_VERBOSE); // which tells the state
     PQsetNoticeReceiver(mConnection.get(), &passOver, nullptr);
-    HistoryFailure failure = poll();
+    HistoryFailure failure = poll(end);
     if (failure.isNone()) {
         PQsetErrorVerbosity(mConnection.get(), PQERRORS_TERSE);
         PQsetnonblocking(mConnection.get(), 1);
@@ -139,8 +173,7 @@ HistoryFailure PgConnection::connect(bool &isNew) {
 }
 
 /// Goes on with a connection that was begun, to its end.
-HistoryFailure PgConnection::poll() {
-    const Time end = deadline();
+HistoryFailure PgConnection::poll(Time end) {
     PostgresPollingStatusType state =
         PQstatus(mConnection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
     while (state == PGRES_POLLING_READING || state == PGRES_POLLING_WRITING) {

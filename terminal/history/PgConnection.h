@@ -44,7 +44,8 @@ public:
     /// `options` are settings of the session, as in "-c lock_timeout=5s".
     PgConnection(const HistoryAddress &address, QByteArray options, std::chrono::milliseconds patience);
 
-    /// Goes to the server; does nothing when that is done. `isNew` tells which.
+    /// Goes to the first of the address's hosts that is there and is what is wanted; does nothing when that is done. `isNew` tells
+    /// which. A host that answers and refuses is the last that is tried.
     HistoryFailure connect(bool &isNew);
     /// Runs one statement; the connection is given up when the server is gone or slow.
     HistoryFailure ask(const char *statement, const Values &values, PgRows &rows);
@@ -60,7 +61,9 @@ private:
 
     Time deadline() const { return std::chrono::steady_clock::now() + mPatience; }
     bool waitFor(short events, Time end) const;
-    HistoryFailure poll();
+    HistoryFailure tryHosts(const QByteArray &session, std::chrono::milliseconds wait);
+    HistoryFailure tryHost(const HistoryAddress::Host &host, const QByteArray &session, Time end);
+    HistoryFailure poll(Time end);
     HistoryFailure take();
     qint64 receivedBytes() const;
     HistoryFailure flush(Time end);

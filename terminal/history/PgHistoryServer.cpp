@@ -14,10 +14,20 @@ QByteArray readersOptions(std::chrono::milliseconds patience) {
            QByteArray::number(qint64(patience.count()));
 }
 
+/// Its sessions cannot write anywhere: whether the host can is told by what it is.
+HistoryAddress readersAddress(HistoryAddress address) {
+    if (address.session == "read-write") {
+        address.session = "primary";
+    } else if (address.session == "read-only") {
+        address.session = "standby";
+    }
+    return address;
+}
+
 } // namespace
 
 PgHistoryServer::PgHistoryServer(const HistoryAddress &address, std::chrono::milliseconds patience)
-    : mConnection(address, readersOptions(patience), patience) {}
+    : mConnection(readersAddress(address), readersOptions(patience), patience) {}
 
 /// Runs a statement; of a new connection the version of the tables is looked at first. A connection that stood idle may be
 /// gone since, and is made once more.

@@ -16,6 +16,14 @@ namespace {
 constexpr std::chrono::minutes kLoadersPatience{30}; ///< another loader may have a long batch
 constexpr int kCopied = 1 << 19; ///< bytes of one message
 
+/// A standby takes nothing: unless something else is wanted, the host that does is looked for.
+HistoryAddress loadersAddress(HistoryAddress address) {
+    if (address.session.isEmpty()) {
+        address.session = "read-write";
+    }
+    return address;
+}
+
 /// Numbers as PostgreSQL writes arrays.
 template <class Numbers> QByteArray pgArray(const Numbers &numbers) {
     QByteArray text;
@@ -70,7 +78,7 @@ DaySessions mergedSessions(const DaySessions &known, const LoadedDay &day, int d
 } // namespace
 
 PgLoader::PgLoader(const HistoryAddress &address)
-    : mConnection(address, "-c synchronous_commit=on", kLoadersPatience) {}
+    : mConnection(loadersAddress(address), "-c synchronous_commit=on", kLoadersPatience) {}
 
 HistoryFailure PgLoader::prepare() {
     bool isNew = false;

@@ -56,6 +56,16 @@ public:
         }
         return restart();
     }
+    /// Makes a copy of a running server and starts it as one that follows it, by a role of that one.
+    bool follow(const PgServer &primary, const char *role, const char *password) {
+        giveToServer(mFolder.path());
+        ServerProcess copying;
+        return launch(copying, program("pg_basebackup"),
+                      {"-R", "-D", pathOf("data"), "-h", "127.0.0.1", "-p", QString::number(primary.mPort),
+                       "-U", QString::fromLatin1(role), "-c", "fast", "--no-sync"},
+                      {QStringLiteral("PGPASSWORD=%1").arg(QLatin1String(password))}) &&
+               copying.wait() == 0 && restart();
+    }
     bool restart() {
         mPort = mPort == 0 ? freePort() : mPort;
         QStringList words{
@@ -77,12 +87,9 @@ public:
     class Admin {
     public:
         Admin(int port, const char *database)
-            : mConnection({{{"host", "127.0.0.1"},
-                            {"port", QByteArray::number(port)},
-                            {"user", "owner"},
-                            {"dbname", database}},
-                           "owner-secret"},
-                          "", std::chrono::seconds(30)) {}
+            : mConnection(
+                  {{{"127.0.0.1", port}}, {{"user", "owner"}, {"dbname", database}}, "owner-secret", {}, {}},
+                  "", std::chrono::seconds(30)) {}
         terminal::HistoryFailure run(const char *statement, const terminal::PgConnection::Values &values = {}) {
             bool isNew = false;
             const terminal::HistoryFailure failure = mConnection.connect(isNew);
@@ -109,6 +116,7 @@ public:
             .arg(mPort)
             .arg(QString::fromLatin1(rest));
     }
+    int port() const { return mPort; }
     QString pathOf(const char *name) const { return mFolder.filePath(QString::fromLatin1(name)); }
     QByteArray log() const {
         QFile file(pathOf("log"));
@@ -122,15 +130,16 @@ public:
     }
 
 private:
-    bool launch(ServerProcess &process, const QString &path, const QStringList &arguments) const {
+    bool launch(ServerProcess &process, const QString &path, const QStringList &arguments,
+                const QStringList &environment = {}) const {
         if (getuid() != 0) {
-            return process.start(path, arguments, pathOf("log"));
+            return process.start(path, arguments, pathOf("log"), environment);
         }
         return process.start(QStandardPaths::findExecutable(QStringLiteral("setpriv")),
                              QStringList{"--reuid=postgres", "--regid=postgres", "--init-groups", "--pdeathsig",
                                          "SIGQUIT", path} +
                                  arguments,
-                             pathOf("log"));
+                             pathOf("log"), environment);
     }
     void send(int signal) const {
         const QString pid = QString::number(mProcess.pid());
