@@ -2,11 +2,11 @@
 
 #include "terminal/app/ChartView.h"
 #include "terminal/app/WindowColors.h"
+#include "toolkit/files/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QLabel>
 #include <QPixmap>
 #include <QSaveFile>
@@ -47,12 +47,9 @@ SnapshotSheet::SnapshotSheet(ChartSources sources, const QString &note)
 }
 
 QString checkPicturePath(const QString &path) {
-    const QFileInfo there(path);
-    if (there.isDir()) {
-        return notWritable(path, QStringLiteral("it is a folder"));
-    }
-    if (there.exists() && !there.isFile()) { // else the picture would be put in its place
-        return notWritable(path, QStringLiteral("it is a pipe or a device, no file"));
+    const QString reason = GZ::RegularFile::notRegularReason(path);
+    if (!reason.isEmpty()) { // else the picture would be put in its place
+        return notWritable(path, reason);
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {

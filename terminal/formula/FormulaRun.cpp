@@ -68,7 +68,7 @@ std::unique_ptr<FormulaRun> FormulaRun::of(const LuaFormulaFile &file, const For
         return run;
     }
     const TimeLimit time(limits.milliseconds);
-    run->graph.evaluate(bars, 0, time);
+    run->graph.evaluate(bars, 0, limits.milliseconds);
     LuaSandbox sandbox(limits.bytes);
     const LuaSandbox::Body body = [&run, &file, depth](lua_State *state) {
         runBody(state, *run, file.text, depth);

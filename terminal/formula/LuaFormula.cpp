@@ -15,6 +15,17 @@ double shown(double value) {
     return std::isfinite(value) ? value : TC::kUnsetValue;
 }
 
+/// As a list of a result has them: numbers, or unset.
+std::vector<double> shownValues(const Operand &values, std::size_t count) {
+    if (values.isNumber()) {
+        return std::vector<double>(count, shown(values.number));
+    }
+    std::vector<double> all(values.node->values().begin(),
+                            values.node->values().begin() + static_cast<std::ptrdiff_t>(count));
+    std::transform(all.begin(), all.end(), all.begin(), shown);
+    return all;
+}
+
 /// First bar from which on bars differ from those before.
 std::size_t firstChange(const MinuteBars &before, const MinuteBars &now) {
     const auto place = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).second;
@@ -98,8 +109,8 @@ private:
             takeStyles();
         }
         from = std::min(from, std::exchange(mUnderlyingFrom, kUnchanged));
-        const TimeLimit time(mLimits.milliseconds);
-        if (!mRun->error && !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, time)) {
+        if (!mRun->error &&
+            !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, mLimits.milliseconds)) {
             mRun->error = FormulaError{mFile.name, 0, QCoreApplication::translate("LuaSandbox", "运行超时")};
             mRun->overLimit = true;
         }
@@ -127,36 +138,32 @@ private:
     se::RPCFormulaResult result(const MinuteBars &bars) const {
         se::RPCFormulaResult result;
         const std::size_t count = bars.size();
+        result.mTimes.reserve(count);
         for (const MinuteBar &bar : bars) {
             result.mTimes.emplace_back(bar.time, 0);
         }
         result.mValid.assign(count, 1);
         result.mPointTags.assign(count, 0);
-        result.mValues.assign(lineCount(), std::vector<double>(count, TC::kUnsetValue));
-        result.mExtra1.assign(lineCount(), std::vector<qint32>(count, se::kDefaultColor));
-        result.mTexts.assign(lineCount(), std::vector<std::string>(count));
-        result.mExtra2 = result.mValues;
-        if (!mRun->error) {
-            for (std::size_t line = 0; line < lineCount(); ++line) {
-                fill(result, line, count);
+        for (std::size_t line = 0; line < lineCount(); ++line) {
+            if (mRun->error) {
+                addLine(result, FormulaDrawing(kNoValue), count);
+            } else {
+                addLine(result, mRun->lines[line], count);
             }
         }
         return result;
     }
 
-    void fill(se::RPCFormulaResult &result, std::size_t line, std::size_t count) const {
-        const FormulaDrawing &drawing = mRun->lines[line];
-        for (std::size_t i = 0; i < count; ++i) {
-            result.mValues[line][i] = shown(drawing.values.at(i));
-        }
+    static void addLine(se::RPCFormulaResult &result, const FormulaDrawing &drawing, std::size_t count) {
+        result.mValues.push_back(shownValues(drawing.values, count));
+        result.mExtra2.push_back(shownValues(drawing.second.value_or(kNoValue), count));
+        std::vector<qint32> &colors = result.mExtra1.emplace_back(count, se::kDefaultColor);
         for (std::size_t i = 0; i < count && !drawing.colors.empty(); ++i) {
-            result.mExtra1[line][i] = drawing.colorAt(i);
+            colors[i] = drawing.colorAt(i);
         }
+        std::vector<std::string> &texts = result.mTexts.emplace_back(count);
         for (std::size_t i = 0; i < count && !drawing.texts.empty(); ++i) {
-            result.mTexts[line][i] = drawing.textAt(i);
-        }
-        for (std::size_t i = 0; i < count && drawing.second; ++i) {
-            result.mExtra2[line][i] = shown(drawing.second->at(i));
+            texts[i] = drawing.textAt(i);
         }
     }
 

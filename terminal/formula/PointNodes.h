@@ -18,9 +18,10 @@ public:
 
 protected:
     void evaluate(std::size_t from, std::size_t count) override {
-        const MinuteBars &bars = mGraph.bars();
+        const MinuteBar *const bars = mGraph.bars().data();
+        double *const values = mValues.data();
         for (std::size_t i = from; i < count; ++i) {
-            mValues[i] = Field(bars[i], i);
+            values[i] = Field(bars[i], i);
         }
     }
 
@@ -77,9 +78,7 @@ public:
 
 protected:
     void evaluate(std::size_t from, std::size_t count) override {
-        for (std::size_t i = from; i < count; ++i) {
-            mValues[i] = at(i, std::make_index_sequence<Count>());
-        }
+        evaluate(from, count, std::make_index_sequence<Count>());
     }
 
 private:
@@ -92,8 +91,13 @@ private:
         }
         return finite(Function(x[I]...));
     }
-    template <std::size_t... I> double at(std::size_t i, std::index_sequence<I...> all) const {
-        return apply({mArguments[I][i]...}, all);
+    template <std::size_t... I>
+    void evaluate(std::size_t from, std::size_t count, std::index_sequence<I...> all) {
+        const std::array<ArgumentValues, Count> x = {mArguments[I].values()...};
+        double *const values = mValues.data();
+        for (std::size_t i = from; i < count; ++i) {
+            values[i] = apply({x[I][i]...}, all);
+        }
     }
 
     const std::array<Argument, Count> mArguments;
@@ -145,10 +149,14 @@ public:
 protected:
     void evaluate(std::size_t from, std::size_t count) override {
         mStates.resize(count);
-        double state = from > 0 ? mStates[from - 1] : kNoValue;
+        const ArgumentValues x = mX.values();
+        const ArgumentValues y = mY.values();
+        double *const states = mStates.data();
+        double *const values = mValues.data();
+        double state = from > 0 ? states[from - 1] : kNoValue;
         for (std::size_t i = from; i < count; ++i) {
-            std::tie(state, mValues[i]) = Step(state, mX[i], mY[i], mSetting);
-            mStates[i] = state;
+            std::tie(state, values[i]) = Step(state, x[i], y[i], mSetting);
+            states[i] = state;
         }
     }
 

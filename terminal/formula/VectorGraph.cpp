@@ -1,8 +1,17 @@
 #include "terminal/formula/VectorGraph.h"
 
+#include "terminal/formula/TimeLimit.h"
+
 #include <algorithm>
+#include <optional>
 
 namespace terminal {
+namespace {
+
+/// Elements of vectors that are computed without a look at the time, which costs more than a point of a usual formula.
+constexpr std::size_t kQuick = 4096;
+
+} // namespace
 
 void VectorNode::update(std::size_t from, std::size_t count) {
     const std::size_t start = std::min({from, mDone, count});
@@ -11,16 +20,20 @@ void VectorNode::update(std::size_t from, std::size_t count) {
     mDone = count;
 }
 
-bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, const TimeLimit &limit) {
+bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, int milliseconds) {
     from = std::min({from, bars.size(), mBars.size()});
     mBars.resize(from);
     mBars.insert(mBars.end(), bars.begin() + static_cast<std::ptrdiff_t>(from), bars.end());
+    std::optional<TimeLimit> limit;
+    if ((mBars.size() - from) * mNodes.size() > kQuick) {
+        limit.emplace(milliseconds);
+    }
     for (const std::unique_ptr<VectorNode> &node : mNodes) {
         if (!node->isUsed()) {
             continue;
         }
         node->update(from, mBars.size());
-        if (limit.isOver()) {
+        if (limit && limit->isOver()) {
             return false;
         }
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "terminal/formula/TimeLimit.h"
 #include "terminal/market/MinuteBar.h"
 
 #include <cmath>
@@ -64,6 +63,18 @@ struct Operand {
     double number = kNoValue;
 };
 
+/// The values of an argument for a loop over points, while its vector stays as long as it is.
+class ArgumentValues {
+public:
+    explicit ArgumentValues(const Operand &operand)
+        : mVector(operand.node ? operand.node->values().data() : nullptr), mNumber(operand.number) {}
+    double operator[](std::size_t i) const { return mVector ? mVector[i] : mNumber; }
+
+private:
+    const double *mVector; ///< null for a number
+    double mNumber;
+};
+
 /// Argument of a node: an operand that it uses.
 class Argument {
 public:
@@ -73,6 +84,7 @@ public:
         }
     }
     double operator[](std::size_t i) const { return mOperand.at(i); }
+    ArgumentValues values() const { return ArgumentValues(mOperand); }
 
 private:
     Operand mOperand;
@@ -100,9 +112,9 @@ public:
 
     /// The bars that the vectors read; set by evaluate().
     const MinuteBars &bars() const { return mBars; }
-    /// Takes the bars, of which those before `from` are as they were, and computes what is used. False when the
-    /// time was over before the end; the graph is of no use then.
-    bool evaluate(const MinuteBars &bars, std::size_t from, const TimeLimit &limit);
+    /// Takes the bars, of which those before `from` are as they were, and computes what is used. False when so many
+    /// milliseconds of the thread's time were over before the end; the graph is of no use then.
+    bool evaluate(const MinuteBars &bars, std::size_t from, int milliseconds);
     /// The values of a vector over the bars taken, computed when they are not yet.
     const std::vector<double> &read(VectorNode *node);
 

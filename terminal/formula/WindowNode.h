@@ -28,13 +28,18 @@ protected:
         if (from < mTailEnd) {
             mTailEnd = 0;
         }
+        const ArgumentValues x = mX.values();
+        double *const values = mValues.data();
+        Part *const heads = mHeads.data();
+        std::size_t inBlock = from % mBlock;
         for (std::size_t i = from; i < count; ++i) {
-            const std::size_t inBlock = i % mBlock;
-            const Part own = mKind.of(mX[i], i);
-            mHeads[i] = inBlock > 0 ? mKind.join(mHeads[i - 1], own) : own;
+            const Part own = mKind.of(x[i], i);
+            const Part head = inBlock > 0 ? mKind.join(heads[i - 1], own) : own;
+            heads[i] = head;
             const bool spans = i >= mBlock && inBlock + 1 < mBlock;
-            const Part all = spans ? mKind.join(tail(i - inBlock, inBlock + 1), mHeads[i]) : mHeads[i];
-            mValues[i] = finite(mKind.result(all, i));
+            const Part all = spans ? mKind.join(tail(i - inBlock, inBlock + 1), head) : head;
+            values[i] = finite(mKind.result(all, i));
+            inBlock = inBlock + 1 < mBlock ? inBlock + 1 : 0;
         }
     }
 

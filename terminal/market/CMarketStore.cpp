@@ -6,6 +6,7 @@
 #include "terminal/market/StoreSchema.h"
 #include "terminal/market/StoreSeal.h"
 #include "terminal/market/StoreTurn.h"
+#include "toolkit/files/RegularFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -96,6 +97,10 @@ CMarketStore::~CMarketStore() {
 QString CMarketStore::open(const QString &path) {
     if (path.isEmpty() || path == QLatin1String(":memory:") || path.startsWith(QLatin1String("file:"))) {
         return QStringLiteral("\"%1\": the store is a file on disk: give the path of one").arg(path);
+    }
+    const QString reason = GZ::RegularFile::notRegularReason(path);
+    if (!reason.isEmpty()) {
+        return QStringLiteral("%1: %2: the store is a file on disk: give the path of one").arg(path, reason);
     }
     mPath = path;
     const QDir folder = QFileInfo(path).absoluteDir();

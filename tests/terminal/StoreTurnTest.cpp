@@ -6,6 +6,9 @@
 
 #include <atomic>
 #include <thread>
+#include <utility>
+
+#include <sys/stat.h>
 
 using namespace terminal;
 
@@ -72,6 +75,23 @@ TEST_F(StoreTurnTest, AStoreInMemoryOrByAddressIsRefused) {
         EXPECT_EQ(store.open(QLatin1String(path)),
                   QStringLiteral("\"%1\": the store is a file on disk: give the path of one")
                       .arg(QLatin1String(path)));
+        EXPECT_FALSE(store.isOpen());
+    }
+}
+
+TEST_F(StoreTurnTest, AStoreThatIsNoFileIsRefused) {
+    const QString folder = mFolder.path();
+    const QString pipe = mFolder.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    const std::pair<QString, const char *> places[] = {
+        {pipe, "it is a pipe or a device, no file"},
+        {QStringLiteral("/dev/zero"), "it is a pipe or a device, no file"},
+        {folder, "it is a folder"}};
+    for (const auto &[path, reason] : places) {
+        CMarketStore store;
+        EXPECT_EQ(store.open(path),
+                  QStringLiteral("%1: %2: the store is a file on disk: give the path of one")
+                      .arg(path, QLatin1String(reason)));
         EXPECT_FALSE(store.isOpen());
     }
 }

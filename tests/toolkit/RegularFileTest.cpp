@@ -108,6 +108,9 @@ TEST_F(RegularFileTest, WhatIsNoFileIsRefusedAtOnce) {
     expectRefused(QStringLiteral("/dev/zero"), RegularFile::eNotRegular, special);
     expectRefused(QStringLiteral("/dev/null"), RegularFile::eNotRegular, special);
     expectRefused(mFolder.path(), RegularFile::eNotRegular, QStringLiteral("it is a folder"));
+    EXPECT_EQ(RegularFile::notRegularReason(pathOf("link")), special);
+    EXPECT_EQ(RegularFile::notRegularReason(mFolder.path()), QStringLiteral("it is a folder"));
+    EXPECT_EQ(RegularFile::notRegularReason(pathOf("nothing")), QString());
 
     const int handle = ::socket(AF_UNIX, SOCK_STREAM, 0);
     sockaddr_un address = {};

@@ -14,7 +14,7 @@ namespace {
 constexpr qint64 kPiece = 65536; ///< bytes read at once of what has grown
 constexpr qint64 kLongestContent = std::numeric_limits<int>::max() - 2 * kPiece; ///< that a byte array holds
 
-QString notRegularReason(mode_t mode) {
+QString reasonOf(mode_t mode) {
     return S_ISDIR(mode) ? QStringLiteral("it is a folder")
                          : QStringLiteral("it is a pipe or a device, no file");
 }
@@ -32,6 +32,12 @@ RegularFile::RegularFile(const QString &path) {
     open(path);
 }
 
+QString RegularFile::notRegularReason(const QString &path) {
+    struct stat status = {};
+    const bool isThere = ::stat(QFile::encodeName(path).constData(), &status) == 0;
+    return isThere && !S_ISREG(status.st_mode) ? reasonOf(status.st_mode) : QString();
+}
+
 void RegularFile::open(const QString &path) {
     // A pipe would be waited for until somebody writes to it.
     const int handle =
@@ -44,14 +50,14 @@ void RegularFile::open(const QString &path) {
              : isSpecial ? eNotRegular
                          : eUnreadable,
              isMissing   ? QStringLiteral("there is no such file")
-             : isSpecial ? notRegularReason(S_IFSOCK)
+             : isSpecial ? reasonOf(S_IFSOCK)
                          : qt_error_string(error));
         return;
     }
     struct stat status = {};
     if (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(handle);
-        fail(eNotRegular, notRegularReason(status.st_mode));
+        fail(eNotRegular, reasonOf(status.st_mode));
         return;
     }
     if (!mFile.open(handle, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {

@@ -17,6 +17,10 @@ public:
 
     explicit RegularFile(const QString &path);
 
+    /// Why what stands at a path is no file of the disk, in a few words; empty when it is one, or when nothing is there.
+    /// Nothing is opened.
+    static QString notRegularReason(const QString &path);
+
     bool isGood() const { return mFault == eNone; }
     EFault fault() const { return mFault; }
     /// The fault in a few words; empty without one.
