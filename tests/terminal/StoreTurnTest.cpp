@@ -89,9 +89,8 @@ TEST_F(StoreTurnTest, AStoreThatIsNoFileIsRefused) {
         {folder, "it is a folder"}};
     for (const auto &[path, reason] : places) {
         CMarketStore store;
-        EXPECT_EQ(store.open(path),
-                  QStringLiteral("%1: %2: the store is a file on disk: give the path of one")
-                      .arg(path, QLatin1String(reason)));
+        EXPECT_EQ(store.open(path), QStringLiteral("%1: %2: the store is a file on disk: give the path of one")
+                                        .arg(path, QLatin1String(reason)));
         EXPECT_FALSE(store.isOpen());
     }
 }
