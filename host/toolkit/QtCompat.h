@@ -34,6 +34,8 @@ inline void setFontWeight(QFont &font, int weight) {
 }
 /// Pictures as sharp as the screen: there is no other way any more.
 inline void useHighDpiPixmaps() {}
+/// Parts of 64 of a device pixel that glyphs are moved to the right by before their place is cut to a quarter of one.
+constexpr int kGlyphLead = 1;
 #else
 using EnterEvent = QEvent;
 inline QPoint globalPosition(const QMouseEvent &event) {
@@ -48,6 +50,7 @@ inline void setFontWeight(QFont &font, int weight) {
 inline void useHighDpiPixmaps() {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
+constexpr int kGlyphLead = 0;
 #endif
 
 } // namespace GZ

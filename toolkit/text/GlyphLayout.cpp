@@ -112,10 +112,8 @@ QPointF GlyphLine::originIn(const QRect &rect, Qt::Alignment alignment) const {
     }
     const qreal spare = rect.width() - advance;
     const qreal left = alignment & Qt::AlignRight ? spare : alignment & Qt::AlignHCenter ? spare / 2 : 0;
-    const qreal height =
-        std::ceil(ascent + descent); // of which Qt 6 keeps the fractions, and rounds as it aligns
     return {std::trunc((rect.x() + left) * kPlaceSteps) / kPlaceSteps,
-            rect.y() + (rect.height() - height) / 2 + ascent};
+            rect.y() + (rect.height() - ascent - descent) / 2 + ascent};
 }
 
 bool GlyphLayout::isFull() const {

@@ -1,5 +1,7 @@
 #include "toolkit/text/GlyphPictures.h"
 
+#include "host/toolkit/QtCompat.h"
+
 #include <QPainter>
 #include <QtMath>
 
@@ -16,7 +18,7 @@ constexpr int kPixel = sizeof(QRgb);
 
 /// A place in phases, as Qt cuts it.
 int placeOf(qreal x, qreal ratio) {
-    return static_cast<int>(x * ratio * kPlaceSteps) / (kPlaceSteps / kPhases);
+    return (static_cast<int>(x * ratio * kPlaceSteps) + kGlyphLead) / (kPlaceSteps / kPhases);
 }
 
 const QRgb *rowOf(const QImage &image, int y) {
