@@ -6,7 +6,8 @@
 /// The accepted pictures are tests/golden/images/NAME.png. A drawing that differs, or that has no accepted picture
 /// yet, fails, and its pictures are kept in golden/ below the build directory: NAME.actual.png, NAME.expected.png
 /// and NAME.difference.png. Run the test with TIMESHARE_ACCEPT_GOLDEN=1 in the environment to accept what it
-/// draws, and look at every picture before committing it.
+/// draws, and look at every picture before committing it. Qt 6 lays texts out otherwise: where that is seen, its
+/// pictures are tests/golden/images/qt6/NAME.png (tests/golden/images/qt6/README.md).
 
 #include <QColor>
 #include <QImage>
@@ -38,6 +39,10 @@ struct GoldenDifference {
 /// Compares two pictures; of different sizes, they are never accepted.
 GoldenDifference compareImages(const QImage &actual, const QImage &expected, const GoldenTolerance &tolerance);
 
+/// Pixels of a picture that are like none within `reach` pixels of their place in another of the same size: a channel is
+/// beyond all of those by more than letters lose that lie at another part of a pixel. All pixels where sizes differ.
+int pixelsWithoutLike(const QImage &actual, const QImage &expected, int reach);
+
 /// Whether a picture is the accepted one of that name: EXPECT_TRUE(matchesGolden(image, "name")).
 ::testing::AssertionResult matchesGolden(const QImage &actual, const QString &name,
                                          const GoldenTolerance &tolerance = {});
@@ -48,8 +53,8 @@ QImage rendered(const QSize &size, double ratio, const QColor &background,
 /// The same of a widget with its children, as large as it is.
 QImage rendered(QWidget &widget, double ratio);
 
-/// What stands on the screen of a window that is shown, from all repaints so far; nothing is painted for it.
-QImage onScreen(const QWidget &window);
+/// What stands on the screen where a widget of a shown window is, from all repaints so far; nothing is painted for it.
+QImage onScreen(const QWidget &widget);
 
 /// "name" at ratio 1, "name@2x" at ratio 2.
 QString goldenName(const QString &name, double ratio);

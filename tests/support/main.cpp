@@ -4,12 +4,25 @@
 #include "tests/support/MessageGuard.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QFont>
+#include <QScreen>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <clocale>
+
+namespace {
+
+/// A test begins with the mouse beside its windows: Qt 6 tells a window that comes under the mouse of it.
+class MouseAside : public ::testing::EmptyTestEventListener {
+    void OnTestStart(const ::testing::TestInfo &) override {
+        QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+    }
+};
+
+} // namespace
 
 int main(int argc, char **argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -33,5 +46,6 @@ int main(int argc, char **argv) {
     font.setPixelSize(13);
     font.setHintingPreference(QFont::PreferNoHinting);
     QApplication::setFont(font);
+    ::testing::UnitTest::GetInstance()->listeners().Append(new MouseAside);
     return RUN_ALL_TESTS();
 }

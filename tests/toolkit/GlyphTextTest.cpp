@@ -1,6 +1,7 @@
 // Texts of glyphs that were looked up once, against QPainter::drawText() and QFontMetrics.
 #include "host/toolkit/GlyphText.h"
 #include "host/toolkit/CUiResource.h"
+#include "tests/support/MessageGuard.h"
 
 #include <QFontMetrics>
 #include <QImage>
@@ -44,6 +45,9 @@ QStringList titleTexts() {
     }
     return texts;
 }
+
+/// What Qt 6 says of a script that no font of the tests has.
+const char *const kNoFont = "OpenType support missing for";
 
 /// Texts that only shaping draws right.
 QStringList shapedTexts() {
@@ -108,6 +112,7 @@ TEST_P(GlyphText, DrawsThePixelsOfThePainter) {
 }
 
 TEST_P(GlyphText, LeavesWhatNeedsShapingToThePainter) {
+    const tests::ExpectMessages aboutFonts(kNoFont);
     for (const QString &text : shapedTexts()) {
         expectSame(text, QRect(5, 2, 200, 20), Qt::AlignLeft);
         expectSame(text, QRect(5, 2, 201, 21), Qt::AlignHCenter);
@@ -127,6 +132,7 @@ TEST_P(GlyphText, DrawsTextsLongerThanTheirRectangle) {
 INSTANTIATE_TEST_SUITE_P(Ratios, GlyphText, testing::Values(1.0, 1.25, 1.5, 2.0, 3.0));
 
 TEST(GlyphTextMeasures, WidthAndHeightAreThoseOfTheFont) {
+    const tests::ExpectMessages aboutFonts(kNoFont);
     for (const char *key : {"fnt_index_title_text", "fnt_graph_axis_text", "fnt_default_normal_fix"}) {
         GZ::GlyphText &text = GZ::GlyphText::ofTheme(QLatin1String(key));
         const QFontMetrics metrics(GZ::CUiResource::instance().getFont(QLatin1String(key)));
