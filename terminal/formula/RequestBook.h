@@ -20,8 +20,8 @@ class RequestBook {
 public:
     using RequestPtr = std::shared_ptr<FormulaRequest>;
 
-    static constexpr int kMost = 1000; ///< requests that stay
-    static constexpr size_t kMostBytes = 8'000'000; ///< that finished requests keep
+    static constexpr int kMost = 256; ///< requests that stay
+    static constexpr size_t kMostBytes = 2'000'000; ///< that finished requests keep
     static constexpr int kLook = 64; ///< requests that come between two looks at what is to go
 
     /// Enters a request; answers the one whose id it takes over, or null.
