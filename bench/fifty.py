@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Many terminals without windows on one feed and one PostgreSQL, with kills of all three in between.
+"""Many terminals without windows on one feed and one PostgreSQL, with kills of all of them in between.
 
-    python3 bench/fifty.py build/bench [--terminals 50] [--seconds 600] [--instruments 20] [--days 20] [--seed N]
+    python3 bench/fifty.py build/bench [--terminals 50] [--seconds 600] [--instruments 20] [--days 20] [--kills 5] [--seed N]
 
 Every terminal starts with an empty store, follows the instruments and fetches their past days. While they do PostgreSQL is
-killed. For a third of the time nothing is, and processor time is taken; over the rest the feed, NATS and PostgreSQL are killed in
-an order and at times that are drawn, each once at least. With --quiet none is, and what the servers take is told. Then the feed is
-ended, and what every terminal was told has to come to the sums in the feed's own log, and its store has to hold every bar of the
-server: the script ends with 1 when one does not.
+killed. For a third of the time nothing is, and processor time is taken. Over the rest there are kills, at times, of whom and for
+how long as it is drawn by the seed: of the feed, NATS, PostgreSQL and some of the terminals, several at once; with four kills or
+more each of them is killed. With --quiet nobody is, and what the servers take is told. Then the feed is ended, and what every
+terminal was told has to come to the sums in the feed's own log, and its store has to hold every bar of the server: the script
+ends with 1 when one does not.
 """
 
 import argparse
@@ -22,36 +23,15 @@ import tempfile
 import time
 from pathlib import Path
 
+from desks import FeedLog, Terminal, differences, is_alive, wait_for
+
 SERVERS = Path(__file__).resolve().parents[1] / "setup/servers"
-PATIENCE = 900.0  # seconds that anything may take on a busy machine
+SERVER_NAMES = ["feed", "nats", "postgres"]
+KINDS = SERVER_NAMES + ["terminals"]  # of what is killed
+LONGEST_GONE = 3.0  # seconds between a kill and the start
 LAST_WAIT = 60.0  # for what was sent last
+LONGEST_QUIET = 90000  # milliseconds of the market, in which every minute that ran ends
 PLACE_LAG = 3  # seconds of the feed, between two places in its log at the most
-
-
-class Terminal:
-    def __init__(self, build, folder, urls, instruments, environment):
-        folder.mkdir()
-        self.process = subprocess.Popen([f"{build}/bin/timeshare_desk", folder, *urls, str(instruments)], text=True,
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        env={**os.environ, **environment, "HOME": str(folder)})
-
-    def ask(self, word):
-        """The lines of its answer, as lists of words."""
-        self.process.stdin.write(word + "\n")
-        self.process.stdin.flush()
-        lines = []
-        for line in self.process.stdout:
-            if line == "done\n":
-                return lines
-            lines.append(line.split())
-        sys.exit(f"a terminal has ended with {self.process.wait()}")
-
-    def state(self):
-        return self.ask("state")[0]
-
-    def end(self):
-        self.process.stdin.close()
-        return self.process.wait()
 
 
 class Desk:
@@ -62,6 +42,7 @@ class Desk:
         words = self.start().replace("\\\n", "").split()
         self.environment = dict(word.split("=", 1) for word in words[:2])
         self.urls = words[4], words[6]
+        self.log = FeedLog(folder / "feed/sums")
 
     def run(self, *words):
         done = subprocess.run([SERVERS, *words], stdout=subprocess.PIPE, text=True, check=False)
@@ -72,20 +53,20 @@ class Desk:
     def start(self):
         return self.run("start", self.folder, "--programs", f"{self.build}/bin", "--", *self.feed_options)
 
-    def end(self, name, how):
-        """Ends one of the servers by a signal, and waits until it has."""
-        pid = json.loads((self.folder / "running.json").read_text())[name]["pid"]
-        os.kill(pid, how)
-        wait_for(f"the end of {name}", lambda: not is_alive(pid))
+    def pid(self, name):
+        return json.loads((self.folder / "running.json").read_text())[name]["pid"]
 
-    def kill(self, name):
-        self.end(name, signal.SIGKILL)
-        time.sleep(1)  # which the others are without it
-        self.start()
+    def end(self, how, *names):
+        """Ends some of the servers by a signal, and waits until they have."""
+        pids = {name: self.pid(name) for name in names}
+        for pid in pids.values():
+            os.kill(pid, how)
+        for name, pid in pids.items():
+            wait_for(f"the end of {name}", lambda each=pid: not is_alive(each))
 
     def processor_time(self, name):
         """Seconds that one of the servers has taken, with the children that it has and had."""
-        pid = json.loads((self.folder / "running.json").read_text())[name]["pid"]
+        pid = self.pid(name)
         ticks = 0
         for place in Path("/proc").glob("[0-9]*/stat"):
             try:
@@ -97,35 +78,6 @@ class Desk:
             elif words[1] == str(pid):
                 ticks += sum(map(int, words[11:13]))
         return ticks / os.sysconf("SC_CLK_TCK")
-
-    def place(self):
-        """The market time of the last place in the feed's log, where a feed that is started again goes on."""
-        lines = (self.folder / "feed/sums").read_text().splitlines()
-        return max((int(line.split()[2]) for line in lines if line.startswith("at ") and len(line.split()) == 5), default=0)
-
-    def sums(self):
-        """The last sums of each instrument in the feed's log."""
-        sums = {}
-        for line in (self.folder / "feed/sums").read_text().splitlines():
-            words = line.split()
-            if len(words) == 8 and words[0] == "sum":
-                sums[words[3]] = [words[2]] + words[4:]
-        return sums
-
-
-def is_alive(pid):
-    try:
-        return Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
-    except OSError:
-        return False
-
-
-def wait_for(what, holds):
-    end = time.monotonic() + PATIENCE
-    while not holds():
-        if time.monotonic() > end:
-            sys.exit(f"{what}: not within {PATIENCE:.0f} s")
-        time.sleep(0.1)
 
 
 def write_days(path, keys, days):
@@ -150,21 +102,6 @@ def write_days(path, keys, days):
     return 240 * days
 
 
-def close_to(told, logged):
-    """Sums are of the same numbers in the same order: equal to the last digit."""
-    return len(told) == len(logged) and all(float(a) == float(b) for a, b in zip(told, logged))
-
-
-def differences(terminals, desk):
-    logged = desk.sums()
-    found = []
-    for number, terminal in enumerate(terminals):
-        for _, day, key, *sums in terminal.ask("sums"):
-            if not close_to([day, *sums], logged.get(key, [])):
-                found.append(f"terminal {number}, {key}: told {[day, *sums]}, logged {logged.get(key)}")
-    return found
-
-
 def has_all(terminal, bars):
     return all(int(words[3]) == bars for words in terminal.ask("past"))
 
@@ -183,61 +120,79 @@ def measure(terminals, seconds):
     return [100 * (float(terminal.state()[2]) - cpu) / taken for terminal, cpu in zip(terminals, before)]
 
 
-def kill_at_random(desk, seconds, seed):
-    """Kills each of the three at least once, five times in all, at times that are drawn."""
-    chance = random.Random(seed)
-    names = ["feed", "nats", "postgres"] + chance.choices(["feed", "nats", "postgres"], k=2)
-    chance.shuffle(names)
+def draw_kills(chance, count, seconds, terminals):
+    """Times after the begin, whom to kill then, which of the terminals, and for how long, in the order of time."""
+    first = KINDS[:]
+    chance.shuffle(first)
+    kills = []
+    for number, at in enumerate(sorted(chance.uniform(0, 0.9 * seconds) for _ in range(count))):
+        chosen = {kind for kind in KINDS if chance.random() < 0.3} | {first[number % len(first)]}
+        some = sorted(chance.sample(range(terminals), chance.randint(1, 1 + terminals // 5))) if "terminals" in chosen else []
+        kills.append((at, [name for name in SERVER_NAMES if name in chosen], some, chance.uniform(0, LONGEST_GONE)))
+    return kills
+
+
+def kill_at_random(desk, terminals, seconds, options):
     begun = time.monotonic()
-    for at, name in zip(sorted(chance.uniform(0, 0.9 * seconds) for _ in names), names):
+    for at, names, some, gone in draw_kills(random.Random(options.seed), options.kills, seconds, len(terminals)):
         time.sleep(max(0.0, begun + at - time.monotonic()))
-        print(f"killed after {time.monotonic() - begun:.1f} s: {name}", flush=True)
-        desk.kill(name)
+        print(f"killed after {time.monotonic() - begun:.1f} s for {gone:.1f} s: "
+              + ", ".join(names + [f"terminal {number}" for number in some]), flush=True)
+        desk.end(signal.SIGKILL, *names)
+        for number in some:
+            terminals[number].kill()
+        time.sleep(gone)  # which the others are without them
+        for number in some:
+            terminals[number].begin()
+        desk.start()
     time.sleep(max(0.0, begun + seconds - time.monotonic()))
 
 
 def session(options, folder):
     desk = Desk(options.build, folder / "servers", ["--start", "13:00", "--pace", str(options.pace)])
     try:
-        first = Terminal(options.build, folder / "first", desk.urls, options.instruments, desk.environment)
+        programs = f"{options.build}/bin"
+        first = Terminal(programs, folder / "first", desk.urls, options.instruments, desk.environment)
         keys = [words[2] for words in first.ask("sums")]
         first.end()
         bars = write_days(folder / "days.csv", keys, options.days)
-        desk.run("load", desk.folder, "--programs", f"{options.build}/bin", str(folder / "days.csv"))
+        desk.run("load", desk.folder, "--programs", programs, str(folder / "days.csv"))
         begun = time.monotonic()
-        terminals = [Terminal(options.build, folder / f"terminal-{number}", desk.urls, len(keys), desk.environment)
+        terminals = [Terminal(programs, folder / f"terminal-{number}", desk.urls, len(keys), desk.environment)
                      for number in range(options.terminals)]
         wait_for("the first days", lambda: any(int(words[3]) > 0 for terminal in terminals for words in terminal.ask("past")))
         if not options.quiet:
-            desk.kill("postgres")
+            desk.end(signal.SIGKILL, "postgres")
+            desk.start()
         for terminal in terminals:
             wait_for("the history", lambda each=terminal: has_all(each, bars))
         told = f"took {desk.processor_time('postgres'):.1f} s with the loading" if options.quiet else "was killed meanwhile"
         print(f"{len(terminals)} terminals have {len(keys)} instruments with {options.days} days each after "
               f"{time.monotonic() - begun:.1f} s, PostgreSQL {told}", flush=True)
-        wait_for("the running day", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
+        wait_for("the running day", lambda: all(terminal.is_whole() for terminal in terminals))
         before = {name: desk.processor_time(name) for name in ("nats", "feed")}
         percent = measure(terminals, options.seconds / 3)
         if options.quiet:
             print("processor time: " + ", ".join(f"{name} {300 * (desk.processor_time(name) - took) / options.seconds:.2f} % of a core"
                                                  for name, took in before.items()), flush=True)
         else:
-            kill_at_random(desk, 2 * options.seconds / 3, options.seed)
-        wait_for("the market after the kills", lambda: all(terminal.state()[1] == "1" for terminal in terminals))
-        # A feed that was killed tells some seconds once more. Until it is beyond them terminals know more than it does.
-        further = desk.place() + PLACE_LAG * 1000 * options.pace
-        wait_for("the feed to come to where it was", lambda: desk.place() >= further)
-        desk.end("feed", signal.SIGTERM)
+            kill_at_random(desk, terminals, 2 * options.seconds / 3, options)
+        wait_for("the market after the kills", lambda: all(terminal.is_whole() for terminal in terminals))
+        # A feed that was killed tells some seconds once more: until it is beyond them terminals know more than it does. And one that
+        # was started in the middle of a minute may hear of it with its next change alone.
+        further = desk.log.place() + max(PLACE_LAG * 1000 * options.pace, LONGEST_QUIET)
+        wait_for("the feed to come to where it was", lambda: desk.log.place() >= further)
+        desk.end(signal.SIGTERM, "feed")
         end = time.monotonic() + LAST_WAIT
-        while (wrong := differences(terminals, desk)) and time.monotonic() < end:
+        while (wrong := differences(terminals, desk.log)) and time.monotonic() < end:
             time.sleep(0.5)
         wrong += [f"terminal {number}: days were lost" for number, terminal in enumerate(terminals) if not has_all(terminal, bars)]
         memory = [float(terminal.state()[3]) for terminal in terminals]
-        minutes = sum(int(sums[1]) for key, sums in desk.sums().items() if key in keys)
+        minutes = sum(int(sums[1]) for key, sums in desk.log.sums().items() if key in keys)
         ended = [terminal.end() for terminal in terminals]
         print(f"processor time of a terminal: {spread(percent)} % of a core over {options.seconds / 3:.0f} s; "
               f"memory: {spread(memory)} MB")
-        print(f"{len(keys)} instruments with {minutes} minutes of the running day, {'no kills' if options.quiet else f'kills of seed {options.seed}'}: "
+        print(f"{len(keys)} instruments with {minutes} minutes of the running day, {'no kills' if options.quiet else f'{options.kills} kills of seed {options.seed}'}: "
               f"{len(wrong)} sums are off, {sum(status != 0 for status in ended)} terminals ended badly")
         print("\n".join(wrong[:20]), end="\n" if wrong else "")
         return not wrong and not any(ended) and minutes > 0
@@ -248,7 +203,7 @@ def session(options, folder):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("build", metavar="BUILD", type=lambda path: str(Path(path).resolve()))
-    for name, normal in (("terminals", 50), ("seconds", 600), ("instruments", 20), ("days", 20)):
+    for name, normal in (("terminals", 50), ("seconds", 600), ("instruments", 20), ("days", 20), ("kills", 5)):
         parser.add_argument(f"--{name}", type=int, default=normal)
     parser.add_argument("--quiet", action="store_true", help="without kills")
     parser.add_argument("--pace", type=float, default=1.0)

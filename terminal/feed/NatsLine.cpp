@@ -12,7 +12,10 @@ namespace terminal {
 namespace {
 
 constexpr int kLookInterval = 100; ///< milliseconds between looks at the connection
-constexpr int kMessageWait = 2000; ///< milliseconds that the stream may take for one message
+constexpr int kFlushWait = 2000; ///< milliseconds
+/// Milliseconds that the stream may take for one message, from try to try. A cluster gives each reading to one of its servers,
+/// whether that is there or not: another try is another server.
+constexpr int kStreamWaits[] = {250, 250, 500, 500, 1000, 2000};
 constexpr int kMostWaiting = 1000000; ///< messages of one subject before the library drops some
 
 struct MessageEnd {
@@ -35,6 +38,59 @@ using KeptSubscription = std::unique_ptr<natsSubscription, SubscriptionEnd>;
 
 QByteArray contentOf(natsMsg *message) {
     return {natsMsg_GetData(message), natsMsg_GetDataLength(message)};
+}
+
+/// Takes the messages up to a place in the stream, each of which comes within a wait.
+bool takeUpTo(quint64 end, natsSubscription *subscription, int wait, const FeedLine::Take &take) {
+    for (quint64 at = 0; at < end;) {
+        natsMsg *next = nullptr;
+        if (natsSubscription_NextMsg(&next, subscription, wait) != NATS_OK) {
+            return false;
+        }
+        const Message message(next);
+        jsMsgMetaData *place = nullptr;
+        if (natsMsg_GetMetaData(&place, next) != NATS_OK) {
+            return false;
+        }
+        at = place->Sequence.Stream;
+        jsMsgMetaData_Destroy(place);
+        take(contentOf(next));
+    }
+    return true;
+}
+
+/// All that the stream has of a subject; false when a part of it does not come within a wait.
+bool readStream(natsConnection *connection, const QByteArray &subject, int wait, const FeedLine::Take &take) {
+    jsOptions options;
+    jsOptions_Init(&options);
+    options.Wait = wait;
+    jsCtx *made = nullptr;
+    if (natsConnection_JetStream(&made, connection, &options) != NATS_OK) {
+        return false;
+    }
+    const Context context(made);
+    const QByteArray stream = minuteStream();
+    natsMsg *lastMade = nullptr;
+    jsErrCode code = jsErrCode(0);
+    const natsStatus status =
+        js_GetLastMsg(&lastMade, made, stream.constData(), subject.constData(), nullptr, &code);
+    const Message last(lastMade);
+    if (status == NATS_NOT_FOUND || code == JSStreamNotFoundErr || code == JSNoMessageFoundErr) {
+        return true; // nothing is kept
+    }
+    if (status != NATS_OK) {
+        return false;
+    }
+    jsSubOptions how;
+    jsSubOptions_Init(&how);
+    how.Stream = stream.constData();
+    how.Ordered = true;
+    natsSubscription *subscribed = nullptr;
+    if (js_SubscribeSync(&subscribed, made, subject.constData(), nullptr, &how, &code) != NATS_OK) {
+        return false;
+    }
+    const KeptSubscription subscription(subscribed);
+    return takeUpTo(natsMsg_GetSequence(lastMade), subscribed, wait, take);
 }
 
 } // namespace
@@ -122,7 +178,7 @@ void NatsLine::stay(const std::shared_ptr<NatsSession> &session) {
             subscribe(listening);
         }
     }
-    natsConnection_FlushTimeout(session->connection(), kMessageWait); // what is kept is read after that
+    natsConnection_FlushTimeout(session->connection(), kFlushWait); // what is kept is read after that
     mListener({LineState::Connected, {}});
     while (session->isOpen() && !waitToStop(kLookInterval)) {
     }
@@ -186,51 +242,15 @@ std::shared_ptr<NatsSession> NatsLine::session() {
 
 bool NatsLine::readKept(const QByteArray &subject, const Take &take) {
     const std::shared_ptr<NatsSession> held = session();
-    jsOptions options;
-    jsOptions_Init(&options);
-    options.Wait = kMessageWait;
-    jsCtx *made = nullptr;
-    if (!held || natsConnection_JetStream(&made, held->connection(), &options) != NATS_OK) {
-        return false;
-    }
-    const Context context(made);
-    const QByteArray stream = minuteStream();
-    natsMsg *lastMade = nullptr;
-    jsErrCode code = jsErrCode(0);
-    natsStatus status =
-        js_GetLastMsg(&lastMade, context.get(), stream.constData(), subject.constData(), nullptr, &code);
-    const Message last(lastMade);
-    if (status == NATS_NOT_FOUND || code == JSStreamNotFoundErr || code == JSNoMessageFoundErr) {
-        return true; // nothing is kept
-    }
-    if (status != NATS_OK) {
-        return false;
-    }
-    jsSubOptions how;
-    jsSubOptions_Init(&how);
-    how.Stream = stream.constData();
-    how.Ordered = true;
-    natsSubscription *subscribed = nullptr;
-    if (js_SubscribeSync(&subscribed, context.get(), subject.constData(), nullptr, &how, &code) != NATS_OK) {
-        return false;
-    }
-    const KeptSubscription subscription(subscribed);
-    const quint64 end = natsMsg_GetSequence(last.get());
-    for (quint64 at = 0; at < end;) {
-        natsMsg *next = nullptr;
-        if (natsSubscription_NextMsg(&next, subscription.get(), kMessageWait) != NATS_OK) {
+    for (const int wait : kStreamWaits) {
+        if (!held || session() != held) {
             return false;
         }
-        const Message message(next);
-        jsMsgMetaData *place = nullptr;
-        if (natsMsg_GetMetaData(&place, next) != NATS_OK) {
-            return false;
+        if (readStream(held->connection(), subject, wait, take)) {
+            return true;
         }
-        at = place->Sequence.Stream;
-        jsMsgMetaData_Destroy(place);
-        take(contentOf(next));
     }
-    return true;
+    return false;
 }
 
 } // namespace terminal

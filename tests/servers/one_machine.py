@@ -13,10 +13,12 @@ import socket
 import subprocess
 import sys
 import tempfile
-import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "bench"))
+from desks import Terminal, wait_for  # noqa: E402
+
 SERVERS = ROOT / "setup/servers"
 DAY = "2025-11-21"
 
@@ -28,30 +30,23 @@ def run(*words, status=0, **more):
     return done.stdout
 
 
-def wait_for(what, holds):
-    end = time.monotonic() + 120
-    while not holds():
-        assert time.monotonic() < end, f"{what}: not within two minutes"
-        time.sleep(0.05)
-
-
-def command_lines():
-    """Those of all processes."""
+def seen_by_others():
+    """Command lines and environments of all processes but this one."""
     for place in Path("/proc").glob("[0-9]*"):
-        try:
-            yield int(place.name), (place / "cmdline").read_bytes()
-        except OSError:
-            pass
+        for name in ("cmdline", "environ"):
+            try:
+                yield f"{name} of process {place.name}", (place / name).read_bytes() if int(place.name) != os.getpid() else b""
+            except OSError:
+                pass
+
+
+def look_at_processes(secrets):
+    for where, words in seen_by_others():
+        assert not any(secret.encode() in words for secret in secrets), f"a password is in the {where}"
 
 
 def pids_of(folder):
     return {name: known["pid"] for name, known in json.loads((folder / "running.json").read_text()).items()}
-
-
-def ask(desk, word):
-    desk.stdin.write(word + "\n")
-    desk.stdin.flush()
-    return [line.split() for line in iter(desk.stdout.readline, "done\n")]
 
 
 def say_to_nats(port, secret, message):
@@ -69,22 +64,19 @@ def say_to_nats(port, secret, message):
     return answer.decode()
 
 
-def look_at_terminal(programs, folder, words):
+def look_at_terminal(programs, folder, words, passwords):
     """A terminal that is started as the script says sees the market and what was loaded."""
     environment = {**os.environ, **dict(word.split("=", 1) for word in words[:2]), "HOME": str(folder), "QT_QPA_PLATFORM": "offscreen"}
     assert words[2] == "timeshare-terminal" and words[3] == "--feed" and words[5] == "--history", words
-    (folder / "desk").mkdir()
-    desk = subprocess.Popen([programs / "timeshare_desk", folder / "desk", words[4], words[6], "20"], text=True, env=environment,
-                            stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    desk = Terminal(programs, folder / "desk", (words[4], words[6]), 20, environment)
     try:
-        wait_for("the market", lambda: ask(desk, "state")[0][1] == "1" and 
-                 any(sums[2] == "SH600000" and int(sums[3]) > 60 for sums in ask(desk, "sums")))
-        wait_for("the history", lambda: any(past[1:] == ["SH600000", "1", "3"] for past in ask(desk, "past")))
-        desk.stdin.close()
-        assert desk.wait() == 0
+        wait_for("the market", lambda: desk.is_whole() and
+                 any(sums[2] == "SH600000" and int(sums[3]) > 60 for sums in desk.ask("sums")))
+        wait_for("the history", lambda: any(past[1:] == ["SH600000", "1", "3"] for past in desk.ask("past")))
+        look_at_processes(passwords)
+        assert desk.end() == 0
     finally:
         desk.kill()
-        desk.wait()
     for day in ([], ["--date", DAY]):
         picture = folder / f"picture{len(day)}.png"
         run(programs / "timeshare-terminal", *words[3:], "--store", folder / "desk/market.db", "--instrument", "SH600000", *day,
@@ -92,26 +84,35 @@ def look_at_terminal(programs, folder, words):
         assert picture.read_bytes().startswith(b"\x89PNG"), picture
 
 
-def look_at_wrong_passwords(programs, folder, words):
-    """A picture that lacks what servers refuse is told of in one line, and the password in none, nor in the log."""
+def look_at_wrong_passwords(programs, folder, words, server_logs):
+    """A picture that lacks what servers refuse is told of in one line, and the password in none, nor in any log, with all that Qt
+    can be made to tell. A terminal that goes on trying shows it to nobody either."""
     wrong = folder / "wrong"
     wrong.write_text("user=terminal\npassword=hush-hush\n")
-    environment = {**os.environ, "TIMESHARE_FEED_CREDENTIALS": str(wrong), "TIMESHARE_HISTORY_CREDENTIALS": str(wrong),
-                   "HOME": str(folder / "stranger"), "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": str(folder)}
+    refused = {"TIMESHARE_FEED_CREDENTIALS": str(wrong), "TIMESHARE_HISTORY_CREDENTIALS": str(wrong)}
+    environment = {**os.environ, **refused, "HOME": str(folder / "stranger"), "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": str(folder),
+                   "QT_LOGGING_RULES": "*=true"}
     told = run(programs / "timeshare-terminal", *words[3:], "--store", folder / "stranger.db", "--language", "zh", "--instrument",
                "SH600000", "--snapshot", folder / "stranger.png", env=environment)
     lines = [line for line in told.splitlines() if line.startswith("timeshare-terminal: ")]
     assert len(lines) == 1 and "行情服务器不接受登录凭据" in lines[0] and "历史服务器不接受" in lines[0], told
-    logs = list((folder / "stranger").rglob("terminal.log"))
-    assert logs, "there is no log"
+    assert told.count("QShortcutMap::") > 10, f"Qt was not made to tell more: {told[:2000]}"
+    desk = Terminal(programs, folder / "refused", (words[4], words[6]), 1, refused)
+    try:
+        wait_for("a refusal", lambda: "行情服务器不接受登录凭据" in desk.state()[4])
+        look_at_processes(["hush-hush"])
+    finally:
+        desk.kill()
+    logs = [*(folder / "stranger").rglob("terminal.log"), *server_logs.iterdir()]
+    assert len(logs) == 4, logs
     assert not any("hush" in text for text in (told, *(log.read_text(errors="replace") for log in logs)))
 
 
 def look_at_secrets(folder, said):
     state = json.loads((folder / "servers.json").read_text())
+    look_at_processes(state["passwords"].values())
     for password in state["passwords"].values():
         assert password not in said, "a password is printed"
-        assert not any(password.encode() in line for _, line in command_lines()), "a password is on a command line"
         for log in (folder / "log").iterdir():
             assert password not in log.read_text(errors="replace"), f"a password is in {log}"
     for secret in [folder / "servers.json", *(folder / "secrets").iterdir()]:
@@ -127,7 +128,7 @@ def look_at_secrets(folder, said):
 
 def look_at_end(folder, ports):
     assert run(SERVERS, "stop", folder) == ""
-    left = [line for _, line in command_lines() if str(folder).encode() in line]
+    left = [where for where, words in seen_by_others() if where.startswith("cmdline") and str(folder).encode() in words]
     assert not left, left
     assert not (folder / "running.json").exists()
     for port in ports.values():
@@ -160,8 +161,8 @@ def session(programs, folder):
         file.write_text("datetime,code,open,high,low,close,volume,amount\n"
                         + "".join(f"{DAY} 09:3{minute}:00,600000.XSHG,10.1,10.3,10.0,10.2,1000,10200\n" for minute in (1, 2, 3)))
         assert "1 days with 3 bars loaded" in run(SERVERS, "load", desk, "--programs", programs, file)
-        look_at_terminal(programs, folder, words)
-        look_at_wrong_passwords(programs, folder, words)
+        look_at_terminal(programs, folder, words, json.loads((desk / "servers.json").read_text())["passwords"].values())
+        look_at_wrong_passwords(programs, folder, words, desk / "log")
         ports = look_at_secrets(desk, said)
         assert run(SERVERS, "status", desk).count("runs as process") == 3
         os.kill(pids["feed"], signal.SIGKILL)
