@@ -23,8 +23,12 @@ std::string keyOf(const CFormulaParam &param) {
 
 } // namespace
 
+bool PaneLog::takesRequests() const {
+    return isMain() && isTrafficHeard();
+}
+
 void PaneLog::requested(const QVector<CFormulaParam> &params) const {
-    if (!isMain()) {
+    if (!takesRequests()) {
         return;
     }
     for (const CFormulaParam &param : params) {
@@ -36,7 +40,7 @@ void PaneLog::requested(const QVector<CFormulaParam> &params) const {
 }
 
 void PaneLog::replayRequested(const QVector<CFormulaParam> &params) const {
-    if (!isMain()) {
+    if (!takesRequests()) {
         return;
     }
     const char *const function = "TC::CRealtimeData::requestReplay";
@@ -48,7 +52,7 @@ void PaneLog::replayRequested(const QVector<CFormulaParam> &params) const {
 }
 
 void PaneLog::withdrawn(const QVector<QString> &ids) const {
-    if (isMain()) {
+    if (takesRequests()) {
         logTraffic(mOwner, "TC::CRealtimeData::unrequest", kSource,
                    boost::format("mainID:%1%, unrequestIds: %2%") % mView.getMainPanelID() %
                        QStringList(ids.toList()).join(QLatin1Char(',')).toStdString());
@@ -57,7 +61,7 @@ void PaneLog::withdrawn(const QVector<QString> &ids) const {
 
 void PaneLog::history(const FormulaMetaPtr &meta, const FormulaResultPtr &result, const QString &requestId,
                       int dataType) const {
-    if (!isMain()) {
+    if (!takesRequests()) {
         return;
     }
     const std::size_t names = meta ? meta->mLineNames.size() : 0;

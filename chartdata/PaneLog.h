@@ -31,6 +31,7 @@ public:
                const se::RPCFormulaInstantResult &point) const;
 
 private:
+    bool takesRequests() const;
     bool isMain() const { return mDisplayType == EIndexDisplayType::Main; }
 
     const void *const mOwner;

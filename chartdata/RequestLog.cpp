@@ -1,5 +1,6 @@
 #include "chartdata/RequestLog.h"
 
+#include "chartdata/AppenderWatch.h"
 #include "chartdata/LogThread.h"
 
 #include <boost/format.hpp>
@@ -20,23 +21,38 @@ LogThread &logThread() {
     return *thread;
 }
 
-/// The logger once the thread has asked for it: to ask for it sets the log up, which may read files.
-std::atomic<const log4cxx::LoggerPtr *> readyLogger{nullptr};
+/// The logger, and who hears it.
+struct Log {
+    log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("KVStdFile");
+    AppenderWatch watch;
+};
 
-const log4cxx::LoggerPtr &logger() {
-    static const auto *const made = new log4cxx::LoggerPtr(log4cxx::Logger::getLogger("KVStdFile"));
-    (*made)->isInfoEnabled();
-    readyLogger = made;
-    return *made;
+/// The log once the thread has asked for it: to ask for it sets it up, which may read files.
+std::atomic<const Log *> readyLog{nullptr};
+
+/// Never destroyed either.
+Log &openLog() {
+    static Log *const log = new Log;
+    log->logger->isInfoEnabled();
+    readyLog = log;
+    return *log;
 }
 
 } // namespace
 
+bool isTrafficHeard() noexcept {
+    try {
+        const Log *const log = readyLog;
+        return !log || (log->watch.mayBeHeard() && log->logger->isInfoEnabled());
+    } catch (...) {
+        return true; // what becomes of a line is found out on the thread
+    }
+}
+
 void logTraffic(const void *object, const char *function, const char *file,
                 const boost::format &text) noexcept {
     try {
-        const log4cxx::LoggerPtr *const ready = readyLogger;
-        if (ready && !(*ready)->isInfoEnabled()) {
+        if (!isTrafficHeard()) {
             return;
         }
         const boost::format prefix =
@@ -48,9 +64,11 @@ void logTraffic(const void *object, const char *function, const char *file,
             LOG4CXX_STR("KVStdFile"), log4cxx::Level::getInfo(), decoded,
             log4cxx::spi::LocationInfo(file, file, function, 0));
         logThread().write([event] {
-            if (logger()->isInfoEnabled()) {
+            Log &log = openLog();
+            log.watch.look(log.logger);
+            if (log.logger->isInfoEnabled()) {
                 log4cxx::helpers::Pool pool;
-                logger()->callAppenders(event, pool);
+                log.logger->callAppenders(event, pool);
             }
         });
     } catch (...) {

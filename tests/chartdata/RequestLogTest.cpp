@@ -70,6 +70,38 @@ TEST(RequestLog, ALineIsInTheFileWhenTheCallReturns) {
     EXPECT_EQ(file.readAll(), "[0] [f] one\n");
 }
 
+TEST(RequestLog, ALineIsHeardAsSoonAsAnyAppenderMayBeTold) {
+    const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("KVStdFile");
+    logger->setLevel(log4cxx::Level::getInfo());
+    logText("nobody hears it");
+    ASSERT_TRUE(flushLog(kLongEnough));
+    ASSERT_FALSE(isTrafficHeard());
+    const QTemporaryDir folder;
+    const auto layout = std::make_shared<log4cxx::PatternLayout>(LOG4CXX_STR("%m%n"));
+    for (const log4cxx::LoggerPtr &to : {logger, log4cxx::Logger::getRootLogger()}) {
+        const QString path = folder.filePath("any.log");
+        const auto appender = std::make_shared<log4cxx::FileAppender>(layout, path.toStdString(), false);
+        logger->setAdditivity(true);
+        to->addAppender(appender);
+        EXPECT_TRUE(isTrafficHeard());
+        logText("one");
+        ASSERT_TRUE(flushLog(kLongEnough));
+        logText("two");
+        ASSERT_TRUE(flushLog(kLongEnough));
+        logger->setLevel(log4cxx::Level::getWarn());
+        EXPECT_FALSE(isTrafficHeard());
+        logger->setLevel(log4cxx::Level::getInfo());
+        EXPECT_TRUE(isTrafficHeard());
+        to->removeAppender(appender);
+        logText("three");
+        ASSERT_TRUE(flushLog(kLongEnough));
+        EXPECT_FALSE(isTrafficHeard());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), "[0] [f] one\n[0] [f] two\n");
+    }
+}
+
 TEST(RequestLog, AFullDiskLosesLinesThatAreCounted) {
     const FileLog log("/dev/full");
     const qint64 before = lostLogLines();
