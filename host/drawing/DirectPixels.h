@@ -48,6 +48,9 @@ public:
     /// the image.
     bool strokes(const QLineF *lines, int count, int width, QRgb color) const;
 
+    /// The same of the lines from each point to the next.
+    bool polyline(const QPoint *points, int count, int width, QRgb color) const;
+
     /// Copies a picture without alpha, whose upper left corner comes to a point in the coordinates of the painter, inside
     /// the clip: a pixel for every device pixel. False, and nothing is copied, where the painter has to do it.
     bool copy(const QImage &picture, const QPoint &topLeft) const;
@@ -62,7 +65,10 @@ private:
     void holdTo(const QRect &device, const QPainter &painter);
     QRect toDevice(const QRect &rect) const;
     void fillInside(int left, int top, int right, int bottom, QRgb color) const;
-    void drawLine(int fromX, int fromY, int toX, int toY, QRgb color) const;
+    void fillRows(int left, int top, int width, int bottom, int every, QRgb color) const;
+    bool canStroke(QRgb color) const;
+    void stroke(const QPoint &from, const QPoint &to, int width, QRgb color) const;
+    void drawLine(const QPoint &from, const QPoint &to, QRgb color) const;
 
     QRgb *mBits = nullptr;
     int mStride = 0; ///< pixels from row to row

@@ -171,7 +171,7 @@ TEST(SeriesGeometryTest, DiscsAreRoundAndSymmetrical) {
 }
 
 TEST(SeriesGeometryTest, RowsOfAPolylineAreThoseOfItsSegments) {
-    const QPointF points[] = {{10, 20}, {14, 28}, {16, 22}};
+    const QPoint points[] = {{10, 20}, {14, 28}, {16, 22}};
     int rows[7] = {};
     rowsOfPolyline(points, 3, 10, 16, rows);
     const int expected[7] = {20, 22, 24, 26, 28, 25, 22};
@@ -181,7 +181,7 @@ TEST(SeriesGeometryTest, RowsOfAPolylineAreThoseOfItsSegments) {
 }
 
 TEST(SeriesGeometryTest, OfSeveralRowsInAColumnTheFirstCounts) {
-    const QPointF points[] = {{3, 7}, {3, 50}, {4, 9}};
+    const QPoint points[] = {{3, 7}, {3, 50}, {4, 9}};
     int rows[2] = {};
     rowsOfPolyline(points, 3, 3, 4, rows);
     EXPECT_EQ(rows[0], 7);
@@ -189,7 +189,7 @@ TEST(SeriesGeometryTest, OfSeveralRowsInAColumnTheFirstCounts) {
 }
 
 TEST(SeriesGeometryTest, RowsMayBeginBehindTheFirstPoint) {
-    const QPointF points[] = {{10, 20}, {14, 28}};
+    const QPoint points[] = {{10, 20}, {14, 28}};
     int rows[4] = {};
     rowsOfPolyline(points, 2, 11, 14, rows);
     const int expected[4] = {22, 24, 26, 28};

@@ -14,8 +14,8 @@ class Bars {
 public:
     Bars(QPainter *painter, const QRect &rect, const CDrawStyle::Range &range, const SeriesLine &points,
          int start, int end, int last)
-        : mCanvas(painter, rect), mScale(rect, range), mPoints(points),
-          mSpan(heldSpan(start, end, points.size(), last)), mLast(last) {
+        : mCanvas(painter, rect), mScale(rect, range), mPoints(points), mColumns(rect, last),
+          mSpan(heldSpan(start, end, points.size(), last)) {
         if (points.isHidden() || !mScale.isUsable() || !mCanvas.isUsable()) {
             mSpan = IndexSpan();
         }
@@ -23,9 +23,9 @@ public:
     }
 
     ChartCanvas &canvas() { return mCanvas; }
-    int column(int i) const { return columnOfIndex(mCanvas.rect(), mLast, i); }
+    int column(int i) const { return mColumns.columnOf(i); }
     double row(double value) const { return mScale.rowOf(value); }
-    double step() const { return stepOfAxis(mCanvas.rect(), mLast); }
+    double step() const { return mColumns.step(); }
     double bottom() const { return mCanvas.rect().bottom(); }
 
     template <class Draw> void forEach(Draw draw) const {
@@ -59,8 +59,8 @@ private:
     ChartCanvas mCanvas;
     ValueScale mScale;
     const SeriesLine &mPoints;
+    ColumnScale mColumns;
     IndexSpan mSpan;
-    int mLast;
 };
 
 } // namespace TC

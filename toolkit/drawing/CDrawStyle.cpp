@@ -44,10 +44,11 @@ void forEachPlaced(const ChartCanvas &canvas, const SeriesLine &points, const Va
     if (points.isHidden() || !scale.isUsable() || !canvas.isUsable()) {
         return;
     }
+    const ColumnScale columns(canvas.rect(), last);
     for (int i = span.first; i <= span.last; ++i) {
         const double row = points.has(i) ? scale.rowOf(points.value(i)) : -1.0;
         if (points.has(i) && canvas.holdsRow(row)) {
-            draw(i, columnOfIndex(canvas.rect(), last, i), row);
+            draw(i, columns.columnOf(i), row);
         }
     }
 }
@@ -274,7 +275,7 @@ void CDrawStyle::drawCircleDot(QPainter *painter, const QRect &rect, const Serie
     const auto disc = discRows(canvas.grid().strokeWidth(diameter));
     forEachPlaced(canvas, points, ValueScale(rect, range), start, end, last,
                   [&](int i, int column, double row) {
-                      const QPointF corner = canvas.device(column - diameter / 2, row - diameter / 2);
+                      const QPoint corner = canvas.device(column - diameter / 2, row - diameter / 2);
                       canvas.fillDisc(corner, disc, points.color(i, ofTheme));
                   });
 }

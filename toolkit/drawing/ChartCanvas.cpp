@@ -66,23 +66,24 @@ void ChartCanvas::fill(int left, int width, int begin, int end, QRgb color) {
     fillDevice(mGrid.deviceX(left), begin, mGrid.deviceX(double(left) + width), end, color);
 }
 
-void ChartCanvas::fillDisc(const QPointF &corner, const QVarLengthArray<DiscRow, 32> &rows, QRgb color) {
-    const int left = static_cast<int>(corner.x());
-    const int top = static_cast<int>(corner.y());
+void ChartCanvas::fillDisc(const QPoint &corner, const QVarLengthArray<DiscRow, 32> &rows, QRgb color) {
     int begin = 0; // of rows of the same width, which are filled at once
     for (int row = 0; row < rows.size(); ++row) {
         if (row + 1 == rows.size() || rows[row + 1].first != rows[begin].first) {
-            fillDevice(left + rows[begin].first, top + begin, left + rows[begin].end, top + row + 1, color);
+            fillDevice(corner.x() + rows[begin].first, corner.y() + begin, corner.x() + rows[begin].end,
+                       corner.y() + row + 1, color);
             begin = row + 1;
         }
     }
 }
 
-void ChartCanvas::stroke(const QPointF *points, int count, int width, QRgb color) {
+void ChartCanvas::stroke(const QPoint *points, int count, int width, QRgb color) {
     if (count == 1) {
-        const int left = static_cast<int>(points[0].x());
-        const int top = static_cast<int>(points[0].y());
-        fillDevice(left, top, left + width, top + width, color);
+        const QPoint &at = points[0];
+        fillDevice(at.x(), at.y(), at.x() + width, at.y() + width, color);
+        return;
+    }
+    if (mPixels.polyline(points, count, width, color)) {
         return;
     }
     // Separate lines, since the pixels of a polyline depend on where it begins.

@@ -34,7 +34,7 @@ public:
     QRect deviceRect() const { return {mLeft, mTop, mRight - mLeft, mBottom - mTop}; }
 
     /// Nearest device pixel to a column and a row.
-    QPointF device(int column, double row) const { return QPointF(mGrid.deviceX(column), mGrid.deviceY(row)); }
+    QPoint device(int column, double row) const { return {mGrid.deviceX(column), mGrid.deviceY(row)}; }
     /// Whether a row lies inside the rectangle.
     bool holdsRow(double row) const { return row >= mRect.top() && row <= mRect.bottom(); }
     /// First device pixel of a row, and the one after its last, both held to the rectangle.
@@ -44,10 +44,10 @@ public:
     /// Fills `width` columns from `left` on, from device row `begin` to before `end`.
     void fill(int left, int width, int begin, int end, QRgb color);
     /// A disc whose upper left corner is a device pixel, held to the rectangle.
-    void fillDisc(const QPointF &corner, const QVarLengthArray<DiscRow, 32> &rows, QRgb color);
+    void fillDisc(const QPoint &corner, const QVarLengthArray<DiscRow, 32> &rows, QRgb color);
     /// A polyline through device pixels, `width` device pixels thick; one point is drawn as a block. It is
     /// held to the rectangle by the clip alone.
-    void stroke(const QPointF *points, int count, int width, QRgb color);
+    void stroke(const QPoint *points, int count, int width, QRgb color);
     /// Separate straight strokes, the same otherwise.
     void strokes(const Strokes &lines, int width, QRgb color);
 

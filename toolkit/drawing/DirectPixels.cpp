@@ -128,14 +128,20 @@ void DirectPixels::fillInside(int left, int top, int right, int bottom, QRgb col
     top = std::max(top, mClip.top());
     const int width = std::min(right, mClip.right() + 1) - left;
     bottom = std::min(bottom, mClip.bottom() + 1);
+    fillRows(left, top, width, bottom - 1, 1, color);
+}
+
+/// Every so many rows, the last one included, all inside the clip.
+void DirectPixels::fillRows(int left, int top, int width, int bottom, int every, QRgb color) const {
+    const std::ptrdiff_t step = std::ptrdiff_t(mStride) * every;
     QRgb *row = mBits + std::ptrdiff_t(top) * mStride + left;
     if (width == 1) { // most sticks, on which a loop would be most of the work
-        for (int y = top; y < bottom; ++y, row += mStride) {
+        for (int y = top; y <= bottom; y += every, row += step) {
             *row = color;
         }
         return;
     }
-    for (int y = top; y < bottom && width > 0; ++y, row += mStride) {
+    for (int y = top; y <= bottom && width > 0; y += every, row += step) {
         std::fill_n(row, width, color);
     }
 }
@@ -150,18 +156,16 @@ bool DirectPixels::fillDots(int column, int height, const QColor &color) const {
     const int width = std::min(device.right(), mClip.right()) + 1 - left;
     const int bottom = std::min(device.bottom(), mClip.bottom());
     const int period = 2 * mScaleY;
-    const int skipped = std::max(mClip.top() - device.top(), 0) / period;
-    for (int dot = device.top() + skipped * period; dot <= bottom && width > 0; dot += period) {
-        const int end = std::min(dot + mScaleY, bottom + 1);
-        for (int y = std::max(dot, mClip.top()); y < end; ++y) {
-            std::fill_n(mBits + std::ptrdiff_t(y) * mStride + left, width, ink);
-        }
+    for (int down = 0; down < mScaleY; ++down) { // of a dot
+        const int above = std::max(mClip.top() - device.top() - down, 0);
+        const int top = device.top() + down + (above + period - 1) / period * period;
+        fillRows(left, top, width, bottom, period, ink);
     }
     return true;
 }
 
 bool DirectPixels::strokes(const QLineF *lines, int count, int width, QRgb color) const {
-    if (!mBits || qAlpha(color) != kOpaque || !isExact(mScaleX) || !isExact(mScaleY)) {
+    if (!canStroke(color)) {
         return false;
     }
     const QRectF inside(0, 0, mImage.width() - width, mImage.height() - width);
@@ -174,25 +178,42 @@ bool DirectPixels::strokes(const QLineF *lines, int count, int width, QRgb color
         return false;
     }
     for (const QLineF *line = lines; line != lines + count; ++line) {
-        const QPoint from = line->p1().toPoint();
-        const QPoint to = line->p2().toPoint();
-        for (int brush = 0; brush < width * width; ++brush) {
-            const int right = brush % width;
-            const int down = brush / width;
-            drawLine(from.x() + right, from.y() + down, to.x() + right, to.y() + down, color);
-        }
+        stroke(line->p1().toPoint(), line->p2().toPoint(), width, color);
     }
     return true;
 }
 
+bool DirectPixels::polyline(const QPoint *points, int count, int width, QRgb color) const {
+    const QRect inside = mImage.adjusted(0, 0, 1 - width, 1 - width);
+    if (!canStroke(color) || !std::all_of(points, points + count,
+                                          [&inside](const QPoint &point) { return inside.contains(point); })) {
+        return false;
+    }
+    for (int i = 1; i < count; ++i) {
+        stroke(points[i - 1], points[i], width, color);
+    }
+    return true;
+}
+
+bool DirectPixels::canStroke(QRgb color) const {
+    return mBits && qAlpha(color) == kOpaque && isExact(mScaleX) && isExact(mScaleY);
+}
+
+void DirectPixels::stroke(const QPoint &from, const QPoint &to, int width, QRgb color) const {
+    for (int brush = 0; brush < width * width; ++brush) {
+        const QPoint by(brush % width, brush / width);
+        drawLine(from + by, to + by, color);
+    }
+}
+
 /// One pixel in every step of the longer direction. Places between two pixels are reckoned and rounded as the painter
 /// does it, in steps of 1 / 65536.
-void DirectPixels::drawLine(int fromX, int fromY, int toX, int toY, QRgb color) const {
-    const bool isSteep = std::abs(toX - fromX) < std::abs(toY - fromY);
-    int begin = isSteep ? fromY : fromX;
-    int end = isSteep ? toY : toX;
-    int cross = isSteep ? fromX : fromY;
-    int crossEnd = isSteep ? toX : toY;
+void DirectPixels::drawLine(const QPoint &from, const QPoint &to, QRgb color) const {
+    const bool isSteep = std::abs(to.x() - from.x()) < std::abs(to.y() - from.y());
+    int begin = isSteep ? from.y() : from.x();
+    int end = isSteep ? to.y() : to.x();
+    int cross = isSteep ? from.x() : from.y();
+    int crossEnd = isSteep ? to.x() : to.y();
     if (begin > end) {
         std::swap(begin, end);
         std::swap(cross, crossEnd);

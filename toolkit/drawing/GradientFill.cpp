@@ -72,15 +72,15 @@ void drawStrip(const ChartCanvas &canvas, const QRect &device, const QRgb *pixel
 }
 
 /// The same as a shape, for a painter that keeps shapes.
-void fillPolygon(const ChartCanvas &canvas, const QPointF *points, int count, QRgb top, QRgb bottom) {
+void fillPolygon(const ChartCanvas &canvas, const QPoint *points, int count, QRgb top, QRgb bottom) {
     const QRect area = canvas.deviceRect();
     QPolygonF shape;
     for (int i = 0; i < count; ++i) {
         shape.append(canvas.grid().coordinate(points[i]));
     }
     const double end = area.top() + area.height();
-    shape.append(canvas.grid().coordinate({points[count - 1].x(), end}));
-    shape.append(canvas.grid().coordinate({points[0].x(), end}));
+    shape.append(canvas.grid().coordinate({double(points[count - 1].x()), end}));
+    shape.append(canvas.grid().coordinate({double(points[0].x()), end}));
     QLinearGradient gradient(canvas.grid().coordinate(area.topLeft()),
                              canvas.grid().coordinate({double(area.left()), end}));
     gradient.setColorAt(0.0, QColor::fromRgba(top));
@@ -95,15 +95,15 @@ void fillPolygon(const ChartCanvas &canvas, const QPointF *points, int count, QR
 } // namespace
 
 // Measured against a polygon and against columns with a gradient brush, which take ten and thirty times as long.
-void fillBeneath(const ChartCanvas &canvas, const QPointF *points, int count, bool withFirst, QRgb top,
+void fillBeneath(const ChartCanvas &canvas, const QPoint *points, int count, bool withFirst, QRgb top,
                  QRgb bottom) {
     const QRect area = canvas.deviceRect();
     if (GZ::drawsVectors(*canvas.painter())) {
         fillPolygon(canvas, points, count, top, bottom);
         return;
     }
-    const int left = static_cast<int>(points[0].x()) + (withFirst ? 0 : 1);
-    const int width = static_cast<int>(points[count - 1].x()) - left + 1;
+    const int left = points[0].x() + (withFirst ? 0 : 1);
+    const int width = points[count - 1].x() - left + 1;
     if (count < 2 || width <= 0 || width > kLargestSide || area.height() > kLargestSide) {
         return;
     }

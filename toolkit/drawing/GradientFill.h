@@ -9,7 +9,7 @@ namespace TC {
 /// in x. `withFirst` fills the column of the first point too: a drawing that goes on from an earlier one leaves
 /// it out, since colours that let the ground through must not be laid twice. Less than two
 /// points have no area. Nothing is filled on a canvas larger than any screen.
-void fillBeneath(const ChartCanvas &canvas, const QPointF *points, int count, bool withFirst, QRgb top,
+void fillBeneath(const ChartCanvas &canvas, const QPoint *points, int count, bool withFirst, QRgb top,
                  QRgb bottom);
 
 } // namespace TC

@@ -12,9 +12,9 @@ constexpr int kFewPoints = 8;
 /// Length of a line from where its run begins to a point: how far a dash pattern has come there.
 double lengthBefore(const LineDrawing &drawing, int index) {
     double length = 0.0;
-    QPointF point = drawing.at(index);
+    QPoint point = drawing.at(index);
     for (int i = index - 1; drawing.points.has(i); --i) {
-        const QPointF before = drawing.at(i);
+        const QPoint before = drawing.at(i);
         length += dashLength(before, point);
         point = before;
     }
@@ -33,7 +33,7 @@ bool isAlone(const LineDrawing &drawing, int index, bool bridgesGaps) {
 }
 
 /// Strokes in one colour; answers how far the dash pattern has come at the end.
-double strokePart(ChartCanvas &canvas, const QPointF *points, int count, const LineLook &look, QRgb color,
+double strokePart(ChartCanvas &canvas, const QPoint *points, int count, const LineLook &look, QRgb color,
                   double phase) {
     const int width = canvas.grid().strokeWidth(look.width);
     if (look.pen == Qt::SolidLine || count == 1) {

@@ -21,18 +21,17 @@ struct LineDrawing {
     ChartCanvas &canvas;
     const SeriesLine &points;
     const ValueScale &scale;
+    ColumnScale columns;
     int last;
 
-    QPointF at(int i) const {
-        return canvas.device(columnOfIndex(canvas.rect(), last, i), scale.rowOf(points.value(i)));
-    }
+    QPoint at(int i) const { return canvas.device(columns.columnOf(i), scale.rowOf(points.value(i))); }
     bool holds(int i) const { return canvas.holdsRow(scale.rowOf(points.value(i))); }
 };
 
 /// Consecutive points that one line connects. The part that leads to a point has the colour of that point.
 class Run {
 public:
-    void append(const QPointF &point, QRgb color) {
+    void append(const QPoint &point, QRgb color) {
         mPoints.append(point);
         mColors.append(color);
     }
@@ -43,7 +42,7 @@ public:
 private:
     void stroke(ChartCanvas &canvas, const LineLook &look, double phase) const;
 
-    QVarLengthArray<QPointF, 256> mPoints;
+    QVarLengthArray<QPoint, 256> mPoints;
     QVarLengthArray<QRgb, 256> mColors;
 };
 
@@ -86,7 +85,8 @@ void drawLine(QPainter *painter, const QRect &rect, const se::RPCFormulaResultCa
     if (look.bridgesGaps) {
         span.first = firstBridged(points, span.first);
     }
-    drawRuns({canvas, points, scale, last}, span, look, [&](int i) { return colorOf(points, i); });
+    drawRuns({canvas, points, scale, ColumnScale(rect, last), last}, span, look,
+             [&](int i) { return colorOf(points, i); });
 }
 
 /// A line from the upper to the lower edge.

@@ -71,12 +71,12 @@ QVarLengthArray<DiscRow, 32> discRows(int diameter) {
     return rows;
 }
 
-void rowsOfPolyline(const QPointF *points, int count, int firstColumn, int lastColumn, int *rows) {
+void rowsOfPolyline(const QPoint *points, int count, int firstColumn, int lastColumn, int *rows) {
     int column = firstColumn;
     for (int i = 0; i < count && column <= lastColumn; ++i) {
-        const QPointF &from = points[std::max(i - 1, 0)];
-        const QPointF &to = points[i];
-        const double slope = to.x() > from.x() ? (to.y() - from.y()) / (to.x() - from.x()) : 0.0;
+        const QPoint &from = points[std::max(i - 1, 0)];
+        const QPoint &to = points[i];
+        const double slope = to.x() > from.x() ? double(to.y() - from.y()) / (to.x() - from.x()) : 0.0;
         for (; column <= lastColumn && column <= to.x(); ++column) {
             rows[column - firstColumn] = nearestPixel(from.y() + slope * (column - from.x()));
         }

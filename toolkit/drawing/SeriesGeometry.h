@@ -45,10 +45,24 @@ inline double stepOfAxis(const QRect &rect, int last) {
     return double(rect.width()) / std::max(last, 1);
 }
 
-/// Column of an index: its share of the width, rounded toward zero, held to the right edge.
+/// Maps the indices of an axis, which ends at `last`, to columns of a rectangle: each to its share of the width, rounded
+/// toward zero, held to the right edge.
+class ColumnScale {
+public:
+    ColumnScale(const QRect &rect, int last)
+        : mLeft(rect.left()), mLastOffset(rect.width() - 1), mStep(stepOfAxis(rect, last)) {}
+
+    int columnOf(int index) const { return mLeft + static_cast<int>(std::min(mStep * index, mLastOffset)); }
+    double step() const { return mStep; }
+
+private:
+    int mLeft;
+    double mLastOffset;
+    double mStep;
+};
+
 inline int columnOfIndex(const QRect &rect, int last, int index) {
-    const double offset = std::min(stepOfAxis(rect, last) * index, double(rect.width() - 1));
-    return rect.left() + static_cast<int>(offset);
+    return ColumnScale(rect, last).columnOf(index);
 }
 
 /// Width in pixels of a stick that takes a share of a step: the next smaller odd number, so that it is centred
@@ -63,8 +77,9 @@ class ValueScale {
 public:
     /// `range` is maximum and minimum. One that is upside down or has no height puts every value in the middle.
     ValueScale(const QRect &rect, const QPair<double, double> &range)
-        : mRect(rect), mMaximum(range.first), mUsable(isPlaceable(range.first) && isPlaceable(range.second) &&
-                                                      isPlaceable(range.first - range.second)) {
+        : mTop(rect.top()), mReach(kReach * rect.height()), mMiddle((rect.height() - 1) / 2.0),
+          mMaximum(range.first), mUsable(isPlaceable(range.first) && isPlaceable(range.second) &&
+                                         isPlaceable(range.first - range.second)) {
         const double height = range.first - range.second;
         mRowsPerValue = height > 0.0 ? (rect.height() - 1) / height : 0.0;
         mFlat = !(mRowsPerValue > 0.0) || !std::isfinite(mRowsPerValue);
@@ -76,13 +91,16 @@ public:
     /// Row of a value as a fraction; a value outside the range lies above or beneath the rectangle, by eight
     /// times its height at most.
     double rowOf(double value) const {
-        const double reach = 8.0 * mRect.height();
-        const double row = mFlat ? (mRect.height() - 1) / 2.0 : (mMaximum - value) * mRowsPerValue;
-        return mRect.top() + std::clamp(row, -reach, reach);
+        const double row = mFlat ? mMiddle : (mMaximum - value) * mRowsPerValue;
+        return mTop + std::clamp(row, -mReach, mReach);
     }
 
 private:
-    QRect mRect;
+    static constexpr double kReach = 8.0;
+
+    double mTop;
+    double mReach;
+    double mMiddle;
     double mMaximum;
     double mRowsPerValue = 0.0;
     bool mUsable;
@@ -137,8 +155,8 @@ struct DiscRow {
 /// Pixels of a disc of a diameter, row by row.
 QVarLengthArray<DiscRow, 32> discRows(int diameter);
 
-/// First row beneath a polyline in each column from `firstColumn` to `lastColumn`; `points` ascend in x and are
-/// whole numbers. Of several rows in a column the first point's counts.
-void rowsOfPolyline(const QPointF *points, int count, int firstColumn, int lastColumn, int *rows);
+/// First row beneath a polyline in each column from `firstColumn` to `lastColumn`; `points` ascend in x. Of several rows in a
+/// column the first point's counts.
+void rowsOfPolyline(const QPoint *points, int count, int firstColumn, int lastColumn, int *rows);
 
 } // namespace TC
