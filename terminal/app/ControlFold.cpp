@@ -81,6 +81,7 @@ void ControlFold::fold() {
 
 void ControlFold::fillMenu() {
     mMenu->clear();
+    qDeleteAll(mMenu->findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly)); // which clearing leaves
     mMenu->setPalette(mRow->palette()); // a menu is a window, and takes none of its own accord
     for (QWidget *control : mControls.mid(mShown)) {
         if (auto *box = qobject_cast<QComboBox *>(control)) {

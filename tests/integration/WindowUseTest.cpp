@@ -156,6 +156,10 @@ TEST_F(WindowUse, WhatIsFoldedAwayStandsInAMenu) {
     ASSERT_EQ(paces->menu()->actions().size(), 5);
     paces->menu()->actions().at(2)->trigger();
     EXPECT_EQ(mServices->clock().pace(), 60.0);
+    const int menus = folded()->findChildren<QMenu *>().size();
+    EXPECT_GT(menus, 0);
+    folded();
+    EXPECT_EQ(folded()->findChildren<QMenu *>().size(), menus) << "those shown before are gone";
 }
 
 TEST_F(WindowUse, TheTextOfAButtonThatIsOnIsReadOnItsDarkerGround) {
