@@ -184,6 +184,7 @@ void SoakRobot::settle() {
         step();
         QCoreApplication::processEvents();
     }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // which no loop does that is not inside another
 }
 
 bool SoakRobot::closeOne() {
