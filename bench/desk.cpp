@@ -101,7 +101,7 @@ private:
             for (const int count : counts) {
                 bars += count;
             }
-            std::printf("past %s %d %d\n", qPrintable(key), counts.size(), bars);
+            std::printf("past %s %d %d\n", qPrintable(key), int(counts.size()), bars);
         }
     }
     void tellState() {

@@ -69,6 +69,9 @@ CRealtimeMainWidget::CRealtimeMainWidget(QWidget *parent, EIndexViewType viewTyp
         [this](const QDateTime &start, const QDateTime &end) { Q_EMIT regionChanged(start, end); });
     mChart->addMainFormulas();
     setFocusPolicy(Qt::StrongFocus);
+    if (isWindow()) {
+        setFocus(); // else the first tool of a title has the keys
+    }
 }
 
 CRealtimeMainWidget::~CRealtimeMainWidget() {

@@ -26,7 +26,9 @@ inline bool operator==(const CFormulaKey &a, const CFormulaKey &b) {
 inline bool operator!=(const CFormulaKey &a, const CFormulaKey &b) {
     return !(a == b);
 }
-inline uint qHash(const CFormulaKey &key, uint seed = 0) {
+/// What Qt's hashes count in.
+using KeyHash = decltype(::qHash(QString()));
+inline KeyHash qHash(const CFormulaKey &key, KeyHash seed = 0) {
     return ::qHash(key.mStock + QStringLiteral("__") + key.mFormula, seed);
 }
 

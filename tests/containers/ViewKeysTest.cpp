@@ -256,6 +256,16 @@ TEST_F(ViewKeys, TheRecordsOfAMarkOpenAtItsMinute) {
     EXPECT_EQ(windows(), 1);
 }
 
+TEST_F(ViewKeys, AViewThatIsAWindowHasTheKeysFromTheFirst) {
+    makeView();
+    TC::CRealtimeMainWidget window(nullptr, TC::EIndexViewType::Ordinary);
+    window.setStock("SH600000", false);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    settle();
+    EXPECT_EQ(QApplication::focusWidget(), &window);
+}
+
 TEST_F(ViewKeys, TheToolsOfATitleAreReachedByTabAndPressedBySpace) {
     ASSERT_NO_FATAL_FAILURE(showFocused(1));
     QWidget *focused = nullptr;
