@@ -68,9 +68,7 @@ void CRealtimeData::removeFormula(const QString &name, bool redrawAfter) {
     if (!mData.contains(key)) {
         return;
     }
-    parts->series.remove(key);
-    parts->ranges.forget(key);
-    parts->picture.noteDamage(eSeriesChanged);
+    parts->forget(key);
     if (redrawAfter) {
         parts->drawing.redraw();
     }
@@ -101,10 +99,7 @@ QString CRealtimeData::getMainGraph() const {
 // Set-up
 
 void CRealtimeData::clearData() {
-    const HeldParts parts = held();
-    parts->series.clear();
-    parts->ranges.clear();
-    parts->picture.noteDamage(eSeriesChanged);
+    held()->clear();
 }
 
 void CRealtimeData::setAxisWidget(CGraphAxisWidget *axisWidget) {
@@ -231,8 +226,7 @@ void CRealtimeData::removeOverlayData() {
         const HeldParts parts = held();
         const QString formula = getMainGraph();
         ids = parts->requests.closeOverlays(formula);
-        parts->series.removeOverlays(formula);
-        parts->picture.noteDamage(eSeriesChanged);
+        parts->forgetOverlays(formula);
     }
     withdrawOverlays(ids);
     redraw();

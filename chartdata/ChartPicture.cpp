@@ -4,12 +4,14 @@
 #include "chartdata/ChartScene.h"
 #include "chartdata/PanePixmap.h"
 #include "chartdata/SceneSource.h"
+#include "chartdata/UiThread.h"
 #include "host/drawing/DirectPixels.h"
 #include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -32,6 +34,9 @@ void clearPart(QPainter &painter, const QRect &part, const QColor &background) {
 } // namespace
 
 void ChartPicture::setRect(const QRect &rect) {
+    if (rect.isEmpty()) {
+        drawDue(); // it stays as it is
+    }
     mRect = rect;
     noteDamage(eSeriesChanged);
 }
@@ -49,6 +54,7 @@ void ChartPicture::make(bool blank) {
     mImage = QImage(); // its memory may serve the new one
     mImage = paneImage(mRect.size(), mRatio, background.alpha() == kOpaqueBackground);
     mPriceBandDigest = 0;
+    mIsDue = false;
     mIsWhole = false;
     mIsBare = false;
     mDrawnTheme = mLook.generation();
@@ -93,7 +99,7 @@ void ChartPicture::follow() {
         return; // it has grown with another series of that minute
     }
     ChartScene scene = stillScene(mRect.size());
-    if (!isRight || !hasGrown(mDrawn, scene) || (scene.end > mDrawnEnd && !grow(std::move(scene)))) {
+    if (!isRight || mIsDue || !hasGrown(mDrawn, scene) || (scene.end > mDrawnEnd && !grow(std::move(scene)))) {
         notePane();
         drawWhole(mRect);
     }
@@ -109,21 +115,50 @@ ChartScene ChartPicture::stillScene(const QSize &size) {
 void ChartPicture::drawWhole(const QRect &rect) {
     mIsStale = false;
     mDrawnPointChanged = false;
-    mDrawnEnd = -1;
     ChartScene scene = stillScene(rect.size());
+    mDrawnEnd = scene.end;
     if (mIsBare && rect == mRect && scene.lines.empty() && hasGrown(mDrawn, scene)) {
-        mDrawnEnd = mDrawn.end = scene.end; // a day that waits for its series while the ranges of others grow
+        mDrawn.end = scene.end; // a day that waits for its series while the ranges of others grow
         mIsWhole = mDrawnEnd >= 0;
         return;
     }
     mDrawn = std::move(scene);
     mDrawnTheme = mDrawn.theme;
-    drawScene(rect, mDrawn);
     mIsBare = mDrawn.lines.empty() && rect == mRect;
-    mIsWhole = mDrawnEnd >= 0 && rect == mRect;
+    const auto isFilled = [](const SceneSeries &series) { return series.filled != nullptr; };
+    mIsWhole =
+        mDrawnEnd >= 0 && rect == mRect && std::none_of(mDrawn.lines.begin(), mDrawn.lines.end(), isFilled);
+    mIsDue = rect == mRect && isUserInterfaceThread();
+    if (!mIsDue) {
+        carryOut(rect);
+    }
+}
+
+void ChartPicture::carryOut(const QRect &rect) {
+    mIsDue = false;
+    drawScene(rect, mDrawn);
     for (SceneSeries &series : mDrawn.lines) {
-        mIsWhole = mIsWhole && !series.filled;
         series.filled.reset(); // a copy of its series
+    }
+}
+
+void ChartPicture::settle(const CFormulaKey &key) {
+    const auto isDrawn = [&key](const SceneSeries &series) { return series.key == key; };
+    if (mIsDue && std::any_of(mDrawn.lines.begin(), mDrawn.lines.end(), isDrawn)) {
+        drawDue();
+    }
+}
+
+void ChartPicture::settleAll() {
+    if (!mDrawn.lines.empty()) {
+        drawDue();
+    }
+}
+
+void ChartPicture::drawDue() {
+    if (mIsDue) {
+        mSource.findSeries(mDrawn.lines);
+        carryOut(mRect);
     }
 }
 
@@ -136,6 +171,8 @@ void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     }
     QPainter painter;
     if (!painter.begin(&mImage)) {
+        mDrawnEnd = -1;
+        mIsWhole = false;
         return;
     }
     const QRect part = isVolumeAlone ? rect.adjusted(0, volumeBandTop(rect.height()), 0, 0) : rect;
@@ -145,7 +182,6 @@ void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     }
     drawGrid(painter, scene, rect);
     drawLines(painter, scene.lines, scene.look, part);
-    mDrawnEnd = scene.end;
 }
 
 /// What lines can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
@@ -197,6 +233,7 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
         tail = mSource.tail(rect.size());
         seen = touched(tail);
     }
+    drawDue();
     if (!part) {
         blitPane(painter, rect, mImage, mRect.size());
         drawTail(painter, rect, tail);

@@ -25,6 +25,9 @@ class SceneSource;
 /// makes the picture stale: it is drawn anew before it is shown. Points that come behind those in it are drawn into it,
 /// over the pixels that they touch, as long as it shows what it was drawn from; else it is drawn anew, the price band
 /// only when its digest differs from that of what it was drawn from. Damage is gathered until it is taken.
+///
+/// On the user-interface thread a drawing is described at once and carried out when it is painted, or before one of its
+/// series changes: of several results of one go the last one draws. So it never shows what is of another moment.
 class ChartPicture {
 public:
     /// `beforeSeries` is called each time before series are drawn, and before anything is. It may change everything
@@ -49,6 +52,9 @@ public:
     /// Draws what points have changed since, of which it has been told one by one: the pixels are those of a drawing
     /// anew.
     void follow();
+    /// Carries out a drawing that is due: to be called before a series, or all of them, change in any way.
+    void settle(const CFormulaKey &key);
+    void settleAll();
     /// Paints picture and tail to a rectangle. With a part only that is painted, and the painter has no clip
     /// afterwards.
     void paint(QPainter &painter, const QRect &rect, const QRegion *part);
@@ -70,6 +76,8 @@ private:
     ChartScene stillScene(const QSize &size);
     void clear(const QColor &background);
     void drawWhole(const QRect &rect);
+    void drawDue();
+    void carryOut(const QRect &rect);
     void drawScene(const QRect &rect, const ChartScene &scene);
     bool grow(ChartScene scene);
     Touched touched(const SceneLines &lines) const;
@@ -87,6 +95,7 @@ private:
     int mDrawnTheme = -1; ///< generation of the theme that the picture is in
     quint64 mPriceBandDigest = 0; ///< of what the price band was drawn from; 0 when nothing is known
     ChartScene mDrawn; ///< what it was drawn from; its series only tell themselves apart
+    bool mIsDue = false; ///< that is still to be drawn; none of its series has changed since
     bool mIsWhole = false; ///< it shows all of that, and what changed since was told point by point
     bool mIsBare = false; ///< it shows that, and there is no line in it
     int mDrawnEnd = -1; ///< last index in the picture

@@ -26,7 +26,8 @@ void add(ContentDigest &digest, const SceneLine &line) {
 }
 
 void add(ContentDigest &digest, const SceneSeries &entry) {
-    const auto &[series, filled, inVolumeBand, target, start, end, last, lines] = entry;
+    const auto &[key, series, filled, inVolumeBand, target, start, end, last, lines] = entry;
+    static_cast<void>(key); // not seen
     static_cast<void>(filled); // the same as the series
     static_cast<void>(inVolumeBand); // those are left out
     digest.add(*series);
@@ -45,7 +46,8 @@ bool isSameLine(const SceneLine &a, const SceneLine &b) {
 }
 
 bool isSameSeries(const SceneSeries &a, const SceneSeries &b) {
-    const auto &[series, filled, inVolumeBand, target, start, end, last, lines] = a;
+    const auto &[key, series, filled, inVolumeBand, target, start, end, last, lines] = a;
+    static_cast<void>(key); // the series tells it
     static_cast<void>(end); // grows
     return series == b.series && !filled && !b.filled && inVolumeBand == b.inVolumeBand && target == b.target &&
            start == b.start && last == b.last &&

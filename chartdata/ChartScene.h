@@ -2,6 +2,7 @@
 
 #include "chartdata/ChartLook.h"
 #include "host/drawing/CDrawStyle.h"
+#include "host/records/CFormulaKey.h"
 #include "host/records/RPCFormulaResult.h"
 
 #include <QRect>
@@ -32,6 +33,7 @@ struct SceneLine {
 
 /// The lines of one series from one index to another.
 struct SceneSeries {
+    CFormulaKey key;
     const se::RPCFormulaResultCache *series = nullptr; ///< of the pane, or the following
     std::shared_ptr<const se::RPCFormulaResultCache> filled; ///< a copy without gaps, where one is drawn
     bool inVolumeBand = false;

@@ -1,9 +1,7 @@
 #include "chartdata/LinkageListener.h"
 
+#include "chartdata/UiThread.h"
 #include "host/services/CLinkageManager.h"
-
-#include <QCoreApplication>
-#include <QThread>
 
 #include <algorithm>
 #include <atomic>
@@ -11,14 +9,6 @@
 #include <utility>
 
 namespace TC {
-namespace {
-
-bool isUserInterfaceThread() {
-    const QCoreApplication *application = QCoreApplication::instance();
-    return application && application->thread() == QThread::currentThread();
-}
-
-} // namespace
 
 struct LinkageListener::Bond {
     explicit Bond(Hear hear) : hear(std::move(hear)) {}

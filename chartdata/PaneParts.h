@@ -53,6 +53,27 @@ struct PaneParts {
           drawing(picture, trades), news(of.object, ranges, picture, drawing, day),
           changes(of.view.service<CLinkageManager>(), of.tradesChanged) {}
 
+    /// Takes a series off, and its ranges with it.
+    void forget(const CFormulaKey &key) {
+        picture.settle(key);
+        series.remove(key);
+        ranges.forget(key);
+        picture.noteDamage(eSeriesChanged);
+    }
+    /// The same for all of them.
+    void clear() {
+        picture.settleAll();
+        series.clear();
+        ranges.clear();
+        picture.noteDamage(eSeriesChanged);
+    }
+    /// Takes the overlays of a formula off; their ranges stay.
+    void forgetOverlays(const QString &formula) {
+        picture.settleAll();
+        series.removeOverlays(formula);
+        picture.noteDamage(eSeriesChanged);
+    }
+
     /// What there is to say of a point, before it is taken in.
     void note(const CFormulaKey &key, const QString &requestId, const se::RPCFormulaInstantResult &point) {
         if (log.takesPoints() || DataWarnings::isOn()) {

@@ -27,6 +27,7 @@ bool ResultIntake::updateRange(const CFormulaKey &key, int first) {
 }
 
 void ResultIntake::align(const CFormulaKey &key, int first) {
+    mPicture.settle(key);
     mPicture.notePoint(mSeries.align(key, first));
 }
 
@@ -62,6 +63,7 @@ int ResultIntake::follow(const CFormulaKey &key, ESeriesRole role, int first, bo
 Intake ResultIntake::history(const CFormulaKey &key, const FormulaMetaPtr &meta, const FormulaResultPtr &result,
                              bool keepRange) {
     const ESeriesRole role = mSeries.roleOf(key);
+    mPicture.settle(key);
     mSeries.store(key, role, meta, result);
     Intake intake{eSeriesChanged | follow(key, role, 0, !keepRange), {}};
     if (role == ESeriesRole::Main) {
@@ -73,6 +75,7 @@ Intake ResultIntake::history(const CFormulaKey &key, const FormulaMetaPtr &meta,
 Intake ResultIntake::pushed(const CFormulaKey &key, const FormulaMetaPtr &meta,
                             const FormulaResultPtr &result) {
     const ESeriesRole role = mSeries.roleOf(key);
+    mPicture.settle(key);
     se::RPCFormulaResultCache *series = mSeries.find(key, role);
     const bool merged = series && result && !result->mTimes.empty();
     Intake intake{eSeriesChanged, {}};
@@ -104,6 +107,7 @@ Intake ResultIntake::point(const CFormulaKey &key, const se::RPCFormulaInstantRe
         return {};
     }
     const bool overlay = role == ESeriesRole::Overlay;
+    mPicture.settle(key);
     mPicture.notePoint(mSeries.merge(*series, role, place, point));
     int flags = ePointChanged;
     if (place.kind == EPointPlace::New || (place.kind == EPointPlace::Older && !overlay)) {

@@ -72,6 +72,17 @@ ChartScene SceneSource::still(const QSize &pane, double ratio) const {
     return scene;
 }
 
+void SceneSource::findSeries(SceneLines &lines) const {
+    for (SceneSeries &drawn : lines) {
+        const auto held = mSeries.shown().constFind(drawn.key);
+        if (!drawn.filled) {
+            drawn.series = held != mSeries.shown().constEnd() ? &*held : nullptr;
+        }
+    }
+    const auto isGone = [](const SceneSeries &drawn) { return !drawn.series; };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isGone), lines.end());
+}
+
 int SceneSource::tailCount() const {
     return mDay.isLive() ? mView.dataCount() : 0;
 }
@@ -96,6 +107,7 @@ SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
     lines.reserve(static_cast<std::size_t>(mSeries.shown().size()));
     for (auto entry = mSeries.shown().constBegin(); entry != mSeries.shown().constEnd(); ++entry) {
         SceneSeries drawn;
+        drawn.key = entry.key();
         drawn.series = &*entry;
         if (mSeries.fillsGaps()) {
             const auto secondsAt = [this](int index) {

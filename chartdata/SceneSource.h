@@ -25,6 +25,8 @@ public:
 
     /// The chart without the segment that moves, in a look that is still to be set.
     ChartScene still(const QSize &pane, double ratio) const;
+    /// Finds the series of a scene that was described some time ago; lines without one are left out.
+    void findSeries(SceneLines &lines) const;
     /// Last index of that; -1 when it has no point.
     int lastStill() const;
     /// The newest points; none on a day that is not live.

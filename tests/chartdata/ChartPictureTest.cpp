@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <thread>
+
 using namespace TC;
 
 namespace tests {
@@ -103,6 +105,38 @@ TEST_F(Picture, PaintingDrawsNothingOfItAnew) {
     EXPECT_EQ(seen(), drawn);
     mPicture.draw(kPane);
     EXPECT_NE(seen(), drawn);
+}
+
+TEST_F(Picture, DrawingIsCarriedOutWhenItIsPaintedOrBeforeItsSeriesChanges) {
+    mPicture.draw(kPane);
+    const QImage first = seen();
+    const auto drawnAndChanged = [this](const CFormulaKey &told) {
+        mShown[kMain].result.mValues[0][1] = 10.5;
+        mPicture.draw(kPane);
+        mPicture.settle(told);
+        mShown[kMain].result.mValues[0][1] = 9.2;
+        return seen();
+    };
+    EXPECT_EQ(drawnAndChanged(kMain), first);
+    EXPECT_NE(drawnAndChanged(key("SH600000", "REALTIMEVOL")), first) << "that is not in it";
+}
+
+TEST_F(Picture, DrawingIsCarriedOutAtOnceOnAnotherThread) {
+    mPicture.draw(kPane);
+    const QImage drawn = seen();
+    std::thread([this] { mPicture.draw(kPane); }).join();
+    mShown[kMain].result.mValues[0][1] = 9.2; // of which nobody tells
+    EXPECT_EQ(seen(), drawn);
+}
+
+TEST_F(Picture, SeriesThatHasGoneUntoldIsLeftOut) {
+    mShown.clear();
+    mPicture.draw(kPane);
+    const QImage bare = seen();
+    store(kMain, {10.0, 10.5, 9.6, 10.1});
+    mPicture.draw(kPane);
+    mShown.clear();
+    EXPECT_EQ(seen(), bare);
 }
 
 TEST_F(Picture, WithoutSeriesItIsDrawnAnewWhenItLooksDifferent) {

@@ -184,9 +184,10 @@ bool DirectPixels::strokes(const QLineF *lines, int count, int width, QRgb color
 }
 
 bool DirectPixels::polyline(const QPoint *points, int count, int width, QRgb color) const {
-    const QRect inside = mImage.adjusted(0, 0, 1 - width, 1 - width);
-    if (!canStroke(color) || !std::all_of(points, points + count,
-                                          [&inside](const QPoint &point) { return inside.contains(point); })) {
+    const auto isInside = [right = mImage.width() - width, bottom = mImage.height() - width](const QPoint &at) {
+        return at.x() >= 0 && at.x() <= right && at.y() >= 0 && at.y() <= bottom;
+    };
+    if (!canStroke(color) || !std::all_of(points, points + count, isInside)) {
         return false;
     }
     for (int i = 1; i < count; ++i) {
@@ -200,9 +201,11 @@ bool DirectPixels::canStroke(QRgb color) const {
 }
 
 void DirectPixels::stroke(const QPoint &from, const QPoint &to, int width, QRgb color) const {
-    for (int brush = 0; brush < width * width; ++brush) {
-        const QPoint by(brush % width, brush / width);
-        drawLine(from + by, to + by, color);
+    for (int down = 0; down < width; ++down) {
+        for (int right = 0; right < width; ++right) {
+            const QPoint by(right, down);
+            drawLine(from + by, to + by, color);
+        }
     }
 }
 
