@@ -20,7 +20,7 @@
 #include "terminal/config/ConfigService.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
-#include "terminal/threads/SharedHeaps.h"
+#include "terminal/threads/SmallHeaps.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -71,7 +71,7 @@ QByteArray languageOfEnvironment() {
 }
 
 void setUpProcess() {
-    shareHeaps();
+    keepHeapsSmall();
     qputenv("TZ", "Asia/Shanghai");
     tzset();
     std::setlocale(LC_ALL, "");

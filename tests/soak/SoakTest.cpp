@@ -7,7 +7,7 @@
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
 #include "terminal/market/MarketDate.h"
-#include "terminal/threads/SharedHeaps.h"
+#include "terminal/threads/SmallHeaps.h"
 #include "tests/soak/FrameWatch.h"
 #include "tests/soak/MemoryCurve.h"
 #include "tests/soak/SoakRobot.h"
@@ -57,7 +57,7 @@ double numberFrom(const char *variable, double otherwise) {
 class Soak : public ::testing::Test {
 protected:
     void SetUp() override {
-        shareHeaps(); // as the program does
+        keepHeapsSmall(); // as the program does
         TerminalSettings settings;
         settings.store = mFolder.path() + "/market.db";
         settings.config = mFolder.path() + "/config.json";

@@ -1,4 +1,4 @@
-#include "terminal/threads/SharedHeaps.h"
+#include "terminal/threads/SmallHeaps.h"
 
 #include <gtest/gtest.h>
 
@@ -33,10 +33,10 @@ int heaps() {
 
 } // namespace
 
-TEST(SharedHeaps, ManyThreadsHaveTwoHeaps) {
+TEST(SmallHeaps, ManyThreadsHaveTwoHeaps) {
     constexpr int kThreads = 24;
     constexpr size_t kPiece = 5000; // too large for a thread's own store of free pieces
-    terminal::shareHeaps();
+    terminal::keepHeapsSmall();
     const int before = heaps();
     if (before == 0) {
         GTEST_SKIP() << "the C library's heaps are not in use";
@@ -60,4 +60,19 @@ TEST(SharedHeaps, ManyThreadsHaveTwoHeaps) {
         thread.join();
     }
     EXPECT_LE(heaps(), std::max(before, 2));
+}
+
+TEST(SmallHeaps, ALargeBlockStandsOutsideAlsoWhenALargerOneWasFreed) {
+    constexpr size_t kLarge = 300 * 1024;
+    terminal::keepHeapsSmall();
+    if (heaps() == 0) {
+        GTEST_SKIP() << "the C library's heaps are not in use";
+    }
+    void *volatile larger = std::malloc(8 * kLarge);
+    std::free(larger);
+    const size_t before = mallinfo2().hblks;
+    void *volatile large = std::malloc(kLarge);
+    EXPECT_EQ(mallinfo2().hblks, before + 1);
+    std::free(large);
+    EXPECT_EQ(mallinfo2().hblks, before);
 }
