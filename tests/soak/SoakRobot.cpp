@@ -184,7 +184,8 @@ void SoakRobot::settle() {
         step();
         QCoreApplication::processEvents();
     }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // which no loop does that is not inside another
+    QCoreApplication::sendPostedEvents(nullptr,
+                                       QEvent::DeferredDelete); // which no loop does that is not inside another
 }
 
 bool SoakRobot::closeOne() {
