@@ -331,7 +331,7 @@ bool LiveFeed::isHeldBack() {
     if (!isBehind || mIsStopped || steadyMilliseconds() - mHandedOut > mTimes.patience) {
         return false;
     }
-    mListeners->postAfter(mTimes.pause, [this] { handOut(); });
+    mListeners->postAfter(mTimes.look, [this] { handOut(); });
     return true;
 }
 

@@ -36,7 +36,8 @@ public:
         int interest = 30000; ///< in an instrument that was asked for and that nobody has subscribed to
         int retry = 1000; ///< between readings of the stream that fail
         int pause = 12; ///< between turns of handing out
-        int patience = 500; ///< with listeners that are behind
+        int look = 3; ///< between looks whether listeners that are behind still are
+        int patience = 500; ///< with them
     };
 
     /// The line and the feed of past days outlive it.

@@ -97,18 +97,22 @@ bool readStream(natsConnection *connection, const QByteArray &subject, int wait,
 
 /// Who hears a subject; the library has a share in it of its own, until it has called for the last time.
 struct NatsLine::Ear {
-    explicit Ear(Take toTake) : take(std::move(toTake)) {}
+    Ear(Take toTake, std::shared_ptr<NatsSpentMessages> allSpent)
+        : spent(std::move(allSpent)), take(std::move(toTake)) {}
 
+    const std::shared_ptr<NatsSpentMessages> spent;
     std::mutex calling; ///< held during a call; guards what follows
     Take take; ///< empty when it is over
 
     static void onMessage(natsConnection *, natsSubscription *, natsMsg *message, void *ear) {
-        const Message owned(message);
         const std::shared_ptr<Ear> &self = *static_cast<std::shared_ptr<Ear> *>(ear);
-        std::lock_guard<std::mutex> hold(self->calling);
-        if (self->take) {
-            self->take(contentOf(message));
+        {
+            std::lock_guard<std::mutex> hold(self->calling);
+            if (self->take) {
+                self->take(contentOf(message));
+            }
         }
+        self->spent->add(message);
     }
     static void onLast(void *ear) { delete static_cast<std::shared_ptr<Ear> *>(ear); }
 };
@@ -140,6 +144,7 @@ void NatsLine::stop() {
         std::lock_guard<std::mutex> wait(one.ear->calling);
         one.ear->take = nullptr;
     }
+    mSpent->giveBack();
 }
 
 bool NatsLine::waitToStop(int milliseconds) {
@@ -212,7 +217,7 @@ int NatsLine::listen(const QByteArray &subject, Take take) {
     std::lock_guard<std::mutex> hold(mLock);
     Listening &listening = mListening[++mLastId];
     listening.subject = subject;
-    listening.ear = std::make_shared<Ear>(std::move(take));
+    listening.ear = std::make_shared<Ear>(std::move(take), mSpent);
     if (mSession) {
         subscribe(listening);
     }

@@ -2,6 +2,7 @@
 
 #include "terminal/feed/FeedLine.h"
 #include "terminal/feed/NatsSession.h"
+#include "terminal/feed/NatsSpentMessages.h"
 
 #include <condition_variable>
 #include <map>
@@ -40,6 +41,7 @@ private:
     std::shared_ptr<NatsSession> session();
 
     const FeedAddress mAddress;
+    const std::shared_ptr<NatsSpentMessages> mSpent = std::make_shared<NatsSpentMessages>(); ///< of all ears
     StateListener mListener;
     std::thread mThread;
     std::mutex mLock; ///< guards what follows

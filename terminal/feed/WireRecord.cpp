@@ -24,26 +24,46 @@ constexpr qint64 kMinute = 60 * 1000; ///< milliseconds
 constexpr qint64 kLongestDay =
     20LL * 86400 * 1000; ///< from the first evening of a trading day to its last minute
 
-constexpr std::array<quint32, 256> checksumTable() {
-    std::array<quint32, 256> table{};
+constexpr int kChecksumStep = 8; ///< bytes that the checksum takes in one step
+static_assert(kHead == kChecksumStep && kBarSize % kChecksumStep == 0 && kClockSize % kChecksumStep == 0);
+
+using ChecksumTables = std::array<std::array<quint32, 256>, kChecksumStep>;
+
+/// What a byte does to the checksum, by the number of bytes behind it in one step.
+constexpr ChecksumTables checksumTables() {
+    ChecksumTables tables{};
     for (quint32 i = 0; i < 256; ++i) {
         quint32 rest = i;
         for (int bit = 0; bit < 8; ++bit) {
             rest = rest & 1u ? rest >> 1 ^ 0xEDB88320u : rest >> 1;
         }
-        table[i] = rest;
+        tables[0][i] = rest;
     }
-    return table;
+    for (size_t behind = 1; behind < kChecksumStep; ++behind) {
+        for (quint32 i = 0; i < 256; ++i) {
+            const quint32 before = tables[behind - 1][i];
+            tables[behind][i] = tables[0][before & 0xFFu] ^ before >> 8;
+        }
+    }
+    return tables;
 }
 
-/// CRC-32 of the bytes, with those of the checksum itself taken as 0.
+quint32 checksumStep(quint32 sum, const char *bytes) {
+    static constexpr ChecksumTables kTables = checksumTables();
+    const quint32 first = qFromLittleEndian<quint32>(bytes) ^ sum;
+    const quint32 second = qFromLittleEndian<quint32>(bytes + 4);
+    return kTables[7][first & 0xFFu] ^ kTables[6][first >> 8 & 0xFFu] ^ kTables[5][first >> 16 & 0xFFu] ^
+           kTables[4][first >> 24] ^ kTables[3][second & 0xFFu] ^ kTables[2][second >> 8 & 0xFFu] ^
+           kTables[1][second >> 16 & 0xFFu] ^ kTables[0][second >> 24];
+}
+
+/// CRC-32 of the bytes of a record, with those of the checksum itself taken as 0.
 quint32 checksumOf(const QByteArray &bytes) {
-    static constexpr std::array<quint32, 256> kTable = checksumTable();
-    quint32 sum = 0xFFFFFFFFu;
-    for (int i = 0; i < bytes.size(); ++i) {
-        const bool isOwn = i >= kChecksumAt && i < kHead;
-        const quint8 byte = isOwn ? quint8(0) : static_cast<quint8>(bytes[i]);
-        sum = kTable[(sum ^ byte) & 0xFFu] ^ sum >> 8;
+    char head[kHead] = {};
+    std::memcpy(head, bytes.constData(), kChecksumAt);
+    quint32 sum = checksumStep(0xFFFFFFFFu, head);
+    for (int at = kHead; at < bytes.size(); at += kChecksumStep) {
+        sum = checksumStep(sum, bytes.constData() + at);
     }
     return sum ^ 0xFFFFFFFFu;
 }

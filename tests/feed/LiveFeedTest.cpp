@@ -233,6 +233,26 @@ TEST_F(LiveFeedTest, WhileListenersAreBehindAllElseIsMerged) {
     EXPECT_EQ(mEverHeard, (Bars{barOf(571, 10.0), barOf(572, 11.0)}));
 }
 
+TEST_F(LiveFeedTest, ListenersThatWereBehindAreToldSoonWhateverThePause) {
+    LiveFeed::Times times;
+    times.pause = 2000;
+    times.patience = 1000000;
+    openConnected(times);
+    listen("SH600000");
+    ASSERT_TRUE(eventually([&] { return isListenedTo("SH600000"); }));
+    sendChange("SH600000", changeOf(1, 571, 10.0));
+    ASSERT_TRUE(eventually([&] { return heard("SH600000").size() == 1; }));
+    mIsBehind = true;
+    mLooks = 0;
+    sendChange("SH600000", changeOf(2, 572, 10.0));
+    ASSERT_TRUE(eventually([&] { return mLooks > 0; }));
+    const auto begun = std::chrono::steady_clock::now();
+    ASSERT_TRUE(eventually([&] { return mLooks > 10; }));
+    mIsBehind = false;
+    EXPECT_TRUE(eventually([&] { return heard("SH600000").size() == 2; }));
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(10)) << "10 pauses are 20";
+}
+
 TEST_F(LiveFeedTest, ListenersThatAreBehindForLongAreToldAnyway) {
     LiveFeed::Times times;
     times.patience = 30;
