@@ -27,6 +27,7 @@ CLUSTER = """server_name: {name}
 cluster {{
   name: market
   listen: "{listen}"
+  authorization {{ user: route, password: "change-this" }}
   routes: {routes}
 }}
 """
@@ -56,7 +57,7 @@ class Server:
         text = "\n".join(lines).replace("0.0.0.0:4222", f"127.0.0.1:{self.port}").replace("/var/lib/timeshare-nats", str(folder / self.name))
         assert str(self.port) in text and str(folder) in text, "the example is another"
         self.config.write_text(text + "\n" + CLUSTER.format(name=self.name, listen=routes[number],
-                                                             routes=json.dumps([f"nats://{route}" for route in routes])),
+                                                             routes=json.dumps([f"nats://route:change-this@{route}" for route in routes])),
                                encoding="utf-8")
         self.process = None
 
