@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing: setup/packages.sh [run|test]
-# "run" is what building and running the terminal takes, "test" adds what the tests take.
+# Installs the Debian packages that are missing: setup/packages.sh [run|test|qt6]
+# "run" is what building and running the terminal takes, "test" adds what the tests take, "qt6" what they take over Qt 6.
 set -euo pipefail
 
 run_packages=(
@@ -13,15 +13,19 @@ test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev doxygen
   libgtest-dev libgmock-dev libbenchmark-dev qtbase5-private-dev qt6-base-dev
   xvfb xauth xdotool imagemagick jwm
+  at-spi2-core dbus python3-pyatspi x11-utils
   nats-server libnats-dev
   postgresql-15 libpq-dev openssl
 )
 
+qt6_packages=(qt6-base-private-dev libqt6sql6-sqlite qt6-l10n-tools qt6-translations-l10n)
+
 case "${1:-run}" in
   run) wanted=("${run_packages[@]}") ;;
   test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+  qt6) wanted=("${run_packages[@]}" "${test_packages[@]}" "${qt6_packages[@]}") ;;
   *)
-    echo "setup/packages.sh: unknown set '$1': give run or test" >&2
+    echo "setup/packages.sh: unknown set '$1': give run, test or qt6" >&2
     exit 2
     ;;
 esac
