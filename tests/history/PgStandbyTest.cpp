@@ -11,7 +11,6 @@
 
 using namespace terminal;
 using tests::eventually;
-using tests::minutesOf;
 
 namespace {
 
