@@ -27,21 +27,20 @@ def run(*command, **keywords):
     subprocess.run([str(word) for word in command], check=True, cwd=ROOT, **keywords)
 
 
-def test(build, program, tests):
-    """Runs tests of a program that keep pictures. The fonts are those of the tests."""
-    environment = dict(os.environ, TZ="Asia/Shanghai", LC_ALL="C.UTF-8", QT_QPA_PLATFORM="offscreen", QT_FONT_DPI="96",
-                       FONTCONFIG_FILE=str(build / "fonts.conf"), TIMESHARE_PICTURES=str(ROOT / PICTURES))
-    run(build / "bin" / program, f"--gtest_filter={tests}", env=environment)
+def draw(build, *command):
+    """Runs what keeps pictures. The fonts are those of the tests."""
+    run(*command, env=dict(os.environ, TZ="Asia/Shanghai", LC_ALL="C.UTF-8", QT_QPA_PLATFORM="offscreen", QT_FONT_DPI="96",
+                           FONTCONFIG_FILE=str(build / "fonts.conf"), TIMESHARE_PICTURES=str(ROOT / PICTURES)))
 
 
 def make(build):
     run("ninja", "-C", build, "test_integration", "test_english")
-    test(build, "test_integration", "DocumentPicturesTest.*")
-    test(build, "test_english", "EnglishTerminalTest.TheWindowAtTwoSizesInBothThemes")
-    cache = (build / "CMakeCache.txt").read_text()
-    release = re.search(r"^CMAKE_PROJECT_VERSION:STATIC=(.*)$", cache, re.MULTILINE).group(1)
+    draw(build, build / "bin/test_integration", "--gtest_filter=DocumentPicturesTest.*")
+    draw(build, build / "bin/test_english", "--gtest_filter=EnglishTerminalTest.TheWindowAtTwoSizesInBothThemes")
+    cache = dict(re.findall(r"^(\w+):\w+=(.*)$", (build / "CMakeCache.txt").read_text(), re.MULTILINE))
     run("ninja", "-C", build, "all")  # the package test installs what is built
-    run(sys.executable, "-B", "tests/package/installed.py", "--build", build, "--release", release, "--cmake", "cmake", "--update")
+    draw(build, sys.executable, "-B", "tests/package/installed.py", "--build", build, "--release",
+         cache["CMAKE_PROJECT_VERSION"], "--qt", cache["TIMESHARE_QT"], "--cmake", "cmake", "--update")
     run(sys.executable, "-B", "tests/checks/theme_page.py")
 
 
