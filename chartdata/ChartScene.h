@@ -10,6 +10,8 @@
 #include <QSize>
 #include <QVector>
 
+#include <boost/container/small_vector.hpp>
+
 #include <memory>
 #include <vector>
 
@@ -31,6 +33,9 @@ struct SceneLine {
     int digits = 0; ///< decimals by which the ends of a candle differ
 };
 
+/// Of a series, kept in place: the newest points are described anew with every tick.
+constexpr std::size_t kFewLines = 3;
+
 /// The lines of one series from one index to another.
 struct SceneSeries {
     CFormulaKey key;
@@ -41,7 +46,7 @@ struct SceneSeries {
     int start = 0;
     int end = 0;
     int last = 0; ///< index of the axis
-    std::vector<SceneLine> lines;
+    boost::container::small_vector<SceneLine, kFewLines> lines;
 };
 using SceneLines = std::vector<SceneSeries>; ///< in the order of drawing
 
@@ -82,7 +87,7 @@ struct Touched {
     QRect volume; ///< pixels of that band
 
     bool isEmpty() const { return columns.isEmpty(); }
-    QRegion pixels(const QRect &pane) const { return QRegion(price & pane) | QRegion(volume & pane); }
+    QRegion pixels(const QRect &pane) const;
     void add(const Touched &other);
     /// By a pixel on the sides, and the rows by one above and beneath, inside a pane.
     void widen(const QRect &pane);
