@@ -23,7 +23,7 @@
 namespace terminal {
 namespace {
 
-constexpr int kBadInput = 2; ///< exit status
+constexpr int kWrongUse = 2; ///< exit status
 constexpr int kStep = 50; ///< milliseconds between looks at the market
 constexpr qint64 kPlaceInterval = 1000; ///< milliseconds between places in the log
 
@@ -209,7 +209,7 @@ int runFeed(int argc, char **argv) {
     const auto parsed = parseFeedOptions(QCoreApplication::arguments().mid(1));
     if (const QString *wrong = std::get_if<QString>(&parsed)) {
         tellFeed(*wrong);
-        return kBadInput;
+        return kWrongUse;
     }
     const FeedOptions &options = std::get<FeedOptions>(parsed);
     if (options.help) {
@@ -220,7 +220,7 @@ int runFeed(int argc, char **argv) {
     const QString wrong = feed.open(options);
     if (!wrong.isEmpty()) {
         tellFeed(wrong);
-        return kBadInput;
+        return kWrongUse;
     }
     feed.run(end);
     return 0;

@@ -288,7 +288,7 @@ double barNumberOf(const MinuteBar &, std::size_t i) {
     return static_cast<double>(i) + 1.0;
 }
 
-template <auto Field> VectorNode *column(VectorGraph &graph) {
+template <double (*Field)(const MinuteBar &, std::size_t)> VectorNode *barColumn(VectorGraph &graph) {
     return graph.add<BarNode<Field>>(graph);
 }
 
@@ -388,9 +388,9 @@ const VectorFunction *vectorFunction(const char *name) {
 
 const std::vector<BarSeries> &barSeries() {
     static const std::vector<BarSeries> series = {
-        {"OPEN", column<openOf>},       {"HIGH", column<highOf>},  {"LOW", column<lowOf>},
-        {"CLOSE", column<closeOf>},     {"VOL", column<volumeOf>}, {"AMOUNT", column<amountOf>},
-        {"AVERAGE", column<averageOf>}, {"TIME", column<clockOf>}, {"BARPOS", column<barNumberOf>},
+        {"OPEN", barColumn<openOf>},       {"HIGH", barColumn<highOf>},  {"LOW", barColumn<lowOf>},
+        {"CLOSE", barColumn<closeOf>},     {"VOL", barColumn<volumeOf>}, {"AMOUNT", barColumn<amountOf>},
+        {"AVERAGE", barColumn<averageOf>}, {"TIME", barColumn<clockOf>}, {"BARPOS", barColumn<barNumberOf>},
     };
     return series;
 }
