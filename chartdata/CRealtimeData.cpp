@@ -319,6 +319,10 @@ double CRealtimeData::valueAtIndex(int index) const {
     return held()->lookup.valueAtIndex(index, [this](const QString &formula) { return isMainGraph(formula); });
 }
 
+double CRealtimeData::priceAtIndex(int index) const {
+    return held()->lookup.priceAtIndex(index);
+}
+
 double CRealtimeData::valueAtY(int y, const QRect &rect, bool *valid) const {
     return held()->lookup.valueAtY(y, rect, valid);
 }

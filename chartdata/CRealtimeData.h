@@ -116,6 +116,8 @@ public:
     /// Takes ranges to draw with; widens what is there unless `overwrite`.
     void adoptMaxMin(const MaxMinMap &ranges, bool overwrite);
     double valueAtIndex(int index) const;
+    /// The price at an index, whether it is drawn or not; kUnsetValue when there is none.
+    double priceAtIndex(int index) const;
     double valueAtY(int y, const QRect &rect, bool *valid) const;
     int yAtIndex(int index, const QRect &rect);
     int yOfValue(double value, const QRect &rect) const;

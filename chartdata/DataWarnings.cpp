@@ -65,7 +65,7 @@ void DataWarnings::point(const CFormulaKey &key, const QString &requestId,
     if (!isOn()) {
         return;
     }
-    if (!series || series->result.mTimes.empty()) {
+    if (!series) {
         tell(key, requestId,
              {{EDoubt::Order, QStringLiteral("a point came before the history and is dropped")}});
         return;

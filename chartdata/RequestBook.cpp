@@ -4,6 +4,7 @@
 #include "host/services/CConfigService.h"
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CStockManager.h"
+#include "host/services/DataLog.h"
 #include "host/services/IdGenerator.h"
 #include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
@@ -80,6 +81,10 @@ template <class Fill> QVector<CFormulaParam> RequestBook::openEach(corvane::ERun
     for (const CFormulaKey &key : wantedKeys()) {
         const CFormulaDetailPtr formula = catalogue.getFormula(key.mFormula);
         if (!formula) {
+            warnOfData(QStringLiteral(
+                           "unknown formula \"%1\": CFormulaOperateManager::getFormula does not know it, and "
+                           "nothing is asked for")
+                           .arg(key.mFormula));
             continue;
         }
         catalogue.genLuaFormula(formula->mFileName, formula->mName);

@@ -41,6 +41,16 @@ double ValueLookup::valueAtIndex(int index, const std::function<bool(const QStri
     return 0.0;
 }
 
+double ValueLookup::priceAtIndex(int index) const {
+    for (auto entry = mSeries.constBegin(); entry != mSeries.constEnd(); ++entry) {
+        const double *value = isPrice(entry.key()) ? firstValue(*entry, index) : nullptr;
+        if (value) {
+            return *value;
+        }
+    }
+    return kUnsetValue;
+}
+
 int ValueLookup::mainChartHeight(const QRect &pane) const {
     return priceAxisHeight(pane.height(), mDisplayType == EIndexDisplayType::Main && mView.mShowVolume);
 }

@@ -24,6 +24,8 @@ public:
     /// Value of the first series on the axis that has one at an index; on a main pane of those alone whose formula
     /// `isMainGraph`. 0 when there is none.
     double valueAtIndex(int index, const std::function<bool(const QString &)> &isMainGraph) const;
+    /// The price at an index, whether it is drawn or not; kUnsetValue when there is none.
+    double priceAtIndex(int index) const;
     /// Value at a row of a pane, 0 when there is none. `valid`, which may be null, tells where a value says little.
     double valueAtY(int y, const QRect &pane, bool *valid) const;
     /// Row of the main chart's value at an index, by the range on the left strip of the view, which the pane wants from

@@ -25,8 +25,9 @@ file(RELATIVE_PATH TIMESHARE_PREFIX_FROM_PC /prefix/${pc_folder} /prefix)
 string(REGEX REPLACE "/$" "" TIMESHARE_PREFIX_FROM_PC ${TIMESHARE_PREFIX_FROM_PC})
 configure_file(cmake/package/timeshare.pc.in ${PROJECT_BINARY_DIR}/package/timeshare.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/timeshare.pc DESTINATION ${pc_folder} COMPONENT development)
-install(FILES docs/embedding.md docs/events.md docs/troubleshooting.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtimeshare-dev
-  COMPONENT development)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtimeshare-dev COMPONENT development
+  PATTERN pictures.py EXCLUDE)
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtimeshare-dev COMPONENT development)
 
 if(TIMESHARE_TERMINAL)
   # The terminal looks for its two helpers beside itself, and follows links to where it really lies.

@@ -67,7 +67,7 @@ CrossLines::Place CrossLines::place() const {
     const qint64 daysBack = qint64(days.first()->getData()->getTradeDate()) - graph->getData()->getTradeDate();
     const QDateTime clock = mUiParam->getDateTimeByIndex(index); // what the clocks of the exchange show
     const QDateTime time(clock.date(), clock.time(), Qt::OffsetFromUTC, GZ::kExchangeOffset);
-    return {time.addSecs(-daysBack), graph->getData()->valueAtIndex(index)};
+    return {time.addSecs(-daysBack), graph->getData()->priceAtIndex(index)};
 }
 
 /// A view of a past day takes no count from results; its keys walk along the points that are there.

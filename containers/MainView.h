@@ -157,8 +157,8 @@ public:
 Q_SIGNALS:
     /// Another instrument is shown: its key, as setStock has taken it; empty without one.
     void instrumentChanged(const QString &key);
-    /// The cross line stands at another minute, or the value of the main chart there is another. An invalid time: none is
-    /// shown. The value is kUnsetValue where the chart has none.
+    /// The cross line stands at another minute, or the price there is another. An invalid time: none is shown. The value is
+    /// the price, also where it is not drawn, and kUnsetValue where there is none.
     void crossLineChanged(const QDateTime &time, double value);
     /// Another stretch is looked at; both invalid: none is any more.
     void regionChanged(const QDateTime &start, const QDateTime &end);

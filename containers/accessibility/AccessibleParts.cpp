@@ -64,7 +64,7 @@ QVariant AccessibleView::currentValue() const {
     const QList<CRealtimeGraphWidget *> graphs = shown->getRealTimeWidget()->getGraphWidgets();
     const double value = graphs.isEmpty()
                              ? kUnsetValue
-                             : graphs.first()->getData()->valueAtIndex(shown->getUiParam()->mCrossIndex);
+                             : graphs.first()->getData()->priceAtIndex(shown->getUiParam()->mCrossIndex);
     return value == kUnsetValue ? QVariant() : QVariant(value);
 }
 

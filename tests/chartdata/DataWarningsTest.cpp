@@ -72,6 +72,30 @@ TEST_F(DataWarning, PointsBeforeTheHistoryAndWithoutAPlaceAreTold) {
     EXPECT_TRUE(expected.seen()[1].contains("the point of 09:29 is dropped: the series is at 09:32"));
 }
 
+TEST_F(DataWarning, TheFirstPointOfADayThatHasNoneYetIsSound) {
+    switchOn();
+    history(id(), {});
+    mData->onRealtimeCallback(0, id(), makePoint(minuteTime(kDay, 570), {10.0, 10.0}));
+    int taken = 0;
+    mData->readData([&taken](const auto &series) {
+        for (const se::RPCFormulaResultCache &one : series) {
+            taken += static_cast<int>(one.result.mTimes.size());
+        }
+    });
+    EXPECT_EQ(taken, 1);
+}
+
+TEST_F(DataWarning, AFormulaThatTheCatalogueDoesNotKnowIsTold) {
+    switchOn();
+    const ExpectMessages expected("unknown formula");
+    const auto unknown = make(TC::EIndexDisplayType::Sub, {"NOSUCH"});
+    unknown->request(corvane::ERunMode::Ordinary);
+    ASSERT_EQ(expected.seen().size(), 1);
+    EXPECT_TRUE(
+        expected.seen()[0].startsWith("unknown formula \"NOSUCH\": CFormulaOperateManager::getFormula"));
+    unknown->unrequest();
+}
+
 TEST_F(DataWarning, NoDescriptionAndNoHistoryAreTold) {
     switchOn();
     const ExpectMessages expected("is null");

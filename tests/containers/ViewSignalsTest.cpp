@@ -75,6 +75,18 @@ TEST_F(ViewSignals, AChangedValueUnderTheCrossLineIsTold) {
     EXPECT_DOUBLE_EQ(told[0][1].toDouble(), 11.5);
 }
 
+TEST_F(ViewSignals, WhereThereIsNoPriceTheVolumeIsNotToldAsOne) {
+    showTrading();
+    mMain->moveToHome();
+    QSignalSpy spy(mMain.get(), &TC::MainView::crossLineChanged);
+    answer("REALTIME", std::vector<double>());
+    settle();
+    const QList<QVariantList> told = taken(spy);
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(told[0][0].toDateTime(), at(570));
+    EXPECT_EQ(told[0][1].toDouble(), TC::kUnsetValue);
+}
+
 TEST_F(ViewSignals, TheMouseMovesItToo) {
     showTrading();
     mMain->showCrossline(true);
