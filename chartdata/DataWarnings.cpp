@@ -1,6 +1,8 @@
 #include "chartdata/DataWarnings.h"
 
+#include "chartdata/ShownDay.h"
 #include "host/records/ValueComparison.h"
+#include "host/services/CStockManager.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 namespace TC {
@@ -34,6 +36,20 @@ void DataWarnings::tell(const CFormulaKey &key, const QString &requestId,
     }
 }
 
+/// Which source of the previous close of an instrument has none; null when both do.
+const char *DataWarnings::missingClose() const {
+    const double shown = mView.getLastClose();
+    if (!isUsable(shown) || shown <= 0.0) {
+        return mView.mGetTradeDateFunc
+                   ? "CStockManager::getCurrentDateLastClose of a past day, which setGetTradeDateFunc tells"
+                   : "CInstrumentDetail::mLastClose of the running day";
+    }
+    const CInstrumentDetailPtr detail = mView.getStockDetail();
+    const double ofAxis =
+        detail ? mView.service<CStockManager>().getCurrentDateLastClose(detail, mDay.date()) : shown;
+    return isUsable(ofAxis) ? nullptr : "CStockManager::getCurrentDateLastClose, around which the axis is made";
+}
+
 void DataWarnings::history(const CFormulaKey &key, const QString &requestId,
                            const se::RPCFormulaMetaResult *meta, const se::RPCFormulaResult *result) {
     if (!isOn()) {
@@ -46,16 +62,11 @@ void DataWarnings::history(const CFormulaKey &key, const QString &requestId,
         return;
     }
     std::vector<ResultDoubt> doubts = doubtsOfSeries(*meta, *result, dayOf(key));
-    const double close = mView.getLastClose();
-    if (mView.isMainFormula(key.mFormula) && mView.isMainStock(key.mStock) && mView.mStockKind == eInstrument &&
-        (!isUsable(close) || close <= 0.0)) {
+    const bool hasClose =
+        mView.isMainFormula(key.mFormula) && mView.isMainStock(key.mStock) && mView.mStockKind == eInstrument;
+    if (const char *missing = hasClose ? missingClose() : nullptr) {
         doubts.push_back(
-            {EDoubt::Close,
-             mView.mGetTradeDateFunc
-                 ? QStringLiteral("the previous close is unset: CStockManager::getCurrentDateLastClose of a "
-                                  "past day, which setGetTradeDateFunc tells")
-                 : QStringLiteral("the previous close is unset: CInstrumentDetail::mLastClose of the running "
-                                  "day")});
+            {EDoubt::Close, QStringLiteral("the previous close is unset: %1").arg(QLatin1String(missing))});
     }
     tell(key, requestId, doubts);
 }

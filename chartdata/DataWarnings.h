@@ -11,12 +11,14 @@
 namespace TC {
 
 class CRealtimeUiParam;
+class ShownDay;
 
 /// Tells what cannot be right in the results of a pane, each kind once a request. Nothing is looked at while the category
 /// is off.
 class DataWarnings {
 public:
-    explicit DataWarnings(const CRealtimeUiParam &view) : mView(view) {}
+    /// `day` is that of the pane.
+    DataWarnings(const CRealtimeUiParam &view, const ShownDay &day) : mView(view), mDay(day) {}
 
     static bool isOn() { return dataLog().isWarningEnabled(); }
     /// A whole series has come, null and all.
@@ -27,10 +29,12 @@ public:
                const se::RPCFormulaInstantResult &point);
 
 private:
+    const char *missingClose() const;
     TradingDay dayOf(const CFormulaKey &key) const;
     void tell(const CFormulaKey &key, const QString &requestId, const std::vector<ResultDoubt> &doubts);
 
     const CRealtimeUiParam &mView;
+    const ShownDay &mDay;
     QHash<QString, unsigned> mTold; ///< kinds, a bit each, by request
 };
 

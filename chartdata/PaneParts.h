@@ -41,7 +41,7 @@ struct PaneOwner {
 /// What the data of a pane consist of. A part is given those that it needs, and knows nothing of the others.
 struct PaneParts {
     explicit PaneParts(const PaneOwner &of)
-        : log(&of.object, of.view, of.displayType), warnings(of.view),
+        : log(&of.object, of.view, of.displayType), warnings(of.view, day),
           formulas(of.view, of.formulas, of.isMainGraph),
           requests(of.view, of.displayType, of.formulas, of.ids), traffic(of.view, log),
           series(of.view, of.displayType, of.formulas, day, of.series),

@@ -122,5 +122,14 @@ TEST_F(DataWarning, AnUnsetPreviousCloseIsToldWithItsSource) {
     EXPECT_TRUE(expected.seen()[1].contains("CStockManager::getCurrentDateLastClose"));
 }
 
+TEST_F(DataWarning, AnAxisWithoutAPreviousCloseIsToldThoughTheTitleHasOne) {
+    switchOn();
+    const ExpectMessages expected("previous close");
+    mHost.mStocks.mCloses.clear();
+    history(id(), minuteTimes(kDay, 570, 3));
+    ASSERT_EQ(expected.seen().size(), 1);
+    EXPECT_TRUE(expected.seen()[0].contains("CStockManager::getCurrentDateLastClose, around which the axis"));
+}
+
 } // namespace
 } // namespace tests
