@@ -199,14 +199,24 @@ qint64 PgConnection::receivedBytes() const {
                : 0;
 }
 
-/// Takes what the server has sent, as long as that is no more than an answer may have. The library would keep all of it.
-HistoryFailure PgConnection::take() {
-    if (receivedBytes() - mReceivedBefore > kMostBytes) {
-        close();
-        return {HistoryTrouble::Failed,
-                QStringLiteral("an answer of more than %1 MB").arg(kMostBytes / 1024 / 1024)};
+/// Nothing while the answer is no larger than one may be.
+HistoryFailure PgConnection::bound() {
+    if (receivedBytes() - mReceivedBefore <= kMostBytes) {
+        return {};
     }
-    return PQconsumeInput(mConnection.get()) ? HistoryFailure() : lost();
+    close();
+    return {HistoryTrouble::Failed,
+            QStringLiteral("an answer of more than %1 MB").arg(kMostBytes / 1024 / 1024)};
+}
+
+/// Takes what the server has sent, as long as that is no more than an answer may have. The library would keep all of it, and
+/// takes a large value whole at once when it comes quickly.
+HistoryFailure PgConnection::take() {
+    HistoryFailure failure = bound();
+    if (failure.isNone()) {
+        failure = PQconsumeInput(mConnection.get()) ? bound() : lost();
+    }
+    return failure;
 }
 
 HistoryFailure PgConnection::flush(Time end) {

@@ -64,6 +64,7 @@ private:
     HistoryFailure tryHosts(const QByteArray &session, std::chrono::milliseconds wait);
     HistoryFailure tryHost(const HistoryAddress::Host &host, const QByteArray &session, Time end);
     HistoryFailure poll(Time end);
+    HistoryFailure bound();
     HistoryFailure take();
     qint64 receivedBytes() const;
     HistoryFailure flush(Time end);
