@@ -2,7 +2,9 @@
 
 #include "toolkit/services/ResultQueue.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QObject>
 #include <QThread>
 #include <QTimer>
@@ -33,10 +35,10 @@ public:
         mNextSlice.setInterval(0);
         connect(&mNextSlice, &QTimer::timeout, this, [this] { deliver(); });
     }
-    void wake() {
-        QMetaObject::invokeMethod(
-            this, [this] { deliver(); }, Qt::QueuedConnection);
-    }
+    void wake() { QCoreApplication::postEvent(this, new QEvent(QEvent::User)); }
+
+protected:
+    void customEvent(QEvent *) override { deliver(); }
 
 private:
     void deliver() {
