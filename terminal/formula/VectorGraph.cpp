@@ -14,7 +14,7 @@ constexpr std::size_t kQuick = 4096;
 } // namespace
 
 void VectorNode::update(std::size_t from, std::size_t count) {
-    const std::size_t start = std::min({from, mDone, count});
+    const std::size_t start = count - left(from, count);
     mValues.resize(count);
     evaluate(start, count);
     mDone = count;
@@ -24,8 +24,12 @@ bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, int millise
     from = std::min({from, bars.size(), mBars.size()});
     mBars.resize(from);
     mBars.insert(mBars.end(), bars.begin() + static_cast<std::ptrdiff_t>(from), bars.end());
+    std::size_t work = 0;
+    for (const std::unique_ptr<VectorNode> &node : mNodes) {
+        work += node->isUsed() ? node->left(from, mBars.size()) : 0;
+    }
     std::optional<TimeLimit> limit;
-    if ((mBars.size() - from) * mNodes.size() > kQuick) {
+    if (work > kQuick) {
         limit.emplace(milliseconds);
     }
     for (const std::unique_ptr<VectorNode> &node : mNodes) {

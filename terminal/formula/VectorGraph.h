@@ -2,6 +2,7 @@
 
 #include "terminal/market/MinuteBar.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <functional>
@@ -36,6 +37,10 @@ public:
     /// Only what is used is computed.
     void use() { mUsed = true; }
     bool isUsed() const { return mUsed; }
+    /// How many elements update() would compute.
+    std::size_t left(std::size_t from, std::size_t count) const {
+        return count - std::min({from, mDone, count});
+    }
     /// Brings the vector to `count` points of which those from `from` on are to be computed (again).
     void update(std::size_t from, std::size_t count);
 

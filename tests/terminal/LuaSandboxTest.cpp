@@ -41,6 +41,23 @@ TEST(LuaSandboxTest, AFormulaThatNeverEndsIsStopped) {
     EXPECT_TRUE(isTimeError(errorOf("local function f() return f() end return f()")));
 }
 
+TEST(LuaSandboxTest, ManyVectorsOfAFormulaThatReadsValuesEndInTime) {
+    FormulaLimits limits;
+    limits.milliseconds = 50;
+    ErrorLog log;
+    const auto program =
+        makeLuaFormula(formulaOf("local sum, first = CLOSE, CLOSE[1]\n"
+                                 "for i = 2, 200 do sum = sum + AVEDEV(CLOSE, i) end return sum"),
+                       {}, log.sink(), limits);
+    MinuteBars bars;
+    for (int i = 0; i < 5000; ++i) {
+        bars.push_back(flatBar(i, 10.0 + i * 37 % 101 * 0.01));
+    }
+    program->evaluateLast(bars);
+    ASSERT_EQ(log.errors.size(), 1u) << "a million of deviations take longer";
+    EXPECT_TRUE(isTimeError(log.errors[0]));
+}
+
 TEST(LuaSandboxTest, AFileThatNeverEndsIsStoppedBeforeRun) {
     FormulaLimits limits;
     limits.milliseconds = 50;
