@@ -5,7 +5,8 @@
 namespace terminal {
 namespace {
 
-constexpr size_t kMostHeld = 256; ///< messages, some 80 KB
+constexpr size_t kMostHeld = 256; ///< messages, some 80 KB when they are of single points
+constexpr qint64 kMostBytes = 1 << 20; ///< what they carry; one message may be as large
 
 } // namespace
 
@@ -14,7 +15,8 @@ void NatsSpentMessages::add(natsMsg *message) {
     {
         std::lock_guard<std::mutex> hold(mLock);
         mHeld.push_back(message);
-        isFull = mHeld.size() >= kMostHeld;
+        mBytes += natsMsg_GetDataLength(message);
+        isFull = mHeld.size() >= kMostHeld || mBytes >= kMostBytes;
     }
     if (isFull) {
         giveBack();
@@ -26,10 +28,16 @@ void NatsSpentMessages::giveBack() {
     {
         std::lock_guard<std::mutex> hold(mLock);
         held.swap(mHeld);
+        mBytes = 0;
     }
     for (natsMsg *message : held) {
         natsMsg_Destroy(message);
     }
+}
+
+size_t NatsSpentMessages::held() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mHeld.size();
 }
 
 } // namespace terminal

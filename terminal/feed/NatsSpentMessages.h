@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <mutex>
 #include <vector>
 
@@ -16,14 +18,16 @@ public:
     NatsSpentMessages(const NatsSpentMessages &) = delete;
     NatsSpentMessages &operator=(const NatsSpentMessages &) = delete;
 
-    /// Takes one over.
+    /// Takes one over; with 256 of them, or a megabyte, all are given back.
     void add(__natsMsg *message);
     /// Gives back those that are held.
     void giveBack();
+    size_t held() const;
 
 private:
-    std::mutex mLock; ///< guards what follows
+    mutable std::mutex mLock; ///< guards what follows
     std::vector<__natsMsg *> mHeld;
+    qint64 mBytes = 0; ///< of what they carry
 };
 
 } // namespace terminal

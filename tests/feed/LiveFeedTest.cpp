@@ -88,6 +88,16 @@ protected:
         openFeed(mLine, times);
         mLine.connect();
     }
+    /// An instrument is listened to, its first change is heard, and from then on the listeners are behind.
+    bool fallBehindAfterOneChange(const LiveFeed::Times &times) {
+        openConnected(times);
+        listen("SH600000");
+        const bool isListening = eventually([&] { return isListenedTo("SH600000"); });
+        sendChange("SH600000", changeOf(1, 571, 10.0));
+        const bool isHeard = eventually([&] { return heard("SH600000").size() == 1; });
+        mIsBehind = true;
+        return isListening && isHeard;
+    }
     void sendChange(const QString &key, const WireBar &record) {
         mLine.send(changeSubject(key), encodeWire(record));
     }
@@ -215,12 +225,7 @@ TEST_F(LiveFeedTest, ABurstIsMergedAndNotQueued) {
 TEST_F(LiveFeedTest, WhileListenersAreBehindAllElseIsMerged) {
     LiveFeed::Times times;
     times.patience = 1000000;
-    openConnected(times);
-    listen("SH600000");
-    ASSERT_TRUE(eventually([&] { return isListenedTo("SH600000"); }));
-    sendChange("SH600000", changeOf(1, 571, 10.0));
-    ASSERT_TRUE(eventually([&] { return heard("SH600000").size() == 1; }));
-    mIsBehind = true;
+    ASSERT_TRUE(fallBehindAfterOneChange(times));
     for (int i = 2; i <= 100; ++i) {
         sendChange("SH600000", changeOf(i, 572, 10.0 + i * 0.01, i - 2));
     }
@@ -237,12 +242,7 @@ TEST_F(LiveFeedTest, ListenersThatWereBehindAreToldSoonWhateverThePause) {
     LiveFeed::Times times;
     times.pause = 2000;
     times.patience = 1000000;
-    openConnected(times);
-    listen("SH600000");
-    ASSERT_TRUE(eventually([&] { return isListenedTo("SH600000"); }));
-    sendChange("SH600000", changeOf(1, 571, 10.0));
-    ASSERT_TRUE(eventually([&] { return heard("SH600000").size() == 1; }));
-    mIsBehind = true;
+    ASSERT_TRUE(fallBehindAfterOneChange(times));
     mLooks = 0;
     sendChange("SH600000", changeOf(2, 572, 10.0));
     ASSERT_TRUE(eventually([&] { return mLooks > 0; }));

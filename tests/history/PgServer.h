@@ -68,9 +68,10 @@ public:
     }
     bool restart() {
         mPort = mPort == 0 ? freePort() : mPort;
-        QStringList words{
-            "-D", pathOf("data"), "-p", QString::number(mPort), "-h", "127.0.0.1",         "-k", "",
-            "-c", "fsync=off",    "-c", "log_statement=all",    "-c", "log_connections=on"};
+        QStringList words{"-D", pathOf("data"), "-p", QString::number(mPort), "-h", "127.0.0.1", "-k", "", "-c",
+                          "fsync=off", "-c", "log_statement=all", "-c", "log_connections=on",
+                          // in its folder, which goes with the test however the server ends
+                          "-c", "dynamic_shared_memory_type=mmap"};
         for (const QString &option : mOptions) {
             words << "-c" << option;
         }
