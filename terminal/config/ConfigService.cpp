@@ -28,15 +28,21 @@ QString tableField(int tableId) {
     return QStringLiteral("table%1").arg(tableId);
 }
 
-/// Puts fields into an object; a null value takes its field out.
-void merge(QJsonObject &object, const QJsonObject &fields) {
-    for (auto field = fields.begin(); field != fields.end(); ++field) {
-        if (field.value().isNull()) {
-            object.remove(field.key());
-        } else {
-            object.insert(field.key(), field.value());
+/// An object with these fields put in; a null value takes its field out. It is made anew, since one in which texts are replaced
+/// keeps the former ones in its memory.
+QJsonObject merged(const QJsonObject &object, const QJsonObject &fields) {
+    QJsonObject both;
+    for (auto field = object.begin(); field != object.end(); ++field) {
+        if (!fields.contains(field.key())) {
+            both.insert(field.key(), field.value());
         }
     }
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        if (!field.value().isNull()) {
+            both.insert(field.key(), field.value());
+        }
+    }
+    return both;
 }
 
 /// What waited for the disk when a program was killed; it is newer than the file.
@@ -77,9 +83,7 @@ QJsonObject ConfigService::section(const QString &name) const {
 
 void ConfigService::changeSection(const QString &name, const QJsonObject &fields) {
     std::lock_guard<std::mutex> hold(mLock);
-    QJsonObject whole = mFields.value(name).toObject();
-    merge(whole, fields);
-    mFields.insert(name, whole);
+    mFields = merged(mFields, {{name, merged(mFields.value(name).toObject(), fields)}});
     writeFile();
 }
 
@@ -97,15 +101,15 @@ QMap<QString, double> ConfigService::numbers(const QString &section, const QStri
 void ConfigService::setNumbers(const QString &section, const QString &entry,
                                const QMap<QString, double> &values) {
     std::lock_guard<std::mutex> hold(mLock);
-    QJsonObject whole = mFields.value(section).toObject();
-    QJsonObject fields = whole.value(entry).toObject();
+    QJsonObject fields;
     for (auto value = values.begin(); value != values.end(); ++value) {
         if (std::isfinite(*value)) {
             fields.insert(value.key(), *value);
         }
     }
-    whole.insert(entry, fields);
-    mFields.insert(section, whole);
+    const QJsonObject whole = mFields.value(section).toObject();
+    mFields =
+        merged(mFields, {{section, merged(whole, {{entry, merged(whole.value(entry).toObject(), fields)}})}});
     writeFile();
 }
 
@@ -207,20 +211,21 @@ void ConfigService::keepDamaged(const QString &reason) {
 
 void ConfigService::change(const QJsonObject &fields) {
     std::lock_guard<std::mutex> hold(mLock);
-    merge(mFields, fields);
+    mFields = merged(mFields, fields);
     writeFile();
 }
 
 /// Reads the file that could not be read before, under what has been changed since; false when it still cannot be.
 bool ConfigService::readLate() {
-    const QJsonObject changes = std::exchange(mFields, {});
+    QJsonObject changes = std::exchange(mFields, {});
     mUnread = false;
     load();
     for (auto field = changes.begin(); field != changes.end(); ++field) {
-        QJsonObject both = mFields.value(field.key()).toObject();
-        merge(both, field.value().toObject());
-        mFields.insert(field.key(), field.value().isObject() ? QJsonValue(both) : field.value());
+        if (field.value().isObject()) {
+            field.value() = merged(mFields.value(field.key()).toObject(), field.value().toObject());
+        }
     }
+    mFields = merged(mFields, changes);
     return !mUnread;
 }
 

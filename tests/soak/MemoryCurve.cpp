@@ -1,18 +1,12 @@
 #include "tests/soak/MemoryCurve.h"
 
+#include "tests/support/BytesInUse.h"
+
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
-#include <malloc.h>
 #include <unistd.h>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#include <sanitizer/allocator_interface.h>
-#define SOAK_UNDER_SANITIZER
-#endif
-#endif
 
 namespace tests {
 namespace {
@@ -26,15 +20,6 @@ qint64 residentBytes() {
         return 0;
     }
     return file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
-}
-
-qint64 bytesInUse() {
-#ifdef SOAK_UNDER_SANITIZER
-    return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
-#else
-    const struct mallinfo2 heap = mallinfo2();
-    return static_cast<qint64>(heap.uordblks + heap.hblkhd);
-#endif
 }
 
 double median(std::vector<qint64> values) {

@@ -1,5 +1,6 @@
 #include "terminal/config/ConfigService.h"
 
+#include "tests/support/BytesInUse.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/NoMoreFiles.h"
 
@@ -50,6 +51,22 @@ TEST_F(ConfigServiceTest, WithoutAFileEverythingStandsAtItsDefault) {
     EXPECT_EQ(service.value("theme", "dark"), "dark");
     EXPECT_TRUE(service.messages().isEmpty());
     EXPECT_TRUE(files().isEmpty()) << "reading alone writes no file";
+}
+
+TEST_F(ConfigServiceTest, TextsThatWereReplacedTakeNoMemory) {
+    constexpr int kChanges = 500;
+    constexpr int kLength = 10000;
+    ConfigService service; // without a file
+    service.setValue("note", "kept");
+    const qint64 before = tests::bytesInUse();
+    for (int i = 0; i < kChanges; ++i) {
+        const QString text(kLength, QLatin1Char(i % 2 ? 'a' : 'b'));
+        service.changeSection("view", {{"document", text}, {"days", i}});
+        service.setValue("instrument", text);
+    }
+    EXPECT_LT(tests::bytesInUse() - before, 20 * kLength) << "two texts, of some 2 * 500 that were set";
+    EXPECT_EQ(service.section("view").value("days").toInt(), kChanges - 1);
+    EXPECT_EQ(service.value("note"), "kept");
 }
 
 TEST_F(ConfigServiceTest, WhatIsWrittenIsReadByTheNextRun) {
