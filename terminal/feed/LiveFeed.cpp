@@ -58,7 +58,8 @@ struct LiveFeed::Followed {
     LiveDay day;
     qint64 askedAt = 0; ///< last time that somebody asked, by the terminal's clock
     qint64 behindSince = 0;
-    bool hasNews = false;
+    bool hasNews = false; ///< it is in the feed's list of those
+    std::vector<std::shared_ptr<Subscriber>> subscribers;
     bool isReadingWanted = false; ///< a reading is posted or to be repeated
     bool isGone = false;
     std::vector<int> ids; ///< of the line; the reader's
@@ -171,6 +172,7 @@ MarketFeed::Subscription LiveFeed::subscribe(const QString &key, int day, Listen
             subscriber->told = entry->day.revision();
         }
         subscription.id = ++mLastId;
+        entry->subscribers.push_back(subscriber);
         mSubscribers[subscription.id] = std::move(subscriber);
     }
     subscription.bars = partOf(key, day, subscription.bars, false);
@@ -187,6 +189,8 @@ void LiveFeed::unsubscribe(int id) {
         }
         subscriber = std::move(found->second);
         mSubscribers.erase(found);
+        std::vector<std::shared_ptr<Subscriber>> &all = mFollowed[subscriber->key]->subscribers;
+        all.erase(std::find(all.begin(), all.end(), subscriber));
     }
     subscriber->end();
 }
@@ -287,7 +291,9 @@ void LiveFeed::onRecord(const Entry &entry, const QByteArray &bytes, LiveDay::Or
     if (const auto *bar = std::get_if<WireBar>(&record)) {
         const LiveDay::Taken taken = entry->day.take(*bar, origin);
         if (taken.isNews) {
-            entry->hasNews = true;
+            if (!std::exchange(entry->hasNews, true)) {
+                mNews.push_back(entry);
+            }
             postHandOutLocked();
         }
         if (taken.needsStream) {
@@ -345,19 +351,14 @@ void LiveFeed::handOut() {
         std::lock_guard<std::mutex> hold(mLock);
         mIsHandOutPosted = false;
         mHandedOut = steadyMilliseconds();
-        for (const auto &[id, subscriber] : mSubscribers) {
-            const auto found = mFollowed.find(subscriber->key);
-            if (found == mFollowed.end() || !found->second->hasNews) {
-                continue;
-            }
-            const LiveDay &day = found->second->day;
-            if (day.day() == subscriber->day) {
-                due.emplace_back(subscriber, day.barsSince(subscriber->told));
-                subscriber->told = day.revision();
-            }
-        }
-        for (const auto &[key, entry] : mFollowed) {
+        for (const Entry &entry : std::exchange(mNews, {})) {
             entry->hasNews = false;
+            for (const std::shared_ptr<Subscriber> &subscriber : entry->subscribers) {
+                if (entry->day.day() == subscriber->day) {
+                    due.emplace_back(subscriber, entry->day.barsSince(subscriber->told));
+                    subscriber->told = entry->day.revision();
+                }
+            }
         }
     }
     for (const auto &[subscriber, bars] : due) {
@@ -376,13 +377,10 @@ void LiveFeed::lookAround() {
             mReport.silentSince = mLastBeat;
             mListeners->post(mMarket.onSilence);
         }
-        for (const auto &[id, subscriber] : mSubscribers) {
-            const auto found = mFollowed.find(subscriber->key);
-            if (found != mFollowed.end()) {
-                found->second->askedAt = now;
-            }
-        }
         for (auto entry = mFollowed.begin(); entry != mFollowed.end();) {
+            if (!entry->second->subscribers.empty()) {
+                entry->second->askedAt = now;
+            }
             if (now - entry->second->askedAt <= mTimes.interest) {
                 ++entry;
                 continue;

@@ -87,7 +87,8 @@ private:
     const Times mTimes;
 
     mutable std::mutex mLock; ///< guards what follows
-    std::map<QString, Entry> mFollowed; ///< by key
+    std::map<QString, Entry> mFollowed; ///< by key; what has a subscriber stays
+    std::vector<Entry> mNews; ///< what has changed since the last handing out
     std::map<int, std::shared_ptr<Subscriber>> mSubscribers;
     int mLastId = 0;
     FeedReport mReport; ///< but for what is behind
