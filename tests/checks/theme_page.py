@@ -1,5 +1,6 @@
-"""Makes docs/theme.md, and the sheets of its colours, from the themes in toolkit/theme. With --check, complains instead when they
-are others; with --self-test, sees to it that a page that lags behind and a key that one theme lacks are found.
+"""Makes docs/theme.md, and the sheets of its colours, from the themes in toolkit/theme and from toolkit/theme/keys.json, which says
+what each key is for. With --check, complains instead when they are others; with --self-test, sees to it that a page that lags
+behind, a key that one theme lacks and a key of which nothing is said are found.
 """
 
 import json
@@ -9,12 +10,13 @@ from html import escape
 import tree
 
 PAGE = "docs/theme.md"
+PURPOSES = "toolkit/theme/keys.json"
 SHEET = "docs/pictures/theme-{}.svg"
 THEMES = ("dark", "light")
 ROW, WIDTH, SWATCH = 22, 460, 60
 HEAD = """# Keys of a theme
 
-Made from `toolkit/theme/dark.json` and `toolkit/theme/light.json` by `tests/checks/theme_page.py`; a change belongs there.
+Made from `toolkit/theme/dark.json`, `light.json` and `keys.json` by `tests/checks/theme_page.py`; a change belongs there.
 
 A theme is a JSON file with three objects: `colors`, as `#rrggbb` or `#aarrggbb`; `fonts`, each with `families`, `pixelSize` and `weight`;
 `images`, each with `width`, `height` and `shapes`. `GZ::CUiResource::instance().setTheme(path)` takes one that holds only what differs from
@@ -36,11 +38,11 @@ def image(told):
     return f"{told['width']} by {told['height']}"
 
 
-def table(kind, head, shown, themes):
-    lines = [f"\n## {head}\n", "| key | dark | light |", "|---|---|---|"]
+def table(kind, head, shown, themes, purposes):
+    lines = [f"\n## {head}\n", "| key | dark | light | of |", "|---|---|---|---|"]
     for key in sorted(themes["dark"][kind]):
         values = [shown(themes[name][kind].get(key, themes["dark"][kind][key])) for name in THEMES]
-        lines.append(f"| `{key}` | {values[0]} | {values[1]} |")
+        lines.append(f"| `{key}` | {values[0]} | {values[1]} | {purposes[kind].get(key, '')} |")
     return "\n".join(lines) + "\n"
 
 
@@ -66,9 +68,12 @@ def files_of(root):
     complaints = [f"toolkit/theme/light.json:1: {key} is in no dark theme"
                   for kind in ("colors", "fonts", "images") for key in themes["light"].get(kind, {})
                   if key not in themes["dark"][kind]]
+    purposes = json.loads((root / PURPOSES).read_text(encoding="utf-8"))
     for kind in ("colors", "fonts", "images"):
         themes["light"].setdefault(kind, {})
-    page = HEAD + "".join(table(kind, head, shown, themes) for kind, head, shown in (
+        complaints += [f"{PURPOSES}:1: says not what {key} is for, or of a key that is in no theme"
+                       for key in sorted(themes["dark"][kind].keys() ^ purposes[kind].keys())]
+    page = HEAD + "".join(table(kind, head, shown, themes, purposes) for kind, head, shown in (
         ("colors", "Colours", colour), ("fonts", "Fonts", font), ("images", "Images, in pixels", image)))
     files = {PAGE: page}
     for name in THEMES:
@@ -89,6 +94,7 @@ EMPTY = '{"colors": {"a": "#010203"}, "fonts": {}, "images": {}}'
 PLANTED = [
     ("toolkit/theme/dark.json", EMPTY, []),
     ("toolkit/theme/light.json", '{"colors": {"a": "#ffffff", "only_light": "#000000"}}', [1]),
+    (PURPOSES, '{"colors": {"no_key": "nothing"}, "fonts": {}, "images": {}}', [1, 1]),
     (PAGE, "another page\n", [1]),
     (SHEET.format("dark"), svg({"a": "#010203"}), []),
     (SHEET.format("light"), svg({"a": "#010203"}), [1]),
