@@ -1,6 +1,6 @@
-"""How late a change of the market is on the screen of a terminal with 16 views.
+"""What a wall of 16 views costs while a full market comes from a server, and how late a change is on the screen.
 
-    python3 bench/feed.py build/bench [SECONDS]
+    python3 bench/feed.py build/bench [SECONDS] [VIEWS] [BURST]
 
 The server is started on a free loopback port by setup/servers, and ends with the script.
 """
@@ -24,7 +24,7 @@ def main():
         try:
             words = said.stdout.replace("\\\n", "").split()
             secrets = {"TIMESHARE_FEED_CREDENTIALS": words[0].split("=", 1)[1], "PUBLISHER_CREDENTIALS": str(place / "secrets/nats-feed")}
-            sys.exit(subprocess.run([build / "bin/timeshare_feed_bench", words[4], *sys.argv[2:]], check=False,
+            sys.exit(subprocess.run([build / "bin/timeshare_wall_bench", words[4], *sys.argv[2:]], check=False,
                                     env={**os.environ, **secrets, "HOME": folder}).returncode)
         finally:
             subprocess.run([SERVERS, "stop", place], check=True)
