@@ -1,8 +1,8 @@
 #pragma once
 
-#include "terminal/market/BarFault.h"
 #include "terminal/market/BarRowParser.h"
 #include "terminal/market/DatedSessions.h"
+#include "terminal/market/LeftOutRows.h"
 #include "terminal/market/MarketCalendar.h"
 #include "terminal/market/MinuteBar.h"
 
@@ -28,7 +28,7 @@ struct BarDays {
     QMap<QDate, MinuteBars> days;
     QMap<QDate, double> previousCloses; ///< of the days before these, where the file tells them
     QMap<QDate, DaySessions> sessions; ///< of these days
-    QVector<int> repeatedLines; ///< of the file, whose minute stands before with the same values
+    LeftOutRows repeated; ///< whose minute stands before with the same values
     QVector<QDate> unknownDays; ///< trading days that the calendar does not have
     QVector<QDate> restDays; ///< weekdays that a night's bars show to be none
 };
@@ -46,8 +46,5 @@ BarFault sortIntoDays(std::vector<BarRow> &rows, const BarReading &reading, BarD
 /// Fills in the average prices of a day that its source did not tell (0): money by volume when there is money, prices
 /// weighed by volume otherwise.
 void fillAverages(MinuteBars &bars);
-
-/// The largest step, not below 0.0001, that all prices are multiples of; 0.01 without prices.
-double priceStep(const std::vector<BarRow> &rows);
 
 } // namespace terminal

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/market/BarFault.h"
+#include "terminal/market/LeftOutRows.h"
 #include "terminal/market/TickColumns.h"
 
 #include <QString>
@@ -22,6 +22,7 @@ struct ImportOptions {
         false; ///< each day trades when the file's rows show it, whatever is known of the market
     QString columns{}; ///< which column is what, see ColumnChoice; recognised by the headings when empty
     QString name{}; ///< of the one instrument, when the store does not have it yet; else its code
+    size_t memoryOfRows = 64000000; ///< bytes; the rows of a file that are over it wait on the disk
 };
 
 /// What was imported of one instrument.
@@ -31,22 +32,7 @@ struct ImportedBars {
     int lastDay = 0;
     int bars = 0; ///< minutes that are new or took the place of simulated ones
     int ticks = 0; ///< trades, and snapshots between which something was traded
-    QVector<int> repeatedLines; ///< of the file, that say again what stands before
-};
-
-/// Rows of a file that were not taken: how many, and the first of them with the reasons.
-struct LeftOutRows {
-    static constexpr int kTold = 10;
-
-    void add(int line, const QString &reason) {
-        ++count;
-        if (first.size() < kTold) {
-            first.append({line, reason});
-        }
-    }
-
-    int count = 0;
-    QVector<BarFault> first;
+    LeftOutRows repeated; ///< rows that say again what stands before
 };
 
 /// Outcome of an import.

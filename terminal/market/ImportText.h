@@ -1,17 +1,20 @@
 #pragma once
 
 #include "terminal/market/BarFault.h"
+#include "terminal/market/LineWindow.h"
 #include "terminal/market/TableHeadings.h"
+#include "toolkit/files/RegularFile.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace terminal {
 
-/// A file of market data: a heading line and rows.
+/// A file of market data: a heading line and rows. It is read through a window, however large it is.
 class ImportText {
 public:
     /// What a row is given to: its line of the file and its text without the end of the line.
@@ -28,10 +31,10 @@ public:
 
     /// Reads the file. A fault when it cannot be read, is empty or is no text.
     BarFault open(const QString &path);
-    TableHeadings headings() const;
-    /// Hands over every row that is neither blank nor the heading line over again, as in files that were put together;
+    TableHeadings headings() const { return readHeadings(mFirstLine); }
+    /// Hands over, once, every row that is neither blank nor the heading line over again, as in files that were put together;
     /// the last one may be without an end. The first fault ends the reading. A fault when there is no row.
-    BarFault eachRow(const TakeRow &take, const Report &goesOn, const PassOver &passOver) const;
+    BarFault eachRow(const TakeRow &take, const Report &goesOn, const PassOver &passOver);
 
     /// The first line of a text, without its end and a mark of the byte order.
     static std::string_view headingOf(std::string_view all);
@@ -39,9 +42,13 @@ public:
     static bool isPassedOver(std::string_view row, std::string_view heading);
 
 private:
-    std::string_view text() const { return {mContent.constData(), static_cast<size_t>(mContent.size())}; }
+    template <class Take> void eachPiece(const Take &goesOn);
+    int lineOfZero();
+    BarFault faultOfEnd(int line) const;
 
-    QByteArray mContent;
+    std::optional<GZ::RegularFile> mFile;
+    std::optional<LineWindow> mLines; ///< of that file, behind the first
+    QByteArray mFirstLine;
 };
 
 } // namespace terminal

@@ -58,9 +58,9 @@ void ImportedDays::finish(const Instrument &instrument, const BarDays &days, Imp
         mTarget.putPreviousClose(instrument.id, dayOf(told.key()), *told);
     }
     imported.key = instrument.key();
-    imported.repeatedLines = days.repeatedLines;
-    imported.firstDay = dayOf(days.days.firstKey());
-    imported.lastDay = dayOf(days.days.lastKey());
+    imported.repeated = days.repeated;
+    imported.firstDay = dayOf(days.sessions.firstKey());
+    imported.lastDay = dayOf(days.sessions.lastKey());
 }
 
 /// Adds the bars of the day that an earlier import left in the store.

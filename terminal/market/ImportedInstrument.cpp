@@ -5,8 +5,6 @@
 #include <QHash>
 #include <QRegularExpression>
 
-#include <algorithm>
-
 namespace terminal {
 namespace {
 
@@ -121,19 +119,6 @@ InstrumentName completeName(InstrumentName told, const QString &fileName) {
         told.market = told.code == ofFile.code ? ofFile.market : likelyMarket(told.code);
     }
     return told;
-}
-
-int observedNightEnd(const std::vector<int> &minutes) {
-    int evening = 0;
-    int morning = 0;
-    for (const int minute : minutes) {
-        evening = minute >= 1260 ? std::max(evening, minute) : evening;
-        morning = minute < 300 && minute > 0 ? std::max(morning, minute) : morning;
-    }
-    if (morning > 0 || evening > 1380) {
-        return morning > 60 ? 150 : 60;
-    }
-    return evening > 0 ? 1380 : 0;
 }
 
 Instrument newInstrument(const InstrumentName &name, double priceTick, int nightEnd) {

@@ -2,8 +2,6 @@
 
 #include "terminal/market/Instrument.h"
 
-#include <vector>
-
 namespace terminal {
 
 /// Market and code that a file tells of an instrument; empty where it does not.
@@ -27,10 +25,6 @@ QString likelyMarket(const QString &code);
 /// What a file tells of an instrument, completed by its name: by a symbol with its exchange, else by a share code of
 /// six digits and the market that it is likely to be of.
 InstrumentName completeName(InstrumentName told, const QString &fileName);
-
-/// Where the night of a product that is not known ends, by the minutes since midnight at which it traded: 1380, 60,
-/// 150, or 0 without a night.
-int observedNightEnd(const std::vector<int> &minutes);
 
 /// The record of an instrument that the store does not have: kind and types by the ranges of codes of its market, the
 /// sessions of its market. `nightEnd` is where the night session of a future of an unknown product ends, in minutes, 0

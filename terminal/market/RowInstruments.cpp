@@ -6,6 +6,11 @@
 #include <QFileInfo>
 
 namespace terminal {
+namespace {
+
+constexpr size_t kMostInstruments = 200000; ///< of one file
+
+} // namespace
 
 BarFault checkMarket(const ImportOptions &options) {
     if (options.market.isEmpty() || knownMarkets().contains(options.market)) {
@@ -34,6 +39,9 @@ BarFault RowInstruments::find(int line, std::string_view symbol, std::string_vie
             const BarFault fault = name(line, readSymbol(fieldText(symbol), fieldText(exchange)), met);
             if (!fault.isNone()) {
                 return fault;
+            }
+            if (mNames.size() == kMostInstruments) {
+                return {line, QStringLiteral("more than %1 instruments: split it").arg(kMostInstruments)};
             }
             mLastNumber = mNames.size();
             mNumbers[mLast] = mLastNumber;

@@ -74,10 +74,8 @@ BarFault TableImporter::storeAll(ImportTarget &target, ImportOutcome &outcome) {
         if (!fault.isNone()) {
             return fault;
         }
-        for (const int line : imported.repeatedLines) {
-            outcome.leftOut.add(line, QStringLiteral("the same minute over again"));
-        }
-        imported.repeatedLines.clear();
+        outcome.leftOut.add(imported.repeated);
+        imported.repeated = LeftOutRows();
         outcome.instruments.append(imported);
     }
     return {};

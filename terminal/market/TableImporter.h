@@ -7,6 +7,7 @@
 #include "terminal/market/MarketFill.h"
 #include "terminal/market/RowInstruments.h"
 
+#include <QFileInfo>
 #include <QString>
 
 #include <optional>
@@ -55,23 +56,15 @@ protected:
                                : BarFault{line, wrong};
     }
 
-    /// Has a parser finish rows; the first fault ends that.
-    template <class Parser, class Row> static BarFault finish(const Parser &parser, std::vector<Row> &rows) {
-        for (Row &row : rows) {
-            const QString wrong = parser.finish(row);
-            if (!wrong.isEmpty()) {
-                return {row.line, wrong};
-            }
-        }
-        return {};
-    }
-
     /// When an instrument trades: as is known of it, or at any time when the file is to show that.
     DatedSessions sessionsOf(const Instrument &instrument) const {
         return mOptions.sessionsFromFile
                    ? DatedSessions::anyTime(instrument.market)
                    : DatedSessions::of(instrument, mStore.catalogue()->calendar(instrument.market));
     }
+
+    /// Where rows wait that do not fit into memory: on the disk that is to have room for them anyway.
+    QString spoolFolder() const { return QFileInfo(mStore.path()).path(); }
 
     /// Reports that `done` of `total` is stored; false when the import is to stop.
     bool storingGoesOn(double done, double total) const {

@@ -1,5 +1,6 @@
 #include "terminal/market/TickImporter.h"
 
+#include "terminal/market/BarFigures.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
 
@@ -39,6 +40,7 @@ TickImporter::TickImporter(CMarketStore &store, const ImportOptions &options)
     : TableImporter(store, options, kTickReadingPart) {}
 
 QString TickImporter::begin(const TableHeadings &headings) {
+    mRows.emplace(spoolFolder(), mOptions.memoryOfRows);
     mGroups.clear();
     QString trouble = recogniseTickColumns(headings, mColumns);
     mParser.emplace(mColumns);
@@ -49,43 +51,45 @@ BarFault TickImporter::takeRow(int line, std::string_view text) {
     TickRow row;
     size_t number = 0;
     BarFault fault = readRow(*mParser, line, text, row, number);
-    if (fault.isNone()) {
-        if (number == mGroups.size()) {
-            mGroups.push_back({{}, row.previousClose});
-        }
-        mGroups[number].rows.push_back(row);
+    if (!fault.isNone()) {
+        return fault;
     }
-    return fault;
+    if (number == mGroups.size()) {
+        mGroups.push_back({line, row.previousClose});
+    }
+    return mRows->add(number, row) ? BarFault() : BarFault{line, mRows->error()};
 }
 
 BarFault TickImporter::finishRows() {
     mTotal = mStored = 0.0;
     BarFault fault;
     for (size_t i = 0; i < mGroups.size() && fault.isNone(); ++i) {
-        fault = finish(*mParser, mGroups[i].rows);
-        mTotal += static_cast<double>(mGroups[i].rows.size());
+        const bool good = mRows->each(i, [&](TickRow row) {
+            const QString wrong = fault.isNone() ? mParser->finish(row) : QString();
+            fault = wrong.isEmpty() ? fault : BarFault{row.line, wrong};
+        });
+        fault = good ? fault : BarFault{0, mRows->error()};
+        mTotal += static_cast<double>(mRows->count(i));
     }
     return fault;
 }
 
 /// The record that the store has of an instrument, or a new one without a row.
-Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &group) const {
+Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &group,
+                                      const std::vector<TickRow> &rows) const {
     if (const Instrument *known = mStore.catalogue()->find(name.market + name.code)) {
         return *known;
     }
-    std::vector<BarRow> prices;
-    std::vector<int> minutes;
+    BarFigures figures;
     double before = 0.0;
-    for (const TickRow &row : group.rows) {
+    for (const TickRow &row : rows) {
         if (row.volume > 0.0 && row.price != before) {
             before = row.price;
-            BarRow price;
-            price.high = price.low = price.close = row.price;
-            prices.push_back(price);
-            minutes.push_back(row.time.clock / 60000);
+            figures.addPrice(row.price);
+            figures.addMinute(row.time.clock / 60000);
         }
     }
-    Instrument instrument = newInstrument(name, priceStep(prices), observedNightEnd(minutes));
+    Instrument instrument = newInstrument(name, figures.priceStep(), figures.nightEnd());
     instrument.name = mOptions.name.isEmpty() ? instrument.name : mOptions.name;
     instrument.lastClose = group.previousClose > 0.0 ? group.previousClose : instrument.lastClose;
     return instrument;
@@ -93,19 +97,25 @@ Instrument TickImporter::instrumentOf(const InstrumentName &name, const Group &g
 
 BarFault TickImporter::store(ImportTarget &target, const InstrumentName &name, size_t number,
                              ImportedBars &imported) {
-    Group &group = mGroups[number];
-    const int line = group.rows.front().line;
-    Instrument instrument = instrumentOf(name, group);
+    const Group &group = mGroups[number];
+    std::vector<TickRow> rows;
+    if (!mRows->read(number, rows)) {
+        return {0, mRows->error()};
+    }
+    for (TickRow &row : rows) {
+        mParser->finish(row);
+    }
+    Instrument instrument = instrumentOf(name, group, rows);
     std::vector<PlacedTick> ticks;
-    BarFault fault = placeTicks(group.rows, mColumns.kind, sessionsOf(instrument), ticks);
+    BarFault fault = placeTicks(rows, mColumns.kind, sessionsOf(instrument), ticks);
     if (!fault.isNone()) {
         return fault;
     }
     if (ticks.empty()) {
-        return {line, QStringLiteral("nothing was traded of %1").arg(instrument.key())};
+        return {group.firstLine, QStringLiteral("nothing was traded of %1").arg(instrument.key())};
     }
-    mTotal -= static_cast<double>(group.rows.size() - ticks.size());
-    group.rows = std::vector<TickRow>(); // a large file's memory
+    mTotal -= static_cast<double>(rows.size() - ticks.size());
+    rows = std::vector<TickRow>(); // a large file's memory
     const bool hasMoney = mColumns.amount >= 0;
     convert(ticks, unitOf(ticks, mOptions, instrument, hasMoney), hasMoney, !isFuturesMarket(name.market));
     BarReading reading;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/market/RowSpool.h"
 #include "terminal/market/TableImporter.h"
 #include "terminal/market/TickDays.h"
 
@@ -14,9 +15,9 @@ public:
     TickImporter(CMarketStore &store, const ImportOptions &options);
 
 private:
-    /// The rows of one instrument of the file.
+    /// One instrument of the file, whose rows are the list of its number.
     struct Group {
-        std::vector<TickRow> rows;
+        int firstLine = 0;
         double previousClose = 0.0; ///< by the first row; 0 when it is not told
     };
 
@@ -29,10 +30,12 @@ private:
                        const std::vector<PlacedTick> &ticks, ImportedBars &imported);
     BarFault putTicks(ImportTarget &target, const Instrument &instrument, const QDate &day,
                       const std::vector<PlacedTick> &ticks);
-    Instrument instrumentOf(const InstrumentName &name, const Group &group) const;
+    Instrument instrumentOf(const InstrumentName &name, const Group &group,
+                            const std::vector<TickRow> &rows) const;
 
     TickColumns mColumns;
     std::optional<TickRowParser> mParser; ///< of the file
+    std::optional<RowSpool<TickRow>> mRows; ///< of the file
     std::vector<Group> mGroups; ///< of each of the file's instruments
     double mTotal = 0.0; ///< ticks to store, of all instruments
     double mStored = 0.0;

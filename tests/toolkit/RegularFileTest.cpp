@@ -80,6 +80,19 @@ TEST_F(RegularFileTest, EveryByteOfALargeFileComes) {
     EXPECT_EQ(file.tail(100000), content.right(100000));
 }
 
+TEST_F(RegularFileTest, PiecesComeIntoMemoryOfTheCaller) {
+    RegularFile file(write("a", "0123456789"));
+    char piece[] = "------";
+    EXPECT_EQ(file.readInto(piece, 3, 4), 4);
+    EXPECT_STREQ(piece, "3456--");
+    EXPECT_EQ(file.readInto(piece, 8, 6), 2) << "what there is";
+    EXPECT_STREQ(piece, "8956--");
+    EXPECT_EQ(file.readInto(piece, 10, 6), 0);
+    EXPECT_TRUE(file.isGood());
+    RegularFile none(pathOf("none"));
+    EXPECT_EQ(none.readInto(piece, 0, 6), 0);
+}
+
 TEST_F(RegularFileTest, WhatAFileGrowsByIsReadUpToTheBound) {
     const QString path = write("a", "0123456789");
     RegularFile file(path);

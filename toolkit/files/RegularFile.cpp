@@ -92,6 +92,21 @@ QByteArray RegularFile::whole(qint64 bound) {
     return isGood() ? content : QByteArray();
 }
 
+qint64 RegularFile::readInto(char *target, qint64 from, qint64 most) {
+    if (!isGood() || !mFile.seek(from)) {
+        return 0;
+    }
+    qint64 done = 0;
+    for (qint64 got = 1; got > 0 && done < most; done += got) {
+        got = mFile.read(target + done, most - done);
+        if (got < 0) {
+            fail(eUnreadable, mFile.errorString());
+            return 0;
+        }
+    }
+    return done;
+}
+
 QByteArray RegularFile::read(qint64 from, qint64 most) {
     QByteArray content;
     if (!isGood() || !mFile.seek(from)) {

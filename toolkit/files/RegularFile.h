@@ -34,6 +34,9 @@ public:
     QByteArray tail(qint64 most);
     /// All of it. One of more than `bound` bytes is too large, and gives nothing.
     QByteArray whole(qint64 bound);
+    /// Puts bytes from a place on into memory of the caller, `most` at the most; answers how many. 0 at its end and with a
+    /// fault.
+    qint64 readInto(char *target, qint64 from, qint64 most);
 
 private:
     void open(const QString &path);
