@@ -65,8 +65,9 @@ TEST_P(DirectPixelsRatio, FillsWhatThePainterFills) {
             }
         }
         for (int i = 0; i < 4; ++i) {
-            const QRect rect =
+            QRect rect =
                 QRect(QPoint(place(random), place(random)), QPoint(place(random), place(random))).normalized();
+            rect.setWidth(i % 2 == 0 ? rect.width() : 1 + (round + i) % 24);
             const QColor color(i * 20, 5, 255 - i, i == 0 ? 100 : 255);
             pixels.fill(hand, rect, color);
             painter.fillRect(rect, color);

@@ -49,6 +49,45 @@ QRect clipOf(const QPainter &painter, const QRect &image) {
     return clip.rectCount() == 1 ? painter.deviceTransform().mapRect(clip.boundingRect()) : QRect();
 }
 
+/// Where rows of pixels begin, and how far it is from one to the next.
+template <class Pixel> struct PixelRows {
+    Pixel *first;
+    std::ptrdiff_t step;
+};
+
+/// Copies rows of `Block` to twice as many pixels: two blocks, one at either end, are a row.
+template <int Block> void copyBlocks(PixelRows<QRgb> to, PixelRows<const QRgb> from, int count, int width) {
+    QRgb left[Block];
+    QRgb right[Block];
+    const int second = width - Block;
+    for (; count > 0; --count, to.first += to.step, from.first += from.step) {
+        std::memcpy(left, from.first, sizeof left);
+        std::memcpy(right, from.first + second, sizeof right);
+        std::memcpy(to.first, left, sizeof left);
+        std::memcpy(to.first + second, right, sizeof right);
+    }
+}
+
+constexpr int kShortRow = 16;
+
+/// Copies rows. Those of a segment or a column are so short that to call a function for each would be most of the work.
+void copyRows(PixelRows<QRgb> to, PixelRows<const QRgb> from, int count, int width) {
+    if (width > kShortRow) {
+        const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(width);
+        for (; count > 0; --count, to.first += to.step, from.first += from.step) {
+            std::memcpy(to.first, from.first, bytes);
+        }
+    } else if (width > 8) {
+        copyBlocks<8>(to, from, count, width);
+    } else if (width > 4) {
+        copyBlocks<4>(to, from, count, width);
+    } else if (width > 2) {
+        copyBlocks<2>(to, from, count, width);
+    } else if (width > 0) {
+        copyBlocks<1>(to, from, count, width);
+    }
+}
+
 /// What a window leaves of a rectangle to the one who paints; null where that is no rectangle.
 QRect leftOf(const QRect &rect, const QRegion &window) {
     if (window.isEmpty()) {
@@ -133,16 +172,15 @@ void DirectPixels::fillInside(int left, int top, int right, int bottom, QRgb col
 
 /// Every so many rows, the last one included, all inside the clip.
 void DirectPixels::fillRows(int left, int top, int width, int bottom, int every, QRgb color) const {
-    const std::ptrdiff_t step = std::ptrdiff_t(mStride) * every;
-    QRgb *row = mBits + std::ptrdiff_t(top) * mStride + left;
-    if (width == 1) { // most sticks, on which a loop would be most of the work
-        for (int y = top; y <= bottom; y += every, row += step) {
-            *row = color;
-        }
-        return;
+    PixelRows<QRgb> rows{mBits + std::ptrdiff_t(top) * mStride + left, std::ptrdiff_t(mStride) * every};
+    const int count = bottom < top ? 0 : (bottom - top) / every + 1;
+    if (width <= kShortRow) {
+        QRgb pattern[kShortRow];
+        std::fill_n(pattern, kShortRow, color);
+        return copyRows(rows, {pattern, 0}, count, width);
     }
-    for (int y = top; y <= bottom && width > 0; y += every, row += step) {
-        std::fill_n(row, width, color);
+    for (int i = 0; i < count; ++i, rows.first += rows.step) {
+        std::fill_n(rows.first, width, color);
     }
 }
 
@@ -247,14 +285,11 @@ bool DirectPixels::copy(const QImage &picture, const QPoint &topLeft) const {
     }
     const QPoint corner(topLeft.x() * mScaleX + mShiftX, topLeft.y() * mScaleY + mShiftY);
     const QRect to = QRect(corner, picture.size()) & mClip;
-    const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(to.width());
-    QRgb *row = mBits + std::ptrdiff_t(to.top()) * mStride + to.left();
     const int stride = picture.bytesPerLine() / static_cast<int>(sizeof(QRgb));
     const QRgb *from = reinterpret_cast<const QRgb *>(picture.constBits()) +
                        std::ptrdiff_t(to.top() - corner.y()) * stride + (to.left() - corner.x());
-    for (int y = to.top(); y <= to.bottom(); ++y, row += mStride, from += stride) {
-        std::memcpy(row, from, bytes);
-    }
+    copyRows({mBits + std::ptrdiff_t(to.top()) * mStride + to.left(), mStride}, {from, stride}, to.height(),
+             to.width());
     return true;
 }
 
