@@ -6,6 +6,7 @@
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/CLinkageManager.h"
 #include "host/services/CStockManager.h"
+#include "host/toolkit/Text.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
 #include <algorithm>
@@ -45,7 +46,7 @@ bool PaneRanges::update(const CFormulaKey &key, int first, const QRect &pane) {
     }
     se::RPCFormulaResultCache &entry = *found;
     const bool mainPane = mDisplayType == EIndexDisplayType::Main;
-    const bool prices = key.mFormula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) == 0;
+    const bool prices = GZ::isSameName(key.mFormula, QLatin1String("REALTIME"));
     Extremes seen;
     const bool any = CDrawStyle::calcMaxMin(seen.max, seen.min, first, mView.mPointCount, entry, pane, true,
                                             false, 1.0f, prices);

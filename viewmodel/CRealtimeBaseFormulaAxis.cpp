@@ -1,5 +1,7 @@
 #include "viewmodel/CRealtimeBaseFormulaAxis.h"
 
+#include "host/toolkit/Text.h"
+
 namespace TC {
 
 bool CRealtimeBaseFormulaAxis::isMainFormula(const QString &name) const {
@@ -7,12 +9,11 @@ bool CRealtimeBaseFormulaAxis::isMainFormula(const QString &name) const {
 }
 
 bool CRealtimeBaseFormulaAxis::isBasicFormula(const QString &name) const {
-    return name.compare(getBasicFormula(), Qt::CaseInsensitive) == 0;
+    return GZ::isSameName(name, getBasicFormula());
 }
 
 bool CRealtimeBaseFormulaAxis::isVolFormula(const QString &name) const {
-    const QString volume = getVolFormula();
-    return name == volume || (name.size() == volume.size() && name.compare(volume, Qt::CaseInsensitive) == 0);
+    return GZ::isSameName(name, getVolFormula());
 }
 
 QList<QString> CRealtimeBaseFormulaAxis::getMainFormula() const {

@@ -167,8 +167,7 @@ bool CRealtimeUiParam::isValid() const {
 }
 
 bool CRealtimeUiParam::isMainStock(const QString &key) const {
-    const QString stock = getStock();
-    return key == stock || key.compare(stock, Qt::CaseInsensitive) == 0;
+    return GZ::isSameName(key, getStock());
 }
 
 int CRealtimeUiParam::getMainPanelID() const {
@@ -210,9 +209,8 @@ bool CRealtimeUiParam::isNoAxisOverlayStock(const QString &key) const {
 }
 
 bool CRealtimeUiParam::isOverlayIndex(const QString &key) const {
-    return std::any_of(mAddIndexes.begin(), mAddIndexes.end(), [&](const CIndexDetail *index) {
-        return index->key().compare(key, Qt::CaseInsensitive) == 0;
-    });
+    return std::any_of(mAddIndexes.begin(), mAddIndexes.end(),
+                       [&](const CIndexDetail *index) { return GZ::isSameName(index->key(), key); });
 }
 
 void CRealtimeUiParam::setSector(const QString &sector, const QString &name) {
@@ -291,7 +289,7 @@ bool CRealtimeUiParam::fillRequestParam(CFormulaParam &param, const QString &key
     if (param.mStockKind == eUserIndex) {
         // The code of an overlay is the key as the index manager spells it.
         for (const CInstrumentDetailPtr &overlay : getAllAddStockList()) {
-            if (getDetailQsKey(overlay).compare(key, Qt::CaseInsensitive) == 0) {
+            if (GZ::isSameName(getDetailQsKey(overlay), key)) {
                 requestKey = getDetailQsCode(overlay);
             }
         }

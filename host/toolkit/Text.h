@@ -33,6 +33,11 @@ inline QString sToQs(const std::string &text) {
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
+/// Whether two names are the same but for their case. Mostly they are to the letter, or not even of the same length.
+template <class Name> bool isSameName(const QString &name, const Name &other) {
+    return name.size() == other.size() && (name == other || name.compare(other, Qt::CaseInsensitive) == 0);
+}
+
 /// Seconds since the epoch as local date and time.
 inline QDateTime secondToQDateTime(qint64 seconds) {
     return QDateTime::fromSecsSinceEpoch(seconds);

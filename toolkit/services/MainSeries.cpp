@@ -1,6 +1,7 @@
 #include "host/services/MainSeries.h"
 
 #include "host/drawing/DrawStyles.h"
+#include "host/toolkit/Text.h"
 
 namespace TC {
 namespace {
@@ -8,10 +9,10 @@ namespace {
 enum class Kind { None, Price, Volume };
 
 Kind kindOf(const QString &formula) {
-    if (formula.compare(QLatin1String("REALTIME"), Qt::CaseInsensitive) == 0) {
+    if (GZ::isSameName(formula, QLatin1String("REALTIME"))) {
         return Kind::Price;
     }
-    return formula.compare(QLatin1String("REALTIMEVOL"), Qt::CaseInsensitive) == 0 ? Kind::Volume : Kind::None;
+    return GZ::isSameName(formula, QLatin1String("REALTIMEVOL")) ? Kind::Volume : Kind::None;
 }
 
 std::vector<double> closes(const std::vector<MinuteBar> &bars) {

@@ -3,6 +3,7 @@
 #include "host/services/CFormulaOperateManager.h"
 #include "host/services/ServiceContext.h"
 #include "host/toolkit/CMessageBox.h"
+#include "host/toolkit/Text.h"
 #include "toolkit/windows/CodeEdit.h"
 #include "toolkit/windows/FormulaEditorWindow.h"
 
@@ -24,8 +25,7 @@ QList<WindowPtr> &windows() {
 GZ::FormulaEditorWindow *windowOf(const QString &name, const CFormulaOperateManager &formulas) {
     windows().removeAll(WindowPtr());
     for (const WindowPtr &window : qAsConst(windows())) {
-        if (!name.isEmpty() && &window->formulas() == &formulas &&
-            window->name().compare(name, Qt::CaseInsensitive) == 0) {
+        if (!name.isEmpty() && &window->formulas() == &formulas && GZ::isSameName(window->name(), name)) {
             return window;
         }
     }
