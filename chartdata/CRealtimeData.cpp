@@ -394,7 +394,7 @@ bool CRealtimeData::covers(const QSize &size) const {
 
 void CRealtimeData::onLinkageChanged(const std::vector<std::string> &instruments) {
     const HeldParts parts = held();
-    const CInstrumentDetailPtr detail = mUiParam->getStockDetail();
+    const CInstrumentDetailPtr detail = instruments.empty() ? nullptr : mUiParam->getStockDetail();
     if (detail && std::count(instruments.begin(), instruments.end(), getDetailKey(detail)) > 0) {
         parts->drawing.redrawTrades();
     }

@@ -184,9 +184,9 @@ void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     drawLines(painter, scene.lines, scene.look, part);
 }
 
-/// What lines can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
-Touched ChartPicture::touched(const SceneLines &lines) const {
-    Touched touched = touchedBy(lines);
+/// What a series can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
+Touched ChartPicture::touched(const SceneSeries &series) const {
+    Touched touched = touchedBy(series);
     if (mRatio != std::floor(mRatio)) {
         touched.widen(mRect);
     }
@@ -195,7 +195,10 @@ Touched ChartPicture::touched(const SceneLines &lines) const {
 
 /// Draws the pixels anew that the points behind mDrawnEnd touch; false when that may be all of them.
 bool ChartPicture::grow(ChartScene scene) {
-    const Touched added = touched(from(scene.lines, mDrawnEnd));
+    Touched added;
+    for (const SceneSeries &series : from(scene.lines, mDrawnEnd)) {
+        added.add(touched(series));
+    }
     if (!added.isEmpty()) {
         QPainter painter;
         if (added.columns.width() >= mRect.width() - 2 || !painter.begin(&mImage)) {
@@ -225,13 +228,14 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
         return;
     }
     SceneLines tail = mSource.tail(rect.size());
-    Touched seen = touched(tail);
+    const bool isPlaced = part && rect == mRect;
+    Touched seen = isPlaced ? seenTail(tail, *part) : Touched();
     const auto isSeen = [&](const auto &where) {
-        return rect != mRect || where.intersects(seen.price) || where.intersects(seen.volume);
+        return !isPlaced || where.intersects(seen.price) || where.intersects(seen.volume);
     };
     if (mSource.hasTail() && (!part || isSeen(*part)) && mBeforeSeries()) {
         tail = mSource.tail(rect.size());
-        seen = touched(tail);
+        seen = isPlaced ? seenTail(tail, *part) : Touched();
     }
     drawDue();
     if (!part) {
@@ -248,9 +252,27 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
     };
     paintByParts(painter, *part, paintPart, PixelPart::EClip::WhenAsked);
     painter.setPen(pen);
-    if (rect == mRect) {
-        mTailOnScreen.add(seen);
+    mTail.notePainted();
+}
+
+/// Adds where a tail stands to what is on the screen; answers where that is.
+Touched ChartPicture::placeTail(const SceneLines &tail) {
+    Touched places;
+    for (const SceneSeries &series : tail) {
+        const Touched where = touched(series);
+        mTail.add(series.order, where);
+        places.add(where);
     }
+    return places;
+}
+
+/// Where the tail is or was on the screen. It is measured, unless it was when it was taken and all that is painted is what
+/// was taken.
+Touched ChartPicture::seenTail(const SceneLines &tail, const QRegion &part) {
+    if (mTail.hasMoved() || mView.dataCount() != mTailCount || !mTail.isAsked(part)) {
+        placeTail(tail);
+    }
+    return mTail.all();
 }
 
 /// The same without the picture.
@@ -276,13 +298,23 @@ void ChartPicture::drawTail(QPainter &painter, const QRect &rect, const SceneLin
 /// shorter than the main one, and drawings that always show the whole line.
 void ChartPicture::notePoint(const SeriesPoint &point) {
     if (point.series) {
-        mDrawnPointChanged |= mSource.isSpread(*point.series) || static_cast<int>(point.index) <= mDrawnEnd;
+        const bool isSpread = mSource.isSpread(*point.series);
+        mDrawnPointChanged |= isSpread || static_cast<int>(point.index) <= mDrawnEnd;
+        mTail.noteMoved(isSpread ? kEverySeries : mSource.orderOf(*point.series));
     }
+}
+
+void ChartPicture::notePane() {
+    mDamage |= eSeriesChanged;
+    mTail.noteMoved(kEverySeries);
 }
 
 void ChartPicture::noteDamage(int flags) {
     mDamage |= flags;
-    mIsWhole = mIsWhole && !(flags & ~ePointChanged);
+    if (flags & ~ePointChanged) {
+        mIsWhole = false;
+        mTail.noteMoved(kEverySeries);
+    }
     if (flags == ePointChanged && mDrawnEnd >= 0 && mDrawnPointChanged && !mIsStale) {
         mIsStale = true;
         mDamage |= eSeriesChanged;
@@ -291,19 +323,23 @@ void ChartPicture::noteDamage(int flags) {
 
 /// What has changed, in its columns and pixel by pixel.
 Touched ChartPicture::takeDirty() {
-    Touched before = std::exchange(mTailOnScreen, touched(mSource.tail(mRect.size())));
-    before.add(std::exchange(mGrown, Touched()));
     const int damage = std::exchange(mDamage, 0);
     const int count = mView.dataCount();
     const bool recounted = std::exchange(mTailCount, count) != count;
+    const int moved = mTail.takeMoved();
+    const int measured = damage == ePointChanged && !recounted ? moved : kEverySeries;
+    Touched dirty = mTail.take(measured);
+    dirty.add(std::exchange(mGrown, Touched()));
+    const Touched tail = placeTail(mSource.tail(mRect.size(), measured));
     if (damage & ~ePointChanged) {
         return {mRect, mRect, QRect()};
     }
-    if (damage == 0 && !recounted && before.columns == mTailOnScreen.columns) {
+    if (damage == 0 && !recounted && dirty.columns == tail.columns) {
         return {};
     }
-    before.add(mTailOnScreen);
-    return before;
+    dirty.add(tail);
+    mTail.noteAsked(dirty);
+    return dirty;
 }
 
 QRect ChartPicture::takeDirtyRect() {

@@ -3,6 +3,7 @@
 #include "chartdata/ChangeFlags.h"
 #include "chartdata/ChartScene.h"
 #include "chartdata/PaneSeries.h"
+#include "chartdata/TailOnScreen.h"
 #include "host/toolkit/ThemeCache.h"
 
 #include <QImage>
@@ -63,7 +64,7 @@ public:
     /// told one by one.
     void noteDamage(int flags);
     /// The whole pane is to be painted, though the picture may be right: what lies over it has changed.
-    void notePane() { mDamage |= eSeriesChanged; }
+    void notePane();
     /// Remembers for that that a point of a shown series has other contents now.
     void notePoint(const SeriesPoint &point);
     /// The part of the pane that changed on the screen since the last call: the columns of the newest points when only
@@ -80,7 +81,9 @@ private:
     void carryOut(const QRect &rect);
     void drawScene(const QRect &rect, const ChartScene &scene);
     bool grow(ChartScene scene);
-    Touched touched(const SceneLines &lines) const;
+    Touched touched(const SceneSeries &series) const;
+    Touched placeTail(const SceneLines &tail);
+    Touched seenTail(const SceneLines &tail, const QRegion &part);
     Touched takeDirty();
     void drawTail(QPainter &painter, const QRect &rect, const SceneLines &tail);
     void paintVectors(QPainter &painter, const QRect &rect);
@@ -103,7 +106,7 @@ private:
     bool mIsStale = false;
     int mDamage = 0; ///< EChangeFlag bits since the last takeDirtyRect
     Touched mGrown; ///< drawn into the picture since then
-    Touched mTailOnScreen; ///< where the newest points were then, and wherever they have been painted since
+    TailOnScreen mTail; ///< where the newest points were then, and wherever they have been painted since
     int mTailCount = 0; ///< number of points of the view then
 };
 

@@ -26,8 +26,9 @@ void add(ContentDigest &digest, const SceneLine &line) {
 }
 
 void add(ContentDigest &digest, const SceneSeries &entry) {
-    const auto &[key, series, filled, inVolumeBand, target, start, end, last, lines] = entry;
+    const auto &[key, order, series, filled, inVolumeBand, target, start, end, last, lines] = entry;
     static_cast<void>(key); // not seen
+    static_cast<void>(order);
     static_cast<void>(filled); // the same as the series
     static_cast<void>(inVolumeBand); // those are left out
     digest.add(*series);
@@ -46,8 +47,9 @@ bool isSameLine(const SceneLine &a, const SceneLine &b) {
 }
 
 bool isSameSeries(const SceneSeries &a, const SceneSeries &b) {
-    const auto &[key, series, filled, inVolumeBand, target, start, end, last, lines] = a;
+    const auto &[key, order, series, filled, inVolumeBand, target, start, end, last, lines] = a;
     static_cast<void>(key); // the series tells it
+    static_cast<void>(order);
     static_cast<void>(end); // grows
     return series == b.series && !filled && !b.filled && inVolumeBand == b.inVolumeBand && target == b.target &&
            start == b.start && last == b.last &&
@@ -209,20 +211,18 @@ void Touched::widen(const QRect &pane) {
     }
 }
 
-Touched touchedBy(const SceneLines &lines) {
+Touched touchedBy(const SceneSeries &series) {
     Touched touched;
-    for (const SceneSeries &entry : lines) {
-        QRect &band = entry.inVolumeBand ? touched.volume : touched.price;
-        for (const SceneLine &line : entry.lines) {
-            const QRect pixels =
-                CDrawStyle::touchedRect(entry.target, *entry.series, line.range, line.line, entry.start,
-                                        entry.end, entry.last, line.gradient || line.volume);
-            band |= pixels;
-            touched.columns |= pixels.isNull() ? CDrawStyle::touchedRect(entry.target, *entry.series, line.line,
-                                                                         entry.start, entry.end, entry.last)
-                                               : QRect(pixels.left(), entry.target.top(), pixels.width(),
-                                                       entry.target.height());
-        }
+    QRect &band = series.inVolumeBand ? touched.volume : touched.price;
+    for (const SceneLine &line : series.lines) {
+        const QRect pixels =
+            CDrawStyle::touchedRect(series.target, *series.series, line.range, line.line, series.start,
+                                    series.end, series.last, line.gradient || line.volume);
+        band |= pixels;
+        touched.columns |=
+            pixels.isNull() ? CDrawStyle::touchedRect(series.target, *series.series, line.line, series.start,
+                                                      series.end, series.last)
+                            : QRect(pixels.left(), series.target.top(), pixels.width(), series.target.height());
     }
     return touched;
 }

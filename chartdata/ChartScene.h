@@ -39,6 +39,7 @@ constexpr std::size_t kFewLines = 3;
 /// The lines of one series from one index to another.
 struct SceneSeries {
     CFormulaKey key;
+    int order = 0; ///< among the series of the pane that are shown
     const se::RPCFormulaResultCache *series = nullptr; ///< of the pane, or the following
     std::shared_ptr<const se::RPCFormulaResultCache> filled; ///< a copy without gaps, where one is drawn
     bool inVolumeBand = false;
@@ -49,6 +50,7 @@ struct SceneSeries {
     boost::container::small_vector<SceneLine, kFewLines> lines;
 };
 using SceneLines = std::vector<SceneSeries>; ///< in the order of drawing
+constexpr int kEverySeries = -1; ///< in place of an order
 
 /// A whole chart.
 struct ChartScene {
@@ -87,11 +89,13 @@ struct Touched {
     QRect volume; ///< pixels of that band
 
     bool isEmpty() const { return columns.isEmpty(); }
+    /// Whether all of a rectangle is among the pixels of one band.
+    bool holds(const QRect &rect) const { return price.contains(rect) || volume.contains(rect); }
     QRegion pixels(const QRect &pane) const;
     void add(const Touched &other);
     /// By a pixel on the sides, and the rows by one above and beneath, inside a pane.
     void widen(const QRect &pane);
 };
-Touched touchedBy(const SceneLines &lines);
+Touched touchedBy(const SceneSeries &series);
 
 } // namespace TC

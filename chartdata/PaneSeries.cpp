@@ -124,6 +124,9 @@ SeriesPoint PaneSeries::align(const CFormulaKey &key, int first) {
 
 std::vector<CFormulaKey> PaneSeries::overlays() const {
     std::vector<CFormulaKey> keys;
+    if (mOverlays.isEmpty()) {
+        return keys;
+    }
     for (const CInstrumentDetailPtr &overlay : mView.getAllAddStockList()) {
         const CFormulaKey key(getDetailQsKey(overlay), mView.getBasicFormula());
         if (mOverlays.contains(key)) {

@@ -87,9 +87,20 @@ int SceneSource::tailCount() const {
     return mDay.isLive() ? mView.dataCount() : 0;
 }
 
-SceneLines SceneSource::tail(const QSize &pane) const {
+SceneLines SceneSource::tail(const QSize &pane, int only) const {
     const int count = tailCount();
-    return count != 0 ? lines(pane, std::max(count - 2, 0), count - 1) : SceneLines();
+    return count != 0 ? lines(pane, std::max(count - 2, 0), count - 1, only) : SceneLines();
+}
+
+int SceneSource::orderOf(const se::RPCFormulaResultCache &series) const {
+    int order = 0;
+    for (const se::RPCFormulaResultCache &shown : mSeries.shown()) {
+        if (&shown == &series) {
+            return order;
+        }
+        ++order;
+    }
+    return kEverySeries;
 }
 
 bool SceneSource::isSpread(const se::RPCFormulaResultCache &series) const {
@@ -101,45 +112,61 @@ bool SceneSource::isSpread(const se::RPCFormulaResultCache &series) const {
 }
 
 /// Indices grow with a series whose gaps are filled, and stay grown for the series after it.
-SceneLines SceneSource::lines(const QSize &pane, int start, int end) const {
-    const ChartLayout layout = chartLayout(pane, hasVolume());
+SceneLines SceneSource::lines(const QSize &pane, int start, int end, int only) const {
     SceneLines lines;
-    lines.reserve(static_cast<std::size_t>(mSeries.shown().size()));
-    for (auto entry = mSeries.shown().constBegin(); entry != mSeries.shown().constEnd(); ++entry) {
-        SceneSeries drawn;
+    lines.reserve(only == kEverySeries ? static_cast<std::size_t>(mSeries.shown().size()) : 1);
+    int order = 0;
+    for (auto entry = mSeries.shown().constBegin(); entry != mSeries.shown().constEnd(); ++entry, ++order) {
+        if (only != kEverySeries && only != order) {
+            continue;
+        }
+        SceneSeries &drawn = lines.emplace_back();
         drawn.key = entry.key();
+        drawn.order = order;
         drawn.series = &*entry;
         if (mSeries.fillsGaps()) {
-            const auto secondsAt = [this](int index) {
-                return mView.getDateTimeByIndex(index).toSecsSinceEpoch();
-            };
-            drawn.filled = std::make_shared<const se::RPCFormulaResultCache>(
-                fillGaps(*entry, mView.mPointCount, secondsAt));
-            drawn.series = drawn.filled.get();
+            fill(drawn);
             const int grown = pointCount(*drawn.series) - end;
             end += grown;
             start = start > 0 ? std::max(start + grown, 0) : start;
         }
-        const bool volume = mView.isVolFormula(entry.key().mFormula);
-        const auto range = mRanges.drawn().constFind(entry.key());
-        if ((volume && !mView.mShowVolume) || range == mRanges.drawn().constEnd()) {
-            continue;
-        }
-        drawn.inVolumeBand = volume;
-        drawn.target = volume && hasVolume() ? layout.volume : layout.price;
         drawn.start = start;
         drawn.end = end;
         drawn.last = mView.mPointCount - 1;
-        addLines(drawn, entry.key(), *range, pane);
-        lines.push_back(std::move(drawn));
+        if (!describe(drawn, pane)) {
+            lines.pop_back();
+        }
     }
     return lines;
 }
 
-void SceneSource::addLines(SceneSeries &to, const CFormulaKey &key, const CDrawStyle::Range &shared,
-                           const QSize &pane) const {
+/// Puts a copy without gaps in place of a series.
+void SceneSource::fill(SceneSeries &drawn) const {
+    const auto secondsAt = [this](int index) { return mView.getDateTimeByIndex(index).toSecsSinceEpoch(); };
+    drawn.filled = std::make_shared<const se::RPCFormulaResultCache>(
+        fillGaps(*drawn.series, mView.mPointCount, secondsAt));
+    drawn.series = drawn.filled.get();
+}
+
+/// Where a series lies, and its lines; false when it is not drawn.
+bool SceneSource::describe(SceneSeries &drawn, const QSize &pane) const {
+    const bool volume = mView.isVolFormula(drawn.key.mFormula);
+    const auto range = mRanges.drawn().constFind(drawn.key);
+    if ((volume && !mView.mShowVolume) || range == mRanges.drawn().constEnd()) {
+        return false;
+    }
+    const ChartLayout layout = chartLayout(pane, hasVolume());
+    drawn.inVolumeBand = volume;
+    drawn.target = volume && hasVolume() ? layout.volume : layout.price;
+    addLines(drawn, *range, pane);
+    return true;
+}
+
+void SceneSource::addLines(SceneSeries &to, const CDrawStyle::Range &shared, const QSize &pane) const {
     const se::RPCFormulaResultCache &series = *to.series;
-    const bool isVolume = key.mFormula.contains(QLatin1String("REALTIMEVOL"));
+    const CFormulaKey &key = to.key;
+    const QLatin1String kVolume("REALTIMEVOL");
+    const bool isVolume = key.mFormula.size() >= kVolume.size() && key.mFormula.contains(kVolume);
     const bool isChart = mDisplayType == EIndexDisplayType::Main && key.mFormula == QLatin1String("REALTIME");
     to.lines.reserve(static_cast<std::size_t>(std::max(lineCount(series), 0)));
     for (int i = 0; i < lineCount(series); ++i) {

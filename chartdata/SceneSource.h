@@ -29,17 +29,20 @@ public:
     void findSeries(SceneLines &lines) const;
     /// Last index of that; -1 when it has no point.
     int lastStill() const;
-    /// The newest points; none on a day that is not live.
-    SceneLines tail(const QSize &pane) const;
+    /// The newest points, of one series alone where its order is told; none on a day that is not live.
+    SceneLines tail(const QSize &pane, int only = kEverySeries) const;
     bool hasTail() const { return tailCount() > 0; }
+    /// Place of a series of the pane among those that are shown; kEverySeries for any other.
+    int orderOf(const se::RPCFormulaResultCache &series) const;
     /// Whether a changed point is seen beyond its own place: gaps follow it, or a drawing that is always whole.
     bool isSpread(const se::RPCFormulaResultCache &series) const;
 
 private:
     int tailCount() const;
-    SceneLines lines(const QSize &pane, int start, int end) const;
-    void addLines(SceneSeries &to, const CFormulaKey &key, const CDrawStyle::Range &range,
-                  const QSize &pane) const;
+    SceneLines lines(const QSize &pane, int start, int end, int only = kEverySeries) const;
+    void fill(SceneSeries &drawn) const;
+    bool describe(SceneSeries &drawn, const QSize &pane) const;
+    void addLines(SceneSeries &to, const CDrawStyle::Range &range, const QSize &pane) const;
     bool isHiddenNetValue(const CFormulaKey &key, const se::RPCFormulaMetaResult &meta, int line) const;
     bool hasVolume() const;
 

@@ -21,6 +21,7 @@ namespace TC {
 namespace {
 
 const QColor kNoticeColor(255, 0, 0, 255);
+const QBrush kNoBrush(QColor(0, 0, 0, 0), Qt::SolidPattern);
 const QColor kRegionLineColor(234, 153, 49, 255);
 
 QPen dashedPen(const QColor &color) {
@@ -46,7 +47,7 @@ void GraphLayers::paint(const QWidget &graph, const QPaintEvent &event, QPainter
     if (isGroupModelHidden()) {
         paintGroupModelNotice(painter, graph);
     }
-    painter.setBrush(QBrush(QColor(0, 0, 0, 0), Qt::SolidPattern));
+    painter.setBrush(kNoBrush);
     paintSelections(painter, look);
     paintRegionLines(painter, graph.height());
     mSources.drawings.drawGraph(painter);

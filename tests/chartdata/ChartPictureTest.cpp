@@ -178,6 +178,35 @@ TEST_F(Picture, DamageOfATickIsRowsOfItsColumns) {
     EXPECT_EQ(mPicture.takeDirtyRegion(), QRegion(kPane));
 }
 
+TEST_F(Picture, DamageOfATickIsThatOfItsSeriesAlone) {
+    const CFormulaKey volume = key("SH600000", "REALTIMEVOL");
+    mView.mShowVolume = true;
+    store(volume, {100.0, 200.0, 300.0, 400.0}, 10);
+    mRanges.adopt({{volume, {500.0, 0.0}}}, true);
+    mPicture.draw(kPane);
+    mPicture.takeDirtyRegion();
+    change(3);
+    // Of 200 rows the volume has those from 133 on.
+    const QRect price = mPicture.takeDirtyRegion().boundingRect();
+    EXPECT_FALSE(price.isEmpty());
+    EXPECT_LT(price.bottom(), 133);
+    mShown[volume].result.mValues[0][3] = 450.0;
+    mPicture.notePoint({&*mShown.constFind(volume), 3});
+    mPicture.noteDamage(ePointChanged);
+    // Its rows are 136 to 197, and 450 of 500 lies on row 136 + 0.1 * 61 = 142.1, with one to spare above it.
+    const QRect stick = mPicture.takeDirtyRegion().boundingRect();
+    EXPECT_EQ(stick.top(), 141);
+    EXPECT_EQ(stick.bottom(), 197);
+    change(3);
+    mShown[volume].result.mValues[0][3] = 420.0;
+    mPicture.notePoint({&*mShown.constFind(volume), 3});
+    mPicture.noteDamage(ePointChanged);
+    // The price has rows 3 to 130, and 10.3 of 11.0 to 9.0 lies on row 3 + 0.35 * 127 = 47.5.
+    const QRect both = mPicture.takeDirtyRegion().boundingRect();
+    EXPECT_EQ(both.top(), 46);
+    EXPECT_EQ(both.bottom(), 197);
+}
+
 TEST_F(Picture, WhatAnEarlierPaintingShowedOfTheTailIsDamagedToo) {
     mPicture.draw(kPane);
     mPicture.takeDirtyRegion();
