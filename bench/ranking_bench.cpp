@@ -1,5 +1,6 @@
 // The ranking of 5 000 instruments over a stretch: the whole day of 241 minutes, and half an hour of it.
 
+#include "host/services/CHostClock.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketWriter.h"
 #include "terminal/market/SimulatedExchange.h"
@@ -75,7 +76,8 @@ int main(int argc, char **argv) {
         fail(trouble);
     }
     fill(store);
-    const SimulatedClock clock(timeOf(kDay, 960), 1.0);
+    SimulatedClock clock(timeOf(kDay, 960), 1.0);
+    TC::CSingletonT<TC::CHostClock>::install(&clock);
     SimulatedExchange exchange(store, clock);
     for (int run = 0; run < 3; ++run) {
         rankAndTell(store, exchange, "whole day", 570, 900);

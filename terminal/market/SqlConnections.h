@@ -12,7 +12,7 @@ constexpr int kForeignPatience = 3000;
 
 /// What a connection may keep of its file in memory, in kilobytes. Each thread has one, and fills it in hours of use: that of
 /// one that only reads is small, since the system keeps the file's pages too.
-constexpr int kReadersPages = 2000;
+constexpr int kReadersPages = 500;
 constexpr int kWritersPages = 16000;
 void keepPages(const QSqlDatabase &database, int kilobytes);
 
