@@ -29,13 +29,20 @@ ProgressTeller::~ProgressTeller() {
 }
 
 bool ProgressTeller::operator()(int done, int total) {
+    const bool goesOn = tell(done, total);
+    if (mDialog && mDialog->isVisible()) {
+        QApplication::processEvents();
+    }
+    return goesOn && !(mDialog && mDialog->wasCanceled());
+}
+
+bool ProgressTeller::tell(int done, int total) {
     if (mSince.elapsed() < kUntold) {
         return true;
     }
     const int percent = total > 0 ? static_cast<int>(100LL * done / total) : 0;
     if (mDialog) {
         mDialog->setValue(percent);
-        QApplication::processEvents();
         return !mDialog->wasCanceled();
     }
     if (percent != mToldPercent && isatty(STDERR_FILENO)) {

@@ -17,7 +17,9 @@ public:
     ProgressTeller(const ProgressTeller &) = delete;
     ProgressTeller &operator=(const ProgressTeller &) = delete;
 
-    /// False when the user has stopped the work.
+    /// Tells how far work of another thread is. False when the user has stopped it.
+    bool tell(int done, int total);
+    /// The same for work of this thread, which lets the dialog have its turn.
     bool operator()(int done, int total);
 
 private:

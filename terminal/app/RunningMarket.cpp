@@ -61,6 +61,8 @@ void RunningMarket::setBehindCheck(std::function<bool()> isBehind) {
 }
 
 void RunningMarket::start() {
+    mIsStarted = true;
+    mExchange.forgetRunningDays();
     if (!mLive) {
         mClock.resume();
         mExchange.start();

@@ -33,7 +33,9 @@ public:
     /// Tells whether what listeners were told is still under way; before start(), and asked on any thread until stop().
     void setBehindCheck(std::function<bool()> isBehind);
 
+    /// The store has the days before the running one.
     void start();
+    bool isStarted() const { return mIsStarted; }
     /// No listener is called afterwards.
     void stop();
 
@@ -51,6 +53,7 @@ private:
     CMarketStore &mStore;
     SimulatedClock &mClock;
     SimulatedExchange mExchange;
+    bool mIsStarted = false;
     FollowedClock mFollowed{mClock};
     std::mutex mLock; ///< guards what follows
     std::condition_variable mBeat;

@@ -2,6 +2,7 @@
 
 #include "host/toolkit/PriceDecimals.h"
 #include "host/toolkit/Wording.h"
+#include "terminal/app/DefaultPaths.h"
 #include "terminal/formula/HostFormulaInputs.h"
 #include "terminal/formula/RequestDays.h"
 #include "terminal/market/Compositions.h"
@@ -14,7 +15,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <system_error>
@@ -158,8 +158,8 @@ QString TerminalServices::openStore(const TerminalSettings &settings, const QStr
     });
 }
 
-/// The store and the running market, up to its time.
-QString TerminalServices::openMarket(const TerminalSettings &settings, const Progress &progress) {
+/// The store and the running market.
+QString TerminalServices::openMarket(const TerminalSettings &settings) {
     const QString history =
         settings.history.isEmpty() ? mConfig.value(QStringLiteral("history")) : settings.history;
     const QString failed = openStore(settings, history);
@@ -179,16 +179,21 @@ QString TerminalServices::openMarket(const TerminalSettings &settings, const Pro
         mRunning->exchange().close(); // nothing is made up beside days of a server
     }
     const QString wrong = server.isEmpty() ? QString() : mRunning->follow(server);
-    if (!wrong.isEmpty()) {
-        return QStringLiteral("feed: %1").arg(wrong);
-    }
+    return wrong.isEmpty() ? QString() : QStringLiteral("feed: %1").arg(wrong);
+}
+
+QString TerminalServices::fill(const Progress &progress) {
     return fillStore(mStore, mClock->now(), progress);
 }
 
 QString TerminalServices::start(const TerminalSettings &settings, const Progress &progress) {
-    const QString unopened = openMarket(settings, progress);
-    if (!unopened.isEmpty()) {
-        return unopened;
+    QString failed = openMarket(settings);
+    const bool isFillLeft = failed.isEmpty() && settings.leavesFill && lacksDays(mStore, mClock->now());
+    if (failed.isEmpty()) {
+        failed = isFillLeft ? putInstruments(mStore) : fill(progress);
+    }
+    if (!failed.isEmpty()) {
+        return failed;
     }
     mMarket = std::make_unique<MarketServices>(mStore);
     mFeed = std::make_unique<CompositeFeed>(mRunning->feed(), [this](const QString &key, int day) {
@@ -220,10 +225,16 @@ QString TerminalServices::start(const TerminalSettings &settings, const Progress
     mInstallations = std::make_unique<Installations>(*this);
     refreshSmartKeys();
     mRunning->setBehindCheck([this] { return mFormulas->pendingResults() > 0; });
+    if (!isFillLeft) {
+        begin();
+    }
+    return {};
+}
+
+void TerminalServices::begin() {
     mTrade->advance(); // the trades of the day so far are there from the start
     mRunning->start();
     mTrade->start();
-    return {};
 }
 
 /// The trading day of a request, whose trades will be drawn into what comes of it.
@@ -423,26 +434,6 @@ bool TerminalServices::isTrading(const QString &key) const {
 qint64 marketStart(const Catalogue &catalogue, qint64 now) {
     const qint64 auction = simulationStart(catalogue, now);
     return now > auction && now < auction + kShareDay ? now : auction + kHour;
-}
-
-QString defaultStorePath() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/market.db");
-}
-
-QString defaultHistoryStorePath() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/history.db");
-}
-
-QString defaultFormulaFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/formulas");
-}
-
-QString defaultScriptFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/scripts");
-}
-
-QString defaultConfigPath() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/config.json");
 }
 
 } // namespace terminal

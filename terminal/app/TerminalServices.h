@@ -57,6 +57,7 @@ struct TerminalSettings {
     QString
         feed; ///< server of a live market; empty for the one of the configuration, or the terminal's own market
     QString history; ///< server of past days; empty for the one of the configuration, or none
+    bool leavesFill = false; ///< days that the store lacks are left to TerminalServices::fill()
     std::optional<qint64>
         start; ///< market time to start at, milliseconds since the epoch; else by the real time
 };
@@ -69,6 +70,13 @@ public:
     static std::unique_ptr<TerminalServices> open(const TerminalSettings &settings, QString &error,
                                                   const Progress &progress = {});
     ~TerminalServices();
+
+    /// Whether the store lacks days that were left: fill() adds them, on any thread, and begin() lets the market run then. Until
+    /// then there are instruments and no prices that hold.
+    bool isFillDue() const { return !mRunning->isStarted(); }
+    /// Answers an empty text or what went wrong.
+    QString fill(const Progress &progress);
+    void begin();
 
     CMarketStore &store() { return mStore; }
     ConfigService &config() { return mConfig; }
@@ -137,7 +145,7 @@ private:
     TerminalServices(const TerminalSettings &settings);
     /// The instrument whose trading days are those of a key: itself, or the first member of an index or portfolio.
     static const Instrument *dayInstrumentOf(const Catalogue &catalogue, const QString &key);
-    QString openMarket(const TerminalSettings &settings, const Progress &progress);
+    QString openMarket(const TerminalSettings &settings);
     QString openStore(const TerminalSettings &settings, const QString &history);
     QString start(const TerminalSettings &settings, const Progress &progress);
     int requestedDay(const TC::CFormulaParam &param);
@@ -177,16 +185,5 @@ private:
 /// The market time to start at when it is `now`, both in milliseconds since the epoch: `now` while the Chinese share
 /// market trades, otherwise an hour into its day, today's or the last one.
 qint64 marketStart(const Catalogue &catalogue, qint64 now);
-
-/// The store file when none is named, in the user's data folder.
-QString defaultStorePath();
-/// The one with the days of a server.
-QString defaultHistoryStorePath();
-/// The configuration file, in the user's configuration folder.
-QString defaultConfigPath();
-/// The folder of the user's own formulas, in the user's data folder.
-QString defaultFormulaFolder();
-/// The folder of the script models, in the user's data folder.
-QString defaultScriptFolder();
 
 } // namespace terminal

@@ -4,6 +4,8 @@
 #include "terminal/market/MarketWriter.h"
 #include "terminal/market/SimulatedDay.h"
 
+#include <algorithm>
+
 namespace terminal {
 namespace {
 
@@ -66,10 +68,27 @@ QSet<QString> simulatedNightMarkets() {
     return markets;
 }
 
+QDate firstFilled(const MarketCalendar &calendar, const QDate &last) {
+    return calendar.shifted(last, 1 - kFilledDays);
+}
+
+/// The days from the first one up to and with the last.
+bool areAllStored(const QVector<int> &stored, const MarketCalendar &calendar, QDate first, const QDate &last) {
+    for (; first <= last; first = calendar.next(first)) {
+        if (!std::binary_search(stored.begin(), stored.end(), dayOf(first))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Adds the missing days of one instrument, up to and with `last`.
 bool fillDays(CMarketStore &store, MarketWriter &writer, const SimulatedInstrument &simulated, qint64 row,
               const MarketCalendar &calendar, const QDate &last) {
-    const QDate first = calendar.shifted(last, 1 - kFilledDays);
+    const QDate first = firstFilled(calendar, last);
+    if (areAllStored(store.days(row), calendar, first, last)) {
+        return true;
+    }
     const std::optional<DaySummary> before = store.summaryBefore(row, dayOf(first));
     const bool goesOn = before && before->source == BarSource::Simulated && before->close > 0.0;
     double close = goesOn ? before->close : simulated.basePrice;
@@ -108,6 +127,33 @@ QString keepServedDays(CMarketStore &store) {
         writer.commit();
     }
     return writer.error();
+}
+
+QString putInstruments(CMarketStore &store) {
+    if (!store.note(kFilledNote).isEmpty()) {
+        return {};
+    }
+    MarketWriter writer(store);
+    if (putMarket(writer)) {
+        writer.commit();
+    }
+    return writer.error();
+}
+
+bool lacksDays(CMarketStore &store, qint64 now) {
+    if (hasServedDays(store)) {
+        return false;
+    }
+    const std::shared_ptr<const Catalogue> catalogue = store.catalogue();
+    const QSet<QString> nightMarkets = simulatedNightMarkets();
+    const QVector<SimulatedInstrument> &all = simulatedInstruments();
+    return std::any_of(all.begin(), all.end(), [&](const SimulatedInstrument &simulated) {
+        const Instrument *stored = catalogue->find(simulated.instrument.key());
+        const QString &market = simulated.instrument.market;
+        const MarketCalendar calendar = catalogue->calendar(market);
+        const QDate last = calendar.dayAt(now, nightMarkets.contains(market));
+        return !stored || !areAllStored(store.days(stored->id), calendar, firstFilled(calendar, last), last);
+    });
 }
 
 QString fillStore(CMarketStore &store, qint64 now, const Progress &progress) {

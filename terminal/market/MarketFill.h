@@ -19,6 +19,12 @@ constexpr int kFilledDays = 30;
 /// nothing; answers an empty text or what went wrong ("stopped" when `progress` said so).
 QString fillStore(CMarketStore &store, qint64 now, const Progress &progress = {});
 
+/// Puts the instruments of the made-up market, without their days, into a store that has none. Answers an empty text or what went
+/// wrong.
+QString putInstruments(CMarketStore &store);
+/// Whether filling a store would add days.
+bool lacksDays(CMarketStore &store, qint64 now);
+
 /// Makes a store one of served days: it is filled with the instruments alone and never with made-up days. Answers an empty
 /// text or why not: it has made-up days already, or what went wrong.
 QString keepServedDays(CMarketStore &store);

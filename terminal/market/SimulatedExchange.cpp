@@ -145,6 +145,11 @@ qint64 SimulatedExchange::deliver(Subscriber &subscriber, qint64 now, qint64 due
     return std::min(due, nextTickAfter(*subscriber.bars, now, tickSeed(subscriber.key)).value_or(due));
 }
 
+void SimulatedExchange::forgetRunningDays() {
+    std::lock_guard<std::mutex> hold(mLock);
+    mRunning.clear();
+}
+
 int SimulatedExchange::runningDay(const QString &key) const {
     const std::shared_ptr<const Catalogue> catalogue = mStore.catalogue();
     const Instrument *instrument = catalogue->find(key);

@@ -29,6 +29,8 @@ public:
     /// call.
     void close() { mIsClosed = true; }
     bool isClosed() const { return mIsClosed; }
+    /// What is known of running days goes: the days before them, which they go on from, have been filled.
+    void forgetRunningDays();
     /// Runs on a thread of its own until stop(), which sleeps until the next price or day.
     void start();
     /// Ends that thread. No listener is called afterwards.

@@ -14,8 +14,7 @@ int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint
     return dayOf(catalogue.calendar(market).dayAt(time, catalogue.nightMarkets.contains(market)));
 }
 
-TradeLedger::TradeLedger(CMarketStore &store)
-    : mStore(store), mStrategies(mStore.strategies()), mStocks(mStore.instruments()) {
+TradeLedger::TradeLedger(CMarketStore &store) : mStore(store), mStrategies(mStore.strategies()) {
     for (const TradeAccount &account : mStore.accounts()) {
         mAccounts[account.id] = account;
     }
@@ -94,8 +93,16 @@ TradeLedger::Keys TradeLedger::strategies() const {
     return mStrategies;
 }
 
-TradeLedger::Keys TradeLedger::stocks() const {
+TradeLedger::Keys TradeLedger::stocks() {
     std::lock_guard<std::mutex> hold(mLock);
+    return stocksLocked();
+}
+
+/// The store is asked at the first need of them, not at every start: it looks at each of its records.
+const TradeLedger::Keys &TradeLedger::stocksLocked() {
+    if (!std::exchange(mAreStocksRead, true)) {
+        mStocks.merge(mStore.instruments());
+    }
     return mStocks;
 }
 
@@ -188,7 +195,8 @@ void TradeLedger::forgetImports() {
     std::lock_guard<std::mutex> hold(mLock);
     mBooks.forgetImports();
     mIsForgettingImports = true;
-    mNotices.linkage.insert(mStocks.begin(), mStocks.end()); // of days that are not in memory, too
+    const Keys &stocks = stocksLocked();
+    mNotices.linkage.insert(stocks.begin(), stocks.end()); // of days that are not in memory, too
     for (auto account = mAccounts.begin(); account != mAccounts.end();) {
         account =
             account->second.source == TradeSource::Imported ? mAccounts.erase(account) : std::next(account);
@@ -286,6 +294,7 @@ bool TradeLedger::write() {
         std::swap(batch, mPending);
     } else if (reread && mPending.isEmpty()) {
         mStocks = stocks;
+        mAreStocksRead = true;
         mNotices.stocks = true;
     }
     return mPending.isEmpty();

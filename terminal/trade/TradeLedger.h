@@ -43,7 +43,7 @@ public:
     long long finishedOf(int task, const std::string &instrument) const;
     std::vector<TradeAccount> accounts() const;
     Keys strategies() const;
-    Keys stocks() const;
+    Keys stocks();
     /// Days from a day on that have own records of an account, or are in memory.
     std::set<int> daysFrom(const std::string &account, int day);
     std::set<int> finishedDays(const std::string &account) { return mStore.finishedDays(account); }
@@ -91,6 +91,7 @@ private:
     // Under the lock.
     void noteChanges(const TradeChanges &changes);
     void addAccountLocked(const TradeAccount &account);
+    const Keys &stocksLocked();
 
     TradeStore mStore;
     QString mTrouble; ///< of the last writing; of the thread that writes
@@ -98,7 +99,8 @@ private:
     TradeBooks mBooks;
     std::map<std::string, TradeAccount> mAccounts;
     Keys mStrategies;
-    Keys mStocks;
+    Keys mStocks; ///< until those of the store are read, only of what has been entered
+    bool mAreStocksRead = false;
     TradeBatch mPending; ///< not written yet
     QString mReadTrouble; ///< of the last reading, empty when it went well
     bool mIsForgettingImports = false; ///< the store has imports yet that are to go from it

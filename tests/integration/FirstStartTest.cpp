@@ -1,0 +1,105 @@
+// A start with a store that has no days yet: the window is there while they are made.
+
+#include "tests/integration/TerminalFixture.h"
+
+#include "terminal/app/FillBehind.h"
+
+using namespace terminal;
+
+namespace {
+
+class FirstStartTest : public ::testing::Test {
+protected:
+    const QDate mToday{2026, 11, 20};
+    const qint64 mNow = timeOf(mToday, 630);
+
+    void open(bool leavesFill) {
+        TerminalSettings settings;
+        settings.store = mFolder.filePath("market.db");
+        settings.config = mFolder.filePath("config.json");
+        settings.start = mNow;
+        settings.leavesFill = leavesFill;
+        QString error;
+        mServices = TerminalServices::open(settings, error);
+        ASSERT_TRUE(mServices) << qPrintable(error);
+        mServices->clock().setTime(mNow);
+        mServices->clock().pause();
+    }
+    qint64 rowOf(const QString &key) { return mServices->store().catalogue()->find(key)->id; }
+
+    QTemporaryDir mFolder;
+    std::unique_ptr<TerminalServices> mServices;
+};
+
+/// Sees whether a window is painted while days are lacking.
+class PaintWatch : public QObject {
+public:
+    PaintWatch(QWidget &window, const TerminalServices &services) : mServices(services) {
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override {
+        mSeen = mSeen || (event->type() == QEvent::Paint && mServices.isFillDue());
+        return false;
+    }
+    bool hasSeen() const { return mSeen; }
+
+private:
+    const TerminalServices &mServices;
+    bool mSeen = false;
+};
+
+} // namespace
+
+TEST_F(FirstStartTest, TheWindowIsPaintedBeforeTheDaysAreThere) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    EXPECT_TRUE(mServices->isFillDue());
+    EXPECT_TRUE(mServices->store().days(rowOf("SH600000")).isEmpty());
+    TerminalWindow window(*mServices);
+    window.resize(1200, 760);
+    const PaintWatch watch(window, *mServices);
+    window.show();
+    EXPECT_EQ(fillBehind(*mServices), QString());
+    EXPECT_TRUE(watch.hasSeen());
+    EXPECT_FALSE(mServices->isFillDue());
+    EXPECT_TRUE(window.showInstrument("SH600000")) << qPrintable(window.status());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.view()->isComplete(); }, 10000));
+    EXPECT_GT(window.view()->pointCount(), 0);
+}
+
+TEST_F(FirstStartTest, TheMarketIsTheOneThatIsFilledAtOnce) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    const int today = dayOf(mToday);
+    mServices->feed().dayBars("SH600000", today); // of days that are not there yet
+    ASSERT_EQ(fillBehind(*mServices), QString());
+    CMarketStore other;
+    ASSERT_EQ(other.open(mFolder.filePath("other.db")), QString());
+    ASSERT_EQ(fillStore(other, mNow), QString());
+    for (const Instrument &instrument : other.catalogue()->instruments) {
+        const qint64 row = rowOf(instrument.key());
+        const QVector<int> days = other.days(instrument.id);
+        ASSERT_EQ(mServices->store().days(row), days) << qPrintable(instrument.key());
+        EXPECT_TRUE(mServices->store().bars(row, days.first()) == other.bars(instrument.id, days.first()))
+            << qPrintable(instrument.key());
+    }
+    SimulatedClock clock(mNow, 1.0);
+    clock.pause();
+    SimulatedExchange exchange(other, clock);
+    clock.setTime(mNow);
+    mServices->clock().setTime(mNow);
+    mServices->clock().pause();
+    EXPECT_FALSE(exchange.dayBars("SH600000", today).empty());
+    EXPECT_TRUE(mServices->feed().dayBars("SH600000", today) == exchange.dayBars("SH600000", today));
+}
+
+TEST_F(FirstStartTest, AStoppedFillIsMadeGoodByTheNextStart) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    EXPECT_NE(mServices->fill([](int done, int) { return done < 3; }), QString());
+    EXPECT_TRUE(mServices->store().days(rowOf("SH600000")).isEmpty());
+    mServices.reset();
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    EXPECT_FALSE(mServices->isFillDue());
+    EXPECT_EQ(mServices->store().days(rowOf("SH600000")).size(), kFilledDays);
+    mServices.reset();
+    ASSERT_NO_FATAL_FAILURE(open(true)); // nothing is lacking
+    EXPECT_FALSE(mServices->isFillDue());
+}
