@@ -43,7 +43,7 @@ struct RPCFormulaResult {
     std::vector<qint32> mPointTags; ///< per point, the formula service's own
     std::vector<std::vector<double>> mValues; ///< per line, per point
     std::vector<std::vector<qint32>> mExtra1; ///< per line, per point: colour, or kDefaultColor
-    std::vector<std::vector<std::string>> mTexts; ///< per line, per point, UTF-8
+    std::vector<std::vector<std::string>> mTexts; ///< per line, per point, UTF-8; empty of a line without
     std::vector<std::vector<double>> mExtra2; ///< per line, per point: second value of the drawing
     std::vector<double> mShared1; ///< the formula service's own
     std::vector<std::string> mShared2; ///< the formula service's own
@@ -54,7 +54,7 @@ struct RPCFormulaInstantResult {
     TimePosition mTime;
     std::vector<double> mValues; ///< one per line
     std::vector<qint32> mExtra1; ///< one per line
-    std::vector<std::string> mTexts; ///< one per line
+    std::vector<std::string> mTexts; ///< one per line; empty when no line ever has one
     std::vector<double> mExtra2; ///< one per line
 };
 

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include <boost/iterator/transform_iterator.hpp>
+
 #include <algorithm>
 #include <utility>
 
@@ -20,10 +22,8 @@ std::vector<double> shownValues(const Operand &values, std::size_t count) {
     if (values.isNumber()) {
         return std::vector<double>(count, shown(values.number));
     }
-    std::vector<double> all(values.node->values().begin(),
-                            values.node->values().begin() + static_cast<std::ptrdiff_t>(count));
-    std::transform(all.begin(), all.end(), all.begin(), shown);
-    return all;
+    const double *const first = values.node->values().data();
+    return {boost::make_transform_iterator(first, shown), boost::make_transform_iterator(first + count, shown)};
 }
 
 /// First bar from which on bars differ from those before.
@@ -154,15 +154,21 @@ private:
         return result;
     }
 
-    static void addLine(se::RPCFormulaResult &result, const FormulaDrawing &drawing, std::size_t count) {
+    /// Whether a line has texts now or at another time: a file that reads values may draw others with the next bar.
+    bool mayHaveTexts(const FormulaDrawing &drawing) const {
+        return mRun->readsValues || !drawing.texts.empty();
+    }
+
+    /// A line that never has texts has no list of them, which would take more than all else of its points.
+    void addLine(se::RPCFormulaResult &result, const FormulaDrawing &drawing, std::size_t count) const {
         result.mValues.push_back(shownValues(drawing.values, count));
         result.mExtra2.push_back(shownValues(drawing.second.value_or(kNoValue), count));
         std::vector<qint32> &colors = result.mExtra1.emplace_back(count, se::kDefaultColor);
         for (std::size_t i = 0; i < count && !drawing.colors.empty(); ++i) {
             colors[i] = drawing.colorAt(i);
         }
-        std::vector<std::string> &texts = result.mTexts.emplace_back(count);
-        for (std::size_t i = 0; i < count && !drawing.texts.empty(); ++i) {
+        std::vector<std::string> &texts = result.mTexts.emplace_back(mayHaveTexts(drawing) ? count : 0);
+        for (std::size_t i = 0; i < texts.size() && !drawing.texts.empty(); ++i) {
             texts[i] = drawing.textAt(i);
         }
     }
@@ -176,13 +182,18 @@ private:
         point.mTime = {bars[last].time, 0};
         point.mValues.assign(lineCount(), TC::kUnsetValue);
         point.mExtra1.assign(lineCount(), se::kDefaultColor);
-        point.mTexts.assign(lineCount(), std::string());
+        const bool hasTexts =
+            mRun->error || std::any_of(mRun->lines.begin(), mRun->lines.end(),
+                                       [this](const auto &line) { return mayHaveTexts(line); });
+        point.mTexts.resize(hasTexts ? lineCount() : 0);
         point.mExtra2.assign(lineCount(), TC::kUnsetValue);
         for (std::size_t line = 0; line < lineCount() && !mRun->error; ++line) {
             const FormulaDrawing &drawing = mRun->lines[line];
             point.mValues[line] = shown(drawing.values.at(last));
             point.mExtra1[line] = drawing.colorAt(last);
-            point.mTexts[line] = drawing.textAt(last);
+            if (hasTexts) {
+                point.mTexts[line] = drawing.textAt(last);
+            }
             point.mExtra2[line] = drawing.second ? shown(drawing.second->at(last)) : TC::kUnsetValue;
         }
         return point;

@@ -5,10 +5,12 @@
 namespace terminal {
 namespace {
 
-/// Puts a count of values in front of each line.
+/// Puts a count of values in front of each line that has a list.
 template <class Value> void padLines(std::vector<std::vector<Value>> &lines, size_t count, const Value &value) {
     for (std::vector<Value> &line : lines) {
-        line.insert(line.begin(), count, value);
+        if (!line.empty()) {
+            line.insert(line.begin(), count, value);
+        }
     }
 }
 

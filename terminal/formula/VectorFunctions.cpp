@@ -189,7 +189,11 @@ StateAndValue smooth(double before, double x, double weight, double) {
     if (std::isnan(x) || std::isnan(weight)) {
         return {before, kNoValue};
     }
-    const double next = std::isnan(before) ? x : finite(before + weight * (x - before));
+    const double next = std::isnan(before) ? x : before + weight * (x - before);
+    // A jump that is foreseen: choosing without one would have every point wait for the look at the point before.
+    if (Q_UNLIKELY(!std::isfinite(next))) {
+        return {kNoValue, kNoValue};
+    }
     return {next, next};
 }
 StateAndValue sinceLast(double before, double condition, double, double) {

@@ -25,16 +25,14 @@ bool VectorGraph::evaluate(const MinuteBars &bars, std::size_t from, int millise
     mBars.resize(from);
     mBars.insert(mBars.end(), bars.begin() + static_cast<std::ptrdiff_t>(from), bars.end());
     std::size_t work = 0;
-    for (const std::unique_ptr<VectorNode> &node : mNodes) {
-        work += node->isUsed() ? node->left(from, mBars.size()) : 0;
-    }
     std::optional<TimeLimit> limit;
-    if (work > kQuick) {
-        limit.emplace(milliseconds);
-    }
     for (const std::unique_ptr<VectorNode> &node : mNodes) {
         if (!node->isUsed()) {
             continue;
+        }
+        work += node->left(from, mBars.size());
+        if (work > kQuick && !limit) {
+            limit.emplace(milliseconds);
         }
         node->update(from, mBars.size());
         if (limit && limit->isOver()) {

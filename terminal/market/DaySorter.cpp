@@ -89,10 +89,9 @@ BarFault DaySorter::take(const BarRow &row, const BarRow &before) {
         mResult.repeated.add(line, QStringLiteral("the same minute over again"));
         return sameValues(before, row)
                    ? BarFault()
-                   : BarFault{line,
-                              QStringLiteral("%1 of %2 stands on line %3 with other values")
-                                  .arg(clockText(row.clock), calendarDate(row.date).toString(Qt::ISODate))
-                                  .arg(std::min(row.line, before.line))};
+                   : BarFault{line, QStringLiteral("%1 of %2 stands on line %3 with other values")
+                                        .arg(clockText(row.clock), calendarDate(row.date).toString(Qt::ISODate))
+                                        .arg(std::min(row.line, before.line))};
     }
     if (row.date != mDate || row.clock >= mDateEnd || row.tradingDay != mTradingDay) {
         const BarFault fault = enterSession(row);

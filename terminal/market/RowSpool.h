@@ -56,9 +56,8 @@ public:
     bool read(size_t list, std::vector<Row> &rows) {
         rows.clear();
         rows.reserve(count(list));
-        return eachPart(list, [&rows](const std::vector<Row> &part) {
-            rows.insert(rows.end(), part.begin(), part.end());
-        });
+        return eachPart(
+            list, [&rows](const std::vector<Row> &part) { rows.insert(rows.end(), part.begin(), part.end()); });
     }
     /// One line about what went wrong.
     const QString &error() const { return mFile.error(); }

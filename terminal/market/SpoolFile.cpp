@@ -13,7 +13,8 @@ bool SpoolFile::check(bool good) {
 }
 
 bool SpoolFile::append(const void *bytes, qint64 count) {
-    const bool good = check(mFile.isOpen() || mFile.open()) && check(mFile.pos() == mSize || mFile.seek(mSize)) &&
+    const bool good = check(mFile.isOpen() || mFile.open()) &&
+                      check(mFile.pos() == mSize || mFile.seek(mSize)) &&
                       check(mFile.write(static_cast<const char *>(bytes), count) == count);
     mSize += good ? count : 0;
     return good;

@@ -20,7 +20,8 @@ BarRow rowAt(int line, int date, int clock, double price = 10.0) {
 }
 
 /// Checks all rows, then adds them in these parts; answers the days as they were completed.
-QMap<QDate, MinuteBars> sorted(std::vector<std::vector<BarRow>> parts, const BarReading &reading, BarDays &days) {
+QMap<QDate, MinuteBars> sorted(std::vector<std::vector<BarRow>> parts, const BarReading &reading,
+                               BarDays &days) {
     QMap<QDate, MinuteBars> result;
     DaySorter sorter(reading, days);
     for (const std::vector<BarRow> &part : parts) {
@@ -89,5 +90,6 @@ TEST(DaySorter, TheRowsToAddFollowThoseBefore) {
     ASSERT_TRUE(sorter.add(first).isNone());
     EXPECT_TRUE(sorter.completePastDays().empty()) << "another row of this day may come";
     std::vector<BarRow> other{rowAt(3, 20141230, 600, 11.0)};
-    EXPECT_EQ(sorter.add(other).reason, QStringLiteral("10:00 of 2014-12-30 stands on line 2 with other values"));
+    EXPECT_EQ(sorter.add(other).reason,
+              QStringLiteral("10:00 of 2014-12-30 stands on line 2 with other values"));
 }

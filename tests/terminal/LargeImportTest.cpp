@@ -6,6 +6,9 @@
 
 #include <QDir>
 
+#include <algorithm>
+#include <memory>
+
 #include <malloc.h>
 
 using namespace terminal;
@@ -44,9 +47,12 @@ protected:
             for (int day = 0; day < daysOfYear; ++day) {
                 const QByteArray date = QDate(year, 1, 1).addDays(day).toString(Qt::ISODate).toLatin1();
                 for (int minute = 571; minute <= 690; ++minute) {
-                    const QByteArray rest =
-                        "," + date + " " + (minute < 600 ? "09:" : minute < 660 ? "10:" : "11:") +
-                        QByteArray::number(minute % 60).rightJustified(2, '0') + ",10,10.2,9.9,10.1,1000,10100\n";
+                    const QByteArray rest = "," + date + " " +
+                                            (minute < 600   ? "09:"
+                                             : minute < 660 ? "10:"
+                                                            : "11:") +
+                                            QByteArray::number(minute % 60).rightJustified(2, '0') +
+                                            ",10,10.2,9.9,10.1,1000,10100\n";
                     content += "600001.SH" + rest + "600002.SH" + rest;
                 }
             }
@@ -146,7 +152,8 @@ TEST_F(LargeImportTest, TicksThatWaitOnTheDiskAreStored) {
     QByteArray content("symbol,datetime,price,volume\n");
     for (int i = 0; i < 100; ++i) {
         const QByteArray time = "2025-03-24 10:" + QByteArray::number(10 + i / 2 % 50);
-        content += (i % 2 == 0 ? "600001.SH," : "600002.SH,") + time + ":30,10," + QByteArray::number(i + 1) + "\n";
+        content +=
+            (i % 2 == 0 ? "600001.SH," : "600002.SH,") + time + ":30,10," + QByteArray::number(i + 1) + "\n";
     }
     const ImportOutcome outcome = importMarketFile(mStore, options, write("ticks.csv", content));
     ASSERT_EQ(outcome.error.toStdString(), "");

@@ -69,7 +69,8 @@ TEST(LuaFormulaTest, ASeriesHasAPointForEachBar) {
     EXPECT_EQ(result.mValid, (std::vector<qint32>{1, 1, 1}));
     EXPECT_EQ(result.mValues[0], (std::vector<double>{TC::kUnsetValue, 1.5, 3.0}));
     EXPECT_EQ(result.mExtra1[0], std::vector<qint32>(3, se::kDefaultColor));
-    EXPECT_EQ(result.mTexts[0], std::vector<std::string>(3));
+    EXPECT_EQ(result.mTexts, (std::vector<std::vector<std::string>>{{}}))
+        << "a line without texts has no list of them";
     EXPECT_EQ(result.mExtra2[0], std::vector<double>(3, TC::kUnsetValue));
 }
 
@@ -126,6 +127,23 @@ TEST(LuaFormulaTest, DrawingsSetStyleColourTextAndNumberOfAPoint) {
     EXPECT_EQ(result.mExtra1[0], (std::vector<qint32>{0xff0000, 0x1122, 0xff0000}));
     EXPECT_EQ(result.mTexts[0], (std::vector<std::string>{"", "up", ""}));
     EXPECT_EQ(result.mExtra2[0], (std::vector<double>{200.0, 200.0, 200.0}));
+}
+
+TEST(LuaFormulaTest, TextsComeFromFilesThatDrawThemOrMayYetDrawThem) {
+    const MinuteBars two = barsOfPrices({1.0, 2.0});
+    const auto without = makeLuaFormula(formulaOf("return CLOSE"));
+    EXPECT_TRUE(without->evaluate(two).mTexts[0].empty());
+    EXPECT_TRUE(without->evaluateLast(two).mTexts.empty());
+    const auto with = makeLuaFormula(formulaOf("return TEXT(CLOSE, \"x\", 0), CLOSE", "{\"A\"}, {\"B\"}"));
+    EXPECT_EQ(with->evaluate(two).mTexts, (std::vector<std::vector<std::string>>{{"", ""}, {}}));
+    EXPECT_EQ(with->evaluateLast(two).mTexts, (std::vector<std::string>{"", ""}));
+    // Its text is taken back with a later bar.
+    const auto reading =
+        makeLuaFormula(formulaOf("if #CLOSE == 2 then return TEXT(CLOSE, \"x\", 1) end return CLOSE"));
+    EXPECT_EQ(reading->evaluate(two).mTexts, (std::vector<std::vector<std::string>>{{"x", "x"}}));
+    const MinuteBars three = barsOfPrices({1.0, 2.0, 3.0});
+    EXPECT_EQ(reading->evaluateLast(three).mTexts, (std::vector<std::string>{""}));
+    EXPECT_EQ(reading->evaluate(three).mTexts, (std::vector<std::vector<std::string>>{{"", "", ""}}));
 }
 
 TEST(LuaFormulaTest, InstructionsPutTheUsualDrawingsTogether) {

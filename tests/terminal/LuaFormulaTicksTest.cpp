@@ -83,7 +83,9 @@ void expectLast(const se::RPCFormulaResult &whole, const se::RPCFormulaInstantRe
         ASSERT_EQ(point.mValues[line], whole.mValues[line].back()) << "line " << line;
         ASSERT_EQ(point.mExtra1[line], whole.mExtra1[line].back()) << "line " << line;
         ASSERT_EQ(point.mExtra2[line], whole.mExtra2[line].back()) << "line " << line;
-        ASSERT_EQ(point.mTexts[line], whole.mTexts[line].back()) << "line " << line;
+        ASSERT_EQ(line < point.mTexts.size() ? point.mTexts[line] : "",
+                  whole.mTexts[line].empty() ? "" : whole.mTexts[line].back())
+            << "line " << line;
     }
 }
 

@@ -67,6 +67,16 @@ TEST(SeriesComputer, APositionBeforeTheFirstBarHasAPointThatIsNotValid) {
     EXPECT_EQ(series.result.mValues[0][2], 3.0);
 }
 
+TEST(SeriesComputer, AListThatALineDoesNotHaveIsNotPadded) {
+    se::RPCFormulaResult series;
+    series.mTimes = {{180, 0}};
+    series.mValid = {1};
+    series.mValues = {{3.0}};
+    series.mTexts = {{}, {"x"}};
+    padSeries(series, {60, 120});
+    EXPECT_EQ(series.mTexts, (std::vector<std::vector<std::string>>{{}, {"", "", "x"}}));
+}
+
 TEST(SeriesComputer, AnEmptySeriesIsNotPadded) {
     const SeriesComputer computer(std::make_unique<SumProgram>());
     EXPECT_TRUE(computer.series({{60, 120}, {}}).result.mTimes.empty());
