@@ -230,7 +230,8 @@ int showTerminal(TerminalServices &services, const CommandLineOptions &options, 
             return refuse(error);
         }
     }
-    window.showInstrument(start.key, start.day);
+    const QString chosen = window.view()->instrument(); // while the days were made
+    window.showInstrument(chosen.isEmpty() ? start.key : chosen, chosen.isEmpty() ? start.day : QDate());
     return QApplication::exec();
 }
 

@@ -4,6 +4,11 @@
 
 #include "terminal/app/FillBehind.h"
 
+#include <QTimer>
+
+#include <functional>
+#include <vector>
+
 using namespace terminal;
 
 namespace {
@@ -102,4 +107,53 @@ TEST_F(FirstStartTest, AStoppedFillIsMadeGoodByTheNextStart) {
     mServices.reset();
     ASSERT_NO_FATAL_FAILURE(open(true)); // nothing is lacking
     EXPECT_FALSE(mServices->isFillDue());
+}
+
+TEST_F(FirstStartTest, TheUserMayActWhileTheDaysAreMade) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    TerminalWindow window(*mServices);
+    window.show();
+    const std::vector<std::function<void()>> actions{
+        [&] { window.showInstrument("SZ000001"); },
+        [&] { window.showInstrument("CFFEXIF2612", mToday.addDays(-7)); },
+        [&] { window.setFormulaPanes(4); },
+        [&] { QTest::keyClick(&window, Qt::Key_PageDown); },
+        [&] { QTest::keyClick(&window, Qt::Key_End); },
+        [&] { QTest::keyClick(&window, Qt::Key_Up); },
+        [&] { QTest::keyClick(&window, Qt::Key_Space); },
+        [&] { window.setThemeName("light"); },
+        [&] { window.setTradesShown(false); },
+        [&] { window.setTradesShown(true); },
+        [&] { window.setFormulasShown(true); },
+        [&] { window.startReplay(mNow / 1000 - 3600, mNow / 1000); },
+        [&] { mServices->clock().setTime(mNow); },
+        [&] { window.resize(480, 320); },
+        [&] { window.resize(1200, 760); },
+    };
+    size_t done = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &window, [&] { actions[done++ % actions.size()](); });
+    timer.start(2);
+    EXPECT_EQ(fillBehind(*mServices), QString());
+    timer.stop();
+    EXPECT_GE(done, actions.size()) << "the window was held up";
+    mServices->clock().setTime(mNow);
+    window.resize(1200, 760);
+    EXPECT_TRUE(window.showInstrument("SH600000")) << qPrintable(window.status());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.view()->isComplete(); }, 10000));
+    EXPECT_GT(window.view()->pointCount(), 0);
+}
+
+TEST_F(FirstStartTest, AWindowThatIsClosedMeanwhileEndsTheFill) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    TerminalWindow window(*mServices);
+    window.show();
+    QTimer::singleShot(20, &window, [&] {
+        window.close();
+        QCoreApplication::quit();
+    });
+    fillBehind(*mServices);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(mServices->store().days(rowOf("SH600000")).isEmpty())
+        << "it was stopped, and nothing half is kept";
 }

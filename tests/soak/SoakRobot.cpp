@@ -82,6 +82,16 @@ template <class Widget> QList<Widget *> usable(const QWidget &parent) {
     return found;
 }
 
+QList<QAction *> usableEntries(const QMenu &menu) {
+    QList<QAction *> entries;
+    for (QAction *action : menu.actions()) {
+        if (action->isEnabled() && action->isVisible() && !action->isSeparator()) {
+            entries.append(action);
+        }
+    }
+    return entries;
+}
+
 } // namespace
 
 SoakRobot::SoakRobot(TerminalServices &services, TerminalWindow &window, quint32 seed, const QString &logPath)
@@ -259,16 +269,19 @@ TC::CRealtimeGraphWidget *SoakRobot::pickGraph() {
     return pickOf(usable<TC::CRealtimeGraphWidget>(mWindow));
 }
 
+bool SoakRobot::isNew(const QAction &entry) const {
+    if (!entry.menu()) {
+        return !mChosen.contains(entry.text());
+    }
+    const QList<QAction *> entries = usableEntries(*entry.menu());
+    return std::any_of(entries.begin(), entries.end(),
+                       [this](const QAction *inside) { return isNew(*inside); });
+}
+
 bool SoakRobot::useMenu(QMenu &menu) {
     QMenu *at = &menu;
     for (;;) {
-        QList<QAction *> actions;
-        for (QAction *action : at->actions()) {
-            if (action->isEnabled() && action->isVisible() && !action->isSeparator()) {
-                actions.append(action);
-            }
-        }
-        QAction *chosen = pickOf(actions);
+        QAction *chosen = pickNewOf(usableEntries(*at), [this](const QAction &entry) { return isNew(entry); });
         if (chosen && chosen->menu()) {
             at = chosen->menu();
             continue;
@@ -276,6 +289,7 @@ bool SoakRobot::useMenu(QMenu &menu) {
         const QPointer<QMenu> guard(&menu);
         if (chosen && pick(6) != 0) {
             tell("menu " + chosen->text());
+            mChosen.insert(chosen->text());
             chosen->trigger();
         } else {
             tell("menu closed");
@@ -313,8 +327,13 @@ bool SoakRobot::useDialog(QWidget &dialog) {
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
         return true;
     }
-    if (QAbstractButton *button = way < 9 ? pickOf(usable<QAbstractButton>(dialog)) : nullptr) {
-        tell(name + ": button " + button->objectName() + ' ' + button->text());
+    const auto told = [&](const QAbstractButton &button) {
+        return name + ": button " + button.objectName() + ' ' + button.text();
+    };
+    const auto isNewButton = [&](const QAbstractButton &button) { return !mChosen.contains(told(button)); };
+    if (QAbstractButton *button = way < 9 ? pickNewOf(usable<QAbstractButton>(dialog), isNewButton) : nullptr) {
+        tell(told(*button));
+        mChosen.insert(told(*button));
         button->click();
         return true;
     }

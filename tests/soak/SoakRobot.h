@@ -5,14 +5,18 @@
 #include <QMap>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <random>
 #include <vector>
 
+class QAction;
 class QMenu;
 
 namespace TC {
@@ -27,8 +31,9 @@ class TerminalWindow;
 namespace tests {
 
 /// Uses the terminal's window as a user does who has had too much coffee: keys, the mouse, menus, dialogs and commands, in
-/// an order that its seed decides. Menus and modal dialogs are used too, while they are open. Files to open or to save
-/// are never chosen; the window itself is not closed.
+/// an order that its seed decides. Menus and modal dialogs are used too, while they are open; of their entries and buttons those
+/// come first that were never chosen, so that what is made with the first use of a dialog is there after some minutes. Files to
+/// open or to save are never chosen; the window itself is not closed.
 ///
 /// Every action is written to a file before it is done, so that the file tells what ended the program.
 class SoakRobot : public QObject {
@@ -68,6 +73,15 @@ private:
     template <class Item> Item *pickOf(const QList<Item *> &items) {
         return items.isEmpty() ? nullptr : items[pick(items.size())];
     }
+    /// One of those that are new, as long as there are any.
+    template <class Item, class IsNew> Item *pickNewOf(const QList<Item *> &items, IsNew isNew) {
+        QList<Item *> fresh;
+        std::copy_if(items.begin(), items.end(), std::back_inserter(fresh),
+                     [&](Item *item) { return isNew(*item); });
+        return pickOf(fresh.isEmpty() ? items : fresh);
+    }
+    /// Whether an entry of a menu, or one of the menu behind it, was never chosen.
+    bool isNew(const QAction &entry) const;
     TC::CRealtimeGraphWidget *pickGraph();
 
     bool useMenu(QMenu &menu);
@@ -100,6 +114,7 @@ private:
     QFile mLog;
     QStringList mLast;
     QMap<QString, int> mDone;
+    QSet<QString> mChosen; ///< entries and buttons, by their names
     QTimer mTimer;
     std::function<bool()> mOnStep; ///< whether to act; empty while the robot rests
     QElapsedTimer mSinceStart;
