@@ -10,6 +10,7 @@
 #include "viewmodel/CRealtimeUiParam.h"
 #include "viewmodel/TradingSessions.h"
 
+#include <QBackingStore>
 #include <QCoreApplication>
 #include <QMouseEvent>
 
@@ -237,6 +238,12 @@ void BenchChart::redrawAll() {
         day->data->setChartRect(day->graph->rect()); // new pixmaps
     }
     updateAll();
+}
+
+QImage BenchChart::screen() const {
+    QBackingStore *store = backingStore();
+    const auto *pixels = store ? dynamic_cast<const QImage *>(store->paintDevice()) : nullptr;
+    return pixels ? pixels->copy() : QImage();
 }
 
 TC::CRealtimeData &BenchChart::data(int day) {

@@ -4,6 +4,7 @@
 #include "host/toolkit/CEventWidgetT.h"
 #include "tests/fakehost/FakeHost.h"
 
+#include <QImage>
 #include <QWidget>
 #include <boost/shared_ptr.hpp>
 
@@ -77,6 +78,8 @@ public:
     void updateAll();
     /// Drops every cache: all pixmaps are drawn anew and everything is repainted.
     void redrawAll();
+    /// What its window shows, in device pixels.
+    QImage screen() const;
 
     TC::CRealtimeData &data(int day = 0);
     TC::CRealtimeGraphWidget &graph(int day = 0);

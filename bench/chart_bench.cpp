@@ -85,6 +85,16 @@ void firstPixmap(benchmark::State &state) {
 }
 BENCHMARK(firstPixmap)->Unit(benchmark::kMicrosecond);
 
+/// What was painted piece by piece has to be what is painted when everything is drawn anew.
+void checkPixels(benchmark::State &state, bench::BenchChart &chart) {
+    const QImage pieces = chart.screen();
+    chart.redrawAll();
+    present();
+    if (pieces.isNull() || pieces != chart.screen()) {
+        state.SkipWithError("differs from a complete drawing");
+    }
+}
+
 /// A tick inside the range, by the number of points of the day.
 void tick(benchmark::State &state) {
     const int points = static_cast<int>(state.range(0));
@@ -98,6 +108,7 @@ void tick(benchmark::State &state) {
         chart.deliverPoint(points - 1, swing(day, points - 1, step++));
         present();
     }
+    checkPixels(state, chart);
 }
 BENCHMARK(tick)->Arg(60)->Arg(241)->Arg(976)->Unit(benchmark::kMicrosecond);
 
@@ -133,6 +144,7 @@ void newMinute(benchmark::State &state) {
         ++count;
         present();
     }
+    checkPixels(state, chart);
 }
 BENCHMARK(newMinute)->Unit(benchmark::kMicrosecond);
 
