@@ -100,7 +100,7 @@ bool CDrawStyle::calcMaxMin(double &max, double &min, int first, int count, Seri
         const SeriesLine points(series, line);
         if (points.isOnSharedAxis() && isOnValueAxis(points.style()) &&
             !(prices && isStickStyle(points.style()))) {
-            extremes.takeLine(series, line, first, count, validOnly, scale);
+            extremes.takeLine(points, series, line, first, count, validOnly, scale);
         }
     }
     if (extremes.isFound() && fromZero) {

@@ -33,8 +33,11 @@ inline int firstBridged(const SeriesLine &points, int index) {
 /// Of a line of any other style it is 0.
 class StackBase {
 public:
-    StackBase(const se::RPCFormulaResultCache &series, int line) {
-        if (SeriesLine(series, line).style() != eStackVolStickStyle) {
+    StackBase(const se::RPCFormulaResultCache &series, int line)
+        : StackBase(series, line, SeriesLine(series, line).style()) {}
+    /// The same of a line whose style is known.
+    StackBase(const se::RPCFormulaResultCache &series, int line, int style) {
+        if (style != eStackVolStickStyle) {
             return;
         }
         for (int below = 0; below < line; ++below) {

@@ -20,8 +20,12 @@ void takePoint(SeriesExtremes &extremes, const SeriesLine &points, const StackBa
 
 void SeriesExtremes::takeLine(const se::RPCFormulaResultCache &series, int line, int first, int count,
                               bool validOnly, float scale) {
-    const SeriesLine points(series, line);
-    const StackBase base(series, line);
+    takeLine(SeriesLine(series, line), series, line, first, count, validOnly, scale);
+}
+
+void SeriesExtremes::takeLine(const SeriesLine &points, const se::RPCFormulaResultCache &series, int line,
+                              int first, int count, bool validOnly, float scale) {
+    const StackBase base(series, line, points.style());
     const int begin = std::max(first, 0);
     const int end = static_cast<int>(std::min<qint64>(qint64(first) + std::max(count, 0), points.size()));
     for (int i = begin; i < end; ++i) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/records/RPCFormulaResult.h"
+#include "toolkit/drawing/SeriesLine.h"
 
 #include <algorithm>
 
@@ -17,6 +18,9 @@ public:
     /// Takes in `count` points of a line from `first` on, times `scale`: all that each takes up, as its style draws it.
     void takeLine(const se::RPCFormulaResultCache &series, int line, int first, int count, bool validOnly,
                   float scale);
+    /// The same of a line that has been looked up already.
+    void takeLine(const SeriesLine &points, const se::RPCFormulaResultCache &series, int line, int first,
+                  int count, bool validOnly, float scale);
 
     bool isFound() const { return mFound; }
     /// True, and only then `max` and `min` change, when there was a value and both can be placed on an axis.
