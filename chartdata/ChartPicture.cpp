@@ -193,18 +193,29 @@ Touched ChartPicture::touched(const SceneSeries &series) const {
     return touched;
 }
 
+/// What lines touch that go on where the picture ends. Where they were the tail until now it has been measured.
+Touched ChartPicture::grownPlace(const SceneLines &lines, int end) const {
+    if (mTail.isMeasured() && mTailCount - 1 == end && mDrawnEnd + 1 == end) {
+        return mTail.all();
+    }
+    Touched place;
+    for (const SceneSeries &series : lines) {
+        place.add(touched(series));
+    }
+    return place;
+}
+
 /// Draws the pixels anew that the points behind mDrawnEnd touch; false when that may be all of them.
 bool ChartPicture::grow(ChartScene scene) {
-    Touched added;
-    for (const SceneSeries &series : from(scene.lines, mDrawnEnd)) {
-        added.add(touched(series));
-    }
+    SceneLines &lines = scene.lines;
+    lines = from(std::move(lines), mDrawnEnd);
+    const Touched added = grownPlace(lines, scene.end);
     if (!added.isEmpty()) {
         QPainter painter;
         if (added.columns.width() >= mRect.width() - 2 || !painter.begin(&mImage)) {
             return false; // a text may reach anywhere
         }
-        const SceneLines lines = reachingInto(scene.lines, added.columns.left() - 1);
+        lines = reachingInto(std::move(lines), added.columns.left() - 1);
         const auto drawPart = [&](const QRect &part) {
             clearPart(painter, part, scene.look.background);
             drawGrid(painter, scene, part);
@@ -215,6 +226,7 @@ bool ChartPicture::grow(ChartScene scene) {
     }
     mPriceBandDigest = 0;
     mDrawnEnd = scene.end;
+    lines = from(std::move(lines), 0);
     mDrawn = std::move(scene);
     return true;
 }
@@ -300,7 +312,9 @@ void ChartPicture::notePoint(const SeriesPoint &point) {
     if (point.series) {
         const bool isSpread = mSource.isSpread(*point.series);
         mDrawnPointChanged |= isSpread || static_cast<int>(point.index) <= mDrawnEnd;
-        mTail.noteMoved(isSpread ? kEverySeries : mSource.orderOf(*point.series));
+        const int order = isSpread ? kEverySeries : mSource.orderOf(*point.series);
+        const bool isBehindTail = !isSpread && static_cast<int>(point.index) >= mTailCount;
+        isBehindTail ? mTail.noteLonger(order) : mTail.noteMoved(order);
     }
 }
 
@@ -331,6 +345,7 @@ Touched ChartPicture::takeDirty() {
     Touched dirty = mTail.take(measured);
     dirty.add(std::exchange(mGrown, Touched()));
     const Touched tail = placeTail(mSource.tail(mRect.size(), measured));
+    mTail.noteMeasured();
     if (damage & ~ePointChanged) {
         return {mRect, mRect, QRect()};
     }

@@ -82,6 +82,7 @@ private:
     void drawScene(const QRect &rect, const ChartScene &scene);
     bool grow(ChartScene scene);
     Touched touched(const SceneSeries &series) const;
+    Touched grownPlace(const SceneLines &lines, int end) const;
     Touched placeTail(const SceneLines &tail);
     Touched seenTail(const SceneLines &tail, const QRegion &part);
     Touched takeDirty();

@@ -124,7 +124,7 @@ SceneLines reachingInto(SceneLines lines, int left) {
                                            series.last)
                        .right() >= left;
         };
-        series.start = std::min(series.end, static_cast<int>(series.series->result.mTimes.size()) - 1);
+        series.start = std::min(series.start, static_cast<int>(series.series->result.mTimes.size()) - 1);
         while (series.start > 0 && std::any_of(series.lines.begin(), series.lines.end(), reaches)) {
             --series.start;
         }
@@ -186,7 +186,10 @@ void drawLines(QPainter &painter, const SceneLines &lines, const ChartLook &look
 
 QRegion Touched::pixels(const QRect &pane) const {
     const QRect parts[] = {price & pane, volume & pane};
-    if (parts[0].isEmpty() || parts[1].isEmpty() || parts[0].bottom() + 1 >= parts[1].top()) {
+    if (parts[0].isEmpty() || parts[1].isEmpty()) {
+        return QRegion(parts[0].isEmpty() ? parts[1] : parts[0]);
+    }
+    if (parts[0].bottom() + 1 >= parts[1].top()) {
         return QRegion(parts[0]) | QRegion(parts[1]);
     }
     QRegion pixels; // as they stand: to unite two regions takes longer than to draw a tick

@@ -74,7 +74,8 @@ quint64 priceBandDigest(const ChartScene &scene);
 bool hasGrown(const ChartScene &from, const ChartScene &to);
 /// Lines from an index on.
 SceneLines from(SceneLines lines, int start);
-/// Lines from as far back as to draw all that reaches the column `left` or lies right of it.
+/// Lines from as far back as to draw all that reaches the column `left`, of which those where they begin now do, or lies
+/// right of it.
 SceneLines reachingInto(SceneLines lines, int left);
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio; all that is seen in a part of the pane.

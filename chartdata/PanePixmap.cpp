@@ -101,6 +101,7 @@ QVector<QRect> partsOf(const QRegion &region) {
         std::copy(region.begin(), region.end(), std::back_inserter(parts));
         return parts;
     }
+    parts.reserve(region.rectCount());
     for (const QRect &rect : region) {
         const auto above = std::find_if(parts.rbegin(), parts.rend(), [&](const QRect &part) {
             return part.left() == rect.left() && part.right() == rect.right() &&

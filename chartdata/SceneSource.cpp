@@ -61,6 +61,7 @@ ChartScene SceneSource::still(const QSize &pane, double ratio) const {
     scene.ratio = ratio;
     const AxisShown axis = mAxis.shown();
     scene.columns = axis.timeLines;
+    scene.rows.reserve(axis.ticks.size());
     for (const AxisTick &tick : axis.ticks) {
         scene.rows.append(tick.y);
     }

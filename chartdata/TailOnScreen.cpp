@@ -6,6 +6,11 @@
 namespace TC {
 
 void TailOnScreen::noteMoved(int order) {
+    mIsMeasured = false;
+    noteLonger(order);
+}
+
+void TailOnScreen::noteLonger(int order) {
     mMoved = mMoved == kNone || mMoved == order ? order : kEverySeries;
 }
 

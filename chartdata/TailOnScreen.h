@@ -12,6 +12,11 @@ class TailOnScreen {
 public:
     /// The newest points of a series, or of any of them, have moved since they were measured.
     void noteMoved(int order);
+    /// The same when all that is new is a point behind them: where they stand is known as before.
+    void noteLonger(int order);
+    /// Every series stands at its place and nowhere else.
+    void noteMeasured() { mIsMeasured = true; }
+    bool isMeasured() const { return mIsMeasured; }
     bool hasMoved() const { return mMoved != kNone; }
     /// The only series that has moved since the last call and has a place; kEverySeries when it is not that simple.
     int takeMoved();
@@ -33,6 +38,7 @@ private:
     static constexpr int kNone = -2;
 
     int mMoved = kNone;
+    bool mIsMeasured = false;
     boost::container::small_vector<Touched, kFewLines> mPlaces; ///< by order
     Touched mAsked;
 };

@@ -30,6 +30,19 @@ TEST(TailOnScreen, OneSeriesMovesAloneUntilAnotherDoes) {
     EXPECT_EQ(tail.takeMoved(), kEverySeries);
 }
 
+TEST(TailOnScreen, PlacesAreKnownUntilAPointInThemMoves) {
+    TailOnScreen tail;
+    EXPECT_FALSE(tail.isMeasured());
+    tail.add(0, at(5));
+    tail.noteMeasured();
+    tail.noteLonger(0);
+    EXPECT_TRUE(tail.isMeasured());
+    EXPECT_TRUE(tail.hasMoved());
+    EXPECT_EQ(tail.takeMoved(), 0);
+    tail.noteMoved(0);
+    EXPECT_FALSE(tail.isMeasured());
+}
+
 TEST(TailOnScreen, ASeriesWithoutAPlaceDoesNotMoveAlone) {
     TailOnScreen tail;
     tail.add(0, at(5));
