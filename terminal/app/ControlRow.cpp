@@ -30,6 +30,7 @@ ControlRow::ControlRow(QWidget *parent, bool hasPace) : QWidget(parent) {
     mInstrument->setMinimumWidth(kInstrumentWidth);
     mDays = addBox("days");
     mDays->setAccessibleName(tr("日期"));
+    mDays->setSizeAdjustPolicy(QComboBox::AdjustToContents); // at a first start there are none when it is shown
     mPanes = addBox("panes");
     mPanes->setAccessibleName(tr("副图"));
     for (int panes = 0; panes <= kMostPanes; ++panes) {

@@ -62,7 +62,6 @@ void RunningMarket::setBehindCheck(std::function<bool()> isBehind) {
 
 void RunningMarket::start() {
     mIsStarted = true;
-    mExchange.forgetRunningDays();
     if (!mLive) {
         mClock.resume();
         mExchange.start();

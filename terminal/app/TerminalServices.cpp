@@ -183,7 +183,12 @@ QString TerminalServices::openMarket(const TerminalSettings &settings) {
 }
 
 QString TerminalServices::fill(const Progress &progress) {
-    return fillStore(mStore, mClock->now(), progress);
+    const QString failed = fillStore(mStore, mClock->now(), progress);
+    if (!failed.isEmpty() || !mMarket) {
+        return failed;
+    }
+    mRunning->exchange().forgetRunningDays(); // they went on from days that were lacking
+    return mStore.reload(); // so did what is known of the instruments
 }
 
 QString TerminalServices::start(const TerminalSettings &settings, const Progress &progress) {

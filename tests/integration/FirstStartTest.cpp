@@ -96,6 +96,44 @@ TEST_F(FirstStartTest, TheMarketIsTheOneThatIsFilledAtOnce) {
     EXPECT_TRUE(mServices->feed().dayBars("SH600000", today) == exchange.dayBars("SH600000", today));
 }
 
+TEST_F(FirstStartTest, WhatWasAskedBeforeTheDaysWereThereIsAskedAgain) {
+    const std::set<std::string> accounts{"80010001", "80020002"};
+    const auto told = [&] {
+        int deals = 0;
+        for (const auto &account : mServices->trade().getDealDetails(dayOf(mToday), "SH600000", accounts)) {
+            deals += static_cast<int>(account.second.size());
+        }
+        return std::pair(
+            TC::CSingletonT<TC::CStockManager>::instance().getInstrumentDetail("SH600000")->mLastClose, deals);
+    };
+    ASSERT_NO_FATAL_FAILURE(open(false));
+    const auto [close, deals] = told();
+    EXPECT_GT(close, 0.0);
+    EXPECT_LT(close, TC::kUnsetValue);
+    EXPECT_GT(deals, 0);
+    mServices.reset();
+    QFile::remove(mFolder.filePath("market.db"));
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    TerminalWindow window(*mServices);
+    window.show();
+    window.showInstrument("SH600000");
+    EXPECT_FALSE(told().first < TC::kUnsetValue);
+    ASSERT_EQ(fillBehind(*mServices), QString());
+    EXPECT_EQ(told(), std::pair(close, deals));
+}
+
+TEST_F(FirstStartTest, TheDaysHaveTheirWholeWidth) {
+    ASSERT_NO_FATAL_FAILURE(open(true));
+    TerminalWindow window(*mServices);
+    window.show();
+    ASSERT_EQ(fillBehind(*mServices), QString());
+    ASSERT_TRUE(window.showInstrument("SH600000"));
+    QApplication::processEvents();
+    EXPECT_GE(window.days()->width(), window.days()->sizeHint().width());
+    EXPECT_GT(window.days()->sizeHint().width(),
+              window.days()->fontMetrics().horizontalAdvance(window.days()->currentText()));
+}
+
 TEST_F(FirstStartTest, AStoppedFillIsMadeGoodByTheNextStart) {
     ASSERT_NO_FATAL_FAILURE(open(true));
     EXPECT_NE(mServices->fill([](int done, int) { return done < 3; }), QString());
