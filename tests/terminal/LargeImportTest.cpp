@@ -2,6 +2,7 @@
 
 #include "terminal/market/FileImporter.h"
 #include "terminal/market/MarketDate.h"
+#include "tests/support/Effort.h"
 #include "tests/terminal/StoreFixture.h"
 
 #include <QDir>
@@ -143,6 +144,29 @@ TEST_F(LargeImportTest, ALineThatIsTooLongIsTold) {
     EXPECT_EQ(importMarketFile(mStore, {}, path).error, path + ":3: a line of more than 1000000 bytes");
     path = write("bars.csv", QByteArray(3000000, 'x'));
     EXPECT_EQ(importMarketFile(mStore, {}, path).error, path + ":1: a line of more than 1000000 bytes");
+    EXPECT_TRUE(mStore.catalogue()->instruments.isEmpty());
+}
+
+TEST_F(LargeImportTest, MoreRowsThanAYearCanHaveAreRefused) {
+    if (tests::kSanitized) {
+        GTEST_SKIP() << "two million rows";
+    }
+    const QByteArray head("datetime,open,high,low,close,volume\n");
+    const QByteArray row("2001-01-03 09:31,1,1,1,1,1\n");
+    const QString path = write("SH600000.csv", head + row.repeated(2000001));
+    EXPECT_EQ(importMarketFile(mStore, {}, path).error,
+              path + ":2000002: more than 2000000 rows of one instrument and year");
+    EXPECT_TRUE(mStore.catalogue()->instruments.isEmpty());
+}
+
+TEST_F(LargeImportTest, MoreInstrumentsThanMarketsHaveAreRefused) {
+    QByteArray content("symbol,datetime,open,high,low,close,volume\n");
+    for (int i = 0; i <= 200000; ++i) {
+        content += QByteArray::number(300000 + i) + ".SH,2001-01-03 09:31,1,1,1,1,1\n";
+    }
+    const QString path = write("bars.csv", content);
+    EXPECT_EQ(importMarketFile(mStore, {}, path).error,
+              path + ":200002: more than 200000 instruments: split it");
     EXPECT_TRUE(mStore.catalogue()->instruments.isEmpty());
 }
 
