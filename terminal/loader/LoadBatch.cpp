@@ -5,10 +5,16 @@ namespace terminal {
 /// Takes one file. Rows of instruments count from 1 in the order in which they come.
 class LoadBatch::FileTarget : public ImportTarget {
 public:
-    FileTarget(LoadBatch &batch, CMarketStore &store) : mBatch(batch), mCatalogue(store.catalogue()) {}
+    FileTarget(LoadBatch &batch, CMarketStore &store, const QString &file)
+        : mBatch(batch), mCatalogue(store.catalogue()), mFile(file) {}
 
-    bool isGood() const override { return true; }
-    QString error() const override { return {}; }
+    bool isGood() const override { return mBars <= mBatch.mMostBars; }
+    QString error() const override {
+        return isGood() ? QString()
+                        : QStringLiteral("%1: more than %2 bars in one file: split it by days")
+                              .arg(mFile)
+                              .arg(mBatch.mMostBars);
+    }
     qint64 putInstrument(const Instrument &instrument) override {
         const auto before = mBatch.mInstruments.constFind(instrument.key());
         const bool isKnown = before != mBatch.mInstruments.constEnd();
@@ -17,8 +23,11 @@ public:
     }
     bool putTradingDay(const QString &, const QDate &, bool) override { return true; }
     bool putDay(qint64 instrument, int day, BarSource, const MinuteBars &bars) override {
-        mDays[placeOf(instrument, day)].bars = bars;
-        return true;
+        mBars += bars.size();
+        if (isGood()) {
+            mDays[placeOf(instrument, day)].bars = bars;
+        }
+        return isGood();
     }
     bool putTick(qint64, int, int, const Tick &) override { return true; }
     bool putPreviousClose(qint64 instrument, int day, double price) override {
@@ -35,6 +44,9 @@ public:
     }
     Ticks importedTicks(qint64, int) override { return {}; }
     bool commit() override {
+        if (!isGood()) {
+            return false;
+        }
         for (auto &day : mDays) {
             if (day.second.bars.empty()) {
                 continue; // a close alone
@@ -76,16 +88,18 @@ private:
 
     LoadBatch &mBatch;
     const std::shared_ptr<const Catalogue> mCatalogue;
+    const QString mFile;
     QHash<qint64, QString> mByRow; ///< keys of the catalogue's
     QMap<qint64, Instrument> mNew; ///< by the rows that were answered
     QMap<QString, Instrument> mUsed; ///< by key
     std::map<LoadBatch::Place, LoadedDay> mDays;
+    size_t mBars = 0; ///< of all days of the file
     qint64 mLastRow = 0;
     QString mLastKey;
 };
 
-std::unique_ptr<ImportTarget> LoadBatch::target(CMarketStore &store) {
-    return std::make_unique<FileTarget>(*this, store);
+std::unique_ptr<ImportTarget> LoadBatch::target(CMarketStore &store, const QString &file) {
+    return std::make_unique<FileTarget>(*this, store, file);
 }
 
 int LoadBatch::bars() const {

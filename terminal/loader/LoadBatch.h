@@ -21,8 +21,14 @@ class LoadBatch {
 public:
     using Place = std::pair<QString, int>; ///< key of an instrument and day
 
-    /// A target for one file, of which nothing stays without commit(). The store knows instruments and calendars.
-    std::unique_ptr<ImportTarget> target(CMarketStore &store);
+    static constexpr size_t kMostBars = 50000000;
+
+    /// Of one file so many bars are taken, which are kept in memory; it is refused when it has more.
+    explicit LoadBatch(size_t mostBars = kMostBars) : mMostBars(mostBars) {}
+
+    /// A target for one file, which errors name, and of which nothing stays without commit(). The store knows instruments and
+    /// calendars.
+    std::unique_ptr<ImportTarget> target(CMarketStore &store, const QString &file);
 
     const std::map<Place, LoadedDay> &days() const { return mDays; }
     /// By key; all of those days.
@@ -33,6 +39,7 @@ public:
 private:
     class FileTarget;
 
+    const size_t mMostBars;
     std::map<Place, LoadedDay> mDays;
     QMap<QString, Instrument> mInstruments;
 };

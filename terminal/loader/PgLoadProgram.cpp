@@ -42,7 +42,7 @@ public:
         bool isWhole = true;
         for (const QString &path : options.files) {
             const ImportOutcome outcome =
-                importMarketFile(mStore, options.import, path, {}, [this] { return mBatch.target(mStore); });
+                importMarketFile(mStore, options.import, path, {}, [&] { return mBatch.target(mStore, path); });
             if (!outcome.isGood()) {
                 tellLoad(outcome.error);
                 isWhole = false;

@@ -68,7 +68,7 @@ protected:
         terminal::CMarketStore store;
         EXPECT_EQ(store.open(folder.filePath("catalogue.db")), QString());
         terminal::LoadBatch batch;
-        const std::unique_ptr<terminal::ImportTarget> target = batch.target(store);
+        const std::unique_ptr<terminal::ImportTarget> target = batch.target(store, "fixture");
         for (const QString &code : codes) {
             const qint64 row = target->putInstrument(share(code.toLatin1()));
             for (const QDate &date : dates) {
