@@ -270,6 +270,13 @@ void DirectPixels::drawLine(const QPoint &from, const QPoint &to, QRgb color) co
     const std::ptrdiff_t along = isSteep ? mStride : 1;
     const std::ptrdiff_t across = isSteep ? 1 : mStride;
     QRgb *pixel = mBits + first * along;
+    const auto isClear = [&](int at) { return (at >> 16) >= lowest && (at >> 16) <= highest; };
+    if (first <= last && isClear(place) && isClear(place + step * (last - first))) {
+        for (int left = last - first; left >= 0; --left, place += step, pixel += along) {
+            pixel[(place >> 16) * across] = color;
+        }
+        return;
+    }
     for (int at = first; at <= last; ++at, place += step, pixel += along) {
         const int row = place >> 16;
         if (row >= lowest && row <= highest) {
