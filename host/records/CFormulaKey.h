@@ -17,8 +17,10 @@ struct CFormulaKey {
 };
 
 inline bool operator<(const CFormulaKey &a, const CFormulaKey &b) {
-    const int byStock = QString::compare(a.mStock, b.mStock);
-    return byStock != 0 ? byStock < 0 : a.mFormula < b.mFormula;
+    if (a.mStock != b.mStock) { // which is seen at once of texts that are shared, as those of keys are
+        return a.mStock < b.mStock;
+    }
+    return a.mFormula != b.mFormula && a.mFormula < b.mFormula;
 }
 inline bool operator==(const CFormulaKey &a, const CFormulaKey &b) {
     return a.mStock == b.mStock && a.mFormula == b.mFormula;
