@@ -339,17 +339,22 @@ void ChartPicture::noteDamage(int flags) {
 Touched ChartPicture::takeDirty() {
     const int damage = std::exchange(mDamage, 0);
     const int count = mView.dataCount();
-    const bool recounted = std::exchange(mTailCount, count) != count;
+    const int more = count - std::exchange(mTailCount, count);
     const int moved = mTail.takeMoved();
-    const int measured = damage == ePointChanged && !recounted ? moved : kEverySeries;
+    // Others that end where the picture has just grown to are seen in it, and their pixels are among the grown ones.
+    const bool isGrown = more == 1 && mDrawnEnd == count - 2 && !mGrown.isEmpty() && mSource.isAhead(moved);
+    const int measured = damage == ePointChanged && (more == 0 || isGrown) ? moved : kEverySeries;
     Touched dirty = mTail.take(measured);
+    if (isGrown) {
+        mTail.emptyPlaces();
+    }
     dirty.add(std::exchange(mGrown, Touched()));
     const Touched tail = placeTail(mSource.tail(mRect.size(), measured));
     mTail.noteMeasured();
     if (damage & ~ePointChanged) {
         return {mRect, mRect, QRect()};
     }
-    if (damage == 0 && !recounted && dirty.columns == tail.columns) {
+    if (damage == 0 && more == 0 && dirty.columns == tail.columns) {
         return {};
     }
     dirty.add(tail);

@@ -104,6 +104,13 @@ int SceneSource::orderOf(const se::RPCFormulaResultCache &series) const {
     return kEverySeries;
 }
 
+bool SceneSource::isAhead(int order) const {
+    int at = 0;
+    return std::all_of(mSeries.shown().begin(), mSeries.shown().end(), [&](const auto &series) {
+        return at++ == order || pointCount(series) < mView.dataCount();
+    });
+}
+
 bool SceneSource::isSpread(const se::RPCFormulaResultCache &series) const {
     bool spread = mSeries.fillsGaps();
     for (int line = 0; line < lineCount(series); ++line) {
@@ -167,7 +174,8 @@ void SceneSource::addLines(SceneSeries &to, const CDrawStyle::Range &shared, con
     const se::RPCFormulaResultCache &series = *to.series;
     const CFormulaKey &key = to.key;
     const QLatin1String kVolume("REALTIMEVOL");
-    const bool isVolume = key.mFormula.size() >= kVolume.size() && key.mFormula.contains(kVolume);
+    const bool isVolume =
+        key.mFormula.size() > kVolume.size() ? key.mFormula.contains(kVolume) : key.mFormula == kVolume;
     const bool isChart = mDisplayType == EIndexDisplayType::Main && key.mFormula == QLatin1String("REALTIME");
     to.lines.reserve(static_cast<std::size_t>(std::max(lineCount(series), 0)));
     for (int i = 0; i < lineCount(series); ++i) {

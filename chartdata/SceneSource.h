@@ -34,6 +34,8 @@ public:
     bool hasTail() const { return tailCount() > 0; }
     /// Place of a series of the pane among those that are shown; kEverySeries for any other.
     int orderOf(const se::RPCFormulaResultCache &series) const;
+    /// Whether none but a series has the newest point.
+    bool isAhead(int order) const;
     /// Whether a changed point is seen beyond its own place: gaps follow it, or a drawing that is always whole.
     bool isSpread(const se::RPCFormulaResultCache &series) const;
 

@@ -28,6 +28,12 @@ Touched TailOnScreen::take(int order) {
     return places;
 }
 
+void TailOnScreen::emptyPlaces() {
+    for (Touched &place : mPlaces) {
+        place = Touched();
+    }
+}
+
 void TailOnScreen::add(int order, const Touched &where) {
     const auto at = static_cast<std::size_t>(order);
     if (mPlaces.size() <= at) {

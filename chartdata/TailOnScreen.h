@@ -23,6 +23,8 @@ public:
 
     /// Forgets the place of a series, or of all of them: what it was.
     Touched take(int order);
+    /// All series stand in the picture alone, which is a place as well.
+    void emptyPlaces();
     /// They stand there as well.
     void add(int order, const Touched &where);
     /// All places together.

@@ -60,6 +60,11 @@ TEST(TailOnScreen, PlacesAreTakenOneByOneOrTogether) {
     EXPECT_EQ(tail.all().columns, QRect(5, 0, 2, 100));
     EXPECT_EQ(tail.take(kEverySeries).price, QRect(5, 40, 2, 10));
     EXPECT_TRUE(tail.all().isEmpty());
+    tail.add(1, at(5));
+    tail.emptyPlaces();
+    EXPECT_TRUE(tail.all().isEmpty());
+    tail.noteMoved(1);
+    EXPECT_EQ(tail.takeMoved(), 1) << "its place is known: it is empty";
 }
 
 TEST(TailOnScreen, KnowsWhatIsAskedUntilSomethingIsPainted) {
