@@ -132,7 +132,9 @@ void MarketPublisher::keepFinished() {
     mKept = minute;
     for (Item &item : mItems) {
         for (const WireBar &record : item.tape->finished(minute * kMinute)) {
-            mSink.keep(minuteSubject(item.key), encodeWire(record));
+            if (!mSink.keep(minuteSubject(item.key), encodeWire(record))) {
+                std::fprintf(stderr, "%s: a minute could not be kept\n", qPrintable(item.key));
+            }
         }
     }
 }
