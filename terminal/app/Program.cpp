@@ -7,10 +7,10 @@
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/DefaultPaths.h"
 #include "terminal/app/FillBehind.h"
-#include "terminal/app/Heartbeat.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
 #include "terminal/app/LogWatch.h"
+#include "terminal/app/MemoryWatch.h"
 #include "terminal/app/ProgramGuard.h"
 #include "terminal/app/ProgressTeller.h"
 #include "terminal/app/Snapshot.h"
@@ -244,14 +244,7 @@ int showWindow(TerminalServices &services, const CommandLineOptions &options, co
     if (!noLog.isEmpty()) {
         services.messages().sink()({QObject::tr("日志"), 0, noLog});
     }
-    const FormulaErrorSink told = services.messages().sink();
-    const Heartbeat memory;
-    QObject::connect(&memory, &Heartbeat::beat, &memory, [&told, isTold = false]() mutable {
-        if (!isTold && isMemoryShort()) {
-            isTold = true;
-            told({QObject::tr("内存"), 0, QObject::tr("系统内存不足，请关闭其他程序，并尽快重新启动本程序")});
-        }
-    });
+    const MemoryWatch memory(services.messages().sink());
     return options.wall > 0 ? showWall(services, options, start) : showTerminal(services, options, start);
 }
 

@@ -14,17 +14,13 @@ namespace terminal {
 namespace {
 
 const QString kSession = QStringLiteral("target_session_attrs");
-const QString kConnectWait = QStringLiteral("connect_timeout");
+const QString kConnectWaitOption = QStringLiteral("connect_timeout");
 
 /// What of the library's settings goes with an address: those about the encrypted way, and about which of several hosts.
-const QSet<QString> kAddressOptions{QStringLiteral("sslmode"),
-                                    QStringLiteral("sslrootcert"),
-                                    QStringLiteral("sslcert"),
-                                    QStringLiteral("sslkey"),
-                                    QStringLiteral("sslcrl"),
-                                    QStringLiteral("channel_binding"),
-                                    kConnectWait,
-                                    kSession};
+const QSet<QString> kAddressOptions{QStringLiteral("sslmode"), QStringLiteral("sslrootcert"),
+                                    QStringLiteral("sslcert"), QStringLiteral("sslkey"),
+                                    QStringLiteral("sslcrl"),  QStringLiteral("channel_binding"),
+                                    kConnectWaitOption,        kSession};
 
 /// Those of them that are paths, which the library opens.
 const QSet<QString> kAddressFiles{QStringLiteral("sslrootcert"), QStringLiteral("sslcert"),
@@ -76,7 +72,7 @@ QString settingFault(const QString &name, const QString &value) {
                               "prefer-standby");
     }
     bool isNumber = false;
-    return name == kConnectWait && (value.toInt(&isNumber) < 0 || !isNumber)
+    return name == kConnectWaitOption && (value.toInt(&isNumber) < 0 || !isNumber)
                ? QStringLiteral("connect_timeout: give a number of seconds")
                : QString();
 }
@@ -137,7 +133,7 @@ QString readHistoryAddress(const QString &url, HistoryAddress &address) {
     for (const auto &item : QUrlQuery(parsed).queryItems(QUrl::FullyDecoded)) {
         if (item.first == kSession) {
             address.session = item.second.toLatin1();
-        } else if (item.first == kConnectWait) {
+        } else if (item.first == kConnectWaitOption) {
             address.connectWait = std::chrono::seconds(item.second.toInt());
         } else {
             address.settings.append({item.first.toLatin1(), item.second.toUtf8()});

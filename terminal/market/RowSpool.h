@@ -63,6 +63,7 @@ public:
     const QString &error() const { return mFile.error(); }
 
 private:
+    static constexpr qint64 kRowSize = sizeof(Row); ///< bytes
     struct Extent {
         qint64 place = 0;
         size_t count = 0;
@@ -74,8 +75,8 @@ private:
     };
 
     bool readRows(const Extent &extent, size_t from, Row *rows, size_t count) {
-        return mFile.read(extent.place + static_cast<qint64>(from * sizeof(Row)), rows,
-                          static_cast<qint64>(count * sizeof(Row)));
+        return mFile.read(extent.place + static_cast<qint64>(from) * kRowSize, rows,
+                          static_cast<qint64>(count) * kRowSize);
     }
 
     bool spill() {
@@ -84,7 +85,7 @@ private:
                 continue;
             }
             list.extents.push_back({mFile.size(), list.newest.size()});
-            if (!mFile.append(list.newest.data(), static_cast<qint64>(list.newest.size() * sizeof(Row)))) {
+            if (!mFile.append(list.newest.data(), static_cast<qint64>(list.newest.size()) * kRowSize)) {
                 return false;
             }
             list.newest = std::vector<Row>();

@@ -14,4 +14,8 @@ void keepHeapsSmall() {
     mallopt(M_TRIM_THRESHOLD, kFreeAtEnd);
 }
 
+void giveBackFreeMemory() {
+    malloc_trim(1024 * 1024); // of that what stays free at the end
+}
+
 } // namespace terminal

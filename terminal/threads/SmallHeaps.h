@@ -10,4 +10,8 @@ namespace terminal {
 /// 32 MB with the first of them that is freed, and small blocks that come to lie behind them keep them from going back.
 void keepHeapsSmall();
 
+/// Gives whole pages that are free inside the heaps back to the system. Some milliseconds for each 10 MB of them, while which other
+/// threads wait that allocate.
+void giveBackFreeMemory();
+
 } // namespace terminal

@@ -7,8 +7,8 @@
 namespace terminal {
 namespace {
 
-constexpr long long kFirstTime = 86400; ///< seconds since the epoch
-constexpr long long kLastTime = 2147385600; ///< 2038-01-18; days are 32-bit numbers
+constexpr long long kFirstTradeTime = 86400; ///< seconds since the epoch
+constexpr long long kLastTradeTime = 2147385600; ///< 2038-01-18; days are 32-bit numbers
 
 } // namespace
 
@@ -25,7 +25,7 @@ const char *troubleOf(const ImportedTrade &imported) {
     if (imported.volume <= 0) {
         return "the volume is no positive whole number";
     }
-    if (imported.time < kFirstTime || imported.time > kLastTime) {
+    if (imported.time < kFirstTradeTime || imported.time > kLastTradeTime) {
         return "the time cannot be read";
     }
     if (imported.direction != kBuy && imported.direction != kSell) {

@@ -177,6 +177,7 @@ TEST_F(FirstStartTest, TheUserMayActWhileTheDaysAreMade) {
     EXPECT_GE(done, actions.size()) << "the window was held up";
     mServices->clock().setTime(mNow);
     window.resize(1200, 760);
+    window.setThemeName("dark");
     EXPECT_TRUE(window.showInstrument("SH600000")) << qPrintable(window.status());
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.view()->isComplete(); }, 10000));
     EXPECT_GT(window.view()->pointCount(), 0);

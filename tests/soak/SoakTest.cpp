@@ -3,6 +3,7 @@
 
 #include "containers/CRealtimeMainWidget.h"
 #include "terminal/app/ChartView.h"
+#include "terminal/app/MemoryWatch.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/formula/ScriptModelCatalogue.h"
@@ -75,9 +76,11 @@ protected:
         mWindow->activateWindow();
         ASSERT_TRUE(waitUntilComplete());
         ASSERT_TRUE(QDir().mkpath(QStringLiteral(TIMESHARE_BINARY_DIR "/soak")));
+        mMemory = std::make_unique<MemoryWatch>(mServices->messages().sink()); // as the program has
         mTime.start();
     }
     void TearDown() override {
+        mMemory.reset();
         mWindow.reset();
         mServices.reset();
     }
@@ -101,6 +104,7 @@ protected:
     QElapsedTimer mTime;
     std::unique_ptr<TerminalServices> mServices;
     std::unique_ptr<TerminalWindow> mWindow;
+    std::unique_ptr<MemoryWatch> mMemory;
 };
 
 /// Numbers of the widgets by their class and that of their window.
