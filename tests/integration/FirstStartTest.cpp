@@ -191,7 +191,9 @@ TEST_F(FirstStartTest, AWindowThatIsClosedMeanwhileEndsTheFill) {
         window.close();
         QCoreApplication::quit();
     });
-    fillBehind(*mServices);
+    // In the application's own loop, whose end makes good the quitting for the tests after this one.
+    QTimer::singleShot(0, &window, [&] { fillBehind(*mServices); });
+    QApplication::exec();
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(mServices->store().days(rowOf("SH600000")).isEmpty())
         << "it was stopped, and nothing half is kept";
