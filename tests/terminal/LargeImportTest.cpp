@@ -2,6 +2,7 @@
 
 #include "terminal/market/FileImporter.h"
 #include "terminal/market/MarketDate.h"
+#include "tests/support/BytesInUse.h"
 #include "tests/support/Effort.h"
 #include "tests/terminal/StoreFixture.h"
 
@@ -9,8 +10,6 @@
 
 #include <algorithm>
 #include <memory>
-
-#include <malloc.h>
 
 using namespace terminal;
 
@@ -31,11 +30,6 @@ public:
     Ticks importedTicks(qint64, int) override { return {}; }
     bool commit() override { return true; }
 };
-
-size_t heap() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
 
 class LargeImportTest : public StoreFixture {
 protected:
@@ -62,11 +56,11 @@ protected:
     }
 
     /// The most that an import has on the heap.
-    size_t peakOf(const QString &path, const ImportOptions &options) {
-        const size_t before = heap();
-        size_t most = before;
+    qint64 peakOf(const QString &path, const ImportOptions &options) {
+        const qint64 before = tests::bytesInUse();
+        qint64 most = before;
         const auto watch = [&most](int, int) {
-            most = std::max(most, heap());
+            most = std::max(most, tests::bytesInUse());
             return true;
         };
         const ImportOutcome outcome =
@@ -82,16 +76,13 @@ TEST_F(LargeImportTest, TheMemoryDoesNotGrowWithTheFile) {
     ImportOptions options;
     const QString small = writeYears("small.csv", 3, 60); // 43 200 rows
     const QString large = writeYears("large.csv", 12, 60); // 172 800 rows
-    const size_t unbounded = peakOf(large, options);
-    if (heap() == 0) {
-        GTEST_SKIP() << "the heap is not counted";
-    }
-    EXPECT_GT(unbounded, 15000000u) << "what the rows take in memory";
+    const qint64 unbounded = peakOf(large, options);
+    EXPECT_GT(unbounded, 15000000) << "what the rows take in memory";
     options.memoryOfRows = 1000000;
-    const size_t ofSmall = peakOf(small, options);
-    const size_t ofLarge = peakOf(large, options);
-    EXPECT_LT(ofSmall, 5000000u);
-    EXPECT_LT(ofLarge, ofSmall + 500000u);
+    const qint64 ofSmall = peakOf(small, options);
+    const qint64 ofLarge = peakOf(large, options);
+    EXPECT_LT(ofSmall, 5000000);
+    EXPECT_LT(ofLarge, ofSmall + 500000);
     EXPECT_EQ(QDir(mFolder.path()).entryList({"import-*"}, QDir::Files).size(), 0);
 }
 
