@@ -128,6 +128,20 @@ void tellGrownKinds(const std::map<QString, int> &before) {
     }
 }
 
+/// Windows of a kind, or more of it, than ever before: what they take is no growth of what was there.
+void tellNewWindows(std::map<QString, int> &most) {
+    std::map<QString, int> now;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        ++now[QString::fromLatin1(window->metaObject()->className())];
+    }
+    for (const auto &[kind, count] : now) {
+        if (count > most[kind]) {
+            std::printf("  %d of %s\n", count, qPrintable(kind));
+            most[kind] = count;
+        }
+    }
+}
+
 void tellFrames(const FrameWatch &frames) {
     std::printf(
         "events %d, longest %.1f ms, over %.0f ms: %zu by the clock, %zu without waiting for a processor\n",
@@ -163,6 +177,7 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     FrameWatch frames(kLatest, [&] { return robot.last(); });
     MemoryCurve memory;
     std::map<QString, int> kinds;
+    std::map<QString, int> windows;
     const qint64 marketStart = mServices->clock().now();
     do {
         robot.act(wanted > 0.0 ? kRound : 1500, wanted > 0.0 ? kPace : kSmokePace);
@@ -172,6 +187,7 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
         kinds = kinds.empty() ? widgetKinds() : kinds;
         memory.add(now);
         std::printf("%s\n", qPrintable(tests::memoryLine(now)));
+        tellNewWindows(windows);
         std::fflush(stdout);
     } while (minutes() < wanted && !HasFailure());
 

@@ -52,12 +52,18 @@ private:
     std::vector<void *> mKept;
 };
 
+class MemoryWatchTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+#ifdef TESTS_UNDER_SANITIZER
+        GTEST_SKIP() << "the C library's heaps are not in use";
+#endif
+    }
+};
+
 } // namespace
 
-TEST(MemoryWatch, WhatIsFreeBetweenPiecesThatStayGoesBack) {
-#ifdef TESTS_UNDER_SANITIZER
-    GTEST_SKIP() << "the C library's heaps are not in use";
-#endif
+TEST_F(MemoryWatchTest, WhatIsFreeBetweenPiecesThatStayGoesBack) {
     constexpr qint64 kMegabytes = 40;
     const qint64 page = sysconf(_SC_PAGESIZE);
     terminal::MemoryWatch watch([](const terminal::FormulaError &) {}, 0);
@@ -69,7 +75,7 @@ TEST(MemoryWatch, WhatIsFreeBetweenPiecesThatStayGoesBack) {
     EXPECT_LT((ownPages() - before) * page, kMegabytes * 500000);
 }
 
-TEST(MemoryWatch, NothingIsGivenBackBeforeThePauseIsOver) {
+TEST_F(MemoryWatchTest, NothingIsGivenBackBeforeThePauseIsOver) {
     terminal::MemoryWatch watch([](const terminal::FormulaError &) {});
     const qint64 before = ownPages();
     const Holes holes(20);
