@@ -117,13 +117,13 @@ SoakRobot::SoakRobot(TerminalServices &services, TerminalWindow &window, quint32
 const std::vector<SoakRobot::Kind> &SoakRobot::kinds() {
     static const std::vector<Kind> kinds{
         {"key", 20, &SoakRobot::pressKey},
-        {"command key", 4, &SoakRobot::pressCommandKey},
+        {"command key", 4, &SoakRobot::pressCommandKey, true},
         {"smart keyboard", 3, &SoakRobot::typeInstrument},
         {"mouse", 30, &SoakRobot::moveMouse},
-        {"double click", 4, &SoakRobot::doubleClick},
-        {"stretch", 3, &SoakRobot::dragRegion},
-        {"menu", 5, &SoakRobot::openMenu},
-        {"dialog", 15, &SoakRobot::useSomeDialog},
+        {"double click", 4, &SoakRobot::doubleClick, true},
+        {"stretch", 3, &SoakRobot::dragRegion, true},
+        {"menu", 5, &SoakRobot::openMenu, true},
+        {"dialog", 15, &SoakRobot::useSomeDialog, true},
         {"instrument", 5, &SoakRobot::showInstrument},
         {"day", 3, &SoakRobot::showDay},
         {"formula", 5, &SoakRobot::showFormula},
@@ -252,10 +252,10 @@ void SoakRobot::step() {
     const QStringList missing = mSinceStart.elapsed() < mEnd ? QStringList() : this->missing();
     const QString wanted = missing.isEmpty() ? QString() : missing[pick(missing.size())];
     const int weights = std::accumulate(kinds().begin(), kinds().end(), 0,
-                                        [](int sum, const Kind &kind) { return sum + kind.weight; });
+                                        [this](int sum, const Kind &kind) { return sum + weightOf(kind); });
     int at = pick(weights);
     for (const Kind &kind : kinds()) {
-        at -= kind.weight;
+        at -= weightOf(kind);
         if (wanted.isEmpty() ? at < 0 : wanted == QLatin1String(kind.name)) {
             if ((this->*kind.action)()) {
                 ++mDone[QString::fromLatin1(kind.name)];
@@ -263,6 +263,11 @@ void SoakRobot::step() {
             return;
         }
     }
+}
+
+int SoakRobot::weightOf(const Kind &kind) const {
+    constexpr int kOften = 20;
+    return mIsExploring && kind.opens ? kind.weight * kOften : kind.weight;
 }
 
 TC::CRealtimeGraphWidget *SoakRobot::pickGraph() {

@@ -44,6 +44,8 @@ public:
     /// Acts, at most once in so many milliseconds, until the time is over and every kind of action has been done; then
     /// closes what is open but the window. Returns when nothing is open any more.
     void act(qint64 milliseconds, int pace);
+    /// From now on mostly opens menus and dialogs and uses them, or does all alike again.
+    void setExploring(bool on) { mIsExploring = on; }
     /// Brings the window back to the chart that it began with.
     void settle();
 
@@ -62,10 +64,12 @@ private:
         const char *name;
         int weight;
         Action action;
+        bool opens = false; ///< menus and dialogs, or uses them
     };
     static const std::vector<Kind> &kinds();
 
     void step();
+    int weightOf(const Kind &kind) const;
     /// Closes what stands foremost; false when nothing is open.
     bool closeOne();
     void tell(const QString &action);
@@ -120,6 +124,7 @@ private:
     QElapsedTimer mSinceStart;
     qint64 mEnd = 0; ///< of the acting, milliseconds
     bool mIsPosted = false; ///< a step is on its way
+    bool mIsExploring = false;
     int mTrades = 0;
 };
 

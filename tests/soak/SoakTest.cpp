@@ -45,6 +45,7 @@ constexpr bool kIsSanitized = false;
 constexpr double kLatest = 100.0;
 #endif
 constexpr double kWarmUp = 10.0; ///< minutes, after which memory is to be flat
+constexpr double kExploring = 4.0; ///< minutes
 constexpr double kMostGrowth = 2.0; ///< per cent
 constexpr quint32 kSeed = 20261120;
 constexpr double kMinute = 60000.0;
@@ -180,6 +181,7 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     std::map<QString, int> windows;
     const qint64 marketStart = mServices->clock().now();
     do {
+        robot.setExploring(minutes() < kExploring); // a dialog's first use takes memory for good
         robot.act(wanted > 0.0 ? kRound : 1500, wanted > 0.0 ? kPace : kSmokePace);
         robot.settle();
         EXPECT_TRUE(waitUntilComplete()) << "the chart is not complete";
