@@ -54,6 +54,10 @@ template <class... Result> void ResultDelivery::takeHidden(const Result &...resu
 void ResultDelivery::postSeries(FormulaSeries series, bool keepRange) {
     const auto meta = std::make_shared<se::RPCFormulaMetaResult>(std::move(series.meta));
     const auto result = std::make_shared<se::RPCFormulaResult>(std::move(series.result));
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mWaiting = nullptr; // points that follow come behind the series
+    }
     post([this, meta, result, keepRange](const ResultCallbacks &callbacks, bool isAgain) {
         takeHidden(*meta, *result);
         if (callbacks.onHistory) {
@@ -65,13 +69,32 @@ void ResultDelivery::postSeries(FormulaSeries series, bool keepRange) {
 }
 
 void ResultDelivery::postPoint(se::RPCFormulaInstantResult made) {
-    const auto point = std::make_shared<se::RPCFormulaInstantResult>(std::move(made));
-    post([this, point](const ResultCallbacks &callbacks, bool) {
-        takeHidden(*point);
-        if (callbacks.onRealtime) {
-            callbacks.onRealtime(0, mSubject.requestId, point);
-        }
-    });
+    if (const auto point = newWaiting(std::move(made))) {
+        post([this, point](const ResultCallbacks &callbacks, bool) {
+            settle(point);
+            takeHidden(*point);
+            if (callbacks.onRealtime) {
+                callbacks.onRealtime(0, mSubject.requestId, point);
+            }
+        });
+    }
+}
+
+ResultDelivery::PointPtr ResultDelivery::newWaiting(se::RPCFormulaInstantResult made) {
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mWaiting && mWaiting->mTime == made.mTime) {
+        *mWaiting = std::move(made);
+        return nullptr;
+    }
+    mWaiting = std::make_shared<se::RPCFormulaInstantResult>(std::move(made));
+    return mWaiting;
+}
+
+void ResultDelivery::settle(const PointPtr &point) {
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mWaiting == point) {
+        mWaiting = nullptr;
+    }
 }
 
 void ResultDelivery::finish() {

@@ -40,7 +40,9 @@ public:
 
     /// A whole series in place of what was shown; `keepRange` when its value range goes on.
     void postSeries(FormulaSeries series, bool keepRange);
-    /// The last point, changed or new.
+    /// The last point, changed or new. It takes the place of the one posted before it while that one of the same time
+    /// still waits: however long the user-interface thread stands still, a request has no more points than minutes
+    /// waiting.
     void postPoint(se::RPCFormulaInstantResult point);
     /// What was posted last, once more; nothing when there was nothing.
     void repeat();
@@ -58,7 +60,12 @@ public:
 private:
     /// Calls with one result; `isAgain` when it was delivered before.
     using Call = std::function<void(const ResultCallbacks &, bool isAgain)>;
+    using PointPtr = std::shared_ptr<se::RPCFormulaInstantResult>;
     void post(Call call);
+    /// The point as one to be posted; null when it took the place of one that waits.
+    PointPtr newWaiting(se::RPCFormulaInstantResult made);
+    /// From here on the point is not written any more.
+    void settle(const PointPtr &point);
     void deliver(const Call &call, bool isAgain);
     std::shared_ptr<const ResultCallbacks> callbacks() const;
     template <class... Result> void takeHidden(const Result &...result);
@@ -69,6 +76,7 @@ private:
     std::atomic<bool> mIsQuiet{false};
     mutable std::mutex mLock; ///< guards what follows
     std::shared_ptr<const ResultCallbacks> mCallbacks; ///< null once withdrawn or finished
+    PointPtr mWaiting; ///< posted last, to be delivered yet; null when there is none or a series came behind it
     Call mLast; ///< delivered last; empty once withdrawn or finished
     HiddenVariables mHidden;
 };

@@ -19,9 +19,9 @@ FormulaSeries seriesOf(double value) {
     return series;
 }
 
-se::RPCFormulaInstantResult pointOf(double value) {
+se::RPCFormulaInstantResult pointOf(double value, qint64 time = 60) {
     se::RPCFormulaInstantResult point;
-    point.mTime = {60, 0};
+    point.mTime = {time, 0};
     point.mValues = {value};
     return point;
 }
@@ -47,6 +47,7 @@ protected:
         };
         callbacks->onRealtime = [this](int, const QString &id, const TC::FormulaInstantPtr &point) {
             mCalls.append(QStringLiteral("%1 point %2").arg(id).arg(point->mValues[0]));
+            mPoints.emplace_back(point, point->mValues[0]);
         };
         return std::make_shared<ResultDelivery>(mQueue, subject(), std::move(callbacks));
     }
@@ -59,6 +60,7 @@ protected:
 
     DeliveryQueue mQueue;
     QStringList mCalls;
+    std::vector<std::pair<TC::FormulaInstantPtr, double>> mPoints; ///< with their values as they came
     std::weak_ptr<se::RPCFormulaResult> mResult; ///< the series that came last
 };
 
@@ -74,6 +76,47 @@ TEST_F(ResultDeliveryTest, ResultsComeInTheOrderOfPosting) {
     EXPECT_TRUE(mCalls.isEmpty()) << "the user-interface thread has not turned";
     ASSERT_TRUE(drained());
     EXPECT_EQ(mCalls, QStringList({"id MA 1 new", "id point 2", "id MA 3 keep"}));
+}
+
+TEST_F(ResultDeliveryTest, OfPointsOfOneTimeThatWaitTheNewestIsDelivered) {
+    const auto delivery = make();
+    std::thread([&] {
+        for (int tick = 0; tick < 100000; ++tick) {
+            delivery->postPoint(pointOf(tick));
+        }
+        delivery->postPoint(pointOf(-1, 120));
+        delivery->postPoint(pointOf(-2, 120));
+    }).join();
+    EXPECT_EQ(mQueue.pending(), 2) << "nothing grows while the user-interface thread stands still";
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls, QStringList({"id point 99999", "id point -2"}));
+    delivery->postPoint(pointOf(-3, 120));
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls.last(), "id point -3") << "one that was delivered waits no more";
+}
+
+TEST_F(ResultDeliveryTest, APointDoesNotGoBeforeASeriesThatWasPostedBeforeIt) {
+    const auto delivery = make();
+    delivery->postPoint(pointOf(1));
+    delivery->postSeries(seriesOf(2), false);
+    delivery->postPoint(pointOf(3));
+    ASSERT_TRUE(drained());
+    EXPECT_EQ(mCalls, QStringList({"id point 1", "id MA 2 new", "id point 3"}));
+}
+
+TEST_F(ResultDeliveryTest, WhatWasDeliveredIsNotWrittenAgain) {
+    const auto delivery = make();
+    std::thread poster([&] {
+        for (int tick = 0; tick <= 20000; ++tick) {
+            delivery->postPoint(pointOf(tick));
+        }
+    });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !mPoints.empty() && mPoints.back().second == 20000; }));
+    poster.join();
+    for (size_t i = 0; i < mPoints.size(); ++i) {
+        EXPECT_EQ(mPoints[i].first->mValues[0], mPoints[i].second);
+        EXPECT_TRUE(i == 0 || mPoints[i - 1].second < mPoints[i].second) << i;
+    }
 }
 
 TEST_F(ResultDeliveryTest, NothingIsCalledAfterAWithdrawal) {
