@@ -37,6 +37,7 @@
 #include <cstring>
 #include <ctime>
 #include <langinfo.h>
+#include <optional>
 
 namespace terminal {
 namespace {
@@ -204,15 +205,50 @@ QString snapshot(TerminalServices &services, const CommandLineOptions &options, 
     return writePicture(sheet, options.snapshot);
 }
 
-int showWall(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+/// The day to start with: that of the command line, of the import, the running one, or the newest stored one.
+QString chooseDay(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
+    services.awaitHistory(start.key, options.date, options.snapshot.isEmpty() ? kStartWait : kSnapshotWait);
+    const QVector<QDate> days = services.daysOf(start.key);
+    if (options.date.isValid()) {
+        start.day = options.date;
+        if (services.isFillDue()) {
+            return {}; // asked again when they are made
+        }
+        return days.contains(start.day) ? QString() : noTradingDay(services, start.key, start.day);
+    }
+    if (!start.day.isValid()) {
+        const QDate running = services.runningDayOf(start.key);
+        start.day = days.contains(running) ? running : days.value(0);
+    }
+    return {};
+}
+
+/// Makes the days that a first start lacks, behind its window. The status when the program ends with that.
+std::optional<int> fillDays(TerminalServices &services, const CommandLineOptions &options, StartView &start,
+                            const QWidget &window) {
+    if (!services.isFillDue()) {
+        return std::nullopt;
+    }
+    QString error = fillBehind(services);
+    if (!window.isVisible()) {
+        return 0; // it was closed meanwhile
+    }
+    error = error.isEmpty() ? chooseDay(services, options, start) : error;
+    return error.isEmpty() ? std::nullopt : std::make_optional(refuse(error));
+}
+
+int showWall(TerminalServices &services, const CommandLineOptions &options, StartView start) {
     WallWindow wall(services, options.wall);
     wall.resize(options.size);
     wall.show();
+    if (const auto status = fillDays(services, options, start, wall)) {
+        return *status;
+    }
     wall.showFrom(start.key);
     return QApplication::exec();
 }
 
-int showTerminal(TerminalServices &services, const CommandLineOptions &options, const StartView &start) {
+int showTerminal(TerminalServices &services, const CommandLineOptions &options, StartView start) {
     TerminalWindow window(services);
     if (options.isSizeGiven || !window.isPlaceRestored()) {
         window.resize(options.size);
@@ -221,14 +257,8 @@ int showTerminal(TerminalServices &services, const CommandLineOptions &options, 
         window.restorePace();
     }
     window.show();
-    if (services.isFillDue()) {
-        const QString error = fillBehind(services);
-        if (!window.isVisible()) {
-            return 0; // it was closed meanwhile
-        }
-        if (!error.isEmpty()) {
-            return refuse(error);
-        }
+    if (const auto status = fillDays(services, options, start, window)) {
+        return *status;
     }
     const QString chosen = window.view()->instrument(); // while the days were made
     window.showInstrument(chosen.isEmpty() ? start.key : chosen, chosen.isEmpty() ? start.day : QDate());
@@ -258,8 +288,7 @@ TerminalSettings settingsOf(const CommandLineOptions &options) {
     settings.feed = options.feed;
     settings.history = options.history;
     // What is to be read or imported before there is a window needs the days.
-    settings.leavesFill =
-        options.snapshot.isEmpty() && options.wall == 0 && options.imports.isEmpty() && !options.date.isValid();
+    settings.leavesFill = options.snapshot.isEmpty() && options.imports.isEmpty();
     return settings;
 }
 
@@ -286,21 +315,6 @@ QString chooseInstrument(TerminalServices &services, const CommandLineOptions &o
     }
     if (start.key.isEmpty()) {
         start.key = TC::getDetailQsKey(TC::CSingletonT<TC::CStockManager>::instance().getDefaultDetail());
-    }
-    return {};
-}
-
-/// The day to start with: that of the command line, of the import, the running one, or the newest stored one.
-QString chooseDay(TerminalServices &services, const CommandLineOptions &options, StartView &start) {
-    services.awaitHistory(start.key, options.date, options.snapshot.isEmpty() ? kStartWait : kSnapshotWait);
-    const QVector<QDate> days = services.daysOf(start.key);
-    if (options.date.isValid()) {
-        start.day = options.date;
-        return days.contains(start.day) ? QString() : noTradingDay(services, start.key, start.day);
-    }
-    if (!start.day.isValid()) {
-        const QDate running = services.runningDayOf(start.key);
-        start.day = days.contains(running) ? running : days.value(0);
     }
     return {};
 }

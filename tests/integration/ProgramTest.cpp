@@ -176,6 +176,13 @@ TEST_F(ProgramTest, BadInputGetsOneLineAndStatusTwo) {
     EXPECT_FALSE(QFile::exists(file("p.png")));
 }
 
+TEST_F(ProgramTest, AFirstStartLooksAtItsDateWhenTheDaysAreMadeBehindTheWindow) {
+    const QStringList start{"--store", file("new.db"), "--instrument", "SH600000", "--date", "2026-11-22"};
+    const QStringList told{"--date 2026-11-22: no trading day of SH600000: the nearest are 20"};
+    expectRefusal(start, told); // the nearest are those that have just been made
+    expectRefusal(start, told);
+}
+
 TEST_F(ProgramTest, TheScriptModelsThatComeWithItAreInTheUsersFolder) {
     ASSERT_EQ(runProgram({"--snapshot", file("a.png")}).status, 0);
     QStringList found;
