@@ -193,11 +193,13 @@ Touched ChartPicture::touched(const SceneSeries &series) const {
     return touched;
 }
 
-/// What lines touch that go on where the picture ends. Where they were the tail until now it has been measured.
-Touched ChartPicture::grownPlace(const SceneLines &lines, int end) const {
-    if (mTail.isMeasured() && mTailCount - 1 == end && mDrawnEnd + 1 == end) {
-        return mTail.all();
-    }
+/// Whether points up to an index, behind mDrawnEnd, are where the tail was measured: they stand on the screen already.
+bool ChartPicture::wasTail(int end) const {
+    return mTail.isMeasured() && mTailCount - 1 == end && mDrawnEnd + 1 == end;
+}
+
+/// What lines touch that go on where the picture ends.
+Touched ChartPicture::placeOf(const SceneLines &lines) const {
     Touched place;
     for (const SceneSeries &series : lines) {
         place.add(touched(series));
@@ -205,24 +207,33 @@ Touched ChartPicture::grownPlace(const SceneLines &lines, int end) const {
     return place;
 }
 
-/// Draws the pixels anew that the points behind mDrawnEnd touch; false when that may be all of them.
+/// Draws into the picture what the points behind mDrawnEnd add to it; false when that may be all of its pixels. Over lines
+/// that let nothing through they are drawn as they are, in the order of all lines; else their pixels are drawn anew.
 bool ChartPicture::grow(ChartScene scene) {
     SceneLines &lines = scene.lines;
     lines = from(std::move(lines), mDrawnEnd);
-    const Touched added = grownPlace(lines, scene.end);
+    const bool isShown = wasTail(scene.end);
+    const Touched added = isShown ? mTail.all() : placeOf(lines);
     if (!added.isEmpty()) {
         QPainter painter;
         if (added.columns.width() >= mRect.width() - 2 || !painter.begin(&mImage)) {
             return false; // a text may reach anywhere
         }
-        lines = reachingInto(std::move(lines), added.columns.left() - 1);
+        const bool isOver = isOpaque(lines);
+        lines = reachingInto(std::move(lines), added.columns.left() - 1, isOver);
         const auto drawPart = [&](const QRect &part) {
             clearPart(painter, part, scene.look.background);
             drawGrid(painter, scene, part);
             drawLines(painter, lines, scene.look, part);
         };
-        paintByPieces(painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
-        mGrown.add(added);
+        if (isOver) {
+            const QRect columns(added.columns.left(), 0, added.columns.width(), mRect.height());
+            const PixelPart held(painter, columns, PixelPart::EClip::WhenAsked);
+            drawLines(painter, lines, scene.look, columns);
+        } else {
+            paintByPieces(painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
+        }
+        mGrown.add(isShown && isOver ? whereLinesMeet(added, lines) : added);
     }
     mPriceBandDigest = 0;
     mDrawnEnd = scene.end;

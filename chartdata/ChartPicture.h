@@ -82,7 +82,8 @@ private:
     void drawScene(const QRect &rect, const ChartScene &scene);
     bool grow(ChartScene scene);
     Touched touched(const SceneSeries &series) const;
-    Touched grownPlace(const SceneLines &lines, int end) const;
+    bool wasTail(int end) const;
+    Touched placeOf(const SceneLines &lines) const;
     Touched placeTail(const SceneLines &tail);
     Touched seenTail(const SceneLines &tail, const QRegion &part);
     Touched takeDirty();

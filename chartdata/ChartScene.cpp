@@ -56,6 +56,14 @@ bool isSameSeries(const SceneSeries &a, const SceneSeries &b) {
            std::equal(lines.begin(), lines.end(), b.lines.begin(), b.lines.end(), isSameLine);
 }
 
+/// Whether no other line is drawn where the only one of a series is.
+bool isAlone(const SceneSeries &series, const SceneLines &lines) {
+    const auto isBeside = [&series](const SceneSeries &other) {
+        return &other != &series && other.target == series.target;
+    };
+    return series.lines.size() == 1 && std::none_of(lines.begin(), lines.end(), isBeside);
+}
+
 /// One column with a dot in every other row.
 QImage dottedColumn(int height, double ratio, const QColor &color) {
     const int dot = static_cast<int>(std::ceil(ratio));
@@ -110,6 +118,15 @@ bool hasGrown(const ChartScene &from, const ChartScene &to) {
            std::equal(lines.begin(), lines.end(), to.lines.begin(), to.lines.end(), isSameSeries);
 }
 
+bool isOpaque(const SceneLines &lines) {
+    const auto isOpaqueLine = [](const SceneLine &line) {
+        return !line.gradient && CDrawStyle::isOpaque(line.style);
+    };
+    return std::all_of(lines.begin(), lines.end(), [&](const SceneSeries &series) {
+        return std::all_of(series.lines.begin(), series.lines.end(), isOpaqueLine);
+    });
+}
+
 SceneLines from(SceneLines lines, int start) {
     for (SceneSeries &series : lines) {
         series.start = start;
@@ -117,8 +134,11 @@ SceneLines from(SceneLines lines, int start) {
     return lines;
 }
 
-SceneLines reachingInto(SceneLines lines, int left) {
+SceneLines reachingInto(SceneLines lines, int left, bool over) {
     for (SceneSeries &series : lines) {
+        if (over && isAlone(series, lines)) {
+            continue;
+        }
         const auto reaches = [&](const SceneLine &line) {
             return CDrawStyle::touchedRect(series.target, *series.series, line.line, series.start, series.start,
                                            series.last)
@@ -226,6 +246,15 @@ Touched touchedBy(const SceneSeries &series) {
             pixels.isNull() ? CDrawStyle::touchedRect(series.target, *series.series, line.line, series.start,
                                                       series.end, series.last)
                             : QRect(pixels.left(), series.target.top(), pixels.width(), series.target.height());
+    }
+    return touched;
+}
+
+Touched whereLinesMeet(Touched touched, const SceneLines &lines) {
+    for (const SceneSeries &series : lines) {
+        if (isAlone(series, lines)) {
+            (series.inVolumeBand ? touched.volume : touched.price) = QRect();
+        }
     }
     return touched;
 }

@@ -7,7 +7,11 @@ namespace {
 
 /// Stores an element, growing the list up to it. Whether the list is another one now.
 template <class T> bool put(std::vector<T> &list, std::size_t index, const T &item, const T &missing) {
-    const bool grown = list.size() <= index;
+    if (list.size() == index) {
+        list.push_back(item);
+        return true;
+    }
+    const bool grown = list.size() < index;
     if (grown) {
         list.resize(index + 1, missing);
     }

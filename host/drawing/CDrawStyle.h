@@ -124,6 +124,10 @@ public:
     static QRect touchedRect(const QRect &rect, const Series &series, const Range &range, int line, int start,
                              int end, int last, bool toBottom);
 
+    /// Whether a line of a style, without a gradient, lets nothing through that is beneath it: none of texts or images, in a
+    /// theme without translucent colours of lines. Drawn over itself it stays as it is.
+    static bool isOpaque(int style);
+
     /// Appends a series to a title: the name of the overlay when it belongs to one, then each line that is drawn as
     /// "name:value" in its colour at that index, with an arrow for its move since the point before. A text stands in
     /// place of the value of a point that has one. An index below 0 is the last point; "--" stands where there is no

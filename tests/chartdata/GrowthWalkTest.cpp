@@ -4,6 +4,10 @@
 #include "tests/chartdata/ChartDataFixture.h"
 
 #include "host/drawing/DrawStyles.h"
+#include "host/toolkit/CUiResource.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <limits>
@@ -211,6 +215,36 @@ TEST_P(GrowthWalk, FormulaPaneOfEachStyle) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, GrowthWalk, ::testing::Range(0, 40));
 
+/// The same in a theme whose lines let through what is beneath them.
+class TranslucentGrowth : public GrowthWalk {
+protected:
+    TranslucentGrowth() {
+        QFile file(mFolder.filePath(QStringLiteral("translucent.json")));
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(R"({"name": "translucent", "colors": {
+                "ic_clr_index_line_1": "#80ff4040", "ic_clr_index_line_2": "#8040ff40",
+                "ic_clr_index_line_3": "#804040ff", "ic_clr_realtime_colorstick": "#80ffff40"}})");
+        }
+        file.close();
+        mIsSet = GZ::CUiResource::instance().setTheme(file.fileName(), &mError);
+    }
+    ~TranslucentGrowth() override {
+        GZ::CUiResource::instance().setTheme(GZ::CUiResource::instance().themes().first());
+    }
+
+    QTemporaryDir mFolder;
+    QString mError;
+    bool mIsSet = false;
+};
+
+TEST_P(TranslucentGrowth, LooksAsDrawnAnew) {
+    ASSERT_TRUE(mIsSet) << mError.toStdString();
+    begin({10, 40}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Sub);
+    walk(60);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, TranslucentGrowth, ::testing::Range(0, 6));
+
 class Growth : public GrowthWalk {};
 INSTANTIATE_TEST_SUITE_P(One, Growth, ::testing::Values(1));
 
@@ -221,6 +255,23 @@ TEST_P(Growth, NewMinuteAsksForItsColumnsAlone) {
         const QRect changed = show();
         EXPECT_FALSE(changed.isEmpty());
         EXPECT_LE(changed.width(), 8) << "of 300 columns for 241 minutes, at minute " << minute;
+        ASSERT_TRUE(looksNew()) << minute;
+    }
+}
+
+TEST_P(Growth, LineThatIsAloneInItsBandStaysOnTheScreen) {
+    mHost.mConfig.mRecord.mShowGradient = 0;
+    begin({0, 0}, 1.0, false, TC::EIndexDisplayType::Main);
+    for (int minute = 3; minute < 60; ++minute) {
+        // Of 200 rows the volume has those from 133 on, where a new price changes nothing.
+        tell({QStringLiteral("SH600000"), QStringLiteral("REALTIME")}, minute);
+        mTakesColumns = true; // then rows are next
+        const QRect price = show();
+        EXPECT_LT(price.bottom(), 133) << minute;
+        ASSERT_TRUE(looksNew()) << minute;
+        tell({QStringLiteral("SH600000"), QStringLiteral("REALTIMEVOL")}, minute);
+        mTakesColumns = true;
+        EXPECT_GE(show().top(), 133) << minute;
         ASSERT_TRUE(looksNew()) << minute;
     }
 }

@@ -125,6 +125,12 @@ QRect CDrawStyle::touchedRect(const QRect &rect, const Series &series, const Ran
     return touchedPixels(rect, SeriesLine(series, line), ValueScale(rect, range), start, end, last, toBottom);
 }
 
+bool CDrawStyle::isOpaque(int style) {
+    const bool isWritten =
+        style == eTextStyle || style == eTextExStyle || style == eIconStyle || style == eNumberStyle;
+    return !isWritten && DrawLook::current().isOpaque;
+}
+
 // Lines through the points, and from edge to edge.
 
 void CDrawStyle::drawSimpleLine(QPainter *painter, const QRect &rect, const Series &series, const Range &range,

@@ -3,6 +3,9 @@
 #include "host/toolkit/ThemeCache.h"
 #include "host/toolkit/ThemeColor.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace TC {
 
 DrawLook DrawLook::ofTheme() {
@@ -15,6 +18,9 @@ DrawLook DrawLook::ofTheme() {
     look.fall = color(QStringLiteral("ic_clr_index_default_fall"));
     look.flat = color(QStringLiteral("ic_clr_index_default_flat"));
     look.stick = color(QStringLiteral("ic_clr_realtime_colorstick"));
+    const auto isOpaque = [](QRgb of) { return qAlpha(of) == 255; };
+    look.isOpaque = std::all_of(std::begin(look.lines), std::end(look.lines), isOpaque) &&
+                    isOpaque(look.rise) && isOpaque(look.fall) && isOpaque(look.flat) && isOpaque(look.stick);
     look.gradientTop = color(QStringLiteral("ic_clr_realtime_gradient_top"));
     look.gradientBottom = color(QStringLiteral("ic_clr_realtime_gradient_bottom"));
     return look;

@@ -15,6 +15,7 @@ struct DrawLook {
     QRgb stick = 0; ///< volume of which nothing is known but its height
     QRgb gradientTop = 0;
     QRgb gradientBottom = 0;
+    bool isOpaque = false; ///< none of them lets through what is beneath, gradients aside
 
     static DrawLook ofTheme();
     /// The look of the current theme, fetched once per theme and thread.
