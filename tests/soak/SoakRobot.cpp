@@ -44,6 +44,7 @@ constexpr int kMostDays = 6;
 constexpr int kImportedTrades = 100; ///< keys of imported trades, used over and over
 constexpr int kMostClosings = 400; ///< in a row
 const QSize kFirstSize(1200, 760);
+const QStringList kClosing{QStringLiteral("关闭"), QStringLiteral("取消")}; ///< buttons that are not tried first
 
 void sendMouse(QWidget &widget, QEvent::Type type, const QPoint &at, Qt::MouseButton button,
                Qt::MouseButtons buttons) {
@@ -335,7 +336,9 @@ bool SoakRobot::useDialog(QWidget &dialog) {
     const auto told = [&](const QAbstractButton &button) {
         return name + ": button " + button.objectName() + ' ' + button.text();
     };
-    const auto isNewButton = [&](const QAbstractButton &button) { return !mChosen.contains(told(button)); };
+    const auto isNewButton = [&](const QAbstractButton &button) {
+        return !mChosen.contains(told(button)) && !kClosing.contains(button.text());
+    };
     if (QAbstractButton *button = way < 9 ? pickNewOf(usable<QAbstractButton>(dialog), isNewButton) : nullptr) {
         tell(told(*button));
         mChosen.insert(told(*button));

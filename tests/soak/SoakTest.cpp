@@ -45,7 +45,7 @@ constexpr bool kIsSanitized = false;
 constexpr double kLatest = 100.0;
 #endif
 constexpr double kWarmUp = 10.0; ///< minutes, after which memory is to be flat
-constexpr double kExploring = 4.0; ///< minutes
+constexpr double kExploring = 8.0; ///< minutes
 constexpr double kMostGrowth = 2.0; ///< per cent
 constexpr quint32 kSeed = 20261120;
 constexpr double kMinute = 60000.0;
