@@ -44,7 +44,8 @@ constexpr int kMostDays = 6;
 constexpr int kImportedTrades = 100; ///< keys of imported trades, used over and over
 constexpr int kMostClosings = 400; ///< in a row
 const QSize kFirstSize(1200, 760);
-const QStringList kClosing{QStringLiteral("关闭"), QStringLiteral("取消")}; ///< buttons that are not tried first
+const QStringList kClosing{QStringLiteral("关闭"),
+                           QStringLiteral("取消")}; ///< buttons that are not tried first
 
 void sendMouse(QWidget &widget, QEvent::Type type, const QPoint &at, Qt::MouseButton button,
                Qt::MouseButtons buttons) {
