@@ -51,8 +51,8 @@ bool ChartPicture::setRatio(double ratio) {
 
 void ChartPicture::make(bool blank) {
     const QColor background = mLook->background;
-    mImage = QImage(); // its memory may serve the new one
-    mImage = paneImage(mRect.size(), mRatio, background.alpha() == kOpaqueBackground);
+    mImage.set(QImage()); // its memory may serve the new one
+    mImage.set(paneImage(mRect.size(), mRatio, background.alpha() == kOpaqueBackground));
     mPriceBandDigest = 0;
     mIsDue = false;
     mIsWhole = false;
@@ -66,8 +66,8 @@ void ChartPicture::make(bool blank) {
 /// One background all over, in an image that can show it: a theme may bring another one.
 void ChartPicture::clear(const QColor &background) {
     const bool isOpaque = background.alpha() == kOpaqueBackground;
-    if (isOpaque == mImage.hasAlphaChannel()) {
-        mImage = paneImage(mRect.size(), mRatio, isOpaque);
+    if (isOpaque == mImage.image().hasAlphaChannel()) {
+        mImage.set(paneImage(mRect.size(), mRatio, isOpaque));
     }
     mImage.fill(background);
 }
@@ -77,7 +77,7 @@ bool ChartPicture::isStale() const {
 }
 
 void ChartPicture::draw(const QRect &rect) {
-    if (rect.width() <= 0 || rect.height() <= 0 || mImage.isNull()) {
+    if (rect.width() <= 0 || rect.height() <= 0 || mImage.image().isNull()) {
         return;
     }
     if (mSource.lastStill() >= 0) {
@@ -88,7 +88,7 @@ void ChartPicture::draw(const QRect &rect) {
 }
 
 void ChartPicture::follow() {
-    if (mRect.isEmpty() || mImage.isNull()) {
+    if (mRect.isEmpty() || mImage.image().isNull()) {
         return;
     }
     if (mSource.lastStill() >= 0) {
@@ -169,19 +169,20 @@ void ChartPicture::drawScene(const QRect &rect, const ChartScene &scene) {
     if (!isVolumeAlone) {
         clear(scene.look.background);
     }
-    QPainter painter;
-    if (!painter.begin(&mImage)) {
+    QPainter *painter = mImage.painter();
+    if (!painter) {
         mDrawnEnd = -1;
         mIsWhole = false;
         return;
     }
     const QRect part = isVolumeAlone ? rect.adjusted(0, volumeBandTop(rect.height()), 0, 0) : rect;
-    painter.setClipRect(part);
+    painter->setClipRect(part);
     if (isVolumeAlone) {
-        painter.fillRect(part, scene.look.background);
+        painter->fillRect(part, scene.look.background);
     }
-    drawGrid(painter, scene, rect);
-    drawLines(painter, scene.lines, scene.look, part);
+    drawGrid(*painter, scene, rect);
+    drawLines(*painter, scene.lines, scene.look, part);
+    painter->setClipping(false);
 }
 
 /// What a series can touch in the pane. Its pixels do not begin with those of the device at a ratio that is no whole number.
@@ -211,33 +212,34 @@ Touched ChartPicture::placeOf(const SceneLines &lines) const {
 /// that let nothing through they are drawn as they are, in the order of all lines; else their pixels are drawn anew.
 bool ChartPicture::grow(ChartScene scene) {
     SceneLines &lines = scene.lines;
-    lines = from(std::move(lines), mDrawnEnd);
+    beginAt(lines, mDrawnEnd);
     const bool isShown = wasTail(scene.end);
     const Touched added = isShown ? mTail.all() : placeOf(lines);
     if (!added.isEmpty()) {
-        QPainter painter;
-        if (added.columns.width() >= mRect.width() - 2 || !painter.begin(&mImage)) {
+        QPainter *painter = mImage.painter();
+        if (added.columns.width() >= mRect.width() - 2 || !painter) {
             return false; // a text may reach anywhere
         }
         const bool isOver = isOpaque(lines);
-        lines = reachingInto(std::move(lines), added.columns.left() - 1, isOver);
+        reachInto(lines, added.columns.left() - 1, isOver);
         const auto drawPart = [&](const QRect &part) {
-            clearPart(painter, part, scene.look.background);
-            drawGrid(painter, scene, part);
-            drawLines(painter, lines, scene.look, part);
+            clearPart(*painter, part, scene.look.background);
+            drawGrid(*painter, scene, part);
+            drawLines(*painter, lines, scene.look, part);
         };
         if (isOver) {
             const QRect columns(added.columns.left(), 0, added.columns.width(), mRect.height());
-            const PixelPart held(painter, columns, PixelPart::EClip::WhenAsked);
-            drawLines(painter, lines, scene.look, columns);
+            const PixelPart held(*painter, columns, PixelPart::EClip::WhenAsked);
+            drawLines(*painter, lines, scene.look, columns);
+            painter->setClipping(false);
         } else {
-            paintByPieces(painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
+            paintByPieces(*painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
         }
         mGrown.add(isShown && isOver ? whereLinesMeet(added, lines) : added);
     }
     mPriceBandDigest = 0;
     mDrawnEnd = scene.end;
-    lines = from(std::move(lines), 0);
+    beginAt(lines, 0);
     mDrawn = std::move(scene);
     return true;
 }
@@ -247,7 +249,7 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
         paintVectors(painter, rect);
         return;
     }
-    if (mImage.isNull()) {
+    if (mImage.image().isNull()) {
         return;
     }
     SceneLines tail = mSource.tail(rect.size());
@@ -262,13 +264,13 @@ void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *pa
     }
     drawDue();
     if (!part) {
-        blitPane(painter, rect, mImage, mRect.size());
+        blitPane(painter, rect, mImage.image(), mRect.size());
         drawTail(painter, rect, tail);
         return;
     }
     const QPen pen = painter.pen();
     const auto paintPart = [&](const QRect &piece) {
-        blitPane(painter, rect, mImage, mRect.size());
+        blitPane(painter, rect, mImage.image(), mRect.size());
         if (isSeen(piece)) {
             drawLines(painter, tail, mLook.look(), piece & rect);
         }

@@ -2,11 +2,11 @@
 
 #include "chartdata/ChangeFlags.h"
 #include "chartdata/ChartScene.h"
+#include "chartdata/OpenImage.h"
 #include "chartdata/PaneSeries.h"
 #include "chartdata/TailOnScreen.h"
 #include "host/toolkit/ThemeCache.h"
 
-#include <QImage>
 #include <QRect>
 #include <QRegion>
 
@@ -44,7 +44,7 @@ public:
     double ratio() const { return mRatio; }
     /// A new picture of that size and ratio, without content, or `blank`: with the background alone.
     void make(bool blank);
-    bool covers(const QSize &size) const { return !mImage.isNull() && mRect.size() == size; }
+    bool covers(const QSize &size) const { return !mImage.image().isNull() && mRect.size() == size; }
     /// Whether it has to be drawn before it is shown: a point in it or the theme has changed.
     bool isStale() const;
 
@@ -95,7 +95,7 @@ private:
     const std::function<bool()> mBeforeSeries;
     QRect mRect{0, 0, 0, 0};
     double mRatio = 1.0;
-    QImage mImage;
+    OpenImage mImage;
     GZ::ThemeCache<ChartLook> mLook;
     int mDrawnTheme = -1; ///< generation of the theme that the picture is in
     quint64 mPriceBandDigest = 0; ///< of what the price band was drawn from; 0 when nothing is known

@@ -127,14 +127,13 @@ bool isOpaque(const SceneLines &lines) {
     });
 }
 
-SceneLines from(SceneLines lines, int start) {
+void beginAt(SceneLines &lines, int start) {
     for (SceneSeries &series : lines) {
         series.start = start;
     }
-    return lines;
 }
 
-SceneLines reachingInto(SceneLines lines, int left, bool over) {
+void reachInto(SceneLines &lines, int left, bool over) {
     for (SceneSeries &series : lines) {
         if (over && isAlone(series, lines)) {
             continue;
@@ -150,7 +149,6 @@ SceneLines reachingInto(SceneLines lines, int left, bool over) {
         }
         series.start = std::max(series.start, 0);
     }
-    return lines;
 }
 
 void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part) {

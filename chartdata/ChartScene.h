@@ -74,11 +74,11 @@ quint64 priceBandDigest(const ChartScene &scene);
 bool hasGrown(const ChartScene &from, const ChartScene &to);
 /// Whether lines may be drawn over themselves: none lets through what is beneath it.
 bool isOpaque(const SceneLines &lines);
-/// Lines from an index on.
-SceneLines from(SceneLines lines, int start);
-/// Lines from as far back as to draw all that reaches the column `left`, of which those where they begin now do, or lies
+/// Has lines begin at an index.
+void beginAt(SceneLines &lines, int start);
+/// Has lines begin as far back as to draw all that reaches the column `left`, of which those where they begin now do, or lies
 /// right of it. Where they are drawn `over` themselves a line that is alone in its band stays as it is.
-SceneLines reachingInto(SceneLines lines, int left, bool over);
+void reachInto(SceneLines &lines, int left, bool over);
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio; all that is seen in a part of the pane.
 void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part);

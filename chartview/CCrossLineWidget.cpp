@@ -2,6 +2,7 @@
 
 #include "chartdata/CRealtimeData.h"
 #include "chartview/FittedFont.h"
+#include "host/drawing/DirectPixels.h"
 #include "host/services/CConfigService.h"
 #include "host/services/CStockManager.h"
 #include "host/toolkit/GlyphText.h"
@@ -149,9 +150,16 @@ CCrossLineWidget::Look CCrossLineWidget::Look::ofTheme() {
 void CCrossLineWidget::drawLine(QPainter &painter, const QRegion &dirty, bool shown, const QLine &line) {
     const double ratio = painter.deviceTransform().m11();
     const QRect room = CrossLinePlan::roomOf(line, ratio);
-    if (shown && dirty.intersects(room)) {
-        painter.setClipRect(room); // one rectangle: drawn much faster
-        painter.fillRect(CrossLinePlan::inkOf(line, ratio), mLook->line);
+    if (!shown || !dirty.intersects(room)) {
+        return;
+    }
+    const QRectF ink = CrossLinePlan::inkOf(line, ratio);
+    const QRect device = painter.deviceTransform().mapRect(ink).toRect(); // exact, or not filled by hand
+    const PixelPart held(painter, room, PixelPart::EClip::WhenAsked);
+    if (!held.pixels().fill(device.left(), device.top(), device.right() + 1, device.bottom() + 1,
+                            mLook->line.rgba())) {
+        PixelPart::clip(painter);
+        painter.fillRect(ink, mLook->line);
     }
 }
 

@@ -83,8 +83,12 @@ void copyRows(PixelRows<QRgb> to, PixelRows<const QRgb> from, int count, int wid
         copyBlocks<4>(to, from, count, width);
     } else if (width > 2) {
         copyBlocks<2>(to, from, count, width);
-    } else if (width > 0) {
+    } else if (width == 2) {
         copyBlocks<1>(to, from, count, width);
+    } else if (width == 1) {
+        for (; count > 0; --count, to.first += to.step, from.first += from.step) {
+            *to.first = *from.first;
+        }
     }
 }
 
