@@ -36,25 +36,27 @@ struct RPCFormulaMetaResult {
     std::vector<qint32> mLineAxis; ///< ELineAxis
 };
 
-/// The points of a series.
+/// The points of a series. The tags may be left out, which makes an empty list, and so may the colours, texts and second
+/// values of a line that never has any.
 struct RPCFormulaResult {
     std::vector<TimePosition> mTimes; ///< per point, ascending
     std::vector<qint32> mValid; ///< per point, 1 when valid
     std::vector<qint32> mPointTags; ///< per point, the formula service's own
     std::vector<std::vector<double>> mValues; ///< per line, per point
     std::vector<std::vector<qint32>> mExtra1; ///< per line, per point: colour, or kDefaultColor
-    std::vector<std::vector<std::string>> mTexts; ///< per line, per point, UTF-8; empty of a line without
+    std::vector<std::vector<std::string>> mTexts; ///< per line, per point, UTF-8
     std::vector<std::vector<double>> mExtra2; ///< per line, per point: second value of the drawing
     std::vector<double> mShared1; ///< the formula service's own
     std::vector<std::string> mShared2; ///< the formula service's own
 };
 
-/// One point for all lines of a request.
+/// One point for all lines of a request. The colours, the texts and the second values may be left out when no line
+/// ever has any.
 struct RPCFormulaInstantResult {
     TimePosition mTime;
     std::vector<double> mValues; ///< one per line
     std::vector<qint32> mExtra1; ///< one per line
-    std::vector<std::string> mTexts; ///< one per line; empty when no line ever has one
+    std::vector<std::string> mTexts; ///< one per line
     std::vector<double> mExtra2; ///< one per line
 };
 

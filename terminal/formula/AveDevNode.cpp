@@ -16,8 +16,8 @@ std::uint64_t priorityOf(int at) {
 
 } // namespace
 
-void AveDevNode::evaluate(std::size_t from, std::size_t count) {
-    mBranches.resize(count);
+void AveDevNode::evaluate(std::size_t from, std::size_t end) {
+    mBranches.resize(mValues.size());
     if (from <= mOriginAt) {
         mOrigin = kNoValue;
     }
@@ -25,7 +25,7 @@ void AveDevNode::evaluate(std::size_t from, std::size_t count) {
         mRoot = -1;
         mFirst = mEnd = 0;
     }
-    for (std::size_t i = from; i < count; ++i) {
+    for (std::size_t i = from; i < end; ++i) {
         const double x = mX[i];
         if (std::isnan(mOrigin) && hasValue(x)) {
             mOrigin = x;

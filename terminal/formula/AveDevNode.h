@@ -17,7 +17,7 @@ public:
     AveDevNode(const Operand &x, std::size_t length) : mX(x), mLength(length) {}
 
 protected:
-    void evaluate(std::size_t from, std::size_t count) override;
+    void evaluate(std::size_t from, std::size_t end) override;
 
 private:
     /// A point in the tree; -1 for no child.

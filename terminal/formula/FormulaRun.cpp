@@ -68,7 +68,7 @@ std::unique_ptr<FormulaRun> FormulaRun::of(const LuaFormulaFile &file, const For
         return run;
     }
     const TimeLimit time(limits.milliseconds);
-    run->graph.evaluate(bars, 0, limits.milliseconds);
+    run->graph.open(bars);
     LuaSandbox sandbox(limits.bytes);
     const LuaSandbox::Body body = [&run, &file, depth](lua_State *state) {
         runBody(state, *run, file.text, depth);
@@ -79,6 +79,7 @@ std::unique_ptr<FormulaRun> FormulaRun::of(const LuaFormulaFile &file, const For
         run->overLimit = sandbox.isOverLimit();
         run->lines.clear();
     }
+    run->graph.close();
     return run;
 }
 

@@ -2,10 +2,9 @@
 
 #include "terminal/formula/FormulaRun.h"
 #include "terminal/formula/LuaSandbox.h"
+#include "terminal/formula/ResultLists.h"
 
 #include <QCoreApplication>
-
-#include <boost/iterator/transform_iterator.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -13,38 +12,11 @@
 namespace terminal {
 namespace {
 
-double shown(double value) {
-    return std::isfinite(value) ? value : TC::kUnsetValue;
-}
-
-/// As a list of a result has them: numbers, or unset.
-std::vector<double> shownValues(const Operand &values, std::size_t count) {
-    if (values.isNumber()) {
-        return std::vector<double>(count, shown(values.number));
-    }
-    const double *const first = values.node->values().data();
-    return {boost::make_transform_iterator(first, shown), boost::make_transform_iterator(first + count, shown)};
-}
-
-/// First bar from which on bars differ from those before.
-std::size_t firstChange(const MinuteBars &before, const MinuteBars &now) {
-    const auto place = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).second;
-    return static_cast<std::size_t>(place - now.begin());
-}
-
-/// The same when only the last bars can differ.
-std::size_t firstOfLastChanges(const MinuteBars &before, const MinuteBars &now) {
-    std::size_t first = now.empty() ? 0 : now.size() - 1;
-    while (first > 0 && (first > before.size() || before[first - 1] != now[first - 1])) {
-        --first;
-    }
-    return first;
-}
+constexpr qint64 kNever = std::numeric_limits<qint64>::max();
 
 /// Time of the first bar that one series has and the other has not, or not like this.
 qint64 firstChangedTime(const MinuteBars &before, const MinuteBars &now) {
     const auto [one, other] = std::mismatch(before.begin(), before.end(), now.begin(), now.end());
-    constexpr qint64 kNever = std::numeric_limits<qint64>::max();
     return std::min(one == before.end() ? kNever : one->time, other == now.end() ? kNever : other->time);
 }
 
@@ -73,48 +45,72 @@ public:
     }
 
     void setUnderlying(const MinuteBars &bars) override {
-        const qint64 time = firstChangedTime(mInputs.underlyingBars, bars);
-        const MinuteBars &own = mRun->graph.bars();
-        const auto first = std::partition_point(own.begin(), own.end(),
-                                                [time](const MinuteBar &bar) { return bar.time < time; });
-        mUnderlyingFrom = std::min(mUnderlyingFrom, static_cast<std::size_t>(first - own.begin()));
+        mUnderlyingFrom = std::min(mUnderlyingFrom, firstChangedTime(mInputs.underlyingBars, bars));
         mInputs.underlyingBars = bars;
         mRun->inputs.underlyingBars = bars;
     }
 
     se::RPCFormulaResult evaluate(const MinuteBars &bars) const override {
-        bring(bars, firstChange(mRun->graph.bars(), bars));
-        return result(bars);
+        if (isReady(bars)) {
+            ResultLists lists(bars, mRun->lines, mParts);
+            if (bring(bars, &VectorGraph::firstChange, [&lists](std::size_t end) { lists.writeTo(end); })) {
+                return lists.take();
+            }
+        }
+        const std::vector<FormulaDrawing> blank = blankLines();
+        return ResultLists(bars, blank, mParts).take();
     }
 
     se::RPCFormulaInstantResult evaluateLast(const MinuteBars &bars) const override {
-        bring(bars, firstOfLastChanges(mRun->graph.bars(), bars));
-        return point(bars);
+        const bool isBrought = isReady(bars) && bring(bars, &VectorGraph::firstOfLastChanges, {});
+        if (bars.empty()) {
+            return {};
+        }
+        return isBrought ? lastPointOf(bars, mRun->lines, mParts) : lastPointOf(bars, blankLines(), mParts);
     }
 
 private:
-    static constexpr std::size_t kUnchanged = std::numeric_limits<std::size_t>::max();
-
     void start(const MinuteBars &bars) const {
         mRun = FormulaRun::of(mFile, mInputs, mLimits, bars, RunDepth::Compute);
+        mParts = DrawnParts(mRun->lines, mRun->readsValues);
     }
 
-    /// Has the run stand at these bars, of which those before `from` are as they were.
-    void bring(const MinuteBars &bars, std::size_t from) const {
+    /// Whether the run has lines for these bars: it is made anew when it has read values of others.
+    bool isReady(const MinuteBars &bars) const {
         if (mRun->overLimit || (mRun->error && !mRun->readsValues)) {
-            return;
+            return false;
         }
         if (mRun->readsValues) {
             start(bars);
             takeStyles();
+            tell(mRun->error);
         }
-        from = std::min(from, std::exchange(mUnderlyingFrom, kUnchanged));
-        if (!mRun->error &&
-            !mRun->graph.evaluate(bars, mRun->readsValues ? bars.size() : from, mLimits.milliseconds)) {
+        return !mRun->error;
+    }
+
+    /// Has the vectors stand at these bars. False when that takes too long.
+    bool bring(const MinuteBars &bars, std::size_t (VectorGraph::*firstOf)(const MinuteBars &) const,
+               const VectorGraph::Progress &progress) const {
+        VectorGraph &graph = mRun->graph;
+        const std::size_t own = mRun->readsValues ? bars.size() : (graph.*firstOf)(bars);
+        const std::size_t from = std::min(own, firstOfUnderlying(bars));
+        mUnderlyingFrom = kNever;
+        if (!graph.evaluate(bars, from, mLimits.milliseconds, progress)) {
             mRun->error = FormulaError{mFile.name, 0, QCoreApplication::translate("LuaSandbox", "运行超时")};
             mRun->overLimit = true;
         }
         tell(mRun->error);
+        return !mRun->error;
+    }
+
+    /// First bar that a change of the underlying concerns.
+    std::size_t firstOfUnderlying(const MinuteBars &bars) const {
+        if (mUnderlyingFrom == kNever) {
+            return bars.size();
+        }
+        const auto first = std::partition_point(
+            bars.begin(), bars.end(), [this](const MinuteBar &bar) { return bar.time < mUnderlyingFrom; });
+        return static_cast<std::size_t>(first - bars.begin());
     }
 
     void tell(const std::optional<FormulaError> &error) const {
@@ -133,70 +129,10 @@ private:
         }
     }
 
-    std::size_t lineCount() const { return static_cast<std::size_t>(mDescription.lines.size()); }
-
-    se::RPCFormulaResult result(const MinuteBars &bars) const {
-        se::RPCFormulaResult result;
-        const std::size_t count = bars.size();
-        result.mTimes.reserve(count);
-        for (const MinuteBar &bar : bars) {
-            result.mTimes.emplace_back(bar.time, 0);
-        }
-        result.mValid.assign(count, 1);
-        result.mPointTags.assign(count, 0);
-        for (std::size_t line = 0; line < lineCount(); ++line) {
-            if (mRun->error) {
-                addLine(result, FormulaDrawing(kNoValue), count);
-            } else {
-                addLine(result, mRun->lines[line], count);
-            }
-        }
-        return result;
-    }
-
-    /// Whether a line has texts now or at another time: a file that reads values may draw others with the next bar.
-    bool mayHaveTexts(const FormulaDrawing &drawing) const {
-        return mRun->readsValues || !drawing.texts.empty();
-    }
-
-    /// A line that never has texts has no list of them, which would take more than all else of its points.
-    void addLine(se::RPCFormulaResult &result, const FormulaDrawing &drawing, std::size_t count) const {
-        result.mValues.push_back(shownValues(drawing.values, count));
-        result.mExtra2.push_back(shownValues(drawing.second.value_or(kNoValue), count));
-        std::vector<qint32> &colors = result.mExtra1.emplace_back(count, se::kDefaultColor);
-        for (std::size_t i = 0; i < count && !drawing.colors.empty(); ++i) {
-            colors[i] = drawing.colorAt(i);
-        }
-        std::vector<std::string> &texts = result.mTexts.emplace_back(mayHaveTexts(drawing) ? count : 0);
-        for (std::size_t i = 0; i < texts.size() && !drawing.texts.empty(); ++i) {
-            texts[i] = drawing.textAt(i);
-        }
-    }
-
-    se::RPCFormulaInstantResult point(const MinuteBars &bars) const {
-        se::RPCFormulaInstantResult point;
-        if (bars.empty()) {
-            return point;
-        }
-        const std::size_t last = bars.size() - 1;
-        point.mTime = {bars[last].time, 0};
-        point.mValues.assign(lineCount(), TC::kUnsetValue);
-        point.mExtra1.assign(lineCount(), se::kDefaultColor);
-        const bool hasTexts =
-            mRun->error || std::any_of(mRun->lines.begin(), mRun->lines.end(),
-                                       [this](const auto &line) { return mayHaveTexts(line); });
-        point.mTexts.resize(hasTexts ? lineCount() : 0);
-        point.mExtra2.assign(lineCount(), TC::kUnsetValue);
-        for (std::size_t line = 0; line < lineCount() && !mRun->error; ++line) {
-            const FormulaDrawing &drawing = mRun->lines[line];
-            point.mValues[line] = shown(drawing.values.at(last));
-            point.mExtra1[line] = drawing.colorAt(last);
-            if (hasTexts) {
-                point.mTexts[line] = drawing.textAt(last);
-            }
-            point.mExtra2[line] = drawing.second ? shown(drawing.second->at(last)) : TC::kUnsetValue;
-        }
-        return point;
+    /// What is drawn after an error.
+    std::vector<FormulaDrawing> blankLines() const {
+        return std::vector<FormulaDrawing>(static_cast<std::size_t>(mDescription.lines.size()),
+                                           FormulaDrawing(kNoValue));
     }
 
     const LuaFormulaFile mFile;
@@ -204,8 +140,8 @@ private:
     const FormulaErrorSink mSink;
     const FormulaLimits mLimits;
     mutable std::unique_ptr<FormulaRun> mRun; ///< never null
-    mutable std::size_t mUnderlyingFrom =
-        kUnchanged; ///< first own bar that a change of the underlying concerns
+    mutable DrawnParts mParts; ///< of its lines
+    mutable qint64 mUnderlyingFrom = kNever; ///< time from which on the underlying is another one
     mutable FormulaDescription mDescription; ///< with the styles of the last run
     mutable std::optional<FormulaError> mTold; ///< the error of the last evaluation
 };

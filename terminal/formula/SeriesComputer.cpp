@@ -27,7 +27,9 @@ void padSeries(se::RPCFormulaResult &series, const std::vector<qint64> &times) {
     }
     series.mTimes.insert(series.mTimes.begin(), leading.begin(), leading.end());
     series.mValid.insert(series.mValid.begin(), count, 0);
-    series.mPointTags.insert(series.mPointTags.begin(), count, 0);
+    if (!series.mPointTags.empty()) {
+        series.mPointTags.insert(series.mPointTags.begin(), count, 0);
+    }
     padLines(series.mValues, count, TC::kUnsetValue);
     padLines(series.mExtra1, count, se::kDefaultColor);
     padLines(series.mTexts, count, std::string());

@@ -8,6 +8,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -37,17 +38,29 @@ public:
     /// Only what is used is computed.
     void use() { mUsed = true; }
     bool isUsed() const { return mUsed; }
-    /// How many elements update() would compute.
-    std::size_t left(std::size_t from, std::size_t count) const {
-        return count - std::min({from, mDone, count});
+    /// Points that are computed.
+    std::size_t done() const { return mDone; }
+    /// Makes room for `count` points, of which those before `from` stay as they are when they are computed.
+    void prepare(std::size_t from, std::size_t count) {
+        mDone = std::min({mDone, from, count});
+        if (mValues.size() + 1 == count) {
+            mValues.push_back(kNoValue); // of all ways to grow the quickest
+        } else {
+            mValues.resize(count);
+        }
     }
-    /// Brings the vector to `count` points of which those from `from` on are to be computed (again).
-    void update(std::size_t from, std::size_t count);
+    /// Computes the points before `end` that are not yet, of those that there is room for.
+    void update(std::size_t end) {
+        if (mDone < end) {
+            evaluate(mDone, end);
+            mDone = end;
+        }
+    }
 
 protected:
     VectorNode() = default;
-    /// Computes points `from` to `count` - 1 into mValues, which has `count` elements.
-    virtual void evaluate(std::size_t from, std::size_t count) = 0;
+    /// Computes points `from` to `end` - 1 into mValues, which has room for all points that there will be.
+    virtual void evaluate(std::size_t from, std::size_t end) = 0;
 
     std::vector<double> mValues;
 
@@ -95,7 +108,16 @@ private:
     Operand mOperand;
 };
 
+/// A vector that is read off the bars, and keeps what it read.
+class BarColumn : public VectorNode {
+public:
+    /// Whether a point that is computed would be the same of this bar.
+    virtual bool isOf(const MinuteBar &bar, std::size_t i) const = 0;
+};
+
 /// The vectors of one formula in the order of their making. One thread.
+///
+/// Of bars nothing is kept but the columns that the formula uses: bars that differ in nothing else are the same to it.
 class VectorGraph {
 public:
     /// At most so many vectors are made: where one more would be, `onFull` is called instead, and has to throw.
@@ -110,24 +132,47 @@ public:
         auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
         Node *made = node.get();
         mNodes.push_back(std::move(node));
+        if constexpr (std::is_base_of_v<BarColumn, Node>) {
+            mColumns.push_back(made);
+        }
         return made;
     }
     /// Number of vectors made.
     std::size_t size() const { return mNodes.size(); }
 
-    /// The bars that the vectors read; set by evaluate().
-    const MinuteBars &bars() const { return mBars; }
-    /// Takes the bars, of which those before `from` are as they were, and computes what is used. False when so many
-    /// milliseconds of the thread's time were over before the end; the graph is of no use then.
-    bool evaluate(const MinuteBars &bars, std::size_t from, int milliseconds);
-    /// The values of a vector over the bars taken, computed when they are not yet.
+    /// The bars that the vectors read, from open() to close() and during evaluate().
+    const MinuteBars &bars() const { return *mBars; }
+    /// Has vectors that are made from now on read these bars.
+    void open(const MinuteBars &bars);
+    /// The values of a vector over these bars, computed when they are not yet.
     const std::vector<double> &read(VectorNode *node);
+    /// All vectors are made, and used where they are ever used.
+    void close();
+
+    /// First bar from which on bars differ from those computed last.
+    std::size_t firstChange(const MinuteBars &bars) const;
+    /// The same when only the last bars can differ.
+    std::size_t firstOfLastChanges(const MinuteBars &bars) const;
+    /// Called with the number of points that are computed by now.
+    using Progress = std::function<void(std::size_t end)>;
+    /// Takes the bars, of which those before `from` are as they were, and computes what is used, some points of all
+    /// vectors after the other. False when so many milliseconds of the thread's time were over before the end; the
+    /// graph is of no use then.
+    bool evaluate(const MinuteBars &bars, std::size_t from, int milliseconds, const Progress &progress = {});
 
 private:
-    MinuteBars mBars;
+    bool isSame(const MinuteBar &bar, std::size_t i) const;
+    /// Computes the points behind the first `done`. False when the time was over before the end.
+    bool evaluateBlocks(std::size_t done, int milliseconds, const Progress &progress);
+
+    const MinuteBars *mBars = nullptr;
+    std::size_t mCount = 0; ///< of the bars taken last
+    std::size_t mDone = 0; ///< points of them that all vectors used are computed over
     std::size_t mMost = std::numeric_limits<std::size_t>::max();
     std::function<void()> mOnFull;
     std::vector<std::unique_ptr<VectorNode>> mNodes;
+    std::vector<BarColumn *> mColumns; ///< of mNodes; those that are used, once the graph is closed
+    std::vector<VectorNode *> mUsed; ///< of mNodes, once the graph is closed
 };
 
 } // namespace terminal

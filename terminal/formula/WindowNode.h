@@ -23,28 +23,43 @@ public:
         : mX(x), mKind(kind), mBlock(length > 0 ? length : std::numeric_limits<std::size_t>::max()) {}
 
 protected:
-    void evaluate(std::size_t from, std::size_t count) override {
-        mHeads.resize(count);
+    void evaluate(std::size_t from, std::size_t end) override {
         if (from < mTailEnd) {
             mTailEnd = 0;
         }
         const ArgumentValues x = mX.values();
         double *const values = mValues.data();
-        Part *const heads = mHeads.data();
         std::size_t inBlock = from % mBlock;
-        for (std::size_t i = from; i < count; ++i) {
+        bringHeads(from, inBlock);
+        Part *const heads = mHeads.data();
+        Part head = inBlock > 0 ? heads[inBlock - 1] : Part();
+        for (std::size_t i = from; i < end; ++i) {
             const Part own = mKind.of(x[i], i);
-            const Part head = inBlock > 0 ? mKind.join(heads[i - 1], own) : own;
-            heads[i] = head;
+            head = inBlock > 0 ? mKind.join(head, own) : own;
+            heads[inBlock] = head;
             const bool spans = i >= mBlock && inBlock + 1 < mBlock;
             const Part all = spans ? mKind.join(tail(i - inBlock, inBlock + 1), head) : head;
             values[i] = finite(mKind.result(all, i));
             inBlock = inBlock + 1 < mBlock ? inBlock + 1 : 0;
         }
+        mHeadsEnd = end;
     }
 
 private:
     using Part = typename Kind::Part;
+
+    /// Has mHeads the heads of the block's points before `point`.
+    void bringHeads(std::size_t point, std::size_t inBlock) {
+        mHeads.resize(std::min(mBlock, mValues.size()));
+        const std::size_t start = point - inBlock;
+        if (inBlock == 0 || (mHeadsEnd >= point && mHeadsEnd - start <= mBlock)) {
+            return;
+        }
+        mHeads[0] = mKind.of(mX[start], start);
+        for (std::size_t k = 1; k < inBlock; ++k) {
+            mHeads[k] = mKind.join(mHeads[k - 1], mKind.of(mX[start + k], start + k));
+        }
+    }
 
     /// The points of the block that ends before `end`, without the first `skipped`.
     const Part &tail(std::size_t end, std::size_t skipped) {
@@ -63,7 +78,8 @@ private:
     const Argument mX;
     const Kind mKind;
     const std::size_t mBlock;
-    std::vector<Part> mHeads; ///< per point: from the beginning of its block to it
+    std::vector<Part> mHeads; ///< per point of one block: from the beginning of the block to it
+    std::size_t mHeadsEnd = 0; ///< behind the last point of mHeads; 0 when there is none
     std::vector<Part> mTails; ///< per point of one block: from it to the end of the block
     std::size_t mTailEnd = 0; ///< behind the block of mTails; 0 when there is none
 };

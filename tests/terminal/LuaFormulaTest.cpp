@@ -1,4 +1,5 @@
 #include "terminal/formula/LuaFormula.h"
+#include "chartdata/PointMerge.h"
 #include "tests/terminal/FormulaBars.h"
 
 #include <gtest/gtest.h>
@@ -68,10 +69,10 @@ TEST(LuaFormulaTest, ASeriesHasAPointForEachBar) {
               (std::vector<se::TimePosition>{{bars[0].time, 0}, {bars[1].time, 0}, {bars[2].time, 0}}));
     EXPECT_EQ(result.mValid, (std::vector<qint32>{1, 1, 1}));
     EXPECT_EQ(result.mValues[0], (std::vector<double>{TC::kUnsetValue, 1.5, 3.0}));
-    EXPECT_EQ(result.mExtra1[0], std::vector<qint32>(3, se::kDefaultColor));
-    EXPECT_EQ(result.mTexts, (std::vector<std::vector<std::string>>{{}}))
-        << "a line without texts has no list of them";
-    EXPECT_EQ(result.mExtra2[0], std::vector<double>(3, TC::kUnsetValue));
+    EXPECT_EQ(result.mExtra1, (std::vector<std::vector<qint32>>{{}})) << "a line without colours has no list";
+    EXPECT_EQ(result.mTexts, (std::vector<std::vector<std::string>>{{}}));
+    EXPECT_EQ(result.mExtra2, (std::vector<std::vector<double>>{{}}));
+    EXPECT_TRUE(result.mPointTags.empty());
 }
 
 TEST(LuaFormulaTest, ANumberAndATableAreLinesToo) {
@@ -144,6 +145,54 @@ TEST(LuaFormulaTest, TextsComeFromFilesThatDrawThemOrMayYetDrawThem) {
     const MinuteBars three = barsOfPrices({1.0, 2.0, 3.0});
     EXPECT_EQ(reading->evaluateLast(three).mTexts, (std::vector<std::string>{""}));
     EXPECT_EQ(reading->evaluate(three).mTexts, (std::vector<std::vector<std::string>>{{"", "", ""}}));
+}
+
+TEST(LuaFormulaTest, AllLinesHaveColoursAndSecondValuesOrNone) {
+    const MinuteBars two = barsOfPrices({1.0, 2.0});
+    const auto without = makeLuaFormula(formulaOf("return CLOSE, VOL", "{\"A\"}, {\"B\"}"));
+    EXPECT_EQ(without->evaluate(two).mExtra1, (std::vector<std::vector<qint32>>{{}, {}}));
+    EXPECT_EQ(without->evaluate(two).mExtra2, (std::vector<std::vector<double>>{{}, {}}));
+    EXPECT_TRUE(without->evaluateLast(two).mExtra1.empty());
+    EXPECT_TRUE(without->evaluateLast(two).mExtra2.empty());
+    const auto with =
+        makeLuaFormula(formulaOf("return NUMBER(COLOR(CLOSE, COLORBLUE), 3), CLOSE", "{\"A\"}, {\"B\"}"));
+    constexpr double kNone = TC::kUnsetValue;
+    EXPECT_EQ(with->evaluate(two).mExtra1, (std::vector<std::vector<qint32>>{{0xff0000, 0xff0000}, {-1, -1}}));
+    EXPECT_EQ(with->evaluate(two).mExtra2, (std::vector<std::vector<double>>{{3.0, 3.0}, {kNone, kNone}}));
+    EXPECT_EQ(with->evaluateLast(two).mExtra1, (std::vector<qint32>{0xff0000, -1}));
+    EXPECT_EQ(with->evaluateLast(two).mExtra2, (std::vector<double>{3.0, kNone}));
+    // A later bar brings a second value.
+    const auto reading =
+        makeLuaFormula(formulaOf("if #CLOSE == 3 then return NUMBER(CLOSE, 9) end return CLOSE"));
+    EXPECT_EQ(reading->evaluate(two).mExtra2, (std::vector<std::vector<double>>{{kNone, kNone}}));
+    EXPECT_EQ(reading->evaluateLast(barsOfPrices({1.0, 2.0, 3.0})).mExtra2, (std::vector<double>{9.0}));
+}
+
+TEST(LuaFormulaTest, PointsOfLinesWithoutSecondValuesBringNone) {
+    const auto program = makeLuaFormula(formulaOf("return CLOSE"));
+    se::RPCFormulaResult series = program->evaluate(barsOfPrices({1.0, 2.0}));
+    const se::RPCFormulaInstantResult point = program->evaluateLast(barsOfPrices({1.0, 2.0, 3.0}));
+    TC::storePoint(series, TC::findPlace(series.mTimes, point.mTime), point, TC::EPointParts::Everything);
+    EXPECT_EQ(series.mValues[0], (std::vector<double>{1.0, 2.0, 3.0}));
+    EXPECT_TRUE(series.mExtra2[0].empty()) << "a second value of 0 would colour the points before";
+}
+
+TEST(LuaFormulaTest, VectorsOverTheirTimeDrawNothingFromThenOn) {
+    FormulaLimits limits;
+    limits.milliseconds = 20;
+    ErrorLog log;
+    const auto program = makeLuaFormula(formulaOf("return AVEDEV(CLOSE, 700)"), {}, log.sink(), limits);
+    MinuteBars bars;
+    for (int i = 0; i < 200000; ++i) {
+        bars.push_back(flatBar(i, 10.0 + i * 7 % 13));
+    }
+    const se::RPCFormulaResult result = program->evaluate(bars);
+    EXPECT_EQ(result.mTimes.size(), bars.size());
+    EXPECT_EQ(result.mValues[0], std::vector<double>(bars.size(), TC::kUnsetValue));
+    EXPECT_EQ(program->evaluate(barsOfPrices({1.0})).mValues[0], std::vector<double>{TC::kUnsetValue});
+    EXPECT_EQ(program->evaluateLast(barsOfPrices({1.0})).mValues, std::vector<double>{TC::kUnsetValue});
+    ASSERT_EQ(log.errors.size(), 1u);
+    EXPECT_TRUE(log.errors[0].text.contains(QStringLiteral("运行超时")));
 }
 
 TEST(LuaFormulaTest, InstructionsPutTheUsualDrawingsTogether) {

@@ -134,7 +134,26 @@ TEST_P(LuaFormulaTicksTest, SeveralTicksMayComeBetweenTwoPoints) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Lengths, LuaFormulaTicksTest, testing::Values(2, 3, 7, 20));
+TEST_P(LuaFormulaTicksTest, ALongSeriesIsTheSameHoweverItGrew) {
+    const LuaFormulaFile file = everyFunction(GetParam());
+    BarWalk walk(5);
+    const auto grown = makeLuaFormula(file, {}, {});
+    while (walk.bars().size() < 9000) {
+        for (int ticks = 0; ticks < 2000; ++ticks) {
+            walk.tick();
+        }
+        grown->evaluate(walk.bars());
+        for (int ticks = 0; ticks < 40; ++ticks) { // some points one by one
+            walk.tick();
+            grown->evaluateLast(walk.bars());
+        }
+        walk.revise();
+        const se::RPCFormulaResult anew = makeLuaFormula(file)->evaluate(walk.bars());
+        ASSERT_NO_FATAL_FAILURE(expectSame(grown->evaluate(walk.bars()), anew)) << walk.bars().size();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Lengths, LuaFormulaTicksTest, testing::Values(2, 3, 7, 20, 700));
 
 TEST(LuaFormulaTicksTest, ARunThatReadsSingleValuesGivesTheSameAfterTicks) {
     const LuaFormulaFile file =
@@ -159,6 +178,21 @@ TEST(LuaFormulaTicksTest, ADayThatStartsOverIsComputedAnew) {
     expectSame(program->evaluate(barsOfPrices({5.0, 6.0})),
                makeLuaFormula(file)->evaluate(barsOfPrices({5.0, 6.0})));
     expectSame(program->evaluate({}), makeLuaFormula(file)->evaluate({}));
+}
+
+TEST(LuaFormulaTicksTest, ABarOfAnotherTimeIsAnotherOneToWhatReadsTheUnderlying) {
+    MinuteBars bars = barsOfPrices({1.0, 2.0, 3.0});
+    FormulaInputs inputs;
+    inputs.underlying = "X";
+    inputs.underlyingBars = {flatBar(1, 70.0), flatBar(9, 90.0)};
+    const auto program = makeLuaFormula(formulaOf("return UCLOSE"), inputs);
+    constexpr double kNone = TC::kUnsetValue;
+    EXPECT_EQ(program->evaluate(bars).mValues[0], (std::vector<double>{kNone, 70.0, 70.0}));
+    bars[2] = flatBar(9, 3.0);
+    EXPECT_EQ(program->evaluate(bars).mValues[0], (std::vector<double>{kNone, 70.0, 90.0}));
+    bars[0] = flatBar(-1, 1.0);
+    bars[1] = flatBar(0, 2.0);
+    EXPECT_EQ(program->evaluate(bars).mValues[0], (std::vector<double>{kNone, kNone, 90.0}));
 }
 
 TEST(LuaFormulaTicksTest, OnlyARunThatReadsSingleValuesIsToBeRunAgain) {

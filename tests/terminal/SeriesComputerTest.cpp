@@ -75,6 +75,7 @@ TEST(SeriesComputer, AListThatALineDoesNotHaveIsNotPadded) {
     series.mTexts = {{}, {"x"}};
     padSeries(series, {60, 120});
     EXPECT_EQ(series.mTexts, (std::vector<std::vector<std::string>>{{}, {"", "", "x"}}));
+    EXPECT_TRUE(series.mPointTags.empty());
 }
 
 TEST(SeriesComputer, AnEmptySeriesIsNotPadded) {
