@@ -1,8 +1,11 @@
 // What the soak measures with.
 
+#include "tests/soak/ActionLog.h"
 #include "tests/soak/FrameWatch.h"
 #include "tests/soak/MemoryCurve.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -35,6 +38,23 @@ void compute(double milliseconds) {
 }
 
 } // namespace
+
+TEST(ActionLog, ItsFileHasAllLinesWhenItIsGone) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("it's a log.txt"));
+    QByteArray expected;
+    for (int round = 0; round < 2; ++round) {
+        tests::ActionLog log(path);
+        expected.clear();
+        for (int i = 0; i < 1000; ++i) {
+            log.write(QStringLiteral("指标 %1").arg(i + round));
+            expected += "指标 " + QByteArray::number(i + round) + '\n';
+        }
+    }
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), expected);
+}
 
 TEST(MemoryCurve, ItsGrowthIsThatOfTheLastFifthOverTheFirst) {
     const MemoryCurve curve = curveOf({900, 50, 100, 100, 1, 1, 1, 1, 1, 1, 105, 105});

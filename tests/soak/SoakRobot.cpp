@@ -99,7 +99,6 @@ QList<QAction *> usableEntries(const QMenu &menu) {
 SoakRobot::SoakRobot(TerminalServices &services, TerminalWindow &window, quint32 seed, const QString &logPath)
     : mServices(services), mWindow(window), mFirstView(window.view()->main()->param()), mRandom(seed),
       mLog(logPath) {
-    EXPECT_TRUE(mLog.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) << qPrintable(logPath);
     mSinceStart.start();
     // A timer does not fire while its own slot runs, and an action may run an event loop: the step is posted.
     connect(&mTimer, &QTimer::timeout, this, [this] {
@@ -225,7 +224,7 @@ bool SoakRobot::closeOne() {
 void SoakRobot::tell(const QString &action) {
     const double minute = static_cast<double>(mSinceStart.elapsed()) / 60000.0;
     mLast.append(QString::asprintf("%8.4f ", minute) + action);
-    mLog.write(mLast.last().toUtf8() + '\n');
+    mLog.write(mLast.last());
     if (mLast.size() > kActionsKept) {
         mLast.removeFirst();
     }

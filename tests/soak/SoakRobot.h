@@ -1,7 +1,8 @@
 #pragma once
 
+#include "tests/soak/ActionLog.h"
+
 #include <QElapsedTimer>
-#include <QFile>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -115,7 +116,7 @@ private:
     terminal::TerminalWindow &mWindow;
     const QString mFirstView; ///< what the view told of itself at the beginning
     std::mt19937 mRandom;
-    QFile mLog;
+    ActionLog mLog;
     QStringList mLast;
     QMap<QString, int> mDone;
     QSet<QString> mChosen; ///< entries and buttons, by their names
