@@ -208,40 +208,42 @@ Touched ChartPicture::placeOf(const SceneLines &lines) const {
     return place;
 }
 
-/// Draws into the picture what the points behind mDrawnEnd add to it; false when that may be all of its pixels. Over lines
-/// that let nothing through they are drawn as they are, in the order of all lines; else their pixels are drawn anew.
+/// Draws into the picture what the points behind mDrawnEnd add to it; false when that may be all of its pixels.
 bool ChartPicture::grow(ChartScene scene) {
     SceneLines &lines = scene.lines;
     beginAt(lines, mDrawnEnd);
     const bool isShown = wasTail(scene.end);
     const Touched added = isShown ? mTail.all() : placeOf(lines);
     if (!added.isEmpty()) {
-        QPainter *painter = mImage.painter();
-        if (added.columns.width() >= mRect.width() - 2 || !painter) {
+        if (added.columns.width() >= mRect.width() - 2 || !mImage.painter()) {
             return false; // a text may reach anywhere
         }
-        const bool isOver = isOpaque(lines);
-        reachInto(lines, added.columns.left() - 1, isOver);
-        const auto drawPart = [&](const QRect &part) {
-            clearPart(*painter, part, scene.look.background);
-            drawGrid(*painter, scene, part);
-            drawLines(*painter, lines, scene.look, part);
-        };
-        if (isOver) {
-            const QRect columns(added.columns.left(), 0, added.columns.width(), mRect.height());
-            const PixelPart held(*painter, columns, PixelPart::EClip::WhenAsked);
-            drawLines(*painter, lines, scene.look, columns);
-            painter->setClipping(false);
-        } else {
-            paintByPieces(*painter, added.pixels(mRect), drawPart, PixelPart::EClip::WhenAsked);
+        reachInto(lines, added.columns.left() - 1);
+        for (const QRect &part : {added.price & mRect, added.volume & mRect}) {
+            growIn(*mImage.painter(), part, scene);
         }
-        mGrown.add(isShown && isOver ? whereLinesMeet(added, lines) : added);
+        mGrown.add(isShown ? whereLinesMeet(added, lines) : added);
     }
     mPriceBandDigest = 0;
     mDrawnEnd = scene.end;
     beginAt(lines, 0);
     mDrawn = std::move(scene);
     return true;
+}
+
+/// Draws the lines of a part of one band over what is there, in their order, which leaves it as it is where they let nothing
+/// through; else its pixels are drawn anew.
+void ChartPicture::growIn(QPainter &painter, const QRect &part, const ChartScene &scene) {
+    if (part.isEmpty()) {
+        return;
+    }
+    const PixelPart held(painter, part, PixelPart::EClip::WhenAsked);
+    if (!isOpaque(scene.lines, part)) {
+        clearPart(painter, part, scene.look.background);
+        drawGrid(painter, scene, part);
+    }
+    drawLines(painter, scene.lines, scene.look, part);
+    painter.setClipping(false);
 }
 
 void ChartPicture::paint(QPainter &painter, const QRect &rect, const QRegion *part) {

@@ -81,6 +81,7 @@ private:
     void carryOut(const QRect &rect);
     void drawScene(const QRect &rect, const ChartScene &scene);
     bool grow(ChartScene scene);
+    static void growIn(QPainter &painter, const QRect &part, const ChartScene &scene);
     Touched touched(const SceneSeries &series) const;
     bool wasTail(int end) const;
     Touched placeOf(const SceneLines &lines) const;

@@ -56,12 +56,18 @@ bool isSameSeries(const SceneSeries &a, const SceneSeries &b) {
            std::equal(lines.begin(), lines.end(), b.lines.begin(), b.lines.end(), isSameLine);
 }
 
-/// Whether no other line is drawn where the only one of a series is.
+bool isOpaque(const SceneSeries &series) {
+    return std::all_of(series.lines.begin(), series.lines.end(), [](const SceneLine &line) {
+        return !line.gradient && CDrawStyle::isOpaque(line.style);
+    });
+}
+
+/// Whether a series has one line, an opaque one, and no other is drawn where it is.
 bool isAlone(const SceneSeries &series, const SceneLines &lines) {
     const auto isBeside = [&series](const SceneSeries &other) {
         return &other != &series && other.target == series.target;
     };
-    return series.lines.size() == 1 && std::none_of(lines.begin(), lines.end(), isBeside);
+    return series.lines.size() == 1 && isOpaque(series) && std::none_of(lines.begin(), lines.end(), isBeside);
 }
 
 /// One column with a dot in every other row.
@@ -118,12 +124,9 @@ bool hasGrown(const ChartScene &from, const ChartScene &to) {
            std::equal(lines.begin(), lines.end(), to.lines.begin(), to.lines.end(), isSameSeries);
 }
 
-bool isOpaque(const SceneLines &lines) {
-    const auto isOpaqueLine = [](const SceneLine &line) {
-        return !line.gradient && CDrawStyle::isOpaque(line.style);
-    };
-    return std::all_of(lines.begin(), lines.end(), [&](const SceneSeries &series) {
-        return std::all_of(series.lines.begin(), series.lines.end(), isOpaqueLine);
+bool isOpaque(const SceneLines &lines, const QRect &part) {
+    return std::all_of(lines.begin(), lines.end(), [&part](const SceneSeries &series) {
+        return !series.target.intersects(part) || isOpaque(series);
     });
 }
 
@@ -133,9 +136,9 @@ void beginAt(SceneLines &lines, int start) {
     }
 }
 
-void reachInto(SceneLines &lines, int left, bool over) {
+void reachInto(SceneLines &lines, int left) {
     for (SceneSeries &series : lines) {
-        if (over && isAlone(series, lines)) {
+        if (isAlone(series, lines)) {
             continue;
         }
         const auto reaches = [&](const SceneLine &line) {

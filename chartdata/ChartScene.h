@@ -72,13 +72,13 @@ quint64 priceBandDigest(const ChartScene &scene);
 /// Whether a scene is another one with more points or as many, and nothing else: neither has gaps filled, nor a line that
 /// is drawn otherwise. Of series that it tells by their addresses; what is in them is not looked at.
 bool hasGrown(const ChartScene &from, const ChartScene &to);
-/// Whether lines may be drawn over themselves: none lets through what is beneath it.
-bool isOpaque(const SceneLines &lines);
+/// Whether the lines that are seen in a part of the pane may be drawn over themselves: none lets through what is beneath it.
+bool isOpaque(const SceneLines &lines, const QRect &part);
 /// Has lines begin at an index.
 void beginAt(SceneLines &lines, int start);
 /// Has lines begin as far back as to draw all that reaches the column `left`, of which those where they begin now do, or lies
-/// right of it. Where they are drawn `over` themselves a line that is alone in its band stays as it is.
-void reachInto(SceneLines &lines, int left, bool over);
+/// right of it. An opaque line that is alone in its band stays as it is.
+void reachInto(SceneLines &lines, int left);
 
 /// Frame and grid lines, one pixel of the pane wide at every ratio; all that is seen in a part of the pane.
 void drawGrid(QPainter &painter, const ChartScene &scene, const QRect &part);
@@ -100,7 +100,7 @@ struct Touched {
     void widen(const QRect &pane);
 };
 Touched touchedBy(const SceneSeries &series);
-/// Without the pixels of a band in which there is but one line.
+/// Without the pixels of a band in which there is but one line, an opaque one.
 Touched whereLinesMeet(Touched touched, const SceneLines &lines);
 
 } // namespace TC

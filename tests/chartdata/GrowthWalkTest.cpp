@@ -260,19 +260,21 @@ TEST_P(Growth, NewMinuteAsksForItsColumnsAlone) {
 }
 
 TEST_P(Growth, LineThatIsAloneInItsBandStaysOnTheScreen) {
-    mHost.mConfig.mRecord.mShowGradient = 0;
-    begin({0, 0}, 1.0, false, TC::EIndexDisplayType::Main);
-    for (int minute = 3; minute < 60; ++minute) {
-        // Of 200 rows the volume has those from 133 on, where a new price changes nothing.
-        tell({QStringLiteral("SH600000"), QStringLiteral("REALTIME")}, minute);
-        mTakesColumns = true; // then rows are next
-        const QRect price = show();
-        EXPECT_LT(price.bottom(), 133) << minute;
-        ASSERT_TRUE(looksNew()) << minute;
-        tell({QStringLiteral("SH600000"), QStringLiteral("REALTIMEVOL")}, minute);
-        mTakesColumns = true;
-        EXPECT_GE(show().top(), 133) << minute;
-        ASSERT_TRUE(looksNew()) << minute;
+    for (const unsigned char gradient : {0, 1}) { // of the price
+        mHost.mConfig.mRecord.mShowGradient = gradient;
+        begin({0, 0}, 1.0, false, TC::EIndexDisplayType::Main);
+        for (int minute = 3; minute < 60; ++minute) {
+            // Of 200 rows the volume has those from 133 on, where a new price changes nothing.
+            tell({QStringLiteral("SH600000"), QStringLiteral("REALTIME")}, minute);
+            mTakesColumns = true; // then rows are next
+            const QRect price = show();
+            EXPECT_LT(price.bottom(), 133) << minute;
+            ASSERT_TRUE(looksNew()) << minute;
+            tell({QStringLiteral("SH600000"), QStringLiteral("REALTIMEVOL")}, minute);
+            mTakesColumns = true;
+            EXPECT_GE(show().top(), 133) << minute;
+            ASSERT_TRUE(looksNew()) << minute;
+        }
     }
 }
 
