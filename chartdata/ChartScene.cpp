@@ -219,9 +219,14 @@ QRegion Touched::pixels(const QRect &pane) const {
 }
 
 void Touched::add(const Touched &other) {
-    columns |= other.columns;
-    price |= other.price;
-    volume |= other.volume;
+    const auto unite = [](QRect &rect, const QRect &with) {
+        if (!with.isNull()) { // most are
+            rect |= with;
+        }
+    };
+    unite(columns, other.columns);
+    unite(price, other.price);
+    unite(volume, other.volume);
 }
 
 void Touched::widen(const QRect &pane) {

@@ -84,6 +84,21 @@ struct Rows {
     }
 };
 
+/// The columns of a drawn span.
+QRect columnsOf(const QRect &rect, const SeriesLine &points, const IndexSpan &span, int last) {
+    const int reach = points.isHidden() ? kNoReach : reachOf(points.style(), rect, last);
+    if (reach == kNoReach || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
+        return {};
+    }
+    if (reach == kWholeRect) {
+        return rect;
+    }
+    const ColumnScale columns(rect, last);
+    const int left = columns.columnOf(span.first) - reach;
+    const int right = columns.columnOf(span.last) + reach;
+    return rect & QRect(QPoint(left, rect.top()), QPoint(right, rect.bottom()));
+}
+
 bool isPathOrDots(int style) {
     return isPath(style) || style == eDotStyle;
 }
@@ -95,28 +110,18 @@ bool isStick(int style) {
 } // namespace
 
 QRect touchedColumns(const QRect &rect, const SeriesLine &points, int start, int end, int last) {
-    const int reach = points.isHidden() ? kNoReach : reachOf(points.style(), rect, last);
-    const IndexSpan span = drawnSpan(points, start, end, last);
-    if (reach == kNoReach || rect.isEmpty() || (span.isEmpty() && points.style() != eTextExStyle)) {
-        return {};
-    }
-    if (reach == kWholeRect) {
-        return rect;
-    }
-    const int left = columnOfIndex(rect, last, span.first) - reach;
-    const int right = columnOfIndex(rect, last, span.last) + reach;
-    return rect & QRect(QPoint(left, rect.top()), QPoint(right, rect.bottom()));
+    return columnsOf(rect, points, drawnSpan(points, start, end, last), last);
 }
 
 QRect touchedPixels(const QRect &rect, const SeriesLine &points, const ValueScale &scale, int start, int end,
                     int last, bool toBottom) {
-    const QRect columns = touchedColumns(rect, points, start, end, last);
+    const IndexSpan span = drawnSpan(points, start, end, last);
+    const QRect columns = columnsOf(rect, points, span, last);
     const int style = points.style();
     if (columns.isEmpty() || !scale.isUsable() || !(isPathOrDots(style) || isStick(style))) {
         return columns;
     }
     Rows rows;
-    const IndexSpan span = drawnSpan(points, start, end, last);
     for (int i = span.first; i <= span.last; ++i) {
         if (points.has(i)) {
             rows.take(scale.rowOf(points.value(i)));
