@@ -5,7 +5,9 @@
 #include "chartdata/PanePixmap.h"
 #include "chartdata/SceneSource.h"
 #include "chartdata/UiThread.h"
+#include "host/drawing/CDrawStyle.h"
 #include "host/drawing/DirectPixels.h"
+#include "host/drawing/DrawStyles.h"
 #include "host/toolkit/VectorPainter.h"
 #include "viewmodel/CRealtimeUiParam.h"
 
@@ -322,11 +324,13 @@ void ChartPicture::drawTail(QPainter &painter, const QRect &rect, const SceneLin
 }
 
 /// Only the newest points may change without a redrawing. The picture holds more than that: points of series that are
-/// shorter than the main one, and drawings that always show the whole line.
+/// shorter than the main one, and drawings that always show the whole line. In a theme with translucent lines any may.
 void ChartPicture::notePoint(const SeriesPoint &point) {
     if (point.series) {
         const bool isSpread = mSource.isSpread(*point.series);
-        mDrawnPointChanged |= isSpread || static_cast<int>(point.index) <= mDrawnEnd;
+        // A line ends in the picture with a dot or not, as it goes on behind it: a translucent one shows that.
+        const bool mayShow = !CDrawStyle::isOpaque(eLineStyle);
+        mDrawnPointChanged |= isSpread || mayShow || static_cast<int>(point.index) <= mDrawnEnd;
         const int order = isSpread ? kEverySeries : mSource.orderOf(*point.series);
         const bool isBehindTail = !isSpread && static_cast<int>(point.index) >= mTailCount;
         isBehindTail ? mTail.noteLonger(order) : mTail.noteMoved(order);

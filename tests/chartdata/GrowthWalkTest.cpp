@@ -18,6 +18,9 @@ namespace {
 
 const QRect kGrowingPane(0, 0, 300, 200);
 
+const std::vector<qint32> kStyles = {0,  1,  2,  4,  5,  6,  8,  10, 12, 13, 14, 15, 16,
+                                     17, 18, 19, 26, 27, 28, 31, 36, 37, 40, 41, 42, 42};
+
 class GrowthWalk : public ChartData, public ::testing::WithParamInterface<int> {
 protected:
     using Data = boost::shared_ptr<TC::CRealtimeData>;
@@ -170,6 +173,23 @@ protected:
         }
         return ::testing::AssertionSuccess();
     }
+    qint32 styleOfSeed() const { return kStyles[std::size_t(GetParam()) % kStyles.size()]; }
+    void beginMainChart() {
+        mHost.mConfig.mRecord.mShowGradient = GetParam() % 2;
+        if (GetParam() % 3 == 0) {
+            mUi->addStock(QStringLiteral("SH600001"), QString(), true);
+            mUi->addStock(QStringLiteral("SZ000001"), QString(), false);
+        }
+        const auto any = [this] {
+            return kStyles[std::uniform_int_distribution<std::size_t>(0, kStyles.size() - 1)(mRandom)];
+        };
+        const double ratios[] = {1.0, 2.0, 1.5};
+        begin({GetParam() % 2 ? 0 : any(), any(), any()}, ratios[GetParam() % 3], GetParam() % 7 == 0,
+              TC::EIndexDisplayType::Main);
+    }
+    void beginFormulaPane() {
+        begin({styleOfSeed(), 0, styleOfSeed()}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Sub);
+    }
     void walk(int steps) {
         for (int i = 0; i < steps; ++i) {
             const QString what = step();
@@ -189,27 +209,13 @@ protected:
     QImage mScreen;
 };
 
-const std::vector<qint32> kStyles = {0,  1,  2,  4,  5,  6,  8,  10, 12, 13, 14, 15, 16,
-                                     17, 18, 19, 26, 27, 28, 31, 36, 37, 40, 41, 42, 42};
-
 TEST_P(GrowthWalk, MainChartOfAnyLines) {
-    mHost.mConfig.mRecord.mShowGradient = GetParam() % 2;
-    if (GetParam() % 3 == 0) {
-        mUi->addStock(QStringLiteral("SH600001"), QString(), true);
-        mUi->addStock(QStringLiteral("SZ000001"), QString(), false);
-    }
-    const auto any = [this] {
-        return kStyles[std::uniform_int_distribution<std::size_t>(0, kStyles.size() - 1)(mRandom)];
-    };
-    const double ratios[] = {1.0, 2.0, 1.5};
-    begin({GetParam() % 2 ? 0 : any(), any(), any()}, ratios[GetParam() % 3], GetParam() % 7 == 0,
-          TC::EIndexDisplayType::Main);
+    beginMainChart();
     walk(60);
 }
 
 TEST_P(GrowthWalk, FormulaPaneOfEachStyle) {
-    const qint32 style = kStyles[std::size_t(GetParam()) % kStyles.size()];
-    begin({style, 0, style}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Sub);
+    beginFormulaPane();
     walk(60);
 }
 
@@ -237,13 +243,25 @@ protected:
     bool mIsSet = false;
 };
 
-TEST_P(TranslucentGrowth, LooksAsDrawnAnew) {
+TEST_P(TranslucentGrowth, MainChartOfAnyLines) {
     ASSERT_TRUE(mIsSet) << mError.toStdString();
-    begin({10, 40}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Sub);
+    beginMainChart();
     walk(60);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, TranslucentGrowth, ::testing::Range(0, 6));
+TEST_P(TranslucentGrowth, FormulaPaneOfEachStyle) {
+    ASSERT_TRUE(mIsSet) << mError.toStdString();
+    beginFormulaPane();
+    walk(60);
+}
+
+TEST_P(TranslucentGrowth, OneLineOfEachStyle) {
+    ASSERT_TRUE(mIsSet) << mError.toStdString();
+    begin({styleOfSeed()}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Sub);
+    walk(60);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, TranslucentGrowth, ::testing::Range(0, 40));
 
 class Growth : public GrowthWalk {};
 INSTANTIATE_TEST_SUITE_P(One, Growth, ::testing::Values(1));

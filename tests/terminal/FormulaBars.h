@@ -11,7 +11,7 @@ constexpr qint64 kFormulaMorning = 1583717460000;
 
 /// A minute that opens, runs and ends at a price.
 inline MinuteBar flatBar(int minute, double price, double volume = 100.0) {
-    return {kFormulaMorning + minute * 60000, price, price, price, price, price, volume, volume * price};
+    return {kFormulaMorning + minute * 60000LL, price, price, price, price, price, volume, volume * price};
 }
 
 inline MinuteBars barsOfPrices(std::initializer_list<double> prices) {
