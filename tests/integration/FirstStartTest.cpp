@@ -39,17 +39,19 @@ protected:
 /// Sees whether a window is painted while days are lacking.
 class PaintWatch : public QObject {
 public:
-    PaintWatch(QWidget &window, const TerminalServices &services) : mServices(services) {
+    PaintWatch(QWidget &window, TerminalServices &services, qint64 instrument)
+        : mServices(services), mInstrument(instrument) {
         window.installEventFilter(this);
     }
     bool eventFilter(QObject *, QEvent *event) override {
-        mSeen = mSeen || (event->type() == QEvent::Paint && mServices.isFillDue());
+        mSeen = mSeen || (event->type() == QEvent::Paint && mServices.store().days(mInstrument).isEmpty());
         return false;
     }
     bool hasSeen() const { return mSeen; }
 
 private:
-    const TerminalServices &mServices;
+    TerminalServices &mServices;
+    const qint64 mInstrument; ///< its row in the store
     bool mSeen = false;
 };
 
@@ -61,7 +63,7 @@ TEST_F(FirstStartTest, TheWindowIsPaintedBeforeTheDaysAreThere) {
     EXPECT_TRUE(mServices->store().days(rowOf("SH600000")).isEmpty());
     TerminalWindow window(*mServices);
     window.resize(1200, 760);
-    const PaintWatch watch(window, *mServices);
+    const PaintWatch watch(window, *mServices, rowOf("SH600000"));
     window.show();
     EXPECT_EQ(fillBehind(*mServices), QString());
     EXPECT_TRUE(watch.hasSeen());
