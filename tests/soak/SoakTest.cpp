@@ -45,7 +45,8 @@ constexpr bool kIsSanitized = false;
 constexpr double kLatest = 100.0;
 #endif
 constexpr double kWarmUp = 10.0; ///< minutes, after which memory is to be flat
-constexpr double kExploring = 8.0; ///< minutes
+constexpr double kExploring = 4.0; ///< minutes, in which dialogs come before all else
+constexpr double kHurrying = 9.0; ///< minutes, in which more is done than later
 constexpr double kMostGrowth = 2.0; ///< per cent
 constexpr quint32 kSeed = 20261120;
 constexpr double kMinute = 60000.0;
@@ -168,6 +169,7 @@ void tellActions(const SoakRobot &robot) {
 /// TIMESHARE_SOAK_SEED.
 TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     constexpr int kSmokePace = 5; // milliseconds between actions
+    constexpr int kHurry = 25;
     constexpr int kPace = 50;
     constexpr qint64 kRound = 20000; // milliseconds
     const double wanted = numberFrom("TIMESHARE_SOAK_MINUTES", 0.0);
@@ -181,8 +183,10 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     std::map<QString, int> windows;
     const qint64 marketStart = mServices->clock().now();
     do {
-        robot.setExploring(minutes() < kExploring); // a dialog's first use takes memory for good
-        robot.act(wanted > 0.0 ? kRound : 1500, wanted > 0.0 ? kPace : kSmokePace);
+        // The first use of anything takes memory for good: it is to be over with the warming up.
+        robot.setExploring(minutes() < kExploring);
+        const int pace = minutes() < kHurrying ? kHurry : kPace;
+        robot.act(wanted > 0.0 ? kRound : 1500, wanted > 0.0 ? pace : kSmokePace);
         robot.settle();
         EXPECT_TRUE(waitUntilComplete()) << "the chart is not complete";
         const MemorySample now = sample();
