@@ -6,6 +6,7 @@
 #include "terminal/app/ChartView.h"
 #include "terminal/app/CommandLine.h"
 #include "terminal/app/DefaultPaths.h"
+#include "terminal/app/DialogState.h"
 #include "terminal/app/FillBehind.h"
 #include "terminal/app/ImportJob.h"
 #include "terminal/app/LogFile.h"
@@ -380,6 +381,7 @@ int runUnguarded(int argc, char **argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(kProgram);
     setUpLook();
+    keepDialogStateIn(QFileInfo(defaultConfigPath()).path());
     if (!installLanguage(chosenLanguage(options))) {
         qWarning("the texts of the language could not be read");
     }

@@ -3,6 +3,7 @@
 
 #include "containers/CRealtimeMainWidget.h"
 #include "terminal/app/ChartView.h"
+#include "terminal/app/DialogState.h"
 #include "terminal/app/MemoryWatch.h"
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
@@ -61,6 +62,7 @@ class Soak : public ::testing::Test {
 protected:
     void SetUp() override {
         keepHeapsSmall(); // as the program does
+        keepDialogStateIn(mFolder.path());
         TerminalSettings settings;
         settings.store = mFolder.path() + "/market.db";
         settings.config = mFolder.path() + "/config.json";
