@@ -219,6 +219,12 @@ TEST_P(GrowthWalk, FormulaPaneOfEachStyle) {
     walk(60);
 }
 
+TEST_P(GrowthWalk, OneLineWithAGradient) {
+    mHost.mConfig.mRecord.mShowGradient = 1;
+    begin({0}, GetParam() % 2 ? 2.0 : 1.0, false, TC::EIndexDisplayType::Main);
+    walk(60);
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, GrowthWalk, ::testing::Range(0, 40));
 
 /// The same in a theme whose lines let through what is beneath them.
