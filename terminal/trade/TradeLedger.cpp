@@ -69,11 +69,6 @@ long long TradeLedger::finishedOf(int task, const std::string &instrument) const
     return finished;
 }
 
-bool TradeLedger::isInMemory(int day) {
-    std::lock_guard<std::mutex> hold(mLock);
-    return mBooks.find(day) != nullptr;
-}
-
 size_t TradeLedger::daysInMemory() const {
     std::lock_guard<std::mutex> hold(mLock);
     return mBooks.size();

@@ -51,7 +51,6 @@ public:
     void readAhead(int day) {
         withDay(day, [](const TradeBook &) {});
     }
-    bool isInMemory(int day);
     /// How many days' records are in memory, days without any included.
     size_t daysInMemory() const;
     /// In the order of their times.

@@ -75,13 +75,19 @@ qint64 TradeService::advance() {
 }
 
 void TradeService::readAhead(int day) {
-    if (mLedger.isInMemory(day)) {
-        return;
-    }
     std::lock_guard<std::mutex> hold(mLock);
-    if (mReader) {
-        mReader->post([this, day] { mLedger.readAhead(day); });
+    if (mReader && mReadAhead.insert(day).second) {
+        mReader->post([this, day] { readWanted(day); });
     }
+}
+
+/// On the reader: only here the ledger is waited for.
+void TradeService::readWanted(int day) {
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        mReadAhead.erase(day);
+    }
+    mLedger.readAhead(day);
 }
 
 bool TradeService::recordPastDay() {

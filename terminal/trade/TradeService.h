@@ -14,6 +14,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -42,8 +43,8 @@ public:
     /// Trades what the clock's time has brought, writes it and signals, on the calling thread. For a caller without
     /// the thread. Answers the market time at which there is more to do.
     qint64 advance();
-    /// A chart is about to ask for the records of a day: it is read by a thread of its own meanwhile. Before start() and
-    /// after stop() nothing is done.
+    /// A chart is about to ask for the records of a day: it is read by a thread of its own meanwhile. Does not wait for
+    /// whoever is at the records. Before start() and after stop() nothing is done.
     void readAhead(int day);
     /// Records the newest past day that is not complete yet; false when there is none. The thread does so by itself.
     bool recordPastDay();
@@ -103,6 +104,7 @@ public:
 private:
     void run();
     void signalChanges();
+    void readWanted(int day);
     template <class Record> void import(const ImportedTrade &imported);
     void tellChoice(bool isAnother);
 
@@ -118,6 +120,7 @@ private:
     std::mutex mLock; ///< guards what follows
     std::vector<TradeCancel> mCancels; ///< asked for, not done yet
 
+    std::set<int> mReadAhead; ///< days that wait for the reader
     std::unique_ptr<Worker>
         mReader; ///< of days that are about to be asked for; null while the thread is not there
     std::thread mThread;

@@ -103,6 +103,24 @@ TEST_F(TradeServiceTest, DealsLieWithinTheirMinutesPrices) {
     EXPECT_GT(seen, 50);
 }
 
+TEST_F(TradeServiceTest, ADayThatIsReadAheadNeedsTheStoreNoMore) {
+    const int past = dayOf(mDate.addDays(-1));
+    goTo(at(9, 26));
+    recordPast();
+    const std::vector<OrderState> recorded = orderStates(past, kShare);
+    ASSERT_FALSE(recorded.empty());
+    restart();
+    mTrade->readAhead(past); // nobody is there yet who reads
+    mTrade->start();
+    mTrade->readAhead(past);
+    mTrade->readAhead(past);
+    mTrade->stop();
+    QSqlQuery query(mStore.connection());
+    ASSERT_TRUE(query.exec(QStringLiteral("ALTER TABLE trade_orders RENAME TO elsewhere")));
+    EXPECT_EQ(orderStates(past, kShare), recorded);
+    ASSERT_TRUE(query.exec(QStringLiteral("ALTER TABLE elsewhere RENAME TO trade_orders")));
+}
+
 TEST_F(TradeServiceTest, SameRecordsAtWhateverPaceAndStart) {
     for (qint64 time = at(9, 25); time < at(13, 20); time += 47000) {
         goTo(time);
