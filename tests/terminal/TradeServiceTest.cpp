@@ -1,4 +1,5 @@
 #include "terminal/trade/TradeFigures.h"
+#include "tests/support/MessageGuard.h"
 #include "tests/terminal/TradeFixture.h"
 
 #include <QSqlQuery>
@@ -115,6 +116,32 @@ TEST_F(TradeServiceTest, ADayThatIsReadAheadNeedsTheStoreNoMore) {
     mTrade->readAhead(past);
     mTrade->readAhead(past);
     mTrade->stop();
+    QSqlQuery query(mStore.connection());
+    ASSERT_TRUE(query.exec(QStringLiteral("ALTER TABLE trade_orders RENAME TO elsewhere")));
+    EXPECT_EQ(orderStates(past, kShare), recorded);
+    ASSERT_TRUE(query.exec(QStringLiteral("ALTER TABLE elsewhere RENAME TO trade_orders")));
+}
+
+TEST_F(TradeServiceTest, ADayThatCouldNotBeReadAheadIsReadTheNextTime) {
+    const int past = dayOf(mDate.addDays(-1));
+    goTo(at(9, 26));
+    recordPast();
+    const std::vector<OrderState> recorded = orderStates(past, kShare);
+    ASSERT_FALSE(recorded.empty());
+    restart();
+    goTo(at(9, 26));
+    const auto readAheadBy = [&](const char *statement) {
+        QSqlQuery query(mStore.connection());
+        EXPECT_TRUE(query.exec(QString::fromLatin1(statement)));
+        mTrade->start();
+        mTrade->readAhead(past);
+        mTrade->stop();
+    };
+    {
+        const tests::ExpectMessages told("no such table: trade_orders");
+        readAheadBy("ALTER TABLE trade_orders RENAME TO elsewhere");
+    }
+    readAheadBy("ALTER TABLE elsewhere RENAME TO trade_orders");
     QSqlQuery query(mStore.connection());
     ASSERT_TRUE(query.exec(QStringLiteral("ALTER TABLE trade_orders RENAME TO elsewhere")));
     EXPECT_EQ(orderStates(past, kShare), recorded);
