@@ -1,5 +1,6 @@
 #include "terminal/app/BackgroundJob.h"
 
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/threads/ThreadStart.h"
 
 #include <utility>
@@ -25,7 +26,10 @@ void BackgroundJob::start(Work work) {
     mStopped = false;
     mDone = 0;
     mTotal = 0;
-    mThread.reset(QThread::create([this, work = std::move(work)] { work(*this); }));
+    mThread.reset(QThread::create([this, work = std::move(work)] {
+        leaveProcessor();
+        work(*this);
+    }));
     // The thread object lives here: whoever hears of its end is on this thread.
     const auto onFinished = [this, run = mRun] {
         if (run == mRun) {

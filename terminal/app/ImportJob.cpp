@@ -2,6 +2,7 @@
 
 #include "host/toolkit/Wording.h"
 #include "terminal/market/MarketDate.h"
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/threads/ThreadStart.h"
 
 #include <QCoreApplication>
@@ -37,6 +38,7 @@ void ImportJob::start() {
 }
 
 void ImportJob::run() {
+    leaveProcessor();
     mOutcome = importMarketFile(mStore, mOptions, mPath, [this](int done, int total) {
         Q_EMIT progress(done, total);
         return !mStopped;

@@ -2,6 +2,7 @@
 
 #include "terminal/feed/WireSubject.h"
 #include "terminal/servers/RetryWait.h"
+#include "terminal/threads/BehindWindow.h"
 
 #include <nats/nats.h>
 
@@ -153,6 +154,7 @@ bool NatsLine::waitToStop(int milliseconds) {
 }
 
 void NatsLine::run() {
+    leaveProcessor();
     RetryWait wait;
     while (!waitToStop(0)) {
         LineFailure failure;

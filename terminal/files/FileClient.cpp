@@ -1,6 +1,7 @@
 #include "terminal/files/FileClient.h"
 
 #include "terminal/files/FileLines.h"
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/threads/ThreadStart.h"
 
 #include <system_error>
@@ -49,6 +50,7 @@ bool FileClient::start() {
 }
 
 void FileClient::run() {
+    leaveProcessor();
     for (;;) {
         std::unique_lock<std::mutex> hold(mLock);
         mSignal.wait(hold, [this] { return mStopping || !mReads.empty(); });

@@ -1,5 +1,6 @@
 #include "terminal/formula/FormulaTrials.h"
 
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/threads/ThreadStart.h"
 
 #include <QFileInfo>
@@ -35,6 +36,7 @@ FormulaTrials::~FormulaTrials() {
 }
 
 void FormulaTrials::run(const QVector<FormulaFile> &files) {
+    leaveProcessor();
     FormulaLimits little;
     little.milliseconds = kShortTrial;
     QVector<FormulaFile> later;

@@ -5,6 +5,7 @@
 #include "terminal/market/SimulatedDay.h"
 #include "terminal/market/SimulatedRandom.h"
 #include "terminal/market/SimulatedTicks.h"
+#include "terminal/threads/BehindWindow.h"
 
 #include <QtDebug>
 
@@ -75,6 +76,7 @@ void SimulatedExchange::stop() {
 }
 
 void SimulatedExchange::run() {
+    leaveProcessor();
     while (!mStopping) {
         const qint64 due = advance();
         mAlarm.waitUntil(due);

@@ -6,7 +6,7 @@ namespace terminal {
 namespace {
 
 constexpr int kModelsAtOnce = 2;
-constexpr int kSlowNiceness = 10;
+constexpr int kSlowNiceness = kBehindWindow + 10;
 
 } // namespace
 

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <sys/resource.h>
-
 namespace terminal {
 
 Worker::Worker(int niceness) : mThread([this, niceness] { run(niceness); }) {}
@@ -78,10 +76,7 @@ bool Worker::takeFirst(Job &job) {
 }
 
 void Worker::run(int niceness) {
-    if (niceness > 0) {
-        // Of this thread alone, and more than the program's own: one that is told to go before others does so as a whole.
-        ::setpriority(PRIO_PROCESS, 0, ::getpriority(PRIO_PROCESS, 0) + niceness);
-    }
+    leaveProcessor(niceness);
     Job job;
     while (takeFirst(job)) {
         job();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/threads/WorkPlace.h"
 
 #include <chrono>
@@ -15,7 +16,7 @@ namespace terminal {
 class Worker : public WorkPlace {
 public:
     /// `niceness` of the thread beyond that of its maker: the higher, the more it leaves the processor to others.
-    explicit Worker(int niceness = 0);
+    explicit Worker(int niceness = kBehindWindow);
     ~Worker() override;
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;

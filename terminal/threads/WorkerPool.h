@@ -12,7 +12,7 @@ namespace terminal {
 class WorkerPool {
 public:
     /// At least one; see Worker for the niceness.
-    explicit WorkerPool(int count, int niceness = 0);
+    explicit WorkerPool(int count, int niceness = kBehindWindow);
 
     /// The worker where fewest jobs wait; equal ones take turns.
     Worker &idlest();

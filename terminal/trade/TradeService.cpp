@@ -2,6 +2,7 @@
 
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
+#include "terminal/threads/BehindWindow.h"
 #include "terminal/trade/TradeTexts.h"
 
 #include <boost/make_shared.hpp>
@@ -49,6 +50,7 @@ void TradeService::stop() {
 }
 
 void TradeService::run() {
+    leaveProcessor();
     for (bool stopping = false; !stopping; stopping = mStopping) {
         const qint64 due = advance();
         if (!recordPastDay()) {

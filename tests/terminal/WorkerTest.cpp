@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <memory>
 #include <vector>
+
+#include <sys/resource.h>
 
 using terminal::Worker;
 
@@ -35,6 +38,21 @@ TEST(Worker, ALaterJobComesBehindThoseThatWait) {
     done.get_future().wait();
     worker.finish();
     EXPECT_EQ(ran, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(Worker, LeavesTheProcessorToTheThreadOfTheWindow) {
+    const int own = ::getpriority(PRIO_PROCESS, 0);
+    const auto ofWorker = [](Worker &worker) {
+        std::promise<int> niceness;
+        worker.post([&] { niceness.set_value(::getpriority(PRIO_PROCESS, 0)); });
+        return niceness.get_future().get();
+    };
+    constexpr int kMost = 19; // of the system
+    Worker worker;
+    EXPECT_EQ(ofWorker(worker), std::min(kMost, own + terminal::kBehindWindow));
+    Worker slow(terminal::kBehindWindow + 2);
+    EXPECT_EQ(ofWorker(slow), std::min(kMost, own + terminal::kBehindWindow + 2));
+    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), own) << "its maker goes on as it was";
 }
 
 TEST(Worker, AJobForLaterIsDroppedWithTheWorkerAndReleased) {
