@@ -1,6 +1,7 @@
 #include "terminal/trade/TradeBatch.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace terminal {
 namespace {
@@ -9,8 +10,8 @@ template <class Record, class Condition> void drop(std::vector<Record> &records,
     records.erase(std::remove_if(records.begin(), records.end(), isDropped), records.end());
 }
 
-template <class Record> void add(std::vector<Record> &records, const std::vector<Record> &more) {
-    records.insert(records.end(), more.begin(), more.end());
+template <class Record> void add(std::vector<Record> &records, std::vector<Record> &more) {
+    records.insert(records.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
 } // namespace
@@ -20,7 +21,7 @@ bool TradeBatch::isEmpty() const {
            cancels.empty() && finishedDays.empty();
 }
 
-void TradeBatch::append(const TradeBatch &later) {
+void TradeBatch::append(TradeBatch later) {
     if (later.forgetImports) {
         const auto isImported = [](const auto &record) { return record.source == TradeSource::Imported; };
         drop(accounts, isImported);

@@ -23,7 +23,7 @@ struct TradeBatch {
     bool isEmpty() const;
     /// Makes this the batch that does what both do, one after the other: what the later one forgets is not written at
     /// all.
-    void append(const TradeBatch &later);
+    void append(TradeBatch later);
 };
 
 } // namespace terminal

@@ -5,6 +5,14 @@
 namespace terminal {
 namespace {
 
+template <class Records> TradeBook::Span spanOf(const Records &records) {
+    TradeBook::Span span;
+    for (const auto &entry : records) {
+        span.add(entry.second->mPrice);
+    }
+    return span;
+}
+
 /// Enters a record among those of a shelf and keeps the span of their prices.
 template <class Record>
 void enter(std::map<std::string, boost::shared_ptr<Record>> &records, TradeBook::Span &span,
@@ -13,12 +21,39 @@ void enter(std::map<std::string, boost::shared_ptr<Record>> &records, TradeBook:
     const bool moved = place && place->mPrice != record->mPrice;
     place = record;
     if (moved) {
-        span = {};
-        for (const auto &entry : records) {
-            span.add(entry.second->mPrice);
-        }
+        span = spanOf(records);
     } else {
         span.add(record->mPrice);
+    }
+}
+
+/// Enters the records of another list, which keeps those that are replaced. Tells each pair of these before, the old one first.
+template <class Records, class Tell> void takeAll(Records &records, Records &changes, Tell tell) {
+    for (auto &change : changes) {
+        const auto known = records.find(change.first);
+        if (known != records.end()) {
+            tell(known->second, change.second);
+            std::swap(known->second, change.second);
+        }
+    }
+    records.merge(changes);
+}
+
+template <class Records> void takeAll(Records &records, Records &changes) {
+    takeAll(records, changes, [](const auto &, const auto &) {});
+}
+
+/// The same, and keeps the span of their prices.
+template <class Records>
+void takeAll(Records &records, TradeBook::Span &span, Records &changes, const TradeBook::Span &spanOfChanges) {
+    bool moved = false;
+    takeAll(records, changes, [&moved](const auto &known, const auto &change) {
+        moved = moved || known->mPrice != change->mPrice;
+    });
+    if (moved) {
+        span = spanOf(records);
+    } else {
+        span.add(spanOfChanges);
     }
 }
 
@@ -67,6 +102,21 @@ void TradeBook::put(const TradeChanges &changes) {
     }
 }
 
+void TradeBook::take(TradeBook &changes) {
+    for (size_t layer = 0; layer < mLayers.size(); ++layer) {
+        for (auto &[instrument, shelves] : changes.mLayers[layer]) {
+            for (auto &[account, change] : shelves) {
+                Shelf &place = mLayers[layer][instrument][account];
+                takeAll(place.orders, place.orderPrices, change.orders, change.orderPrices);
+                takeAll(place.deals, place.dealPrices, change.deals, change.dealPrices);
+                takeAll(place.tasks, change.tasks);
+                takeAll(place.figures, change.figures);
+            }
+        }
+    }
+    takeAll(mTasks, changes.mTasks);
+}
+
 const TradeBook::Shelf *TradeBook::ownShelf(const std::string &instrument, const std::string &account) const {
     const Layer &own = mLayers[static_cast<size_t>(TradeSource::Own)];
     const auto shelves = own.find(instrument);
@@ -81,13 +131,20 @@ void TradeBook::forgetImports() {
     mLayers[static_cast<size_t>(TradeSource::Imported)].clear();
 }
 
-void TradeBook::forgetOwn(const std::string &account) {
-    for (auto &shelves : mLayers[static_cast<size_t>(TradeSource::Own)]) {
-        shelves.second.erase(account);
+TradeBook TradeBook::forgetOwn(const std::string &account) {
+    TradeBook forgotten;
+    constexpr auto kOwn = static_cast<size_t>(TradeSource::Own);
+    for (auto &[instrument, shelves] : mLayers[kOwn]) {
+        forgotten.mLayers[kOwn][instrument].insert(shelves.extract(account));
     }
     for (auto task = mTasks.begin(); task != mTasks.end();) {
-        task = task->second.account == account ? mTasks.erase(task) : std::next(task);
+        const auto next = std::next(task);
+        if (task->second.account == account) {
+            forgotten.mTasks.insert(mTasks.extract(task));
+        }
+        task = next;
     }
+    return forgotten;
 }
 
 template <class Visit>

@@ -24,13 +24,16 @@ public:
     void put(const TradeDeal &deal);
     void put(const TradeTask &task);
     void put(const TradeChanges &changes);
+    /// Enters all that another book holds, as if each record were put, without making anything; that book keeps what was
+    /// replaced.
+    void take(TradeBook &changes);
 
     /// Whether nothing was put in, or all of it was imported and forgotten again.
     bool isEmpty() const { return mLayers[0].empty() && mLayers[1].empty() && mTasks.empty(); }
 
     void forgetImports();
-    /// Drops the own records of an account.
-    void forgetOwn(const std::string &account);
+    /// Drops the own records of an account, and answers them.
+    TradeBook forgetOwn(const std::string &account);
 
     Records<kvservice::COrderDetail> orders(const std::string &instrument, const Keys &accounts) const;
     Records<kvservice::CDealDetail> deals(const std::string &instrument, const Keys &accounts) const;

@@ -47,7 +47,7 @@ void TradeBooks::endWriting(bool written, bool allDays) {
         entry.isBeingWritten = false;
     }
     for (auto entry = mEntries.begin(); entry != mEntries.end();) {
-        entry = entry->second.isPart && entry->second.isIdle() ? mEntries.erase(entry) : std::next(entry);
+        entry = entry->second.isPart && entry->second.isIdle() ? drop(entry) : std::next(entry);
     }
     drop();
 }
@@ -65,8 +65,13 @@ void TradeBooks::drop() {
     };
     for (auto idle = std::count_if(mEntries.begin(), mEntries.end(), isIdle); idle > static_cast<long>(kMost);
          --idle) {
-        mEntries.erase(std::min_element(mEntries.begin(), mEntries.end(), isOlder));
+        drop(std::min_element(mEntries.begin(), mEntries.end(), isOlder));
     }
+}
+
+TradeBooks::Entries::iterator TradeBooks::drop(Entries::iterator entry) {
+    mDropped.push_back(std::move(entry->second.book));
+    return mEntries.erase(entry);
 }
 
 void TradeBooks::forgetImports() {

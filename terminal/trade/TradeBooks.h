@@ -6,6 +6,8 @@
 
 #include <map>
 #include <set>
+#include <utility>
+#include <vector>
 
 namespace terminal {
 
@@ -18,7 +20,7 @@ public:
 
     /// The book of a day, which counts as used now; null when it is not in memory.
     TradeBook *find(int day);
-    /// Takes a book in and drops what has not been used for longest. One that is there already stays.
+    /// Takes a book in and drops what has not been used for longest (see takeDropped). One that is there already stays.
     TradeBook &add(int day, TradeBook book);
     /// Takes in an empty book for the changes of a day whose other records could not be read. It goes when its changes
     /// are in the store, to be read whole.
@@ -33,6 +35,9 @@ public:
     /// A number that is another one after every end of a writing that changed the day: what was read from the store
     /// meanwhile may be old.
     quint64 version(int day) const;
+
+    /// The books that were dropped since the last call: to free a day of records takes a while, which nobody has to wait for.
+    std::vector<TradeBook> takeDropped() { return std::exchange(mDropped, {}); }
 
     /// Drops what was imported from every book.
     void forgetImports();
@@ -52,9 +57,13 @@ private:
         bool isIdle() const { return !isChanged && !isBeingWritten; }
     };
 
-    void drop();
+    using Entries = std::map<int, Entry>;
 
-    std::map<int, Entry> mEntries;
+    void drop();
+    Entries::iterator drop(Entries::iterator entry);
+
+    Entries mEntries;
+    std::vector<TradeBook> mDropped;
     quint64 mUses = 0;
     quint64 mWritings = 0; ///< that changed all days
     std::map<int, quint64> mDayWritings; ///< that changed one

@@ -146,7 +146,7 @@ void TradeDesks::tradeUpTo(Desk &desk, qint64 now) {
         append(changes, trader.step(look));
     }
     cancelBefore(now + 1);
-    mLedger.enter(trader.day(), changes);
+    mLedger.enter(trader.day(), std::move(changes));
     if (trades && trader.nextMinute() == 0) {
         mLedger.finishDay(trader.account().id, trader.day());
     }

@@ -89,16 +89,25 @@ TradeLedger::Keys TradeLedger::strategies() const {
 }
 
 TradeLedger::Keys TradeLedger::stocks() {
+    readStocks();
     std::lock_guard<std::mutex> hold(mLock);
-    return stocksLocked();
+    return mStocks;
 }
 
 /// The store is asked at the first need of them, not at every start: it looks at each of its records.
-const TradeLedger::Keys &TradeLedger::stocksLocked() {
-    if (!std::exchange(mAreStocksRead, true)) {
-        mStocks.merge(mStore.instruments());
+void TradeLedger::readStocks() {
+    const auto areRead = [this] {
+        std::lock_guard<std::mutex> hold(mLock);
+        return mAreStocksRead;
+    };
+    if (areRead()) {
+        return;
     }
-    return mStocks;
+    Keys read = mStore.instruments();
+    std::lock_guard<std::mutex> hold(mLock);
+    if (!std::exchange(mAreStocksRead, true)) { // by nobody meanwhile
+        mStocks.merge(read);
+    }
 }
 
 std::set<int> TradeLedger::daysFrom(const std::string &account, int day) {
@@ -114,7 +123,7 @@ void TradeLedger::addAccountLocked(const TradeAccount &account) {
     mAccounts[account.id] = account;
     TradeBatch batch;
     batch.accounts.push_back(account);
-    mPending.append(batch);
+    mPending.append(std::move(batch));
 }
 
 void TradeLedger::addAccount(const TradeAccount &account) {
@@ -122,23 +131,26 @@ void TradeLedger::addAccount(const TradeAccount &account) {
     addAccountLocked(account);
 }
 
-void TradeLedger::enter(int day, const TradeChanges &changes) {
+void TradeLedger::enter(int day, TradeChanges changes) {
     if (changes.isEmpty()) {
         return;
     }
+    const Touched touched(changes);
+    TradeBook records;
+    records.put(changes);
     TradeBatch batch;
-    batch.changes = changes;
+    batch.changes = std::move(changes);
     std::unique_lock<std::mutex> hold(mLock);
-    bookToChange(day, hold).put(changes);
-    mPending.append(batch);
-    noteChanges(changes);
+    bookToChange(day, hold).take(records);
+    mPending.append(std::move(batch));
+    noteChanges(touched);
 }
 
 void TradeLedger::enterCancel(const TradeCancel &cancel) {
     TradeBatch batch;
     batch.cancels.push_back(cancel);
     std::lock_guard<std::mutex> hold(mLock);
-    mPending.append(batch);
+    mPending.append(std::move(batch));
 }
 
 template <class Record> void TradeLedger::importRecord(const Record &record, const TradeAccount &account) {
@@ -148,14 +160,15 @@ template <class Record> void TradeLedger::importRecord(const Record &record, con
     } else {
         batch.changes.deals.push_back(record);
     }
+    const Touched touched(batch.changes);
     std::unique_lock<std::mutex> hold(mLock);
     bookToChange(record.day, hold).put(record);
     if (mAccounts.count(account.id) == 0) {
         addAccountLocked(account);
         mNotices.accounts = true;
     }
-    mPending.append(batch);
-    noteChanges(batch.changes);
+    mPending.append(std::move(batch));
+    noteChanges(touched);
 }
 
 void TradeLedger::import(const TradeOrder &order, const TradeAccount &account) {
@@ -175,11 +188,12 @@ void TradeLedger::refuse(const char *reason) {
 void TradeLedger::forgetDay(const std::string &account, int day) {
     TradeBatch batch;
     batch.forgottenDays.insert({account, day});
+    TradeBook forgotten; // freed without the lock
     std::unique_lock<std::mutex> hold(mLock);
     TradeBook &book = bookToChange(day, hold);
     const Keys instruments = book.instruments();
-    book.forgetOwn(account);
-    mPending.append(batch);
+    forgotten = book.forgetOwn(account);
+    mPending.append(std::move(batch));
     mNotices.linkage.insert(instruments.begin(), instruments.end());
     mNotices.tasks.insert(instruments.begin(), instruments.end());
 }
@@ -187,16 +201,16 @@ void TradeLedger::forgetDay(const std::string &account, int day) {
 void TradeLedger::forgetImports() {
     TradeBatch batch;
     batch.forgetImports = true;
+    readStocks();
     std::lock_guard<std::mutex> hold(mLock);
     mBooks.forgetImports();
     mIsForgettingImports = true;
-    const Keys &stocks = stocksLocked();
-    mNotices.linkage.insert(stocks.begin(), stocks.end()); // of days that are not in memory, too
+    mNotices.linkage.insert(mStocks.begin(), mStocks.end()); // of days that are not in memory, too
     for (auto account = mAccounts.begin(); account != mAccounts.end();) {
         account =
             account->second.source == TradeSource::Imported ? mAccounts.erase(account) : std::next(account);
     }
-    mPending.append(batch);
+    mPending.append(std::move(batch));
     mNotices.accounts = true;
     mNotices.datas = true;
 }
@@ -205,32 +219,42 @@ void TradeLedger::finishDay(const std::string &account, int day) {
     TradeBatch batch;
     batch.finishedDays.insert({account, day});
     std::lock_guard<std::mutex> hold(mLock);
-    mPending.append(batch);
+    mPending.append(std::move(batch));
 }
 
 // What is to be signalled
 
-void TradeLedger::noteChanges(const TradeChanges &changes) {
-    const auto touched = [this](const std::string &instrument, const std::string &strategy) {
-        mNotices.linkage.insert(instrument);
-        mNotices.datas = true;
-        mNotices.stocks = mStocks.insert(instrument).second || mNotices.stocks;
+TradeLedger::Touched::Touched(const TradeChanges &changes) {
+    const auto touch = [this](const std::string &instrument, const std::string &strategy) {
+        instruments.insert(instrument);
         if (!strategy.empty()) {
-            mNotices.strategies = mStrategies.insert(strategy).second || mNotices.strategies;
+            strategies.insert(strategy);
         }
     };
     for (const TradeOrder &order : changes.orders) {
-        touched(order.instrument, order.strategy);
+        touch(order.instrument, order.strategy);
     }
     for (const TradeDeal &deal : changes.deals) {
-        touched(deal.instrument, deal.strategy);
+        touch(deal.instrument, deal.strategy);
     }
     for (const TradeTask &task : changes.tasks) {
         for (const TradeTaskItem &item : task.items) {
-            touched(item.instrument(), task.strategy);
-            mNotices.tasks.insert(item.instrument());
+            touch(item.instrument(), task.strategy);
+            tasks.insert(item.instrument());
         }
     }
+}
+
+void TradeLedger::noteChanges(const Touched &touched) {
+    for (const std::string &instrument : touched.instruments) {
+        mNotices.linkage.insert(instrument);
+        mNotices.datas = true;
+        mNotices.stocks = mStocks.insert(instrument).second || mNotices.stocks;
+    }
+    for (const std::string &strategy : touched.strategies) {
+        mNotices.strategies = mStrategies.insert(strategy).second || mNotices.strategies;
+    }
+    mNotices.tasks.insert(touched.tasks.begin(), touched.tasks.end());
 }
 
 void TradeLedger::noteNewDay(int day) {
@@ -266,6 +290,7 @@ void TradeLedger::tellRefused() {
 bool TradeLedger::write() {
     tellRefused();
     TradeBatch batch;
+    std::vector<TradeBook> dropped; // freed without the lock
     {
         std::lock_guard<std::mutex> hold(mLock);
         if (mPending.isEmpty()) {
@@ -283,10 +308,11 @@ bool TradeLedger::write() {
     const Keys stocks = reread ? mStore.instruments() : Keys();
     std::lock_guard<std::mutex> hold(mLock);
     mBooks.endWriting(trouble.isEmpty(), batch.forgetImports);
+    dropped = mBooks.takeDropped();
     mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
-        batch.append(mPending);
-        std::swap(batch, mPending);
+        batch.append(std::move(mPending));
+        mPending = std::move(batch);
     } else if (reread && mPending.isEmpty()) {
         mStocks = stocks;
         mAreStocksRead = true;

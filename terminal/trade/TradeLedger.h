@@ -21,7 +21,7 @@ int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint
 /// What is known of the user's trading: the records by day, the accounts, strategies and instruments; what of it is not
 /// written yet; and what has to be signalled of it.
 ///
-/// A change is in all three at once. Days are read from the store when they are asked for, without the lock, and those
+/// A change is in all three at once. Charts wait for the lock: records are made before it is taken and freed afterwards. Days are read from the store when they are asked for, without the lock, and those
 /// used last stay in memory. Any thread; one of them writes.
 class TradeLedger {
 public:
@@ -33,11 +33,13 @@ public:
     /// Calls `use` with the records of a day, under the lock; not at all when the day has none, or they cannot be read
     /// now.
     template <class Use> void withDay(int day, Use use) {
+        std::vector<TradeBook> dropped; // freed without the lock
         std::unique_lock<std::mutex> hold(mLock);
         const TradeBook *book = bookOf(day, hold);
         if (book && !book->isEmpty()) {
             use(*book);
         }
+        dropped = mBooks.takeDropped();
     }
     /// What has been filled of a task's items of an instrument; 0 for an unknown task.
     long long finishedOf(int task, const std::string &instrument) const;
@@ -57,7 +59,7 @@ public:
     std::vector<TradeCancel> cancels(int day) { return mStore.cancels(day); }
 
     void addAccount(const TradeAccount &account);
-    void enter(int day, const TradeChanges &changes);
+    void enter(int day, TradeChanges changes);
     void enterCancel(const TradeCancel &cancel);
     /// Enters an imported record, and its account when it is not known yet.
     void import(const TradeOrder &order, const TradeAccount &account);
@@ -79,6 +81,15 @@ public:
     bool write();
 
 private:
+    /// What changes are about.
+    struct Touched {
+        explicit Touched(const TradeChanges &changes);
+
+        Keys instruments;
+        Keys tasks; ///< instruments of tasks
+        Keys strategies;
+    };
+
     /// The book of a day, in memory or from the store; an empty one when the day has no records, and null when they
     /// cannot be read: that is told, and tried again when the day is asked for once more. The lock is held before and
     /// afterwards, but not all the time.
@@ -87,10 +98,10 @@ private:
     TradeBook &bookToChange(int day, std::unique_lock<std::mutex> &hold);
     template <class Record> void importRecord(const Record &record, const TradeAccount &account);
     void tellRefused();
+    void readStocks();
     // Under the lock.
-    void noteChanges(const TradeChanges &changes);
+    void noteChanges(const Touched &touched);
     void addAccountLocked(const TradeAccount &account);
-    const Keys &stocksLocked();
 
     TradeStore mStore;
     QString mTrouble; ///< of the last writing; of the thread that writes

@@ -57,3 +57,23 @@ TEST(TradeBooks, AnEmptyDayIsInMemoryAndNotToldAsOneWithRecords) {
     books.noteChange(kSomeDay);
     EXPECT_EQ(books.daysFrom(0), std::set<int>({kSomeDay})) << "it lost records that the store has yet";
 }
+
+TEST(TradeBooks, WhatIsDroppedIsKeptUntilItIsTaken) {
+    TradeBooks books;
+    TradeOrder order;
+    order.account = "a1";
+    order.key = "1";
+    order.instrument = "SH600000";
+    TradeBook book;
+    book.put(order);
+    books.add(kSomeDay, std::move(book));
+    for (size_t i = 1; i <= TradeBooks::kMost; ++i) {
+        books.add(kSomeDay + static_cast<int>(i) * 86400, {});
+    }
+    EXPECT_EQ(books.find(kSomeDay), nullptr) << "it was not used for longest";
+    EXPECT_EQ(books.size(), TradeBooks::kMost);
+    const std::vector<TradeBook> dropped = books.takeDropped();
+    ASSERT_EQ(dropped.size(), 1u);
+    EXPECT_EQ(dropped.front().instruments(), TradeBook::Keys({"SH600000"}));
+    EXPECT_TRUE(books.takeDropped().empty());
+}
