@@ -169,6 +169,7 @@ QString CMarketStore::reload() {
         std::lock_guard<std::mutex> hold(mLock);
         std::swap(mCatalogue, former);
     }
+    noteChange();
     mCatalogueChanges.call();
     return {};
 }

@@ -55,6 +55,10 @@ public:
     std::shared_ptr<const Catalogue> catalogue() const;
     /// Called when there is another one.
     Listeners &catalogueChanges() { return mCatalogueChanges; }
+    /// Another number after every change of the market's tables by this program, and of what it knows of them.
+    quint64 version() const { return mVersion; }
+    /// Tells of a change.
+    void noteChange() { ++mVersion; }
     /// Reads the catalogue again, after a change. Answers an empty text or what went wrong.
     QString reload();
 
@@ -102,6 +106,7 @@ private:
     std::unique_ptr<SqlConnections> mConnections;
     StoreFaults mFaults;
     Listeners mCatalogueChanges;
+    std::atomic<quint64> mVersion{0};
     std::recursive_timed_mutex mWriting; ///< held by the one that writes
     mutable std::mutex mLock; ///< guards the pointer below
     std::shared_ptr<const Catalogue> mCatalogue = std::make_shared<Catalogue>();

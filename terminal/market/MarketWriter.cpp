@@ -306,6 +306,7 @@ bool MarketWriter::commit() {
         return false;
     }
     mOpen = false;
+    mStore.noteChange();
     mError = mChangesCatalogue ? mStore.reload() : QString();
     return isGood();
 }

@@ -1,18 +1,13 @@
 #include "terminal/market/SimulatedClock.h"
 
 #include "terminal/market/MarketDate.h"
+#include "terminal/threads/SteadyTime.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 namespace terminal {
 namespace {
-
-qint64 steadyMilliseconds() {
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
 
 /// Also takes what is no number.
 double boundedPace(double pace) {

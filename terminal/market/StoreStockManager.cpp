@@ -3,7 +3,6 @@
 #include "host/services/CHostClock.h"
 #include "terminal/market/MarketDate.h"
 #include "terminal/market/MarketSessions.h"
-#include "terminal/market/PreviousClose.h"
 
 namespace terminal {
 namespace {
@@ -82,7 +81,7 @@ double StoreStockManager::getCurrentDateLastClose(const QString &key, int date) 
         const Instrument *instrument = catalogue->find(key);
         date = instrument ? getLastTradingDay(instrument->market) : 0;
     }
-    return previousCloseOf(mStore, key, date).price;
+    return mCloses.of(key, date).price;
 }
 
 double StoreStockManager::getCurrentDateLastClose(const TC::CInstrumentDetailPtr &detail, int date) {

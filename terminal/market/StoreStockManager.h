@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/services/CStockManager.h"
-#include "terminal/market/CMarketStore.h"
+#include "terminal/market/PreviousCloses.h"
 
 #include <QHash>
 
@@ -12,7 +12,7 @@ namespace terminal {
 /// The instrument catalogue over the market store. May be called from any thread.
 class StoreStockManager : public TC::CStockManager {
 public:
-    explicit StoreStockManager(CMarketStore &store) : mStore(store) {}
+    explicit StoreStockManager(CMarketStore &store) : mStore(store), mCloses(store) {}
 
     TC::CInstrumentDetailPtr getInstrumentDetail(const QString &key) override;
     bool isExist(const QString &key) override;
@@ -33,6 +33,7 @@ private:
     TC::CInstrumentDetailPtr makeDetail(const Instrument &instrument, int day);
 
     CMarketStore &mStore;
+    PreviousCloses mCloses;
     std::mutex mLock; ///< guards the following
     std::weak_ptr<const Catalogue>
         mKnown; ///< what the records were made from; whoever reads a new one frees it

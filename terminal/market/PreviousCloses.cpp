@@ -1,0 +1,24 @@
+#include "terminal/market/PreviousCloses.h"
+
+namespace terminal {
+
+PreviousClose PreviousCloses::of(const QString &key, int day) {
+    const quint64 version = mStore.version(); // before the reading, which may be of a later one
+    const qint64 now = mNow();
+    {
+        std::lock_guard<std::mutex> hold(mLock);
+        const auto known = mKnown.constFind({key, day});
+        if (known != mKnown.constEnd() && known->version == version && now - known->asked < kAge) {
+            return known->close;
+        }
+    }
+    const PreviousClose close = previousCloseOf(mStore, key, day);
+    std::lock_guard<std::mutex> hold(mLock);
+    if (mKnown.size() >= kMost) {
+        mKnown.clear();
+    }
+    mKnown.insert({key, day}, {close, version, now});
+    return close;
+}
+
+} // namespace terminal
