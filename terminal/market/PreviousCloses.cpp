@@ -13,12 +13,20 @@ PreviousClose PreviousCloses::of(const QString &key, int day) {
         }
     }
     const PreviousClose close = previousCloseOf(mStore, key, day);
+    if (close.price == TC::kUnsetValue) {
+        return close; // it may be that the store could not be read
+    }
     std::lock_guard<std::mutex> hold(mLock);
     if (mKnown.size() >= kMost) {
         mKnown.clear();
     }
     mKnown.insert({key, day}, {close, version, now});
     return close;
+}
+
+int PreviousCloses::daysInMemory() const {
+    std::lock_guard<std::mutex> hold(mLock);
+    return mKnown.size();
 }
 
 } // namespace terminal

@@ -22,6 +22,7 @@ public:
         : mStore(store), mNow(std::move(now)) {}
 
     PreviousClose of(const QString &key, int day);
+    int daysInMemory() const;
 
 private:
     struct Known {
@@ -33,7 +34,7 @@ private:
 
     CMarketStore &mStore;
     const std::function<qint64()> mNow;
-    std::mutex mLock; ///< guards what follows
+    mutable std::mutex mLock; ///< guards what follows
     QHash<Day, Known> mKnown;
 };
 

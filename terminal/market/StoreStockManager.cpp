@@ -24,7 +24,8 @@ TC::CInstrumentDetailPtr StoreStockManager::makeDetail(const Instrument &instrum
     detail->mProductId = instrument.product.toStdString();
     detail->mFloatShares = instrument.floatShares;
     detail->mPriceTick = instrument.priceTick;
-    detail->mLastClose = getCurrentDateLastClose(instrument.key(), day);
+    // Kept for long, so not a close that is remembered.
+    detail->mLastClose = previousCloseOf(mStore, instrument.key(), day).price;
     // The index that a fund tracks lends it no trading hours.
     if (!instrument.underlyingCode.isEmpty() && instrument.kind != InstrumentKind::Fund) {
         detail->mUnderlying = std::make_shared<TC::CUnderlyingInfo>();

@@ -22,7 +22,7 @@ using namespace terminal;
 namespace {
 
 constexpr std::chrono::milliseconds kLook{250}; ///< between looks at what the tree takes
-constexpr int kLowPriority = 10; ///< models leave the processor to the charts
+constexpr int kLowPriority = 14; ///< models leave the processor to the charts, and to their workers
 constexpr int kFirstLimit = 1; ///< place of the first limit among the arguments
 constexpr int kProgram = 6; ///< place of the program
 

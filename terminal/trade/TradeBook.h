@@ -24,7 +24,7 @@ public:
     void put(const TradeDeal &deal);
     void put(const TradeTask &task);
     void put(const TradeChanges &changes);
-    /// Enters all that another book holds, as if each record were put, without making anything; that book keeps what was
+    /// Enters all that another book holds, as if each record were put, without making one anew; that book keeps what was
     /// replaced.
     void take(TradeBook &changes);
 

@@ -15,7 +15,9 @@ TradeBook *TradeBooks::find(int day) {
 }
 
 TradeBook &TradeBooks::add(int day, TradeBook book) {
-    Entry &entry = mEntries.try_emplace(day, Entry{std::move(book)}).first->second;
+    const auto [place, isNew] = mEntries.try_emplace(day);
+    Entry &entry = place->second;
+    (isNew ? entry.book : mDropped.emplace_back()) = std::move(book);
     entry.used = ++mUses;
     drop();
     return entry.book;

@@ -30,25 +30,33 @@ TradeBook *TradeLedger::bookOf(int day, std::unique_lock<std::mutex> &hold) {
         const quint64 version = mBooks.version(day);
         hold.unlock();
         QString trouble;
-        const std::optional<TradeChanges> records = mStore.read(day, trouble);
-        TradeBook read;
-        read.put(records.value_or(TradeChanges()));
+        std::optional<TradeBook> read = readBook(day, trouble);
         hold.lock();
         if (trouble != mReadTrouble && !trouble.isEmpty()) {
             qWarning("%s", qPrintable(trouble));
         }
         mReadTrouble = trouble;
-        if (!records) {
+        if (!read) {
             return mBooks.find(day);
         }
         if (version != mBooks.version(day)) {
             continue; // what was read may be old
         }
         if (mIsForgettingImports) {
-            read.forgetImports();
+            read->forgetImports();
         }
-        return &mBooks.add(day, std::move(read)); // an empty one too: it is not read again
+        return &mBooks.add(day, std::move(*read)); // an empty one too: it is not read again
     }
+}
+
+std::optional<TradeBook> TradeLedger::readBook(int day, QString &trouble) {
+    const std::optional<TradeChanges> records = mStore.read(day, trouble);
+    if (!records) {
+        return std::nullopt;
+    }
+    TradeBook book;
+    book.put(*records);
+    return book;
 }
 
 TradeBook &TradeLedger::bookToChange(int day, std::unique_lock<std::mutex> &hold) {
@@ -140,8 +148,8 @@ void TradeLedger::enter(int day, TradeChanges changes) {
     records.put(changes);
     TradeBatch batch;
     batch.changes = std::move(changes);
-    std::unique_lock<std::mutex> hold(mLock);
-    bookToChange(day, hold).take(records);
+    Hold hold(*this);
+    bookToChange(day, hold.lock).take(records);
     mPending.append(std::move(batch));
     noteChanges(touched);
 }
@@ -161,8 +169,8 @@ template <class Record> void TradeLedger::importRecord(const Record &record, con
         batch.changes.deals.push_back(record);
     }
     const Touched touched(batch.changes);
-    std::unique_lock<std::mutex> hold(mLock);
-    bookToChange(record.day, hold).put(record);
+    Hold hold(*this);
+    bookToChange(record.day, hold.lock).put(record);
     if (mAccounts.count(account.id) == 0) {
         addAccountLocked(account);
         mNotices.accounts = true;
@@ -189,8 +197,8 @@ void TradeLedger::forgetDay(const std::string &account, int day) {
     TradeBatch batch;
     batch.forgottenDays.insert({account, day});
     TradeBook forgotten; // freed without the lock
-    std::unique_lock<std::mutex> hold(mLock);
-    TradeBook &book = bookToChange(day, hold);
+    Hold hold(*this);
+    TradeBook &book = bookToChange(day, hold.lock);
     const Keys instruments = book.instruments();
     forgotten = book.forgetOwn(account);
     mPending.append(std::move(batch));
@@ -290,7 +298,6 @@ void TradeLedger::tellRefused() {
 bool TradeLedger::write() {
     tellRefused();
     TradeBatch batch;
-    std::vector<TradeBook> dropped; // freed without the lock
     {
         std::lock_guard<std::mutex> hold(mLock);
         if (mPending.isEmpty()) {
@@ -306,9 +313,8 @@ bool TradeLedger::write() {
     mTrouble = trouble;
     const bool reread = trouble.isEmpty() && batch.forgetImports;
     const Keys stocks = reread ? mStore.instruments() : Keys();
-    std::lock_guard<std::mutex> hold(mLock);
+    const Hold hold(*this);
     mBooks.endWriting(trouble.isEmpty(), batch.forgetImports);
-    dropped = mBooks.takeDropped();
     mIsForgettingImports = mPending.forgetImports || (batch.forgetImports && !trouble.isEmpty());
     if (!trouble.isEmpty()) {
         batch.append(std::move(mPending));

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,8 +22,9 @@ int tradingDayAt(const Catalogue &catalogue, const std::string &instrument, qint
 /// What is known of the user's trading: the records by day, the accounts, strategies and instruments; what of it is not
 /// written yet; and what has to be signalled of it.
 ///
-/// A change is in all three at once. Charts wait for the lock: records are made before it is taken and freed afterwards. Days are read from the store when they are asked for, without the lock, and those
-/// used last stay in memory. Any thread; one of them writes.
+/// A change is in all three at once. Days are read from the store when they are asked for, without the lock, and those
+/// used last stay in memory. Charts wait for the lock: the records of a day are made before it is taken, and freed after it.
+/// Any thread; one of them writes.
 class TradeLedger {
 public:
     using Keys = TC::CLinkageManager::Keys;
@@ -33,13 +35,11 @@ public:
     /// Calls `use` with the records of a day, under the lock; not at all when the day has none, or they cannot be read
     /// now.
     template <class Use> void withDay(int day, Use use) {
-        std::vector<TradeBook> dropped; // freed without the lock
-        std::unique_lock<std::mutex> hold(mLock);
-        const TradeBook *book = bookOf(day, hold);
+        Hold hold(*this);
+        const TradeBook *book = bookOf(day, hold.lock);
         if (book && !book->isEmpty()) {
             use(*book);
         }
-        dropped = mBooks.takeDropped();
     }
     /// What has been filled of a task's items of an instrument; 0 for an unknown task.
     long long finishedOf(int task, const std::string &instrument) const;
@@ -81,6 +81,26 @@ public:
     bool write();
 
 private:
+    /// Holds the lock, and frees what is dropped meanwhile when it is open again.
+    class Hold {
+    public:
+        explicit Hold(TradeLedger &ledger) : mBooks(ledger.mBooks), lock(ledger.mLock) {}
+        ~Hold() {
+            if (lock.owns_lock()) {
+                mDropped = mBooks.takeDropped();
+            }
+        }
+        Hold(const Hold &) = delete;
+        Hold &operator=(const Hold &) = delete;
+
+    private:
+        TradeBooks &mBooks;
+        std::vector<TradeBook> mDropped;
+
+    public:
+        std::unique_lock<std::mutex> lock; ///< last: opens before that goes
+    };
+
     /// What changes are about.
     struct Touched {
         explicit Touched(const TradeChanges &changes);
@@ -96,6 +116,8 @@ private:
     TradeBook *bookOf(int day, std::unique_lock<std::mutex> &hold);
     /// The same to be changed.
     TradeBook &bookToChange(int day, std::unique_lock<std::mutex> &hold);
+    /// The records of a day in the store; nothing when they cannot be read.
+    std::optional<TradeBook> readBook(int day, QString &trouble);
     template <class Record> void importRecord(const Record &record, const TradeAccount &account);
     void tellRefused();
     void readStocks();

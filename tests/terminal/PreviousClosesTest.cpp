@@ -60,8 +60,34 @@ TEST_F(PreviousClosesTest, TheStoreIsAskedOnceASecond) {
 }
 
 TEST_F(PreviousClosesTest, OfMoreDaysThanAreKeptEachIsRight) {
-    for (int i = 1; i <= 2 * PreviousCloses::kMost; ++i) {
-        ASSERT_EQ(mCloses.of(tests::kShare, kToday - i * 86400).price, TC::kUnsetValue);
+    constexpr int kDays = PreviousCloses::kMost + 10;
+    const auto daysBefore = [](int i) { return kToday - i * 86400; };
+    MarketWriter writer(mStore);
+    for (int i = 1; i <= kDays; ++i) {
+        writer.putDay(mInstrument, daysBefore(i), BarSource::Imported,
+                      {tests::pricedMinute(tests::kOpen - i * 86400000LL, 10.5)});
+        writer.putPreviousClose(mInstrument, daysBefore(i), 20.0 + i);
     }
+    ASSERT_TRUE(writer.commit()) << qPrintable(writer.error());
     EXPECT_EQ(price(), 10.0);
+    for (int i = 1; i <= kDays; ++i) {
+        ASSERT_EQ(mCloses.of(tests::kShare, daysBefore(i)).price, 20.0 + i);
+        ASSERT_LE(mCloses.daysInMemory(), PreviousCloses::kMost);
+    }
+    EXPECT_EQ(price(), 10.0) << "it was dropped meanwhile";
+}
+
+TEST_F(PreviousClosesTest, WhatIsNotKnownIsAskedAgain) {
+    EXPECT_EQ(mCloses.of(tests::kShare, tests::kYesterday).price, TC::kUnsetValue);
+    EXPECT_EQ(mCloses.daysInMemory(), 0);
+    EXPECT_EQ(price(), 10.0);
+    EXPECT_EQ(mCloses.daysInMemory(), 1);
+}
+
+TEST_F(PreviousClosesTest, AnotherCatalogueCountsAtOnce) {
+    EXPECT_EQ(price(), 10.0);
+    changeBehindTheProgram(11.0);
+    EXPECT_EQ(price(), 10.0) << "nobody has told of it";
+    ASSERT_EQ(mStore.reload().toStdString(), "");
+    EXPECT_EQ(price(), 11.0);
 }

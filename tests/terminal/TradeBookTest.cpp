@@ -37,6 +37,7 @@ TradeTask taskOf(int id, const std::string &account, const std::string &instrume
     TradeTask task;
     task.id = id;
     task.account = account;
+    task.status = finished;
     TradeTaskItem item;
     item.market = instrument.substr(0, 2);
     item.code = instrument.substr(2);
@@ -66,7 +67,9 @@ std::string told(const TradeBook &book) {
             }
         }
         for (const auto &[account, tasks] : book.tasks(instrument, accounts)) {
-            line(instrument, account, number(static_cast<double>(tasks.size())));
+            for (const auto &[key, task] : tasks) {
+                line(instrument, account, key, number(task->mStatus));
+            }
         }
         for (const TradeDeal &deal : book.dealsOf(instrument, accounts, {}, false)) {
             line(deal.key, deal.account, number(deal.price));

@@ -77,3 +77,17 @@ TEST(TradeBooks, WhatIsDroppedIsKeptUntilItIsTaken) {
     EXPECT_EQ(dropped.front().instruments(), TradeBook::Keys({"SH600000"}));
     EXPECT_TRUE(books.takeDropped().empty());
 }
+
+TEST(TradeBooks, ABookOfADayThatIsThereAlreadyIsDropped) {
+    TradeBooks books;
+    TradeOrder order;
+    order.account = "a1";
+    order.key = "1";
+    order.instrument = "SH600000";
+    TradeBook book;
+    book.put(order);
+    TradeBook &known = books.add(kSomeDay, {});
+    EXPECT_EQ(&books.add(kSomeDay, std::move(book)), &known);
+    EXPECT_TRUE(known.isEmpty());
+    ASSERT_EQ(books.takeDropped().size(), 1u);
+}
