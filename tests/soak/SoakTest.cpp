@@ -175,7 +175,9 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     constexpr int kSmokePace = 5; // milliseconds between actions
     constexpr int kHurry = 25;
     constexpr int kPace = 50;
-    constexpr qint64 kRound = 20000; // milliseconds
+    // Milliseconds. What is under way when memory is looked at differs by 4 % from round to round under a sanitizer: so many of
+    // them tell growth from chance.
+    constexpr qint64 kRound = 10000;
     const double wanted = numberFrom("TIMESHARE_SOAK_MINUTES", 0.0);
     const auto seed = static_cast<quint32>(numberFrom("TIMESHARE_SOAK_SEED", kSeed));
     std::printf("seed %u, actions in %s\n", seed, qPrintable(logPath(seed)));
