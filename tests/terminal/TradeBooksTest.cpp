@@ -9,6 +9,16 @@ namespace {
 constexpr int kSomeDay = 1774195200;
 constexpr int kOtherDay = kSomeDay + 86400;
 
+TradeBook bookWithAnOrder() {
+    TradeOrder order;
+    order.account = "a1";
+    order.key = "1";
+    order.instrument = "SH600000";
+    TradeBook book;
+    book.put(order);
+    return book;
+}
+
 } // namespace
 
 TEST(TradeBooks, AWritingMakesOldWhatWasReadOfTheDaysThatItChanged) {
@@ -60,13 +70,7 @@ TEST(TradeBooks, AnEmptyDayIsInMemoryAndNotToldAsOneWithRecords) {
 
 TEST(TradeBooks, WhatIsDroppedIsKeptUntilItIsTaken) {
     TradeBooks books;
-    TradeOrder order;
-    order.account = "a1";
-    order.key = "1";
-    order.instrument = "SH600000";
-    TradeBook book;
-    book.put(order);
-    books.add(kSomeDay, std::move(book));
+    books.add(kSomeDay, bookWithAnOrder());
     for (size_t i = 1; i <= TradeBooks::kMost; ++i) {
         books.add(kSomeDay + static_cast<int>(i) * 86400, {});
     }
@@ -80,14 +84,8 @@ TEST(TradeBooks, WhatIsDroppedIsKeptUntilItIsTaken) {
 
 TEST(TradeBooks, ABookOfADayThatIsThereAlreadyIsDropped) {
     TradeBooks books;
-    TradeOrder order;
-    order.account = "a1";
-    order.key = "1";
-    order.instrument = "SH600000";
-    TradeBook book;
-    book.put(order);
     TradeBook &known = books.add(kSomeDay, {});
-    EXPECT_EQ(&books.add(kSomeDay, std::move(book)), &known);
+    EXPECT_EQ(&books.add(kSomeDay, bookWithAnOrder()), &known);
     EXPECT_TRUE(known.isEmpty());
     ASSERT_EQ(books.takeDropped().size(), 1u);
 }
