@@ -102,11 +102,15 @@ void ControlRow::setInstrument(const QString &text) {
 
 void ControlRow::setDays(const QVector<QDate> &dates, const QDate &running, const QDate &shown) {
     const QSignalBlocker quiet(mDays);
-    mDays->clear();
-    for (const QDate &date : dates) {
-        mDays->addItem(date == running ? tr("%1 当日").arg(shownDate(date)) : shownDate(date), date);
+    if (dates != mDates || running != mRunning) {
+        mDates = dates;
+        mRunning = running;
+        mDays->clear();
+        for (const QDate &date : dates) {
+            mDays->addItem(date == running ? tr("%1 当日").arg(shownDate(date)) : shownDate(date), date);
+        }
     }
-    mDays->setCurrentIndex(mDays->findData(shown));
+    mDays->setCurrentIndex(mDates.indexOf(shown));
 }
 
 QDate ControlRow::dayAfterShown(int days) const {

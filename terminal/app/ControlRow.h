@@ -64,6 +64,8 @@ private:
 
     QPushButton *mInstrument;
     QComboBox *mDays;
+    QVector<QDate> mDates; ///< in it
+    QDate mRunning;
     QComboBox *mPanes;
     QPushButton *mTrades;
     QPushButton *mTradeDetails;

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -45,6 +46,36 @@ TEST(ControlRowTest, ThePaceOfAnothersMarketIsNotToBeSet) {
     const ControlRow others(nullptr, false);
     EXPECT_FALSE(others.findChild<QPushButton *>("pause")->isEnabled());
     EXPECT_FALSE(others.findChild<QComboBox *>("pace")->isEnabled());
+}
+
+TEST(ControlRowTest, TheListOfDaysIsMadeAnewOnlyWhenItIsAnother) {
+    ControlRow row;
+    const QVector<QDate> days{QDate(2026, 11, 20), QDate(2026, 11, 19)};
+    QSignalSpy taken(row.days()->model(), &QAbstractItemModel::rowsRemoved);
+    QSignalSpy added(row.days()->model(), &QAbstractItemModel::rowsInserted);
+    const auto texts = [&row] {
+        QStringList list;
+        for (int i = 0; i < row.days()->count(); ++i) {
+            list.append(row.days()->itemText(i));
+        }
+        return list;
+    };
+    row.setDays(days, days[0], days[0]);
+    EXPECT_EQ(texts(), QStringList({"2026-11-20 当日", "2026-11-19"}));
+    EXPECT_EQ(row.days()->currentIndex(), 0);
+    EXPECT_EQ(added.size(), 2);
+    row.setDays(days, days[0], days[1]);
+    EXPECT_EQ(row.days()->currentIndex(), 1);
+    row.setDays(days, days[0], QDate(2026, 11, 18));
+    EXPECT_EQ(row.days()->currentIndex(), -1) << "not in it";
+    EXPECT_EQ(taken.size() + added.size(), 2);
+    row.setDays(days, days[1], days[1]);
+    EXPECT_EQ(texts(), QStringList({"2026-11-20", "2026-11-19 当日"}));
+    row.setDays({}, days[1], days[1]);
+    EXPECT_EQ(texts(), QStringList());
+    row.setDays({days[1]}, QDate(), days[1]);
+    EXPECT_EQ(texts(), QStringList({"2026-11-19"}));
+    EXPECT_EQ(row.days()->currentData().toDate(), days[1]);
 }
 
 namespace {
