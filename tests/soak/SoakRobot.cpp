@@ -1,5 +1,6 @@
 #include "tests/soak/SoakRobot.h"
 
+#include "chartdata/CRealtimeData.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
@@ -118,21 +119,22 @@ SoakRobot::SoakRobot(TerminalServices &services, TerminalWindow &window, quint32
 const std::vector<SoakRobot::Kind> &SoakRobot::kinds() {
     static const std::vector<Kind> kinds{
         {"key", 20, &SoakRobot::pressKey},
-        {"command key", 4, &SoakRobot::pressCommandKey, true},
+        {"command key", 4, &SoakRobot::pressCommandKey, ELeaning::Windows},
         {"smart keyboard", 3, &SoakRobot::typeInstrument},
         {"mouse", 30, &SoakRobot::moveMouse},
-        {"double click", 4, &SoakRobot::doubleClick, true},
-        {"stretch", 3, &SoakRobot::dragRegion, true},
-        {"menu", 5, &SoakRobot::openMenu, true},
-        {"dialog", 15, &SoakRobot::useSomeDialog, true},
-        {"instrument", 5, &SoakRobot::showInstrument},
-        {"day", 3, &SoakRobot::showDay},
-        {"formula", 5, &SoakRobot::showFormula},
+        {"double click", 4, &SoakRobot::doubleClick, ELeaning::Windows},
+        {"double click on a trade", 2, &SoakRobot::doubleClickTrade, ELeaning::Windows},
+        {"stretch", 3, &SoakRobot::dragRegion, ELeaning::Windows},
+        {"menu", 5, &SoakRobot::openMenu, ELeaning::Windows},
+        {"dialog", 15, &SoakRobot::useSomeDialog, ELeaning::Windows},
+        {"instrument", 5, &SoakRobot::showInstrument, ELeaning::Requests},
+        {"day", 3, &SoakRobot::showDay, ELeaning::Requests},
+        {"formula", 5, &SoakRobot::showFormula, ELeaning::Requests},
         {"script model", 1, &SoakRobot::runScriptModel},
         {"import of trades", 3, &SoakRobot::importTrades},
         {"replay", 1, &SoakRobot::replay},
         {"end of replay", 1, &SoakRobot::endReplay},
-        {"panes", 2, &SoakRobot::setPanes},
+        {"panes", 2, &SoakRobot::setPanes, ELeaning::Requests},
         {"trades", 1, &SoakRobot::toggleTrades},
         {"control", 4, &SoakRobot::clickControl},
         {"size", 2, &SoakRobot::resizeWindow},
@@ -267,8 +269,12 @@ void SoakRobot::step() {
 }
 
 int SoakRobot::weightOf(const Kind &kind) const {
-    constexpr int kOften = 20;
-    return mIsExploring && kind.opens ? kind.weight * kOften : kind.weight;
+    constexpr int kOftenWindows = 20;
+    constexpr int kOftenRequests = 3;
+    if (mLeaning == ELeaning::Nothing || kind.leaning != mLeaning) {
+        return kind.weight;
+    }
+    return kind.weight * (mLeaning == ELeaning::Windows ? kOftenWindows : kOftenRequests);
 }
 
 TC::CRealtimeGraphWidget *SoakRobot::pickGraph() {
@@ -413,8 +419,12 @@ bool SoakRobot::doubleClick() {
         return false;
     }
     const QPoint at(pick(qMax(1, graph->width())), pick(qMax(1, graph->height())));
+    return doubleClickAt(*graph, at);
+}
+
+bool SoakRobot::doubleClickAt(TC::CRealtimeGraphWidget &graph, const QPoint &at) {
     tell(QString::asprintf("double click at %d %d", at.x(), at.y()));
-    const QPointer<QWidget> guard(graph);
+    const QPointer<QWidget> guard(&graph);
     for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
                                     QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
         if (guard) {
@@ -423,6 +433,42 @@ bool SoakRobot::doubleClick() {
         }
     }
     return true;
+}
+
+/// An order, a deal or a task of the main pane; those of a kind first that was never chosen.
+bool SoakRobot::doubleClickTrade() {
+    constexpr int kStep = 8; // pixels; a mark is found from four pixels on each side
+    TC::CRealtimeGraphWidget &graph = *mWindow.view()->graph();
+    const boost::shared_ptr<TC::CRealtimeData> data = graph.getData();
+    QMap<QString, QVector<QPoint>> marks;
+    for (int x = 0; x < graph.width(); x += kStep) {
+        for (int y = 0; y < graph.height(); y += kStep) {
+            const QString kind = data->hitOrder(x, y)  ? QStringLiteral("order")
+                                 : data->hitDeal(x, y) ? QStringLiteral("deal")
+                                 : data->hitTask(x, y) ? QStringLiteral("task")
+                                                       : QString();
+            if (!kind.isEmpty()) {
+                marks[kind].append({x, y});
+            }
+        }
+    }
+    if (marks.isEmpty()) { // let there be some for the next time
+        mWindow.setTradesShown(true);
+        mWindow.view()->main()->scaleView(true);
+        mWindow.showInstrument(kInstrument);
+        importTrades();
+        return false;
+    }
+    QStringList kinds = marks.keys();
+    const auto isChosen = [this](const QString &kind) { return mChosen.contains(kind); };
+    if (!std::all_of(kinds.begin(), kinds.end(), isChosen)) {
+        kinds.erase(std::remove_if(kinds.begin(), kinds.end(), isChosen), kinds.end());
+    }
+    const QString kind = kinds[pick(kinds.size())];
+    mChosen.insert(kind);
+    tell(kind);
+    const QVector<QPoint> &places = marks[kind];
+    return doubleClickAt(graph, places[pick(places.size())]);
 }
 
 bool SoakRobot::dragRegion() {

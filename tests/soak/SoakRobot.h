@@ -45,8 +45,9 @@ public:
     /// Acts, at most once in so many milliseconds, until the time is over and every kind of action has been done; then
     /// closes what is open but the window. Returns when nothing is open any more.
     void act(qint64 milliseconds, int pace);
-    /// From now on mostly opens menus and dialogs and uses them, or does all alike again.
-    void setExploring(bool on) { mIsExploring = on; }
+    /// To open menus and dialogs and use them, or to ask for series, more often than all else.
+    enum class ELeaning { Windows, Requests, Nothing };
+    void setLeaning(ELeaning leaning) { mLeaning = leaning; }
     /// Brings the window back to the chart that it began with.
     void settle();
 
@@ -65,7 +66,7 @@ private:
         const char *name;
         int weight;
         Action action;
-        bool opens = false; ///< menus and dialogs, or uses them
+        ELeaning leaning = ELeaning::Nothing; ///< with which it is done more often
     };
     static const std::vector<Kind> &kinds();
 
@@ -97,6 +98,8 @@ private:
     bool typeInstrument();
     bool moveMouse();
     bool doubleClick();
+    bool doubleClickTrade();
+    bool doubleClickAt(TC::CRealtimeGraphWidget &graph, const QPoint &at);
     bool dragRegion();
     bool openMenu();
     bool useSomeDialog();
@@ -125,7 +128,7 @@ private:
     QElapsedTimer mSinceStart;
     qint64 mEnd = 0; ///< of the acting, milliseconds
     bool mIsPosted = false; ///< a step is on its way
-    bool mIsExploring = false;
+    ELeaning mLeaning = ELeaning::Nothing;
     int mTrades = 0;
 };
 

@@ -56,7 +56,8 @@ constexpr double kLatest = 100.0;
 #endif
 constexpr double kWarmUp = 10.0; ///< minutes, after which memory is to be flat
 constexpr double kExploring = 4.0; ///< minutes, in which dialogs come before all else
-constexpr double kHurrying = 9.0; ///< minutes, in which more is done than later
+constexpr double kHurrying =
+    9.0; ///< minutes, in which more is done than later, series asked for before all else
 constexpr double kMostGrowth = 2.0; ///< per cent
 constexpr quint32 kSeed = 20261120;
 constexpr double kMinute = 60000.0;
@@ -198,8 +199,12 @@ TEST_F(Soak, NothingGrowsWarnsOrHoldsTheScreenUp) {
     std::map<QString, int> windows;
     const qint64 marketStart = mServices->clock().now();
     do {
-        // The first use of anything takes memory for good: it is to be over with the warming up.
-        robot.setExploring(minutes() < kExploring);
+        // The first use of anything takes memory for good, and so do requests that are kept: that is to be over with
+        // the warming up.
+        using ELeaning = SoakRobot::ELeaning;
+        robot.setLeaning(minutes() < kExploring  ? ELeaning::Windows
+                         : minutes() < kHurrying ? ELeaning::Requests
+                                                 : ELeaning::Nothing);
         const int pace = minutes() < kHurrying ? kHurry : kPace;
         robot.act(wanted > 0.0 ? kRound : 1500, wanted > 0.0 ? pace : kSmokePace);
         robot.settle();
