@@ -1,6 +1,5 @@
 #include "tests/soak/SoakRobot.h"
 
-#include "chartdata/CRealtimeData.h"
 #include "chartview/CRealtimeGraphWidget.h"
 #include "containers/CRealtimeMainWidget.h"
 #include "containers/CRealtimeWidget.h"
@@ -10,6 +9,7 @@
 #include "terminal/app/TerminalServices.h"
 #include "terminal/app/TerminalWindow.h"
 #include "terminal/market/MarketDate.h"
+#include "tests/soak/MouseOnGraph.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -22,7 +22,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMouseEvent>
 #include <QTest>
 #include <QThread>
 
@@ -47,13 +46,6 @@ constexpr int kMostClosings = 400; ///< in a row
 const QSize kFirstSize(1200, 760);
 const QStringList kClosing{QStringLiteral("关闭"),
                            QStringLiteral("取消")}; ///< buttons that are not tried first
-
-void sendMouse(QWidget &widget, QEvent::Type type, const QPoint &at, Qt::MouseButton button,
-               Qt::MouseButtons buttons) {
-    QMouseEvent event(type, at, widget.mapTo(widget.window(), at), widget.mapToGlobal(at), button, buttons,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
-}
 
 /// Windows beside the main one, the tips aside.
 QList<QWidget *> otherWindows(const QWidget &main) {
@@ -424,34 +416,14 @@ bool SoakRobot::doubleClick() {
 
 bool SoakRobot::doubleClickAt(TC::CRealtimeGraphWidget &graph, const QPoint &at) {
     tell(QString::asprintf("double click at %d %d", at.x(), at.y()));
-    const QPointer<QWidget> guard(&graph);
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
-                                    QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
-        if (guard) {
-            sendMouse(*guard, type, at, Qt::LeftButton,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton);
-        }
-    }
+    sendDoubleClick(graph, at);
     return true;
 }
 
 /// An order, a deal or a task of the main pane; those of a kind first that was never chosen.
 bool SoakRobot::doubleClickTrade() {
-    constexpr int kStep = 8; // pixels; a mark is found from four pixels on each side
     TC::CRealtimeGraphWidget &graph = *mWindow.view()->graph();
-    const boost::shared_ptr<TC::CRealtimeData> data = graph.getData();
-    QMap<QString, QVector<QPoint>> marks;
-    for (int x = 0; x < graph.width(); x += kStep) {
-        for (int y = 0; y < graph.height(); y += kStep) {
-            const QString kind = data->hitOrder(x, y)  ? QStringLiteral("order")
-                                 : data->hitDeal(x, y) ? QStringLiteral("deal")
-                                 : data->hitTask(x, y) ? QStringLiteral("task")
-                                                       : QString();
-            if (!kind.isEmpty()) {
-                marks[kind].append({x, y});
-            }
-        }
-    }
+    const QMap<QString, QVector<QPoint>> marks = tradesOn(graph);
     if (marks.isEmpty()) { // let there be some for the next time
         mWindow.setTradesShown(true);
         mWindow.view()->main()->scaleView(true);
@@ -467,7 +439,7 @@ bool SoakRobot::doubleClickTrade() {
     const QString kind = kinds[pick(kinds.size())];
     mChosen.insert(kind);
     tell(kind);
-    const QVector<QPoint> &places = marks[kind];
+    const QVector<QPoint> places = marks[kind];
     return doubleClickAt(graph, places[pick(places.size())]);
 }
 
