@@ -56,8 +56,7 @@ constexpr double kLatest = 100.0;
 #endif
 constexpr double kWarmUp = 10.0; ///< minutes, after which memory is to be flat
 constexpr double kExploring = 4.0; ///< minutes, in which dialogs come before all else
-constexpr double kHurrying =
-    9.0; ///< minutes, in which more is done than later, series asked for before all else
+constexpr double kHurrying = 9.0; ///< minutes, in which more is done than later
 constexpr double kMostGrowth = 2.0; ///< per cent
 constexpr quint32 kSeed = 20261120;
 constexpr double kMinute = 60000.0;
