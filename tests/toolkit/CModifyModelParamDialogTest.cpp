@@ -49,10 +49,14 @@ protected:
         table()->setCurrentCell(row, kValueColumn);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the editor of another cell
         table()->editItem(table()->item(row, kValueColumn));
-        auto *editor = table()->viewport()->findChild<QLineEdit *>();
-        ASSERT_NE(editor, nullptr);
-        editor->selectAll();
-        QTest::keyClicks(editor, text);
+        ASSERT_NE(editor(), nullptr);
+        editor()->selectAll();
+        QTest::keyClicks(editor(), text);
+    }
+    QLineEdit *editor() const { return table()->viewport()->findChild<QLineEdit *>(); }
+    void clickCell(int row, int column) const {
+        const QRect cell = table()->visualItemRect(table()->item(row, column));
+        QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, cell.center());
     }
     void press(QDialogButtonBox::StandardButton which) const {
         auto *buttons = mDialog->findChild<QDialogButtonBox *>();
@@ -85,6 +89,33 @@ TEST_F(CModifyModelParamDialogTest, OkKeepsWhatWasTypedEvenInACellThatIsStillOpe
     EXPECT_EQ(kept(1), 5.0);
     EXPECT_EQ(mChanged, QStringList{"KDJ"});
     EXPECT_FALSE(mDialog->isVisible());
+}
+
+TEST_F(CModifyModelParamDialogTest, AClickOpensAValueAtOnceAndNothingElse) {
+    mDialog->show();
+    clickCell(0, 0);
+    EXPECT_EQ(editor(), nullptr);
+    clickCell(1, kValueColumn);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(editor()->text(), "5");
+    editor()->selectAll();
+    QTest::keyClicks(editor(), "7");
+    clickCell(1, kValueColumn); // beside the open editor: it stays as it is
+    EXPECT_EQ(editor()->text(), "7");
+    press(QDialogButtonBox::Ok);
+    EXPECT_EQ(kept(1), 7.0);
+}
+
+TEST_F(CModifyModelParamDialogTest, AClickHasNoLateEffectOnADialogThatIsClosed) {
+    for (const auto button : {QDialogButtonBox::Ok, QDialogButtonBox::Cancel}) {
+        mDialog->show();
+        mDialog->init("KDJ");
+        clickCell(0, kValueColumn); // the current cell
+        press(button);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // of the cell's editor
+        QTest::qWait(QApplication::doubleClickInterval() + 50);
+        EXPECT_EQ(editor(), nullptr) << button;
+    }
 }
 
 TEST_F(CModifyModelParamDialogTest, AValueOutsideItsRangeIsSaidAndNothingChanges) {

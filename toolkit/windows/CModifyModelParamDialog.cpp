@@ -67,8 +67,10 @@ CModifyModelParamDialog::CModifyModelParamDialog(const QString &name, QWidget *p
     mTable->verticalHeader()->hide();
     mTable->horizontalHeader()->setStretchLastSection(true);
     mTable->setSelectionMode(QAbstractItemView::SingleSelection);
-    mTable->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
-                            QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+    // A click opens a value below. Not by the trigger SelectedClicked, which opens it half a second later,
+    // whatever has become of the cell by then.
+    mTable->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                            QAbstractItemView::AnyKeyPressed);
     mMessage->setObjectName(QStringLiteral("message"));
     mMessage->setTextFormat(Qt::PlainText);
     mMessage->setWordWrap(true);
@@ -82,6 +84,11 @@ CModifyModelParamDialog::CModifyModelParamDialog(const QString &name, QWidget *p
     connect(buttons, &QDialogButtonBox::rejected, this, &CModifyModelParamDialog::reject);
     connect(mDefaults, &QPushButton::clicked, this, &CModifyModelParamDialog::setDefaults);
     connect(mTable, &QTableWidget::itemChanged, this, [this] { say({}); });
+    connect(mTable, &QTableWidget::itemClicked, this, [this](QTableWidgetItem *item) {
+        if (item->column() == eValue && !mTable->isPersistentEditorOpen(item)) {
+            mTable->editItem(item);
+        }
+    });
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(mTable, 1);
