@@ -3,6 +3,7 @@
 #include "tests/soak/ActionLog.h"
 #include "tests/soak/FrameWatch.h"
 #include "tests/soak/MemoryCurve.h"
+#include "tests/soak/StolenTime.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -30,14 +31,18 @@ MemoryCurve curveOf(std::initializer_list<qint64> resident) {
     return curve;
 }
 
+} // namespace
+
+namespace tests {
+
 /// Keeps the thread at work until it has computed for so long.
-void compute(double milliseconds) {
+__attribute__((noinline, visibility("default"))) void compute(double milliseconds) {
     const std::clock_t start = std::clock();
     while (static_cast<double>(std::clock() - start) * 1000.0 / CLOCKS_PER_SEC < milliseconds) {
     }
 }
 
-} // namespace
+} // namespace tests
 
 TEST(ActionLog, ItsFileHasAllLinesWhenItIsGone) {
     const QTemporaryDir folder;
@@ -88,8 +93,35 @@ TEST(FrameWatch, AThreadThatIsBusyIsLateByItself) {
     FrameWatch watch(100.0, [] { return QStringLiteral("computing"); });
     ASSERT_TRUE(QTest::qWaitFor([&] { return watch.events() > 3; }, 20000));
     const size_t before = watch.lateByOneself().size();
-    QTimer::singleShot(0, &watch, [] { compute(400.0); });
+    QTimer::singleShot(0, &watch, [] { tests::compute(400.0); });
     ASSERT_TRUE(QTest::qWaitFor([&] { return watch.lateByOneself().size() > before; }, 20000));
     EXPECT_EQ(watch.lateByOneself().back().doing, "computing");
+    EXPECT_TRUE(watch.lateByOneself().back().calls.join(' ').contains("tests::compute(double)"))
+        << qPrintable(watch.lateByOneself().back().calls.join('\n'));
     EXPECT_GE(watch.longest(), watch.lateByOneself().back().own());
+}
+
+TEST(FrameWatch, OfWhatAnEventWaitedTheLongerTimeWithoutAProcessorIsTakenOff) {
+    FrameWatch::Late late;
+    late.wait = 250.0;
+    late.starved = 40.0;
+    EXPECT_EQ(late.own(), 210.0);
+    late.stolen = 170.0;
+    EXPECT_EQ(late.own(), 80.0);
+}
+
+TEST(StolenTime, EachProcessorHasItsOwn) {
+    const QByteArray stat = "cpu  248826 20969 118021 3333835 2571 0 1011 891 0 0\n"
+                            "cpu0 122831 10319 57695 1671091 758 0 324 437 0 0\n"
+                            "cpu1 125995 10649 60326 1662743 1812 0 686 454 0 0\n"
+                            "intr 1 2 3 4 5 6 7 8\n";
+    EXPECT_EQ(tests::stolenTimes(stat, 100.0), (std::vector<double>{4370.0, 4540.0}));
+    EXPECT_EQ(tests::stolenTimes("cpu0 1 2\n", 100.0), std::vector<double>{0.0});
+    EXPECT_TRUE(tests::stolenTimes(QByteArray(), 100.0).empty());
+}
+
+TEST(StolenTime, WhatOneProcessorLostMostCounts) {
+    EXPECT_EQ(tests::mostStolen({10.0, 500.0}, {120.0, 530.0}), 110.0);
+    EXPECT_EQ(tests::mostStolen({10.0, 500.0}, {10.0}), 0.0);
+    EXPECT_EQ(tests::mostStolen({}, {100.0}), 0.0);
 }

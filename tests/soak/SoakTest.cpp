@@ -162,8 +162,10 @@ void tellFrames(const FrameWatch &frames) {
         "events %d, longest %.1f ms, over %.0f ms: %zu by the clock, %zu without waiting for a processor\n",
         frames.events(), frames.longest(), kLatest, frames.late().size(), frames.lateByOneself().size());
     for (const FrameWatch::Late &late : frames.late()) {
-        std::printf("  %.1f ms, %.1f of them without a processor, %.1f at work, after %s\n", late.wait,
-                    late.starved, late.busy, qPrintable(late.doing));
+        std::printf("  %.1f ms, %.1f of them without a processor, %.1f at work, %.1f with a processor stolen, "
+                    "after %s\n    in %s\n",
+                    late.wait, late.starved, late.busy, late.stolen, qPrintable(late.doing),
+                    qPrintable(late.calls.join("\n      of ")));
     }
 }
 
