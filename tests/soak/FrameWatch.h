@@ -74,7 +74,8 @@ private:
     std::vector<Late> mLate;
     bool mStopping = false;
     bool mUnderWay = false;
-    bool mIsLate = false; ///< what was handled last came too late, and the watch's thread has not added yet what it knows
+    bool mIsLate =
+        false; ///< what was handled last came too late, and the watch's thread has not added yet what it knows
     Clock::time_point mPosted;
     Share mBefore;
     std::vector<double> mStolenBefore;
